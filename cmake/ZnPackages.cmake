@@ -1,0 +1,16 @@
+# TinyXML ships no CMake package.
+find_path(TINYXML_INCLUDE_DIR tinyxml.h REQUIRED)
+find_library(TINYXML_LIBRARY tinyxml REQUIRED)
+add_library(zn_tinyxml UNKNOWN IMPORTED)
+set_target_properties(zn_tinyxml PROPERTIES
+  IMPORTED_LOCATION ${TINYXML_LIBRARY}
+  INTERFACE_INCLUDE_DIRECTORIES ${TINYXML_INCLUDE_DIR}
+  INTERFACE_COMPILE_DEFINITIONS TIXML_USE_STL)
+
+if(ZN_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+endif()
+if(ZN_BUILD_BENCH)
+  find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,54 @@
+# What all of our own targets share: the one include root, warnings as errors, no Qt keywords.
+add_library(zn_settings INTERFACE)
+target_include_directories(zn_settings INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_definitions(zn_settings INTERFACE
+  QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_DEPRECATED_WARNINGS
+  ZN_VERSION="${PROJECT_VERSION}")
+target_compile_options(zn_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+
+# zn_object_library(NAME [MOC] SOURCES ... [LIBS ...]): code that libraries and tests link as objects.
+function(zn_object_library name)
+  cmake_parse_arguments(ARG "MOC" "" "SOURCES;LIBS" ${ARGN})
+  add_library(${name} OBJECT ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC zn_settings ${ARG_LIBS})
+  if(ARG_MOC)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  endif()
+endfunction()
+
+# zn_test(NAME SOURCES ... LIBS ... [LABELS ...]): one GoogleTest program; each test of it becomes a CTest test.
+function(zn_test name)
+  cmake_parse_arguments(ARG "MOC" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
+  if(NOT ARG_LABELS)
+    set(ARG_LABELS unit)
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE zn_settings ${ARG_LIBS} GTest::gmock GTest::gtest)
+  if(ARG_MOC)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT ${ARG_TIMEOUT})
+endfunction()
+
+# zn_bench(NAME SOURCES ... LIBS ...): one Google Benchmark program.
+function(zn_bench name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE zn_settings ${ARG_LIBS} benchmark::benchmark)
+endfunction()
+
+# zn_fuzz(NAME SOURCES ... LIBS ...): one libFuzzer program, built only with ZN_FUZZ.
+function(zn_fuzz name)
+  if(NOT ZN_FUZZ)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE zn_settings ${ARG_LIBS})
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+endfunction()
