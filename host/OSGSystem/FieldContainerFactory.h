@@ -1,0 +1,21 @@
+#pragma once
+
+#include "host/OSGSystem/FieldContainerPtr.h"
+
+namespace osg
+{
+
+/// Knows every living container by its id.
+class ZN_HOST_EXPORT FieldContainerFactory
+{
+public:
+    static FieldContainerFactory* the();
+
+    /// The living container of this id, null if there is none.
+    FieldContainerPtr getContainer(unsigned id) const;
+
+private:
+    FieldContainerFactory() = default;
+};
+
+} // namespace osg

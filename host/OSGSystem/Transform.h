@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/OSGSystem/TransformBase.h"
+
+namespace osg
+{
+
+/// A group that moves what hangs below its node: a matrix that acts on column vectors, in millimetres.
+class ZN_HOST_EXPORT Transform : public TransformBase
+{
+public:
+    bool isIdentity() const { return m_matrix.isIdentity(); }
+};
+
+} // namespace osg

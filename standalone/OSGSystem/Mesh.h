@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/OSGSystem/Geometry.h"
+#include "host/OSGSystem/Math.h"
+#include "standalone/OSGSystem/Buffer.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace osg
+{
+
+/// The triangles of one face of the model: `count` triangles from the triangle `first` on.
+struct FaceRange {
+    std::uint32_t first = 0;
+    std::uint32_t count = 0;
+    friend bool operator==(const FaceRange&, const FaceRange&) = default;
+};
+
+/// What a geometry draws. `normals`, `texCoords` and `colors` are empty or as long as `positions`; indices count
+/// positions. Lengths are millimetres, front faces are counter-clockwise.
+struct Mesh {
+    Buffer<Vec3f> positions;
+    Buffer<Vec3f> normals;
+    Buffer<Vec2f> texCoords; ///< (0, 0) is the lower left corner of the picture
+    Buffer<Color4f> colors;
+    Buffer<std::uint32_t> triangles; ///< three a triangle
+    Buffer<std::uint32_t> lines;     ///< two a segment
+    Buffer<std::uint32_t> points;
+    Buffer<FaceRange> faces; ///< empty, or ranges that cover all triangles in order
+    Buffer<std::byte> brep;  ///< the exact surface that the mesh was made from, for a later mesh of it; may be empty
+    friend bool operator==(const Mesh&, const Mesh&) = default;
+};
+
+/// The one way to the mesh of a geometry.
+struct GeometryAccess {
+    /// Never fails: a geometry without a mesh gives an empty one.
+    static const Mesh& mesh(const GeometryBase& geometry);
+    static std::shared_ptr<const Mesh> sharedMesh(const GeometryBase& geometry);
+    /// To be called within an edit of `GeometryBase::MeshFieldMask`.
+    static void setMesh(GeometryBase& geometry, std::shared_ptr<const Mesh> mesh);
+};
+
+} // namespace osg
