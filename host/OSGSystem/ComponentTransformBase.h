@@ -33,6 +33,8 @@ public:
 protected:
     FieldContainerPtr copy() const override;
     void matrixChanged() override;
+    /// Gives `target` the matrix and the components of this object.
+    void copyTransformTo(ComponentTransformBase& target) const;
 
 private:
     void decompose() const;

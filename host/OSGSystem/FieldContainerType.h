@@ -32,6 +32,7 @@ private:
     const FieldContainerType* m_parent;
     const char* m_groupName;
     std::uint32_t m_id;
+    mutable std::uint16_t m_groupId = 0;
 };
 
 } // namespace osg

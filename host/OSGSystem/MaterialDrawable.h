@@ -21,7 +21,6 @@ protected:
     ~MaterialDrawableBase() override;
     bool equalFields(const FieldContainer& other) const override;
 
-private:
     Material* m_material = nullptr;
 };
 

@@ -17,7 +17,7 @@ ZN_HOST_EXPORT NodePtr makeNodeFor(const NodeCorePtr& core);
 
 /// Visits `node` and what hangs below it depth first, a parent before its children; the visitor's result steers the
 /// walk. A visitor may exchange cores and change fields; it must not move or remove nodes.
-/// @return the visitor's last result
+/// @return `Action::Quit` when the visitor ended the walk, otherwise what it said of `node` itself
 ZN_HOST_EXPORT Action::ResultE traverse(const NodePtr& node,
                                         const std::function<Action::ResultE(const NodePtr&)>& visitor);
 
