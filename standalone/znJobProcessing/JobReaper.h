@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+namespace znJobs
+{
+
+class JobRecord;
+
+/// Deletes ended jobs from the event loop. An event of its own instead of QObject::deleteLater(), because a deferred
+/// delete that was asked for outside an event handler waits for the end of a loop of processEvents() calls.
+class JobReaper : public QObject
+{
+public:
+    static JobReaper& instance();
+
+    void condemn(const std::shared_ptr<JobRecord>& record);
+
+protected:
+    void customEvent(QEvent* event) override;
+
+private:
+    std::vector<std::shared_ptr<JobRecord>> m_condemned;
+};
+
+} // namespace znJobs

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "standalone/znJobProcessing/QueueRecord.h"
+
+#include <QObject>
+
+#include <vector>
+
+namespace znJobs
+{
+
+/// Shares the means of the host among the queues: process slots, and one place for a processing job.
+///
+/// The next job is that of the highest priority over all active queues; among classes of equal priority the one that
+/// was served longest ago. So that none starves, a class that was overtaken four times as often as there are classes
+/// goes first.
+class JobScheduler : public QObject
+{
+public:
+    static JobScheduler& instance();
+
+    void enlist(const std::shared_ptr<QueueRecord>& queue) { m_queues.push_back(queue); }
+    void dismiss(const std::shared_ptr<QueueRecord>& queue);
+
+    /// Starts what may start, from the event loop.
+    void postDispatch();
+
+    /// Starts the process jobs that may start, at once: a free process slot doesn't wait for the next turn of the loop.
+    void startProcesses() { dispatch(JobKind::Process); }
+
+    /// Gives back the slot of `job`, if it holds one.
+    void release(JobRecord& job);
+
+    /// Spans each call of process(), also of jobs that no queue started.
+    class ProcessingScope
+    {
+    public:
+        ProcessingScope();
+        ~ProcessingScope();
+        ProcessingScope(const ProcessingScope&) = delete;
+        ProcessingScope& operator=(const ProcessingScope&) = delete;
+    };
+
+protected:
+    void customEvent(QEvent* event) override;
+
+private:
+    struct Candidate {
+        QueueRecord* queue = nullptr;
+        int priority = 0;
+        WaitingClass* jobs = nullptr;
+    };
+
+    std::vector<Candidate> candidates(JobKind kind) const;
+    std::shared_ptr<JobRecord> takeNext(JobKind kind);
+    bool hasSlot(JobKind kind) const;
+    void dispatch(JobKind kind);
+
+    std::vector<std::shared_ptr<QueueRecord>> m_queues;
+    unsigned m_processes = 0;       ///< slots held by process jobs
+    unsigned m_processingJobs = 0;  ///< slots held by processing jobs
+    unsigned m_processingDepth = 0; ///< calls of process() on the stack
+    bool m_dispatchPosted = false;
+};
+
+} // namespace znJobs

@@ -1,0 +1,83 @@
+#include "tests/standalone/znJobProcessing/TestJobs.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+
+using namespace znCADFileTypes;
+
+TEST(AbstractTimerJob, RunAnnouncesTheStartAndWorksFromTheEventLoop)
+{
+    TimerJob job;
+    SignalLog log;
+    log.watch(job);
+    job.run();
+    EXPECT_EQ(log.lines, QStringList({QStringLiteral("starting")}));
+    ASSERT_TRUE(waitUntil([&] { return log.lines.size() == 3; }));
+    EXPECT_EQ(log.lines,
+              QStringList({QStringLiteral("starting"), QStringLiteral("started"), QStringLiteral("finished 0")}));
+}
+
+TEST(AbstractTimerJob, SecondRunBeforeTheTimerIsRefused)
+{
+    TimerJob job;
+    SignalLog log;
+    log.watch(job);
+    job.run();
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return log.lines.size() >= 3; }));
+    drainEvents();
+    EXPECT_EQ(log.lines.size(), 3);
+}
+
+TEST(AbstractTimerJob, AbortBeforeTheTimerEndsTheJobUnworked)
+{
+    bool worked = false;
+    TimerJob job([&](auto& self) {
+        worked = true;
+        self.end();
+    });
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    job.abort();
+    ASSERT_EQ(finished.size(), 1);
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
+    EXPECT_EQ(job.getErrorText(), QStringLiteral("Aborted"));
+    EXPECT_FALSE(finished.wait(50));
+    EXPECT_FALSE(worked);
+}
+
+TEST(AbstractTimerJob, RunsAgainAfterAnAbort)
+{
+    TimerJob job;
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    job.abort();
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 2; }));
+    EXPECT_EQ(finished[1][0].value<JobState>(), JobSucceeded);
+}
+
+TEST(AbstractTimerJob, DestructionBeforeTheTimerTakesTheWorkBack)
+{
+    bool worked = false;
+    auto job = std::make_unique<TimerJob>([&](auto&) { worked = true; });
+    QSignalSpy finished(job.get(), &znAbstractJob::finished);
+    job->run();
+    job.reset();
+    EXPECT_FALSE(finished.wait(50));
+    EXPECT_FALSE(worked);
+}
+
+TEST(AbstractTimerJob, ExceptionEndsAtTheTimer)
+{
+    TimerJob job([](auto&) { throw std::runtime_error("broken"); });
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
+    EXPECT_EQ(job.getErrorText(), QStringLiteral("broken"));
+}
