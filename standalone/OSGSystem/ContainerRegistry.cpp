@@ -12,20 +12,16 @@ namespace osg
 namespace
 {
 
-/// Ids are places in `byId`; place 0 stays empty.
+/// The container with the id n has the place n - 1 in `byId`.
 struct Registry {
-    std::vector<FieldContainer*> byId = {nullptr};
+    std::vector<FieldContainer*> byId;
     std::size_t living = 0;
     std::vector<FieldContainer*> doomed;
     bool draining = false;
     bool sweeping = false;
 };
 
-Registry& registry()
-{
-    static Registry instance;
-    return instance;
-}
+constinit Registry all;
 
 std::string nameOf(const FieldContainerPtr& container)
 {
@@ -39,16 +35,14 @@ FieldContainerType FieldContainer::_type("FieldContainer", nullptr, "FieldContai
 
 FieldContainer::FieldContainer()
 {
-    Registry& all = registry();
-    m_id = static_cast<std::uint32_t>(all.byId.size());
     all.byId.push_back(this);
+    m_id = static_cast<std::uint32_t>(all.byId.size());
     ++all.living;
 }
 
 FieldContainer::~FieldContainer()
 {
-    Registry& all = registry();
-    all.byId[m_id] = nullptr;
+    all.byId[m_id - 1] = nullptr;
     --all.living;
 }
 
@@ -83,7 +77,6 @@ void FieldContainerPtrBase::subRef() const
 
 void ContainerAccess::destroy(FieldContainer* container)
 {
-    Registry& all = registry();
     container->m_references = 0;
     all.doomed.push_back(container);
     if (all.draining)
@@ -105,14 +98,15 @@ FieldContainerFactory* FieldContainerFactory::the()
 
 FieldContainerPtr FieldContainerFactory::getContainer(unsigned id) const
 {
-    const std::vector<FieldContainer*>& byId = registry().byId;
-    return id < byId.size() ? FieldContainerPtr(byId[id]) : FieldContainerPtr();
+    // Id 0 wraps to a place that is never there.
+    const std::size_t place = std::size_t(id) - 1;
+    return place < all.byId.size() ? FieldContainerPtr(all.byId[place]) : FieldContainerPtr();
 }
 
 std::vector<LivingContainer> livingContainers()
 {
     std::vector<LivingContainer> result;
-    for (FieldContainer* container : registry().byId)
+    for (FieldContainer* container : all.byId)
         if (container)
             result.push_back({container->getContainerId(), container->getRefCount(), container->getType().getName(),
                               nameOf(FieldContainerPtr(container))});
@@ -121,23 +115,22 @@ std::vector<LivingContainer> livingContainers()
 
 std::size_t livingContainerCount()
 {
-    return registry().living;
+    return all.living;
 }
 
 void sweepContainers()
 {
-    Registry& all = registry();
     all.sweeping = true;
-    for (std::size_t id = 1; id < all.byId.size(); ++id)
-        if (all.byId[id])
-            ContainerAccess::destroy(all.byId[id]);
-    all.byId.resize(1);
+    for (std::size_t place = 0; place < all.byId.size(); ++place)
+        if (all.byId[place])
+            ContainerAccess::destroy(all.byId[place]);
+    all.byId.clear();
     all.sweeping = false;
 }
 
 bool isSweeping()
 {
-    return registry().sweeping;
+    return all.sweeping;
 }
 
 } // namespace osg

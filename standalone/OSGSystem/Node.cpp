@@ -141,20 +141,20 @@ NodePtr NodeAccess::copyWithoutChildren(const Node& node, bool copyAttachments)
     return NodePtr(result);
 }
 
-void NodeAccess::append(Node& parent, Node& child)
+void NodeAccess::cloneChildren(const Node& original, Node& clone, bool copyAttachments, std::vector<ClonePair>& pending)
 {
-    NodePtr(&child).addRef();
-    parent.m_children->insert(parent.m_children->size(), &child);
-    child.m_parent = &parent;
-}
-
-void NodeAccess::reserveChildren(Node& node, unsigned count)
-{
-    if (count == 0)
-        return;
-    if (!node.m_children)
-        node.m_children = std::make_unique<ChildList>();
-    node.m_children->reserve(count);
+    const ChildList& children = *original.m_children;
+    clone.m_children = std::make_unique<ChildList>();
+    clone.m_children->reserve(children.size());
+    for (std::uint32_t i = 0; i < children.size(); ++i) {
+        const Node& child = *children.at(i);
+        Node& copied = *copyWithoutChildren(child, copyAttachments);
+        NodePtr(&copied).addRef();
+        clone.m_children->insert(i, &copied);
+        copied.m_parent = &clone;
+        if (child.m_children)
+            pending.push_back({&child, &copied});
+    }
 }
 
 } // namespace osg

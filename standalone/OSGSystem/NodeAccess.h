@@ -2,17 +2,24 @@
 
 #include "host/OSGSystem/Node.h"
 
+#include <vector>
+
 namespace osg
 {
+
+/// A node that was copied without its children, and its copy.
+struct ClonePair {
+    const Node* original;
+    Node* clone;
+};
 
 /// Ways to build nodes without the checks that a fresh tree does not need.
 struct NodeAccess {
     /// A new node with the same core and activity.
     static NodePtr copyWithoutChildren(const Node& node, bool copyAttachments);
-    /// Makes room for `count` children in all.
-    static void reserveChildren(Node& node, unsigned count);
-    /// Appends a fresh `child`, which has no parent. Room was reserved.
-    static void append(Node& parent, Node& child);
+    /// Gives `clone`, which has none, copies of the children of `original`, and notes each pair that has children
+    /// itself.
+    static void cloneChildren(const Node& original, Node& clone, bool copyAttachments, std::vector<ClonePair>& pending);
 };
 
 } // namespace osg

@@ -11,18 +11,6 @@ namespace osg
 namespace
 {
 
-struct CloneStep {
-    const Node* original;
-    Node* clone;
-};
-
-NodePtr cloneNode(const Node& node, bool copyAttachments)
-{
-    const NodePtr clone = NodeAccess::copyWithoutChildren(node, copyAttachments);
-    NodeAccess::reserveChildren(*clone, node.getNChildren());
-    return clone;
-}
-
 struct WalkStep {
     NodePtr node;
     unsigned nextChild;
@@ -34,18 +22,14 @@ NodePtr cloneTree(const NodePtr& node, bool copyAttachments)
 {
     if (!node)
         return NodePtr();
-    const NodePtr root = cloneNode(*node, copyAttachments);
-    std::vector<CloneStep> pending = {{node.get(), root.get()}};
+    const NodePtr root = NodeAccess::copyWithoutChildren(*node, copyAttachments);
+    std::vector<ClonePair> pending;
+    if (node->getNChildren() != 0)
+        pending.push_back({node.get(), root.get()});
     while (!pending.empty()) {
-        const CloneStep step = pending.back();
+        const ClonePair pair = pending.back();
         pending.pop_back();
-        for (unsigned i = 0; i < step.original->getNChildren(); ++i) {
-            const NodePtr child = step.original->getChild(i);
-            const NodePtr clone = cloneNode(*child, copyAttachments);
-            NodeAccess::append(*step.clone, *clone);
-            if (child->getNChildren() != 0)
-                pending.push_back({child.get(), clone.get()});
-        }
+        NodeAccess::cloneChildren(*pair.original, *pair.clone, copyAttachments, pending);
     }
     return root;
 }
