@@ -1,0 +1,45 @@
+# Sourced by the scripts beside it: where the checkout is, how to speak, how to fail.
+# shellcheck shell=bash
+set -euo pipefail
+
+# shellcheck disable=SC2034 # read by the scripts
+ZN_CALLED_FROM=$PWD
+ZN_ROOT=$(cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/.." >/dev/null && pwd -P)
+cd -- "$ZN_ROOT"
+
+# Qt takes file names in the locale's character set; the POSIX locale would lose every letter beyond ASCII.
+if [ "$(locale charmap 2>/dev/null)" != UTF-8 ]; then
+    export LC_ALL=C.UTF-8
+fi
+
+say() { printf '== %s\n' "$*"; }
+
+die() {
+    printf '%s: %s\n' "$(basename -- "$0")" "$*" >&2
+    exit 1
+}
+
+# Wrong use of a script: the message, then how to use it.
+misuse() {
+    printf '%s: %s\n\n' "$(basename -- "$0")" "$1" >&2
+    usage >&2
+    exit 2
+}
+
+# build_preset NAME [TARGET...]: configures and builds in build/NAME.
+build_preset() {
+    local preset=$1
+    shift
+    # ccache stops the compiler where it cannot write.
+    if [ ! -w "${CCACHE_DIR:-${HOME:-/nonexistent}}" ]; then
+        export CCACHE_DIR=$ZN_ROOT/build/ccache
+    fi
+    say "building the preset $preset"
+    cmake --preset "$preset" >"$(log_of configure)" 2>&1 || { cat "$(log_of configure)" && die "configuring failed"; }
+    cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
+}
+
+log_of() {
+    mkdir -p build
+    printf 'build/%s.log' "$1"
+}
