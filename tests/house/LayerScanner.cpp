@@ -1,10 +1,8 @@
 #include "tests/house/LayerScanner.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <optional>
-#include <regex>
 #include <set>
 #include <string_view>
 
@@ -80,10 +78,10 @@ const Layer* layerOf(std::string_view file)
 }
 
 // Standard headers are all lower case and have no suffix.
-bool isStandardOrTinyXml(const std::string& included)
+bool isStandardOrTinyXml(std::string_view included)
 {
-    static const std::regex standardName{"[a-z0-9_]+"};
-    return included == "tinyxml.h" || std::regex_match(included, standardName);
+    return included == "tinyxml.h" ||
+           included.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_") == std::string_view::npos;
 }
 
 bool isAllowed(const Layer& layer, const std::string& included)
@@ -100,11 +98,21 @@ std::string resolve(const fs::path& root, const std::string& file, const std::st
                                               : fs::path(included).lexically_normal().generic_string();
 }
 
-std::optional<std::string> includedBy(const std::string& line)
+// Takes a word, and the blanks before it, off the front of a text.
+bool take(std::string_view& text, std::string_view word)
 {
-    static const std::regex directive{R"(^\s*#\s*include\s*["<]([^">]+)[">].*)"};
-    std::smatch match;
-    return std::regex_match(line, match, directive) ? std::optional(match[1].str()) : std::nullopt;
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    if (!text.starts_with(word))
+        return false;
+    text.remove_prefix(word.size());
+    return true;
+}
+
+std::optional<std::string> includedBy(std::string_view line)
+{
+    if (!take(line, "#") || !take(line, "include") || !(take(line, "\"") || take(line, "<")))
+        return std::nullopt;
+    return std::string(line.substr(0, line.find_first_of("\">")));
 }
 
 void scanFile(const fs::path& root, const std::string& file, std::vector<BrokenLayer>& broken)
