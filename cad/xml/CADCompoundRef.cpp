@@ -1,0 +1,25 @@
+#include "cad/xml/CADCompoundRef.h"
+
+#include "cad/xml/CADElementWalk.h"
+
+namespace HB::XML::CAD
+{
+
+namespace
+{
+constexpr Keywords<CADRepresentation::Type, 3> typeWords{{"construction", "weld", "midsurface"},
+                                                         CADRepresentation::Type::Construction};
+}
+
+void CADCompoundRef::loadAttributes(const TiXmlElement& element)
+{
+    CADRepresentation::loadAttributes(element);
+    auto type = getType();
+    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
+        if (attribute.NameTStr() == "type")
+            typeWords.read(attribute.Value(), type);
+    }
+    setType(type);
+}
+
+} // namespace HB::XML::CAD

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <tinyxml.h>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// How the element classes walk over what the parser gives them. For their sources only: no header of the model shows
+/// the parser.
+namespace HB::XML::CAD
+{
+
+/// The attributes of an element in file order, for a range-based for.
+class AttributesOf
+{
+public:
+    explicit AttributesOf(const TiXmlElement& element) : m_first(element.FirstAttribute()) {}
+
+    struct Iterator {
+        const TiXmlAttribute* attribute;
+        const TiXmlAttribute& operator*() const { return *attribute; }
+        void operator++() { attribute = attribute->Next(); }
+        bool operator!=(const Iterator& other) const { return attribute != other.attribute; }
+    };
+    Iterator begin() const { return {m_first}; }
+    Iterator end() const { return {nullptr}; }
+
+private:
+    const TiXmlAttribute* m_first;
+};
+
+/// The child nodes of one kind in file order, for a range-based for. `Node` is TiXmlElement or TiXmlText.
+template <class Node, TiXmlNode::NodeType type>
+class ChildrenOf
+{
+public:
+    explicit ChildrenOf(const TiXmlElement& element) : m_element(element) {}
+
+    struct Iterator {
+        const TiXmlElement& element;
+        const TiXmlNode* node;
+        const Node& operator*() const { return static_cast<const Node&>(*node); }
+        void operator++() { node = firstOfType(element, element.IterateChildren(node)); }
+        bool operator!=(const Iterator& other) const { return node != other.node; }
+    };
+    Iterator begin() const { return {m_element, firstOfType(m_element, m_element.IterateChildren(nullptr))}; }
+    Iterator end() const { return {m_element, nullptr}; }
+
+private:
+    static const TiXmlNode* firstOfType(const TiXmlElement& element, const TiXmlNode* node)
+    {
+        while (node && node->Type() != type)
+            node = element.IterateChildren(node);
+        return node;
+    }
+
+    const TiXmlElement& m_element;
+};
+
+using ChildElementsOf = ChildrenOf<TiXmlElement, TiXmlNode::TINYXML_ELEMENT>;
+using TextNodesOf = ChildrenOf<TiXmlText, TiXmlNode::TINYXML_TEXT>;
+
+/// The words of an enumerated attribute, whose first word stands for the value `first` and each further one for the
+/// next value.
+template <class Enum, std::size_t count>
+struct Keywords {
+    std::array<std::string_view, count> words;
+    Enum first{};
+
+    /// Sets `field` to the value of `word`; an unknown word, or one in another case, changes nothing.
+    void read(std::string_view word, Enum& field) const
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (words[i] == word)
+                field = static_cast<Enum>(static_cast<std::size_t>(first) + i);
+        }
+    }
+};
+
+} // namespace HB::XML::CAD

@@ -1,0 +1,31 @@
+#include "cad/xml/CADInstanceGraph.h"
+
+#include "cad/xml/CADElementWalk.h"
+#include "cad/xml/CADInstance.h"
+#include "cad/xml/CADPart.h"
+#include "cad/xml/CADReference.h"
+
+namespace HB::XML::CAD
+{
+
+void CADInstanceGraph::load(const TiXmlElement& element)
+{
+    loadAttributes(element);
+    for (const TiXmlElement& child : ChildElementsOf(element)) {
+        if (!createInstance(child) && !createPart(child))
+            createTransform(child);
+    }
+}
+
+void CADInstanceGraph::loadAttributes(const TiXmlElement& element)
+{
+    CADBase::loadAttributes(element);
+    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
+        if (attribute.NameTStr() == "rootRefs")
+            splitRefList(attribute.Value(), m_rootRefs);
+        else if (attribute.NameTStr() == "rootInstanceRef")
+            m_rootRefs.assign(1, attribute.Value());
+    }
+}
+
+} // namespace HB::XML::CAD

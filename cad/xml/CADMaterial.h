@@ -1,0 +1,44 @@
+#pragma once
+
+#include "cad/xml/CADBase.h"
+
+#include <string>
+#include <vector>
+
+namespace HB::XML::CAD
+{
+
+/// Simple lighting values. The lists are kept as long as the document writes them; a colour is one with exactly three
+/// elements.
+class CADMaterial : public CADBase
+{
+public:
+    explicit CADMaterial(CADBase* parent) : CADBase(parent) {}
+
+    /// Reads no children but `UserData`.
+    void load(const TiXmlElement& element) override;
+
+    /// Beside `name` and `id`: `ambient`, `diffuse`, `specular` and `emissive`, each of which replaces its list, and
+    /// the first numbers of `alpha` and `shininess`. `name` is taken a second time, for getMaterialName.
+    /// @throws std::bad_alloc see parseFloatList
+    void loadAttributes(const TiXmlElement& element) override;
+
+    std::vector<float> getAmbient() const { return m_ambient; }
+    std::vector<float> getDiffuse() const { return m_diffuse; }
+    std::vector<float> getSpecular() const { return m_specular; }
+    std::vector<float> getEmissive() const { return m_emissive; }
+    float getShininess() const { return m_shininess; }
+    float getAlpha() const { return m_alpha; }
+    std::string getMaterialName() const { return m_materialName; }
+
+private:
+    std::vector<float> m_ambient = {0.0F, 0.0F, 0.0F};
+    std::vector<float> m_diffuse = {0.5F, 0.5F, 0.5F};
+    std::vector<float> m_specular = m_ambient;
+    std::vector<float> m_emissive = m_ambient;
+    float m_shininess = 0.0F;
+    float m_alpha = 1.0F;
+    std::string m_materialName;
+};
+
+} // namespace HB::XML::CAD

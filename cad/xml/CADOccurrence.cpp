@@ -1,0 +1,39 @@
+#include "cad/xml/CADOccurrence.h"
+
+#include "cad/xml/CADElementWalk.h"
+#include "cad/xml/CADMaterial.h"
+#include "cad/xml/CADReference.h"
+#include "cad/xml/CADTransform.h"
+
+namespace HB::XML::CAD
+{
+
+void CADOccurrence::load(const TiXmlElement& element)
+{
+    CADBase::load(element);
+    for (const TiXmlElement& child : ChildElementsOf(element)) {
+        if (const auto* occurrence = createOccurrence(child))
+            m_occurrenceRefs.push_back(occurrence->getId());
+        else if (const auto* transform = createTransform(child))
+            m_transformRef = transform->getId();
+        else if (const auto* material = createMaterial(child))
+            m_materialRef = material->getId();
+    }
+}
+
+void CADOccurrence::loadAttributes(const TiXmlElement& element)
+{
+    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
+        const auto& name = attribute.NameTStr();
+        if (name == "materialRef")
+            m_materialRef = attribute.Value();
+        else if (name == "transformRef")
+            m_transformRef = attribute.Value();
+        else if (name == "occurrenceRefs")
+            splitRefList(attribute.Value(), m_occurrenceRefs);
+        else if (name == "instanceRefs")
+            splitRefList(attribute.Value(), m_instanceRefs);
+    }
+}
+
+} // namespace HB::XML::CAD

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "cad/xml/CADBase.h"
+
+#include <string>
+#include <vector>
+
+namespace HB::XML::CAD
+{
+
+/// Overrides for one place in the assembly tree. The path of instances names the place; a transform and a material
+/// given here apply there instead of the instance's own.
+class CADOccurrence : public CADBase
+{
+public:
+    explicit CADOccurrence(CADBase* parent) : CADBase(parent) {}
+
+    /// Reads `Occurrence` children, to any depth, whose ids go behind those of the attribute, and `Transform` and
+    /// `Material` children, the last of which replaces the attribute.
+    void load(const TiXmlElement& element) override;
+
+    /// `materialRef`, `transformRef`, `occurrenceRefs`, `instanceRefs`.
+    void loadAttributes(const TiXmlElement& element) override;
+
+    std::string getTransformRef() const { return m_transformRef; }
+    std::string getMaterialRef() const { return m_materialRef; }
+
+    /// The path: references to instances, from the root down.
+    std::vector<std::string> getInstanceRefs() const { return m_instanceRefs; }
+
+private:
+    friend class CADOccurrenceIndex;
+    friend struct TestAccess;
+
+    std::string m_transformRef;
+    std::string m_materialRef;
+    std::vector<std::string> m_occurrenceRefs;
+    std::vector<std::string> m_instanceRefs;
+};
+
+} // namespace HB::XML::CAD

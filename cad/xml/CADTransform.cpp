@@ -1,0 +1,30 @@
+#include "cad/xml/CADTransform.h"
+
+#include "cad/xml/CADElementWalk.h"
+#include "cad/xml/CADNumbers.h"
+
+namespace HB::XML::CAD
+{
+
+namespace
+{
+constexpr Keywords<CADTransform::Type, 5> typeWords{{"rotate", "translate", "scale", "general3", "general"}};
+}
+
+void CADTransform::load(const TiXmlElement& element)
+{
+    CADBase::load(element);
+    for (const TiXmlText& text : TextNodesOf(element))
+        parseTransformValues(text.Value(), m_values);
+}
+
+void CADTransform::loadAttributes(const TiXmlElement& element)
+{
+    CADBase::loadAttributes(element);
+    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
+        if (attribute.NameTStr() == "type")
+            typeWords.read(attribute.Value(), m_type);
+    }
+}
+
+} // namespace HB::XML::CAD

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "cad/xml/CADBase.h"
+
+#include <string>
+
+namespace HB::XML::CAD
+{
+
+/// One entry of a list: a text.
+class CADUserListItem : public CADBase
+{
+public:
+    explicit CADUserListItem(CADBase* parent) : CADBase(parent) {}
+
+    /// Keeps the last text node: text that a comment or an element divides does not run on.
+    void load(const TiXmlElement& element) override;
+
+    /// Has no attributes of its own.
+    void loadAttributes(const TiXmlElement&) override {}
+
+private:
+    friend struct TestAccess;
+
+    std::string m_text;
+};
+
+} // namespace HB::XML::CAD
