@@ -58,7 +58,7 @@ CADProductDef& ModelTest::loadProductDef(std::string_view content, std::string_v
     text << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PLMXML><ProductDef " << attributes << ">" << content
          << "</ProductDef></PLMXML>\n";
     load(text.str());
-    return *m_document.getProductDef(0);
+    return *m_document.getProductDef(m_document.getProductDefCount() - 1);
 }
 
 testing::AssertionResult isGeneratedId(const CADBase& element, const std::string& parentId, const std::string& suffix)

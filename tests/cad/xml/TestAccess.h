@@ -2,6 +2,7 @@
 
 #include "cad/xml/CADDocument.h"
 #include "cad/xml/CADInstance.h"
+#include "cad/xml/CADInstanceGraph.h"
 #include "cad/xml/CADOccurrence.h"
 #include "cad/xml/CADPart.h"
 #include "cad/xml/CADProductDef.h"
