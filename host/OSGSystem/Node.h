@@ -57,6 +57,7 @@ private:
     friend struct NodeAccess;
 
     bool canTake(const NodePtr& child) const;
+    bool takeOut(const NodePtr& child);
 
     Node* m_parent = nullptr;
     NodeCore* m_core = nullptr;

@@ -83,7 +83,7 @@ void Node::insertChild(unsigned index, const NodePtr& child)
         return;
     child.addRef();
     if (child->m_parent)
-        child->m_parent->subChild(child);
+        child->m_parent->takeOut(child);
     if (!m_children)
         m_children = std::make_unique<ChildList>();
     m_children->insert(std::min(index, m_children->size()), child.get());
@@ -93,15 +93,22 @@ void Node::insertChild(unsigned index, const NodePtr& child)
 
 void Node::subChild(const NodePtr& child)
 {
+    if (takeOut(child))
+        fieldChanged(ChildrenFieldMask);
+}
+
+/// A move calls this for the former parent, which is no edit of the caller's.
+bool Node::takeOut(const NodePtr& child)
+{
     const int index = findChild(child);
     if (index < 0)
-        return;
+        return false;
     m_children->remove(static_cast<std::uint32_t>(index));
     if (m_children->size() == 0)
         m_children.reset();
     child->m_parent = nullptr;
-    fieldChanged(ChildrenFieldMask);
     child.subRef();
+    return true;
 }
 
 int Node::findChild(const NodePtr& child) const

@@ -54,6 +54,7 @@ FieldContainerPtr ExtReferenceBase::copy() const
     getSmartFile().addRef();
     fields.m_smartFile = m_smartFile;
     fields.m_state = m_state;
+    fields.m_flags = m_flags;
     return ExtReferencePtr(result);
 }
 
