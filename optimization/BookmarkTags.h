@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+/// The grammar of the tags by which a converted model tells its bookmarks. Each function takes a whole tag and gives
+/// nothing when the tag is of another kind. The marks are matched with their case, anywhere in the tag; names run from
+/// the first "[" of the tag.
+namespace BookmarkTags
+{
+
+inline constexpr const char* BookmarkNode = "stylar::bookmark";
+inline constexpr const char* VariesByBookmark = "stylar::bookmark_visibilities";
+
+/// `bookmark_group[NAME]`: the name, up to the first "]", or to the end when there is none.
+std::optional<std::string> groupName(const std::string& tag);
+
+/// What `switch_shader[MATERIAL]:STATE` tells.
+struct MaterialSwitch {
+    std::string material; ///< up to the first "]:", or to the end when there is none
+    std::string state;    ///< behind that "]:"; without one the tag but for its first character
+    friend bool operator==(const MaterialSwitch&, const MaterialSwitch&) = default;
+};
+std::optional<MaterialSwitch> materialSwitch(const std::string& tag);
+
+/// What `bookmark[SET]cVALUE` tells, whatever the character c is.
+struct Visibility {
+    std::string set; ///< up to the first "]", or to the end when there is none
+    bool visible = false;
+    friend bool operator==(const Visibility&, const Visibility&) = default;
+};
+/// A tag that ends with its first "]" has no value: `std::out_of_range` with the text "invalid string position".
+std::optional<Visibility> visibility(const std::string& tag);
+
+} // namespace BookmarkTags
