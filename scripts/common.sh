@@ -12,6 +12,12 @@ if [ "$(locale charmap 2>/dev/null)" != UTF-8 ]; then
     export LC_ALL=C.UTF-8
 fi
 
+# ccache and npm fail without a place for their caches.
+if [ ! -w "${HOME:-/nonexistent}" ]; then
+    export HOME=$ZN_ROOT/build/home
+    mkdir -p "$HOME"
+fi
+
 say() { printf '== %s\n' "$*"; }
 
 die() {
@@ -28,18 +34,10 @@ misuse() {
 
 # build_preset NAME [TARGET...]: configures and builds in build/NAME.
 build_preset() {
-    local preset=$1
+    local preset=$1 log=build/configure-$1.log
     shift
-    # ccache stops the compiler where it cannot write.
-    if [ ! -w "${CCACHE_DIR:-${HOME:-/nonexistent}}" ]; then
-        export CCACHE_DIR=$ZN_ROOT/build/ccache
-    fi
     say "building the preset $preset"
-    cmake --preset "$preset" >"$(log_of configure)" 2>&1 || { cat "$(log_of configure)" && die "configuring failed"; }
-    cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
-}
-
-log_of() {
     mkdir -p build
-    printf 'build/%s.log' "$1"
+    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" && die "configuring failed"; }
+    cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
