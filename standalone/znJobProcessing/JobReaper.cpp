@@ -24,13 +24,19 @@ void JobReaper::condemn(const std::shared_ptr<JobRecord>& record)
     m_condemned.push_back(record);
 }
 
+void JobReaper::take(const std::shared_ptr<JobRecord>& record)
+{
+    const std::shared_ptr<JobRecord> self = record;
+    self->condemned = self->busy > 0;
+    if (!self->condemned) {
+        delete self->job;
+    }
+}
+
 void JobReaper::customEvent(QEvent*)
 {
     for (const std::shared_ptr<JobRecord>& record : std::exchange(m_condemned, {})) {
-        record->condemned = record->busy > 0;
-        if (!record->condemned) {
-            delete record->job;
-        }
+        take(record);
     }
 }
 

@@ -17,6 +17,10 @@ class JobReaper : public QObject
 public:
     static JobReaper& instance();
 
+    /// Deletes the job at once if none of its functions is on the stack, otherwise as soon as that holds.
+    void take(const std::shared_ptr<JobRecord>& record);
+
+    /// Deletes the job from the event loop.
     void condemn(const std::shared_ptr<JobRecord>& record);
 
 protected:

@@ -1,5 +1,8 @@
 #include "standalone/znJobProcessing/JobScheduler.h"
 
+#include "host/znJobProcessing/znParallelJobManager.h"
+#include "standalone/znJobProcessing/ProcessRun.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 
@@ -85,7 +88,10 @@ std::shared_ptr<JobRecord> JobScheduler::takeNext(JobKind kind)
 
 bool JobScheduler::hasSlot(JobKind kind) const
 {
-    return kind == JobKind::Processing && m_processingJobs == 0 && m_processingDepth == 0;
+    if (kind == JobKind::Process) {
+        return m_processes < znParallelJobManager::the()->getMaxNumProcesses();
+    }
+    return m_processingJobs == 0 && m_processingDepth == 0;
 }
 
 void JobScheduler::dispatch(JobKind kind)
@@ -97,6 +103,7 @@ void JobScheduler::dispatch(JobKind kind)
         }
         next->holdsSlot = true;
         ++(kind == JobKind::Process ? m_processes : m_processingJobs);
+        const FinishScope nobodysWork(nullptr);
         next->job->run();
     }
 }

@@ -1,6 +1,7 @@
 #include "host/znJobProcessing/znAbstractJob.h"
 
 #include "standalone/znJobProcessing/JobRecord.h"
+#include "standalone/znJobProcessing/ProcessRun.h"
 #include "standalone/znJobProcessing/QueueRecord.h"
 
 using znJobs::JobPhase;
@@ -38,6 +39,7 @@ void znAbstractJob::finish()
     const std::shared_ptr<znJobs::JobRecord> record = m_record;
     {
         const znJobs::BusyScope busy(*this);
+        const znJobs::FinishScope nobodysWork(nullptr);
         Q_EMIT finished(m_state);
     }
     record->ended();

@@ -2,6 +2,7 @@
 
 #include "host/znJobProcessing/znAbstractProcessingJob.h"
 #include "host/znJobProcessing/znAbstractTimerJob.h"
+#include "tests/support/QtPrinters.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -71,14 +72,17 @@ public:
     void watch(Job& job, const QString& name = {})
     {
         const auto note = [this, name](const char* signal) { lines << name + QString::fromLatin1(signal); };
-        QObject::connect(&job, &znAbstractJob::starting, [note] { note("starting"); });
-        QObject::connect(&job, &znAbstractJob::started, [note] { note("started"); });
-        QObject::connect(&job, &znAbstractJob::finished, [this, name](znCADFileTypes::JobState state) {
+        QObject::connect(&job, &znAbstractJob::starting, &m_context, [note] { note("starting"); });
+        QObject::connect(&job, &znAbstractJob::started, &m_context, [note] { note("started"); });
+        QObject::connect(&job, &znAbstractJob::finished, &m_context, [this, name](znCADFileTypes::JobState state) {
             lines << name + QStringLiteral("finished %1").arg(state);
         });
     }
 
     QStringList lines;
+
+private:
+    QObject m_context;
 };
 
 /// Turns the event loop until `condition` holds; false after ten seconds.

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+
+#include <optional>
+
+namespace znJobs
+{
+
+/// The exit code of an ended process as znProcessJob::getExitCode() tells it.
+std::optional<int> readExitCode(const QProcess& process);
+
+/// A child process that leads its own process group and dies with this process.
+class ChildProcess : public QProcess
+{
+public:
+    explicit ChildProcess(QObject* parent);
+
+    /// Kills a process that runs, and waits for its end.
+    ~ChildProcess() override;
+
+    /// Splits `command` and starts it. The group exists when this returns, if the start got so far.
+    void launch(const QString& command);
+
+    /// Sends `signal` to every process of the group. The id of the group stays taken while one of them lives.
+    void signalGroup(int signal) const;
+
+    /// Kills the group and waits for the end of the process; no signal of this object comes any more.
+    void endNow();
+
+    /// The last 64 KiB of both outputs.
+    QByteArray outputTail() const;
+
+protected:
+    void setupChildProcess() override;
+
+private:
+    void readOutput();
+
+    const qint64 m_host; ///< the process that may live longest
+    qint64 m_group = 0;
+    QByteArray m_output;
+};
+
+} // namespace znJobs

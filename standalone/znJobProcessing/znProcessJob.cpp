@@ -1,0 +1,53 @@
+#include "host/znJobProcessing/znProcessJob.h"
+
+#include "standalone/znJobProcessing/ChildProcess.h"
+#include "standalone/znJobProcessing/JobRecord.h"
+#include "standalone/znJobProcessing/ProcessRun.h"
+
+znProcessJob::znProcessJob(QObject* parent) : znProcessJob(QString(), parent) {}
+
+znProcessJob::znProcessJob(const QString& command, QObject* parent)
+    : znAbstractJob(parent), m_command(command), m_run(std::make_unique<znJobs::ProcessRun>(*this))
+{
+    znJobs::JobRecord::of(*this)->kind = znJobs::JobKind::Process;
+}
+
+znProcessJob::~znProcessJob() = default;
+
+void znProcessJob::run()
+{
+    m_run->begin();
+}
+
+void znProcessJob::abort()
+{
+    if (!m_run->abort()) {
+        znAbstractJob::abort();
+    }
+}
+
+std::optional<int> znProcessJob::getExitCode() const
+{
+    return m_process ? znJobs::readExitCode(*m_process) : std::nullopt;
+}
+
+void znProcessJob::finish()
+{
+    m_errorText = m_state == znCADFileTypes::JobFailed ? m_run->describeFailure() : QString();
+    znAbstractJob::finish();
+}
+
+void znProcessJob::createBaseConnections()
+{
+    if (m_connectionsMade) {
+        return;
+    }
+    m_run->connectTimer();
+    m_connectionsMade = true;
+}
+
+QString znProcessJob::getErrorDescription(int exitCode) const
+{
+    return exitCode > 128 ? tr("The process was ended by signal %1").arg(exitCode - 128)
+                          : tr("The process ended with exit code %1").arg(exitCode);
+}
