@@ -1,0 +1,96 @@
+#include "tools/ptxconvert/core/Limits.h"
+
+#include <sys/resource.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace ptx
+{
+
+namespace
+{
+
+constexpr double Megabyte = 1024.0 * 1024.0;
+
+// Less than this share of a core counts as no work: the monitor itself takes a little.
+constexpr double IdleShare = 0.02;
+
+double grown(double base, double perMegabyte, std::uint64_t bytes)
+{
+    return base == 0 ? 0 : base + perMegabyte * (static_cast<double>(bytes) / Megabyte);
+}
+
+std::string rounded(double value)
+{
+    return std::to_string(static_cast<long long>(value + 0.5));
+}
+
+double residentMegabytes()
+{
+    std::FILE* file = std::fopen("/proc/self/statm", "re");
+    if (!file)
+        return 0;
+    long long total = 0;
+    long long resident = 0;
+    const bool known = std::fscanf(file, "%lld %lld", &total, &resident) == 2;
+    std::fclose(file);
+    return known ? static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / Megabyte : 0;
+}
+
+double processorSeconds()
+{
+    timespec time{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+} // namespace
+
+Usage measureUsage()
+{
+    return {0, processorSeconds(), residentMegabytes()};
+}
+
+Limits::Limits(const Settings& settings, std::uint64_t inputBytes)
+    : m_seconds(grown(settings.number(Setting::TimeLimit), settings.number(Setting::TimeLimitPerMegabyte), inputBytes)),
+      m_megabytes(
+          grown(settings.number(Setting::MemoryLimit), settings.number(Setting::MemoryLimitPerMegabyte), inputBytes)),
+      m_stallSeconds(settings.number(Setting::StallLimit))
+{
+}
+
+Trouble Limits::check(const Usage& usage, std::uint64_t signs)
+{
+    if (m_megabytes > 0 && usage.megabytes > m_megabytes)
+        return memoryFailure();
+    if (m_seconds > 0 && usage.wallSeconds > m_seconds)
+        return Failure{ExitCode::TimeLimit, "the conversion took longer than its limit of " + rounded(m_seconds) +
+                                                " s; raise limit.time or limit.time-per-mb, or set limit.time=0"};
+    return checkStall(usage, signs);
+}
+
+Trouble Limits::checkStall(const Usage& usage, std::uint64_t signs)
+{
+    const double wall = usage.wallSeconds - m_lastLifeWall;
+    const bool works = usage.cpuSeconds - m_lastLifeCpu > IdleShare * wall && wall > 1;
+    if (signs != m_lastSigns || works) {
+        m_lastSigns = signs;
+        m_lastLifeWall = usage.wallSeconds;
+        m_lastLifeCpu = usage.cpuSeconds;
+        return std::nullopt;
+    }
+    if (m_stallSeconds <= 0 || wall <= m_stallSeconds)
+        return std::nullopt;
+    return Failure{ExitCode::StallLimit, "no progress and no work of the processor for " + rounded(wall) +
+                                             " s; raise limit.stall, or set limit.stall=0"};
+}
+
+Failure Limits::memoryFailure() const
+{
+    return {ExitCode::MemoryLimit, "the conversion needs more memory than its limit of " + rounded(m_megabytes) +
+                                       " MB; raise limit.memory or limit.memory-per-mb, or set limit.memory=0"};
+}
+
+} // namespace ptx

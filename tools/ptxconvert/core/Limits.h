@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Outcome.h"
+#include "tools/ptxconvert/core/Settings.h"
+
+#include <cstdint>
+
+namespace ptx
+{
+
+/// What the process uses at one moment.
+struct Usage {
+    double wallSeconds = 0; ///< since the start of the conversion
+    double cpuSeconds = 0;  ///< of all threads together
+    double megabytes = 0;   ///< resident
+};
+
+/// What this process uses; the wall time is left for the caller.
+Usage measureUsage();
+
+/// Watches over time, stall and memory of one conversion. Every limit is off at 0.
+class Limits
+{
+public:
+    Limits(const Settings& settings, std::uint64_t inputBytes);
+
+    /// To be called now and then with the present usage and the progress counter.
+    /// @return which limit was reached and how to raise it
+    Trouble check(const Usage& usage, std::uint64_t signs);
+
+    double seconds() const { return m_seconds; }
+    double megabytes() const { return m_megabytes; }
+    /// The sentence for a failed allocation.
+    Failure memoryFailure() const;
+
+private:
+    Trouble checkStall(const Usage& usage, std::uint64_t signs);
+
+    double m_seconds;
+    double m_megabytes;
+    double m_stallSeconds;
+    std::uint64_t m_lastSigns = 0;
+    double m_lastLifeWall = 0;
+    double m_lastLifeCpu = 0;
+};
+
+} // namespace ptx

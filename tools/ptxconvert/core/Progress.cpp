@@ -1,0 +1,32 @@
+#include "tools/ptxconvert/core/Progress.h"
+
+#include <algorithm>
+
+namespace ptx
+{
+
+void Progress::begin(Stage stage)
+{
+    const int least = std::min(percent() + 1, 99);
+    m_stage.store(static_cast<int>(stage), std::memory_order_relaxed);
+    raise(std::max(stageStart(stage), least));
+    touch();
+}
+
+void Progress::report(double fraction)
+{
+    const Stage now = stage();
+    const int start = stageStart(now);
+    const double share = std::clamp(fraction, 0.0, 1.0);
+    raise(start + static_cast<int>(share * (stageEnd(now) - start)));
+    touch();
+}
+
+void Progress::raise(int percent)
+{
+    int known = m_percent.load(std::memory_order_relaxed);
+    while (known < percent && !m_percent.compare_exchange_weak(known, percent, std::memory_order_relaxed)) {
+    }
+}
+
+} // namespace ptx

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Stage.h"
+
+#include <atomic>
+#include <cstdint>
+
+namespace ptx
+{
+
+/// Where a conversion stands. Any thread may report; nothing is written from here, the monitor reads it now and then.
+/// The percent never falls.
+class Progress
+{
+public:
+    /// Enters `stage`: the percent rises to its start, and by one at least unless it is at 99 already.
+    void begin(Stage stage);
+    /// How much of the present stage is done, from 0 to 1.
+    void report(double fraction);
+    /// Says that work goes on although its share is not known.
+    void touch() { m_signs.fetch_add(1, std::memory_order_relaxed); }
+
+    Stage stage() const { return static_cast<Stage>(m_stage.load(std::memory_order_relaxed)); }
+    int percent() const { return m_percent.load(std::memory_order_relaxed); }
+    /// Counts reports of every kind; a number that stands still is a conversion without progress.
+    std::uint64_t signs() const { return m_signs.load(std::memory_order_relaxed); }
+
+private:
+    void raise(int percent);
+
+    std::atomic<int> m_stage{0};
+    std::atomic<int> m_percent{0};
+    std::atomic<std::uint64_t> m_signs{0};
+};
+
+} // namespace ptx

@@ -1,0 +1,97 @@
+#include "tools/ptxconvert/core/Settings.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace ptx
+{
+
+namespace
+{
+
+constexpr double Many = 1e9;
+
+constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows = {{
+    {"threads", "", 0, 256, 0, "Threads that heal and mesh parts; 0 takes one for each core."},
+    {"limit.time", "s", 0, Many, 600,
+     "Wall time of a conversion, without what limit.time-per-mb adds; 0 switches the limit off."},
+    {"limit.time-per-mb", "s", 0, Many, 60, "Wall time that each megabyte of input adds to limit.time."},
+    {"limit.stall", "s", 0, Many, 300,
+     "Time without progress and without work of the processor; 0 switches the limit off."},
+    {"limit.memory", "MB", 0, Many, 4096,
+     "Resident memory, without what limit.memory-per-mb adds; 0 switches the limit off."},
+    {"limit.memory-per-mb", "MB", 0, Many, 60, "Memory that each megabyte of input adds to limit.memory."},
+    {"limit.nodes", "", 0, Many, 5e6, "Nodes of the scene; nested instances multiply. 0 switches the limit off."},
+    {"tessellation.deviation", "mm", 0, 1e6, 0,
+     "Largest distance between mesh and surface; 0 takes tessellation.relative-deviation instead."},
+    {"tessellation.relative-deviation", "", 1e-6, 1, 0.001,
+     "Largest distance between mesh and surface, as a share of the diagonal of the part's bounding box."},
+    {"tessellation.angle", "degree", 1, 90, 20,
+     "Largest angle between normals of neighbouring triangles of a curved face."},
+    {"heal", "0/1", 0, 1, 1, "Repair the surfaces of each part before they are meshed."},
+}};
+
+std::string rangeText(const SettingRow& row, double value)
+{
+    return std::string(row.name) + " takes a number from " + numberText(row.low) + " to " + numberText(row.high) +
+           ", not " + numberText(value);
+}
+
+const SettingRow* findRow(std::string_view name)
+{
+    for (const SettingRow& row : Rows)
+        if (name == row.name)
+            return &row;
+    return nullptr;
+}
+
+} // namespace
+
+std::span<const SettingRow> settingRows()
+{
+    return Rows;
+}
+
+Settings::Settings()
+{
+    for (std::size_t i = 0; i < Rows.size(); ++i)
+        m_values[i] = Rows[i].standard;
+}
+
+std::optional<std::string> Settings::assign(std::string_view assignment)
+{
+    const auto equals = assignment.find('=');
+    const std::string_view name = assignment.substr(0, equals);
+    const SettingRow* row = findRow(name);
+    if (!row)
+        return "there is no setting named \"" + std::string(name) + "\"";
+    const std::string_view text = equals == assignment.npos ? std::string_view() : assignment.substr(equals + 1);
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+        return std::string(name) + " takes a number, not \"" + std::string(text) + "\"";
+    if (value < row->low || value > row->high)
+        return rangeText(*row, value);
+    m_values[static_cast<std::size_t>(row - Rows.data())] = value;
+    return std::nullopt;
+}
+
+std::string settingsHelp()
+{
+    std::string text;
+    for (const SettingRow& row : Rows) {
+        const std::string unit = *row.unit ? std::string(" ") + row.unit : std::string();
+        text += std::string(row.name) + "=" + numberText(row.standard) + unit + "  (" + numberText(row.low) + " to " +
+                numberText(row.high) + ")\n    " + row.help + "\n";
+    }
+    return text;
+}
+
+std::string numberText(double value)
+{
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return {text, end};
+}
+
+} // namespace ptx

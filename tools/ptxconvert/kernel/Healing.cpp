@@ -1,0 +1,41 @@
+#include "tools/ptxconvert/kernel/Healing.h"
+
+#include <Precision.hxx>
+#include <ShapeBuild_ReShape.hxx>
+#include <ShapeFix_Shape.hxx>
+#include <TopExp_Explorer.hxx>
+
+namespace ptx
+{
+
+namespace
+{
+
+// Gaps of files in the wild reach this far; beyond it an edge no longer lies on its face.
+constexpr double LargestTolerance = 1.0;
+
+decltype(ShapeBody::appearances) followed(const ShapeBody& body, ShapeBuild_ReShape& changes)
+{
+    decltype(body.appearances) result;
+    for (decltype(body.appearances)::Iterator it(body.appearances); it.More(); it.Next())
+        for (TopExp_Explorer face(changes.Apply(it.Key()), TopAbs_FACE); face.More(); face.Next())
+            result.Bind(face.Current(), it.Value());
+    return result;
+}
+
+} // namespace
+
+void heal(ShapeBody& body)
+{
+    ShapeFix_Shape fixer(body.shape);
+    fixer.SetPrecision(body.precision);
+    fixer.SetMinTolerance(Precision::Confusion());
+    fixer.SetMaxTolerance(LargestTolerance);
+    fixer.Perform();
+    if (fixer.Shape().IsNull())
+        return;
+    body.appearances = followed(body, *fixer.Context());
+    body.shape = fixer.Shape();
+}
+
+} // namespace ptx

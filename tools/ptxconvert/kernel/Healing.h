@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tools/ptxconvert/kernel/ShapeBody.h"
+
+namespace ptx
+{
+
+/// Repairs `body`'s shape: missing curves, wires that do not close, faces turned inside out. The appearances follow the
+/// faces. Exceptions of the kernel pass through; the body is as it was then.
+void heal(ShapeBody& body);
+
+} // namespace ptx

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+class TCollection_ExtendedString;
+class TDF_Label;
+
+namespace ptx
+{
+
+/// As UTF-8, without control characters and blanks at its ends.
+std::string utf8(const TCollection_ExtendedString& text);
+
+/// The name that `label` bears, empty if none.
+std::string nameOf(const TDF_Label& label);
+
+} // namespace ptx

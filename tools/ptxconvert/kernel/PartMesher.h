@@ -1,0 +1,17 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Outcome.h"
+#include "tools/ptxconvert/kernel/ShapeBody.h"
+#include "tools/ptxconvert/model/Job.h"
+#include "tools/ptxconvert/model/Model.h"
+
+#include <vector>
+
+namespace ptx
+{
+
+/// Heals and meshes `shapes` in parallel, each once, and gives the bodies in the same order. The shapes are given up on
+/// the way, so that their memory comes back. A part that the kernel fails on becomes a warning and an empty body.
+Outcome<std::vector<Body>> meshParts(std::vector<ShapeBody> shapes, const Job& job);
+
+} // namespace ptx

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Settings.h"
+
+class TopoDS_Shape;
+
+namespace ptx
+{
+
+/// How finely one part becomes a mesh.
+struct Tolerance {
+    double deviation = 0; ///< millimetres between mesh and surface
+    double angle = 0;     ///< radians between neighbouring normals
+};
+
+/// The tolerance that `settings` ask for, for a part of this shape's size.
+Tolerance toleranceFor(const TopoDS_Shape& shape, const Settings& settings);
+
+} // namespace ptx

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Log.h"
+#include "tools/ptxconvert/core/Progress.h"
+#include "tools/ptxconvert/core/Settings.h"
+
+#include <cstdint>
+#include <string>
+
+namespace ptx
+{
+
+/// What a reader has to know; all of it outlives the reading.
+struct Job {
+    std::string input; ///< absolute path
+    std::uint64_t inputBytes = 0;
+    bool externalParts = false;
+    const Settings& settings;
+    Progress& progress;
+    Log& log;
+};
+
+} // namespace ptx

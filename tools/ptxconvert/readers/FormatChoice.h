@@ -1,0 +1,15 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Outcome.h"
+#include "tools/ptxconvert/readers/Reader.h"
+
+#include <string>
+
+namespace ptx
+{
+
+/// The format that reads `path`, a file of `size` bytes that begins with `head`. The extension decides; a content that
+/// belies it is damaged input, an extension without reader is unsupported, and the sentence names the format.
+Outcome<const Format*> chooseFormat(const std::string& path, std::string_view head, std::uint64_t size);
+
+} // namespace ptx

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Progress.h"
+
+#include <cstdint>
+#include <fstream>
+#include <streambuf>
+#include <string>
+#include <vector>
+
+namespace ptx
+{
+
+/// Reads a file and reports how much of it went by, because the kernel says nothing while it reads.
+class CountingBuffer : public std::streambuf
+{
+public:
+    /// `share` is the part of the present stage that the reading stands for.
+    CountingBuffer(const std::string& path, std::uint64_t size, double share, Progress& progress);
+
+    bool isOpen() const { return m_file.is_open(); }
+
+protected:
+    int_type underflow() override;
+
+private:
+    std::filebuf m_file;
+    std::vector<char> m_block;
+    std::uint64_t m_size;
+    std::uint64_t m_done = 0;
+    double m_share;
+    Progress& m_progress;
+};
+
+} // namespace ptx

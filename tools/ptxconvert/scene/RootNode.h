@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+
+#include <string>
+
+namespace ptx
+{
+
+struct Model;
+
+/// The root of a converted tree: it refers to `input` as a loaded file, is named after it, and is tagged.
+osg::NodePtr makeRootNode(const std::string& input, const Model& model);
+
+} // namespace ptx
