@@ -1,3 +1,4 @@
+#include "host/znJobProcessing/znJobQueue.h"
 #include "tests/standalone/znJobProcessing/ProcessTestJobs.h"
 
 #include <QPointer>
@@ -119,6 +120,23 @@ TEST_F(ProcessJobAbort, AbortedJobDoesNotRunAgainInsideFinish)
     EXPECT_EQ(log.lines.filter(QStringLiteral("finished")).size(), 1);
 }
 
+TEST_F(ProcessJobAbort, BetweenTwoProcessesOfARunTakesTheSecondBack)
+{
+    ScriptedJob job(QStringLiteral("exit 5"));
+    SignalLog log;
+    log.watch(job);
+    job.onFinish = [](ScriptedJob& self) {
+        Q_EMIT self.progressChanged(0, QStringLiteral("Retrying"));
+        self.run();
+    };
+    QObject::connect(&job, &znAbstractJob::progressChanged, &job, &znAbstractJob::abort);
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return log.lines.size() == 3; }));
+    drainEvents();
+    EXPECT_EQ(log.lines,
+              QStringList({QStringLiteral("starting"), QStringLiteral("started"), QStringLiteral("finished 1")}));
+}
+
 TEST_F(ProcessJobAbort, AbortedJobMayRunAgainLater)
 {
     ScriptedJob job(QStringLiteral("wait 60000"));
@@ -216,6 +234,39 @@ TEST_F(DependentJobs, DestructionOfTheOuterJobEndsAndDeletesTheUpdateSilently)
     drainEvents();
     EXPECT_EQ(updateEnds, 0);
     EXPECT_TRUE(ends().isEmpty());
+}
+
+TEST_F(DependentJobs, JobThatEndsBesideItsUpdateEndsAgainAfterIt)
+{
+    updateScript = folder.command(QStringLiteral("wait-for"), QStringLiteral("go")) + QStringLiteral(";exit 3");
+    outer->onFinish = [this](ScriptedJob& self) {
+        startUpdate();
+        self.endRunPlainly();
+    };
+    outer->run();
+    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
+    folder.write(QStringLiteral("go"));
+    EXPECT_TRUE(waitUntil([&] { return ends().size() == 2; }));
+    EXPECT_TRUE(waitUntil([&] { return update.isNull(); }));
+}
+
+TEST_F(DependentJobs, DeletingQueueTakesTheUpdateOfAnEndedJobAlong)
+{
+    updateScript = readyThenWait();
+    outer->onFinish = [this](ScriptedJob& self) {
+        startUpdate();
+        self.endRunPlainly();
+    };
+    znJobQueue queue;
+    QSignalSpy empty(&queue, &znJobQueue::jobQueueEmpty);
+    queue.setDeleteFinishedOrFailedJobs(true);
+    queue.addJob(outer);
+    queue.startProcessing();
+    EXPECT_TRUE(waitUntil([&] { return outer.isNull() && update.isNull() && !empty.isEmpty(); }));
+    drainEvents();
+    EXPECT_EQ(ends().size(), 1);
+    EXPECT_EQ(updateEnds, 0);
+    EXPECT_EQ(empty.size(), 1);
 }
 
 TEST_F(DependentJobs, DestructionOfTheOuterJobInASlotOnTheUpdatesStarting)
