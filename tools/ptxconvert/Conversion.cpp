@@ -38,7 +38,7 @@ public:
         Outcome<InputFile> input = lookAtInput(m_line.input);
         if (!m_log.isOpen())
             return fail({ExitCode::OutputFailed, "cannot write " + m_line.output + ".log"});
-        lastwords::install(m_log, m_progress, m_output.temporaryPath());
+        lastwords::install(m_log, m_progress, m_output.unfinishedPath());
         tellStart();
         if (!input)
             return fail(input.failure());
@@ -117,7 +117,6 @@ private:
     {
         m_log.error(failure.message);
         std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
-        m_output.discard();
         return failure.code;
     }
 

@@ -9,8 +9,8 @@
 #include <fcntl.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
+#include <filesystem>
 
 namespace ptx
 {
@@ -25,32 +25,31 @@ Failure cannotWrite(const std::string& path, const std::string& why)
 
 } // namespace
 
+// The name is the scene file writer's own, and pinned by a test that stops a conversion while it writes.
 OutputFile::OutputFile(const std::string& path)
-    : m_path(path), m_temporary(path + "." + std::to_string(::getpid()) + ".part")
+    : m_path(path),
+      m_unfinished(
+          (std::filesystem::path(path).parent_path() / (".osb-" + std::to_string(::getpid()) + "-0.part")).string())
 {
 }
 
 Trouble OutputFile::prepare() const
 {
-    if (!FileDescriptor(::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666)))
+    if (std::filesystem::is_directory(m_path))
+        return cannotWrite(m_path, "it is a folder");
+    if (!FileDescriptor(::open(m_unfinished.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)))
         return cannotWrite(m_path, std::strerror(errno));
+    ::unlink(m_unfinished.c_str());
     return std::nullopt;
 }
 
 Trouble OutputFile::write(const osg::NodePtr& root) const
 {
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(root, QString::fromStdString(m_temporary));
+    const osg::SceneFileWriteResult result = osg::writeSceneFile(root, QString::fromStdString(m_path));
     if (result.error)
         return cannotWrite(m_path, result.error->message.toStdString());
     lastwords::outputStands();
-    if (std::rename(m_temporary.c_str(), m_path.c_str()) != 0)
-        return cannotWrite(m_path, std::strerror(errno));
     return std::nullopt;
-}
-
-void OutputFile::discard() const
-{
-    ::unlink(m_temporary.c_str());
 }
 
 } // namespace ptx

@@ -8,24 +8,23 @@
 namespace ptx
 {
 
-/// The output, which appears under its name complete or not at all.
+/// The output, which appears under its name complete or not at all: the scene file is written under another name in the
+/// same folder first.
 class OutputFile
 {
 public:
     explicit OutputFile(const std::string& path);
 
-    /// Where the output is written before it gets its name.
-    const std::string& temporaryPath() const { return m_temporary; }
+    /// Where the scene file stands until it is complete; what a killed process has to remove.
+    const std::string& unfinishedPath() const { return m_unfinished; }
     /// Makes sure that the folder takes files, before the work is done rather than after.
     Trouble prepare() const;
-    /// Writes `root` and gives the file its name. From then on a request to stop is ignored.
+    /// Writes `root`. After that a request to stop is ignored.
     Trouble write(const osg::NodePtr& root) const;
-    /// Removes what is unfinished.
-    void discard() const;
 
 private:
     std::string m_path;
-    std::string m_temporary;
+    std::string m_unfinished;
 };
 
 } // namespace ptx

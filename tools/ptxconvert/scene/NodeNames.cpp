@@ -16,6 +16,8 @@ bool isCounter(std::string_view name)
     constexpr std::string_view Prefix = "NAUO";
     if (name.starts_with(Prefix))
         name.remove_prefix(Prefix.size());
+    if (name.starts_with("=>["))
+        return true;
     return std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
