@@ -21,14 +21,12 @@ fi
 say() { printf '== %s\n' "$*"; }
 
 die() {
-    printf '%s: %s\n' "$(basename -- "$0")" "$*" >&2
+    printf '%s: %s\n' "${0##*/}" "$*" >&2
     exit 1
 }
 
-# Wrong use of a script: the message, then how to use it.
 misuse() {
-    printf '%s: %s\n\n' "$(basename -- "$0")" "$1" >&2
-    usage >&2
+    printf '%s: %s\nscripts/%s --help tells more.\n' "${0##*/}" "$1" "${0##*/}" >&2
     exit 2
 }
 
