@@ -1,0 +1,11 @@
+#pragma once
+
+#include "standalone/scenefile/SceneBytes.h"
+
+namespace osg::scenefile
+{
+
+/// `readSceneFile` for a file whose bytes are there already; its errors name no file.
+SceneFileReadResult readScene(SceneBytes bytes, const SceneFileReadOptions& options);
+
+} // namespace osg::scenefile

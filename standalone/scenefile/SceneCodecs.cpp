@@ -1,0 +1,173 @@
+#include "standalone/scenefile/SceneCodecs.h"
+
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/SimpleMaterial.h"
+#include "host/znOpenSGExt/ExtReference.h"
+#include "standalone/OSGSystem/Tags.h"
+#include "standalone/scenefile/TransformFields.h"
+
+#include <bit>
+
+namespace osg::scenefile
+{
+
+namespace
+{
+
+void writeGroup(const NodeCore&, ObjectNumbers&, CoreFields&) {}
+
+NodeCorePtr readGroup(const fb::Core&, const NumberedObjects&)
+{
+    return Group::create();
+}
+
+void writeTransform(const NodeCore& core, ObjectNumbers&, CoreFields& fields)
+{
+    fields.matrix = matrixOf(static_cast<const Transform&>(core));
+}
+
+NodeCorePtr readTransform(const fb::Core& record, const NumberedObjects&)
+{
+    const TransformPtr core = TransformBase::create();
+    restoreMatrix(*core, record.matrix());
+    return core;
+}
+
+void writeComponentTransform(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
+{
+    writeTransform(core, numbers, fields);
+    fields.components = componentsOf(static_cast<const ComponentTransform&>(core));
+}
+
+NodeCorePtr readComponentTransform(const fb::Core& record, const NumberedObjects&)
+{
+    const ComponentTransformPtr core = ComponentTransformBase::create();
+    restoreComponents(*core, record.matrix(), record.components());
+    return core;
+}
+
+NodeCorePtr readTransform3D(const fb::Core& record, const NumberedObjects&)
+{
+    const Transform3DPtr core = Transform3DBase::create();
+    restoreComponents(*core, record.matrix(), record.components());
+    return core;
+}
+
+void writeExtReference(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
+{
+    const auto& reference = static_cast<const ExtReference&>(core);
+    writeComponentTransform(core, numbers, fields);
+    fields.reference = fb::Reference(reference.getState(), numbers.fileReference(reference.getSourceFile()),
+                                     numbers.fileReference(reference.getSmartFile()));
+}
+
+NodeCorePtr readExtReference(const fb::Core& record, const NumberedObjects& objects)
+{
+    const ExtReferencePtr core = ExtReferenceBase::create();
+    restoreComponents(*core, record.matrix(), record.components());
+    if (!record.reference())
+        return core;
+    constexpr FieldMask mask =
+        ExtReferenceBase::StateFieldMask | ExtReferenceBase::SourceFileFieldMask | ExtReferenceBase::SmartFileFieldMask;
+    beginEditCP(core, mask, 1);
+    core->setState(record.reference()->state());
+    core->setSourceFile(objects.fileReference(record.reference()->source_file()));
+    core->setSmartFile(objects.fileReference(record.reference()->smart_file()));
+    endEditCP(core, mask, 1);
+    return core;
+}
+
+void writeGeometry(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
+{
+    const auto& geometry = static_cast<const Geometry&>(core);
+    fields.material = numbers.material(geometry.getMaterial());
+    fields.mesh = numbers.mesh(GeometryAccess::sharedMesh(geometry));
+}
+
+NodeCorePtr readGeometry(const fb::Core& record, const NumberedObjects& objects)
+{
+    constexpr FieldMask mask = GeometryBase::MeshFieldMask | MaterialDrawableBase::MaterialFieldMask;
+    const GeometryPtr core = GeometryBase::create();
+    beginEditCP(core, mask, 1);
+    core->setMaterial(objects.material(record.material()));
+    GeometryAccess::setMesh(*core, objects.mesh(record.mesh()));
+    endEditCP(core, mask, 1);
+    return core;
+}
+
+void writeSimpleMaterial(const Material& material, ObjectNumbers&, MaterialFields& fields)
+{
+    const auto& simple = static_cast<const SimpleMaterial&>(material);
+    fields.simple =
+        fb::SimpleColors(std::bit_cast<fb::Color>(simple.getAmbient()), std::bit_cast<fb::Color>(simple.getDiffuse()),
+                         std::bit_cast<fb::Color>(simple.getEmission()), std::bit_cast<fb::Color>(simple.getSpecular()),
+                         simple.getShininess(), simple.getTransparency());
+}
+
+MaterialPtr readSimpleMaterial(const fb::Material& record, const NumberedObjects&)
+{
+    const SimpleMaterialPtr material = SimpleMaterialBase::create();
+    const fb::SimpleColors* colors = record.simple();
+    if (!colors)
+        return material;
+    beginEditCP(material, AllFieldsMask, 1);
+    material->setAmbient(std::bit_cast<Color3f>(colors->ambient()));
+    material->setDiffuse(std::bit_cast<Color3f>(colors->diffuse()));
+    material->setEmission(std::bit_cast<Color3f>(colors->emission()));
+    material->setSpecular(std::bit_cast<Color3f>(colors->specular()));
+    material->setShininess(colors->shininess());
+    material->setTransparency(colors->transparency());
+    endEditCP(material, AllFieldsMask, 1);
+    return material;
+}
+
+void writeTags(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
+{
+    for (const std::string& tag : static_cast<const TagAttachment&>(attachment).tags())
+        fields.tags.push_back(numbers.text(tag));
+}
+
+AttachmentPtr readTags(const fb::Attachment& record, const NumberedObjects& objects)
+{
+    std::vector<std::string> tags;
+    if (record.tags())
+        for (const std::uint32_t text : *record.tags())
+            tags.push_back(objects.text(text));
+    return TagAttachment::create(std::move(tags));
+}
+
+const CoreCodec cores[] = {
+    {Group::_type, writeGroup, readGroup},
+    {TransformBase::_type, writeTransform, readTransform},
+    {ComponentTransformBase::_type, writeComponentTransform, readComponentTransform},
+    {Transform3DBase::_type, writeComponentTransform, readTransform3D},
+    {ExtReferenceBase::_type, writeExtReference, readExtReference},
+    {GeometryBase::_type, writeGeometry, readGeometry},
+};
+
+const MaterialCodec materials[] = {
+    {SimpleMaterialBase::_type, writeSimpleMaterial, readSimpleMaterial},
+};
+
+const AttachmentCodec attachments[] = {
+    {TagAttachment::_type, writeTags, readTags},
+};
+
+} // namespace
+
+std::span<const CoreCodec> coreCodecs()
+{
+    return cores;
+}
+
+std::span<const MaterialCodec> materialCodecs()
+{
+    return materials;
+}
+
+std::span<const AttachmentCodec> attachmentCodecs()
+{
+    return attachments;
+}
+
+} // namespace osg::scenefile
