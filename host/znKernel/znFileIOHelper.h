@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/HostExport.h"
+#include "import/znCADFileTypes.h"
+
+#include <QString>
+
+/// What the name of a file tells. Extensions are compared without their case; no file is opened.
+class ZN_HOST_EXPORT znFileIOHelper
+{
+public:
+    /// The format by the extension; `Undefined` for any other. "prt" counts as NX and "asm" as ProEngineer.
+    static znCADFileTypes::FileType getFileTypeByFileName(const QString& path);
+    /// Files of this extension may refer to part files.
+    static bool isAssemblyFile(const QString& path);
+    /// Files of this format can hold parts of their own beside references to part files.
+    static bool canContainMixedAssemblies(const QString& path);
+    static bool isStylarFile(const QString& path);
+    static bool isBrantelMechanorFile(const QString& path);
+    /// The format goes through the external converter.
+    static bool isPtxFile(const QString& path);
+    static bool isPLMXMLFile(const QString& path);
+};

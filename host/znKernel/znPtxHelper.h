@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+#include <QString>
+
+#include <string>
+#include <utility>
+
+/// What the host knows of the external converter: its command lines and the words for its failures. Paths are UTF-8.
+class ZN_HOST_EXPORT znPtxHelper
+{
+public:
+    /// The exit code that stands for a converter that could not be started.
+    static constexpr int CouldNotStart = 127;
+
+    /// The command line that converts `input`, quoted for `QProcess::splitCommand`, and the path of the file that it
+    /// will write into `outputDir`. With `externalParts` the parts in other files stay references.
+    static std::pair<std::string, std::string> createProcessCommand(const std::string& input, bool externalParts,
+                                                                    const std::string& outputDir);
+
+    /// The command line that brings an old Stylar file up to date; `convertedFile` becomes the path that it will write
+    /// in `outputDir`. Both are empty when the host has no such tool.
+    static std::string createStylarConvertCommand(const std::string& input, std::string& convertedFile,
+                                                  const std::string& outputDir);
+
+    /// What `exitCode` of the converter means, for the user, with the last error of `logFile` if there is one.
+    static QString getProcessErrorDescription(int exitCode, const std::string& logFile);
+};

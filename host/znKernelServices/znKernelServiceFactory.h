@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/znKernelServices/znBaseService.h"
+
+#include <QHash>
+
+#include <cstddef>
+#include <cstdio>
+#include <typeinfo>
+
+/// Finds the host's services by their type.
+class ZN_HOST_EXPORT znKernelServiceFactory
+{
+public:
+    static znKernelServiceFactory* the();
+
+    /// The service of type `T`. When the host has none, or it is no `T`, null; in the first case with a line on the
+    /// standard error stream.
+    template <class T>
+    T* get() const;
+
+private:
+    friend class znStandaloneSession;
+
+    QHash<std::size_t, znBaseService*> m_services;
+};
+
+template <class T>
+T* znKernelServiceFactory::get() const
+{
+    const auto found = m_services.find(typeid(T).hash_code());
+    if (found == m_services.end()) {
+        std::fprintf(stderr, "znKernelServiceFactory: couldn't find class '%s'!\n", typeid(T).name());
+        return nullptr;
+    }
+    if (!found.value()) {
+        std::fprintf(stderr, "znKernelServiceFactory: service '%s' is NULL!\n", typeid(T).name());
+        return nullptr;
+    }
+    return dynamic_cast<T*>(found.value());
+}

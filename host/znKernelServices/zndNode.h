@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/znKernelServices/zndSceneObject.h"
+
+#include <QString>
+
+/// Stands for a node.
+class ZN_HOST_EXPORT zndNode : public zndSceneObject
+{
+    Q_OBJECT
+
+public:
+    using zndSceneObject::zndSceneObject;
+
+    /// Names the node; nothing happens when it is gone.
+    void setName(const QString& name);
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/znKernelServices/zndObject.h"
+
+/// Stands for a container of the scene graph; the object id is the container's.
+class ZN_HOST_EXPORT zndSceneObject : public zndObject
+{
+    Q_OBJECT
+
+public:
+    using zndObject::zndObject;
+
+    /// Whether the container is still there.
+    bool isValid() const;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/HostExport.h"
+#include "host/OSGSystem/Node.h"
+
+/// What the host knows of single nodes. A null node has no property.
+class ZN_HOST_EXPORT znNodeUtils
+{
+public:
+    /// The node itself is locked against changes.
+    static bool getLock(const osg::NodePtr& node);
+    /// An ancestor of the node is locked; the node's own lock does not count.
+    static bool hasLockedParent(const osg::NodePtr& node);
+    /// The node is the root of an asset that is not open for editing.
+    static bool isUneditedAssetRoot(const osg::NodePtr& node);
+};

@@ -1,0 +1,115 @@
+#include "import/znFileLoaderJob.h"
+
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Drawable.h"
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/FieldContainerFactory.h"
+#include "host/znKernel/znFileIO.h"
+#include "host/znKernel/znScenegraph.h"
+#include "host/znKernel/znTypeConverter.h"
+#include "host/znKernelServices/znKernelServiceFactory.h"
+#include "host/znKernelServices/znReferenceService.h"
+#include "host/znOpenSGExt/ExtReference.h"
+#include "host/znOpenSGUtils/znNodeUtils.h"
+
+#include <QFileInfo>
+
+namespace
+{
+
+/// Nothing may be hung below `node`.
+bool mustBeGivenUp(const osg::NodePtr& node)
+{
+    if (node && osg::fcCast<osg::Drawable>(node->getCore()))
+        return true;
+    return znNodeUtils::getLock(node) || znNodeUtils::hasLockedParent(node) || znNodeUtils::isUneditedAssetRoot(node);
+}
+
+znCADFileTypes::JobState stateOf(int loadResult)
+{
+    return loadResult == 0 ? znCADFileTypes::JobFailed : znCADFileTypes::JobSucceeded;
+}
+
+} // namespace
+
+znFileLoaderJob::znFileLoaderJob(const QString& file, const zndNode& target, QObject* parent)
+    : znAbstractTimerJob(100, parent), m_file(file), m_target(target)
+{
+}
+
+znFileLoaderJob::~znFileLoaderJob() = default;
+
+void znFileLoaderJob::abort() {}
+
+void znFileLoaderJob::process()
+{
+    Q_EMIT started();
+    const osg::NodePtr place = insertionNode();
+    zndReferenceNode reference(0);
+    if (m_target.isTypeOf(&zndReferenceNode::staticMetaObject))
+        reference.assign(m_target.getSessionId(), m_target.getObjectId());
+
+    if (reference.isValid() && reference.hasSmartReference())
+        refresh(reference);
+    else if (reference.isValid())
+        fill(place);
+    else if (m_importAsSmartReference)
+        createSmartReference(place);
+    else
+        load(place);
+    Q_EMIT processingFinished();
+}
+
+osg::NodePtr znFileLoaderJob::insertionNode() const
+{
+    const auto id = static_cast<std::uint32_t>(m_target.getObjectId());
+    osg::NodePtr node = osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(id));
+    if (!node)
+        node = znScenegraph::getSelectedNode();
+    return mustBeGivenUp(node) && !(node == znScenegraph::getRoot()) ? znScenegraph::getRoot() : node;
+}
+
+void znFileLoaderJob::refresh(zndReferenceNode& reference)
+{
+    reference.loadSmartReference();
+    reference.setName(QFileInfo(m_file).baseName());
+    m_loadedNode = znTypeConverter::convertNode(reference);
+    m_state = znCADFileTypes::JobSucceeded;
+}
+
+/// The file's own top node goes; its content hangs directly below the reference. The node that the load needed is left
+/// to itself: nobody refers to it.
+void znFileLoaderJob::fill(const osg::NodePtr& place)
+{
+    const osg::NodePtr loaded = osg::Node::create();
+    m_state = stateOf(znFileIO::load({m_file}, loaded, znScenegraph::isEmpty(), false, false));
+    if (m_state == znCADFileTypes::JobFailed || loaded->getNChildren() == 0)
+        return;
+    const osg::NodePtr first = loaded->getChild(0);
+    osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);
+    while (first->getNChildren() > 0)
+        place->addChild(first->getChild(0));
+    osg::endEditCP(place, osg::Node::ChildrenFieldMask, 1);
+
+    if (const auto core = osg::fcCast<osg::ExtReference>(place->getCore())) {
+        osg::beginEditCP(core, osg::ExtReferenceBase::StateFieldMask, 1);
+        core->setState(2);
+        osg::endEditCP(core, osg::ExtReferenceBase::StateFieldMask, 1);
+    }
+    m_loadedNode = place;
+}
+
+void znFileLoaderJob::createSmartReference(const osg::NodePtr& place)
+{
+    auto* service = znKernelServiceFactory::the()->get<znReferenceService>();
+    zndReferenceNode reference = service->createReference(znTypeConverter::convertNode(place));
+    reference.setSmartPath(m_file);
+    refresh(reference);
+}
+
+void znFileLoaderJob::load(const osg::NodePtr& place)
+{
+    m_state = stateOf(znFileIO::load({m_file}, place, znScenegraph::isEmpty(), false, m_loadBehavior));
+    if (m_state == znCADFileTypes::JobSucceeded)
+        m_loadedNode = znFileIO::getLoadedGeometriesList().back().getNode();
+}

@@ -1,0 +1,71 @@
+#include "standalone/session/SettingRows.h"
+
+#include "import/znCADFileTypes.h"
+
+namespace zn
+{
+
+namespace
+{
+
+SettingRow switchRow(const QString& name, bool on, const QString& help)
+{
+    return {name, SettingType::Switch, {}, 0, 0, on ? QStringLiteral("on") : QStringLiteral("off"), help};
+}
+
+SettingRow textRow(const QString& name, const QString& defaultText, const QString& help)
+{
+    return {name, SettingType::Text, {}, 0, 0, defaultText, help};
+}
+
+/// The formats whose files may refer to part files.
+void addReferencedFilesRows(std::vector<SettingRow>& rows)
+{
+    for (int type = 0; type <= znCADFileTypes::Unsupported; ++type) {
+        const auto fileType = static_cast<znCADFileTypes::FileType>(type);
+        const znCADFileTypes::FileTypeRow* row = znCADFileTypes::findRow(fileType);
+        const bool wanted = row && (row->cadFormat || fileType == znCADFileTypes::PLMXML);
+        if (!wanted)
+            continue;
+        const QString name = QString::fromLatin1(znCADFileTypes::fileTypeName(fileType));
+        rows.push_back(
+            switchRow(referencedFilesSetting(name), true,
+                      QStringLiteral("Import the part files that a file of the format %1 refers to.").arg(name)));
+    }
+}
+
+} // namespace
+
+QString referencedFilesSetting(const QString& formatName)
+{
+    return QStringLiteral("import.%1.referencedFiles").arg(formatName);
+}
+
+std::vector<SettingRow> settingRows()
+{
+    std::vector<SettingRow> rows = {
+        {QStringLiteral("processes.most"),
+         SettingType::Integer,
+         {},
+         0,
+         1024,
+         QStringLiteral("0"),
+         QStringLiteral("How many converter processes run at a time; 0 lets cores and free memory decide.")},
+        textRow(
+            QStringLiteral("files.temporaryFolder"), {},
+            QStringLiteral("Where converted files go; empty for a folder of the session's own, which goes with it.")),
+        {QStringLiteral("mesh.unit"), SettingType::Number, QStringLiteral("mm"), 1e-6, 1e6, QStringLiteral("1"),
+         QStringLiteral("What one unit of a file without a unit of its own (OBJ, PLY) is.")},
+        textRow(QStringLiteral("mesh.up"), QStringLiteral("z"),
+                QStringLiteral("Which axis points up in a file that does not say so (OBJ, PLY): y or z.")),
+        textRow(QStringLiteral("converter.program"), {},
+                QStringLiteral("The converter; empty for the ptxconvert beside this program or on the PATH.")),
+        textRow(
+            QStringLiteral("converter.update.program"), {},
+            QStringLiteral("The tool that brings old Stylar files up to date; it is given the old and the new path.")),
+    };
+    addReferencedFilesRows(rows);
+    return rows;
+}
+
+} // namespace zn

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "standalone/session/Settings.h"
+
+namespace zn
+{
+
+/// The one table of all settings of the open host.
+std::vector<SettingRow> settingRows();
+
+/// The setting that tells whether the part files of an assembly of this format are wanted.
+QString referencedFilesSetting(const QString& formatName);
+
+} // namespace zn

@@ -1,0 +1,43 @@
+#include "host/znKernelServices/znKernelServiceFactory.h"
+
+#include "standalone/znKernelServices/Services.h"
+
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/TreeFunctions.h"
+#include "host/znKernel/znScenegraph.h"
+#include "host/znKernel/znTypeConverter.h"
+#include "host/znOpenSGExt/ExtReference.h"
+
+namespace
+{
+
+class ReferenceService final : public znReferenceService
+{
+public:
+    zndReferenceNode createReference(const zndNode& parent) override
+    {
+        osg::NodePtr place = znTypeConverter::convertNode(parent);
+        if (!place)
+            place = znScenegraph::getRoot();
+        const osg::NodePtr node = osg::makeNodeFor(osg::ExtReferenceBase::create());
+        osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);
+        place->addChild(node);
+        osg::endEditCP(place, osg::Node::ChildrenFieldMask, 1);
+        return zndReferenceNode(node->getContainerId());
+    }
+};
+
+} // namespace
+
+znBaseService::~znBaseService() = default;
+
+znKernelServiceFactory* znKernelServiceFactory::the()
+{
+    static znKernelServiceFactory factory;
+    return &factory;
+}
+
+std::unique_ptr<znReferenceService> zn::makeReferenceService()
+{
+    return std::make_unique<ReferenceService>();
+}

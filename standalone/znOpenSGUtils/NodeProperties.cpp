@@ -1,0 +1,69 @@
+#include "standalone/znOpenSGUtils/NodeProperties.h"
+
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Edit.h"
+
+namespace osg
+{
+
+FieldContainerType NodeProperties::_type("NodeProperties", &Attachment::_type, "NodeProperties");
+
+NodeProperties::Ptr NodeProperties::of(const NodePtr& node)
+{
+    return node ? fcCast<NodeProperties>(node->findAttachment(_type.getGroupId())) : Ptr();
+}
+
+NodeProperties::Ptr NodeProperties::made(const NodePtr& node)
+{
+    if (const Ptr found = of(node))
+        return found;
+    const Ptr properties(new NodeProperties);
+    beginEditCP(node, AttachmentContainer::AttachmentsFieldMask, 1);
+    node->addAttachment(properties);
+    endEditCP(node, AttachmentContainer::AttachmentsFieldMask, 1);
+    return properties;
+}
+
+void NodeProperties::setLocked(bool locked)
+{
+    m_locked = locked;
+    fieldChanged(LockedFieldMask);
+}
+
+void NodeProperties::setAsset(Asset asset)
+{
+    m_asset = asset;
+    fieldChanged(AssetFieldMask);
+}
+
+bool NodeProperties::equalFields(const FieldContainer& other) const
+{
+    const auto& properties = static_cast<const NodeProperties&>(other);
+    return m_locked == properties.m_locked && m_asset == properties.m_asset;
+}
+
+FieldContainerPtr NodeProperties::copy() const
+{
+    auto* result = new NodeProperties;
+    result->m_locked = m_locked;
+    result->m_asset = m_asset;
+    return Ptr(result);
+}
+
+void setLocked(const NodePtr& node, bool locked)
+{
+    const NodeProperties::Ptr properties = NodeProperties::made(node);
+    beginEditCP(properties, NodeProperties::LockedFieldMask, 1);
+    properties->setLocked(locked);
+    endEditCP(properties, NodeProperties::LockedFieldMask, 1);
+}
+
+void setAsset(const NodePtr& node, NodeProperties::Asset asset)
+{
+    const NodeProperties::Ptr properties = NodeProperties::made(node);
+    beginEditCP(properties, NodeProperties::AssetFieldMask, 1);
+    properties->setAsset(asset);
+    endEditCP(properties, NodeProperties::AssetFieldMask, 1);
+}
+
+} // namespace osg
