@@ -52,8 +52,7 @@ TEST(Message, TypedGetTellsBothTypesAndTheWayToTheCallOnAMismatch)
     double value = 7.5;
     EXPECT_FALSE(message.get("material", value));
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(said, StartsWith(
-                          "znMessage::get : Attribute 'material' has wrong type (is:'i' != req:'d')!\n"));
+    EXPECT_THAT(said, StartsWith("znMessage::get : Attribute 'material' has wrong type (is:'i' != req:'d')!\n"));
     EXPECT_THAT(said, HasSubstr("zn_utils_test"));
     EXPECT_EQ(value, 7.5);
 }
