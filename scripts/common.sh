@@ -37,5 +37,7 @@ build_preset() {
     say "building the preset $preset"
     mkdir -p build
     cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" && die "configuring failed"; }
-    cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
+    # Another checkout of the same sources, wherever it lies, finds what this one has compiled.
+    CCACHE_BASEDIR=$ZN_ROOT CCACHE_NOHASHDIR=1 \
+        cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
