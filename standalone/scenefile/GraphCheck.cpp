@@ -119,6 +119,10 @@ private:
         checkIndex(attachment.class_index(), sizeOf(m_scene.classes()), attachment);
         for (std::uint64_t i = 0; i < sizeOf(attachment.tags()) && !m_error; ++i)
             checkText(attachment.tags()->Get(static_cast<flatbuffers::uoffset_t>(i)), attachment);
+        if (const fb::FileInfo* info = attachment.file_info())
+            for (const std::uint32_t text :
+                 {info->file_name(), info->format(), info->import_applied_material_assets_url()})
+                checkText(text, attachment);
     }
 
     void checkFile(const fb::FileReference& file)

@@ -11,7 +11,7 @@ namespace osg::scenefile
 namespace
 {
 
-/// More than any record takes in the buffer, its entry in its vector included.
+/// More than any record of fixed size takes in the buffer, and more than the heads of all vectors.
 constexpr std::uint64_t recordBytes = 256;
 
 template <class T>
@@ -31,7 +31,7 @@ std::optional<SceneFileError> GraphWriter::collect(const NodePtr& root)
     collectFileReferences();
     if (auto error = collectMeshes())
         return error;
-    if (m_full)
+    if (!hasRoomFor(recordBytes))
         return makeError(SceneFileErrorCode::LimitExceeded,
                          Text::tr("The graph of the scene is too large for the file"));
     finish();
@@ -45,8 +45,11 @@ std::span<const std::byte> GraphWriter::graph() const
 
 bool GraphWriter::hasRoomFor(std::uint64_t bytes)
 {
+    const std::uint64_t offsets = m_textRecords.size() + m_classRecords.size() + m_coreRecords.size() +
+                                  m_materialRecords.size() + m_attachmentRecords.size() + m_meshRecords.size();
     const std::uint64_t pending = m_nodeRecords.size() * sizeof(fb::Node) + m_linkRecords.size() * sizeof(fb::Link) +
-                                  m_fileRecords.size() * sizeof(fb::FileReference);
+                                  m_fileRecords.size() * sizeof(fb::FileReference) +
+                                  offsets * sizeof(flatbuffers::uoffset_t);
     m_full = m_full || m_builder.GetSize() + pending + bytes > m_limit;
     return !m_full;
 }
@@ -104,7 +107,7 @@ void GraphWriter::collectAttachments()
         if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t)))
             return;
         const auto tags = m_builder.CreateVector(fields.tags);
-        m_attachmentRecords.push_back(fb::CreateAttachment(m_builder, classPlace, tags));
+        m_attachmentRecords.push_back(fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo)));
     }
 }
 

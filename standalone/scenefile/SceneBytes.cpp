@@ -58,6 +58,8 @@ SceneBytes copyBytes(std::span<const std::byte> bytes)
 
 Result<SceneBytes> openBytes(const QString& path, const SceneFileReadOptions& options)
 {
+    if (path.isEmpty())
+        return makeError(SceneFileErrorCode::NotFound, Text::tr("The file has no name"));
     const QFileInfo info(path);
     if (info.exists() && !info.isFile())
         return makeError(SceneFileErrorCode::NotRegular, Text::tr("This is not a regular file"));

@@ -1,8 +1,10 @@
 #include "standalone/scenefile/SceneCodecs.h"
 
 #include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "host/znOpenSGExt/FileInfo.h"
 #include "standalone/OSGSystem/Tags.h"
 #include "standalone/scenefile/TransformFields.h"
 
@@ -19,6 +21,20 @@ void writeGroup(const NodeCore&, ObjectNumbers&, CoreFields&) {}
 NodeCorePtr readGroup(const fb::Core&, const NumberedObjects&)
 {
     return Group::create();
+}
+
+void writeMaterialGroup(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
+{
+    fields.material = numbers.material(static_cast<const MaterialGroup&>(core).getMaterial());
+}
+
+NodeCorePtr readMaterialGroup(const fb::Core& record, const NumberedObjects& objects)
+{
+    const MaterialGroupPtr core = MaterialGroupBase::create();
+    beginEditCP(core, MaterialGroupBase::MaterialFieldMask, 1);
+    core->setMaterial(objects.material(record.material()));
+    endEditCP(core, MaterialGroupBase::MaterialFieldMask, 1);
+    return core;
 }
 
 void writeTransform(const NodeCore& core, ObjectNumbers&, CoreFields& fields)
@@ -46,17 +62,33 @@ NodeCorePtr readComponentTransform(const fb::Core& record, const NumberedObjects
     return core;
 }
 
+void writeTransform3D(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
+{
+    writeComponentTransform(core, numbers, fields);
+    fields.flags = static_cast<const Transform3D&>(core).getFlags();
+}
+
+void restoreTransform3D(const Transform3DPtr& core, const fb::Core& record)
+{
+    restoreComponents(*core, record.matrix(), record.components());
+    if (record.flags() == 0)
+        return;
+    beginEditCP(core, Transform3DBase::FlagsFieldMask, 1);
+    core->addFlag(record.flags());
+    endEditCP(core, Transform3DBase::FlagsFieldMask, 1);
+}
+
 NodeCorePtr readTransform3D(const fb::Core& record, const NumberedObjects&)
 {
     const Transform3DPtr core = Transform3DBase::create();
-    restoreComponents(*core, record.matrix(), record.components());
+    restoreTransform3D(core, record);
     return core;
 }
 
 void writeExtReference(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
 {
     const auto& reference = static_cast<const ExtReference&>(core);
-    writeComponentTransform(core, numbers, fields);
+    writeTransform3D(core, numbers, fields);
     fields.reference = fb::Reference(reference.getState(), numbers.fileReference(reference.getSourceFile()),
                                      numbers.fileReference(reference.getSmartFile()));
 }
@@ -64,7 +96,7 @@ void writeExtReference(const NodeCore& core, ObjectNumbers& numbers, CoreFields&
 NodeCorePtr readExtReference(const fb::Core& record, const NumberedObjects& objects)
 {
     const ExtReferencePtr core = ExtReferenceBase::create();
-    restoreComponents(*core, record.matrix(), record.components());
+    restoreTransform3D(core, record);
     if (!record.reference())
         return core;
     constexpr FieldMask mask =
@@ -136,11 +168,33 @@ AttachmentPtr readTags(const fb::Attachment& record, const NumberedObjects& obje
     return TagAttachment::create(std::move(tags));
 }
 
+void writeFileInfo(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
+{
+    const auto& info = static_cast<const FileInfo&>(attachment);
+    const std::uint32_t fileName = numbers.text(info.getFileName());
+    const std::uint32_t format = numbers.text(info.getFormat());
+    fields.fileInfo = fb::FileInfo(fileName, format, numbers.text(info.getImportAppliedMaterialAssetsUrl()));
+}
+
+AttachmentPtr readFileInfo(const fb::Attachment& record, const NumberedObjects& objects)
+{
+    const FileInfoPtr info = FileInfoBase::create();
+    if (!record.file_info())
+        return info;
+    beginEditCP(info, AllFieldsMask, 1);
+    info->setFileName(objects.text(record.file_info()->file_name()));
+    info->setFormat(objects.text(record.file_info()->format()));
+    info->setImportAppliedMaterialAssetsUrl(objects.text(record.file_info()->import_applied_material_assets_url()));
+    endEditCP(info, AllFieldsMask, 1);
+    return info;
+}
+
 const CoreCodec cores[] = {
     {Group::_type, writeGroup, readGroup},
+    {MaterialGroupBase::_type, writeMaterialGroup, readMaterialGroup},
     {TransformBase::_type, writeTransform, readTransform},
     {ComponentTransformBase::_type, writeComponentTransform, readComponentTransform},
-    {Transform3DBase::_type, writeComponentTransform, readTransform3D},
+    {Transform3DBase::_type, writeTransform3D, readTransform3D},
     {ExtReferenceBase::_type, writeExtReference, readExtReference},
     {GeometryBase::_type, writeGeometry, readGeometry},
 };
@@ -151,6 +205,7 @@ const MaterialCodec materials[] = {
 
 const AttachmentCodec attachments[] = {
     {TagAttachment::_type, writeTags, readTags},
+    {FileInfoBase::_type, writeFileInfo, readFileInfo},
 };
 
 } // namespace

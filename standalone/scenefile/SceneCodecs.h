@@ -61,6 +61,7 @@ struct MaterialFields {
 
 struct AttachmentFields {
     std::vector<std::uint32_t> tags;
+    std::optional<fb::FileInfo> fileInfo;
 };
 
 struct CoreCodec {

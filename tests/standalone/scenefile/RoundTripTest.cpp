@@ -1,9 +1,11 @@
 // Every class with every field, against values written down here.
 
 #include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "host/znOpenSGExt/FileInfo.h"
 #include "standalone/OSGSystem/Attachments.h"
 #include "standalone/OSGSystem/EditAudit.h"
 #include "standalone/OSGSystem/Tags.h"
@@ -100,6 +102,22 @@ TEST_F(RoundTripTest, TagsKeepOrderRepeatsAndEmptyTexts)
     EXPECT_EQ(osg::tagsOf(back.get()), (std::vector<std::string>{"zebra", "", "apple", "zebra"}));
 }
 
+TEST_F(RoundTripTest, FileInfos)
+{
+    const NodeRef root(named("x"));
+    const osg::FileInfoPtr info = osg::FileInfoBase::create();
+    info->setFileName("/cad/engine.stp");
+    info->setFormat("STEP");
+    info->setImportAppliedMaterialAssetsUrl("asset://materials");
+    root->addAttachment(info);
+    const NodeRef back = roundTrip(root);
+    const auto read = osg::fcCast<osg::FileInfo>(back->findAttachment(osg::FileInfoBase::_type.getGroupId()));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->getFileName(), "/cad/engine.stp");
+    EXPECT_EQ(read->getFormat(), "STEP");
+    EXPECT_EQ(read->getImportAppliedMaterialAssetsUrl(), "asset://materials");
+}
+
 TEST_F(RoundTripTest, AttachmentsKeepTheirBindings)
 {
     const NodeRef root(named("x"));
@@ -118,6 +136,15 @@ TEST_F(RoundTripTest, AttachmentsKeepTheirBindings)
 TEST_F(RoundTripTest, Groups)
 {
     coreRoundTrip<osg::Group>(osg::Group::create());
+}
+
+TEST_F(RoundTripTest, MaterialGroupsKeepTheirMaterial)
+{
+    const osg::MaterialGroupPtr core = osg::MaterialGroupBase::create();
+    core->setMaterial(osg::SimpleMaterialBase::create());
+    osg::setName(core->getMaterial(), "steel");
+    EXPECT_STREQ(osg::getName(coreRoundTrip<osg::MaterialGroup>(core)->getMaterial()), "steel");
+    EXPECT_FALSE(coreRoundTrip<osg::MaterialGroup>(osg::MaterialGroupBase::create())->getMaterial());
 }
 
 TEST_F(RoundTripTest, TransformsKeepEveryBitOfTheirMatrix)
@@ -179,6 +206,16 @@ TEST_F(RoundTripTest, ComponentsSetOnAShearedMatrixComeBackWithTheExactMatrix)
     EXPECT_EQ(back->getMatrix(), matrix);
     EXPECT_EQ(back->getRotation(), (osg::Quaternion{0.48f, 0.64f, 0, -0.6f}));
     EXPECT_EQ(back->getScale(), (osg::Vec3f{1.5f, -2.5f, 3.5f}));
+}
+
+TEST_F(RoundTripTest, FlagsOfTransforms)
+{
+    const osg::Transform3DPtr transform = osg::Transform3DBase::create();
+    transform->addFlag(0x80000004);
+    EXPECT_EQ(coreRoundTrip<osg::Transform3D>(transform)->getFlags(), 0x80000004u);
+    const osg::ExtReferencePtr reference = osg::ExtReferenceBase::create();
+    reference->addFlag(5);
+    EXPECT_EQ(coreRoundTrip<osg::ExtReference>(reference)->getFlags(), 5u);
 }
 
 TEST_F(RoundTripTest, AMatrixWithoutMeaningIsKeptToo)
@@ -287,9 +324,11 @@ TEST_F(RoundTripTest, TheReaderEditsWithinBrackets)
     file->setPath("a");
     reference->setSourceFile(file);
     reference->setRotation({0, 0, -0.6f, -0.8f});
+    reference->addFlag(4);
     root->setCore(reference);
     root->setActive(false);
     osg::setTags(root.get(), {"tag"});
+    root->addAttachment(osg::FileInfoBase::create());
     const NodePtr child = named("child");
     const osg::GeometryPtr geometry = geometryOf(fullMesh());
     geometry->setMaterial(osg::SimpleMaterialBase::create());
