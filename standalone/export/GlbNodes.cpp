@@ -1,0 +1,109 @@
+#include "standalone/export/GlbNodes.h"
+
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/MaterialGroup.h"
+#include "host/OSGSystem/Names.h"
+#include "host/OSGSystem/Transform.h"
+#include "host/znOpenSGExt/ExtReference.h"
+#include "standalone/OSGSystem/MatrixMath.h"
+#include "standalone/export/GlbFailure.h"
+
+#include <utility>
+
+namespace glb
+{
+
+namespace
+{
+
+/// (x, y, z) millimetres with Z up are (x, z, -y) / 1000 metres with Y up.
+constexpr osg::Matrix toMetresYUp = {{0.001f, 0, 0, 0, 0, 0, -0.001f, 0, 0, 0.001f, 0, 0, 0, 0, 0, 1}};
+
+osg::Matrix matrixOf(const osg::NodeCorePtr& core)
+{
+    const auto transform = osg::fcCast<osg::Transform>(core);
+    return transform ? transform->getMatrix() : osg::Matrix();
+}
+
+/// The file that a reference without content names; empty for anything else.
+std::string referredFile(const osg::NodePtr& node)
+{
+    const auto reference = osg::fcCast<osg::ExtReference>(node->getCore());
+    if (!reference || node->getNChildren() > 0)
+        return {};
+    for (const osg::FileReferencePtr& file : {reference->getSourceFile(), reference->getSmartFile()})
+        if (file && !file->getPath().empty())
+            return file->getPath();
+    return {};
+}
+
+osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr& above)
+{
+    const auto group = osg::fcCast<osg::MaterialGroup>(node->getCore());
+    return group && group->getMaterial() ? group->getMaterial() : above;
+}
+
+} // namespace
+
+GlbNodes::GlbNodes(const osg::NodePtr& root)
+{
+    enqueue({root, {}, toMetresYUp, {}});
+    while (!m_queue.empty()) {
+        const Step step = std::move(m_queue.front());
+        m_queue.pop_front();
+        add(step);
+    }
+}
+
+std::size_t GlbNodes::enqueue(Step step)
+{
+    m_queue.push_back(std::move(step));
+    return m_enqueued++;
+}
+
+void GlbNodes::add(const Step& step)
+{
+    if (!step.inner.is_null()) {
+        Json json = step.inner;
+        addContent(step, json);
+        m_list.add(json);
+        return;
+    }
+    const osg::Matrix own = matrixOf(step.node->getCore());
+    const osg::Matrix matrix = step.above.isIdentity() ? own : step.above * own;
+    const std::optional<GlbPlacement> placement = placementOf(matrix);
+    Json json = placement ? placement->outer : Json::object();
+    const char* name = osg::getName(step.node);
+    if (name)
+        json["name"] = name;
+    if (!placement)
+        m_warnings << tr("what hangs below '%1' was left out because its transform has no finite numbers")
+                          .arg(QString::fromUtf8(name ? name : ""));
+    else if (placement->inner.empty())
+        addContent(step, json);
+    else
+        json["children"] = {enqueue({step.node, step.material, {}, placement->inner})};
+    m_list.add(json);
+}
+
+void GlbNodes::addContent(const Step& step, Json& json)
+{
+    if (const auto geometry = osg::fcCast<osg::Geometry>(step.node->getCore()))
+        if (const auto mesh = m_meshes.number(geometry, step.material))
+            json["mesh"] = *mesh;
+    if (const std::string file = referredFile(step.node); !file.empty())
+        json["extras"]["externalReference"] = file;
+    addChildren(step, json);
+}
+
+void GlbNodes::addChildren(const Step& step, Json& json)
+{
+    const osg::MaterialPtr material = materialBelow(step.node, step.material);
+    for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
+        const osg::NodePtr child = step.node->getChild(i);
+        if (child->isActive())
+            json["children"].push_back(enqueue({child, material, {}, {}}));
+    }
+}
+
+} // namespace glb

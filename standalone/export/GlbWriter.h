@@ -1,0 +1,63 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <optional>
+
+/// Writes trees as binary glTF 2.0 files.
+///
+/// The file is in metres and Y up, as glTF asks: one matrix at its top node turns millimetres and Z up into that, and
+/// no vertex changes. A geometry core becomes one mesh however many nodes share it, and arrays that geometries share
+/// are written once. Materials become metallic-roughness ones that are no metal. Display colours become linear ones,
+/// normals unit vectors. Lines and points become primitives of their own modes.
+///
+/// Inactive nodes are left out with what hangs below them. A reference whose content is not loaded becomes an empty
+/// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
+/// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
+namespace glb
+{
+
+enum class WriteErrorCode {
+    NothingToWrite, ///< the root is null
+    InvalidMesh,    ///< a mesh that breaks the promises of `osg::Mesh`
+    TooLarge,       ///< more than the 4 GiB that a binary glTF file can have
+    CannotCreate,   ///< the folder is missing or not writable, or the target is no regular file
+    WriteFailed,    ///< the disk is full, or a size limit of the process was met
+    OutOfMemory,
+};
+
+/// The code as a word for logs, such as "TooLarge".
+const char* writeErrorName(WriteErrorCode code);
+
+struct WriteError {
+    WriteErrorCode code = WriteErrorCode::WriteFailed;
+    QString message; ///< for people; without the file's name
+    QString file;    ///< as given
+
+    /// File and message in one line.
+    QString toString() const;
+};
+
+/// How to write; room for units, axes, variants and cameras.
+struct WriteOptions {
+};
+
+struct WriteResult {
+    std::optional<WriteError> error;
+    QStringList warnings;    ///< what is not in the file as it is in the tree
+    std::uint64_t bytes = 0; ///< the size of the file
+    std::uint64_t nodes = 0;
+    std::uint64_t meshes = 0;
+
+    explicit operator bool() const { return !error; }
+};
+
+/// Writes `root` and what hangs below it to `path`. What stood there before is replaced at one stroke when the new file
+/// is complete; on failure it stays as it was and nothing new is left in the folder. Throws nothing.
+WriteResult write(const osg::NodePtr& root, const QString& path, const WriteOptions& options = {});
+
+} // namespace glb
