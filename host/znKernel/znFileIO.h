@@ -16,27 +16,28 @@ public:
     /// What it returns when some of several files failed.
     static constexpr int LoadedInPart = 1;
 
-    /// The result of one load.
+    /// The result of one load of one file.
     class ZN_HOST_EXPORT loadedS
     {
     public:
         explicit loadedS(const osg::NodePtr& node);
-        /// The node that the load hung under its parent; null when it is gone.
+        /// The root of the tree that came from the file; null when there was none, or it is gone.
         osg::NodePtr getNode() const;
 
     private:
         unsigned m_nodeId;
     };
 
-    /// Reads `files` and hangs the tree of each under `parent`, under the scene root when that is null. Each brings one
-    /// plain group as its own root.
+    /// Reads `files` and hangs the tree of each under `parent`. Each brings one plain group as its own root. With a null
+    /// `parent` the trees stand alone: nobody holds a reference on them, and whoever wants one takes it from the list.
     /// @param sceneWasEmpty whether this is the first load of the scene; the open host has no views to fit
     /// @param merge reserved for hosts that merge a load into what is there; the open host never does
     /// @param select whether what was loaded becomes the selection
-    /// @return 131003 when all went fully well, 0 when nothing was loaded, another number otherwise; the log tells why
+    /// @return 131003 when every file was read, 0 when none was, another number otherwise; the log tells why, and also
+    ///         what was left out of a file that was read
     static int load(const std::vector<QString>& files, osg::NodePtr parent, bool sceneWasEmpty, bool merge,
                     bool select);
 
-    /// One entry for each load so far; the last one belongs to the latest.
+    /// One entry for each file loaded so far; the last one belongs to the latest load.
     static const std::vector<loadedS>& getLoadedGeometriesList();
 };

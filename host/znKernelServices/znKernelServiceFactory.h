@@ -14,8 +14,8 @@ class ZN_HOST_EXPORT znKernelServiceFactory
 public:
     static znKernelServiceFactory* the();
 
-    /// The service of type `T`. When the host has none, or it is no `T`, null; in the first case with a line on the
-    /// standard error stream.
+    /// The service of type `T`, which belongs to the host. Null, with a line on the standard error stream, when the host
+    /// has none or lists none under that type; null without a word when what it lists is no `T`.
     template <class T>
     T* get() const;
 

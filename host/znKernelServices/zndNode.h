@@ -13,5 +13,5 @@ public:
     using zndSceneObject::zndSceneObject;
 
     /// Names the node; nothing happens when it is gone.
-    void setName(const QString& name);
+    virtual void setName(const QString& name);
 };

@@ -17,6 +17,7 @@ class ZN_HOST_EXPORT zndObject : public QObject
 
 public:
     zndObject();
+    /// Stands for an object of the living session; 0 for nothing.
     explicit zndObject(std::uint64_t objectId);
     zndObject(const zndObject& other);
     ~zndObject() override;
@@ -31,7 +32,8 @@ public:
     bool isNull() const { return m_objectId == 0; }
 
     /// Whether the object is of this wrapper class or of one derived from it. What counts is what the object is in the
-    /// scene, not the class of this wrapper.
+    /// scene, not the class of this wrapper: a node with a reference core is a `zndReferenceNode` behind any of them.
+    /// What is gone is of no class.
     virtual bool isTypeOf(const QMetaObject* type) const;
 
 private:

@@ -15,7 +15,7 @@ public:
     bool hasSmartReference() const;
     /// Makes the reference name this file, as an absolute path.
     void setSmartPath(const QString& path);
-    /// Replaces what hangs below the node by the content of the smart file. When that cannot be loaded the log tells
-    /// why and the old content stays.
+    /// Replaces what hangs below the node by the content of the smart file, without the file's own root, and marks the
+    /// reference as loaded. When the file cannot be loaded the log tells why and the old content stays.
     void loadSmartReference();
 };

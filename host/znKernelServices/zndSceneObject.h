@@ -10,6 +10,6 @@ class ZN_HOST_EXPORT zndSceneObject : public zndObject
 public:
     using zndObject::zndObject;
 
-    /// Whether the container is still there.
+    /// Whether the container is still there. A wrapper of a former session is never valid.
     bool isValid() const;
 };

@@ -61,8 +61,13 @@ std::vector<SettingRow> settingRows()
         textRow(QStringLiteral("converter.program"), {},
                 QStringLiteral("The converter; empty for the ptxconvert beside this program or on the PATH.")),
         textRow(
-            QStringLiteral("converter.update.program"), {},
-            QStringLiteral("The tool that brings old Stylar files up to date; it is given the old and the new path.")),
+            QStringLiteral("converter.options"), {},
+            QStringLiteral("Settings of the converter, name=value and blank between them; ptxconvert --help-settings "
+                           "lists them.")),
+        textRow(
+            QStringLiteral("converter.updateProgram"), {},
+            QStringLiteral("The tool that brings an old Stylar file up to date; it is given the old path and the new "
+                           "one.")),
     };
     addReferencedFilesRows(rows);
     return rows;

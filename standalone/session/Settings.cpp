@@ -115,6 +115,11 @@ bool Settings::isOn(const QString& name) const
     return toSwitch(m_values.at(name)).value();
 }
 
+bool Settings::isOn(const QString& name, bool otherwise) const
+{
+    return find(name) ? isOn(name) : otherwise;
+}
+
 int Settings::integer(const QString& name) const
 {
     return m_values.at(name).toInt();

@@ -42,6 +42,8 @@ public:
 
     // The value of a setting of that type. The name must be in the table.
     bool isOn(const QString& name) const;
+    /// `otherwise` when there is no such setting.
+    bool isOn(const QString& name, bool otherwise) const;
     int integer(const QString& name) const;
     double number(const QString& name) const;
     QString text(const QString& name) const;

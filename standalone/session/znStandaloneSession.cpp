@@ -23,6 +23,12 @@ namespace
 
 znStandaloneSession* living = nullptr;
 
+std::uint64_t nextSessionId()
+{
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 QString makeTemporaryFolder()
 {
     QTemporaryDir folder;
@@ -42,15 +48,14 @@ osg::NodePtr makeSceneRoot()
 } // namespace
 
 znStandaloneSession::znStandaloneSession()
-    : m_root(makeSceneRoot()), m_temporaryFolder(makeTemporaryFolder()),
+    : m_id(nextSessionId()), m_root(makeSceneRoot()), m_temporaryFolder(makeTemporaryFolder()),
       m_kernel(std::make_unique<zn::KernelState>())
 {
     if (living)
         qFatal("a second session was started while one is alive");
     living = this;
     m_kernel->referenceService = zn::makeReferenceService();
-    znKernelServiceFactory::the()->m_services.insert(typeid(znReferenceService).hash_code(),
-                                                     m_kernel->referenceService.get());
+    setService<znReferenceService>(m_kernel->referenceService.get());
     znUtils::setTemporaryFolder(m_temporaryFolder.toStdString());
     znJobs::setProcessLimitProvider([this] {
         const int most = m_settings.integer(QStringLiteral("processes.most"));
@@ -60,15 +65,34 @@ znStandaloneSession::znStandaloneSession()
 
 znStandaloneSession::~znStandaloneSession()
 {
+    end();
+}
+
+std::vector<osg::LivingContainer> znStandaloneSession::end()
+{
+    if (living != this)
+        return {};
     znJobs::setProcessLimitProvider({});
     znKernelServiceFactory::the()->m_services.clear();
     znUtils::setTemporaryFolder({});
     znUtils::setLogSink({});
     m_kernel.reset();
     m_root = osg::NodePtr();
+    std::vector<osg::LivingContainer> left = osg::livingContainers();
     osg::sweepContainers();
     QDir(m_temporaryFolder).removeRecursively();
     living = nullptr;
+    return left;
+}
+
+void znStandaloneSession::listService(std::size_t type, znBaseService* service)
+{
+    znKernelServiceFactory::the()->m_services.insert(type, service);
+}
+
+void znStandaloneSession::dropService(std::size_t type)
+{
+    znKernelServiceFactory::the()->m_services.remove(type);
 }
 
 znStandaloneSession* znStandaloneSession::current()

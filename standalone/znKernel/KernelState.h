@@ -13,12 +13,36 @@
 namespace zn
 {
 
+/// What a call of `znFileIO::load` asked for. The open host has no use for some of it, but lets it be seen.
+struct LoadRequest {
+    std::vector<QString> files;
+    unsigned parentId = 0; ///< 0 for none
+    bool sceneWasEmpty = false;
+    bool merge = false;
+    bool select = false;
+};
+
+/// Answers that stand in for the host's own, for hosts and tests that know better; empty in normal work.
+struct NodePredicates {
+    std::function<bool(const osg::NodePtr& node)> getLock;
+    std::function<bool(const osg::NodePtr& node)> hasLockedParent;
+    std::function<bool(const osg::NodePtr& node)> isUneditedAssetRoot;
+};
+
+/// The readers of mesh formats and of scene files.
+formats::SceneReaders sceneReaders();
+
 /// What the kernel of one session remembers.
 struct KernelState {
     /// What `znFileIO::load` reads with; a host adds its own readers here.
-    formats::SceneReaders readers = formats::SceneReaders::builtIn();
+    formats::SceneReaders readers = sceneReaders();
     std::vector<znFileIO::loadedS> loadedGeometries;
+    LoadRequest lastLoad;
     std::unique_ptr<znReferenceService> referenceService;
+    /// The value of the setting that the preferences were last told.
+    QString preferredFolder;
+
+    NodePredicates nodePredicates;
 
     /// Answers `znFileIOHelper::canContainMixedAssemblies` in place of the table of formats; empty in normal work.
     std::function<bool(const QString& path)> canContainMixedAssemblies;

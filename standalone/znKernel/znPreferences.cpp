@@ -1,12 +1,15 @@
 #include "host/znKernel/znPreferences.h"
 
 #include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/KernelState.h"
 
 const znMessage& znPreferences::getData()
 {
     znStandaloneSession& session = znStandaloneSession::require();
     const QString folder = session.settings().text(QStringLiteral("files.temporaryFolder"));
-    if (!folder.isEmpty())
+    // What somebody put into the preferences directly stays until the setting changes.
+    if (folder != session.kernel().preferredFolder)
         session.preferences().set("FileIO tmp path", folder, true);
+    session.kernel().preferredFolder = folder;
     return session.preferences();
 }

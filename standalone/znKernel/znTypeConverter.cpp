@@ -1,12 +1,10 @@
 #include "host/znKernel/znTypeConverter.h"
 
-#include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/FieldContainerFactory.h"
+#include "standalone/znKernelServices/WrappedNodes.h"
 
 osg::NodePtr znTypeConverter::convertNode(const zndNode& node)
 {
-    const auto id = static_cast<unsigned>(node.getObjectId());
-    return osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(id));
+    return zn::nodeOf(node);
 }
 
 zndNode znTypeConverter::convertNode(const osg::NodePtr& node)

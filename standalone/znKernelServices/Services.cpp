@@ -4,7 +4,6 @@
 
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "host/znKernel/znScenegraph.h"
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znOpenSGExt/ExtReference.h"
 
@@ -16,13 +15,12 @@ class ReferenceService final : public znReferenceService
 public:
     zndReferenceNode createReference(const zndNode& parent) override
     {
-        osg::NodePtr place = znTypeConverter::convertNode(parent);
-        if (!place)
-            place = znScenegraph::getRoot();
         const osg::NodePtr node = osg::makeNodeFor(osg::ExtReferenceBase::create());
-        osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);
-        place->addChild(node);
-        osg::endEditCP(place, osg::Node::ChildrenFieldMask, 1);
+        if (const osg::NodePtr place = znTypeConverter::convertNode(parent)) {
+            osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);
+            place->addChild(node);
+            osg::endEditCP(place, osg::Node::ChildrenFieldMask, 1);
+        }
         return zndReferenceNode(node->getContainerId());
     }
 };

@@ -2,26 +2,27 @@
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Names.h"
-#include "host/znKernel/znFileIO.h"
 #include "host/znKernelServices/zndReferenceNode.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/TreeReading.h"
+#include "standalone/znKernelServices/WrappedNodes.h"
 
 #include <QFileInfo>
+
+#include <limits>
+
+using zn::containerOf;
+using zn::nodeOf;
 
 namespace
 {
 
-/// The session that all wrappers of this host belong to.
-constexpr std::uint64_t onlySession = 1;
-
-osg::FieldContainerPtr containerOf(const zndObject& object)
+/// 0 stands for no session.
+std::uint64_t livingSessionId()
 {
-    return osg::FieldContainerFactory::the()->getContainer(static_cast<unsigned>(object.getObjectId()));
-}
-
-osg::NodePtr nodeOf(const zndObject& object)
-{
-    return osg::fcCast<osg::Node>(containerOf(object));
+    const znStandaloneSession* session = znStandaloneSession::current();
+    return session ? session->id() : 0;
 }
 
 osg::ExtReferencePtr referenceOf(const zndObject& object)
@@ -30,21 +31,46 @@ osg::ExtReferencePtr referenceOf(const zndObject& object)
     return node ? osg::fcCast<osg::ExtReference>(node->getCore()) : osg::ExtReferencePtr();
 }
 
-/// The wrapper class for what `object` is in the scene.
+/// The wrapper class for what `object` is in the scene; null when it is nothing.
 const QMetaObject* wrapperClassOf(const zndObject& object)
 {
     if (referenceOf(object))
         return &zndReferenceNode::staticMetaObject;
     if (nodeOf(object))
         return &zndNode::staticMetaObject;
-    return containerOf(object) ? &zndSceneObject::staticMetaObject : &zndObject::staticMetaObject;
+    return containerOf(object) ? &zndSceneObject::staticMetaObject : nullptr;
+}
+
+/// Gives `node` the children of `source` in place of its own.
+void exchangeChildren(const osg::NodePtr& node, const osg::NodePtr& source)
+{
+    osg::beginEditCP(node, osg::Node::ChildrenFieldMask, 1);
+    while (node->getNChildren() > 0)
+        node->subChild(node->getChild(node->getNChildren() - 1));
+    while (source->getNChildren() > 0)
+        node->addChild(source->getChild(0));
+    osg::endEditCP(node, osg::Node::ChildrenFieldMask, 1);
 }
 
 } // namespace
 
+osg::FieldContainerPtr zn::containerOf(const zndObject& object)
+{
+    if (object.getSessionId() != livingSessionId() || object.getObjectId() > std::numeric_limits<unsigned>::max())
+        return {};
+    return osg::FieldContainerFactory::the()->getContainer(static_cast<unsigned>(object.getObjectId()));
+}
+
+osg::NodePtr zn::nodeOf(const zndObject& object)
+{
+    return osg::fcCast<osg::Node>(containerOf(object));
+}
+
 zndObject::zndObject() = default;
 
-zndObject::zndObject(std::uint64_t objectId) : m_sessionId(objectId == 0 ? 0 : onlySession), m_objectId(objectId) {}
+zndObject::zndObject(std::uint64_t objectId) : m_sessionId(objectId == 0 ? 0 : livingSessionId()), m_objectId(objectId)
+{
+}
 
 zndObject::zndObject(const zndObject& other) : QObject(), m_sessionId(other.m_sessionId), m_objectId(other.m_objectId)
 {
@@ -66,7 +92,8 @@ void zndObject::assign(std::uint64_t sessionId, std::uint64_t objectId)
 
 bool zndObject::isTypeOf(const QMetaObject* type) const
 {
-    return wrapperClassOf(*this)->inherits(type);
+    const QMetaObject* wrapperClass = wrapperClassOf(*this);
+    return wrapperClass && wrapperClass->inherits(type);
 }
 
 bool zndSceneObject::isValid() const
@@ -93,7 +120,9 @@ void zndReferenceNode::setSmartPath(const QString& path)
     if (!reference)
         return;
     const osg::FileReferencePtr file = osg::FileReferenceBase::create();
+    osg::beginEditCP(file, osg::FileReferenceBase::PathFieldMask, 1);
     file->setPath(QFileInfo(path).absoluteFilePath().toStdString());
+    osg::endEditCP(file, osg::FileReferenceBase::PathFieldMask, 1);
     osg::beginEditCP(reference, osg::ExtReferenceBase::SmartFileFieldMask, 1);
     reference->setSmartFile(file);
     osg::endEditCP(reference, osg::ExtReferenceBase::SmartFileFieldMask, 1);
@@ -105,16 +134,11 @@ void zndReferenceNode::loadSmartReference()
         return;
     const osg::NodePtr node = nodeOf(*this);
     const osg::ExtReferencePtr reference = referenceOf(*this);
-    const osg::RefPtr<osg::NodePtr> loaded(osg::Node::create());
     const QString path = QString::fromStdString(reference->getSmartFile()->getPath());
-    if (znFileIO::load({path}, loaded, false, false, false) == 0)
+    const osg::RefPtr<osg::NodePtr> loaded(zn::readTree(znStandaloneSession::require(), path).value_or(osg::NodePtr()));
+    if (!loaded)
         return;
-    osg::beginEditCP(node, osg::Node::ChildrenFieldMask, 1);
-    while (node->getNChildren() > 0)
-        node->subChild(node->getChild(0));
-    while (loaded->getNChildren() > 0)
-        node->addChild(loaded->getChild(0));
-    osg::endEditCP(node, osg::Node::ChildrenFieldMask, 1);
+    exchangeChildren(node, loaded);
     osg::beginEditCP(reference, osg::ExtReferenceBase::StateFieldMask, 1);
     reference->setState(2);
     osg::endEditCP(reference, osg::ExtReferenceBase::StateFieldMask, 1);

@@ -1,0 +1,40 @@
+#include "standalone/znKernel/TreeReading.h"
+
+#include "host/znUtils/znLog.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/KernelState.h"
+
+namespace zn
+{
+
+namespace
+{
+
+formats::ReadOptions readOptions(const Settings& settings)
+{
+    formats::ReadOptions options;
+    options.millimetresPerUnit = settings.number(QStringLiteral("mesh.unit"));
+    options.upAxis =
+        settings.text(QStringLiteral("mesh.up")) == QLatin1String("y") ? formats::UpAxis::Y : formats::UpAxis::Z;
+    return options;
+}
+
+void log(const formats::ReadNote& note)
+{
+    znLog::error(note.toString().toUtf8().constData());
+}
+
+} // namespace
+
+std::optional<osg::NodePtr> readTree(znStandaloneSession& session, const QString& file)
+{
+    const formats::ReadResult result = session.kernel().readers.read(file, readOptions(session.settings()));
+    for (const formats::ReadNote& warning : result.warnings)
+        log(warning);
+    if (!result.error)
+        return result.root;
+    log(*result.error);
+    return std::nullopt;
+}
+
+} // namespace zn
