@@ -1,0 +1,25 @@
+#include "importer/NativeRoad.h"
+
+#include "host/znKernel/znScenegraph.h"
+#include "host/znKernel/znTypeConverter.h"
+#include "import/znFileLoaderJob.h"
+
+void NativeRoad::start(znImportResult& result)
+{
+    auto* job = new znFileLoaderJob(m_file, znTypeConverter::convertNode(znScenegraph::getRoot()), &m_queue);
+    job->setLoadBehavior(false); // the selection is the user's
+    connect(job, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Loading")); });
+    connect(job, &znAbstractJob::finished, this, [&result, job](znCADFileTypes::JobState state) {
+        result.state = state;
+        result.node = job->getLoadedNode();
+    });
+    connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ImportRoad::ended);
+    m_queue.setDeleteFinishedOrFailedJobs(true);
+    m_queue.addJob(job);
+    m_queue.startProcessing();
+}
+
+void NativeRoad::cancel()
+{
+    m_queue.abortAllJobs();
+}

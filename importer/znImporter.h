@@ -1,0 +1,47 @@
+#pragma once
+
+#include "importer/ImportResult.h"
+
+#include <QObject>
+
+#include <memory>
+
+class ImportRoad;
+class znStandaloneSession;
+
+/// Imports files into the scene of a session, one after the other: it picks the jobs that a file needs by its name, runs
+/// them in turn, and says what came of it.
+///
+/// While it lives it receives the session's log and hands each line on. For each `import` comes one `finished`, from the
+/// event loop.
+class znImporter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit znImporter(znStandaloneSession& session, QObject* parent = nullptr);
+    ~znImporter() override;
+
+    /// Begins the import of `file`. Refused with a warning while another one runs.
+    void import(const QString& file);
+
+    /// Ends the running import as soon as its jobs let it; its result says that it was cancelled.
+    void cancel();
+
+    bool isRunning() const { return m_road != nullptr; }
+
+Q_SIGNALS:
+    /// `percent` is 0 when only the text tells something.
+    void progressChanged(unsigned percent, const QString& text);
+    /// A line of the host's log.
+    void message(const QString& line);
+    void finished(const znImportResult& result);
+
+private:
+    void receiveLog(const QString& line);
+    void roadEnded();
+
+    znStandaloneSession& m_session;
+    std::unique_ptr<ImportRoad> m_road;
+    znImportResult m_result;
+};

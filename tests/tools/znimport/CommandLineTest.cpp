@@ -1,0 +1,81 @@
+#include "tools/znimport/CommandLine.h"
+#include "tools/znimport/Outputs.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+CommandLineResult parse(std::initializer_list<const char*> words)
+{
+    QStringList arguments;
+    for (const char* word : words)
+        arguments.append(QString::fromUtf8(word));
+    return parseCommandLine(arguments);
+}
+
+TEST(CommandLine, FilesAndOptionsMayStandInAnyOrder)
+{
+    const auto [line, error] = parse({"a.obj", "-o", "out ä.glb", "b.stp", "--tree", "--set", "mesh.unit=25.4"});
+    ASSERT_FALSE(error);
+    EXPECT_EQ(line.files, QStringList({QStringLiteral("a.obj"), QStringLiteral("b.stp")}));
+    EXPECT_EQ(line.outputFile, QString::fromUtf8("out ä.glb"));
+    EXPECT_TRUE(line.tree);
+    ASSERT_EQ(line.settings.size(), 1u);
+    EXPECT_EQ(line.settings[0].first, QStringLiteral("mesh.unit"));
+    EXPECT_EQ(line.settings[0].second, QStringLiteral("25.4"));
+}
+
+TEST(CommandLine, ASettingIsSplitAtItsFirstEqualsSign)
+{
+    const auto [line, error] = parse({"a.obj", "--set", "converter.options=a=1 b=2"});
+    ASSERT_FALSE(error);
+    EXPECT_EQ(line.settings[0].second, QStringLiteral("a=1 b=2"));
+}
+
+TEST(CommandLine, JobsIsTheLimitOfProcesses)
+{
+    const auto [line, error] = parse({"a.stp", "-j", "3"});
+    ASSERT_FALSE(error);
+    EXPECT_EQ(line.settings[0].first, QStringLiteral("processes.most"));
+    EXPECT_EQ(line.settings[0].second, QStringLiteral("3"));
+}
+
+TEST(CommandLine, WrongUseIsToldInASentence)
+{
+    EXPECT_EQ(*parse({}).error, QStringLiteral("no file to import"));
+    EXPECT_EQ(*parse({"a.obj", "--set", "unit"}).error, QStringLiteral("--set wants name=value, not 'unit'"));
+    EXPECT_TRUE(parse({"a.obj", "--nonsense"}).error);
+    EXPECT_TRUE(parse({"a.obj", "-o"}).error);
+}
+
+TEST(CommandLine, QuestionsNeedNoFile)
+{
+    EXPECT_FALSE(parse({"--help"}).error);
+    EXPECT_FALSE(parse({"--version"}).error);
+    EXPECT_FALSE(parse({"--help-settings"}).error);
+}
+
+TEST(CommandLine, TheHelpShowsEveryOption)
+{
+    const QString help = helpText();
+    for (const OptionRow& row : optionTable())
+        EXPECT_TRUE(help.contains(QStringLiteral("--") + QString::fromUtf8(row.name))) << row.name;
+    EXPECT_TRUE(help.startsWith(QStringLiteral("Usage: znimport [options] FILE...")));
+}
+
+TEST(CommandLine, OutputsThatCannotBeWrittenAreToldBeforeTheImport)
+{
+    const auto complaint = [](std::initializer_list<const char*> words) {
+        return outputs::complaint(parse(words).commandLine).value_or(QString());
+    };
+    EXPECT_EQ(complaint({"a.obj", "-o", "a.glb"}), QString());
+    EXPECT_EQ(complaint({"a.obj", "-o", "A.OSB"}), QString());
+    EXPECT_EQ(complaint({"a.obj", "-o", "a.fbx"}), QStringLiteral("--output writes .glb and .osb files, not 'a.fbx'"));
+    EXPECT_EQ(complaint({"a.obj", "--snapshot", "a.jpg"}), QStringLiteral("--snapshot writes .png files, not 'a.jpg'"));
+    EXPECT_EQ(complaint({"a.obj", "--size", "640"}), QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '640'"));
+    EXPECT_EQ(complaint({"a.obj", "--size", "0x5"}), QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '0x5'"));
+    EXPECT_TRUE(complaint({"a.obj", "--view", "inside"}).contains(QStringLiteral("iso")));
+}
+
+} // namespace

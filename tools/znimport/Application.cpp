@@ -1,0 +1,126 @@
+#include "tools/znimport/Application.h"
+
+#include "importer/SceneText.h"
+#include "tools/znimport/Outputs.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int succeeded = 0;
+constexpr int failed = 1;
+constexpr int wrongUse = 2;
+constexpr int partial = 3;
+constexpr int interrupted = 130;
+
+void complain(const QString& text)
+{
+    std::fprintf(stderr, "znimport: %s\n", text.toUtf8().constData());
+}
+
+} // namespace
+
+Application::Application(CommandLine commandLine)
+    : m_commandLine(std::move(commandLine)), m_importer(m_session), m_display(stderr, isatty(STDERR_FILENO) == 1)
+{
+    connect(&m_importer, &znImporter::progressChanged, this,
+            [this](unsigned percent, const QString& text) { m_display.show(percent, text); });
+    connect(&m_importer, &znImporter::finished, this, &Application::importFinished);
+    connect(&m_interrupt, &Interrupt::stopRequested, this, &Application::stop);
+}
+
+int Application::run()
+{
+    if (const auto error = outputs::complaint(m_commandLine)) {
+        complain(*error);
+        return wrongUse;
+    }
+    if (!applySettings())
+        return wrongUse;
+    QTimer::singleShot(0, this, &Application::importNext);
+    QCoreApplication::exec();
+    m_display.clear();
+    if (m_interrupt.requested()) {
+        complain(QStringLiteral("interrupted; nothing was written"));
+        return interrupted;
+    }
+    if (m_imported == 0)
+        return failed;
+    if (m_commandLine.tree)
+        std::fputs(describeScene(m_session.sceneRoot()).c_str(), stdout);
+    m_display.begin(m_commandLine.snapshotFile);
+    const bool written = writeOutputs();
+    if (m_interrupt.requested())
+        return interrupted;
+    return written ? exitCode() : failed;
+}
+
+bool Application::applySettings()
+{
+    for (const auto& [name, value] : m_commandLine.settings) {
+        if (const auto error = m_session.settings().set(name, value)) {
+            complain(*error);
+            return false;
+        }
+    }
+    return true;
+}
+
+void Application::importNext()
+{
+    if (m_next >= m_commandLine.files.size() || m_interrupt.requested())
+        return QCoreApplication::quit();
+    const QString file = m_commandLine.files.at(m_next++);
+    m_display.begin(file);
+    m_importer.import(file);
+}
+
+void Application::importFinished(const znImportResult& result)
+{
+    m_display.clear();
+    for (const QString& line : result.messages)
+        if (line != result.error)
+            complain(line);
+    if (!result.error.isEmpty() && !result.cancelled)
+        complain(result.error);
+    for (const znMissingPart& part : result.missing)
+        complain(QStringLiteral("missing: %1: %2").arg(part.file, part.reason));
+    if (result.node)
+        ++m_imported;
+    if (result.state != znCADFileTypes::JobSucceeded)
+        ++m_incomplete;
+    importNext();
+}
+
+void Application::stop()
+{
+    m_cancelWriting = true;
+    m_importer.cancel();
+}
+
+bool Application::writeOutputs()
+{
+    const auto result = outputs::write(
+        m_commandLine, m_session.sceneRoot(),
+        [this](unsigned percent) {
+            m_display.show(percent, QStringLiteral("Drawing"));
+            QCoreApplication::processEvents();
+        },
+        m_cancelWriting);
+    m_display.clear();
+    for (const QString& warning : result.warnings)
+        complain(warning);
+    if (result.error)
+        complain(*result.error);
+    return !result.error;
+}
+
+int Application::exitCode() const
+{
+    return m_incomplete == 0 ? succeeded : partial;
+}

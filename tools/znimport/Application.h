@@ -1,0 +1,43 @@
+#pragma once
+
+#include "importer/znImporter.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "tools/znimport/CommandLine.h"
+#include "tools/znimport/Interrupt.h"
+#include "tools/znimport/ProgressDisplay.h"
+
+#include <QObject>
+
+#include <atomic>
+
+/// One run of the tool: imports the files of a command line in turn, then prints and writes what was asked for.
+class Application : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Application(CommandLine commandLine);
+
+    /// Runs to the end. Needs an application object.
+    /// @return the exit code: 0 all imported, 1 nothing imported or the output not written, 2 wrong use, 3 in part,
+    ///         130 interrupted
+    int run();
+
+private:
+    bool applySettings();
+    void importNext();
+    void importFinished(const znImportResult& result);
+    void stop();
+    int exitCode() const;
+    bool writeOutputs();
+
+    CommandLine m_commandLine;
+    znStandaloneSession m_session;
+    znImporter m_importer;
+    Interrupt m_interrupt;
+    ProgressDisplay m_display;
+    int m_next = 0;
+    int m_imported = 0;
+    int m_incomplete = 0;
+    std::atomic<bool> m_cancelWriting = false;
+};

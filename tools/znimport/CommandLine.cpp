@@ -1,0 +1,109 @@
+#include "tools/znimport/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace
+{
+
+QString text(const char* utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+void addOptions(QCommandLineParser& parser)
+{
+    for (const OptionRow& row : optionTable()) {
+        QStringList names{text(row.name)};
+        if (row.shortName)
+            names.prepend(text(row.shortName));
+        parser.addOption({names, text(row.help), row.valueName ? text(row.valueName) : QString()});
+    }
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("File to import; several land in one scene."),
+                                 QStringLiteral("FILE..."));
+}
+
+QString valueOr(const QCommandLineParser& parser, const char* option, const char* otherwise)
+{
+    return parser.isSet(text(option)) ? parser.value(text(option)) : text(otherwise);
+}
+
+/// The values of `--set`, split at the first equals sign. Gives a sentence when one has none.
+std::optional<QString> readSettings(const QStringList& values, CommandLine& line)
+{
+    for (const QString& value : values) {
+        const int equals = value.indexOf(QLatin1Char('='));
+        if (equals <= 0)
+            return QStringLiteral("--set wants name=value, not '%1'").arg(value);
+        line.settings.emplace_back(value.left(equals), value.mid(equals + 1));
+    }
+    return std::nullopt;
+}
+
+/// What is missing or too much, once every option is known.
+std::optional<QString> complaint(const CommandLine& line)
+{
+    if (line.help || line.version || line.helpSettings)
+        return std::nullopt;
+    if (line.files.isEmpty())
+        return QStringLiteral("no file to import");
+    return std::nullopt;
+}
+
+} // namespace
+
+const std::vector<OptionRow>& optionTable()
+{
+    static const std::vector<OptionRow> table = {
+        {"o", "output", "OUT", "Write the scene to this file: glTF binary (.glb) or scene file (.osb)."},
+        {nullptr, "snapshot", "OUT.png", "Draw a picture of the scene into this file."},
+        {nullptr, "size", "WIDTHxHEIGHT", "Size of the picture in pixels; 1280x800 without it."},
+        {nullptr, "view", "VIEW",
+         "Where the picture looks from: iso, front, back, left, right, top or bottom; iso without it."},
+        {nullptr, "tree", nullptr, "Print the scene tree."},
+        {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
+        {nullptr, "set", "NAME=VALUE", "Change a setting; may be given several times."},
+        {nullptr, "help-settings", nullptr, "List the settings with their types, ranges and defaults."},
+        {"h", "help", nullptr, "Show this text."},
+        {nullptr, "version", nullptr, "Show the version."},
+    };
+    return table;
+}
+
+CommandLineResult parseCommandLine(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    addOptions(parser);
+    if (!parser.parse(QStringList(QStringLiteral("znimport")) + arguments))
+        return {{}, parser.errorText()};
+
+    CommandLine line;
+    line.files = parser.positionalArguments();
+    line.outputFile = parser.value(QStringLiteral("output"));
+    line.snapshotFile = parser.value(QStringLiteral("snapshot"));
+    line.snapshotSize = valueOr(parser, "size", "1280x800");
+    line.snapshotView = valueOr(parser, "view", "iso");
+    line.tree = parser.isSet(QStringLiteral("tree"));
+    line.help = parser.isSet(QStringLiteral("help"));
+    line.version = parser.isSet(QStringLiteral("version"));
+    line.helpSettings = parser.isSet(QStringLiteral("help-settings"));
+    if (parser.isSet(QStringLiteral("jobs")))
+        line.settings.emplace_back(QStringLiteral("processes.most"), parser.value(QStringLiteral("jobs")));
+    std::optional<QString> error = readSettings(parser.values(QStringLiteral("set")), line);
+    if (!error)
+        error = complaint(line);
+    return {line, error};
+}
+
+QString helpText()
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Imports 3D and CAD files into a scene, shows what came in and "
+                                                    "writes it.\n\n"
+                                                    "Exit codes: 0 all imported, 1 nothing imported, 2 wrong use, "
+                                                    "3 imported in part, 130 interrupted."));
+    addOptions(parser);
+    return parser.helpText().replace(QCoreApplication::arguments().value(0), QStringLiteral("znimport"));
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+/// One option of the command line. Help, manual and completion follow from the table of these.
+struct OptionRow {
+    const char* shortName; ///< null if it has none
+    const char* name;
+    const char* valueName; ///< null for an option without a value
+    const char* help;
+};
+
+/// All options, in the order in which they are shown.
+const std::vector<OptionRow>& optionTable();
+
+/// What the command line asks for.
+struct CommandLine {
+    QStringList files;
+    QString outputFile;   ///< empty when nothing is to be written
+    QString snapshotFile; ///< empty when no picture is wanted
+    QString snapshotSize;
+    QString snapshotView;
+    bool tree = false;
+    bool help = false;
+    bool version = false;
+    bool helpSettings = false;
+    std::vector<std::pair<QString, QString>> settings; ///< name and value, in the order given
+};
+
+/// Either a command line or the sentence that says what is wrong with it.
+struct CommandLineResult {
+    CommandLine commandLine;
+    std::optional<QString> error;
+};
+
+/// `arguments` without the program's name.
+CommandLineResult parseCommandLine(const QStringList& arguments);
+
+/// The text of `--help`.
+QString helpText();

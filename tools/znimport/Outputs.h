@@ -1,0 +1,28 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+#include "tools/znimport/CommandLine.h"
+
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+
+/// What a run writes besides its messages.
+namespace outputs
+{
+
+/// The sentence that says what is wrong with the wishes of the command line for outputs; nothing when they can be tried.
+std::optional<QString> complaint(const CommandLine& line);
+
+/// How writing went.
+struct Result {
+    std::optional<QString> error; ///< names the file; what was not written before is not there
+    QStringList warnings;
+};
+
+/// Writes the files that the command line asks for. `progress` is told the percent of a picture; `cancel` ends it.
+Result write(const CommandLine& line, const osg::NodePtr& scene, const std::function<void(unsigned)>& progress,
+             const std::atomic<bool>& cancel);
+
+} // namespace outputs

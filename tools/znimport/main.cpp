@@ -1,0 +1,38 @@
+#include "tools/znimport/Application.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+namespace
+{
+
+int wrongUse(const QString& error)
+{
+    std::fprintf(stderr, "znimport: %s\nTry 'znimport --help'.\n", error.toUtf8().constData());
+    return 2;
+}
+
+int print(const QString& text)
+{
+    std::fputs(text.toUtf8().constData(), stdout);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("znimport"));
+    const CommandLineResult parsed = parseCommandLine(QCoreApplication::arguments().mid(1));
+    if (parsed.error)
+        return wrongUse(*parsed.error);
+    if (parsed.commandLine.help)
+        return print(helpText());
+    if (parsed.commandLine.version)
+        return print(QStringLiteral("znimport " ZN_VERSION "\n"));
+    if (parsed.commandLine.helpSettings)
+        return print(zn::Settings().helpText());
+    return Application(parsed.commandLine).run();
+}
