@@ -1,6 +1,6 @@
 #include "standalone/znJobProcessing/JobScheduler.h"
 
-#include "host/znJobProcessing/znParallelJobManager.h"
+#include "standalone/znJobProcessing/ProcessLimit.h"
 #include "standalone/znJobProcessing/ProcessRun.h"
 
 #include <QCoreApplication>
@@ -89,7 +89,7 @@ std::shared_ptr<JobRecord> JobScheduler::takeNext(JobKind kind)
 bool JobScheduler::hasSlot(JobKind kind) const
 {
     if (kind == JobKind::Process) {
-        return m_processes < znParallelJobManager::the()->getMaxNumProcesses();
+        return m_processes < processLimit();
     }
     return m_processingJobs == 0 && m_processingDepth == 0;
 }

@@ -1,6 +1,7 @@
 #include "standalone/znJobProcessing/ProcessLimit.h"
 
 #include "host/znJobProcessing/znParallelJobManager.h"
+#include "standalone/znUtils/CallTrace.h"
 
 #include <algorithm>
 #include <fstream>
@@ -59,8 +60,14 @@ znParallelJobManager* znParallelJobManager::the()
     return &manager;
 }
 
+unsigned znJobs::processLimit()
+{
+    const ProcessLimitProvider& chosen = provider();
+    return chosen ? std::max(chosen(), 1U) : defaultProcessLimit();
+}
+
 unsigned int znParallelJobManager::getMaxNumProcesses() const
 {
-    const znJobs::ProcessLimitProvider& provider = znJobs::provider();
-    return provider ? std::max(provider(), 1U) : znJobs::defaultProcessLimit();
+    const zn::TracedCall call("znParallelJobManager::getMaxNumProcesses");
+    return znJobs::processLimit();
 }

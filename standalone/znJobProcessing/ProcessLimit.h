@@ -11,6 +11,9 @@ using ProcessLimitProvider = std::function<unsigned()>;
 /// A host that has a setting for it installs a function that reads the setting.
 void setProcessLimitProvider(ProcessLimitProvider provider);
 
+/// The limit that is in force now, at least 1.
+unsigned processLimit();
+
 /// The default of this machine: computed once, from its processors and the memory that was free then.
 unsigned defaultProcessLimit();
 

@@ -1,6 +1,7 @@
 #include "host/znJobProcessing/znManagedJobQueue.h"
 
 #include "standalone/znJobProcessing/QueueRecord.h"
+#include "standalone/znUtils/CallTrace.h"
 
 znManagedJobQueue::znManagedJobQueue(QObject* parent) : znJobQueue(parent) {}
 
@@ -8,6 +9,7 @@ znManagedJobQueue::~znManagedJobQueue() = default;
 
 void znManagedJobQueue::setDefaultPriority(znCADFileTypes::znJobPriority priority)
 {
+    const zn::TracedCall call("znManagedJobQueue::setDefaultPriority", static_cast<int>(priority));
     m_record->defaultPriority = priority;
 }
 

@@ -6,6 +6,7 @@
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "standalone/znKernel/TreeReading.h"
+#include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
@@ -41,6 +42,7 @@ osg::NodePtr znFileIO::loadedS::getNode() const
 
 int znFileIO::load(const std::vector<QString>& files, osg::NodePtr parent, bool sceneWasEmpty, bool merge, bool select)
 {
+    const zn::TracedCall call("znFileIO::load", files, parent, sceneWasEmpty, merge, select);
     znStandaloneSession& session = znStandaloneSession::require();
     session.kernel().lastLoad = {files, parent ? parent->getContainerId() : 0, sceneWasEmpty, merge, select};
     std::size_t loaded = 0;
@@ -55,5 +57,6 @@ int znFileIO::load(const std::vector<QString>& files, osg::NodePtr parent, bool 
 
 const std::vector<znFileIO::loadedS>& znFileIO::getLoadedGeometriesList()
 {
+    const zn::TracedCall call("znFileIO::getLoadedGeometriesList");
     return znStandaloneSession::require().kernel().loadedGeometries;
 }

@@ -2,6 +2,7 @@
 
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
+#include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
 
@@ -37,17 +38,20 @@ const std::unordered_map<std::string, FileType>& typesByExtension()
 
 FileType znFileIOHelper::getFileTypeByFileName(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::getFileTypeByFileName", path);
     const auto found = typesByExtension().find(extensionOf(path));
     return found == typesByExtension().end() ? Undefined : found->second;
 }
 
 bool znFileIOHelper::isAssemblyFile(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::isAssemblyFile", path);
     return assemblyExtensions().contains(extensionOf(path));
 }
 
 bool znFileIOHelper::canContainMixedAssemblies(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::canContainMixedAssemblies", path);
     const znStandaloneSession* session = znStandaloneSession::current();
     if (session && session->kernel().canContainMixedAssemblies)
         return session->kernel().canContainMixedAssemblies(path);
@@ -56,21 +60,25 @@ bool znFileIOHelper::canContainMixedAssemblies(const QString& path)
 
 bool znFileIOHelper::isStylarFile(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::isStylarFile", path);
     return getFileTypeByFileName(path) == Stylar;
 }
 
 bool znFileIOHelper::isBrantelMechanorFile(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::isBrantelMechanorFile", path);
     return getFileTypeByFileName(path) == Mechanor;
 }
 
 bool znFileIOHelper::isPtxFile(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::isPtxFile", path);
     const FileTypeRow* row = findRow(getFileTypeByFileName(path));
     return row && row->cadFormat;
 }
 
 bool znFileIOHelper::isPLMXMLFile(const QString& path)
 {
+    const zn::TracedCall call("znFileIOHelper::isPLMXMLFile", path);
     return getFileTypeByFileName(path) == PLMXML;
 }

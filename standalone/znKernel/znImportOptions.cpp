@@ -2,11 +2,13 @@
 
 #include "standalone/session/SettingRows.h"
 #include "standalone/session/znStandaloneSession.h"
+#include "standalone/znUtils/CallTrace.h"
 
-znImportOptions::znImportOptions(const std::string& formatName, bool, bool)
+znImportOptions::znImportOptions(const std::string& formatName, bool interactive, bool useStored)
     : m_importReferencedFiles(znStandaloneSession::require().settings().isOn(
           zn::referencedFilesSetting(QString::fromStdString(formatName)), true))
 {
+    const zn::TracedCall call("znImportOptions", formatName, interactive, useStored);
 }
 
 znImportOptions::~znImportOptions() = default;

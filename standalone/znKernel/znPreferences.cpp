@@ -2,9 +2,11 @@
 
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
+#include "standalone/znUtils/CallTrace.h"
 
 const znMessage& znPreferences::getData()
 {
+    const zn::TracedCall call("znPreferences::getData");
     znStandaloneSession& session = znStandaloneSession::require();
     const QString folder = session.settings().text(QStringLiteral("files.temporaryFolder"));
     // What somebody put into the preferences directly stays until the setting changes.

@@ -3,6 +3,7 @@
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
+#include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
 
@@ -24,6 +25,7 @@ QString pathIn(const std::string& folder, const QString& name)
 std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std::string& input, bool externalParts,
                                                                       const std::string& outputDir)
 {
+    const zn::TracedCall call("znPtxHelper::createProcessCommand", input, externalParts, outputDir);
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
     const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral(".osb"));
     QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
@@ -39,6 +41,7 @@ std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std:
 std::string znPtxHelper::createStylarConvertCommand(const std::string& input, std::string& convertedFile,
                                                     const std::string& outputDir)
 {
+    const zn::TracedCall call("znPtxHelper::createStylarConvertCommand", input, outputDir);
     const QString program = settings().text(QStringLiteral("converter.updateProgram"));
     if (program.isEmpty())
         return std::string();
@@ -50,6 +53,7 @@ std::string znPtxHelper::createStylarConvertCommand(const std::string& input, st
 
 QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string& logFile)
 {
+    const zn::TracedCall call("znPtxHelper::getProcessErrorDescription", exitCode, logFile);
     const QString log = QString::fromStdString(logFile);
     QString text = zn::exitCodeMeaning(exitCode);
     if (const QString error = zn::lastErrorOfLog(log); !error.isEmpty())

@@ -1,18 +1,22 @@
 #include "host/znKernel/znScenegraph.h"
 
 #include "standalone/session/znStandaloneSession.h"
+#include "standalone/znUtils/CallTrace.h"
 
 bool znScenegraph::isEmpty()
 {
+    const zn::TracedCall call("znScenegraph::isEmpty");
     return getRoot()->getNChildren() == 0;
 }
 
 osg::NodePtr znScenegraph::getRoot()
 {
+    const zn::TracedCall call("znScenegraph::getRoot");
     return znStandaloneSession::require().sceneRoot();
 }
 
 osg::NodePtr znScenegraph::getSelectedNode()
 {
+    const zn::TracedCall call("znScenegraph::getSelectedNode");
     return znStandaloneSession::require().selectedNode();
 }

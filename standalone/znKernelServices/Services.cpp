@@ -6,6 +6,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
@@ -15,6 +16,7 @@ class ReferenceService final : public znReferenceService
 public:
     zndReferenceNode createReference(const zndNode& parent) override
     {
+        const zn::TracedCall call("znReferenceService::createReference", parent.getObjectId());
         const osg::NodePtr node = osg::makeNodeFor(osg::ExtReferenceBase::create());
         if (const osg::NodePtr place = znTypeConverter::convertNode(parent)) {
             osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);

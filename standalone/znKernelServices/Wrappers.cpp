@@ -7,6 +7,7 @@
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/TreeReading.h"
 #include "standalone/znKernelServices/WrappedNodes.h"
+#include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
 
@@ -103,6 +104,7 @@ bool zndSceneObject::isValid() const
 
 void zndNode::setName(const QString& name)
 {
+    const zn::TracedCall call("zndNode::setName", getObjectId(), name);
     osg::setName(nodeOf(*this), name.toStdString());
 }
 
@@ -110,12 +112,14 @@ zndReferenceNode::zndReferenceNode(std::uint64_t objectId) : zndNode(objectId) {
 
 bool zndReferenceNode::hasSmartReference() const
 {
+    const zn::TracedCall call("zndReferenceNode::hasSmartReference", getObjectId());
     const osg::ExtReferencePtr reference = referenceOf(*this);
     return reference && reference->getSmartFile() && !reference->getSmartFile()->getPath().empty();
 }
 
 void zndReferenceNode::setSmartPath(const QString& path)
 {
+    const zn::TracedCall call("zndReferenceNode::setSmartPath", getObjectId(), path);
     const osg::ExtReferencePtr reference = referenceOf(*this);
     if (!reference)
         return;
@@ -130,6 +134,7 @@ void zndReferenceNode::setSmartPath(const QString& path)
 
 void zndReferenceNode::loadSmartReference()
 {
+    const zn::TracedCall call("zndReferenceNode::loadSmartReference", getObjectId());
     if (!hasSmartReference())
         return;
     const osg::NodePtr node = nodeOf(*this);

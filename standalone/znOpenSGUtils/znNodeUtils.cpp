@@ -3,6 +3,7 @@
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
@@ -22,6 +23,7 @@ const Predicate* standIn(Predicate zn::NodePredicates::*predicate)
 
 bool znNodeUtils::getLock(const osg::NodePtr& node)
 {
+    const zn::TracedCall call("znNodeUtils::getLock", node);
     if (const Predicate* other = standIn(&zn::NodePredicates::getLock))
         return (*other)(node);
     const osg::NodeProperties::Ptr properties = osg::NodeProperties::of(node);
@@ -30,6 +32,7 @@ bool znNodeUtils::getLock(const osg::NodePtr& node)
 
 bool znNodeUtils::hasLockedParent(const osg::NodePtr& node)
 {
+    const zn::TracedCall call("znNodeUtils::hasLockedParent", node);
     if (const Predicate* other = standIn(&zn::NodePredicates::hasLockedParent))
         return (*other)(node);
     if (!node)
@@ -42,6 +45,7 @@ bool znNodeUtils::hasLockedParent(const osg::NodePtr& node)
 
 bool znNodeUtils::isUneditedAssetRoot(const osg::NodePtr& node)
 {
+    const zn::TracedCall call("znNodeUtils::isUneditedAssetRoot", node);
     if (const Predicate* other = standIn(&zn::NodePredicates::isUneditedAssetRoot))
         return (*other)(node);
     const osg::NodeProperties::Ptr properties = osg::NodeProperties::of(node);

@@ -42,6 +42,8 @@ int Application::run()
     }
     if (!applySettings())
         return wrongUse;
+    if (m_commandLine.trace)
+        m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
     QTimer::singleShot(0, this, &Application::importNext);
     QCoreApplication::exec();
     m_display.clear();

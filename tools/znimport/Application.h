@@ -2,6 +2,7 @@
 
 #include "importer/znImporter.h"
 #include "standalone/session/znStandaloneSession.h"
+#include "standalone/znUtils/CallTrace.h"
 #include "tools/znimport/CommandLine.h"
 #include "tools/znimport/Interrupt.h"
 #include "tools/znimport/ProgressDisplay.h"
@@ -9,6 +10,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <optional>
 
 /// One run of the tool: imports the files of a command line in turn, then prints and writes what was asked for.
 class Application : public QObject
@@ -32,6 +34,7 @@ private:
     bool writeOutputs();
 
     CommandLine m_commandLine;
+    std::optional<zn::CallTrace> m_trace;
     znStandaloneSession m_session;
     znImporter m_importer;
     Interrupt m_interrupt;

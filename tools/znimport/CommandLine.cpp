@@ -64,6 +64,7 @@ const std::vector<OptionRow>& optionTable()
          "Where the picture looks from: iso, front, back, left, right, top or bottom; iso without it."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
         {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
+        {nullptr, "trace", nullptr, "Print each call that goes into the host to the standard error stream."},
         {nullptr, "set", "NAME=VALUE", "Change a setting; may be given several times."},
         {nullptr, "help-settings", nullptr, "List the settings with their types, ranges and defaults."},
         {"h", "help", nullptr, "Show this text."},
@@ -86,6 +87,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.snapshotSize = valueOr(parser, "size", "1280x800");
     line.snapshotView = valueOr(parser, "view", "iso");
     line.tree = parser.isSet(QStringLiteral("tree"));
+    line.trace = parser.isSet(QStringLiteral("trace"));
     line.help = parser.isSet(QStringLiteral("help"));
     line.version = parser.isSet(QStringLiteral("version"));
     line.helpSettings = parser.isSet(QStringLiteral("help-settings"));

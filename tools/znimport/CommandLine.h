@@ -26,6 +26,7 @@ struct CommandLine {
     QString snapshotSize;
     QString snapshotView;
     bool tree = false;
+    bool trace = false;
     bool help = false;
     bool version = false;
     bool helpSettings = false;
