@@ -35,11 +35,11 @@ Progress readProgress(const QString& file)
 void znPtxConverterJob::createTmpFileWatcher()
 {
     connect(this, &znAbstractJob::started, this, &znPtxConverterJob::watchTempFile);
-    connect(this, &znAbstractJob::finished, [this] { unwatchTempFile(); });
+    connect(this, &znAbstractJob::finished, [this] { releaseWatcher(); });
 }
 
-/// The watcher itself is made at the first launch: it takes one of the few notification instances that a user has, and
-/// thousands of jobs may wait.
+/// The watcher itself lives from the first launch of a run to its end: it takes one of the few notification instances
+/// that a user has, and thousands of jobs may wait or be kept after their end.
 void znPtxConverterJob::watchTempFile()
 {
     if (!m_watcher) {
@@ -57,6 +57,16 @@ void znPtxConverterJob::unwatchTempFile()
 {
     if (m_watcher)
         m_watcher->removePath(m_tempFile);
+}
+
+/// The end may come from an event loop inside a notification of the watcher, so it goes later.
+void znPtxConverterJob::releaseWatcher()
+{
+    unwatchTempFile();
+    if (QFileSystemWatcher* const watcher = m_watcher.release()) {
+        watcher->disconnect();
+        watcher->deleteLater();
+    }
 }
 
 void znPtxConverterJob::reportProgress()

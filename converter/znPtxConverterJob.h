@@ -56,6 +56,7 @@ private:
 
     void createTmpFileWatcher();
     void unwatchTempFile();
+    void releaseWatcher();
     void reportProgress();
 
     bool handleFailedProcess(int exitCode);
