@@ -117,7 +117,7 @@ std::string describeNode(const osg::NodePtr& node, const CoreNumbers& shared)
 std::string indentation(unsigned depth)
 {
     constexpr unsigned most = 60;
-    std::string text(2 * std::min(depth, most), ' ');
+    std::string text(std::size_t(2) * std::min(depth, most), ' ');
     return depth > most ? text + "<" + std::to_string(depth) + "> " : text;
 }
 

@@ -2,7 +2,10 @@
 
 #include <QCoreApplication>
 
+#include <clocale>
 #include <cstdio>
+#include <cstring>
+#include <langinfo.h>
 
 namespace
 {
@@ -11,6 +14,14 @@ int wrongUse(const QString& error)
 {
     std::fprintf(stderr, "znimport: %s\nTry 'znimport --help'.\n", error.toUtf8().constData());
     return 2;
+}
+
+/// Qt writes file names in the locale's letters: where these are not UTF-8, names with other letters would be lost.
+void useUtf8()
+{
+    std::setlocale(LC_CTYPE, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        qputenv("LC_ALL", "C.UTF-8");
 }
 
 int print(const QString& text)
@@ -23,6 +34,7 @@ int print(const QString& text)
 
 int main(int argc, char** argv)
 {
+    useUtf8();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("znimport"));
     const CommandLineResult parsed = parseCommandLine(QCoreApplication::arguments().mid(1));
