@@ -57,12 +57,12 @@ void CADBase::loadAttributes(const TiXmlElement& element)
 {
     bool hasName = false;
     bool hasId = false;
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        if (attribute.NameTStr() == "name") {
-            m_name = attribute.Value();
+    for (const auto [name, value] : AttributesOf(element)) {
+        if (name == "name") {
+            m_name = value;
             hasName = true;
-        } else if (attribute.NameTStr() == "id") {
-            m_id = attribute.Value();
+        } else if (name == "id") {
+            m_id = value;
             hasId = true;
         }
         if (hasName && hasId)
@@ -82,12 +82,12 @@ void CADBase::generateId(std::string_view suffix)
 {
     if (!m_id.empty())
         return;
-    std::array<char, 2 * sizeof(std::uintptr_t)> address{};
-    const auto end =
-        std::to_chars(address.data(), address.data() + address.size(), reinterpret_cast<std::uintptr_t>(this), 16).ptr;
-    if (m_parent)
-        m_id = m_parent->m_id;
-    m_id.append(suffix).append("0x").append(address.data(), end);
+    std::array<char, 2 + 2 * sizeof(std::uintptr_t)> address{'0', 'x'};
+    const auto number = reinterpret_cast<std::uintptr_t>(this);
+    const auto end = std::to_chars(address.data() + 2, address.data() + address.size(), number, 16).ptr;
+    const std::string_view parentId = m_parent ? m_parent->m_id : std::string_view();
+    m_id.reserve(parentId.size() + suffix.size() + address.size());
+    m_id.append(parentId).append(suffix).append(address.data(), end);
 }
 
 } // namespace HB::XML::CAD

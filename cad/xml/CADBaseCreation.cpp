@@ -31,7 +31,7 @@ constexpr void (CADDocument::*noTable)(Element*) = nullptr;
 template <class... Names>
 bool isNamed(const TiXmlElement& element, Names... names)
 {
-    return (... || (element.ValueTStr() == names));
+    return (... || (std::string_view(element.ValueTStr()) == names));
 }
 
 } // namespace

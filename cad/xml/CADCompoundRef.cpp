@@ -15,9 +15,9 @@ void CADCompoundRef::loadAttributes(const TiXmlElement& element)
 {
     CADRepresentation::loadAttributes(element);
     auto type = getType();
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        if (attribute.NameTStr() == "type")
-            typeWords.read(attribute.Value(), type);
+    for (const auto [name, value] : AttributesOf(element)) {
+        if (name == "type")
+            typeWords.read(value, type);
     }
     setType(type);
 }

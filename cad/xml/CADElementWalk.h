@@ -12,6 +12,12 @@
 namespace HB::XML::CAD
 {
 
+/// Name and value of one attribute, as views into the parser's tree.
+struct Attribute {
+    std::string_view name;
+    const char* value;
+};
+
 /// The attributes of an element in file order, for a range-based for.
 class AttributesOf
 {
@@ -20,7 +26,7 @@ public:
 
     struct Iterator {
         const TiXmlAttribute* attribute;
-        const TiXmlAttribute& operator*() const { return *attribute; }
+        Attribute operator*() const { return {attribute->NameTStr(), attribute->Value()}; }
         void operator++() { attribute = attribute->Next(); }
         bool operator!=(const Iterator& other) const { return attribute != other.attribute; }
     };

@@ -20,16 +20,15 @@ void CADInstance::load(const TiXmlElement& element)
 void CADInstance::loadAttributes(const TiXmlElement& element)
 {
     CADBase::loadAttributes(element);
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "partRef")
-            m_partRef = attribute.Value();
+            m_partRef = value;
         else if (name == "materialRef")
-            m_materialRef = attribute.Value();
+            m_materialRef = value;
         else if (name == "transformRef")
-            m_transformRef = attribute.Value();
+            m_transformRef = value;
         else if (name == "representationRefs")
-            splitRefList(attribute.Value(), m_representationRefs);
+            splitRefList(value, m_representationRefs);
     }
 }
 

@@ -20,11 +20,11 @@ void CADInstanceGraph::load(const TiXmlElement& element)
 void CADInstanceGraph::loadAttributes(const TiXmlElement& element)
 {
     CADBase::loadAttributes(element);
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        if (attribute.NameTStr() == "rootRefs")
-            splitRefList(attribute.Value(), m_rootRefs);
-        else if (attribute.NameTStr() == "rootInstanceRef")
-            m_rootRefs.assign(1, attribute.Value());
+    for (const auto [name, value] : AttributesOf(element)) {
+        if (name == "rootRefs")
+            splitRefList(value, m_rootRefs);
+        else if (name == "rootInstanceRef")
+            m_rootRefs.assign(1, value);
     }
 }
 

@@ -26,22 +26,21 @@ void CADMaterial::load(const TiXmlElement& element)
 void CADMaterial::loadAttributes(const TiXmlElement& element)
 {
     CADBase::loadAttributes(element);
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "name")
-            m_materialName = attribute.Value();
+            m_materialName = value;
         else if (name == "ambient")
-            parseFloatList(attribute.Value(), m_ambient);
+            parseFloatList(value, m_ambient);
         else if (name == "diffuse")
-            parseFloatList(attribute.Value(), m_diffuse);
+            parseFloatList(value, m_diffuse);
         else if (name == "specular")
-            parseFloatList(attribute.Value(), m_specular);
+            parseFloatList(value, m_specular);
         else if (name == "emissive")
-            parseFloatList(attribute.Value(), m_emissive);
+            parseFloatList(value, m_emissive);
         else if (name == "alpha")
-            m_alpha = firstNumber(attribute.Value());
+            m_alpha = firstNumber(value);
         else if (name == "shininess")
-            m_shininess = firstNumber(attribute.Value());
+            m_shininess = firstNumber(value);
     }
 }
 

@@ -21,7 +21,8 @@ static_assert(std::numeric_limits<float>::is_iec559 && std::numeric_limits<doubl
 
 std::string_view withoutLeadingSpace(std::string_view token)
 {
-    token.remove_prefix(std::min(token.find_first_not_of(" \t\n\v\f\r"), token.size()));
+    while (!token.empty() && (token[0] == ' ' || (token[0] >= '\t' && token[0] <= '\r')))
+        token.remove_prefix(1);
     return token;
 }
 
@@ -66,6 +67,8 @@ Number readNumber(std::string_view token, const char* invalid, const char* outOf
 
 void parseTransformValues(std::string_view text, std::vector<float>& values)
 {
+    if (values.empty())
+        values.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), ' ')) + 1);
     for (auto blank = text.find(' '); blank != std::string_view::npos; blank = text.find(' ')) {
         const auto number =
             readNumber<double>(text.substr(0, blank), "invalid stod argument", "stod argument out of range");

@@ -23,16 +23,15 @@ void CADOccurrence::load(const TiXmlElement& element)
 
 void CADOccurrence::loadAttributes(const TiXmlElement& element)
 {
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "materialRef")
-            m_materialRef = attribute.Value();
+            m_materialRef = value;
         else if (name == "transformRef")
-            m_transformRef = attribute.Value();
+            m_transformRef = value;
         else if (name == "occurrenceRefs")
-            splitRefList(attribute.Value(), m_occurrenceRefs);
+            splitRefList(value, m_occurrenceRefs);
         else if (name == "instanceRefs")
-            splitRefList(attribute.Value(), m_instanceRefs);
+            splitRefList(value, m_instanceRefs);
     }
 }
 

@@ -32,18 +32,17 @@ void CADPart::load(const TiXmlElement& element)
 
 void CADPart::loadAttributes(const TiXmlElement& element)
 {
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "type")
-            typeWords.read(attribute.Value(), m_type);
+            typeWords.read(value, m_type);
         else if (name == "materialRef")
-            m_materialRef = attribute.Value();
+            m_materialRef = value;
         else if (name == "partRefs")
-            splitRefList(attribute.Value(), m_partRefs);
+            splitRefList(value, m_partRefs);
         else if (name == "instanceRefs")
-            splitRefList(attribute.Value(), m_instanceRefs);
+            splitRefList(value, m_instanceRefs);
         else if (name == "representationRefs")
-            splitRefList(attribute.Value(), m_representationRefs);
+            splitRefList(value, m_representationRefs);
     }
 }
 

@@ -20,14 +20,13 @@ void CADProductView::load(const TiXmlElement& element)
 
 void CADProductView::loadAttributes(const TiXmlElement& element)
 {
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "state")
-            m_active = m_active || std::string_view(attribute.Value()) == "active";
+            m_active = m_active || std::string_view(value) == "active";
         else if (name == "rootRefs")
-            splitRefList(attribute.Value(), m_rootRefs);
+            splitRefList(value, m_rootRefs);
         else if (name == "primaryOccurrenceView")
-            m_rootRefs.assign(1, attribute.Value());
+            m_rootRefs.assign(1, value);
     }
 }
 

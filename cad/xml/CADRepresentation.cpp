@@ -28,16 +28,15 @@ void CADRepresentation::load(const TiXmlElement& element)
 void CADRepresentation::loadAttributes(const TiXmlElement& element)
 {
     CADBase::loadAttributes(element);
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "type")
-            typeWords.read(attribute.Value(), m_type);
+            typeWords.read(value, m_type);
         else if (name == "format")
-            m_format = attribute.Value();
+            m_format = value;
         else if (name == "location")
-            m_location = attribute.Value();
+            m_location = value;
         else if (name == "transformRef")
-            m_transformRef = attribute.Value();
+            m_transformRef = value;
     }
 }
 

@@ -21,9 +21,9 @@ void CADTransform::load(const TiXmlElement& element)
 void CADTransform::loadAttributes(const TiXmlElement& element)
 {
     CADBase::loadAttributes(element);
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        if (attribute.NameTStr() == "type")
-            typeWords.read(attribute.Value(), m_type);
+    for (const auto [name, value] : AttributesOf(element)) {
+        if (name == "type")
+            typeWords.read(value, m_type);
     }
 }
 

@@ -36,16 +36,15 @@ void CADUserValue::load(const TiXmlElement& element)
 
 void CADUserValue::loadAttributes(const TiXmlElement& element)
 {
-    for (const TiXmlAttribute& attribute : AttributesOf(element)) {
-        const auto& name = attribute.NameTStr();
+    for (const auto [name, value] : AttributesOf(element)) {
         if (name == "title")
-            setName(attribute.Value());
+            setName(value);
         else if (name == "value")
-            m_value = attribute.Value();
+            m_value = value;
         else if (name == "format")
-            m_format = attribute.Value();
+            m_format = value;
         else if (name == "type")
-            typeWords.read(attribute.Value(), m_type);
+            typeWords.read(value, m_type);
     }
 }
 

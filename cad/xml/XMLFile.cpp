@@ -1,8 +1,10 @@
 #include "cad/xml/XMLFile.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <system_error>
 
 #include <tinyxml.h>
@@ -18,6 +20,12 @@ struct FileCloser {
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
+/// The bytes of a file, with a NUL behind them.
+struct Text {
+    std::unique_ptr<char[]> bytes;
+    std::size_t size = 0;
+};
+
 // Opening a pipe would wait for a writer, and a folder opens but has no sensible size.
 File openRegularFile(const std::string& name)
 {
@@ -27,28 +35,50 @@ File openRegularFile(const std::string& name)
     return File(std::fopen(name.c_str(), "rb"));
 }
 
-bool passesScan(std::FILE* file, const XMLLimits& limits)
+/// No bytes if the file cannot be read or is empty.
+Text readFile(const std::string& name)
 {
-    std::fseek(file, 0, SEEK_END);
-    const auto length = std::ftell(file);
-    std::rewind(file);
+    const auto file = openRegularFile(name);
+    if (!file || std::fseek(file.get(), 0, SEEK_END) != 0)
+        return {};
+    const auto length = std::ftell(file.get());
+    std::rewind(file.get());
     if (length <= 0)
-        return false;
-    const auto size = static_cast<std::size_t>(length);
-    const auto text = std::make_unique_for_overwrite<char[]>(size);
-    return std::fread(text.get(), 1, size, file) == size &&
-           scanXMLText({text.get(), size}, limits).fault == XMLFault::None;
+        return {};
+    Text text{nullptr, static_cast<std::size_t>(length)};
+    text.bytes = std::make_unique_for_overwrite<char[]>(text.size + 1);
+    text.bytes[text.size] = '\0';
+    if (std::fread(text.bytes.get(), 1, text.size, file.get()) != text.size)
+        return {};
+    return text;
+}
+
+/// Makes one line feed of every carriage return and the line feed behind it, as XML asks for.
+void normalizeLineEnds(Text& text)
+{
+    const char* const end = text.bytes.get() + text.size;
+    char* out = std::find(text.bytes.get(), text.bytes.get() + text.size, '\r');
+    for (const char* in = out; in != end; ++in) {
+        const auto isReturn = *in == '\r';
+        const auto isPair = isReturn && in[1] == '\n';
+        *out++ = isReturn ? '\n' : *in;
+        in += isPair;
+    }
+    *out = '\0';
 }
 
 } // namespace
 
 bool loadXMLFile(TiXmlDocument& xml, const XMLLimits& limits)
 {
-    const auto file = openRegularFile(xml.ValueTStr());
-    if (!file || !passesScan(file.get(), limits))
+    // The parser could read the file itself, but then it might read other bytes than those that were looked at.
+    auto text = readFile(xml.ValueStr());
+    if (!text.bytes || scanXMLText({text.bytes.get(), text.size}, limits).fault != XMLFault::None)
         return false;
+    normalizeLineEnds(text);
     xml.SetTabSize(0); // nobody asks for rows and columns, whose tracking costs a quarter of the time
-    return xml.LoadFile(file.get());
+    xml.Parse(text.bytes.get(), nullptr, TIXML_DEFAULT_ENCODING);
+    return !xml.Error();
 }
 
 } // namespace HB::XML::CAD

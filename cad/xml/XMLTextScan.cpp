@@ -40,6 +40,14 @@ bool continuesName(char c)
     return startsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
 }
 
+/// The bytes of a tag that mean something to the scan.
+constexpr auto tagMarks = [] {
+    std::array<bool, 256> marks{};
+    for (const unsigned char mark : {'>', '=', '"', '\''})
+        marks[mark] = true;
+    return marks;
+}();
+
 /// The number of bytes that the parser takes for a character with this first byte.
 std::size_t sequenceLength(unsigned char lead)
 {
@@ -92,16 +100,17 @@ XMLVerdict Scan::run()
 
 void Scan::markup()
 {
-    if (startsWithIgnoringCase(m_text.substr(m_at), "<?xml"))
+    const auto next = m_at + 1 < m_text.size() ? m_text[m_at + 1] : '\0';
+    if (startsName(next))
+        startTag();
+    else if (next == '/')
+        endTag();
+    else if (startsWithIgnoringCase(m_text.substr(m_at), "<?xml"))
         declaration();
     else if (at("<!--"))
         skipBehind("<!--", "-->");
     else if (at("<![CDATA["))
         skipBehind("<![CDATA[", "]]>");
-    else if (at("</"))
-        endTag();
-    else if (m_at + 1 < m_text.size() && startsName(m_text[m_at + 1]))
-        startTag();
     else
         skipBehind("<", ">");
 }
@@ -113,6 +122,8 @@ void Scan::startTag()
     std::uint32_t attributes = 0;
     for (auto i = m_at + 1; i < m_text.size(); ++i) {
         const char c = m_text[i];
+        if (!tagMarks[byteOf(c)])
+            continue;
         if (c == '>') {
             m_depth -= m_text[i - 1] == '/';
             m_at = i + 1;

@@ -109,10 +109,16 @@ TEST_F(CADDocumentTest, FileNamesMayHoldBlanksAndUmlauts)
     EXPECT_EQ(m_document.getProductDef(0)->getId(), "Öl");
 }
 
-TEST_F(CADDocumentTest, ByteOrderMarkAndLineEndsAreRead)
+TEST_F(CADDocumentTest, ByteOrderMarkIsSkipped)
 {
-    load("\xEF\xBB\xBF<?xml version='1.0'?>\r\n<PLMXML>\r\n<ProductDef name='a\r\nb\rc'/>\r\n</PLMXML>\r\n");
-    EXPECT_EQ(m_document.getProductDef(0)->getName(), "a\nb\nc");
+    load("\xEF\xBB\xBF<?xml version='1.0'?><PLMXML><ProductDef name='T\xC3\xBCr'/></PLMXML>");
+    EXPECT_EQ(m_document.getProductDef(0)->getName(), "T\xC3\xBCr");
+}
+
+TEST_F(CADDocumentTest, EveryLineEndIsALineFeed)
+{
+    load("<?xml version='1.0'?>\r\n<PLMXML>\r<ProductDef name='a\r\nb\rc\r\r\nd\n\re'/></PLMXML>\r");
+    EXPECT_EQ(m_document.getProductDef(0)->getName(), "a\nb\nc\n\nd\n\ne");
 }
 
 TEST_F(CADDocumentTest, EntitiesAreDecoded)
