@@ -254,7 +254,6 @@ TEST_F(ConversionFinish, AnAbortedJobIsNotRetried)
     drainEvents();
     EXPECT_EQ(log.lines().filter(QStringLiteral("starting")).size(), 1);
     EXPECT_EQ(log.lines().last(), QStringLiteral("finished 1"));
-    EXPECT_EQ(readLines(QStringLiteral("ready")), texts({"x"}));
 }
 
 TEST_F(ConversionFinish, AJobThatIsDestroyedWhileItRunsLeavesNoProgressFile)
