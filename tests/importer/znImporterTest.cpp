@@ -140,14 +140,19 @@ TEST_F(ImporterTest, AConverterThatWritesNothingIsAFailure)
 TEST_F(ImporterTest, CancelEndsARunningConversion)
 {
     useScriptedConverter();
-    const QString file = write(QStringLiteral("part.stp"), "progress \"40 Tessellate\"\nwait 60000\n");
-    QObject::connect(&importer, &znImporter::progressChanged, &importer, [this](unsigned percent, const QString& text) {
-        if (percent == 40) {
-            EXPECT_EQ(text, QStringLiteral("Tessellating"));
+    // Reports again and again: what comes before the job has seeded the progress file is lost.
+    QByteArray script;
+    for (int percent = 1; percent <= 200; ++percent)
+        script += "wait 100\nprogress \"" + QByteArray::number(percent) + " Tessellate\"\n";
+    QString stage;
+    QObject::connect(&importer, &znImporter::progressChanged, &importer, [&](unsigned percent, const QString& text) {
+        if (percent > 0) {
+            stage = text;
             importer.cancel();
         }
     });
-    const znImportResult result = import(file);
+    const znImportResult result = import(write(QStringLiteral("part.stp"), script));
+    EXPECT_EQ(stage, QStringLiteral("Tessellating"));
     EXPECT_TRUE(result.cancelled);
     EXPECT_EQ(result.state, znCADFileTypes::JobFailed);
     EXPECT_FALSE(result.node);
