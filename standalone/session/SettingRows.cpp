@@ -30,7 +30,7 @@ void addReferencedFilesRows(std::vector<SettingRow>& rows)
         const QString name = QString::fromLatin1(znCADFileTypes::fileTypeName(fileType));
         rows.push_back(
             switchRow(referencedFilesSetting(name), true,
-                      QStringLiteral("Import the part files that a file of the format %1 refers to.").arg(name)));
+                      Settings::tr("Import the part files that a file of the format %1 refers to.").arg(name)));
     }
 }
 
@@ -50,24 +50,27 @@ std::vector<SettingRow> settingRows()
          0,
          1024,
          QStringLiteral("0"),
-         QStringLiteral("How many converter processes run at a time; 0 lets cores and free memory decide.")},
-        textRow(
-            QStringLiteral("files.temporaryFolder"), {},
-            QStringLiteral("Where converted files go; empty for a folder of the session's own, which goes with it.")),
+         Settings::tr("How many converter processes run at a time; 0 lets cores and free memory decide.")},
+        textRow(QStringLiteral("files.temporaryFolder"), {},
+                Settings::tr("Where converted files go; empty for a folder of the session's own, which goes with it.")),
         {QStringLiteral("mesh.unit"), SettingType::Number, QStringLiteral("mm"), 1e-6, 1e6, QStringLiteral("1"),
-         QStringLiteral("What one unit of a file without a unit of its own (OBJ, PLY) is.")},
-        textRow(QStringLiteral("mesh.up"), QStringLiteral("z"),
-                QStringLiteral("Which axis points up in a file that does not say so (OBJ, PLY): y or z.")),
+         Settings::tr("What one unit of a file without a unit of its own (OBJ, PLY) is.")},
+        {QStringLiteral("mesh.up"),
+         SettingType::Choice,
+         {},
+         0,
+         0,
+         QStringLiteral("z"),
+         Settings::tr("Which axis points up in a file that does not say so (OBJ, PLY)."),
+         {QStringLiteral("y"), QStringLiteral("z")}},
         textRow(QStringLiteral("converter.program"), {},
-                QStringLiteral("The converter; empty for the ptxconvert beside this program or on the PATH.")),
-        textRow(
-            QStringLiteral("converter.options"), {},
-            QStringLiteral("Settings of the converter, name=value and blank between them; ptxconvert --help-settings "
-                           "lists them.")),
-        textRow(
-            QStringLiteral("converter.updateProgram"), {},
-            QStringLiteral("The tool that brings an old Stylar file up to date; it is given the old path and the new "
-                           "one.")),
+                Settings::tr("The converter; empty for the ptxconvert beside this program or on the PATH.")),
+        textRow(QStringLiteral("converter.options"), {},
+                Settings::tr("Settings of the converter, name=value and blank between them; ptxconvert --help-settings "
+                             "lists them.")),
+        textRow(QStringLiteral("converter.updateProgram"), {},
+                Settings::tr("The tool that brings an old Stylar file up to date; it is given the old path and the new "
+                             "one.")),
     };
     addReferencedFilesRows(rows);
     return rows;

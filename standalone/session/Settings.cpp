@@ -3,6 +3,7 @@
 #include "standalone/session/SettingRows.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cmath>
 
@@ -24,40 +25,53 @@ std::optional<bool> toSwitch(const QString& text)
     return std::nullopt;
 }
 
+QString numbersText(const SettingRow& row)
+{
+    const QString range = row.type == SettingType::Integer ? Settings::tr("a whole number from %1 to %2")
+                                                           : Settings::tr("a number from %1 to %2");
+    const QString unit = row.unit.isEmpty() ? QString() : QLatin1Char(' ') + row.unit;
+    return range.arg(row.least).arg(row.most) + unit;
+}
+
+/// What the values of a setting are.
 QString rangeText(const SettingRow& row)
 {
     switch (row.type) {
     case SettingType::Switch:
-        return QStringLiteral("on or off");
+        return Settings::tr("on or off");
+    case SettingType::Choice:
+        return row.choices.join(Settings::tr(" or "));
     case SettingType::Text:
-        return QStringLiteral("a text");
+        return Settings::tr("a text");
     case SettingType::Integer:
     case SettingType::Number:
         break;
     }
-    const QString kind =
-        row.type == SettingType::Integer ? QStringLiteral("a whole number") : QStringLiteral("a number");
-    const QString unit = row.unit.isEmpty() ? QString() : QStringLiteral(" ") + row.unit;
-    return QStringLiteral("%1 from %2 to %3%4").arg(kind).arg(row.least).arg(row.most).arg(unit);
+    return numbersText(row);
+}
+
+bool isNumber(const SettingRow& row, const QString& text)
+{
+    bool ok = false;
+    const double value = row.type == SettingType::Integer ? text.toInt(&ok) : text.toDouble(&ok);
+    // Qt's conversion ends at a NUL and takes what stands before it.
+    return ok && !text.contains(QChar()) && std::isfinite(value) && value >= row.least && value <= row.most;
 }
 
 bool isValue(const SettingRow& row, const QString& text)
 {
-    bool ok = false;
-    double value = 0;
     switch (row.type) {
     case SettingType::Switch:
         return toSwitch(text).has_value();
+    case SettingType::Choice:
+        return row.choices.contains(text);
     case SettingType::Text:
         return true;
     case SettingType::Integer:
-        value = text.toInt(&ok);
-        break;
     case SettingType::Number:
-        value = text.toDouble(&ok);
         break;
     }
-    return ok && std::isfinite(value) && value >= row.least && value <= row.most;
+    return isNumber(row, text);
 }
 
 } // namespace
@@ -80,10 +94,10 @@ std::optional<QString> Settings::set(const QString& name, const QString& text)
 {
     const SettingRow* row = find(name);
     if (!row)
-        return QStringLiteral("there is no setting '%1'; --help-settings lists them").arg(name);
-    const QString value = row->type == SettingType::Text ? text : text.trimmed();
+        return tr("there is no setting '%1'; --help-settings lists them").arg(name);
+    const QString value = row->type == SettingType::Text ? text : text.trimmed().toLower();
     if (!isValue(*row, value))
-        return QStringLiteral("setting '%1' wants %2, not '%3'").arg(name, rangeText(*row), text);
+        return tr("setting '%1' wants %2, not '%3'").arg(name, rangeText(*row), text);
     m_values[name] = value;
     return std::nullopt;
 }
@@ -91,20 +105,25 @@ std::optional<QString> Settings::set(const QString& name, const QString& text)
 std::optional<QString> Settings::load(const QString& path)
 {
     QFile file(path);
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return tr("%1 is no file").arg(path);
     if (!file.open(QIODevice::ReadOnly))
         return QStringLiteral("%1: %2").arg(path, file.errorString());
+    if (file.size() > MaxFileSize)
+        return tr("%1 is longer than %2 bytes").arg(path, QString::number(MaxFileSize));
     const auto before = m_values;
     for (int number = 1; !file.atEnd(); ++number) {
-        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        const QByteArray bytes = file.readLine();
+        const QString line = QString::fromUtf8(bytes.constData(), bytes.size()).trimmed();
         if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
             continue;
         const int equals = line.indexOf(QLatin1Char('='));
         const std::optional<QString> error = equals < 0
-                                                 ? QStringLiteral("a line is 'name = value'")
+                                                 ? tr("a line is 'name = value'")
                                                  : set(line.left(equals).trimmed(), line.mid(equals + 1).trimmed());
         if (error) {
             m_values = before;
-            return QStringLiteral("%1:%2: %3").arg(path).arg(number).arg(*error);
+            return QStringLiteral("%1:%2: %3").arg(path, QString::number(number), *error);
         }
     }
     return std::nullopt;
@@ -139,9 +158,9 @@ QString Settings::helpText() const
 {
     QString result;
     for (const SettingRow& row : m_rows)
-        result += QStringLiteral("%1\n    %2\n    %3; default: %4\n")
-                      .arg(row.name, row.help, rangeText(row),
-                           row.defaultText.isEmpty() ? QStringLiteral("empty") : row.defaultText);
+        result +=
+            tr("%1\n    %2\n    %3; default: %4\n")
+                .arg(row.name, row.help, rangeText(row), row.defaultText.isEmpty() ? tr("empty") : row.defaultText);
     return result;
 }
 

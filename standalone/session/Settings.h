@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <optional>
@@ -9,7 +11,7 @@
 namespace zn
 {
 
-enum class SettingType { Switch, Integer, Number, Text };
+enum class SettingType { Switch, Integer, Number, Choice, Text };
 
 /// One setting of the open host.
 struct SettingRow {
@@ -20,25 +22,31 @@ struct SettingRow {
     double most = 0;
     QString defaultText;
     QString help;
+    QStringList choices = {}; ///< the values of a choice, in lower case
 };
 
 /// The settings of one session: a table of rows, each with a value of its own. Help, settings files and command lines
 /// follow from the table.
 class Settings
 {
+    Q_DECLARE_TR_FUNCTIONS(zn::Settings)
+
 public:
+    /// A settings file may be this long, in bytes.
+    static constexpr qint64 MaxFileSize = 1 << 20;
+
     /// All values are the defaults.
     Settings();
 
     const std::vector<SettingRow>& rows() const { return m_rows; }
 
-    /// Sets a value from its text. Gives a sentence that names the setting, the text and what would be right when the
+    /// Sets a value from its text; words and choices in any case of letters. Gives a sentence that names the setting, the text and what would be right when the
     /// name is unknown or the text is none of its values; the old value stays then.
     std::optional<QString> set(const QString& name, const QString& text);
 
     /// Sets what the lines `name = value` of a UTF-8 file say; "#" begins a comment line. Gives a sentence that names
     /// file and line at the first one that is wrong, and changes nothing then.
-    std::optional<QString> load(const QString& file);
+    std::optional<QString> load(const QString& path);
 
     // The value of a setting of that type. The name must be in the table.
     bool isOn(const QString& name) const;
