@@ -19,7 +19,7 @@ constexpr double stepsAnOctave = 8;
 constexpr std::size_t partsAReport = 256;
 /// Parts are moved towards the eye by different, invisible amounts, so that of two that lie in one place the same one
 /// is seen all over.
-constexpr double nudgeStep = 2e-6;
+constexpr double nudgeStep = 4e-6;
 constexpr std::size_t nudges = 16;
 
 /// Rays are taken into the coordinates of a shape with the inverse of its placement. One that flattens space gets a
