@@ -54,8 +54,7 @@ bool isNumber(const SettingRow& row, const QString& text)
 {
     bool ok = false;
     const double value = row.type == SettingType::Integer ? text.toInt(&ok) : text.toDouble(&ok);
-    // Qt's conversion ends at a NUL and takes what stands before it.
-    return ok && !text.contains(QChar()) && std::isfinite(value) && value >= row.least && value <= row.most;
+    return ok && std::isfinite(value) && value >= row.least && value <= row.most;
 }
 
 bool isValue(const SettingRow& row, const QString& text)
@@ -113,8 +112,8 @@ std::optional<QString> Settings::load(const QString& path)
         return tr("%1 is longer than %2 bytes").arg(path, QString::number(MaxFileSize));
     const auto before = m_values;
     for (int number = 1; !file.atEnd(); ++number) {
-        const QByteArray bytes = file.readLine();
-        const QString line = QString::fromUtf8(bytes.constData(), bytes.size()).trimmed();
+        // A NUL would end the text: it is shown as what it is, no letter.
+        const QString line = QString::fromUtf8(file.readLine().replace('\0', "\xEF\xBF\xBD")).trimmed();
         if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
             continue;
         const int equals = line.indexOf(QLatin1Char('='));
