@@ -143,6 +143,15 @@ CADPart* CADDocument::findPartById(std::string_view id) const
 
 CADProductView* CADDocument::getActiveProductView() const
 {
+    if (m_viewsChosenFrom != m_productViews.elements().size()) {
+        m_activeProductView = chooseProductView();
+        m_viewsChosenFrom = m_productViews.elements().size();
+    }
+    return m_activeProductView;
+}
+
+CADProductView* CADDocument::chooseProductView() const
+{
     const auto& views = m_productViews.elements();
     const auto active = std::find_if(views.begin(), views.end(), [](const auto* view) { return view->isActive(); });
     if (active != views.end())

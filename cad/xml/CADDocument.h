@@ -81,7 +81,8 @@ public:
     /// Look-up by bare id: a hash sign counts as part of the id.
     CADPart* findPartById(std::string_view id) const;
 
-    /// The first registered view that is active, the first view if none is, null without views.
+    /// The first registered view that is active, the first view if none is, null without views. The choice stands until
+    /// another view registers.
     CADProductView* getActiveProductView() const;
 
     /// How many occurrences are registered.
@@ -91,6 +92,7 @@ private:
     friend struct TestAccess;
 
     void loadProductDef(const TiXmlElement& element);
+    CADProductView* chooseProductView() const;
 
     CADIdTable<CADInstance> m_instances;
     CADIdTable<CADPart> m_parts;
@@ -103,6 +105,8 @@ private:
     std::vector<std::unique_ptr<CADProductDef>> m_productDefs;
     std::vector<std::unique_ptr<CADProductDef>> m_halfReadProductDefs; // the tables lead into them
     XMLLimits m_limits;
+    mutable CADProductView* m_activeProductView = nullptr; // asked for at every instance of an assembly, so kept
+    mutable std::size_t m_viewsChosenFrom = 0;
 };
 
 } // namespace HB::XML::CAD

@@ -6,6 +6,8 @@
 #include "cad/xml/CADTransform.h"
 #include "tests/cad/xml/ModelTest.h"
 
+#include <tinyxml.h>
+
 #include <sys/stat.h>
 
 namespace HB::XML::CAD
@@ -294,6 +296,17 @@ TEST_F(CADDocumentTest, WithoutActiveViewTheFirstIsUsed)
 {
     loadProductDef("<ProductView id='v1'/><ProductView id='v2' state='inactive'/><ProductView id='v3'/>");
     EXPECT_EQ(m_document.getActiveProductView()->getId(), "v1");
+}
+
+TEST_F(CADDocumentTest, ViewThatRegistersLaterMayBecomeTheActiveOne)
+{
+    auto& productDef = loadProductDef("<ProductView id='v1'/>");
+    EXPECT_EQ(m_document.getActiveProductView()->getId(), "v1");
+    TiXmlElement element("ProductView");
+    element.SetAttribute("id", "v2");
+    element.SetAttribute("state", "active");
+    productDef.createProductView(element);
+    EXPECT_EQ(m_document.getActiveProductView()->getId(), "v2");
 }
 
 TEST_F(CADDocumentTest, BadTransformNumberFailsTheLoad)
