@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/Conversion.h"
 
+#include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/InputFile.h"
 #include "tools/ptxconvert/OutputFile.h"
 #include "tools/ptxconvert/core/LastWords.h"
@@ -76,6 +77,8 @@ private:
             return model.failure();
         m_log.info("read: " + std::to_string(model.value().products.size()) + " products, " +
                    std::to_string(model.value().bodies.size()) + " with geometry");
+        model.value().tags.insert(model.value().tags.begin(),
+                                  osg::converted::tag(osg::converted::FormatKey, format.value()->name));
         return build(model.value());
     }
 

@@ -15,11 +15,16 @@ void Progress::begin(Stage stage)
 
 void Progress::report(double fraction)
 {
+    creep(fraction);
+    touch();
+}
+
+void Progress::creep(double fraction)
+{
     const Stage now = stage();
     const int start = stageStart(now);
     const double share = std::clamp(fraction, 0.0, 1.0);
     raise(start + static_cast<int>(share * (stageEnd(now) - start)));
-    touch();
 }
 
 void Progress::raise(int percent)

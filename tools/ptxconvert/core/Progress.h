@@ -17,6 +17,8 @@ public:
     void begin(Stage stage);
     /// How much of the present stage is done, from 0 to 1.
     void report(double fraction);
+    /// As `report`, but no sign of progress.
+    void creep(double fraction);
     /// Says that work goes on although its share is not known.
     void touch() { m_signs.fetch_add(1, std::memory_order_relaxed); }
 

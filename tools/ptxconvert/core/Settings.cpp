@@ -28,7 +28,20 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
      "Largest distance between mesh and surface, as a share of the diagonal of the part's bounding box."},
     {"tessellation.angle", "degree", 1, 90, 20,
      "Largest angle between normals of neighbouring triangles of a curved face."},
+    {"tessellation.max-edge-length", "mm", 0, 1e9, 0, "Longest edge of a triangle; 0 sets no limit."},
+    {"tessellation.max-triangles", "", 0, Many, 2e7,
+     "Triangles of all distinct parts together; a file that needs more is meshed more coarsely. 0 sets no limit."},
     {"heal", "0/1", 0, 1, 1, "Repair the surfaces of each part before they are meshed."},
+    {"stitch", "0/1", 0, 1, 1, "Join the loose faces of a part (IGES)."},
+    {"stitch.tolerance", "mm", 0, 1e6, 0,
+     "Largest gap that is closed between loose faces; 0 takes stitch.relative-tolerance instead."},
+    {"stitch.relative-tolerance", "", 1e-9, 0.1, 0.0002,
+     "Largest gap that is closed between loose faces, as a share of the diagonal of the part's bounding box."},
+    {"stitch.time", "s", 0, Many, 60,
+     "Time for closing gaps; parts that are left when it is over stay loose. 0 sets no limit."},
+    {"mesh.unit", "mm", 1e-6, 1e6, 1,
+     "Length of one unit of formats that name none (STL): 25.4 for inches, 1000 for metres."},
+    {"keep-brep", "0/1", 0, 1, 0, "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
 }};
 
 std::string rangeText(const SettingRow& row, double value)

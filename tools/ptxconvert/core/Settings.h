@@ -21,7 +21,15 @@ enum class Setting : int {
     Deviation,
     RelativeDeviation,
     Angle,
+    MaxEdgeLength,
+    MostTriangles,
     Heal,
+    Stitch,
+    StitchTolerance,
+    StitchRelativeTolerance,
+    StitchTime,
+    MeshUnit,
+    KeepBrep,
     Count
 };
 

@@ -1,14 +1,15 @@
 #include "tools/ptxconvert/kernel/DocumentWalker.h"
 
 #include "tools/ptxconvert/kernel/DocumentColors.h"
+#include "tools/ptxconvert/kernel/DocumentFacts.h"
 #include "tools/ptxconvert/kernel/KernelSetup.h"
 #include "tools/ptxconvert/kernel/KernelText.h"
+#include "tools/ptxconvert/kernel/ShapeQueries.h"
 
 #include <TDF_AttributeSequence.hxx>
 #include <TDF_LabelMapHasher.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
-#include <TopExp_Explorer.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_GraphNode.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
@@ -29,16 +30,13 @@ osg::Matrix toMatrix(const gp_Trsf& place)
     return matrix;
 }
 
-bool hasGeometry(const TopoDS_Shape& shape)
-{
-    return TopExp_Explorer(shape, TopAbs_FACE).More() || TopExp_Explorer(shape, TopAbs_EDGE).More();
-}
-
 class Walker
 {
 public:
-    Walker(const Handle(TDocStd_Document) & document, const Job& job)
-        : m_shapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
+    using ExtraTags = std::function<std::vector<std::string>(const TDF_Label&)>;
+
+    Walker(const Handle(TDocStd_Document) & document, const Job& job, const ExtraTags& extraTags)
+        : m_extraTags(extraTags), m_facts(document), m_shapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
           m_colors(XCAFDoc_DocumentTool::ColorTool(document->Main()), m_content.model.appearances), m_job(job)
     {
     }
@@ -77,21 +75,29 @@ private:
         Occurrence result;
         if (!XCAFDoc_ShapeTool::GetReferredShape(label, referred)) {
             result.product = productOf(label);
+            result.isVisible = isVisible(label);
             return result;
         }
         result.product = productOf(referred);
         result.name = nameOf(label);
         result.placement = toMatrix(XCAFDoc_ShapeTool::GetLocation(label).Transformation());
         result.appearance = m_colors.of(label);
-        result.isVisible = m_colors.isVisible(label) && m_colors.isVisible(referred);
+        result.isVisible = isVisible(label) && isVisible(referred);
+        result.tags = m_facts.of(label);
         return result;
     }
+
+    bool isVisible(const TDF_Label& label) const { return m_colors.isVisible(label) && m_facts.isVisible(label); }
 
     void fill(std::size_t number, const TDF_Label& label)
     {
         Product product;
         product.name = nameOf(label);
         product.appearance = m_colors.of(label);
+        product.tags = m_facts.of(label);
+        if (m_extraTags)
+            for (std::string& tag : m_extraTags(label))
+                product.tags.push_back(std::move(tag));
         if (XCAFDoc_ShapeTool::IsAssembly(label))
             addComponents(number, label, product);
         else
@@ -152,6 +158,8 @@ private:
     }
 
     DocumentContent m_content;
+    const ExtraTags& m_extraTags;
+    DocumentFacts m_facts;
     Handle(XCAFDoc_ShapeTool) m_shapes;
     DocumentColors m_colors;
     const Job& m_job;
@@ -163,9 +171,10 @@ private:
 
 } // namespace
 
-DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job)
+DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
+                             const std::function<std::vector<std::string>(const TDF_Label&)>& extraTags)
 {
-    return Walker(document, job).walk();
+    return Walker(document, job, extraTags).walk();
 }
 
 } // namespace ptx

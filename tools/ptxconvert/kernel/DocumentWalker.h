@@ -6,8 +6,11 @@
 
 #include <Standard_Handle.hxx>
 
+#include <functional>
+#include <string>
 #include <vector>
 
+class TDF_Label;
 class TDocStd_Document;
 
 namespace ptx
@@ -21,6 +24,8 @@ struct DocumentContent {
 
 /// Reads the structure of `document`, each product once. Colour precedence, from strong to weak: occurrence, face,
 /// solid, product, assembly around it.
-DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job);
+/// `extraTags` gives tags that the reader knows of a label beside those of the document; it may be empty.
+DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
+                             const std::function<std::vector<std::string>(const TDF_Label&)>& extraTags = {});
 
 } // namespace ptx

@@ -18,8 +18,8 @@ decltype(ShapeBody::appearances) followed(const ShapeBody& body, ShapeBuild_ReSh
 {
     decltype(body.appearances) result;
     for (decltype(body.appearances)::Iterator it(body.appearances); it.More(); it.Next())
-        for (TopExp_Explorer face(changes.Apply(it.Key()), TopAbs_FACE); face.More(); face.Next())
-            result.Bind(face.Current(), it.Value());
+        for (TopExp_Explorer item(changes.Apply(it.Key()), it.Key().ShapeType()); item.More(); item.Next())
+            result.Bind(item.Current(), it.Value());
     return result;
 }
 

@@ -10,6 +10,7 @@
 #include <TopoDS_TShape.hxx>
 #include <XCAFApp_Application.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
 #include <XSAlgo.hxx>
 #include <XSAlgo_AlgoContainer.hxx>
 
@@ -55,6 +56,7 @@ Handle(NoHealing) & noHealing()
 void setUpKernel()
 {
     Message::DefaultMessenger()->RemovePrinters(STANDARD_TYPE(Message_Printer));
+    XCAFDoc_ShapeTool::SetAutoNaming(false);
     XSAlgo::Init();
     XSAlgo::SetAlgoContainer(noHealing());
 }

@@ -1,18 +1,22 @@
 #include "tools/ptxconvert/kernel/MeshExtraction.h"
 
+#include "tools/ptxconvert/kernel/BrepBlob.h"
 #include "tools/ptxconvert/kernel/FaceMesh.h"
 #include "tools/ptxconvert/model/MeshBuilder.h"
 
 #include <BRepAdaptor_Curve.hxx>
+#include <BRep_Builder.hxx>
 #include <BRep_Tool.hxx>
 #include <GCPnts_TangentialDeflection.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
 
 #include <map>
+#include <vector>
 
 namespace ptx
 {
@@ -23,16 +27,23 @@ namespace
 class Extractor
 {
 public:
-    Extractor(const ShapeBody& body, const Tolerance& tolerance) : m_body(body), m_tolerance(tolerance) {}
+    Extractor(const ShapeBody& body, const Tolerance& tolerance, bool keepBrep)
+        : m_body(body), m_tolerance(tolerance), m_keepBrep(keepBrep)
+    {
+    }
 
-    Extraction extract()
+    PartResult extract()
     {
         for (TopExp_Explorer face(m_body.shape, TopAbs_FACE); face.More(); face.Next())
             addFace(TopoDS::Face(face.Current()));
         for (TopExp_Explorer edge(m_body.shape, TopAbs_EDGE, TopAbs_FACE); edge.More(); edge.Next())
             addEdge(TopoDS::Edge(edge.Current()));
-        for (auto& [appearance, builder] : m_builders)
-            addPiece(appearance, builder);
+        for (auto& [appearance, group] : m_groups) {
+            const bool hasMesh = !group.builder.isEmpty();
+            addPiece(appearance, group.builder);
+            if (hasMesh && m_keepBrep)
+                addBrep(group.faces);
+        }
         for (auto& [appearance, builder] : m_wireBuilders)
             addPiece(appearance, builder);
         return std::move(m_result);
@@ -48,8 +59,11 @@ private:
     void addFace(const TopoDS_Face& face)
     {
         ++m_result.faces;
-        if (!appendFaceMesh(face, m_builders[appearanceOf(face)]))
+        FaceGroup& group = m_groups[appearanceOf(face)];
+        if (!appendFaceMesh(face, group.builder))
             ++m_result.emptyFaces;
+        else if (m_keepBrep)
+            group.faces.push_back(face);
     }
 
     void addEdge(const TopoDS_Edge& edge)
@@ -84,18 +98,36 @@ private:
             m_result.body.pieces.push_back({appearance, builder.take()});
     }
 
+    void addBrep(const std::vector<TopoDS_Face>& faces)
+    {
+        TopoDS_Compound all;
+        BRep_Builder builder;
+        builder.MakeCompound(all);
+        for (const TopoDS_Face& face : faces)
+            builder.Add(all, face);
+        auto mesh = std::make_shared<osg::Mesh>(*m_result.body.pieces.back().mesh);
+        mesh->brep = brepBlob(all);
+        m_result.body.pieces.back().mesh = std::move(mesh);
+    }
+
+    struct FaceGroup {
+        MeshBuilder builder;
+        std::vector<TopoDS_Face> faces; ///< only when their surfaces are kept
+    };
+
     const ShapeBody& m_body;
     const Tolerance& m_tolerance;
-    std::map<int, MeshBuilder> m_builders;
+    bool m_keepBrep;
+    std::map<int, FaceGroup> m_groups;
     std::map<int, MeshBuilder> m_wireBuilders; // apart: lines have no normals
-    Extraction m_result;
+    PartResult m_result;
 };
 
 } // namespace
 
-Extraction extract(const ShapeBody& body, const Tolerance& tolerance)
+PartResult extract(const ShapeBody& body, const Tolerance& tolerance, bool keepBrep)
 {
-    return Extractor(body, tolerance).extract();
+    return Extractor(body, tolerance, keepBrep).extract();
 }
 
 } // namespace ptx

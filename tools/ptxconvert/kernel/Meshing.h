@@ -2,6 +2,8 @@
 
 #include "tools/ptxconvert/kernel/Tolerance.h"
 
+#include <cstddef>
+
 class TopoDS_Shape;
 
 namespace ptx
@@ -10,5 +12,8 @@ namespace ptx
 /// Gives every face of `shape` a mesh within `tolerance`, on several threads when `inParallel` says so. A mesh that the
 /// shape bears already is dropped. Exceptions of the kernel pass through.
 void tessellate(const TopoDS_Shape& shape, const Tolerance& tolerance, bool inParallel);
+
+/// Triangles that the faces of `shape` bear.
+std::size_t triangleCount(const TopoDS_Shape& shape);
 
 } // namespace ptx

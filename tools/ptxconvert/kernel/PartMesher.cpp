@@ -1,14 +1,13 @@
 #include "tools/ptxconvert/kernel/PartMesher.h"
 
-#include "tools/ptxconvert/kernel/Healing.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
-#include "tools/ptxconvert/kernel/MeshExtraction.h"
-#include "tools/ptxconvert/kernel/Meshing.h"
+#include "tools/ptxconvert/kernel/PartWork.h"
 #include "tools/ptxconvert/kernel/WorkPlan.h"
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <exception>
+#include <functional>
 #include <thread>
 
 namespace ptx
@@ -30,66 +29,86 @@ public:
             m_threads = std::max(1u, std::thread::hardware_concurrency());
     }
 
-    std::vector<Body> run()
+    void stitch()
     {
-        const std::size_t helpers = std::min<std::size_t>(m_threads, m_plan.size());
-        std::vector<std::thread> threads;
-        for (std::size_t i = 1; i < helpers; ++i)
-            threads.emplace_back([this] { work(); });
-        work();
-        for (std::thread& thread : threads)
-            thread.join();
-        if (m_thrown)
-            std::rethrow_exception(m_thrown);
+        m_job.progress.begin(Stage::Stitch);
+        const auto start = std::chrono::steady_clock::now();
+        const double limit = m_job.settings.number(Setting::StitchTime);
+        forEachPart([&](std::size_t part, const WorkGroup&) {
+            const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+            healPart(m_shapes[part], m_job);
+            stitchPart(m_shapes[part], m_job, limit == 0 ? 0 : std::max(0.001, limit - passed.count()));
+        });
+        m_isHealed = true;
+    }
+
+    std::vector<Body> mesh()
+    {
+        m_job.progress.begin(Stage::Tessellate);
+        forEachPart([this](std::size_t part, const WorkGroup& group) {
+            ShapeBody shape = std::move(m_shapes[part]);
+            if (!m_isHealed)
+                healPart(shape, m_job);
+            take(part, meshPart(shape, m_job, budgetFor(group)));
+        });
         tellCounts();
         return std::move(m_bodies);
     }
 
 private:
-    void work()
+    using Work = std::function<void(std::size_t part, const WorkGroup& group)>;
+
+    void forEachPart(const Work& work)
+    {
+        m_next = 0;
+        m_doneFaces = 0;
+        const std::size_t helpers = std::min<std::size_t>(m_threads, m_plan.size());
+        std::vector<std::thread> threads;
+        for (std::size_t i = 1; i < helpers; ++i)
+            threads.emplace_back([&] { takeGroups(work); });
+        takeGroups(work);
+        for (std::thread& thread : threads)
+            thread.join();
+        if (m_thrown)
+            std::rethrow_exception(m_thrown);
+    }
+
+    void takeGroups(const Work& work)
     {
         try {
-            for (std::size_t next = m_next++; next < m_plan.size(); next = m_next++)
+            for (std::size_t next = m_next++; next < m_plan.size(); next = m_next++) {
                 for (const std::size_t part : m_plan[next].parts)
-                    process(part, m_plan[next]);
+                    work(part, m_plan[next]);
+                m_doneFaces += m_plan[next].faces;
+                m_job.progress.report(share(m_doneFaces));
+            }
         } catch (...) {
             if (!m_hasThrown.exchange(true))
                 m_thrown = std::current_exception();
         }
     }
 
-    void process(std::size_t part, const WorkGroup& group)
+    double share(std::size_t faces) const
     {
-        ShapeBody shape = std::move(m_shapes[part]);
-        if (m_job.settings.isOn(Setting::Heal))
-            warn(guarded("healing", [&]() -> Trouble { return heal(shape), std::nullopt; }), shape);
-        warn(guarded("meshing", [&] { return mesh(part, shape, group); }), shape);
+        return static_cast<double>(faces) / static_cast<double>(std::max<std::size_t>(1, m_allFaces));
     }
 
-    Trouble mesh(std::size_t part, const ShapeBody& shape, const WorkGroup& group)
+    PartBudget budgetFor(const WorkGroup& group) const
     {
-        const Tolerance tolerance = toleranceFor(shape.shape, m_job.settings);
-        // A part that is more than its share would keep the other threads waiting.
-        const bool isBig = m_threads > 1 && group.faces * m_threads > m_allFaces;
-        tessellate(shape.shape, tolerance, isBig);
-        Extraction result = extract(shape, tolerance);
+        // A part that is more than its share of the work would keep the other threads waiting; one that is more than
+        // its share of the faces may have its share of the triangles.
+        constexpr double Least = 10000;
+        const double most = m_job.settings.number(Setting::MostTriangles);
+        return {m_threads > 1 && group.faces * m_threads > m_allFaces,
+                most == 0 ? 0 : std::max(Least, most * share(group.faces))};
+    }
+
+    void take(std::size_t part, PartResult result)
+    {
         m_faces += result.faces;
         m_emptyFaces += result.emptyFaces;
         m_triangles += result.triangles;
-        if (result.emptyFaces > 0)
-            m_job.log.warning(std::to_string(result.emptyFaces) + " of " + std::to_string(result.faces) +
-                              " faces of part \"" + shape.name + "\" got no mesh");
         m_bodies[part] = std::move(result.body);
-        m_doneFaces += result.faces;
-        m_job.progress.report(static_cast<double>(m_doneFaces) /
-                              static_cast<double>(std::max<std::size_t>(1, m_allFaces)));
-        return std::nullopt;
-    }
-
-    void warn(const Trouble& trouble, const ShapeBody& shape)
-    {
-        if (trouble)
-            m_job.log.warning("part \"" + shape.name + "\": " + trouble->message);
     }
 
     void tellCounts()
@@ -105,6 +124,7 @@ private:
     std::vector<Body> m_bodies;
     unsigned m_threads = 1;
     std::size_t m_allFaces = 0;
+    bool m_isHealed = false;
     std::atomic<std::size_t> m_next{0};
     std::atomic<std::size_t> m_faces{0};
     std::atomic<std::size_t> m_emptyFaces{0};
@@ -116,10 +136,12 @@ private:
 
 } // namespace
 
-Outcome<std::vector<Body>> meshParts(std::vector<ShapeBody> shapes, const Job& job)
+Outcome<std::vector<Body>> meshParts(std::vector<ShapeBody> shapes, const Job& job, Loose loose)
 {
-    job.progress.begin(Stage::Tessellate);
-    return PartMesher(std::move(shapes), job).run();
+    PartMesher mesher(std::move(shapes), job);
+    if (loose == Loose::Stitch)
+        mesher.stitch();
+    return mesher.mesh();
 }
 
 } // namespace ptx

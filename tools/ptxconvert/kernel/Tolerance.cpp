@@ -32,4 +32,11 @@ Tolerance toleranceFor(const TopoDS_Shape& shape, const Settings& settings)
     return {std::max(deviation, 10 * Precision::Confusion()), settings.number(Setting::Angle) * std::numbers::pi / 180};
 }
 
+double stitchTolerance(const TopoDS_Shape& shape, const Settings& settings)
+{
+    const double absolute = settings.number(Setting::StitchTolerance);
+    const double relative = settings.number(Setting::StitchRelativeTolerance);
+    return std::max(absolute > 0 ? absolute : relative * diagonal(shape), Precision::Confusion());
+}
+
 } // namespace ptx

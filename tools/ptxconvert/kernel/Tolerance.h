@@ -16,4 +16,7 @@ struct Tolerance {
 /// The tolerance that `settings` ask for, for a part of this shape's size.
 Tolerance toleranceFor(const TopoDS_Shape& shape, const Settings& settings);
 
+/// The gap between loose faces of this shape that `settings` ask to close, in millimetres.
+double stitchTolerance(const TopoDS_Shape& shape, const Settings& settings);
+
 } // namespace ptx

@@ -33,7 +33,7 @@ const Format* formatOfExtension(const std::string& extension)
 const Format* formatOfContent(std::string_view head, std::uint64_t size)
 {
     for (const Format& format : formats())
-        if (format.probe(head, size))
+        if (format.probe(head, size) == Match::Certain)
             return &format;
     return nullptr;
 }
@@ -77,9 +77,9 @@ Outcome<const Format*> chooseFormat(const std::string& path, std::string_view he
 {
     const std::string extension = lowerExtension(path);
     const Format* named = formatOfExtension(extension);
-    if (named && named->probe(head, size))
-        return named;
     const Format* content = formatOfContent(head, size);
+    if (named && (named == content || (!content && named->probe(head, size) == Match::Possible)))
+        return named;
     if (named)
         return belied(extension, *named, content);
     return unsupported(extension, content);

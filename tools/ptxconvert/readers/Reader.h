@@ -10,12 +10,19 @@
 namespace ptx
 {
 
+/// How far the beginning of a file speaks for a format.
+enum class Match {
+    No,
+    Possible, ///< enough when the extension says the same
+    Certain
+};
+
 /// One format that can be read. Adding a format is a folder with its reader and a row in ReaderTable.cpp.
 struct Format {
     const char* name;                        ///< for a person
     std::span<const char* const> extensions; ///< lower case, without the dot
     /// Whether a file that begins with `head` (up to 64 kB) and is `size` bytes long is of this format.
-    bool (*probe)(std::string_view head, std::uint64_t size);
+    Match (*probe)(std::string_view head, std::uint64_t size);
     /// Reads the whole file and makes its meshes. A file without any geometry is a failure with its cause.
     Outcome<Model> (*read)(const Job& job);
 };

@@ -1,5 +1,8 @@
 #include "tools/ptxconvert/readers/Reader.h"
+#include "tools/ptxconvert/readers/brep/BrepReader.h"
+#include "tools/ptxconvert/readers/iges/IgesReader.h"
 #include "tools/ptxconvert/readers/step/StepReader.h"
+#include "tools/ptxconvert/readers/stl/StlReader.h"
 
 #include <array>
 
@@ -8,7 +11,7 @@ namespace ptx
 
 std::span<const Format> formats()
 {
-    static const std::array<Format, 1> rows = {step::format()};
+    static const std::array<Format, 4> rows = {step::format(), iges::format(), stl::format(), brep::format()};
     return rows;
 }
 

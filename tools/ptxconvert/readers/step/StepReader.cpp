@@ -1,16 +1,19 @@
 #include "tools/ptxconvert/readers/step/StepReader.h"
 
+#include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/kernel/DocumentWalker.h"
 #include "tools/ptxconvert/kernel/KernelGuard.h"
 #include "tools/ptxconvert/kernel/KernelProgress.h"
 #include "tools/ptxconvert/kernel/KernelSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
-#include "tools/ptxconvert/readers/step/CountingStream.h"
+#include "tools/ptxconvert/readers/FileContent.h"
+#include "tools/ptxconvert/readers/step/CountingBuffer.h"
+#include "tools/ptxconvert/readers/step/LengthUnit.h"
+#include "tools/ptxconvert/readers/step/UserAttributes.h"
 
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
 #include <TDocStd_Document.hxx>
-#include <XCAFDoc_ShapeTool.hxx>
 
 #include <istream>
 
@@ -36,7 +39,6 @@ public:
     Outcome<Model> run()
     {
         setUpKernel();
-        XCAFDoc_ShapeTool::SetAutoNaming(false);
         Outcome<DocumentContent> content = readContent();
         if (!content)
             return content.failure();
@@ -69,7 +71,12 @@ private:
         if (!trouble)
             trouble = guarded("reading the structure", [&]() -> Trouble {
                 m_job.progress.begin(Stage::ProcessStructure);
-                content = walkDocument(document, m_job);
+                const LabelTags attributes = userAttributes(reader);
+                content = walkDocument(document, m_job, [&](const TDF_Label& label) {
+                    const auto* tags = attributes.Seek(label);
+                    return tags ? *tags : std::vector<std::string>();
+                });
+                addUnit(reader, content.model);
                 return std::nullopt;
             });
         document->Close();
@@ -96,17 +103,35 @@ private:
         m_job.progress.begin(Stage::Convert);
         Handle(KernelProgress) progress = new KernelProgress(m_job.progress);
         if (!reader.Transfer(document, progress->Start()))
-            return Failure{ExitCode::NothingToImport,
-                           "the file is a STEP file, but none of its entities is a product or a shape"};
+            return nothing("none of its entities is a product or a shape");
         return std::nullopt;
+    }
+
+    void addUnit(const STEPCAFControl_Reader& reader, Model& model) const
+    {
+        const std::string unit = lengthUnit(reader);
+        if (unit.empty())
+            return;
+        model.tags.push_back(osg::converted::tag(osg::converted::UnitKey, unit));
+        m_job.log.info("length unit of the file: " + unit);
+    }
+
+    // The installed kernel has no entities for tessellated geometry and says nothing about it.
+    Failure nothing(const std::string& cause) const
+    {
+        const Outcome<std::string> text = ptx::readContent(m_job.input);
+        const bool isTessellated = text && text.value().find("TESSELLATED_") != std::string::npos;
+        return {ExitCode::NothingToImport,
+                "the file is a STEP file, but " + cause +
+                    (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
     }
 
     const Job& m_job;
 };
 
-bool probe(std::string_view head, std::uint64_t)
+Match probe(std::string_view head, std::uint64_t)
 {
-    return head.find("ISO-10303-21") != head.npos;
+    return head.find("ISO-10303-21") != head.npos ? Match::Certain : Match::No;
 }
 
 Outcome<Model> readStep(const Job& job)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "tools/ptxconvert/core/Creep.h"
 #include "tools/ptxconvert/core/Progress.h"
 
 #include <cstdint>
 #include <fstream>
+#include <optional>
 #include <streambuf>
 #include <string>
 #include <vector>
@@ -11,7 +13,8 @@
 namespace ptx
 {
 
-/// Reads a file and reports how much of it went by, because the kernel says nothing while it reads.
+/// Reads a file and reports how much of it went by, because the kernel says nothing while it reads. When all of it went
+/// by, the kernel is still at work on it for a while: then the progress creeps on until the buffer goes.
 class CountingBuffer : public std::streambuf
 {
 public:
@@ -30,6 +33,7 @@ private:
     std::uint64_t m_done = 0;
     double m_share;
     Progress& m_progress;
+    std::optional<Creep> m_creep;
 };
 
 } // namespace ptx

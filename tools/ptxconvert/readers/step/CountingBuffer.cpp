@@ -1,4 +1,4 @@
-#include "tools/ptxconvert/readers/step/CountingStream.h"
+#include "tools/ptxconvert/readers/step/CountingBuffer.h"
 
 #include <algorithm>
 
@@ -8,7 +8,8 @@ namespace ptx
 namespace
 {
 constexpr std::size_t BlockSize = 64 * 1024;
-}
+constexpr double SecondsPerByte = 0.05e-6;
+} // namespace
 
 CountingBuffer::CountingBuffer(const std::string& path, std::uint64_t size, double share, Progress& progress)
     : m_block(BlockSize), m_size(std::max<std::uint64_t>(1, size)), m_share(share), m_progress(progress)
@@ -19,8 +20,11 @@ CountingBuffer::CountingBuffer(const std::string& path, std::uint64_t size, doub
 CountingBuffer::int_type CountingBuffer::underflow()
 {
     const std::streamsize count = m_file.sgetn(m_block.data(), static_cast<std::streamsize>(m_block.size()));
-    if (count <= 0)
+    if (count <= 0) {
+        if (!m_creep)
+            m_creep.emplace(m_progress, m_share, 1 + SecondsPerByte * static_cast<double>(m_size));
         return traits_type::eof();
+    }
     m_done += static_cast<std::uint64_t>(count);
     m_progress.report(m_share * static_cast<double>(m_done) / static_cast<double>(m_size));
     setg(m_block.data(), m_block.data(), m_block.data() + count);

@@ -1,0 +1,83 @@
+#include "tools/ptxconvert/kernel/DocumentFacts.h"
+
+#include "standalone/scenefile/ConvertedTree.h"
+#include "tools/ptxconvert/core/Settings.h"
+#include "tools/ptxconvert/kernel/KernelText.h"
+
+#include <TCollection_HAsciiString.hxx>
+#include <TDF_LabelSequence.hxx>
+#include <TDataStd_TreeNode.hxx>
+#include <TDocStd_Document.hxx>
+#include <XCAFDoc.hxx>
+#include <XCAFDoc_Area.hxx>
+#include <XCAFDoc_Centroid.hxx>
+#include <XCAFDoc_DocumentTool.hxx>
+#include <XCAFDoc_Volume.hxx>
+#include <gp_Pnt.hxx>
+
+namespace ptx
+{
+
+using namespace osg::converted;
+
+DocumentFacts::DocumentFacts(const Handle(TDocStd_Document) & document)
+    : m_layers(XCAFDoc_DocumentTool::LayerTool(document->Main())),
+      m_materials(XCAFDoc_DocumentTool::MaterialTool(document->Main()))
+{
+}
+
+std::vector<std::string> DocumentFacts::of(const TDF_Label& label) const
+{
+    std::vector<std::string> tags;
+    TDF_LabelSequence layers;
+    m_layers->GetLayers(label, layers);
+    for (const TDF_Label& layer : layers) {
+        TCollection_ExtendedString name;
+        if (m_layers->GetLayer(layer, name))
+            tags.push_back(tag(LayerKey, utf8(name)));
+    }
+    addMaterial(label, tags);
+    addValidation(label, tags);
+    return tags;
+}
+
+bool DocumentFacts::isVisible(const TDF_Label& label) const
+{
+    TDF_LabelSequence layers;
+    m_layers->GetLayers(label, layers);
+    for (const TDF_Label& layer : layers)
+        if (!m_layers->IsVisible(layer))
+            return false;
+    return true;
+}
+
+// The kernel takes every text property of a product for a material: only one with a density is.
+void DocumentFacts::addMaterial(const TDF_Label& label, std::vector<std::string>& tags) const
+{
+    Handle(TDataStd_TreeNode) reference;
+    if (!label.FindAttribute(XCAFDoc::MaterialRefGUID(), reference) || !reference->HasFather())
+        return;
+    Handle(TCollection_HAsciiString) name, description, densityName, densityType;
+    double density = 0;
+    if (!m_materials->GetMaterial(reference->Father()->Label(), name, description, density, densityName, densityType) ||
+        density <= 0)
+        return;
+    if (!name.IsNull() && !name->IsEmpty())
+        tags.push_back(tag(MaterialKey, name->ToCString()));
+    tags.push_back(tag(DensityKey, numberText(density)));
+}
+
+void DocumentFacts::addValidation(const TDF_Label& label, std::vector<std::string>& tags)
+{
+    double value = 0;
+    if (XCAFDoc_Volume::Get(label, value))
+        tags.push_back(tag(VolumeKey, numberText(value)));
+    if (XCAFDoc_Area::Get(label, value))
+        tags.push_back(tag(AreaKey, numberText(value)));
+    gp_Pnt centroid;
+    if (XCAFDoc_Centroid::Get(label, centroid))
+        tags.push_back(tag(CentroidKey,
+                           numberText(centroid.X()) + " " + numberText(centroid.Y()) + " " + numberText(centroid.Z())));
+}
+
+} // namespace ptx
