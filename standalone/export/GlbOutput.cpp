@@ -20,9 +20,15 @@ GlbOutput::GlbOutput(const QString& target) : m_file(target)
 
 void GlbOutput::write(const void* data, std::uint64_t size)
 {
-    const auto length = static_cast<qint64>(size);
-    if (m_file.write(static_cast<const char*>(data), length) != length)
-        throw WriteFailure(WriteErrorCode::WriteFailed, m_file.errorString());
+    // What a full disk takes of a block is no error yet; what it refuses of the rest is.
+    const char* bytes = static_cast<const char*>(data);
+    for (std::uint64_t left = size; left > 0;) {
+        const qint64 taken = m_file.write(bytes, static_cast<qint64>(left));
+        if (taken <= 0)
+            throw WriteFailure(WriteErrorCode::WriteFailed, m_file.errorString());
+        bytes += taken;
+        left -= static_cast<std::uint64_t>(taken);
+    }
     m_position += size;
 }
 
@@ -40,7 +46,8 @@ void GlbOutput::pad(char filler)
 
 void GlbOutput::commit()
 {
-    if (!m_file.commit())
+    // A commit forgets why it could not write the rest.
+    if (!m_file.flush() || !m_file.commit())
         throw WriteFailure(WriteErrorCode::WriteFailed, m_file.errorString());
 }
 

@@ -11,27 +11,21 @@ namespace glb
 namespace
 {
 
-/// The cosine up to which two axes count as upright to each other.
-constexpr double uprightCosine = 1e-6;
+/// How far a matrix may be from what rotation and scale make of it. glTF demands that it is no more than rounding, and
+/// validators have a fixed measure for that.
+constexpr float maxDeviation = 1e-5f;
+/// The share of its longest axis below which an axis counts as flat.
+constexpr float flatness = 1e-6f;
 
-double dot(const osg::Matrix& matrix, unsigned a, unsigned b)
+/// True when `matrix` is told by rotation and scale, up to rounding, and can be turned back.
+bool isPlain(const osg::Matrix& matrix, const osg::Components& parts)
 {
-    double result = 0;
-    for (unsigned row = 0; row < 3; ++row)
-        result += double(matrix[a * 4 + row]) * double(matrix[b * 4 + row]);
-    return result;
-}
-
-/// True when the axes are upright to each other and none is flat: then a matrix can be told by rotation and scale, up
-/// to rounding, as glTF demands of matrices.
-bool isUpright(const osg::Matrix& matrix)
-{
-    const double lengths[] = {std::sqrt(dot(matrix, 0, 0)), std::sqrt(dot(matrix, 1, 1)), std::sqrt(dot(matrix, 2, 2))};
-    const auto upright = [&](unsigned a, unsigned b) {
-        return std::abs(dot(matrix, a, b)) <= uprightCosine * lengths[a] * lengths[b];
-    };
-    const bool isFlat = *std::min_element(lengths, lengths + 3) < 1e-6 * *std::max_element(lengths, lengths + 3);
-    return !isFlat && lengths[0] > 0 && upright(0, 1) && upright(0, 2) && upright(1, 2);
+    if (parts.scaleOrientation != osg::Quaternion())
+        return false;
+    const auto [least, most] = std::minmax({std::abs(parts.scale.x), std::abs(parts.scale.y), std::abs(parts.scale.z)});
+    const osg::Matrix told = osg::composed(parts);
+    return least > flatness * most && std::equal(matrix.values.begin(), matrix.values.end(), told.values.begin(),
+                                                 [](float a, float b) { return std::abs(a - b) <= maxDeviation; });
 }
 
 Json listOf(const osg::Vec3f& v)
@@ -72,11 +66,11 @@ std::optional<GlbPlacement> placementOf(const osg::Matrix& given)
     GlbPlacement result;
     if (matrix.isIdentity())
         return result;
-    if (isUpright(matrix)) {
+    const osg::Components parts = osg::decomposed(matrix);
+    if (isPlain(matrix, parts)) {
         result.outer["matrix"] = matrix.values;
         return result;
     }
-    const osg::Components parts = osg::decomposed(matrix);
     result.outer["translation"] = listOf(parts.translation);
     result.outer["rotation"] = listOf(product(parts.rotation, parts.scaleOrientation));
     result.outer["scale"] = listOf(parts.scale);
