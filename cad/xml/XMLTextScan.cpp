@@ -68,7 +68,7 @@ private:
     void startTag();
     void endTag();
     void declaration();
-    std::size_t declarationValue(std::size_t at, std::string_view& encoding);
+    std::size_t declarationValue(std::size_t i, std::string_view& encoding);
     void noteEncoding(std::string_view encoding);
     void skipBehind(std::string_view start, std::string_view end);
     void checkCharacters();
