@@ -18,6 +18,25 @@ SettingRow textRow(const QString& name, const QString& defaultText, const QStrin
     return {name, SettingType::Text, {}, 0, 0, defaultText, help};
 }
 
+/// The converters of single formats.
+void addConverterRows(std::vector<SettingRow>& rows)
+{
+    for (int type = 0; type <= znCADFileTypes::Unsupported; ++type) {
+        const auto fileType = static_cast<znCADFileTypes::FileType>(type);
+        const znCADFileTypes::FileTypeRow* row = znCADFileTypes::findRow(fileType);
+        if (!row || !row->cadFormat)
+            continue;
+        const QString name = QString::fromLatin1(znCADFileTypes::fileTypeName(fileType));
+        rows.push_back(
+            textRow(converterProgramSetting(name), {},
+                    Settings::tr("The converter of the format %1; empty for that of all formats.").arg(name)));
+        rows.push_back(textRow(converterArgumentsSetting(name),
+                               QStringLiteral("{external:--external-parts} {input} {output}"),
+                               Settings::tr("What that converter is given. {external:WORD} and {inlined:WORD} are WORD "
+                                            "when part files are kept apart and when they are taken in.")));
+    }
+}
+
 /// The formats whose files may refer to part files.
 void addReferencedFilesRows(std::vector<SettingRow>& rows)
 {
@@ -39,6 +58,16 @@ void addReferencedFilesRows(std::vector<SettingRow>& rows)
 QString referencedFilesSetting(const QString& formatName)
 {
     return QStringLiteral("import.%1.referencedFiles").arg(formatName);
+}
+
+QString converterProgramSetting(const QString& formatName)
+{
+    return QStringLiteral("converter.%1.program").arg(formatName);
+}
+
+QString converterArgumentsSetting(const QString& formatName)
+{
+    return QStringLiteral("converter.%1.arguments").arg(formatName);
 }
 
 std::vector<SettingRow> settingRows()
@@ -69,9 +98,11 @@ std::vector<SettingRow> settingRows()
                 Settings::tr("Settings of the converter, name=value and blank between them; ptxconvert --help-settings "
                              "lists them.")),
         textRow(QStringLiteral("converter.updateProgram"), {},
-                Settings::tr("The tool that brings an old Stylar file up to date; it is given the old path and the new "
-                             "one.")),
+                Settings::tr("The tool that brings an old Stylar file up to date.")),
+        textRow(QStringLiteral("converter.updateArguments"), QStringLiteral("{input} {output}"),
+                Settings::tr("What that tool is given: {input} is the old file, {output} the new one.")),
     };
+    addConverterRows(rows);
     addReferencedFilesRows(rows);
     return rows;
 }

@@ -3,10 +3,50 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
+
+#include <optional>
 
 namespace zn
 {
+
+namespace
+{
+
+/// What the braces around `field` stand for; nothing if they mean nothing.
+std::optional<QString> valueOf(const QString& field, const TemplateValues& values)
+{
+    if (field == QLatin1String("input"))
+        return values.input;
+    if (field == QLatin1String("output"))
+        return values.output;
+    const QString externalMark = QStringLiteral("external:");
+    const QString inlinedMark = QStringLiteral("inlined:");
+    if (field.startsWith(externalMark))
+        return values.externalParts ? field.mid(externalMark.size()) : QString();
+    if (field.startsWith(inlinedMark))
+        return values.externalParts ? QString() : field.mid(inlinedMark.size());
+    return std::nullopt;
+}
+
+/// Goes through the word once, so that braces in the name of a file stay what they are.
+QString filledWord(const QString& word, const TemplateValues& values)
+{
+    static const QRegularExpression braces(QStringLiteral("\\{([^{}]*)\\}"));
+    QString filled;
+    int end = 0;
+    for (auto found = braces.globalMatch(word); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        filled += word.mid(end, match.capturedStart() - end);
+        filled += valueOf(match.captured(1), values).value_or(match.captured(0));
+        end = match.capturedEnd();
+    }
+    return filled + word.mid(end);
+}
+
+} // namespace
 
 QString joinCommand(const QStringList& words)
 {
@@ -14,6 +54,15 @@ QString joinCommand(const QStringList& words)
     for (QString word : words)
         quoted.append(QLatin1Char('"') + word.replace(QLatin1Char('"'), QStringLiteral("\"\"\"")) + QLatin1Char('"'));
     return quoted.join(QLatin1Char(' '));
+}
+
+QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values)
+{
+    QStringList words;
+    for (const QString& word : QProcess::splitCommand(argumentTemplate))
+        if (const QString filled = filledWord(word, values); !filled.isEmpty())
+            words.append(filled);
+    return words;
 }
 
 QString convertedName(const QString& input)

@@ -13,6 +13,18 @@ QString joinCommand(const QStringList& words);
 /// short hash of its absolute path, so that files of one name from two folders do not meet.
 QString convertedName(const QString& input);
 
+/// What the words of an argument template stand for.
+struct TemplateValues {
+    QString input;
+    QString output;
+    bool externalParts = false;
+};
+
+/// The words of a template, which are split as a command line is. `{input}` and `{output}` stand for the files;
+/// `{external:WORD}` is WORD when external parts are wanted, and `{inlined:WORD}` when they are not, else nothing. What
+/// is in no such braces stays as it is; a word of which nothing is left is dropped.
+QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values);
+
 /// The program that the setting names; without one the `ptxconvert` beside this program, else the one on the PATH.
 QString converterProgram(const QString& setting);
 

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <csignal>
 #include <map>
 
 namespace zn
@@ -43,6 +44,8 @@ QString exitCodeMeaning(int exitCode)
     };
     if (const auto found = meanings.find(exitCode); found != meanings.end())
         return tr(found->second);
+    if (exitCode == 128 + SIGTERM || exitCode == 128 + SIGINT)
+        return tr("The converter was asked to stop.");
     if (exitCode > 128 && exitCode < 128 + 65)
         return tr("The converter crashed (signal %1).").arg(exitCode - 128);
     return tr("The converter ended with the exit code %1.").arg(exitCode);

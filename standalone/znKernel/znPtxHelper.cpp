@@ -1,11 +1,15 @@
 #include "host/znKernel/znPtxHelper.h"
 
+#include "host/znKernel/znFileIOHelper.h"
+#include "standalone/session/SettingRows.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
+
+#include <optional>
 
 namespace
 {
@@ -20,6 +24,31 @@ QString pathIn(const std::string& folder, const QString& name)
     return QString::fromStdString(folder) + QLatin1Char('/') + name;
 }
 
+/// The words that start the converter of the file's own format, if the settings name one.
+std::optional<QStringList> ownConverter(const zn::TemplateValues& values)
+{
+    const auto type = znFileIOHelper::getFileTypeByFileName(values.input);
+    if (!znFileIOHelper::isPtxFile(values.input))
+        return std::nullopt;
+    const QString format = QString::fromLatin1(znCADFileTypes::fileTypeName(type));
+    const QString program = settings().text(zn::converterProgramSetting(format));
+    if (program.isEmpty())
+        return std::nullopt;
+    return QStringList(program) + zn::filledTemplate(settings().text(zn::converterArgumentsSetting(format)), values);
+}
+
+/// The words that start the converter of all formats.
+QStringList commonConverter(const zn::TemplateValues& values)
+{
+    QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
+    if (values.externalParts)
+        words.append(QStringLiteral("--external-parts"));
+    const QString options = settings().text(QStringLiteral("converter.options"));
+    for (const QString& option : options.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        words << QStringLiteral("--set") << option;
+    return words << values.input << values.output;
+}
+
 } // namespace
 
 std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std::string& input, bool externalParts,
@@ -28,13 +57,8 @@ std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std:
     const zn::TracedCall call("znPtxHelper::createProcessCommand", input, externalParts, outputDir);
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
     const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral(".osb"));
-    QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
-    if (externalParts)
-        words.append(QStringLiteral("--external-parts"));
-    const QString options = settings().text(QStringLiteral("converter.options"));
-    for (const QString& option : options.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        words << QStringLiteral("--set") << option;
-    words << file << output;
+    const zn::TemplateValues values{file, output, externalParts};
+    const QStringList words = ownConverter(values).value_or(commonConverter(values));
     return {zn::joinCommand(words).toStdString(), output.toStdString()};
 }
 
@@ -48,7 +72,8 @@ std::string znPtxHelper::createStylarConvertCommand(const std::string& input, st
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
     const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral("-updated.styl"));
     convertedFile = output.toStdString();
-    return zn::joinCommand({program, file, output}).toStdString();
+    const QString arguments = settings().text(QStringLiteral("converter.updateArguments"));
+    return zn::joinCommand(QStringList(program) + zn::filledTemplate(arguments, {file, output})).toStdString();
 }
 
 QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string& logFile)

@@ -1,6 +1,8 @@
 #include "tools/znimport/Application.h"
 
 #include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
 
 #include <clocale>
 #include <cstdio>
@@ -37,6 +39,10 @@ int main(int argc, char** argv)
     useUtf8();
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("znimport"));
+    QTranslator translator;
+    if (translator.load(QLocale(), QStringLiteral("znCADImport"), QStringLiteral("_"),
+                        QStringLiteral(":/translations")))
+        QCoreApplication::installTranslator(&translator);
     const CommandLineResult parsed = parseCommandLine(QCoreApplication::arguments().mid(1));
     if (parsed.error)
         return wrongUse(*parsed.error);

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -43,9 +44,11 @@ protected:
         return write(QStringLiteral("plate.obj"), plateObj);
     }
 
-    static Ending znimport(const QStringList& arguments)
+    static Ending znimport(const QStringList& arguments,
+                           const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
     {
         QProcess process;
+        process.setProcessEnvironment(environment);
         process.start(QString::fromUtf8(ZNIMPORT), arguments);
         EXPECT_TRUE(process.waitForFinished(60000));
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
@@ -75,6 +78,17 @@ TEST_F(ZnimportTest, HelpAndVersionEndWell)
     const Ending version = znimport({QStringLiteral("--version")});
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_EQ(version.output, QStringLiteral("znimport " ZN_VERSION "\n"));
+}
+
+TEST_F(ZnimportTest, ProgressSpeaksTheLanguageOfTheUser)
+{
+    QProcessEnvironment german = QProcessEnvironment::systemEnvironment();
+    german.insert(QStringLiteral("LANGUAGE"), QStringLiteral("de_DE"));
+    german.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+    const Ending ending = znimport({example("flywheel.step")}, german);
+    EXPECT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    EXPECT_TRUE(ending.errors.contains(QStringLiteral("Tessellieren"))) << ending.errors.toStdString();
+    EXPECT_FALSE(ending.errors.contains(QStringLiteral("Tessellating"))) << ending.errors.toStdString();
 }
 
 TEST_F(ZnimportTest, SettingsAreListedWithRangesAndDefaults)
