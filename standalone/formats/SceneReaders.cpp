@@ -4,6 +4,7 @@
 #include "standalone/formats/ReadTask.h"
 #include "standalone/formats/gltf/GltfReader.h"
 #include "standalone/formats/obj/ObjReader.h"
+#include "standalone/formats/ply/PlyReader.h"
 
 #include <QFileInfo>
 
@@ -40,6 +41,7 @@ const SceneReaders& SceneReaders::builtIn()
         SceneReaders rows;
         rows.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, readObj});
         rows.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, readGltf});
+        rows.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, readPly});
         return rows;
     }();
     return table;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "host/OSGSystem/Math.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace formats
+{
+
+/// Appends the triangles of a polygon to `triangles`: ears are cut off one after the other, so that a polygon that is
+/// flat and does not cross itself is covered once, whatever its shape. All corners are below the number of positions.
+/// The work grows with the square of the corners at most.
+void appendPolygon(std::span<const osg::Vec3f> positions, std::span<const std::uint32_t> corners,
+                   std::vector<std::uint32_t>& triangles);
+
+} // namespace formats
