@@ -187,10 +187,10 @@ std::uint32_t GraphWriter::mesh(const std::shared_ptr<const Mesh>& mesh)
 
 std::uint32_t GraphWriter::text(std::string_view text)
 {
-    const auto [place, fresh] = m_texts.try_emplace(text, static_cast<std::uint32_t>(m_textRecords.size()));
-    if (fresh && hasRoomFor(recordBytes + text.size()))
+    const TextNumbers::Entry entry = m_texts.add(text);
+    if (entry.fresh && hasRoomFor(recordBytes + text.size()))
         m_textRecords.push_back(m_builder.CreateString(text));
-    return place->second;
+    return entry.index;
 }
 
 template <class Codec, class T>
@@ -201,7 +201,8 @@ std::uint32_t GraphWriter::numberOf(std::span<const Codec> codecs, Numbering<T>&
             m_warnings.add(object->getType().getName(), {});
         return 0;
     }
-    return numbering.of(object);
+    // Who holds the only reference is the only one to meet it.
+    return object && object->getRefCount() == 1 ? numbering.ofOnly(object) : numbering.of(object);
 }
 
 template <class Codec>

@@ -3,6 +3,7 @@
 #include "standalone/scenefile/ArrayPlan.h"
 #include "standalone/scenefile/SceneCodecs.h"
 #include "standalone/scenefile/SceneFileError.h"
+#include "standalone/scenefile/TextNumbers.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -18,19 +19,25 @@ template <class T>
 class Numbering
 {
 public:
-    std::uint32_t of(const T* object)
+    std::uint32_t of(const T* object) { return object ? numberOf(object) : 0; }
+    /// The number of an object that is met only this once.
+    std::uint32_t ofOnly(const T* object)
     {
-        if (!object)
-            return 0;
-        const auto [place, fresh] = m_numbers.try_emplace(object, static_cast<std::uint32_t>(m_objects.size() + 1));
-        if (fresh)
-            m_objects.push_back(object);
-        return place->second;
+        m_objects.push_back(object);
+        return static_cast<std::uint32_t>(m_objects.size());
     }
     /// May grow while it is walked by index.
     const std::vector<const T*>& objects() const { return m_objects; }
 
 private:
+    std::uint32_t numberOf(const T* object)
+    {
+        const auto [place, fresh] = m_numbers.try_emplace(object, 0);
+        if (fresh)
+            place->second = ofOnly(object);
+        return place->second;
+    }
+
     std::unordered_map<const T*, std::uint32_t> m_numbers;
     std::vector<const T*> m_objects;
 };
@@ -98,7 +105,7 @@ private:
     Numbering<FileReference> m_files;
     Numbering<Mesh> m_meshes;
     std::unordered_set<const FieldContainer*> m_leftOut;
-    std::unordered_map<std::string_view, std::uint32_t> m_texts;
+    TextNumbers m_texts;
     std::unordered_map<const FieldContainerType*, std::uint16_t> m_classes;
 
     std::vector<fb::Node> m_nodeRecords;
