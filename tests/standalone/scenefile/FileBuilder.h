@@ -4,6 +4,7 @@
 #include "standalone/scenefile/SceneFormat.h"
 
 #include <cstring>
+#include <functional>
 
 /// Builds scene files by hand, sound but for what a test breaks.
 namespace filebuilder
