@@ -4,7 +4,16 @@
 
 #if defined(_WIN32)
 #    include <windows.h>
+
+#    include <shlwapi.h>
 #else
 /// Lets the thread rest for `milliseconds`.
 void Sleep(unsigned milliseconds);
+
+/// 0 when `path` begins at a root: with a slash or a backslash, or with the letter of a drive and a colon.
+int PathIsRelativeA(const char* path);
+
+/// The place within `path` behind its last separator that has anything behind it; `path` itself if there is none. Slashes
+/// and backslashes are separators.
+const char* PathFindFileNameA(const char* path);
 #endif

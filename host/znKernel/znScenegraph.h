@@ -3,6 +3,8 @@
 #include "host/HostExport.h"
 #include "host/OSGSystem/Node.h"
 
+#include <vector>
+
 /// The scene of the host.
 class ZN_HOST_EXPORT znScenegraph
 {
@@ -12,4 +14,16 @@ public:
     static osg::NodePtr getRoot();
     /// Null when nothing is selected.
     static osg::NodePtr getSelectedNode();
+
+    /// Reads the file that the `osg::ExtReference` core of `reference` names (its source file, otherwise its smart file)
+    /// and hangs what it holds below `reference`, whose core then has the state 2. The root of the file's tree goes when
+    /// it only groups or names the file; its children take its place. When the file cannot be read, nothing changes.
+    /// @param loaded becomes `reference` on success
+    /// @param contents on success, each node that now hangs below `reference` and came from the file is appended
+    /// @param replace what hangs below `reference` goes first
+    /// @param merge reserved for hosts that merge a load into what is there; the open host never does
+    /// @param select `reference` becomes the selection
+    /// @return whether the file was read; the log tells why it was not
+    static bool reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& loaded, std::vector<osg::NodePtr>& contents,
+                               bool replace, bool merge, bool select);
 };

@@ -2,6 +2,7 @@
 
 #include "host/znKernel/znFileIO.h"
 #include "host/znKernelServices/znReferenceService.h"
+#include "host/znUtils/znMessage.h"
 #include "standalone/formats/SceneReaders.h"
 
 #include <QString>
@@ -43,6 +44,10 @@ struct KernelState {
     QString preferredFolder;
 
     NodePredicates nodePredicates;
+
+    /// What `znModuleBase::sendMessage` asks, in this order: each puts its answer into a message that it knows and
+    /// gives true, and leaves any other as it is and gives false. A host adds its own modules here.
+    std::vector<std::function<bool(znMessage& message)>> modules;
 
     /// Answers `znFileIOHelper::canContainMixedAssemblies` in place of the table of formats; empty in normal work.
     std::function<bool(const QString& path)> canContainMixedAssemblies;
