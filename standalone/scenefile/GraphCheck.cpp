@@ -117,12 +117,43 @@ private:
     {
         addContainers(1, attachment);
         checkIndex(attachment.class_index(), sizeOf(m_scene.classes()), attachment);
-        for (std::uint64_t i = 0; i < sizeOf(attachment.tags()) && !m_error; ++i)
-            checkText(attachment.tags()->Get(static_cast<flatbuffers::uoffset_t>(i)), attachment);
+        checkTexts(attachment.tags(), attachment);
+        if (attachment.variants())
+            checkVariants(*attachment.variants());
         if (const fb::FileInfo* info = attachment.file_info())
             for (const std::uint32_t text :
                  {info->file_name(), info->format(), info->import_applied_material_assets_url()})
                 checkText(text, attachment);
+    }
+
+    void checkVariants(const fb::Variants& variants)
+    {
+        checkTexts(variants.groups(), variants);
+        each(variants.sets(), [this](const fb::VariantSet& set) { checkVariantSet(set); });
+    }
+
+    void checkVariantSet(const fb::VariantSet& set)
+    {
+        checkText(set.name(), set);
+        for (const std::uint32_t number : {set.group(), set.viewpoint()})
+            if (number != 0)
+                checkText(number - 1, set);
+        checkTexts(set.viewpoints(), set);
+        each(set.materials(), [this, &set](const fb::MaterialState& entry) {
+            checkText(entry.material(), set);
+            checkText(entry.state(), set);
+        });
+        each(set.nodes(), [this](const fb::NodeState& entry) {
+            checkText(entry.state(), entry);
+            addTextBytes(sizeOf(entry.node()) * sizeof(std::uint32_t), entry);
+        });
+    }
+
+    template <class T>
+    void checkTexts(const flatbuffers::Vector<std::uint32_t>* texts, const T& place)
+    {
+        for (std::uint64_t i = 0; i < sizeOf(texts) && !m_error; ++i)
+            checkText(texts->Get(static_cast<flatbuffers::uoffset_t>(i)), place);
     }
 
     void checkFile(const fb::FileReference& file)
@@ -169,11 +200,13 @@ private:
             damaged(Text::tr("A reference has no target"), place);
     }
 
-    void addText(const flatbuffers::String& text)
+    void addText(const flatbuffers::String& text) { addTextBytes(bytesPerText + text.size(), text); }
+    template <class T>
+    void addTextBytes(std::uint64_t count, const T& place)
     {
-        m_textBytes += bytesPerText + text.size();
+        m_textBytes += count;
         if (m_textBytes > m_options.maxTextBytes)
-            fail(Code::LimitExceeded, Text::tr("The texts of the scene exceed the limit"), text);
+            fail(Code::LimitExceeded, Text::tr("The texts of the scene exceed the limit"), place);
     }
     template <class T>
     void addContainers(std::uint64_t count, const T& place)
@@ -201,7 +234,7 @@ const ChunkEntry* onlyGraphChunk(const ChunkFile& file)
 }
 
 /// The structures of FlatBuffers: every offset leads into the buffer. Each table has an offset of four bytes, so that
-/// their number has a natural bound; the nesting is three deep.
+/// their number has a natural bound; the nesting is five deep.
 bool isSound(std::span<const std::byte> graph)
 {
     if (graph.size() < sizeof(flatbuffers::uoffset_t) || graph.size() >= FLATBUFFERS_MAX_BUFFER_SIZE)

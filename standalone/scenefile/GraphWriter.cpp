@@ -2,6 +2,7 @@
 
 #include "standalone/OSGSystem/Attachments.h"
 #include "standalone/scenefile/MeshCheck.h"
+#include "standalone/scenefile/VariantFields.h"
 
 #include <limits>
 
@@ -78,7 +79,8 @@ void GraphWriter::collectCores()
         codec.write(core, *this, fields);
         m_coreRecords.push_back(fb::CreateCore(m_builder, classPlace, attached.name, attached.links,
                                                pointerTo(fields.matrix), pointerTo(fields.components), fields.flags,
-                                               pointerTo(fields.reference), fields.material, fields.mesh));
+                                               pointerTo(fields.reference), fields.material, fields.mesh,
+                                               pointerTo(fields.camera)));
     }
 }
 
@@ -104,10 +106,13 @@ void GraphWriter::collectAttachments()
         const std::uint16_t classPlace = classIndex(codec.type);
         AttachmentFields fields;
         codec.write(attachment, *this, fields);
-        if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t)))
+        const std::uint64_t variantBytes = fields.variants ? storedSize(*fields.variants) : 0;
+        if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t) + variantBytes))
             return;
         const auto tags = m_builder.CreateVector(fields.tags);
-        m_attachmentRecords.push_back(fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo)));
+        const auto variants = fields.variants ? storeVariants(*fields.variants, m_builder) : 0;
+        m_attachmentRecords.push_back(
+            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants));
     }
 }
 

@@ -5,8 +5,10 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
+#include "host/znOpenSGUberCamera/UberCamera.h"
 #include "standalone/OSGSystem/Tags.h"
 #include "standalone/scenefile/TransformFields.h"
+#include "standalone/scenefile/VariantFields.h"
 
 #include <bit>
 
@@ -109,6 +111,33 @@ NodeCorePtr readExtReference(const fb::Core& record, const NumberedObjects& obje
     return core;
 }
 
+void writeUberCamera(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
+{
+    const auto& camera = static_cast<const UberCamera&>(core);
+    writeTransform3D(core, numbers, fields);
+    fields.camera = fb::Camera(camera.getProjection(), camera.getFieldOfView(), camera.getHeight(), camera.getNear(),
+                               camera.getFar());
+}
+
+/// A projection that this program does not know is taken for a perspective.
+NodeCorePtr readUberCamera(const fb::Core& record, const NumberedObjects&)
+{
+    const UberCameraPtr core = UberCameraBase::create();
+    restoreTransform3D(core, record);
+    const fb::Camera* camera = record.camera();
+    if (!camera)
+        return core;
+    beginEditCP(core, AllFieldsMask, 1);
+    core->setProjection(camera->projection() == UberCameraBase::Parallel ? UberCameraBase::Parallel
+                                                                         : UberCameraBase::Perspective);
+    core->setFieldOfView(camera->field_of_view());
+    core->setHeight(camera->height());
+    core->setNear(camera->near());
+    core->setFar(camera->far());
+    endEditCP(core, AllFieldsMask, 1);
+    return core;
+}
+
 void writeGeometry(const NodeCore& core, ObjectNumbers& numbers, CoreFields& fields)
 {
     const auto& geometry = static_cast<const Geometry&>(core);
@@ -189,6 +218,16 @@ AttachmentPtr readFileInfo(const fb::Attachment& record, const NumberedObjects& 
     return info;
 }
 
+void writeVariants(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
+{
+    fields.variants = variantFields(static_cast<const VariantAttachment&>(attachment).table(), numbers);
+}
+
+AttachmentPtr readVariants(const fb::Attachment& record, const NumberedObjects& objects)
+{
+    return VariantAttachment::create(record.variants() ? restoreVariants(*record.variants(), objects) : VariantTable());
+}
+
 const CoreCodec cores[] = {
     {Group::_type, writeGroup, readGroup},
     {MaterialGroupBase::_type, writeMaterialGroup, readMaterialGroup},
@@ -196,6 +235,7 @@ const CoreCodec cores[] = {
     {ComponentTransformBase::_type, writeComponentTransform, readComponentTransform},
     {Transform3DBase::_type, writeTransform3D, readTransform3D},
     {ExtReferenceBase::_type, writeExtReference, readExtReference},
+    {UberCameraBase::_type, writeUberCamera, readUberCamera},
     {GeometryBase::_type, writeGeometry, readGeometry},
 };
 
@@ -206,6 +246,7 @@ const MaterialCodec materials[] = {
 const AttachmentCodec attachments[] = {
     {TagAttachment::_type, writeTags, readTags},
     {FileInfoBase::_type, writeFileInfo, readFileInfo},
+    {VariantAttachment::_type, writeVariants, readVariants},
 };
 
 } // namespace

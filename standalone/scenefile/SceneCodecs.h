@@ -53,15 +53,35 @@ struct CoreFields {
     std::optional<fb::Reference> reference;
     std::uint32_t material = 0;
     std::uint32_t mesh = 0;
+    std::optional<fb::Camera> camera;
 };
 
 struct MaterialFields {
     std::optional<fb::SimpleColors> simple;
 };
 
+/// Indices and numbers of texts, as in the file; the paths are those of the table that is written.
+struct VariantFields {
+    struct NodeState {
+        const std::vector<std::uint32_t>* node = nullptr;
+        std::uint32_t state = 0;
+    };
+    struct Set {
+        std::uint32_t name = 0;
+        std::uint32_t group = 0;
+        std::uint32_t viewpoint = 0;
+        std::vector<std::uint32_t> viewpoints;
+        std::vector<fb::MaterialState> materials;
+        std::vector<NodeState> nodes;
+    };
+    std::vector<std::uint32_t> groups;
+    std::vector<Set> sets;
+};
+
 struct AttachmentFields {
     std::vector<std::uint32_t> tags;
     std::optional<fb::FileInfo> fileInfo;
+    std::optional<VariantFields> variants;
 };
 
 struct CoreCodec {
