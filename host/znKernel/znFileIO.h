@@ -40,4 +40,10 @@ public:
 
     /// One entry for each file loaded so far; the last one belongs to the latest load.
     static const std::vector<loadedS>& getLoadedGeometriesList();
+
+    /// Whether the user wants uber materials in place of the simple ones that files bring.
+    static bool getConvertToUberMaterials();
+    /// Puts an uber material of the same look and name in place of each simple one at and below `root`. One that is used
+    /// in several places stays one; materials of other classes stay.
+    static void convertToUberMaterials(const osg::NodePtr& root);
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/HostExport.h"
+#include "host/OSGSystem/MaterialPool.h"
 #include "host/OSGSystem/Node.h"
 
 #include <vector>
@@ -14,6 +15,8 @@ public:
     static osg::NodePtr getRoot();
     /// Null when nothing is selected.
     static osg::NodePtr getSelectedNode();
+    /// The materials of the scene; never null.
+    static osg::MaterialPoolPtr getMaterialPool();
 
     /// Reads the file that the `osg::ExtReference` core of `reference` names (its source file, otherwise its smart file)
     /// and hangs what it holds below `reference`, whose core then has the state 2. The root of the file's tree goes when

@@ -3,6 +3,8 @@
 #include "host/HostExport.h"
 #include "host/OSGSystem/Node.h"
 
+#include <string>
+
 /// What the host knows of single nodes. A null node has no property.
 class ZN_HOST_EXPORT znNodeUtils
 {
@@ -13,4 +15,8 @@ public:
     static bool hasLockedParent(const osg::NodePtr& node);
     /// The node is the root of an asset that is not open for editing.
     static bool isUneditedAssetRoot(const osg::NodePtr& node);
+
+    /// Names `node` with a UTF-8 text; null or an empty one takes the name away. With `keep` a name that is there stays.
+    /// @param formerName receives the name that the node had before, empty if none; may be null
+    static void setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName);
 };

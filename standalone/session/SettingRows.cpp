@@ -102,6 +102,8 @@ std::vector<SettingRow> settingRows()
         textRow(QStringLiteral("converter.updateArguments"), QStringLiteral("{input} {output}"),
                 Settings::tr("What that tool is given: {input} is the old file, {output} the new one.")),
     };
+    rows.push_back(switchRow(QStringLiteral("import.uberMaterials"), false,
+                             Settings::tr("Make uber materials of the simple ones that referenced files bring.")));
     addConverterRows(rows);
     addReferencedFilesRows(rows);
     return rows;

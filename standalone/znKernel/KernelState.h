@@ -45,6 +45,9 @@ struct KernelState {
 
     NodePredicates nodePredicates;
 
+    /// The scene's pool of materials, beside its tree; null until it is asked for.
+    osg::RefPtr<osg::NodePtr> materialPool;
+
     /// What `znModuleBase::sendMessage` asks, in this order: each puts its answer into a message that it knows and
     /// gives true, and leaves any other as it is and gives false. A host adds its own modules here.
     std::vector<std::function<bool(znMessage& message)>> modules;
