@@ -13,6 +13,7 @@ namespace
 using Code = SceneFileErrorCode;
 
 constexpr std::uint64_t bytesPerText = 32;
+constexpr unsigned maxMaterialNesting = 100;
 
 template <class T>
 std::uint64_t sizeOf(const flatbuffers::Vector<T>* vector)
@@ -33,7 +34,7 @@ public:
     {
         checkNodes();
         each(m_scene.cores(), [this](const fb::Core& core) { checkCore(core); });
-        each(m_scene.materials(), [this](const fb::Material& material) { checkHolder(material, material); });
+        each(m_scene.materials(), [this](const fb::Material& material) { checkMaterial(material); });
         if (m_usedLinks != sizeOf(m_scene.links()))
             damaged(Text::tr("The attachments do not match their holders"), m_scene);
         each(m_scene.links(), [this](const fb::Link& link) { checkLink(link); });
@@ -97,6 +98,24 @@ private:
             checkNumber(reference->source_file(), sizeOf(m_scene.file_references()), core);
             checkNumber(reference->smart_file(), sizeOf(m_scene.file_references()), core);
         }
+    }
+
+    /// A material holds those before it only, so that there are no rings; nesting has a limit, as whoever destroys one
+    /// goes down through it.
+    void checkMaterial(const fb::Material& material)
+    {
+        checkHolder(material, material);
+        unsigned nesting = 0;
+        for (std::uint64_t i = 0; i < sizeOf(material.materials()) && !m_error; ++i) {
+            const std::uint32_t number = material.materials()->Get(static_cast<flatbuffers::uoffset_t>(i));
+            checkNumber(number, m_materialNesting.size(), material);
+            addContainers(1, material);
+            if (number != 0 && !m_error)
+                nesting = std::max(nesting, m_materialNesting[number - 1] + 1u);
+        }
+        m_materialNesting.push_back(static_cast<std::uint8_t>(nesting));
+        if (nesting > maxMaterialNesting)
+            damaged(Text::tr("The materials are nested too deeply"), material);
     }
 
     template <class Record>
@@ -220,6 +239,7 @@ private:
     const std::byte* m_start;
     const SceneFileReadOptions& m_options;
     std::optional<SceneFileError> m_error;
+    std::vector<std::uint8_t> m_materialNesting; ///< of the materials that were checked
     std::uint64_t m_usedLinks = 0;
     std::uint64_t m_textBytes = 0;
     std::uint64_t m_containers = 0;

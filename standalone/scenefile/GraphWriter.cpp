@@ -1,6 +1,7 @@
 #include "standalone/scenefile/GraphWriter.h"
 
 #include "standalone/OSGSystem/Attachments.h"
+#include "standalone/OSGSystem/SubMaterials.h"
 #include "standalone/scenefile/MeshCheck.h"
 #include "standalone/scenefile/VariantFields.h"
 
@@ -93,8 +94,13 @@ void GraphWriter::collectMaterials()
         const std::uint16_t classPlace = classIndex(codec.type);
         MaterialFields fields;
         codec.write(material, *this, fields);
-        m_materialRecords.push_back(
-            fb::CreateMaterial(m_builder, classPlace, attached.name, attached.links, pointerTo(fields.simple)));
+        for (std::uint32_t& inner : fields.materials)
+            inner = inner <= i ? inner : 0; // a ring in memory is cut
+        if (!hasRoomFor(recordBytes + fields.materials.size() * sizeof(std::uint32_t)))
+            return;
+        const auto inside = fields.materials.empty() ? 0 : m_builder.CreateVector(fields.materials);
+        m_materialRecords.push_back(fb::CreateMaterial(m_builder, classPlace, attached.name, attached.links,
+                                                       pointerTo(fields.simple), inside, fields.choice));
     }
 }
 
@@ -175,9 +181,19 @@ void GraphWriter::finish()
                                                      attachments, files, meshes));
 }
 
+/// What a material holds gets its number before it, so that files hold no rings.
 std::uint32_t GraphWriter::material(const MaterialPtr& material)
 {
+    if (!directSubMaterials(material).empty())
+        for (const MaterialPtr& inner : subMaterialsFirst(material))
+            if (!(inner == material))
+                subMaterial(inner);
     return numberOf(materialCodecs(), m_materials, const_cast<const Material*>(material.get()));
+}
+
+std::uint32_t GraphWriter::subMaterial(const MaterialPtr& material)
+{
+    return canWrite(materialCodecs(), material.get()) ? m_materials.of(material.get()) : 0;
 }
 
 std::uint32_t GraphWriter::fileReference(const FileReferencePtr& file)
@@ -198,14 +214,21 @@ std::uint32_t GraphWriter::text(std::string_view text)
     return entry.index;
 }
 
+template <class Codec>
+bool GraphWriter::canWrite(std::span<const Codec> codecs, const FieldContainer* object)
+{
+    if (!object || codecFor(codecs, object->getType()))
+        return true;
+    if (m_leftOut.insert(object).second)
+        m_warnings.add(object->getType().getName(), {});
+    return false;
+}
+
 template <class Codec, class T>
 std::uint32_t GraphWriter::numberOf(std::span<const Codec> codecs, Numbering<T>& numbering, const T* object)
 {
-    if (object && !codecFor(codecs, object->getType())) {
-        if (m_leftOut.insert(object).second)
-            m_warnings.add(object->getType().getName(), {});
+    if (!canWrite(codecs, object))
         return 0;
-    }
     // Who holds the only reference is the only one to meet it.
     return object && object->getRefCount() == 1 ? numbering.ofOnly(object) : numbering.of(object);
 }

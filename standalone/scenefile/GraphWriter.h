@@ -66,6 +66,7 @@ private:
     using Offsets = std::vector<flatbuffers::Offset<T>>;
 
     std::uint32_t material(const MaterialPtr& material) override;
+    std::uint32_t subMaterial(const MaterialPtr& material) override;
     std::uint32_t fileReference(const FileReferencePtr& file) override;
     std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) override;
     std::uint32_t text(std::string_view text) override;
@@ -79,6 +80,9 @@ private:
     void addMesh(const Mesh& mesh);
     void finish();
 
+    /// Warns of an object that no codec can write.
+    template <class Codec>
+    bool canWrite(std::span<const Codec> codecs, const FieldContainer* object);
     /// The number of `object` if a codec can write it, else 0 and a warning.
     template <class Codec, class T>
     std::uint32_t numberOf(std::span<const Codec> codecs, Numbering<T>& numbering, const T* object);

@@ -3,6 +3,7 @@
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/SimpleMaterial.h"
+#include "host/OSGSystem/SwitchMaterial.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
@@ -182,6 +183,29 @@ MaterialPtr readSimpleMaterial(const fb::Material& record, const NumberedObjects
     return material;
 }
 
+void writeSwitchMaterial(const Material& material, ObjectNumbers& numbers, MaterialFields& fields)
+{
+    const auto& choices = static_cast<const SwitchMaterial&>(material);
+    fields.choice = choices.getChoice();
+    for (const MaterialPtr& entry : choices.getMaterials())
+        fields.materials.push_back(numbers.subMaterial(entry));
+}
+
+/// An entry of a class that is not known stays as an empty one, so that the choice stays right.
+MaterialPtr readSwitchMaterial(const fb::Material& record, const NumberedObjects& objects)
+{
+    const SwitchMaterialPtr material = SwitchMaterialBase::create();
+    beginEditCP(material, AllFieldsMask, 1);
+    material->setChoice(record.choice());
+    if (record.materials())
+        for (const std::uint32_t number : *record.materials()) {
+            material->editMaterials().push_back(objects.material(number));
+            material->getMaterials().back().addRef();
+        }
+    endEditCP(material, AllFieldsMask, 1);
+    return material;
+}
+
 void writeTags(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
 {
     for (const std::string& tag : static_cast<const TagAttachment&>(attachment).tags())
@@ -241,6 +265,7 @@ const CoreCodec cores[] = {
 
 const MaterialCodec materials[] = {
     {SimpleMaterialBase::_type, writeSimpleMaterial, readSimpleMaterial},
+    {SwitchMaterialBase::_type, writeSwitchMaterial, readSwitchMaterial},
 };
 
 const AttachmentCodec attachments[] = {

@@ -23,6 +23,8 @@ class ObjectNumbers
 {
 public:
     virtual std::uint32_t material(const MaterialPtr& material) = 0;
+    /// For the writer of a material: the number of one that it holds.
+    virtual std::uint32_t subMaterial(const MaterialPtr& material) = 0;
     virtual std::uint32_t fileReference(const FileReferencePtr& file) = 0;
     virtual std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) = 0;
     /// The index (not the number) of a text, which must live until the file is written.
@@ -58,6 +60,8 @@ struct CoreFields {
 
 struct MaterialFields {
     std::optional<fb::SimpleColors> simple;
+    std::vector<std::uint32_t> materials;
+    std::uint32_t choice = 0;
 };
 
 /// Indices and numbers of texts, as in the file; the paths are those of the table that is written.

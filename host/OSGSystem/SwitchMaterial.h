@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/OSGSystem/Material.h"
+
+#include <vector>
+
+namespace osg
+{
+
+class SwitchMaterial;
+using SwitchMaterialPtr = FCPtr<MaterialPtr, SwitchMaterial>;
+
+/// A field that holds materials; entries may be null. Whoever writes an entry moves the reference counts by hand.
+using MaterialField = std::vector<MaterialPtr>;
+
+/// Fields of `SwitchMaterial`.
+class ZN_HOST_EXPORT SwitchMaterialBase : public Material
+{
+public:
+    using Ptr = SwitchMaterialPtr;
+    static FieldContainerType _type;
+    static constexpr FieldMask MaterialsFieldMask = 1u << 1;
+    static constexpr FieldMask ChoiceFieldMask = 1u << 2;
+
+    /// Without materials; the choice is 0.
+    static SwitchMaterialPtr create();
+    const FieldContainerType& getType() const override { return _type; }
+
+    /// The sub-materials. It holds a reference on each.
+    const MaterialField& getMaterials() const { return m_materials; }
+    /// The same for an edit of `MaterialsFieldMask`.
+    MaterialField& editMaterials();
+    unsigned getChoice() const { return m_choice; }
+    /// May be past the end; then there is nothing to see.
+    void setChoice(unsigned index);
+
+protected:
+    ~SwitchMaterialBase() override;
+    bool equalFields(const FieldContainer& other) const override;
+    FieldContainerPtr copy() const override;
+
+    MaterialField m_materials;
+    unsigned m_choice = 0;
+};
+
+/// A material that looks like the chosen one of its sub-materials.
+class ZN_HOST_EXPORT SwitchMaterial : public SwitchMaterialBase
+{
+public:
+    /// Null when `index` is past the end.
+    MaterialPtr getMaterial(unsigned index) const;
+    /// Appends `material` and takes a reference on it. Null, the switch itself and whatever holds it are ignored.
+    void addMaterial(const MaterialPtr& material);
+};
+
+} // namespace osg

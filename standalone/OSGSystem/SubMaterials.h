@@ -1,0 +1,21 @@
+#pragma once
+
+#include "host/OSGSystem/SwitchMaterial.h"
+
+#include <vector>
+
+namespace osg
+{
+
+/// The materials that `material` holds directly, null entries included; empty for most.
+std::vector<MaterialPtr> directSubMaterials(const MaterialPtr& material);
+
+/// `material` and all that it holds at any depth, each once; what a material holds comes before it, so that `material`
+/// is the last. A ring of materials is cut where it closes.
+std::vector<MaterialPtr> subMaterialsFirst(const MaterialPtr& material);
+
+/// What a switch material looks like at present, through nested ones; any other material is what it looks like. Null
+/// when nothing is chosen.
+MaterialPtr shownMaterial(const MaterialPtr& material);
+
+} // namespace osg
