@@ -7,6 +7,8 @@ set_target_properties(zn_tinyxml PROPERTIES
   INTERFACE_INCLUDE_DIRECTORIES ${TINYXML_INCLUDE_DIR}
   INTERFACE_COMPILE_DEFINITIONS TIXML_USE_STL)
 
+find_package(Eigen3 3.3 REQUIRED NO_MODULE)
+
 if(ZN_BUILD_TESTS)
   find_package(GTest REQUIRED)
   include(GoogleTest)

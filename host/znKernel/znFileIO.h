@@ -46,4 +46,16 @@ public:
     /// Puts an uber material of the same look and name in place of each simple one at and below `root`. One that is used
     /// in several places stays one; materials of other classes stay.
     static void convertToUberMaterials(const osg::NodePtr& root);
+
+    /// Whether the solid-geometry kernel is in use: imported trees keep their meshes, and get ambient occlusion data.
+    static bool getUseGSK();
+
+    /// Moves an imported tree that hangs in the scene to where the user wants it. Its root gets the transform, in place
+    /// of a plain group if it is one. A tree without vertices stays where it is.
+    /// @param path the file that it came from
+    /// @param reserved no use in the open host
+    /// @param centerInOrigin the middle of its bounding box comes to the origin
+    /// @param putOnGround its lowest point comes to the height 0, whatever `centerInOrigin` says of the height
+    static void applyGeometryImportTransformations(const osg::NodePtr& root, const QString& path, bool reserved,
+                                                   bool centerInOrigin, bool putOnGround);
 };

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/HostExport.h"
+#include "host/OSGSystem/Node.h"
+#include "host/znKernelServices/zndPtxSettings.h"
+#include "host/znKernelServices/zndSceneImportSettings.h"
 #include "import/znCADFileTypes.h"
 
 #include <QString>
@@ -20,4 +23,12 @@ public:
     /// The format goes through the external converter.
     static bool isPtxFile(const QString& path);
     static bool isPLMXMLFile(const QString& path);
+    /// The file that the file info of `node` names; empty without one.
+    static QString getFileNameFromFileInfo(const osg::NodePtr& node);
+
+    /// What the user wants done with the tree of this file.
+    /// @param interactive whether the user may be asked first; the open host asks nobody
+    static zndPtxSettings getImportSettingsByFileName(const QString& path, bool interactive);
+    /// What the user wants of every import.
+    static zndSceneImportSettings getGlobalSceneImportSettings();
 };

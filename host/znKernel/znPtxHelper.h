@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/HostExport.h"
+#include "host/OSGSystem/Node.h"
 
 #include <QString>
 
@@ -26,4 +27,9 @@ public:
 
     /// What `exitCode` of the converter means, for the user, with the last error of `logFile` if there is one.
     static QString getProcessErrorDescription(int exitCode, const std::string& logFile);
+
+    /// Whether `root` is the root of a tree that a converter made, and was not yet taken for an imported one.
+    static bool isConvertedPtxTree(const osg::NodePtr& root);
+    /// Takes away what marks `root` as the root of such a tree; what the converter says of the file stays.
+    static void removePtxTag(const osg::NodePtr& root);
 };

@@ -3,6 +3,7 @@
 #include "host/HostExport.h"
 #include "host/OSGSystem/MaterialPool.h"
 #include "host/OSGSystem/Node.h"
+#include "host/znOpenSGUtils/znNodePtr.h"
 
 #include <vector>
 
@@ -29,4 +30,24 @@ public:
     /// @return whether the file was read; the log tells why it was not
     static bool reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& loaded, std::vector<osg::NodePtr>& contents,
                                bool replace, bool merge, bool select);
+
+    /// The node that carries what stands around the scene (its ground), beside the tree of the scene; null while there is
+    /// none.
+    static osg::NodePtr environmentGeometrySwitch();
+    /// Makes a new switch, inactive, in place of the one that is there.
+    /// @param content what it carries; null for a ground of the scene's size at its lowest point
+    /// @return the new switch
+    static osg::NodePtr createEnvironmentGeometrySwitch(const osg::NodePtr& content);
+
+    /// What `unshareNode` copies.
+    enum DuplicateBehaviour {
+        DuplicateCores = 0, ///< the contents of the nodes
+    };
+
+    /// Gives `node` a content of its own where other nodes have it too. Vertices stay shared until one of them changes.
+    /// @param recursive what hangs below `node` as well
+    /// @param keepMaterials materials stay shared; otherwise each new content gets a copy of its material
+    /// @return `node`
+    static znNodePtr unshareNode(const osg::NodePtr& node, DuplicateBehaviour behaviour, bool recursive,
+                                 bool keepMaterials);
 };

@@ -19,4 +19,9 @@ public:
     /// Names `node` with a UTF-8 text; null or an empty one takes the name away. With `keep` a name that is there stays.
     /// @param formerName receives the name that the node had before, empty if none; may be null
     static void setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName);
+
+    /// Takes the vertex colours away from all geometries at and below `root`, so that materials alone give the colour.
+    static void removeVertexColors(const osg::NodePtr& root);
+    /// Takes the node out of its tree and out of the host's own hands; it is gone unless somebody holds it.
+    static void destroy(const osg::NodePtr& node);
 };

@@ -70,6 +70,60 @@ QString converterArgumentsSetting(const QString& formatName)
     return QStringLiteral("converter.%1.arguments").arg(formatName);
 }
 
+namespace
+{
+
+SettingRow lengthRow(const QString& name, double least, const QString& defaultText, const QString& help)
+{
+    return {name, SettingType::Number, QStringLiteral("mm"), least, 1e6, defaultText, help};
+}
+
+/// What becomes of a converted tree before and after it comes into the scene.
+void addOptimizationRows(std::vector<SettingRow>& rows)
+{
+    rows.insert(
+        rows.end(),
+        {switchRow(QStringLiteral("optimize.mergeMaterials"), true, Settings::tr("Make one material of equal ones.")),
+         switchRow(QStringLiteral("optimize.removeEmptyGroups"), false, Settings::tr("Remove groups without content.")),
+         switchRow(QStringLiteral("optimize.flushTransformations"), false,
+                   Settings::tr("Move transforms into the vertices. Parts that are used in several places lose their "
+                                "common geometry.")),
+         switchRow(QStringLiteral("optimize.mergeGeometries"), false,
+                   Settings::tr("Merge geometries of one material under one parent, and mesh exact surfaces anew.")),
+         switchRow(QStringLiteral("optimize.keepNurbs"), false,
+                   Settings::tr("Keep exact surfaces with the meshes that have them.")),
+         switchRow(QStringLiteral("optimize.unshareNodes"), false,
+                   Settings::tr("Give each node a content of its own, so that changes stay local.")),
+         {QStringLiteral("optimize.sourceReferences"),
+          SettingType::Choice,
+          {},
+          0,
+          0,
+          QStringLiteral("dissolve"),
+          Settings::tr("What becomes of references to part files."),
+          {QStringLiteral("dissolve"), QStringLiteral("keep")}},
+         switchRow(QStringLiteral("optimize.solidKernel"), false,
+                   Settings::tr("Add ambient occlusion to imported trees, and do not merge their geometries.")),
+         switchRow(QStringLiteral("tessellation.useStitching"), false,
+                   Settings::tr("Join free edges of surfaces before they are meshed anew.")),
+         lengthRow(QStringLiteral("tessellation.stitchingTolerance"), 0, QStringLiteral("0.01"),
+                   Settings::tr("How far apart edges may be to be joined.")),
+         lengthRow(QStringLiteral("tessellation.chordDeviation"), 1e-6, QStringLiteral("0.1"),
+                   Settings::tr("How far a new mesh may be from its surface.")),
+         {QStringLiteral("tessellation.normalTolerance"), SettingType::Number, QStringLiteral("degrees"), 0.1, 90,
+          QStringLiteral("15"), Settings::tr("The largest angle between normals along an edge of a new mesh.")},
+         lengthRow(QStringLiteral("tessellation.maxChordLength"), 0, QStringLiteral("0"),
+                   Settings::tr("The longest edge of a new mesh; 0 for any length.")),
+         switchRow(QStringLiteral("scene.applyMaterialAssets"), false,
+                   Settings::tr("Put the assets of the chosen folder on materials of the same name.")),
+         switchRow(QStringLiteral("scene.centerInOrigin"), false,
+                   Settings::tr("Move what is imported so that its middle is in the origin.")),
+         switchRow(QStringLiteral("scene.putOnGround"), false,
+                   Settings::tr("Move what is imported so that its lowest point is at the height 0."))});
+}
+
+} // namespace
+
 std::vector<SettingRow> settingRows()
 {
     std::vector<SettingRow> rows = {
@@ -102,6 +156,7 @@ std::vector<SettingRow> settingRows()
         textRow(QStringLiteral("converter.updateArguments"), QStringLiteral("{input} {output}"),
                 Settings::tr("What that tool is given: {input} is the old file, {output} the new one.")),
     };
+    addOptimizationRows(rows);
     rows.push_back(switchRow(QStringLiteral("import.uberMaterials"), false,
                              Settings::tr("Make uber materials of the simple ones that referenced files bring.")));
     addConverterRows(rows);

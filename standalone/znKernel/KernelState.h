@@ -4,6 +4,7 @@
 #include "host/znKernelServices/znReferenceService.h"
 #include "host/znUtils/znMessage.h"
 #include "standalone/formats/SceneReaders.h"
+#include "standalone/treeops/BakedGeometry.h"
 
 #include <QString>
 
@@ -33,6 +34,13 @@ struct NodePredicates {
 /// The readers of mesh formats and of scene files.
 formats::SceneReaders sceneReaders();
 
+/// What `znReferenceInterface::notifyReferences` was told.
+struct ReferenceNotice {
+    unsigned rootId = 0; ///< 0 for none
+    int code = 0;
+    int argument = 0;
+};
+
 /// What the kernel of one session remembers.
 struct KernelState {
     /// What `znFileIO::load` reads with; a host adds its own readers here.
@@ -44,6 +52,12 @@ struct KernelState {
     QString preferredFolder;
 
     NodePredicates nodePredicates;
+
+    /// Stands beside the scene, not in it; null before the first import.
+    osg::RefPtr<osg::NodePtr> environmentSwitch;
+    /// Geometries that scales went into, so that parts which are used many times stay shared.
+    treeops::BakedGeometry flushedScales;
+    std::vector<ReferenceNotice> referenceNotices;
 
     /// The scene's pool of materials, beside its tree; null until it is asked for.
     osg::RefPtr<osg::NodePtr> materialPool;

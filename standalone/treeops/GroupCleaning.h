@@ -1,0 +1,12 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+
+/// What `znOptimize` does with groups; see there.
+namespace treeops
+{
+
+void cleanupGroupNodes(const osg::NodePtr& root);
+void removeEmptyGroups(const osg::NodePtr& root, bool keepNamed);
+
+} // namespace treeops

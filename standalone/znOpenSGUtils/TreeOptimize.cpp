@@ -1,0 +1,31 @@
+#include "host/znOpenSGUtils/znOptimize.h"
+
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/treeops/GroupCleaning.h"
+#include "standalone/treeops/TransformFlushing.h"
+#include "standalone/znKernel/KernelState.h"
+#include "standalone/znUtils/CallTrace.h"
+
+void znOptimize::cleanupGroupNodes(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znOptimize::cleanupGroupNodes", root);
+    treeops::cleanupGroupNodes(root);
+}
+
+void znOptimize::removeEmptyGroups(const osg::NodePtr& root, bool keepNamed)
+{
+    const zn::TracedCall call("znOptimize::removeEmptyGroups", root, keepNamed);
+    treeops::removeEmptyGroups(root, keepNamed);
+}
+
+void znOptimize::flushTransformationsKeepFaceNormals(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znOptimize::flushTransformationsKeepFaceNormals", root);
+    treeops::flushTransformations(root);
+}
+
+void znOptimize::flushSelectedTransformationScales(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znOptimize::flushSelectedTransformationScales", node);
+    treeops::flushScalesAbove(node, znStandaloneSession::require().kernel().flushedScales);
+}
