@@ -17,6 +17,6 @@ struct GlbPlacement {
 };
 
 /// None when `matrix` has numbers that are not finite. Its last row counts as 0 0 0 1.
-std::optional<GlbPlacement> placementOf(const osg::Matrix& matrix);
+std::optional<GlbPlacement> placementOf(const osg::Matrix& given);
 
 } // namespace glb
