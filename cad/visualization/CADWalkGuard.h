@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace HB::Visualization
+{
+
+/// What a walk over an assembly may grow to before the document counts as one that refers to itself.
+struct CADWalkLimits {
+    std::uint32_t depth = 1000;         ///< levels of parts and of compound representations
+    std::uint32_t records = 20'000'000; ///< records, and places that end without one
+};
+
+/// Counts the levels and the places of a walk, and remembers where it went over a limit. Whoever walks goes no further
+/// once it is over.
+class CADWalkGuard
+{
+public:
+    enum class Fault { None, TooDeep, TooLarge };
+
+    /// @param path where the walk stands, at any time
+    CADWalkGuard(const CADWalkLimits& limits, const std::vector<std::string>& path) : m_limits(limits), m_path(path) {}
+    CADWalkGuard(const CADWalkGuard&) = delete;
+    CADWalkGuard& operator=(const CADWalkGuard&) = delete;
+
+    bool isOver() const { return m_fault != Fault::None; }
+    Fault fault() const { return m_fault; }
+    /// Where the walk stood when it went over the limit.
+    const std::vector<std::string>& faultPath() const { return m_faultPath; }
+
+    void countPlace()
+    {
+        if (++m_places > m_limits.records)
+            fail(Fault::TooLarge);
+    }
+
+    /// One level of the walk while it lives.
+    class Level
+    {
+    public:
+        explicit Level(CADWalkGuard& guard) : m_guard(guard)
+        {
+            if (++m_guard.m_depth > m_guard.m_limits.depth)
+                m_guard.fail(Fault::TooDeep);
+        }
+        ~Level() { --m_guard.m_depth; }
+        Level(const Level&) = delete;
+        Level& operator=(const Level&) = delete;
+
+    private:
+        CADWalkGuard& m_guard;
+    };
+
+private:
+    void fail(Fault fault)
+    {
+        if (isOver())
+            return;
+        m_fault = fault;
+        m_faultPath = m_path;
+    }
+
+    CADWalkLimits m_limits;
+    const std::vector<std::string>& m_path;
+    std::vector<std::string> m_faultPath;
+    std::uint32_t m_depth = 0;
+    std::size_t m_places = 0;
+    Fault m_fault = Fault::None;
+};
+
+} // namespace HB::Visualization
