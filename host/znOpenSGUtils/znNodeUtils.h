@@ -20,6 +20,9 @@ public:
     /// @param formerName receives the name that the node had before, empty if none; may be null
     static void setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName);
 
+    /// Says on `node` which file the tree below it comes from, and of which format. Null leaves what is there as it is.
+    static void setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format);
+
     /// Takes the vertex colours away from all geometries at and below `root`, so that materials alone give the colour.
     static void removeVertexColors(const osg::NodePtr& root);
     /// Takes the node out of its tree and out of the host's own hands; it is gone unless somebody holds it.

@@ -5,6 +5,7 @@
 #include "host/znUtils/znMessage.h"
 #include "standalone/formats/SceneReaders.h"
 #include "standalone/treeops/BakedGeometry.h"
+#include "standalone/znKernel/FrontState.h"
 
 #include <QString>
 
@@ -52,6 +53,7 @@ struct KernelState {
     QString preferredFolder;
 
     NodePredicates nodePredicates;
+    FrontState front;
 
     /// Stands beside the scene, not in it; null before the first import.
     osg::RefPtr<osg::NodePtr> environmentSwitch;

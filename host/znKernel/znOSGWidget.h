@@ -1,0 +1,11 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+/// The host's views of the scene.
+class ZN_HOST_EXPORT znOSGWidget
+{
+public:
+    /// Ends the slow refinement of resting pictures, because the scene is about to change.
+    static void cancelAntialiasing();
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+/// Finds the pictures that files name.
+class ZN_HOST_EXPORT znTexSearch
+{
+public:
+    /// Searches begin in the folder of `file`, a UTF-8 path, until `clearCurrentFile`. Null counts as empty.
+    static void setCurrentFile(const char* file);
+    static void clearCurrentFile();
+};
