@@ -1,0 +1,63 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+#include "import/znCADFileTypes.h"
+#include "loader/UnloadedParts.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class znManagedJobQueue;
+class znOsbLoaderJob;
+class znPtxConverterJob;
+
+/// The child jobs of a loader job: converts part files on the loader's queue, loads each result, and has it placed at
+/// every node that waits for it.
+///
+/// A part's entry leaves the table when its road has ended, however it ended. A part counts as arrived, once, when its
+/// converted file gave a node. All of it happens within the signals of the children, on their thread. The table must
+/// outlive this object, and this object every child that it started.
+class PartChildren
+{
+public:
+    /// Puts `loaded`, which belongs to the child load, at the waiting node `target`.
+    using Arrival = std::function<void(const osg::NodePtr& target, const osg::NodePtr& loaded)>;
+
+    /// What the loader tells its own listeners.
+    struct Events {
+        std::function<void(znPtxConverterJob*)> converterCreated;           ///< before the job is connected and queued
+        std::function<void(znOsbLoaderJob*, const QString&)> loaderCreated; ///< before the load; with the part file
+        std::function<void(znOsbLoaderJob*)> loaderFinished;                ///< after the placing
+        std::function<void(const QString&)> importFinished; ///< the part's conversion ended, well or not
+    };
+
+    PartChildren(znManagedJobQueue* queue, UnloadedParts& parts, Arrival arrival, Events events);
+    PartChildren(const PartChildren&) = delete;
+    PartChildren& operator=(const PartChildren&) = delete;
+
+    /// With `load` false, converted files are left alone and count as not arrived.
+    void setLoadResults(bool load) { m_loadResults = load; }
+
+    /// Queues the conversion of the part file `path` into `outputDir`. The queue does not start by this.
+    void convert(const std::string& path, const QString& outputDir);
+
+    std::size_t arrivedCount() const { return m_arrived; }
+
+    /// Runs the event loop and rests in turn until `waiting` is false.
+    static void wait(const bool& waiting);
+
+private:
+    void converterFinished(const std::string& path, znPtxConverterJob* converter, znCADFileTypes::JobState state);
+    void startLoad(const std::string& path, const QString& file, const QString& partFile);
+    void loadFinished(const std::string& path, znOsbLoaderJob* load);
+
+    znManagedJobQueue* m_queue;
+    UnloadedParts& m_parts;
+    Arrival m_arrival;
+    Events m_events;
+    bool m_loadResults = true;
+    std::size_t m_arrived = 0;
+    QObject m_listener; ///< ends the connections with this object
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <utility>
+
+/// Calls a function at the end of its scope, also when an exception leaves it.
+template <class Function>
+class ScopeExit
+{
+public:
+    explicit ScopeExit(Function function) : m_function(std::move(function)) {}
+    ScopeExit(const ScopeExit&) = delete;
+    ScopeExit& operator=(const ScopeExit&) = delete;
+    ~ScopeExit() { m_function(); }
+
+private:
+    Function m_function;
+};
