@@ -5,6 +5,7 @@
 #include "host/znVariants/znVariantGroup.h"
 #include "host/znVariants/znVariantState.h"
 
+#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -39,7 +40,14 @@ public:
 private:
     QString m_name;
     znVariantGroup* m_group;
-    std::vector<std::unique_ptr<znVariantState>> m_materialStates;
-    std::vector<std::unique_ptr<znVariantState>> m_nodeStates;
+    using States = std::vector<std::unique_ptr<znVariantState>>;
+
+    /// The entry of `variant` in `states`, which is made when it is new.
+    void put(States& states, znVariant* variant, const QString& stateName);
+
+    States m_materialStates;
+    States m_nodeStates;
+    QHash<const znVariant*, znVariantState*> m_statesByVariant;
+    QHash<QString, znVariantState*> m_materialStatesByName;
     QStringList m_viewpoints;
 };

@@ -56,6 +56,8 @@ znStandaloneSession::znStandaloneSession()
     living = this;
     m_kernel->referenceService = zn::makeReferenceService();
     setService<znReferenceService>(m_kernel->referenceService.get());
+    m_kernel->cameraService = zn::makeCameraService();
+    setService<znCameraService>(m_kernel->cameraService.get());
     znUtils::setTemporaryFolder(m_temporaryFolder.toStdString());
     znJobs::setProcessLimitProvider([this] {
         const int most = m_settings.integer(QStringLiteral("processes.most"));

@@ -2,6 +2,8 @@
 
 #include "host/znUtils/znLog.h"
 #include "standalone/scenefile/SceneFile.h"
+#include "standalone/session/SceneExtras.h"
+#include "standalone/session/znStandaloneSession.h"
 
 znOsbLoaderJob::znOsbLoaderJob(const QString& file) : znAbstractProcessingJob(nullptr), m_file(file) {}
 
@@ -20,6 +22,9 @@ void znOsbLoaderJob::process()
         znLog::error(m_errorText.toUtf8().constData());
     for (const osg::SceneFileWarning& warning : result.warnings)
         znLog::error((m_file + QStringLiteral(": ") + warning.message()).toUtf8().constData());
+    if (znStandaloneSession* session = znStandaloneSession::current())
+        for (const QString& complaint : zn::takeExtras(*session, result.root))
+            znLog::error((m_file + QStringLiteral(": ") + complaint).toUtf8().constData());
     if (!m_holdFinish)
         Q_EMIT processingFinished();
 }

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "host/znKernel/znFileIO.h"
+#include "host/znKernelServices/znCameraService.h"
 #include "host/znKernelServices/znReferenceService.h"
 #include "host/znUtils/znMessage.h"
 #include "standalone/formats/SceneReaders.h"
 #include "standalone/treeops/BakedGeometry.h"
 #include "standalone/znKernel/FrontState.h"
+#include "standalone/znOpenSGUberCamera/CameraTree.h"
+#include "standalone/znVariants/VariantStore.h"
 
 #include <QString>
 
@@ -49,6 +52,9 @@ struct KernelState {
     std::vector<znFileIO::loadedS> loadedGeometries;
     LoadRequest lastLoad;
     std::unique_ptr<znReferenceService> referenceService;
+    std::unique_ptr<znCameraService> cameraService;
+    CameraTree cameras;
+    VariantStore variants;
     /// The value of the setting that the preferences were last told.
     QString preferredFolder;
 

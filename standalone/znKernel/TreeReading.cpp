@@ -1,6 +1,7 @@
 #include "standalone/znKernel/TreeReading.h"
 
 #include "host/znUtils/znLog.h"
+#include "standalone/session/SceneExtras.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 
@@ -31,10 +32,13 @@ std::optional<osg::NodePtr> readTree(znStandaloneSession& session, const QString
     const formats::ReadResult result = session.kernel().readers.read(file, readOptions(session.settings()));
     for (const formats::ReadNote& warning : result.warnings)
         log(warning);
-    if (!result.error)
-        return result.root;
-    log(*result.error);
-    return std::nullopt;
+    if (result.error) {
+        log(*result.error);
+        return std::nullopt;
+    }
+    for (const QString& complaint : takeExtras(session, result.root))
+        log({complaint, file, {}});
+    return result.root;
 }
 
 } // namespace zn

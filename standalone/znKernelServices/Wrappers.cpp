@@ -2,8 +2,10 @@
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Names.h"
+#include "host/znKernelServices/zndCameraNode.h"
 #include "host/znKernelServices/zndReferenceNode.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "host/znOpenSGUberCamera/UberCamera.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/TreeReading.h"
 #include "standalone/znKernelServices/WrappedNodes.h"
@@ -37,7 +39,10 @@ const QMetaObject* wrapperClassOf(const zndObject& object)
 {
     if (referenceOf(object))
         return &zndReferenceNode::staticMetaObject;
-    if (nodeOf(object))
+    const osg::NodePtr node = nodeOf(object);
+    if (node && osg::fcCast<osg::UberCamera>(node->getCore()))
+        return &zndCameraNode::staticMetaObject;
+    if (node)
         return &zndNode::staticMetaObject;
     return containerOf(object) ? &zndSceneObject::staticMetaObject : nullptr;
 }

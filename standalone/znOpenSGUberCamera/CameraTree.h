@@ -1,0 +1,52 @@
+#pragma once
+
+#include "host/znOpenSGUberCamera/UberCamera.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace zn
+{
+
+/// The cameras of one session: a tree of them beside the scene (camera, tracks, viewpoints), the list that is offered,
+/// and the one that the scene is seen through.
+class CameraTree
+{
+public:
+    /// A camera that is offered. Neither is kept alive.
+    struct Entry {
+        unsigned cameraId = 0;
+        unsigned nodeId = 0; ///< the node that bears it; 0 when it is not known
+    };
+
+    CameraTree();
+
+    /// A group named "Cameras"; its children are cameras, theirs tracks, and theirs viewpoints.
+    osg::NodePtr root() const { return m_root; }
+
+    /// Lists `camera` as borne by `node`; a second time changes its node only.
+    void list(const osg::UberCameraPtr& camera, const osg::NodePtr& node);
+    void unlist(unsigned cameraId);
+    /// The entries whose cameras are alive, in the order in which they came.
+    std::vector<Entry> entries() const;
+
+    /// The listed camera with this id; null when there is none.
+    static osg::UberCameraPtr cameraOf(unsigned cameraId);
+    /// The entry of the viewpoint of this name; with the id 0 when there is none.
+    Entry findViewpoint(const QString& name) const;
+    /// The camera of this name directly below the root, as a node; null when there is none.
+    osg::NodePtr findCamera(const QString& name) const;
+
+    /// The scene is seen through the camera with this id from now on.
+    void look(unsigned cameraId) { m_viewId = cameraId; }
+    /// Null when none was chosen, or it is gone.
+    osg::UberCameraPtr view() const { return cameraOf(m_viewId); }
+
+private:
+    osg::RefPtr<osg::NodePtr> m_root;
+    std::vector<Entry> m_entries;
+    unsigned m_viewId = 0;
+};
+
+} // namespace zn
