@@ -25,6 +25,12 @@ public:
 
     /// Takes the vertex colours away from all geometries at and below `root`, so that materials alone give the colour.
     static void removeVertexColors(const osg::NodePtr& root);
+    /// Makes the transform of `node` one that the host's tools move, with the same matrix, name and attachments. Nodes
+    /// that shared the old core share the new one once each has been converted. References, cameras and transforms that
+    /// are of that kind already are left alone.
+    /// @return whether the core was exchanged
+    static bool convertTransformToTransform3D(const osg::NodePtr& node);
+
     /// Takes the node out of its tree and out of the host's own hands; it is gone unless somebody holds it.
     static void destroy(const osg::NodePtr& node);
 };

@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace zn
@@ -66,6 +67,8 @@ struct KernelState {
     /// Geometries that scales went into, so that parts which are used many times stay shared.
     treeops::BakedGeometry flushedScales;
     std::vector<ReferenceNotice> referenceNotices;
+    /// From the id of a plain transform to that of the one that took its place.
+    std::unordered_map<std::uint32_t, std::uint32_t> convertedTransforms;
 
     /// The scene's pool of materials, beside its tree; null until it is asked for.
     osg::RefPtr<osg::NodePtr> materialPool;

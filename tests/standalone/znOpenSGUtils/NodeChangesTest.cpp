@@ -1,5 +1,6 @@
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/znKernel/znScenegraph.h"
+#include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 
@@ -113,6 +114,40 @@ TEST_F(NodeChangesTest, MaterialsAreCopiedOnRequest)
     (void)znScenegraph::unshareNode(c, znScenegraph::DuplicateCores, true, false);
     EXPECT_NE(materialOf(c), materialOf(b));
     EXPECT_EQ(osg::fcCast<osg::SimpleMaterial>(materialOf(c))->getDiffuse(), (osg::Color3f{0.5f, 0.25f, 0.125f}));
+}
+
+TEST_F(NodeChangesTest, APlainTransformBecomesOneThatToolsMove)
+{
+    const osg::NodePtr node = add(root, transform(turned({1, 2, 3})), "placed");
+    osg::setName(node->getCore(), "core");
+    EXPECT_TRUE(znNodeUtils::convertTransformToTransform3D(node));
+    EXPECT_EQ(node->getCore()->getType().getId(), osg::Transform3D::_type.getId());
+    EXPECT_EQ(matrixOf(node), turned({1, 2, 3}));
+    EXPECT_STREQ(osg::getName(node->getCore()), "core");
+    EXPECT_EQ(nameOf(node), "placed");
+    EXPECT_FALSE(znNodeUtils::convertTransformToTransform3D(node));
+}
+
+TEST_F(NodeChangesTest, NodesThatSharedATransformShareTheNewOne)
+{
+    const osg::TransformPtr shared = transform(turned({1, 2, 3}));
+    const osg::NodePtr nodes[] = {add(root, shared), add(root, shared), add(root, shared)};
+    const osg::NodePtr other = add(root, transform(turned({1, 2, 3})));
+    for (const osg::NodePtr& node : nodes)
+        EXPECT_TRUE(znNodeUtils::convertTransformToTransform3D(node));
+    EXPECT_TRUE(znNodeUtils::convertTransformToTransform3D(other));
+    EXPECT_EQ(nodes[0]->getCore(), nodes[1]->getCore());
+    EXPECT_EQ(nodes[0]->getCore(), nodes[2]->getCore());
+    EXPECT_NE(nodes[0]->getCore(), other->getCore());
+}
+
+TEST_F(NodeChangesTest, ReferencesGroupsGeometriesAndNullAreNoPlainTransforms)
+{
+    const osg::NodePtr reference = add(root, osg::ExtReferenceBase::create());
+    const osg::NodePtr part = add(root, geometry());
+    for (const osg::NodePtr& node : {reference, part, root, osg::NodePtr()})
+        EXPECT_FALSE(znNodeUtils::convertTransformToTransform3D(node));
+    EXPECT_EQ(reference->getCore()->getType().getId(), osg::ExtReference::_type.getId());
 }
 
 } // namespace
