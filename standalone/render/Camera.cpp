@@ -65,7 +65,7 @@ private:
     }
 
     std::array<Eigen::Vector3d, 5> m_directions;
-    std::array<double, 5> m_farthest;
+    std::array<double, 5> m_farthest = {};
     std::array<Eigen::Vector3d, 5> m_local; ///< the directions, as the part at work sees them
     std::array<double, 5> m_offset = {};
 };

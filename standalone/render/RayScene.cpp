@@ -27,7 +27,7 @@ constexpr std::size_t nudges = 16;
 Eigen::Affine3d invertible(const Eigen::Affine3d& placement)
 {
     const Eigen::JacobiSVD<Eigen::Matrix3d> svd(placement.linear(), Eigen::ComputeFullU | Eigen::ComputeFullV);
-    const Eigen::Vector3d stretch = svd.singularValues();
+    const Eigen::Vector3d& stretch = svd.singularValues();
     const double least = std::max(stretch[0] * leastFlatness, std::numeric_limits<float>::min() * 1e6);
     if (stretch[2] >= least)
         return placement;
@@ -114,7 +114,7 @@ bool isHit(const RTCHit& hit)
 
 RTCIntersectContext coherentContext()
 {
-    RTCIntersectContext context;
+    RTCIntersectContext context = {};
     rtcInitIntersectContext(&context);
     context.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
     return context;
@@ -234,7 +234,7 @@ void RayScene::firstHits(std::span<const Ray> rays, std::span<std::optional<Hit>
 
 int RayScene::countBlocked(std::span<const Segment> segments) const
 {
-    RTCIntersectContext context;
+    RTCIntersectContext context = {};
     rtcInitIntersectContext(&context);
     int blocked = 0;
     for (std::size_t first = 0; first < segments.size(); first += packetSize) {

@@ -105,6 +105,7 @@ void Tile::completeRow(int y)
 void Tile::trace(const std::vector<QPoint>& samples)
 {
     std::vector<Ray> rays;
+    rays.reserve(samples.size());
     for (const QPoint& sample : samples)
         rays.push_back(rayOf(sample.x(), sample.y()));
     std::vector<std::optional<Hit>> hits(rays.size());

@@ -78,7 +78,7 @@ QString converterProgram(const QString& setting)
     const QString name = QStringLiteral("ptxconvert");
     if (!setting.isEmpty())
         return setting;
-    const QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+    QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
     if (QFileInfo(beside).isExecutable())
         return beside;
     const QString onPath = QStandardPaths::findExecutable(name);

@@ -57,7 +57,7 @@ QString lastErrorOfLog(const QString& logFile)
     if (!file.open(QIODevice::ReadOnly))
         return QString();
     // The end is enough, however long the log became.
-    constexpr qint64 tail = 64 * 1024;
+    constexpr qint64 tail = 65536;
     file.seek(std::max<qint64>(0, file.size() - tail));
     const QByteArray mark = "Error: ";
     QByteArray last;

@@ -22,7 +22,7 @@ int attribute(const tinygltf::Primitive& primitive, const char* name)
 
 bool isCompressed(const tinygltf::Primitive& primitive)
 {
-    return primitive.extensions.count("KHR_draco_mesh_compression") > 0;
+    return primitive.extensions.contains("KHR_draco_mesh_compression");
 }
 
 } // namespace

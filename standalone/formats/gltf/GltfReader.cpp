@@ -153,7 +153,7 @@ void GltfTree::add(const Step& step)
     addChild(step.parent, node);
     for (const int child : from.children)
         m_queue.push_back({child, node, step.depth + 1});
-    if (from.extensions.count("EXT_mesh_gpu_instancing") > 0)
+    if (from.extensions.contains("EXT_mesh_gpu_instancing"))
         m_task.warn(tr("the instances of a node were left out"), nodePlace(step.node));
 }
 

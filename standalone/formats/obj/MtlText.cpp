@@ -166,7 +166,7 @@ QString find(const QString& name, const QDir& folder)
 {
     const QString slashed = QString(name).replace(QLatin1Char('\\'), QLatin1Char('/'));
     for (const QString& candidate : {slashed, slashed.section(QLatin1Char('/'), -1)}) {
-        const QString path = folder.filePath(candidate);
+        QString path = folder.filePath(candidate);
         if (!candidate.isEmpty() && QFileInfo(path).isFile())
             return path;
     }

@@ -19,6 +19,7 @@ using Home = std::pair<std::string, std::string>;
 std::vector<ObjSection> namesOf(const std::vector<ObjSection>& sections)
 {
     std::vector<ObjSection> names;
+    names.reserve(sections.size());
     for (const ObjSection& section : sections)
         names.push_back({section.object, section.group, section.material, {}});
     return names;
