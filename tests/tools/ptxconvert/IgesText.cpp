@@ -1,5 +1,7 @@
 #include "tests/tools/ptxconvert/IgesText.h"
 
+#include "tests/tools/ptxconvert/DecimalText.h"
+
 #include <cstdio>
 
 namespace ptxtest
@@ -33,9 +35,7 @@ private:
 
 std::string corner(Triple p)
 {
-    char text[64];
-    std::snprintf(text, sizeof text, ",%.6f,%.6f,%.6f", p.x, p.y, p.z);
-    return text;
+    return "," + decimalText(p.x, 6) + "," + decimalText(p.y, 6) + "," + decimalText(p.z, 6);
 }
 
 std::string column(int value)

@@ -1,7 +1,8 @@
 #include "tests/tools/ptxconvert/StepText.h"
 
+#include "tests/tools/ptxconvert/DecimalText.h"
+
 #include <algorithm>
-#include <cstdio>
 
 namespace ptxtest
 {
@@ -24,9 +25,7 @@ std::string refs(const std::vector<int>& entities)
 
 std::string real(double value)
 {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.12f", value);
-    return text;
+    return decimalText(value, 12);
 }
 
 std::string triple(Triple value)
