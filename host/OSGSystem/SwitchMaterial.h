@@ -41,6 +41,9 @@ protected:
 
     MaterialField m_materials;
     unsigned m_choice = 0;
+
+private:
+    friend struct SwitchMaterialAccess;
 };
 
 /// A material that looks like the chosen one of its sub-materials.

@@ -14,6 +14,7 @@ public:
     virtual ~znNodePtr();
 
     const osg::NodePtr& get() const { return m_node; }
+    operator const osg::NodePtr&() const { return m_node; }
 
 private:
     osg::NodePtr m_node;

@@ -2,8 +2,10 @@
 
 #include "host/HostExport.h"
 #include "host/OSGSystem/Node.h"
+#include "host/znOpenSGUtils/znNodePtr.h"
 
 #include <string>
+#include <vector>
 
 /// What the host knows of single nodes. A null node has no property.
 class ZN_HOST_EXPORT znNodeUtils
@@ -16,6 +18,27 @@ public:
     /// The node is the root of an asset that is not open for editing.
     static bool isUneditedAssetRoot(const osg::NodePtr& node);
 
+    /// The tags of `node` in their order.
+    static std::vector<std::string> getTags(const osg::NodePtr& node);
+    static bool hasTag(const osg::NodePtr& node, const std::string& tag);
+    /// Takes every tag with this text away. A node without it is not touched.
+    static void removeTag(const osg::NodePtr& node, const std::string& tag);
+    /// Takes every tag away whose text is among `tags`. A node without any of them is not touched.
+    static void removeTags(const osg::NodePtr& node, const std::vector<std::string>& tags);
+    /// Appends the nodes with this tag at and below `root`, a parent before its children.
+    static void getNodesWithTag(const osg::NodePtr& root, const std::string& tag, std::vector<znNodePtr>& nodes);
+
+    /// The material that the core of `node` holds: that of a material group, or of what is drawn. Null when it holds none;
+    /// what a group above gives is not looked at.
+    static osg::MaterialPtr getMaterial(const osg::NodePtr& node);
+    /// Gives `material` to the core of `node`, within the bracket of its field. Nodes that share the core get it too.
+    /// @param below to what hangs below `node` as well
+    /// @param asCopy each core gets a copy of its own
+    /// @return whether a core was changed; a core that cannot hold a material is not
+    static bool setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy);
+
+    /// The name as a UTF-8 text, empty for a node without one. Valid until the name changes.
+    static const char* getName(const osg::NodePtr& node);
     /// Names `node` with a UTF-8 text; null or an empty one takes the name away. With `keep` a name that is there stays.
     /// @param formerName receives the name that the node had before, empty if none; may be null
     static void setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName);

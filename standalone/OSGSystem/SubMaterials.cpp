@@ -1,6 +1,7 @@
 #include "standalone/OSGSystem/SubMaterials.h"
 
 #include "host/OSGSystem/Cast.h"
+#include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
 
 #include <unordered_set>
 
@@ -9,8 +10,11 @@ namespace osg
 
 std::vector<MaterialPtr> directSubMaterials(const MaterialPtr& material)
 {
-    const auto choices = fcCast<SwitchMaterial>(material);
-    return choices ? choices->getMaterials() : std::vector<MaterialPtr>();
+    if (const auto choices = fcCast<SwitchMaterial>(material))
+        return choices->getMaterials();
+    if (const auto mirroring = fcCast<UBRDFMaterial>(material); mirroring && mirroring->getEnvironment())
+        return {mirroring->getEnvironment()};
+    return {};
 }
 
 std::vector<MaterialPtr> subMaterialsFirst(const MaterialPtr& material)

@@ -7,7 +7,13 @@
 namespace osg
 {
 
-/// The materials that `material` holds directly, null entries included; empty for most.
+/// What the implementation does with the fields of a switch material.
+struct SwitchMaterialAccess {
+    /// For an edit whose bracket is still to be opened.
+    static MaterialField& materials(SwitchMaterial& material) { return material.m_materials; }
+};
+
+/// The materials that `material` holds directly, an environment among them, null entries included; empty for most.
 std::vector<MaterialPtr> directSubMaterials(const MaterialPtr& material);
 
 /// `material` and all that it holds at any depth, each once; what a material holds comes before it, so that `material`

@@ -159,6 +159,9 @@ std::vector<SettingRow> settingRows()
     addOptimizationRows(rows);
     rows.push_back(switchRow(QStringLiteral("import.uberMaterials"), false,
                              Settings::tr("Make uber materials of the simple ones that referenced files bring.")));
+    rows.push_back(textRow(QStringLiteral("assets.folder"), {},
+                           Settings::tr("The folder of material assets: glTF files whose materials have a uuid and a "
+                                        "name in their extras.")));
     addConverterRows(rows);
     addReferencedFilesRows(rows);
     return rows;

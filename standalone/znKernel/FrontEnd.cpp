@@ -24,6 +24,12 @@ void znController::setBusy(bool busy, bool blockInput)
     front().inputBlocked = busy && blockInput;
 }
 
+bool znController::call(const std::string& name, znMessage& message, int caller)
+{
+    const zn::TracedCall traced("znController::call", name, caller);
+    return zn::call(znStandaloneSession::require().kernel().controllerCalls, name, message, caller);
+}
+
 void znOSGWidget::cancelAntialiasing()
 {
     const zn::TracedCall call("znOSGWidget::cancelAntialiasing");

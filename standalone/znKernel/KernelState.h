@@ -6,8 +6,11 @@
 #include "host/znUtils/znMessage.h"
 #include "standalone/formats/SceneReaders.h"
 #include "standalone/treeops/BakedGeometry.h"
+#include "standalone/znAssets/AssetItems.h"
 #include "standalone/znKernel/FrontState.h"
+#include "standalone/znKernel/NamedCalls.h"
 #include "standalone/znOpenSGUberCamera/CameraTree.h"
+#include "standalone/znOpenSGUtils/MaterialBook.h"
 #include "standalone/znVariants/VariantStore.h"
 
 #include <QString>
@@ -72,6 +75,12 @@ struct KernelState {
 
     /// The scene's pool of materials, beside its tree; null until it is asked for.
     osg::RefPtr<osg::NodePtr> materialPool;
+
+    MaterialBook materials;
+    AssetItems assetItems;
+    /// What `znController::call` and `znOpenSGUtils::call` know. A host adds its own, or puts them in place of these.
+    NamedCalls controllerCalls = zn::controllerCalls();
+    NamedCalls helperCalls = zn::helperCalls();
 
     /// What `znModuleBase::sendMessage` asks, in this order: each puts its answer into a message that it knows and
     /// gives true, and leaves any other as it is and gives false. A host adds its own modules here.

@@ -16,6 +16,13 @@ void rename(const osg::AttachmentContainerPtr& container, const char* name, bool
 
 } // namespace
 
+const char* znNodeUtils::getName(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znNodeUtils::getName", node);
+    const char* name = osg::getName(node);
+    return name ? name : "";
+}
+
 void znNodeUtils::setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName)
 {
     const zn::TracedCall call("znNodeUtils::setName", node, name, keep);
@@ -28,6 +35,6 @@ void znNodeUtils::setName(const osg::NodePtr& node, const char* name, bool keep,
 
 void znMaterials::setName(const osg::MaterialPtr& material, const char* name, bool keep)
 {
-    const zn::TracedCall call("znMaterials::setName", name, keep);
+    const zn::TracedCall call("znMaterials::setName", material, name, keep);
     rename(material, name, keep);
 }

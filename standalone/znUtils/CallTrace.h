@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Node.h"
 
@@ -63,12 +64,20 @@ inline std::string of(const QString& text)
 {
     return of(text.toStdString());
 }
+inline std::string of(const char* kind, const osg::AttachmentContainerPtr& container)
+{
+    if (!container)
+        return "null";
+    const char* name = osg::getName(container);
+    return kind + std::to_string(container->getContainerId()) + (name ? " " + of(name) : std::string());
+}
 inline std::string of(const osg::NodePtr& node)
 {
-    if (!node)
-        return "null";
-    const char* name = osg::getName(node);
-    return "node " + std::to_string(node->getContainerId()) + (name ? " " + of(name) : std::string());
+    return of("node ", node);
+}
+inline std::string of(const osg::MaterialPtr& material)
+{
+    return of("material ", material);
 }
 template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
 std::string of(Number value)

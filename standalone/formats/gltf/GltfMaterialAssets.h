@@ -1,0 +1,30 @@
+#pragma once
+
+#include "standalone/formats/SceneBuilding.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace formats
+{
+
+/// A material of a glTF file that is an asset of a library. Texts are UTF-8.
+struct MaterialAsset {
+    std::string uuid; ///< "uuid" of its extras
+    std::string name; ///< "name" of its extras, otherwise its own
+    /// The picture around it, "environment" of its extras: a path relative to the file; empty for none.
+    std::string environmentImage;
+    MaterialLook look;
+};
+
+struct MaterialAssets {
+    /// Those with a uuid, in the order of the file.
+    std::vector<MaterialAsset> assets;
+    std::optional<ReadError> error; ///< then there are none
+};
+
+/// Reads the material assets of the glTF file at `path`. Throws nothing.
+MaterialAssets readMaterialAssets(const QString& path, const ReadOptions& options = {});
+
+} // namespace formats

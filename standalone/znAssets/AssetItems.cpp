@@ -1,0 +1,75 @@
+#include "standalone/znAssets/AssetItems.h"
+
+#include "host/znAssets/znAssetItemFactory.h"
+#include "host/znUtils/znLog.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znAssets/AssetMaterials.h"
+#include "standalone/znKernel/KernelState.h"
+#include "standalone/znUtils/CallTrace.h"
+
+namespace zn
+{
+
+namespace
+{
+
+void log(const QStringList& complaints)
+{
+    for (const QString& complaint : complaints)
+        znLog::error(complaint.toUtf8().constData());
+}
+
+} // namespace
+
+const AssetLibrary& AssetItems::library(const QString& folder)
+{
+    if (m_library.folder() == folder && m_library.isUpToDate())
+        return m_library;
+    QStringList complaints;
+    m_library = AssetLibrary(folder, complaints);
+    m_materials.clear();
+    log(complaints);
+    return m_library;
+}
+
+osg::MaterialPtr AssetItems::materialOf(const AssetLibrary::Entry* entry)
+{
+    if (!entry)
+        return {};
+    osg::RefPtr<osg::MaterialPtr>& material = m_materials[entry->asset.uuid];
+    if (!material) {
+        QStringList complaints;
+        material = makeAssetMaterial(*entry, complaints);
+        log(complaints);
+    }
+    return material;
+}
+
+osg::MaterialPtr AssetItems::materialByUuid(const QString& folder, const QString& uuid)
+{
+    return materialOf(library(folder).findByUuid(uuid));
+}
+
+osg::MaterialPtr AssetItems::materialByName(const QString& folder, const QString& name)
+{
+    return materialOf(library(folder).findByName(name));
+}
+
+void AssetItems::cleanUp()
+{
+    std::erase_if(m_materials, [](const auto& item) { return item.second->getRefCount() == 1; });
+}
+
+} // namespace zn
+
+znAssetItemFactory& znAssetItemFactory::the()
+{
+    static znAssetItemFactory factory;
+    return factory;
+}
+
+void znAssetItemFactory::cleanupMaterialItems()
+{
+    const zn::TracedCall call("znAssetItemFactory::cleanupMaterialItems");
+    znStandaloneSession::require().kernel().assetItems.cleanUp();
+}

@@ -1,0 +1,110 @@
+#include "standalone/znAssets/AssetMaterials.h"
+
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/ImageAttachment.h"
+#include "host/OSGSystem/Names.h"
+#include "host/znOpenSGExt/AssetAttachment.h"
+#include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+
+namespace zn
+{
+
+namespace
+{
+
+constexpr int largestEdge = 16'384;
+
+void attach(const osg::MaterialPtr& material, const osg::AttachmentPtr& attachment)
+{
+    osg::beginEditCP(material, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    material->addAttachment(attachment);
+    osg::endEditCP(material, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+}
+
+/// Null, with what is wrong in `complaint`, when there is no picture of a bearable size.
+QImage pictureAt(const QString& path, QString& complaint)
+{
+    QImageReader reader(path);
+    const QSize size = reader.size();
+    if (std::max(size.width(), size.height()) > largestEdge) {
+        complaint = QCoreApplication::translate("znAssets", "%1: the picture is too large.").arg(path);
+        return {};
+    }
+    const QImage picture = reader.read().convertToFormat(QImage::Format_RGB888);
+    if (picture.isNull())
+        complaint = path + QStringLiteral(": ") + reader.errorString();
+    return picture;
+}
+
+osg::ImageAttachmentBase::Pixels pixelsOf(const QImage& picture)
+{
+    osg::ImageAttachmentBase::Pixels pixels;
+    for (int row = 0; row < picture.height(); ++row) {
+        const uchar* line = picture.constScanLine(row);
+        pixels.insert(pixels.end(), line, line + 3 * picture.width());
+    }
+    return pixels;
+}
+
+osg::AttachmentPtr imageFrom(const QString& path, const QImage& picture)
+{
+    const osg::ImageAttachmentPtr image = osg::ImageAttachment::create();
+    osg::beginEditCP(image, osg::AllFieldsMask, 1);
+    image->setFileName(path.toStdString());
+    image->setImage(static_cast<unsigned>(picture.width()), static_cast<unsigned>(picture.height()), pixelsOf(picture));
+    osg::endEditCP(image, osg::AllFieldsMask, 1);
+    return image;
+}
+
+osg::MaterialPtr makeEnvironment(const QString& path, QStringList& complaints)
+{
+    const osg::UberMaterialPtr environment = osg::UberMaterial::create();
+    osg::setName(environment, QFileInfo(path).completeBaseName().toStdString());
+    QString complaint;
+    const QImage picture = pictureAt(path, complaint);
+    if (picture.isNull())
+        complaints.append(complaint);
+    else
+        attach(environment, imageFrom(path, picture));
+    return environment;
+}
+
+osg::AttachmentPtr uuidAttachment(const std::string& uuid)
+{
+    const osg::AssetAttachmentPtr attachment = osg::AssetAttachment::create();
+    osg::beginEditCP(attachment, osg::AssetAttachmentBase::UuidFieldMask, 1);
+    attachment->setUuid(uuid);
+    osg::endEditCP(attachment, osg::AssetAttachmentBase::UuidFieldMask, 1);
+    return attachment;
+}
+
+osg::SurfaceLook surfaceOf(const formats::MaterialLook& look)
+{
+    return {look.ambient, look.diffuse, look.emission, look.specular, look.shininess, look.transparency};
+}
+
+} // namespace
+
+osg::MaterialPtr makeAssetMaterial(const AssetLibrary::Entry& entry, QStringList& complaints)
+{
+    const osg::UBRDFMaterialPtr material = osg::UBRDFMaterial::create();
+    osg::setName(material, entry.asset.name);
+    attach(material, uuidAttachment(entry.asset.uuid));
+    osg::beginEditCP(material, osg::AllFieldsMask, 1);
+    material->setLook(surfaceOf(entry.asset.look));
+    if (!entry.asset.environmentImage.empty()) {
+        const QString picture = QString::fromStdString(entry.asset.environmentImage);
+        material->setEnvironment(makeEnvironment(QFileInfo(entry.file).dir().filePath(picture), complaints));
+    }
+    osg::endEditCP(material, osg::AllFieldsMask, 1);
+    return material;
+}
+
+} // namespace zn
