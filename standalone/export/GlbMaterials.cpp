@@ -1,9 +1,9 @@
 #include "standalone/export/GlbMaterials.h"
 
-#include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Names.h"
-#include "host/OSGSystem/SimpleMaterial.h"
 #include "standalone/OSGSystem/ColorSpace.h"
+#include "standalone/OSGSystem/SubMaterials.h"
+#include "standalone/znOpenSGUberMaterial/MaterialLook.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,14 +32,14 @@ float roughnessOf(float shininess)
     return shininess > 0 ? std::pow(2 / (shininess + 2), 0.25f) : 1.0f;
 }
 
-Look lookOf(const osg::MaterialPtr& material)
+Look glbLookOf(const osg::MaterialPtr& material)
 {
     Look look;
-    if (const auto simple = osg::fcCast<osg::SimpleMaterial>(material)) {
-        look.color = simple->getDiffuse();
-        look.emission = simple->getEmission();
-        look.alpha = 1 - share(simple->getTransparency());
-        look.roughness = roughnessOf(simple->getShininess());
+    if (const std::optional<osg::SurfaceLook> surface = osg::lookOf(material)) {
+        look.color = surface->diffuse;
+        look.emission = surface->emission;
+        look.alpha = 1 - share(surface->transparency);
+        look.roughness = roughnessOf(surface->shininess);
     }
     return look;
 }
@@ -52,7 +52,7 @@ Json linear(const osg::Color3f& color)
 
 Json materialOf(const osg::MaterialPtr& material)
 {
-    const Look look = lookOf(material);
+    const Look look = glbLookOf(material);
     Json result;
     if (const char* name = osg::getName(material))
         result["name"] = name;
@@ -73,10 +73,11 @@ Json materialOf(const osg::MaterialPtr& material)
 
 std::size_t GlbMaterials::number(const osg::MaterialPtr& material)
 {
-    const auto known = m_numbers.find(material);
+    const osg::MaterialPtr shown = osg::shownMaterial(material);
+    const auto known = m_numbers.find(shown);
     if (known != m_numbers.end())
         return known->second;
-    return m_numbers[material] = m_list.add(materialOf(material));
+    return m_numbers[shown] = m_list.add(materialOf(shown));
 }
 
 } // namespace glb

@@ -12,7 +12,7 @@ namespace glb
 ///
 /// The base colour is the diffuse colour with the opacity as alpha, the mode BLEND where that is below 1; no metal; the
 /// roughness is (2 / (s + 2))^(1/4) of the shininess s; the emission stays. Both sides are seen, because the surfaces
-/// of CAD data are often turned inside out. What is no simple material, or none, is a light grey.
+/// of CAD data are often turned inside out. A switch material is what it shows. What has no look is a light grey.
 class GlbMaterials
 {
 public:

@@ -79,6 +79,7 @@ std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, cons
         throw WriteFailure(WriteErrorCode::InvalidMesh,
                            tr("the arrays of the mesh '%1' do not fit together").arg(nameOf(geometry)));
     Json primitives;
+    const Json mappings = variantMappings(material);
     for (const Kind& kind : kinds) {
         const osg::Buffer<std::uint32_t> indices = drawable(mesh.*kind.indices, kind.corners, mesh);
         if (indices.empty())
@@ -88,6 +89,8 @@ std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, cons
         primitive["indices"] = m_arrays.indices(indices, mesh.positions.size());
         primitive["mode"] = kind.mode;
         primitive["material"] = m_materials.number(material);
+        if (!mappings.empty())
+            primitive["extensions"]["KHR_materials_variants"]["mappings"] = mappings;
         primitives.push_back(std::move(primitive));
     }
     if (primitives.empty())
@@ -97,6 +100,15 @@ std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, cons
         result["name"] = name;
     result["primitives"] = std::move(primitives);
     return m_list.add(result);
+}
+
+Json GlbMeshes::variantMappings(const osg::MaterialPtr& material)
+{
+    Json result;
+    for (const GlbVariants::Mapping& mapping : m_variants.mappings(material))
+        result.push_back({{"material", m_materials.number(mapping.first)}, {"variants", mapping.second}});
+    m_hasVariants = m_hasVariants || !result.empty();
+    return result;
 }
 
 Json GlbMeshes::attributes(const osg::Mesh& mesh)

@@ -3,6 +3,7 @@
 #include "host/OSGSystem/Geometry.h"
 #include "standalone/export/GlbArrays.h"
 #include "standalone/export/GlbMaterials.h"
+#include "standalone/export/GlbVariants.h"
 
 #include <QStringList>
 
@@ -15,6 +16,9 @@ namespace glb
 class GlbMeshes
 {
 public:
+    /// `variants` must outlive this object.
+    explicit GlbMeshes(const GlbVariants& variants) : m_variants(variants) {}
+
     /// The number of the mesh of `geometry`, none if it draws nothing. `material` is seen instead of the own one unless
     /// it is null. Throws `WriteFailure` when the mesh breaks the promises of `osg::Mesh`.
     std::optional<std::size_t> number(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material);
@@ -23,13 +27,18 @@ public:
     const GlbArrays& arrays() const { return m_arrays; }
     const GlbMaterials& materials() const { return m_materials; }
     const QStringList& warnings() const { return m_warnings; }
+    /// Some mesh is seen with other materials in other variants.
+    bool hasVariants() const { return m_hasVariants; }
 
 private:
     std::optional<std::size_t> add(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material);
+    Json variantMappings(const osg::MaterialPtr& material);
     Json attributes(const osg::Mesh& mesh);
     osg::Buffer<std::uint32_t> drawable(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
                                         const osg::Mesh& mesh);
 
+    const GlbVariants& m_variants;
+    bool m_hasVariants = false;
     std::map<std::pair<osg::GeometryPtr, osg::MaterialPtr>, std::optional<std::size_t>> m_numbers;
     GlbArrays m_arrays;
     GlbMaterials m_materials;

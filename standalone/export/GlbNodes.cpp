@@ -45,7 +45,7 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 
 } // namespace
 
-GlbNodes::GlbNodes(const osg::NodePtr& root)
+GlbNodes::GlbNodes(const osg::NodePtr& root) : m_variants(root)
 {
     enqueue({root, {}, toMetresYUp, {}});
     while (!m_queue.empty()) {
@@ -65,7 +65,8 @@ void GlbNodes::add(const Step& step)
 {
     if (!step.inner.is_null()) {
         Json json = step.inner;
-        addContent(step, json);
+        if (step.node)
+            addContent(step, json);
         m_list.add(json);
         return;
     }
@@ -76,6 +77,7 @@ void GlbNodes::add(const Step& step)
     const char* name = osg::getName(step.node);
     if (name)
         json["name"] = name;
+    addVariants(step.node, json);
     if (!placement)
         m_warnings << tr("what hangs below '%1' was left out because its transform has no finite numbers")
                           .arg(QString::fromUtf8(name ? name : ""));
@@ -93,7 +95,31 @@ void GlbNodes::addContent(const Step& step, Json& json)
             json["mesh"] = *mesh;
     if (const std::string file = referredFile(step.node); !file.empty())
         json["extras"]["externalReference"] = file;
+    if (const auto camera = osg::fcCast<osg::UberCamera>(step.node->getCore()))
+        addCamera(camera, json);
     addChildren(step, json);
+}
+
+/// Viewers measure a camera's distances in the space of its node, which the top node has made small.
+void GlbNodes::addCamera(const osg::UberCameraPtr& camera, Json& json)
+{
+    constexpr float unscaled = 1000;
+    const Json lens = {{"camera", m_cameras.add(camera)}, {"scale", {unscaled, unscaled, unscaled}}};
+    json["children"].push_back(enqueue({{}, {}, {}, lens}));
+}
+
+void GlbNodes::addVariants(const osg::NodePtr& node, Json& json)
+{
+    if (const Json sets = m_variants.sets(); m_list.size() == 0 && !sets.empty())
+        json["extras"]["variantSets"] = sets;
+    const Json* visibility = m_variants.visibility(node);
+    if (!visibility)
+        return;
+    json["extras"]["variants"] = *visibility;
+    if (node->isActive())
+        return;
+    json["extensions"]["KHR_node_visibility"]["visible"] = false;
+    m_hasHidden = true;
 }
 
 void GlbNodes::addChildren(const Step& step, Json& json)
@@ -101,7 +127,7 @@ void GlbNodes::addChildren(const Step& step, Json& json)
     const osg::MaterialPtr material = materialBelow(step.node, step.material);
     for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
         const osg::NodePtr child = step.node->getChild(i);
-        if (child->isActive())
+        if (child->isActive() || m_variants.visibility(child))
             json["children"].push_back(enqueue({child, material, {}, {}}));
     }
 }

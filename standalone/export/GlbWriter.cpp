@@ -45,15 +45,30 @@ private:
     std::string m_text;
 };
 
+void addExtensions(const GlbNodes& nodes, DocumentText& text)
+{
+    Json used = Json::array();
+    if (nodes.meshes().hasVariants()) {
+        used.push_back("KHR_materials_variants");
+        text.add("extensions", textOf({{"KHR_materials_variants", nodes.variants().extension()}}));
+    }
+    if (nodes.hasHidden())
+        used.push_back("KHR_node_visibility");
+    if (!used.empty())
+        text.add("extensionsUsed", textOf(used));
+}
+
 std::string documentOf(const GlbNodes& nodes)
 {
     const GlbMeshes& meshes = nodes.meshes();
     DocumentText text;
+    addExtensions(nodes, text);
     text.add("asset", textOf({{"version", "2.0"}, {"generator", "znCADImport " ZN_VERSION}}));
     text.add("scene", "0");
     text.add("scenes", R"([{"nodes":[0]}])");
     text.add("nodes", nodes.list());
     text.add("meshes", meshes.list());
+    text.add("cameras", nodes.cameras().list());
     text.add("materials", meshes.materials().list());
     text.add("accessors", meshes.arrays().accessors());
     text.add("bufferViews", meshes.arrays().views());

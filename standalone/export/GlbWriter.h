@@ -15,7 +15,12 @@
 /// are written once. Materials become metallic-roughness ones that are no metal. Display colours become linear ones,
 /// normals unit vectors. Lines and points become primitives of their own modes.
 ///
-/// Inactive nodes are left out with what hangs below them. A reference whose content is not loaded becomes an empty
+/// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
+/// `extras.variantSets` of the top node tells groups and viewpoints, and `extras.variants` of a node the sets that show
+/// (true) or hide it. Cameras become cameras, each in a node below its own.
+///
+/// Inactive nodes are left out with what hangs below them, but those that a variant shows or hides, which are marked by
+/// `KHR_node_visibility`. A reference whose content is not loaded becomes an empty
 /// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
 /// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
 namespace glb
@@ -42,7 +47,7 @@ struct WriteError {
     QString toString() const;
 };
 
-/// How to write; room for units, axes, variants and cameras.
+/// How to write; room for units and axes.
 struct WriteOptions {
 };
 

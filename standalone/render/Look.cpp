@@ -1,8 +1,8 @@
 #include "standalone/render/Look.h"
 
-#include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/SimpleMaterial.h"
+#include "standalone/OSGSystem/SubMaterials.h"
 #include "standalone/render/LightColor.h"
+#include "standalone/znOpenSGUberMaterial/MaterialLook.h"
 
 #include <cmath>
 
@@ -12,10 +12,10 @@ namespace render
 Look lookOf(const osg::MaterialPtr& material)
 {
     Look look;
-    if (const auto simple = osg::fcCast<osg::SimpleMaterial>(material)) {
-        look.diffuse = toLight(simple->getDiffuse());
-        look.emission = toLight(simple->getEmission());
-        const float transparency = simple->getTransparency();
+    if (const std::optional<osg::SurfaceLook> surface = osg::lookOf(osg::shownMaterial(material))) {
+        look.diffuse = toLight(surface->diffuse);
+        look.emission = toLight(surface->emission);
+        const float transparency = surface->transparency;
         look.alpha = std::isfinite(transparency) ? std::clamp(1 - transparency, 0.0f, 1.0f) : 1.0f;
     }
     return look;
