@@ -1,6 +1,7 @@
 #include "standalone/render/Camera.h"
 
 #include <array>
+#include <cmath>
 #include <limits>
 
 namespace render
@@ -141,6 +142,29 @@ Camera fitPerspective(const PartList& list, const EyeAxes& axes, const FrameShap
 }
 
 } // namespace
+
+std::optional<Camera> cameraOf(const Eye& eye, const StagePlace& stage, const FrameShape& frame)
+{
+    const Eigen::Matrix4d matrix = Eigen::Map<const Eigen::Matrix4f>(eye.placement.values.data()).cast<double>();
+    const Eigen::Vector3d back = matrix.col(2).head<3>();
+    const Eigen::Vector3d up = matrix.col(1).head<3>();
+    const double half = eye.isPerspective ? std::tan(double(eye.fieldOfView) * std::acos(-1.0) / 360)
+                                          : double(eye.height) / 2 * stage.scale;
+    const bool hasOptics = half > 0 && std::isfinite(half) && (!eye.isPerspective || eye.fieldOfView < 180);
+    if (!matrix.allFinite() || !(up.cross(back).norm() > 0) || !hasOptics)
+        return std::nullopt;
+    const EyeAxes axes = lookFrom(back, up);
+    Camera camera = cameraWith(axes);
+    Eigen::Vector3d place = stage.scale * (matrix.col(3).head<3>() - stage.center);
+    if (!eye.isPerspective) // no farther than needed, which keeps digits
+        place += axes.back * (std::min(place.dot(axes.back), 2.0) - place.dot(axes.back));
+    camera.eye = place.cast<float>();
+    camera.perspective = eye.isPerspective;
+    camera.halfHeight = float(half);
+    camera.halfWidth = float(half * frame.width / frame.height);
+    camera.lead = eye.isPerspective ? std::max(camera.eye.norm() - stageRadius, 0.0f) : 0;
+    return camera;
+}
 
 EyeAxes axesOf(View view)
 {

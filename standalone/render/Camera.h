@@ -6,6 +6,7 @@
 #include <Eigen/Core>
 
 #include <algorithm>
+#include <optional>
 
 namespace render
 {
@@ -52,6 +53,16 @@ struct FrameShape {
     int width = 1, height = 1; ///< pixels
     float margin = 0;          ///< what stays free along each border, as part of the shorter side
 };
+
+/// Where the stage is in the world: what is subtracted first, and the size of a millimetre.
+struct StagePlace {
+    Eigen::Vector3d center;
+    double scale = 1;
+};
+
+/// The camera of an eye in the world, for a picture of this shape. Nothing when its placement gives no direction or its
+/// optics are impossible.
+std::optional<Camera> cameraOf(const Eye& eye, const StagePlace& stage, const FrameShape& frame);
 
 /// The camera that shows all parts as large as the frame allows.
 Camera fitCamera(const PartList& list, View view, const FrameShape& frame);

@@ -81,7 +81,9 @@ void Painter::addLayer(Sight& sight, const SeenPoint& point, const Ray& ray, flo
     }
     keepPlace(sight, point.position, point.normal);
     sight.light += m_lamps.on(point, -ray.direction) * weight;
-    sight.openness += weight * m_sky.openness(point.position, point.flatNormal, skyReach, skyRays);
+    const float openness =
+        point.openness ? *point.openness : m_sky.openness(point.position, point.flatNormal, skyReach, skyRays);
+    sight.openness += weight * openness;
     sight.weight += weight;
 }
 

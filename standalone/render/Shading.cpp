@@ -69,12 +69,21 @@ void addColor(osg::Color4f& sum, const osg::Color4f& color, float weight)
     sum.alpha += color.alpha * weight;
 }
 
+float opennessAt(const osg::Mesh& mesh, const Corners& corners, const Hit& hit)
+{
+    const float sum = mesh.occlusion[corners[0]] * (1 - hit.u - hit.v) + mesh.occlusion[corners[1]] * hit.u +
+                      mesh.occlusion[corners[2]] * hit.v;
+    return std::isfinite(sum) ? std::clamp(sum, 0.0f, 1.0f) : 1.0f;
+}
+
 void completeSurface(SeenPoint& point, const Placed& placed, const Hit& hit)
 {
     const osg::Mesh& mesh = placed.surface->mesh();
     const Corners corners = cornersOf(mesh, hit.primitive);
     point.normal = smoothNormal(placed, corners, hit, point.flatNormal);
     point.face = faceOf(mesh, hit.primitive);
+    if (mesh.occlusion.size() == mesh.positions.size())
+        point.openness = opennessAt(mesh, corners, hit);
     if (mesh.colors.size() != mesh.positions.size())
         return;
     osg::Color4f color = {0, 0, 0, 0};

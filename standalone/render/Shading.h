@@ -29,6 +29,7 @@ struct SeenPoint {
     float alpha = 1;
     std::uint32_t face = 0; ///< the face of the model, the same for all when the mesh has none
     bool isStroke = false;
+    std::optional<float> openness; ///< to the sky, 0 to 1, where the mesh tells it
 };
 
 /// Everything about the place that `ray` met.

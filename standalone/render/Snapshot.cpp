@@ -96,7 +96,8 @@ QImage paint(const RayScene& scene, const Camera& camera, const PartList& list, 
 {
     const Sky sky(scene, options.ambientSamples);
     const Ground ground(list.bounds);
-    const bool hasGround = options.view == View::Iso && options.backdrop.contactShadow && options.ambientSamples > 0;
+    const bool hasGround =
+        !options.eye && options.view == View::Iso && options.backdrop.contactShadow && options.ambientSamples > 0;
     const float middle = luminance(backdropLight(options.backdrop, options.height / 2, options.height));
     const Painter painter(scene, camera, sky, hasGround ? &ground : nullptr, middle);
     QImage image(options.width, options.height, QImage::Format_RGB32);
@@ -115,8 +116,14 @@ SnapshotResult deviceFailure(const RayDevice& device)
 
 SnapshotResult renderParts(PartList& list, const SnapshotOptions& options, Watch& watch)
 {
-    moveToStage(list);
-    const Camera camera = fitCamera(list, options.view, {options.width, options.height, options.margin});
+    const Eigen::Vector3d center = list.bounds.center();
+    const double scale = moveToStage(list);
+    const FrameShape frame = {options.width, options.height, options.margin};
+    const std::optional<Camera> chosen =
+        options.eye ? cameraOf(*options.eye, {center, scale}, frame) : fitCamera(list, options.view, frame);
+    if (!chosen)
+        return failed(SnapshotFault::BadOptions, text("The camera has no direction or impossible optics"));
+    const Camera& camera = *chosen;
     const RayDevice device(threadsFor(options), watch);
     if (device.hasFailed())
         return deviceFailure(device);

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <optional>
 
 namespace render
 {
@@ -33,6 +34,8 @@ struct SnapshotOptions {
     int width = 1280; ///< pixels
     int height = 800; ///< pixels
     View view = View::Iso;
+    /// Looks from here in place of `view`. Nothing is fitted then, and there is no ground.
+    std::optional<Eye> eye;
     Backdrop backdrop;
     float margin = 0.06f;     ///< what stays free along each border, as part of the shorter side; from 0, below 0.5
     int samples = 3;          ///< anti-aliasing: `samples` x `samples` rays a pixel, 1 to 16
@@ -73,10 +76,11 @@ struct SnapshotResult {
     std::size_t leftOut = 0;
 };
 
-/// Draws what is active in the tree at `root`, fitted into the picture: ray casting on the CPU, no display needed.
+/// Draws what is active in the tree at `root`, fitted into the picture or seen from an eye: ray casting on the CPU, no display needed.
 ///
 /// The standard views are parallel projections, the iso view has a mild perspective. Surfaces have their material's
-/// diffuse colour or their vertex colours, are lit from both sides and darkened where they are hidden from the sky;
+/// diffuse colour or their vertex colours, are lit from both sides and darkened where they are hidden from the sky, as
+/// the mesh tells (`osg::Mesh::occlusion`) or else as rays find;
 /// lines and points are thin flat strokes, darkened or lightened where they would not stand out from the backdrop.
 /// Triangles with positions that are not finite or with indices out of range are left out.
 /// Vertex arrays are read in place. The tree must not change meanwhile.

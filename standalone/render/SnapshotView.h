@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/OSGSystem/Math.h"
+
 #include <QString>
 
 #include <optional>
@@ -10,6 +12,14 @@ namespace render
 /// Where the eye is. Z is up; the front looks along +Y with X to the right, as drawings have it. The iso view stands to
 /// the right of the front and above it.
 enum class View { Iso, Front, Back, Left, Right, Top, Bottom };
+
+/// An eye that stands somewhere in the scene: it looks along the negative Z axis of its placement, with Y upwards.
+struct Eye {
+    osg::Matrix placement; ///< in the world, millimetres; a scale in it does not count
+    bool isPerspective = true;
+    float fieldOfView = 45; ///< of a perspective: degrees from the lower to the upper edge of the picture
+    float height = 1000;    ///< otherwise: millimetres from the lower to the upper edge
+};
 
 /// What a name stands for: a view, or the reason why there is none.
 struct ViewChoice {

@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
+#include "standalone/OSGSystem/MatrixMath.h"
 
 #include <algorithm>
 
@@ -17,6 +18,11 @@ namespace
 auto entryOf(unsigned cameraId)
 {
     return [cameraId](const CameraTree::Entry& entry) { return entry.cameraId == cameraId; };
+}
+
+osg::NodePtr nodeOf(unsigned id)
+{
+    return osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(id));
 }
 
 bool isViewpoint(const osg::UberCameraPtr& camera)
@@ -69,6 +75,17 @@ CameraTree::Entry CameraTree::findViewpoint(const QString& name) const
             return entry;
     }
     return {};
+}
+
+osg::Matrix CameraTree::placementOf(const osg::UberCameraPtr& camera) const
+{
+    osg::Matrix placement = camera->getMatrix();
+    const auto entry = std::find_if(m_entries.begin(), m_entries.end(), entryOf(camera->getContainerId()));
+    osg::NodePtr node = entry == m_entries.end() ? osg::NodePtr() : nodeOf(entry->nodeId);
+    while (node && (node = node->getParent()))
+        if (const auto transform = osg::fcCast<osg::Transform>(node->getCore()))
+            placement = transform->getMatrix() * placement;
+    return placement;
 }
 
 osg::NodePtr CameraTree::findCamera(const QString& name) const

@@ -42,6 +42,8 @@ public:
     void look(unsigned cameraId) { m_viewId = cameraId; }
     /// Null when none was chosen, or it is gone.
     osg::UberCameraPtr view() const { return cameraOf(m_viewId); }
+    /// Where a listed camera stands, by its own transform and those above the node that bears it.
+    osg::Matrix placementOf(const osg::UberCameraPtr& camera) const;
 
 private:
     osg::RefPtr<osg::NodePtr> m_root;

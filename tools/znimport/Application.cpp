@@ -2,6 +2,7 @@
 
 #include "importer/SceneText.h"
 #include "tools/znimport/Outputs.h"
+#include "tools/znimport/Variants.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -53,6 +54,10 @@ int Application::run()
     }
     if (m_imported == 0)
         return failed;
+    if (!applyVariant())
+        return failed;
+    if (m_commandLine.variants)
+        std::fputs(variants::describe(m_session).c_str(), stdout);
     if (m_commandLine.tree)
         std::fputs(describeScene(m_session.sceneRoot()).c_str(), stdout);
     m_display.begin(m_commandLine.snapshotFile);
@@ -71,6 +76,18 @@ bool Application::applySettings()
         }
     }
     return true;
+}
+
+bool Application::applyVariant()
+{
+    if (!m_commandLine.variant)
+        return true;
+    const variants::Result result = variants::apply(m_session, *m_commandLine.variant);
+    for (const QString& warning : result.warnings)
+        complain(warning);
+    if (result.error)
+        complain(*result.error);
+    return !result.error;
 }
 
 void Application::importNext()
@@ -108,7 +125,7 @@ void Application::stop()
 bool Application::writeOutputs()
 {
     const auto result = outputs::write(
-        m_commandLine, m_session.sceneRoot(),
+        m_commandLine, m_session,
         [this](unsigned percent) {
             m_display.show(percent, QStringLiteral("Drawing"));
             QCoreApplication::processEvents();

@@ -27,6 +27,7 @@ public:
 
 private:
     bool applySettings();
+    bool applyVariant();
     void importNext();
     void importFinished(const znImportResult& result);
     void stop();

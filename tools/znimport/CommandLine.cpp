@@ -62,6 +62,8 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "size", "WIDTHxHEIGHT", "Size of the picture in pixels; 1280x800 without it."},
         {nullptr, "view", "VIEW",
          "Where the picture looks from: iso, front, back, left, right, top or bottom; iso without it."},
+        {nullptr, "variants", nullptr, "Print the variant sets with their groups and viewpoints."},
+        {nullptr, "variant", "SET", "Apply this variant set before anything is printed or written."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
         {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
         {nullptr, "trace", nullptr, "Print each call that goes into the host to the standard error stream."},
@@ -86,6 +88,10 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.snapshotFile = parser.value(QStringLiteral("snapshot"));
     line.snapshotSize = valueOr(parser, "size", "1280x800");
     line.snapshotView = valueOr(parser, "view", "iso");
+    line.isViewGiven = parser.isSet(QStringLiteral("view"));
+    line.variants = parser.isSet(QStringLiteral("variants"));
+    if (parser.isSet(QStringLiteral("variant")))
+        line.variant = parser.value(QStringLiteral("variant"));
     line.tree = parser.isSet(QStringLiteral("tree"));
     line.trace = parser.isSet(QStringLiteral("trace"));
     line.help = parser.isSet(QStringLiteral("help"));

@@ -25,6 +25,9 @@ struct CommandLine {
     QString snapshotFile; ///< empty when no picture is wanted
     QString snapshotSize;
     QString snapshotView;
+    bool isViewGiven = false;
+    bool variants = false;
+    std::optional<QString> variant; ///< the set to apply
     bool tree = false;
     bool trace = false;
     bool help = false;

@@ -3,6 +3,9 @@
 #include "standalone/export/GlbWriter.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
+#include "standalone/session/SceneExtras.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/KernelState.h"
 
 #include <QFileInfo>
 
@@ -52,9 +55,11 @@ Result writeScene(const QString& file, const osg::NodePtr& scene)
 }
 
 std::optional<QString> writePicture(const CommandLine& line, const osg::NodePtr& scene,
+                                    const std::optional<render::Eye>& eye,
                                     const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel)
 {
     render::SnapshotOptions options;
+    options.eye = eye;
     const auto size = sizeFromText(line.snapshotSize).value();
     options.width = size.first;
     options.height = size.second;
@@ -66,6 +71,16 @@ std::optional<QString> writePicture(const CommandLine& line, const osg::NodePtr&
         return std::nullopt;
     return error.file.isEmpty() ? line.snapshotFile + QStringLiteral(": ") + error.message
                                 : error.file + QStringLiteral(": ") + error.message;
+}
+
+/// Nothing when the picture is to be fitted.
+std::optional<render::Eye> eyeFor(const CommandLine& line, const zn::CameraTree& cameras)
+{
+    const osg::UberCameraPtr camera = cameras.view();
+    if (!camera || line.isViewGiven)
+        return std::nullopt;
+    return render::Eye{cameras.placementOf(camera), camera->getProjection() == osg::UberCameraBase::Perspective,
+                       camera->getFieldOfView(), camera->getHeight()};
 }
 
 } // namespace
@@ -82,14 +97,15 @@ std::optional<QString> complaint(const CommandLine& line)
     return view.view ? std::nullopt : std::optional(QStringLiteral("--view: ") + view.error);
 }
 
-Result write(const CommandLine& line, const osg::NodePtr& scene, const std::function<void(unsigned)>& progress,
+Result write(const CommandLine& line, znStandaloneSession& session, const std::function<void(unsigned)>& progress,
              const std::atomic<bool>& cancel)
 {
+    const zn::SceneWithExtras scene(session);
     Result result;
     if (!line.outputFile.isEmpty())
-        result = writeScene(line.outputFile, scene);
+        result = writeScene(line.outputFile, scene.root());
     if (!result.error && !line.snapshotFile.isEmpty())
-        result.error = writePicture(line, scene, progress, cancel);
+        result.error = writePicture(line, scene.root(), eyeFor(line, session.kernel().cameras), progress, cancel);
     return result;
 }
 

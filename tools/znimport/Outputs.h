@@ -1,12 +1,13 @@
 #pragma once
 
-#include "host/OSGSystem/Node.h"
 #include "tools/znimport/CommandLine.h"
 
 #include <QStringList>
 
 #include <atomic>
 #include <functional>
+
+class znStandaloneSession;
 
 /// What a run writes besides its messages.
 namespace outputs
@@ -21,8 +22,9 @@ struct Result {
     QStringList warnings;
 };
 
-/// Writes the files that the command line asks for. `progress` is told the percent of a picture; `cancel` ends it.
-Result write(const CommandLine& line, const osg::NodePtr& scene, const std::function<void(unsigned)>& progress,
+/// Writes the files that the command line asks for: the scene of `session` with its variants and cameras, and a picture
+/// of it, from where the session looks unless the command line names a view. `progress` is told the percent of a picture; `cancel` ends it.
+Result write(const CommandLine& line, znStandaloneSession& session, const std::function<void(unsigned)>& progress,
              const std::atomic<bool>& cancel);
 
 } // namespace outputs
