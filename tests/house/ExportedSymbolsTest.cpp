@@ -24,8 +24,9 @@ QStringList exportedSymbols()
 
 TEST(ExportedSymbols, AreThoseOfTheExportedClassesAndNoOthers)
 {
-    const QRegularExpression allowed(QStringLiteral(
-        "^((vtable|typeinfo|typeinfo name) for )?(znFileLoaderJob|znPtxConverterJob|znPtxLoaderJob)(::.*)?$"));
+    const QRegularExpression allowed(
+        QStringLiteral("^((vtable|typeinfo|typeinfo name) for )?(znFileLoaderJob|znPtxConverterJob|znPtxLoaderJob|"
+                       "znPLMXMLLoaderJob|znPLMXMLLoader)(::.*)?$"));
     const QStringList symbols = exportedSymbols();
     EXPECT_GT(symbols.size(), 20);
     for (const QString& symbol : symbols)
@@ -35,8 +36,8 @@ TEST(ExportedSymbols, AreThoseOfTheExportedClassesAndNoOthers)
 TEST(ExportedSymbols, HoldTheMetaObjectOfEachJob)
 {
     const QStringList symbols = exportedSymbols();
-    for (const QString& name :
-         {QStringLiteral("znFileLoaderJob"), QStringLiteral("znPtxConverterJob"), QStringLiteral("znPtxLoaderJob")})
+    for (const QString& name : {QStringLiteral("znFileLoaderJob"), QStringLiteral("znPtxConverterJob"),
+                                QStringLiteral("znPtxLoaderJob"), QStringLiteral("znPLMXMLLoaderJob")})
         for (const QString& member : {QStringLiteral("::staticMetaObject"), QStringLiteral("::metaObject() const"),
                                       QStringLiteral("::qt_metacast(char const*)")})
             EXPECT_TRUE(symbols.contains(name + member)) << (name + member).toStdString();

@@ -1,0 +1,379 @@
+#include "plmxml/znPLMXMLLoaderJob.h"
+
+#include "host/znJobProcessing/znJobQueue.h"
+#include "standalone/znUtils/CallTrace.h"
+#include "tests/cad/visualization/StructureText.h"
+#include "tests/loader/LoaderTest.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A job whose inner values can be seen.
+class SeenJob : public znPLMXMLLoaderJob
+{
+public:
+    using znPLMXMLLoaderJob::znPLMXMLLoaderJob;
+};
+
+class PLMXMLLoaderJobTest : public LoaderTest
+{
+protected:
+    void TearDown() override
+    {
+        tree = osg::NodePtr();
+        job.reset();
+        LoaderTest::TearDown();
+    }
+
+    /// A document with one solid part for each location, placed once each; its path.
+    QString documentOf(const std::vector<std::string>& locations)
+    {
+        std::string roots, instances, parts;
+        for (std::size_t i = 0; i < locations.size(); ++i) {
+            const std::string n = std::to_string(i);
+            roots += (i ? " i" : "i") + n;
+            instances += "<Instance id='i" + n + "' name='I" + n + "' partRef='p" + n + "'/>";
+            parts += "<Part id='p" + n + "' name='P" + n + "' type='solid'><Representation id='r" + n +
+                     "' format='X' location='" + locations[i] + "'/></Part>";
+        }
+        const std::string text = "<PLMXML><ProductDef id='pd'><InstanceGraph rootRefs='" + roots + "'>" + instances +
+                                 "</InstanceGraph>" + parts + "</ProductDef></PLMXML>";
+        return write(QStringLiteral("car.plmxml"), QByteArray::fromStdString(text));
+    }
+
+    void make(const QString& file)
+    {
+        job = std::make_unique<SeenJob>(file.toStdString(), nullptr);
+        job->setOutputDir(outputFolder().toStdString());
+        watch();
+    }
+
+    /// Runs the job to its end.
+    znCADFileTypes::JobState run()
+    {
+        QSignalSpy finished(job.get(), &znAbstractJob::finished);
+        job->run();
+        EXPECT_TRUE(finished.count() > 0 || finished.wait(60000));
+        tree = job->getLoadedNode();
+        return job->getState();
+    }
+    znCADFileTypes::JobState import(const std::vector<std::string>& locations)
+    {
+        make(documentOf(locations));
+        return run();
+    }
+
+    std::string treeText() const { return HB::Visualization::treeText(tree, m_folder.path().toStdString() + "/"); }
+    int count(const char* start) const
+    {
+        return static_cast<int>(std::count_if(lines.begin(), lines.end(), [&](const std::string& line) {
+            return line.compare(0, std::strlen(start), start) == 0;
+        }));
+    }
+
+    std::unique_ptr<SeenJob> job;
+    osg::RefPtr<osg::NodePtr> tree;
+    std::vector<std::string> lines;
+
+private:
+    void note(const char* what, const QString& file)
+    {
+        lines.push_back(std::string(what) + " " + QFileInfo(file).fileName().toStdString());
+    }
+    void watch()
+    {
+        lines.clear();
+        QObject* context = job.get();
+        QObject::connect(job.get(), &znAbstractJob::started, context, [this] { lines.push_back("started"); });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::foundChildFile, context,
+                         [this](const QString& file) { note("found", file); });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::loadingChildFileStarted, context,
+                         [this](const QString& file) { note("loading", file); });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::loadingChildFileFinished, context,
+                         [this](const QString& file, znCADFileTypes::JobState state) {
+                             note(state == znCADFileTypes::JobSucceeded ? "loaded" : "not loaded", file);
+                         });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, context,
+                         [this](znPtxConverterJob* child) { note("converter for", child->getInputFile()); });
+        QObject::connect(
+            job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobCreated, context,
+            [this](znOsbLoaderJob* child, const QString& file) { note(child ? "load of" : "null", file); });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobFinished, context,
+                         [this](znOsbLoaderJob* child) {
+                             lines.push_back(child->getLoadedNode() ? "load ended" : "load ended without a node");
+                         });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxImportFinished, context,
+                         [this](const QString& file) { note("end of", file); });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::childrenConversionFinished, context, [this](double) {
+            // A queue without jobs tells so as well, from the event loop, after the run.
+            if (count("converter for") > 0)
+                lines.push_back("conversions ended");
+        });
+        QObject::connect(job.get(), &znAbstractProcessingJob::processingFinished, context,
+                         [this] { lines.push_back("processed"); });
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::nodeReady, context,
+                         [this](const osg::NodePtr& node) { lines.push_back(node ? "node" : "null node"); });
+        QObject::connect(job.get(), &znAbstractJob::finished, context, [this](znCADFileTypes::JobState state) {
+            lines.push_back("finished " + std::to_string(int(state)));
+        });
+    }
+};
+
+TEST_F(PLMXMLLoaderJobTest, ADocumentWithoutPartFilesIsComplete)
+{
+    EXPECT_EQ(import({}), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(lines, ElementsAre("started", "processed", "node", "finished 0"));
+    EXPECT_EQ(treeText(), "car [ExtReference] file car.plmxml state 2\n"
+                          "  - [Transform3D]\n");
+    EXPECT_EQ(job->getFile(), path(QStringLiteral("car.plmxml")).toStdString());
+}
+
+TEST_F(PLMXMLLoaderJobTest, AMissingDocumentFailsAndIsToldTwice)
+{
+    make(path(QStringLiteral("none.plmxml")));
+    EXPECT_EQ(run(), znCADFileTypes::JobFailed);
+    EXPECT_THAT(lines, ElementsAre("started", "processed", "finished 1", "processed", "finished 1"));
+    EXPECT_FALSE(job->getLoadedNode());
+}
+
+TEST_F(PLMXMLLoaderJobTest, AnUnreadableDocumentEndsWellWithoutANode)
+{
+    make(write(QStringLiteral("car.plmxml"), "<Other/>"));
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(lines, ElementsAre("started", "processed", "finished 0"));
+    EXPECT_FALSE(job->getLoadedNode());
+    EXPECT_THAT(m_log, ElementsAre("Couldn't open '" + path(QStringLiteral("car.plmxml")).toStdString() + "'!"));
+    const auto& notices = m_session.kernel().referenceNotices;
+    ASSERT_EQ(notices.size(), 1u);
+    EXPECT_EQ(notices[0].rootId, 0u);
+    EXPECT_EQ(notices[0].code, 9);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AFileThatTheHostReadsGoesToTheFirstNodeOnly)
+{
+    writeTriangle(QStringLiteral("a.obj"));
+    EXPECT_EQ(import({"a.obj", "a.obj", "a.obj", "a.obj"}), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(lines, ElementsAre("started", "found a.obj", "loading a.obj", "loaded a.obj", "processed", "node",
+                                   "finished 0"));
+    unsigned filled = 0;
+    for (unsigned i = 0; i < 4; ++i) {
+        const osg::NodePtr part = tree->getChild(0)->getChild(i);
+        EXPECT_EQ(nameOf(part), "P" + std::to_string(i));
+        filled += part->getChild(0)->getNChildren() > 0 ? 1 : 0;
+        // The clones share the core, so the state shows at all of them.
+        EXPECT_EQ(referenceOf(part->getChild(0))->getState(), 2u);
+    }
+    EXPECT_EQ(filled, 1u);
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheOwnReferenceOfALoadedFileGoes)
+{
+    const Root root(makeReference("file root", QStringLiteral("x.stp")));
+    addGroup(root.get(), "one");
+    addGroup(root.get(), "two");
+    writeScene(QStringLiteral("a.osb"), root.get());
+    EXPECT_EQ(import({"a.osb"}), znCADFileTypes::JobSucceeded);
+    const osg::NodePtr reference = tree->getChild(0)->getChild(0)->getChild(0);
+    EXPECT_EQ(referenceOf(reference)->getState(), 2u);
+    EXPECT_THAT(childNames(reference), ElementsAre("one", "two"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, AConvertedPartTakesThePlacesOfItsReferences)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel", "tyre"});
+    EXPECT_EQ(import({"a.stp", "a.stp", "a.stp", "a.stp"}), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(lines, ElementsAre("started", "found a.stp", "converter for a.stp", "load of a.stp", "load ended",
+                                   "end of a.stp", "conversions ended", "processed", "node", "finished 0"));
+    for (unsigned i = 0; i < 4; ++i) {
+        const osg::NodePtr part = tree->getChild(0)->getChild(i);
+        ASSERT_EQ(part->getNChildren(), 1u);
+        EXPECT_EQ(nameOf(part->getChild(0)), "part root");
+        EXPECT_THAT(childNames(part->getChild(0)), ElementsAre("wheel", "tyre"));
+        EXPECT_EQ(referenceOf(part->getChild(0))->getState(), 2u);
+    }
+}
+
+TEST_F(PLMXMLLoaderJobTest, ACloneGoesToTheEndOfTheParentsChildren)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(
+        write(QStringLiteral("car.plmxml"),
+              "<PLMXML><ProductDef id='pd'><InstanceGraph rootRefs='i'><Instance id='i' name='I' partRef='p'/>"
+              "<Instance id='j' name='J' partRef='q'/></InstanceGraph>"
+              "<Part id='p' name='P' type='solid' instanceRefs='j'><Representation format='X' location='a.stp'/></Part>"
+              "<Part id='q' name='Q'/></ProductDef></PLMXML>"));
+    std::vector<std::string> before;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobCreated, job.get(),
+                     [&] { before = childNames(job->getLoadedNode()->getChild(0)->getChild(0)); });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(before, ElementsAre("Q", "a"));
+    EXPECT_THAT(childNames(tree->getChild(0)->getChild(0)), ElementsAre("Q", "part root"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, AMissingPartFileIsSkippedWithoutAWord)
+{
+    writeTriangle(QStringLiteral("b.obj"));
+    EXPECT_EQ(import({"a.stp", "b.obj"}), znCADFileTypes::JobPartial);
+    EXPECT_THAT(lines, ElementsAre("started", "found b.obj", "loading b.obj", "loaded b.obj", "processed", "node",
+                                   "finished 3"));
+    EXPECT_EQ(referenceOf(tree->getChild(0)->getChild(0)->getChild(0))->getState(), 0u);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AFileThatCannotBeReadIsTold)
+{
+    write(QStringLiteral("a.obj"), "no triangle");
+    EXPECT_EQ(import({"a.obj"}), znCADFileTypes::JobPartial);
+    EXPECT_EQ(count("not loaded a.obj"), 1);
+    EXPECT_EQ(referenceOf(tree->getChild(0)->getChild(0)->getChild(0))->getState(), 0u);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AFailedConversionKeepsTheReference)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    write(QStringLiteral("b.stp"), "exit 25");
+    write(QStringLiteral("c.stp"), "exit 0");
+    EXPECT_EQ(import({"a.stp", "b.stp", "c.stp"}), znCADFileTypes::JobPartial);
+    EXPECT_EQ(count("end of"), 3);
+    EXPECT_EQ(count("load of a.stp"), 1);
+    EXPECT_EQ(count("load of"), 1);
+    EXPECT_THAT(childNames(tree->getChild(0)->getChild(1)), ElementsAre("b"));
+    EXPECT_THAT(childNames(tree->getChild(0)->getChild(2)), ElementsAre("c"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, AResultWithoutANodeIsMissing)
+{
+    write(QStringLiteral("made/broken"), "no scene");
+    write(QStringLiteral("a.stp"), line("output-from", QStringLiteral("made/broken")));
+    EXPECT_EQ(import({"a.stp"}), znCADFileTypes::JobPartial);
+    EXPECT_EQ(count("load ended without a node"), 1);
+    EXPECT_THAT(childNames(tree->getChild(0)->getChild(0)), ElementsAre("a"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, ConvertedFilesAreLeftAloneOnRequest)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(documentOf({"a.stp"}));
+    job->setLoadConvertedPtxFiles(false);
+    EXPECT_EQ(run(), znCADFileTypes::JobPartial);
+    EXPECT_THAT(lines, ElementsAre("started", "found a.stp", "converter for a.stp", "end of a.stp", "conversions ended",
+                                   "processed", "node", "finished 3"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, UnwantedPartFilesStayUnreadAndTheImportIsComplete)
+{
+    set("import.PLMXML.referencedFiles", QStringLiteral("off"));
+    writeTriangle(QStringLiteral("a.obj"));
+    writePart(QStringLiteral("b.stp"), {"wheel"});
+    EXPECT_EQ(import({"a.obj", "b.stp", "c.stp"}), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(count("found"), 0);
+    for (unsigned i = 0; i < 3; ++i)
+        EXPECT_EQ(referenceOf(tree->getChild(0)->getChild(i)->getChild(0))->getState(), 0u);
+}
+
+TEST_F(PLMXMLLoaderJobTest, EachConversionIsAskedForOneFile)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(documentOf({"a.stp"}));
+    int asked = 0;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                     [&](znPtxConverterJob* child) {
+                         QObject::connect(child, &znAbstractJob::started, job.get(), [&asked] { ++asked; });
+                         EXPECT_EQ(child->parent()->parent(), job.get());
+                     });
+    std::vector<std::string> calls;
+    {
+        const zn::CallTrace trace([&](const std::string& call) { calls.push_back(call); });
+        run();
+    }
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(std::count_if(calls.begin(), calls.end(),
+                            [](const std::string& call) {
+                                return call.find("createProcessCommand") != std::string::npos &&
+                                       call.find(", false, ") != std::string::npos;
+                            }),
+              1);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AbortHasNoEffect)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"}, "wait 200");
+    make(documentOf({"a.stp"}));
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::foundChildFile, job.get(), [this] { job->abort(); });
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxImportFinished, job.get(), [this] { job->abort(); });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheEndOfConversionsCarriesTheReadingOfTheClock)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(documentOf({"a.stp"}));
+    QElapsedTimer clock;
+    clock.start();
+    ASSERT_EQ(QElapsedTimer::clockType(), QElapsedTimer::MonotonicClock);
+    double seconds = -1;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childrenConversionFinished, job.get(),
+                     [&](double value) { seconds = value; });
+    run();
+    const double start = double(clock.msecsSinceReference()) / 1000;
+    EXPECT_GE(seconds, start);
+    EXPECT_LE(seconds, start + double(clock.elapsed()) / 1000 + 1);
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheHostIsToldWhatItNeedsToKnowInOrder)
+{
+    make(documentOf({}));
+    std::vector<std::string> calls;
+    {
+        const zn::CallTrace trace([&](const std::string& call) {
+            const std::string name = call.substr(0, call.find("::"));
+            if (name == "znOSGWidget" || name == "znController" || name == "znTexSearch" ||
+                name == "znReferenceInterface")
+                calls.push_back(call);
+        });
+        run();
+    }
+    const std::string file = path(QStringLiteral("car.plmxml")).toStdString();
+    const std::string node = "node " + std::to_string(tree->getContainerId()) + " 'car'";
+    EXPECT_THAT(calls, ElementsAre("znOSGWidget::cancelAntialiasing()", "znController::setBusy(true, false)",
+                                   "znTexSearch::setCurrentFile('" + file + "')",
+                                   "znReferenceInterface::notifyReferences(" + node + ", 6, 0)",
+                                   "znReferenceInterface::notifyReferences(" + node + ", 9, 0)",
+                                   "znTexSearch::clearCurrentFile()", "znController::setBusy(false, false)"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheFolderOfThePreferencesTakesConvertedFiles)
+{
+    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("preferred ä"))));
+    m_session.preferences().set("FileIO tmp path", boost::any(path(QStringLiteral("preferred ä"))), true);
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    const QString file = documentOf({"a.stp"});
+    job = std::make_unique<SeenJob>(file.toStdString(), nullptr);
+    QString output;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                     [&](znPtxConverterJob* child) {
+                         QObject::connect(child, &znAbstractJob::finished, child,
+                                          [&output, child] { output = child->getOutputFile(); });
+                     });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(QFileInfo(output).absolutePath(), path(QStringLiteral("preferred ä")));
+}
+
+TEST_F(PLMXMLLoaderJobTest, AQueueRunsTheJob)
+{
+    znJobQueue queue;
+    QSignalSpy empty(&queue, &znJobQueue::jobQueueEmpty);
+    make(documentOf({}));
+    queue.addJob(job.get());
+    queue.startProcessing();
+    ASSERT_TRUE(empty.count() > 0 || empty.wait(60000));
+    tree = job->getLoadedNode();
+    EXPECT_EQ(job->getState(), znCADFileTypes::JobSucceeded);
+}
+
+} // namespace
