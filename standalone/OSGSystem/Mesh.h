@@ -17,8 +17,21 @@ struct FaceRange {
     friend bool operator==(const FaceRange&, const FaceRange&) = default;
 };
 
-/// What a geometry draws. `normals`, `texCoords` and `colors` are empty or as long as `positions`; indices count
-/// positions. Lengths are millimetres, front faces are counter-clockwise.
+/// An area that is no triangle yet: `count` indices of `Mesh::corners` from `first` on.
+struct Primitive {
+    enum class Kind : std::uint32_t {
+        Polygon, ///< its outline in one plane, without holes; it need not be convex
+        Strip,   ///< each corner from the third on makes a triangle with the two before it
+        Fan,     ///< each corner from the third on makes a triangle with the first one and the one before it
+    };
+    Kind kind = Kind::Polygon;
+    std::uint32_t first = 0;
+    std::uint32_t count = 0;
+    friend bool operator==(const Primitive&, const Primitive&) = default;
+};
+
+/// What a geometry draws. `normals`, `texCoords`, `colors` and `occlusion` are empty or as long as `positions`; indices
+/// count positions. Lengths are millimetres, front faces are counter-clockwise.
 struct Mesh {
     Buffer<Vec3f> positions;
     Buffer<Vec3f> normals;
@@ -29,6 +42,10 @@ struct Mesh {
     Buffer<std::uint32_t> points;
     Buffer<FaceRange> faces; ///< empty, or ranges that cover all triangles in order
     Buffer<std::byte> brep;  ///< the exact surface that the mesh was made from, for a later mesh of it; may be empty
+    Buffer<float> occlusion; ///< the part of the sky over its surface that each vertex sees, 0 to 1
+    /// Areas that nothing draws or stores before `znOptimize::triangulate` has made triangles of them.
+    Buffer<Primitive> primitives;
+    Buffer<std::uint32_t> corners; ///< of the primitives
     friend bool operator==(const Mesh&, const Mesh&) = default;
 };
 

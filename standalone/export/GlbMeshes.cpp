@@ -1,6 +1,7 @@
 #include "standalone/export/GlbMeshes.h"
 
 #include "host/OSGSystem/Names.h"
+#include "standalone/OSGSystem/ColorSpace.h"
 #include "standalone/export/GlbFailure.h"
 
 #include <algorithm>
@@ -47,7 +48,7 @@ bool isSound(const osg::Mesh& mesh)
                            [&](std::uint32_t index) { return index < mesh.positions.size(); });
     };
     return fits(mesh.normals, mesh) && fits(mesh.texCoords, mesh) && fits(mesh.colors, mesh) &&
-           std::all_of(std::begin(kinds), std::end(kinds), isSoundKind);
+           fits(mesh.occlusion, mesh) && std::all_of(std::begin(kinds), std::end(kinds), isSoundKind);
 }
 
 /// The elements of which all corners are somewhere.
@@ -60,6 +61,22 @@ std::vector<std::uint32_t> placedElements(const osg::Buffer<std::uint32_t>& indi
                         [&](std::uint32_t index) { return isFinite(positions[index]); }))
             result.insert(result.end(), &indices[i], &indices[i] + corners);
     return result;
+}
+
+/// The vertex colours of `mesh`, or white where it has none, less light where less of the sky is seen.
+osg::Buffer<osg::Color4f> darkened(const osg::Mesh& mesh)
+{
+    std::vector<osg::Color4f> colors(mesh.colors.begin(), mesh.colors.end());
+    colors.resize(mesh.occlusion.size(), {1, 1, 1, 1});
+    const auto darken = [](float& color, float light) {
+        color = osg::displayFromLinear(osg::linearFromDisplay(color) * light);
+    };
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        darken(colors[i].red, mesh.occlusion[i]);
+        darken(colors[i].green, mesh.occlusion[i]);
+        darken(colors[i].blue, mesh.occlusion[i]);
+    }
+    return colors;
 }
 
 } // namespace
@@ -119,7 +136,9 @@ Json GlbMeshes::attributes(const osg::Mesh& mesh)
         result["NORMAL"] = m_arrays.normals(mesh.normals);
     if (!mesh.texCoords.empty())
         result["TEXCOORD_0"] = m_arrays.texCoords(mesh.texCoords);
-    if (!mesh.colors.empty())
+    if (m_options.occlusionAsColors && !mesh.occlusion.empty())
+        result["COLOR_0"] = m_arrays.colors(darkened(mesh));
+    else if (!mesh.colors.empty())
         result["COLOR_0"] = m_arrays.colors(mesh.colors);
     return result;
 }

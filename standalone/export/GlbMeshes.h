@@ -4,6 +4,7 @@
 #include "standalone/export/GlbArrays.h"
 #include "standalone/export/GlbMaterials.h"
 #include "standalone/export/GlbVariants.h"
+#include "standalone/export/GlbWriter.h"
 
 #include <QStringList>
 
@@ -17,7 +18,7 @@ class GlbMeshes
 {
 public:
     /// `variants` must outlive this object.
-    explicit GlbMeshes(const GlbVariants& variants) : m_variants(variants) {}
+    GlbMeshes(const GlbVariants& variants, const WriteOptions& options) : m_variants(variants), m_options(options) {}
 
     /// The number of the mesh of `geometry`, none if it draws nothing. `material` is seen instead of the own one unless
     /// it is null. Throws `WriteFailure` when the mesh breaks the promises of `osg::Mesh`.
@@ -38,6 +39,7 @@ private:
                                         const osg::Mesh& mesh);
 
     const GlbVariants& m_variants;
+    WriteOptions m_options;
     bool m_hasVariants = false;
     std::map<std::pair<osg::GeometryPtr, osg::MaterialPtr>, std::optional<std::size_t>> m_numbers;
     GlbArrays m_arrays;

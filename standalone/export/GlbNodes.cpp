@@ -45,7 +45,8 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 
 } // namespace
 
-GlbNodes::GlbNodes(const osg::NodePtr& root) : m_variants(root)
+GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
+    : m_variants(root), m_meshes(m_variants, options)
 {
     enqueue({root, {}, toMetresYUp, {}});
     while (!m_queue.empty()) {

@@ -15,7 +15,7 @@ class GlbNodes
 {
 public:
     /// Takes `root` and what is active below it, or shown in a variant.
-    explicit GlbNodes(const osg::NodePtr& root);
+    GlbNodes(const osg::NodePtr& root, const WriteOptions& options);
 
     const JsonList& list() const { return m_list; }
     const GlbMeshes& meshes() const { return m_meshes; }
@@ -45,7 +45,7 @@ private:
     std::size_t m_enqueued = 0;
     JsonList m_list;
     GlbVariants m_variants;
-    GlbMeshes m_meshes{m_variants};
+    GlbMeshes m_meshes;
     GlbCameras m_cameras;
     bool m_hasHidden = false;
     QStringList m_warnings;

@@ -111,11 +111,11 @@ std::uint64_t writeFile(const std::string& document, const GlbArrays& arrays, co
     return size;
 }
 
-WriteResult written(const osg::NodePtr& root, const QString& path)
+WriteResult written(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
 {
     if (!root)
         throw WriteFailure(WriteErrorCode::NothingToWrite, tr("there is no tree to write"));
-    const GlbNodes nodes(root);
+    const GlbNodes nodes(root, options);
     WriteResult result;
     result.bytes = writeFile(documentOf(nodes), nodes.meshes().arrays(), path);
     result.warnings = nodes.warnings();
@@ -158,10 +158,10 @@ QString WriteError::toString() const
     return tr("%1: %2").arg(file, message);
 }
 
-WriteResult write(const osg::NodePtr& root, const QString& path, const WriteOptions&)
+WriteResult write(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
 {
     try {
-        return written(root, path);
+        return written(root, path, options);
     } catch (const WriteFailure& failure) {
         return failed(failure.error(), path);
     } catch (const std::bad_alloc&) {

@@ -49,6 +49,8 @@ struct WriteError {
 
 /// How to write; room for units and axes.
 struct WriteOptions {
+    /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
+    bool occlusionAsColors = false;
 };
 
 struct WriteResult {

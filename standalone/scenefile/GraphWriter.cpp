@@ -160,10 +160,11 @@ void GraphWriter::addMesh(const Mesh& mesh)
     const auto lines = planned(mesh.lines, m_meshArrays, MeshChunk);
     const auto points = planned(mesh.points, m_meshArrays, MeshChunk);
     const auto faces = planned(mesh.faces, m_meshArrays, MeshChunk);
+    const auto occlusion = planned(mesh.occlusion, m_meshArrays, MeshChunk);
     const auto brep = planned(mesh.brep, m_breps, BRepChunk);
     m_meshRecords.push_back(fb::CreateMesh(m_builder, pointerTo(positions), pointerTo(normals), pointerTo(texCoords),
                                            pointerTo(colors), pointerTo(triangles), pointerTo(lines), pointerTo(points),
-                                           pointerTo(faces), pointerTo(brep)));
+                                           pointerTo(faces), pointerTo(brep), pointerTo(occlusion)));
 }
 
 void GraphWriter::finish()

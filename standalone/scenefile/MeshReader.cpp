@@ -58,6 +58,7 @@ std::optional<Mesh> meshOf(const ChunkFile& file, const fb::Mesh& record)
     reader.read(record.normals(), ChunkType::Mesh, mesh.normals);
     reader.read(record.tex_coords(), ChunkType::Mesh, mesh.texCoords);
     reader.read(record.colors(), ChunkType::Mesh, mesh.colors);
+    reader.read(record.occlusion(), ChunkType::Mesh, mesh.occlusion);
     reader.read(record.triangles(), ChunkType::Mesh, mesh.triangles);
     reader.read(record.lines(), ChunkType::Mesh, mesh.lines);
     reader.read(record.points(), ChunkType::Mesh, mesh.points);
