@@ -48,6 +48,16 @@ public:
 
     /// Takes the vertex colours away from all geometries at and below `root`, so that materials alone give the colour.
     static void removeVertexColors(const osg::NodePtr& root);
+    /// Makes the arrays of all geometries at and below `root` fit together, and tells the user of each geometry that did
+    /// not: triangles, lines and points that name a vertex which is not there are taken away, face ranges follow; values
+    /// of vertices that are too many are cut off, arrays that are too short are dropped. Sound geometries are not
+    /// touched.
+    static void verifyIndexMap(const osg::NodePtr& root);
+    /// Keeps with each vertex at and below `root` how much of the sky over its surface it sees past all active geometry
+    /// of the tree. A geometry that is used in several places gets the mean of them, so that it stays shared. Values that
+    /// are there are replaced. A failure of the ray tracer is told to the user and leaves everything as it was.
+    static void addAmbientOcclusionData(const osg::NodePtr& root);
+
     /// Makes the transform of `node` one that the host's tools move, with the same matrix, name and attachments. Nodes
     /// that shared the old core share the new one once each has been converted. References, cameras and transforms that
     /// are of that kind already are left alone.

@@ -11,6 +11,25 @@ public:
     /// without attachments, inactive ones excepted. Their children take their places, in their order.
     static void cleanupGroupNodes(const osg::NodePtr& root);
 
+    /// Makes triangles of all polygons, strips and fans at and below `root`, concave outlines included; their fronts stay
+    /// where they are. In a geometry with faces, what they cover becomes one more face. What names a vertex that is not
+    /// there is left out and told to the user.
+    /// @param dropFlat triangles without area are taken away as well
+    static void triangulate(const osg::NodePtr& root, bool dropFlat);
+
+    /// Makes one geometry of those that are children of one node and have one material. Faces, exact surfaces and
+    /// vertices come one after the other in the order of the children; the first child stays in its place and keeps its
+    /// name, the others go.
+    ///
+    /// Only geometries of the same make are merged: what one has (normals, texture coordinates, colours, occlusion, an
+    /// exact surface) all have. Nodes with children or with attachments other than a name stay, as do inactive ones.
+    /// Geometry that is used in several places is merged once for all of them if it has the same companions in each, and
+    /// stays as it is otherwise.
+    static void mergeGeometry(const osg::NodePtr& root);
+
+    /// Drops the exact surfaces of all geometries at and below `root`; the meshes stay.
+    static void removeNURBS(const osg::NodePtr& root);
+
     /// Takes away groups and transforms below `root` that have no children, and those that have none once these are gone.
     /// `root` itself, inactive nodes and nodes with tags stay.
     /// @param keepNamed nodes with a name stay as well

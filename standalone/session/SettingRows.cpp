@@ -1,6 +1,7 @@
 #include "standalone/session/SettingRows.h"
 
 #include "import/znCADFileTypes.h"
+#include "standalone/geometry/TessellationPresets.h"
 
 namespace zn
 {
@@ -78,6 +79,25 @@ SettingRow lengthRow(const QString& name, double least, const QString& defaultTe
     return {name, SettingType::Number, QStringLiteral("mm"), least, 1e6, defaultText, help};
 }
 
+/// How finely exact surfaces are meshed anew.
+SettingRow presetRow()
+{
+    SettingRow row = {QStringLiteral("tessellation.preset"), SettingType::Choice, {}, 0, 0, QStringLiteral("custom"),
+                      {}, {QStringLiteral("custom")}};
+    QStringList numbers;
+    for (const geometry::TessellationPreset& preset : geometry::tessellationPresets) {
+        row.choices << QString::fromLatin1(preset.name.data(), int(preset.name.size()));
+        numbers << QStringLiteral("%1 %2 mm, %3 degrees")
+                       .arg(row.choices.last())
+                       .arg(preset.chordDeviation)
+                       .arg(preset.normalTolerance);
+    }
+    row.help = Settings::tr("How finely exact surfaces are meshed anew: chord deviation and normal tolerance are %1, "
+                            "edges of any length; custom takes the settings of their own.")
+                   .arg(numbers.join(QStringLiteral("; ")));
+    return row;
+}
+
 /// What becomes of a converted tree before and after it comes into the scene.
 void addOptimizationRows(std::vector<SettingRow>& rows)
 {
@@ -104,6 +124,12 @@ void addOptimizationRows(std::vector<SettingRow>& rows)
           {QStringLiteral("dissolve"), QStringLiteral("keep")}},
          switchRow(QStringLiteral("optimize.solidKernel"), false,
                    Settings::tr("Add ambient occlusion to imported trees, and do not merge their geometries.")),
+         presetRow(),
+         textRow(QStringLiteral("tessellation.program"), {},
+                 Settings::tr("What meshes exact surfaces anew; empty for the ptxtessellate beside this program or on "
+                              "the PATH.")),
+         {QStringLiteral("tessellation.timeLimit"), SettingType::Number, QStringLiteral("s"), 0, 1e6,
+          QStringLiteral("600"), Settings::tr("How long one run of that program may take; 0 for any time.")},
          switchRow(QStringLiteral("tessellation.useStitching"), false,
                    Settings::tr("Join free edges of surfaces before they are meshed anew.")),
          lengthRow(QStringLiteral("tessellation.stitchingTolerance"), 0, QStringLiteral("0.01"),

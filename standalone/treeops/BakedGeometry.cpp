@@ -5,6 +5,7 @@
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Node.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/geometry/MeshTriangulation.h"
 
 #include <Eigen/Dense>
 
@@ -80,11 +81,12 @@ osg::Mesh transformed(const osg::Mesh& mesh, const osg::Matrix& matrix)
 {
     const Eigen::Matrix4d m = toEigen(matrix);
     const Eigen::Matrix3d axes = m.topLeftCorner<3, 3>();
-    osg::Mesh result = mesh;
+    // Strips and fans have no order that turns them round.
+    osg::Mesh result = axes.determinant() < 0 ? geometry::triangulated(mesh).mesh : mesh;
     result.positions = placedPositions(mesh.positions, m);
     result.normals = turnedNormals(mesh.normals, normalMatrix(axes));
     if (axes.determinant() < 0)
-        result.triangles = turnedTriangles(mesh.triangles);
+        result.triangles = turnedTriangles(result.triangles);
     result.brep = {};
     return result;
 }

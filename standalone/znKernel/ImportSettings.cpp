@@ -2,6 +2,7 @@
 
 #include "host/znKernel/znFileIO.h"
 #include "host/znKernel/znFileIOHelper.h"
+#include "standalone/geometry/TessellationPresets.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 
@@ -40,6 +41,11 @@ zndPtxSettings znFileIOHelper::getImportSettingsByFileName(const QString& path, 
     values->chordDeviation = rows.number("tessellation.chordDeviation");
     values->normalTolerance = rows.number("tessellation.normalTolerance");
     values->maxChordLength = rows.number("tessellation.maxChordLength");
+    if (const auto* preset = geometry::findTessellationPreset(rows.text("tessellation.preset").toStdString())) {
+        values->chordDeviation = preset->chordDeviation;
+        values->normalTolerance = preset->normalTolerance;
+        values->maxChordLength = preset->maxChordLength;
+    }
     return zndPtxSettings(std::move(values));
 }
 

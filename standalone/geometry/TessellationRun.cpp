@@ -1,0 +1,212 @@
+#include "standalone/geometry/TessellationRun.h"
+
+#include "host/OSGSystem/Group.h"
+#include "host/OSGSystem/Names.h"
+#include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/geometry/GeometryWalk.h"
+#include "standalone/scenefile/SceneFile.h"
+#include "standalone/znJobProcessing/ChildProcess.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace geometry
+{
+
+namespace
+{
+
+/// Numbers of tasks.
+using Batch = std::vector<std::size_t>;
+
+/// How long after its limit the program is left to end by itself, in seconds.
+constexpr double graceSeconds = 30;
+
+QString programPath(const QString& setting)
+{
+    const QString name = QStringLiteral("ptxtessellate");
+    if (!setting.isEmpty())
+        return setting;
+    const QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+    if (QFileInfo(beside).isExecutable())
+        return beside;
+    const QString onPath = QStandardPaths::findExecutable(name);
+    return onPath.isEmpty() ? name : onPath;
+}
+
+/// As the C locale writes it, exactly.
+QString numberText(double value)
+{
+    return QString::number(value, 'g', 17);
+}
+
+class TessellationRun
+{
+    Q_DECLARE_TR_FUNCTIONS(TessellationRun)
+
+public:
+    TessellationRun(std::vector<TessellationTask>& tasks, const TessellationWish& wish,
+                    const TessellationProgram& program, const QString& folder)
+        : m_tasks(tasks), m_wish(wish), m_program(program), m_folder(folder + QStringLiteral("/tessellation-XXXXXX"))
+    {
+    }
+
+    void run()
+    {
+        Batch all;
+        for (std::size_t i = 0; i < m_tasks.size(); ++i)
+            all.push_back(i);
+        m_waiting.push_back(std::move(all));
+        while (!m_waiting.empty()) {
+            const Batch batch = std::move(m_waiting.back());
+            m_waiting.pop_back();
+            if (!batch.empty())
+                runBatch(batch);
+        }
+    }
+
+private:
+    void runBatch(const Batch& batch)
+    {
+        if (!writeInput(batch))
+            return;
+        QFile::remove(output());
+        QFile::remove(marks());
+        const QString failure = launch();
+        if (failure.isEmpty())
+            takeOutput(batch);
+        else if (batch.size() == 1)
+            m_tasks[batch.front()].reason = failure;
+        else
+            splitOff(batch, failure);
+    }
+
+    bool writeInput(const Batch& batch)
+    {
+        const osg::RefPtr<osg::NodePtr> root(osg::makeNodeFor(osg::Group::create()));
+        for (const std::size_t number : batch) {
+            auto mesh = std::make_shared<osg::Mesh>();
+            mesh->brep = m_tasks[number].brep;
+            const osg::GeometryPtr geometry = osg::Geometry::create();
+            exchangeMesh(geometry, std::move(mesh));
+            osg::beginEditCP(root, osg::Node::ChildrenFieldMask, 1);
+            root->addChild(osg::makeNodeFor(geometry));
+            osg::endEditCP(root, osg::Node::ChildrenFieldMask, 1);
+        }
+        const auto result = osg::writeSceneFile(root, input());
+        if (!result)
+            failAll(batch, result.error->message);
+        return bool(result);
+    }
+
+    /// @return why it failed, empty when it did not
+    QString launch() const
+    {
+        znJobs::ChildProcess child(nullptr);
+        child.setProgram(programPath(m_program.path));
+        child.setArguments(arguments());
+        child.start(QIODevice::ReadOnly);
+        if (!child.waitForStarted(-1))
+            return tr("%1 cannot be started").arg(child.program());
+        const bool hasLimit = m_program.secondsLimit > 0;
+        const bool hasEnded =
+            child.waitForFinished(hasLimit ? int((m_program.secondsLimit + graceSeconds) * 1000) : -1);
+        if (!hasEnded)
+            return tr("meshing took too long");
+        const int code = znJobs::readExitCode(child).value_or(-1);
+        return code == 0 ? QString() : reasonOf(code);
+    }
+
+    static QString reasonOf(int code)
+    {
+        constexpr int signalBase = 128, memory = 10, time = 11, stall = 12;
+        if (code > signalBase)
+            return tr("meshing crashed (signal %1)").arg(code - signalBase);
+        if (code == memory)
+            return tr("meshing needed too much memory");
+        if (code == time || code == stall)
+            return tr("meshing took too long");
+        return tr("meshing failed (code %1)").arg(code);
+    }
+
+    QStringList arguments() const
+    {
+        return {QStringLiteral("--deviation"),
+                numberText(m_wish.chordDeviation),
+                QStringLiteral("--angle"),
+                numberText(m_wish.normalTolerance),
+                QStringLiteral("--max-edge-length"),
+                numberText(m_wish.maxChordLength),
+                QStringLiteral("--stitch"),
+                numberText(m_wish.stitchTolerance),
+                QStringLiteral("--set"),
+                QStringLiteral("limit.time=") + numberText(m_program.secondsLimit),
+                input(),
+                output()};
+    }
+
+    void takeOutput(const Batch& batch)
+    {
+        const osg::SceneFileReadResult result = osg::readSceneFile(output());
+        if (!result)
+            return failAll(batch, result.error->message);
+        const osg::RefPtr<osg::NodePtr> root(result.root);
+        if (root->getNChildren() != batch.size())
+            return failAll(batch, tr("meshing gave a wrong number of meshes"));
+        for (std::size_t i = 0; i < batch.size(); ++i) {
+            TessellationTask& task = m_tasks[batch[i]];
+            const osg::NodePtr node = root->getChild(static_cast<unsigned>(i));
+            const osg::GeometryPtr geometry = geometryOf(node);
+            if (geometry && !osg::GeometryAccess::mesh(*geometry).triangles.empty())
+                task.mesh = osg::GeometryAccess::sharedMesh(*geometry);
+            else
+                task.reason = QString::fromUtf8(osg::getName(node));
+        }
+    }
+
+    /// Tries what was at work when the program died apart from the rest.
+    void splitOff(const Batch& batch, const QString& failure)
+    {
+        QFile file(marks());
+        const QByteArray state = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        Batch rest;
+        const std::size_t before = m_waiting.size();
+        for (std::size_t i = 0; i < batch.size(); ++i)
+            if (int(i) < state.size() && state[int(i)] == 's')
+                m_waiting.push_back({batch[i]});
+            else
+                rest.push_back(batch[i]);
+        if (m_waiting.size() == before)
+            return failAll(batch, failure);
+        m_waiting.push_back(std::move(rest));
+    }
+
+    void failAll(const Batch& batch, const QString& reason)
+    {
+        for (const std::size_t number : batch)
+            m_tasks[number].reason = reason;
+    }
+
+    QString input() const { return m_folder.filePath(QStringLiteral("surfaces.osb")); }
+    QString output() const { return m_folder.filePath(QStringLiteral("meshes.osb")); }
+    QString marks() const { return output() + QStringLiteral(".parts"); }
+
+    std::vector<TessellationTask>& m_tasks;
+    const TessellationWish& m_wish;
+    const TessellationProgram& m_program;
+    QTemporaryDir m_folder;
+    std::vector<Batch> m_waiting;
+};
+
+} // namespace
+
+void runTessellation(std::vector<TessellationTask>& tasks, const TessellationWish& wish,
+                     const TessellationProgram& program, const QString& folder)
+{
+    TessellationRun(tasks, wish, program, folder).run();
+}
+
+} // namespace geometry

@@ -1,0 +1,142 @@
+#include "host/znTessellation/znRetessellation.h"
+
+#include "host/OSGSystem/Names.h"
+#include "host/znUtils/znLog.h"
+#include "standalone/geometry/GeometryWalk.h"
+#include "standalone/geometry/Remeshing.h"
+#include "standalone/geometry/TessellationRun.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znUtils/CallTrace.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <set>
+
+namespace
+{
+
+/// What the last `copySettings` of a session took.
+struct CopiedSettings {
+    std::uint64_t session = 0;
+    geometry::TessellationProgram program;
+};
+
+CopiedSettings& copied()
+{
+    static CopiedSettings only;
+    return only;
+}
+
+geometry::TessellationProgram programOf(const zn::Settings& settings)
+{
+    return {settings.text(QStringLiteral("tessellation.program")),
+            settings.number(QStringLiteral("tessellation.timeLimit"))};
+}
+
+/// What holds in the living session.
+geometry::TessellationProgram currentProgram()
+{
+    return copied().session == znStandaloneSession::require().id() ? copied().program : programOf(zn::Settings());
+}
+
+class Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(znRetessellation)
+
+public:
+    static QString withoutSurface(std::size_t count)
+    {
+        return tr("%1 geometries have no exact surface and keep their meshes").arg(static_cast<qulonglong>(count));
+    }
+    static QString failed(const osg::GeometryPtr& geometry, const QString& reason)
+    {
+        const char* name = osg::getName(geometry);
+        return tr("Geometry %1 keeps its mesh: %2").arg(name ? QString::fromUtf8(name) : tr("without a name"), reason);
+    }
+};
+
+void tell(const QString& text)
+{
+    znLog::error(text.toUtf8().constData());
+}
+
+} // namespace
+
+struct znRetessellation::State {
+    geometry::TessellationWish wish;
+    std::set<std::uint32_t> known;
+    std::vector<osg::RefPtr<osg::GeometryPtr>> geometries; ///< with an exact surface, as the tasks
+    std::vector<geometry::TessellationTask> tasks;
+    std::size_t withoutSurface = 0;
+    bool isApplied = false;
+};
+
+znRetessellation::znRetessellation() : m_state(std::make_unique<State>()) {}
+znRetessellation::~znRetessellation() = default;
+
+void znRetessellation::copySettings()
+{
+    const zn::TracedCall call("znRetessellation::copySettings");
+    znStandaloneSession& session = znStandaloneSession::require();
+    copied() = {session.id(), programOf(session.settings())};
+}
+
+void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
+{
+    const zn::TracedCall call("znRetessellation::addNodes", nodes);
+    for (const osg::NodePtr& node : nodes)
+        for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(node)) {
+            const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
+            if (!m_state->known.insert(geometry->getContainerId()).second)
+                continue;
+            if (mesh.brep.empty()) {
+                m_state->withoutSurface += !mesh.triangles.empty();
+                continue;
+            }
+            m_state->geometries.emplace_back(geometry);
+            m_state->tasks.push_back({mesh.brep, {}, {}});
+        }
+}
+
+void znRetessellation::setupTessellation(double chordDeviation, double normalTolerance, double maxChordLength,
+                                         bool useStitching, double stitchingTolerance)
+{
+    const zn::TracedCall call("znRetessellation::setupTessellation", chordDeviation, normalTolerance, maxChordLength,
+                              useStitching, stitchingTolerance);
+    m_state->wish = {chordDeviation, normalTolerance, maxChordLength, useStitching ? stitchingTolerance : 0};
+}
+
+void znRetessellation::applyTessellation()
+{
+    const zn::TracedCall call("znRetessellation::applyTessellation");
+    if (m_state->tasks.empty() || m_state->isApplied)
+        return;
+    const QString folder = znStandaloneSession::require().temporaryFolder();
+    geometry::runTessellation(m_state->tasks, m_state->wish, currentProgram(), folder);
+    m_state->isApplied = true;
+}
+
+void znRetessellation::rebuildSurfaces()
+{
+    const zn::TracedCall call("znRetessellation::rebuildSurfaces");
+    for (std::size_t i = 0; i < m_state->tasks.size(); ++i) {
+        const std::shared_ptr<const osg::Mesh> made = std::move(m_state->tasks[i].mesh);
+        if (!made)
+            continue;
+        const osg::GeometryPtr geometry = m_state->geometries[i];
+        const osg::Mesh& old = osg::GeometryAccess::mesh(*geometry);
+        geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(geometry::remeshed(old, *made)));
+    }
+}
+
+void znRetessellation::finalize()
+{
+    const zn::TracedCall call("znRetessellation::finalize");
+    if (m_state->withoutSurface > 0)
+        tell(Texts::withoutSurface(m_state->withoutSurface));
+    for (std::size_t i = 0; i < m_state->tasks.size(); ++i)
+        if (!m_state->tasks[i].reason.isEmpty())
+            tell(Texts::failed(m_state->geometries[i], m_state->tasks[i].reason));
+    *m_state = {};
+}
