@@ -7,6 +7,7 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
+#include "host/znOpenSGUberMaterial/UberMaterial.h"
 #include "standalone/OSGSystem/Tags.h"
 #include "standalone/scenefile/TransformFields.h"
 #include "standalone/scenefile/VariantFields.h"
@@ -166,6 +167,28 @@ void writeSimpleMaterial(const Material& material, ObjectNumbers&, MaterialField
                          simple.getShininess(), simple.getTransparency());
 }
 
+void writeUberMaterial(const Material& material, ObjectNumbers&, MaterialFields& fields)
+{
+    const SurfaceLook& look = static_cast<const UberMaterial&>(material).getLook();
+    fields.simple = fb::SimpleColors(std::bit_cast<fb::Color>(look.ambient), std::bit_cast<fb::Color>(look.diffuse),
+                                     std::bit_cast<fb::Color>(look.emission), std::bit_cast<fb::Color>(look.specular),
+                                     look.shininess, look.transparency);
+}
+
+MaterialPtr readUberMaterial(const fb::Material& record, const NumberedObjects&)
+{
+    const UberMaterialPtr material = UberMaterialBase::create();
+    const fb::SimpleColors* colors = record.simple();
+    if (!colors)
+        return material;
+    beginEditCP(material, UberMaterialBase::LookFieldMask, 1);
+    material->setLook({std::bit_cast<Color3f>(colors->ambient()), std::bit_cast<Color3f>(colors->diffuse()),
+                       std::bit_cast<Color3f>(colors->emission()), std::bit_cast<Color3f>(colors->specular()),
+                       colors->shininess(), colors->transparency()});
+    endEditCP(material, UberMaterialBase::LookFieldMask, 1);
+    return material;
+}
+
 MaterialPtr readSimpleMaterial(const fb::Material& record, const NumberedObjects&)
 {
     const SimpleMaterialPtr material = SimpleMaterialBase::create();
@@ -265,6 +288,7 @@ const CoreCodec cores[] = {
 
 const MaterialCodec materials[] = {
     {SimpleMaterialBase::_type, writeSimpleMaterial, readSimpleMaterial},
+    {UberMaterialBase::_type, writeUberMaterial, readUberMaterial},
     {SwitchMaterialBase::_type, writeSwitchMaterial, readSwitchMaterial},
 };
 
