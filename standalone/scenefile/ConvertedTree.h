@@ -3,6 +3,7 @@
 #include "standalone/OSGSystem/Tags.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 /// Words that the converter writes into a scene and that others read out of it.
@@ -26,6 +27,31 @@ inline constexpr char AttributePrefix[] = "ptx::attribute::";  ///< node: a user
 inline constexpr char VolumeKey[] = "ptx::validation::volume"; ///< node: as the CAD system computed it, in mm3
 inline constexpr char AreaKey[] = "ptx::validation::area";     ///< node: the same, in mm2
 inline constexpr char CentroidKey[] = "ptx::validation::centroid"; ///< node: the same, three numbers in mm
+inline constexpr char MissingPrefix[] = "ptx::missing=";           ///< node: see MissingPart
+
+/// A part that belongs at a node but is not there.
+struct MissingPart {
+    std::string file;   ///< absolute path
+    std::string reason; ///< for a person; without line ends
+
+    friend bool operator==(const MissingPart&, const MissingPart&) = default;
+};
+
+/// The tag of a node that `part` is missing from.
+inline std::string missingTag(const MissingPart& part)
+{
+    return MissingPrefix + part.reason + "\n" + part.file;
+}
+
+/// What `tag` says when it is the tag of a missing part.
+inline std::optional<MissingPart> missingPart(const std::string& tag)
+{
+    const std::size_t start = sizeof MissingPrefix - 1;
+    const std::size_t end = tag.find('\n');
+    if (!tag.starts_with(MissingPrefix) || end == tag.npos)
+        return std::nullopt;
+    return MissingPart{tag.substr(end + 1), tag.substr(start, end - start)};
+}
 
 /// Whether `root` is the root of a tree that the converter made.
 inline bool isConvertedTree(const AttachmentContainerPtr& root)

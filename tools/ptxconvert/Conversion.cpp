@@ -54,24 +54,26 @@ public:
     }
 
 private:
-    Trouble withinMemory(const Limits& limits, const InputFile& input)
+    Trouble withinMemory(Limits& limits, const InputFile& input)
     {
         try {
-            return work(input);
+            return work(limits, input);
         } catch (const std::bad_alloc&) {
             return limits.memoryFailure();
         }
     }
 
-    Trouble work(const InputFile& input)
+    Trouble work(Limits& limits, const InputFile& input)
     {
         const Outcome<const Format*> format = chooseFormat(m_line.input, input.head, input.size);
         if (!format)
             return format.failure();
+        if (m_line.externalParts && !(format.value()->refersToParts && format.value()->refersToParts(m_line.input)))
+            return noExternalParts();
         if (Trouble trouble = m_output.prepare())
             return trouble;
         m_log.info("format " + std::string(format.value()->name) + ", " + std::to_string(m_inputBytes) + " bytes");
-        const Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, m_progress, m_log};
+        const Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits, m_progress, m_log};
         Outcome<Model> model = format.value()->read(job);
         if (!model)
             return model.failure();
@@ -88,7 +90,7 @@ private:
         Outcome<Scene> scene = buildScene(model, m_line.input, m_line.settings.number(Setting::NodeLimit));
         if (!scene)
             return scene.failure();
-        if (scene.value().occurrences == 0)
+        if (scene.value().occurrences == 0 && model.references.empty())
             return Failure{ExitCode::NothingToImport, "no part of the file became a mesh"};
         m_log.info("scene: " + std::to_string(scene.value().nodes) + " nodes, " +
                    std::to_string(scene.value().occurrences) + " occurrences of parts");

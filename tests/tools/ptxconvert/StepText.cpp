@@ -190,6 +190,27 @@ StepOccurrence StepText::place(const StepProduct& parent, const StepProduct& chi
     return result;
 }
 
+void StepText::keepIn(const StepProduct& product, const std::string& name)
+{
+    const int type = add("DOCUMENT_TYPE('geometry')");
+    const int file = add("DOCUMENT_FILE('" + name + "','','',#" + std::to_string(type) + ",'',$)");
+    add("DOCUMENT_REPRESENTATION_TYPE('digital'," + ref(file) + ")");
+    add("APPLIED_DOCUMENT_REFERENCE(" + ref(file) + ",'',(" + ref(product.definition) + "))");
+    const int role = add("IDENTIFICATION_ROLE('external document id and location',$)");
+    const int source = add("EXTERNAL_SOURCE(IDENTIFIER(''))");
+    add("APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('" + name + "'," + ref(role) + "," + ref(source) + ",(" +
+        ref(file) + "))");
+}
+
+void StepText::keepInDocument(StepProduct& product, const std::string& name)
+{
+    const int type = add("DOCUMENT_TYPE('')");
+    const int document = add("DOCUMENT('','" + name + "',''," + ref(type) + ")");
+    std::string& definition = m_entities[static_cast<std::size_t>(product.definition) - 1];
+    definition.insert(definition.find('('), "_WITH_ASSOCIATED_DOCUMENTS");
+    definition.insert(definition.size() - 1, ",(" + ref(document) + ")");
+}
+
 int StepText::surfaceStyle(Triple rgb, double transparency)
 {
     const int color = add("COLOUR_RGB(''," + real(rgb.x) + "," + real(rgb.y) + "," + real(rgb.z) + ")");

@@ -44,6 +44,11 @@ public:
     StepOccurrence place(const StepProduct& parent, const StepProduct& child, const std::string& name, Triple offset,
                          Triple axis = {0, 0, 1}, Triple reference = {1, 0, 0});
 
+    /// Says that the geometry of `product` lies in the file `name`.
+    void keepIn(const StepProduct& product, const std::string& name);
+    /// The same in the older way, without entities for files.
+    void keepInDocument(StepProduct& product, const std::string& name);
+
     /// Gives a solid or face a colour; the coverage is what the transparency leaves over.
     int color(int item, Triple rgb, double transparency = 0);
     /// Gives one occurrence of `part` a colour that overrides `styled`, the style that `color` returned for its solid.

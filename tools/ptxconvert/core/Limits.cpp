@@ -17,11 +17,6 @@ constexpr double Megabyte = 1024.0 * 1024.0;
 // Less than this share of a core counts as no work: the monitor itself takes a little.
 constexpr double IdleShare = 0.02;
 
-double grown(double base, double perMegabyte, std::uint64_t bytes)
-{
-    return base == 0 ? 0 : base + perMegabyte * (static_cast<double>(bytes) / Megabyte);
-}
-
 std::string rounded(double value)
 {
     return std::to_string(static_cast<long long>(value + 0.5));
@@ -54,11 +49,20 @@ Usage measureUsage()
 }
 
 Limits::Limits(const Settings& settings, std::uint64_t inputBytes)
-    : m_seconds(grown(settings.number(Setting::TimeLimit), settings.number(Setting::TimeLimitPerMegabyte), inputBytes)),
-      m_megabytes(
-          grown(settings.number(Setting::MemoryLimit), settings.number(Setting::MemoryLimitPerMegabyte), inputBytes)),
-      m_stallSeconds(settings.number(Setting::StallLimit))
+    : m_settings(settings), m_stallSeconds(settings.number(Setting::StallLimit))
 {
+    addInput(inputBytes);
+}
+
+void Limits::addInput(std::uint64_t bytes)
+{
+    m_inputBytes += bytes;
+    const auto grown = [&](Setting base, Setting perMegabyte) {
+        const double most = m_settings.number(base);
+        return most == 0 ? 0 : most + m_settings.number(perMegabyte) * (static_cast<double>(m_inputBytes) / Megabyte);
+    };
+    m_seconds = grown(Setting::TimeLimit, Setting::TimeLimitPerMegabyte);
+    m_megabytes = grown(Setting::MemoryLimit, Setting::MemoryLimitPerMegabyte);
 }
 
 Trouble Limits::check(const Usage& usage, std::uint64_t signs)

@@ -3,6 +3,7 @@
 #include "tools/ptxconvert/core/Outcome.h"
 #include "tools/ptxconvert/core/Settings.h"
 
+#include <atomic>
 #include <cstdint>
 
 namespace ptx
@@ -24,6 +25,9 @@ class Limits
 public:
     Limits(const Settings& settings, std::uint64_t inputBytes);
 
+    /// Lets the limits grow with a further file of the input. May be called beside `check`, by one thread.
+    void addInput(std::uint64_t bytes);
+
     /// To be called now and then with the present usage and the progress counter.
     /// @return which limit was reached and how to raise it
     Trouble check(const Usage& usage, std::uint64_t signs);
@@ -36,8 +40,10 @@ public:
 private:
     Trouble checkStall(const Usage& usage, std::uint64_t signs);
 
-    double m_seconds;
-    double m_megabytes;
+    Settings m_settings;
+    std::uint64_t m_inputBytes = 0;
+    std::atomic<double> m_seconds = 0;
+    std::atomic<double> m_megabytes = 0;
     double m_stallSeconds;
     std::uint64_t m_lastSigns = 0;
     double m_lastLifeWall = 0;

@@ -33,10 +33,10 @@ osg::Matrix toMatrix(const gp_Trsf& place)
 class Walker
 {
 public:
-    using ExtraTags = std::function<std::vector<std::string>(const TDF_Label&)>;
+    using Complete = std::function<void(const TDF_Label&, Product&)>;
 
-    Walker(const Handle(TDocStd_Document) & document, const Job& job, const ExtraTags& extraTags)
-        : m_extraTags(extraTags), m_facts(document), m_shapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
+    Walker(const Handle(TDocStd_Document) & document, const Job& job, const Complete& complete)
+        : m_complete(complete), m_facts(document), m_shapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
           m_colors(XCAFDoc_DocumentTool::ColorTool(document->Main()), m_content.model.appearances), m_job(job)
     {
     }
@@ -95,13 +95,12 @@ private:
         product.name = nameOf(label);
         product.appearance = m_colors.of(label);
         product.tags = m_facts.of(label);
-        if (m_extraTags)
-            for (std::string& tag : m_extraTags(label))
-                product.tags.push_back(std::move(tag));
         if (XCAFDoc_ShapeTool::IsAssembly(label))
             addComponents(number, label, product);
         else
             addBody(label, product);
+        if (m_complete)
+            m_complete(label, product);
         m_content.model.products[number] = std::move(product);
     }
 
@@ -158,7 +157,7 @@ private:
     }
 
     DocumentContent m_content;
-    const ExtraTags& m_extraTags;
+    const Complete& m_complete;
     DocumentFacts m_facts;
     Handle(XCAFDoc_ShapeTool) m_shapes;
     DocumentColors m_colors;
@@ -172,9 +171,9 @@ private:
 } // namespace
 
 DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
-                             const std::function<std::vector<std::string>(const TDF_Label&)>& extraTags)
+                             const std::function<void(const TDF_Label&, Product&)>& complete)
 {
-    return Walker(document, job, extraTags).walk();
+    return Walker(document, job, complete).walk();
 }
 
 } // namespace ptx

@@ -24,8 +24,9 @@ struct DocumentContent {
 
 /// Reads the structure of `document`, each product once. Colour precedence, from strong to weak: occurrence, face,
 /// solid, product, assembly around it.
-/// `extraTags` gives tags that the reader knows of a label beside those of the document; it may be empty.
+/// `complete` is called for each product with its label when all else of it is known but its children's products; it may
+/// add what the reader knows beside the document. It may be empty.
 DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
-                             const std::function<std::vector<std::string>(const TDF_Label&)>& extraTags = {});
+                             const std::function<void(const TDF_Label&, Product&)>& complete = {});
 
 } // namespace ptx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/ptxconvert/core/Limits.h"
 #include "tools/ptxconvert/core/Log.h"
 #include "tools/ptxconvert/core/Progress.h"
 #include "tools/ptxconvert/core/Settings.h"
@@ -16,6 +17,7 @@ struct Job {
     std::uint64_t inputBytes = 0;
     bool externalParts = false;
     const Settings& settings;
+    Limits& limits;
     Progress& progress;
     Log& log;
 };

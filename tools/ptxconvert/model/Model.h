@@ -45,8 +45,7 @@ struct Product {
     std::size_t body = NoBody;
     int appearance = NoAppearance; ///< of what has none of its own
     std::vector<std::string> tags;
-    std::string externalFile; ///< absolute path of the file that holds this product; empty when it is in this file
-    std::string writtenPath;  ///< the same as the file wrote it
+    std::vector<std::string> externalNames; ///< names of the file that holds its geometry, as written, best first
 };
 
 /// An appearance for one occurrence deep in the tree: it holds where the product of each step contains the next.
@@ -55,12 +54,20 @@ struct PathOverride {
     int appearance = NoAppearance;
 };
 
+/// A product that stays in a file of its own.
+struct Reference {
+    std::size_t product = 0;
+    std::string file;    ///< absolute path; empty for a file that must not be followed
+    std::string written; ///< as the CAD file names it
+};
+
 struct Model {
     AppearanceTable appearances;
     std::vector<Product> products;
     std::vector<Occurrence> roots;
     std::vector<Body> bodies;
     std::vector<PathOverride> overrides;
+    std::vector<Reference> references;
     std::vector<std::string> tags; ///< of the file as a whole
 };
 

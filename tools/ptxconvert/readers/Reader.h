@@ -5,6 +5,7 @@
 #include "tools/ptxconvert/model/Model.h"
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace ptx
@@ -25,7 +26,15 @@ struct Format {
     Match (*probe)(std::string_view head, std::uint64_t size);
     /// Reads the whole file and makes its meshes. A file without any geometry is a failure with its cause.
     Outcome<Model> (*read)(const Job& job);
+    /// Whether the file may name parts in other files, by a cheap look; null when no file of the format does.
+    bool (*refersToParts)(const std::string& path) = nullptr;
 };
+
+/// What ends a run that is to keep external parts when the file names none.
+inline Failure noExternalParts()
+{
+    return {ExitCode::NoExternalParts, "the file names no part in another file"};
+}
 
 /// The formats of this build, in the order in which they are probed.
 std::span<const Format> formats();

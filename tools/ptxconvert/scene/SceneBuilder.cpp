@@ -8,7 +8,10 @@
 #include "tools/ptxconvert/scene/NodeNames.h"
 #include "tools/ptxconvert/scene/OverrideTracker.h"
 #include "tools/ptxconvert/scene/PartCores.h"
+#include "tools/ptxconvert/scene/ReferenceCore.h"
 #include "tools/ptxconvert/scene/RootNode.h"
+
+#include <unordered_map>
 
 namespace ptx
 {
@@ -22,6 +25,8 @@ public:
     SceneBuilder(const Model& model, double mostNodes)
         : m_model(model), m_mostNodes(mostNodes), m_cores(model), m_overrides(model.overrides)
     {
+        for (const Reference& reference : model.references)
+            m_references.emplace(reference.product, &reference);
     }
 
     Outcome<Scene> build(const std::string& input)
@@ -83,7 +88,7 @@ private:
     Frame enter(const Occurrence& occurrence, const osg::NodePtr& parent, const Look& around)
     {
         const Product& product = m_model.products[occurrence.product];
-        const osg::NodePtr node = osg::makeNodeFor(placementOf(occurrence));
+        const osg::NodePtr node = osg::makeNodeFor(coreOf(occurrence));
         append(parent, node);
         osg::setName(node, nodeName(occurrence, product));
         if (std::vector<std::string> tags = nodeTags(occurrence, product); !tags.empty())
@@ -98,9 +103,12 @@ private:
         return {&product, node, look};
     }
 
-    static osg::Transform3DPtr placementOf(const Occurrence& occurrence)
+    osg::Transform3DPtr coreOf(const Occurrence& occurrence) const
     {
-        const osg::Transform3DPtr transform = osg::Transform3D::create();
+        const auto reference = m_references.find(occurrence.product);
+        const osg::Transform3DPtr transform = reference == m_references.end()
+                                                  ? osg::Transform3D::create()
+                                                  : osg::Transform3DPtr(makeReferenceCore(*reference->second));
         const EditScope edit(transform, osg::Transform3D::MatrixFieldMask);
         transform->setMatrix(occurrence.placement);
         return transform;
@@ -128,6 +136,7 @@ private:
     double m_mostNodes;
     PartCores m_cores;
     OverrideTracker m_overrides;
+    std::unordered_map<std::size_t, const Reference*> m_references; ///< by product
     Scene m_scene;
 };
 

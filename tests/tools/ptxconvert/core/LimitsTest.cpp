@@ -44,6 +44,16 @@ TEST(Limits, MemoryGrowsWithTheInput)
                                 "limit.memory-per-mb, or set limit.memory=0");
 }
 
+TEST(Limits, BothGrowWithFurtherFiles)
+{
+    Limits limits(settings({"limit.time=10", "limit.time-per-mb=5", "limit.memory=100", "limit.memory-per-mb=30"}),
+                  TwoMegabytes);
+    limits.addInput(TwoMegabytes);
+    limits.addInput(TwoMegabytes / 2);
+    EXPECT_EQ(limits.seconds(), 35);
+    EXPECT_EQ(limits.megabytes(), 250);
+}
+
 TEST(Limits, StallIsNoProgressAndNoWorkTogether)
 {
     Limits limits(settings({"limit.stall=30"}), 0);

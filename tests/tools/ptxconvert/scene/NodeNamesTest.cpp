@@ -10,7 +10,7 @@ namespace
 std::string named(const std::string& occurrence, const std::string& product)
 {
     return nodeName({0, occurrence, {}, NoAppearance, true, {}},
-                    Product{product, {}, NoBody, NoAppearance, {}, {}, {}});
+                    Product{product, {}, NoBody, NoAppearance, {}, {}});
 }
 
 } // namespace
@@ -36,7 +36,7 @@ TEST(NodeNames, ACounterIsBetterThanNothing)
 
 TEST(NodeNames, TagsKeepTheNamesThatTheNodeDoesNotBear)
 {
-    const Product wheel{"wheel", {}, NoBody, NoAppearance, {"ptx::layer=7"}, {}, {}};
+    const Product wheel{"wheel", {}, NoBody, NoAppearance, {"ptx::layer=7"}, {}};
     EXPECT_EQ(nodeTags({0, "left", {}, NoAppearance, true, {"a=b"}}, wheel),
               (std::vector<std::string>{"a=b", "ptx::layer=7", "ptx::product=wheel"}));
     EXPECT_EQ(nodeTags({0, "NAUO3", {}, NoAppearance, true, {}}, wheel),

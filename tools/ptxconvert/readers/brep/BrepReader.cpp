@@ -61,7 +61,7 @@ Outcome<Model> readBrep(const Job& job)
         return *trouble;
     shapes[0].name = std::filesystem::path(job.input).stem().string();
     Model model;
-    model.products.push_back({shapes[0].name, {}, 0, NoAppearance, {}, {}, {}});
+    model.products.push_back({shapes[0].name, {}, 0, NoAppearance, {}, {}});
     model.roots.emplace_back();
     if (!hasGeometry(shapes[0].shape))
         return Failure{ExitCode::NothingToImport, "the file is a BREP file, but its shape has no faces or edges"};

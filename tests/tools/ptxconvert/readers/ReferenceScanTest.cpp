@@ -1,0 +1,108 @@
+#include "tools/ptxconvert/readers/step/ReferenceScan.h"
+#include "tests/tools/ptxconvert/TempFolder.h"
+#include "tools/ptxconvert/readers/PartFiles.h"
+#include "tools/ptxconvert/readers/step/StepString.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+using namespace ptx;
+using namespace ptx::step;
+using ptxtest::TempFolder;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(StepString, EndsAtItsQuote)
+{
+    EXPECT_EQ(quotedString("'a''b','c'"), "'a''b'");
+    EXPECT_EQ(quotedString("''"), "''");
+    EXPECT_EQ(quotedString("'never"), "");
+    EXPECT_EQ(quotedString("'never''"), "");
+    EXPECT_EQ(quotedString("#12"), "");
+}
+
+TEST(StepString, LettersOfEveryNotationAreDecoded)
+{
+    EXPECT_EQ(decodedString("'it''s a \\\\ b'"), "it's a \\ b");
+    EXPECT_EQ(decodedString("'\\X\\E4\\S\\d'"), "ää");
+    EXPECT_EQ(decodedString("'\\X2\\4E2D6587\\X0\\.stp'"), "中文.stp");
+    EXPECT_EQ(decodedString("'\\X2\\D83DDE00\\X0\\'"), "😀");
+    EXPECT_EQ(decodedString("'\\X4\\0001F600\\X0\\'"), "😀");
+}
+
+TEST(StepString, WhatIsNoSequenceStays)
+{
+    EXPECT_EQ(decodedString("'\\X2\\4E2D'"), "\\X2\\4E2D");
+    EXPECT_EQ(decodedString("'\\X\\G1'"), "\\X\\G1");
+    EXPECT_EQ(decodedString("'a\\'"), "a\\");
+}
+
+TEST(ReferenceScan, NamesEveryNameOfADocumentOnce)
+{
+    EXPECT_THAT(scanReferences("#1=DOCUMENT_FILE ( 'part.stp' , 'Part One','',#2,'',$);\n"
+                               "#3=APPLIED_DOCUMENT_REFERENCE(#1,'',(#9));\n"
+                               "#4=APPLIED_EXTERNAL_IDENTIFICATION_ASSIGNMENT('dir/part.stp',#5,#6,(#1));\n"
+                               "#7=DOCUMENT_FILE('part.stp',' ','',#2,'',$);\n"),
+                ElementsAre("dir/part.stp", "part.stp", "Part One"));
+}
+
+TEST(ReferenceScan, TakesDocumentsOfTheOlderWay)
+{
+    EXPECT_THAT(scanReferences("#1=DOCUMENT('','part.stp','',#2);"
+                               "#3=PRODUCT_DEFINITION_WITH_ASSOCIATED_DOCUMENTS('','',#4,#5,(#1));"),
+                ElementsAre("part.stp"));
+}
+
+TEST(ReferenceScan, DocumentsThatNobodyAppliesAreNoReferences)
+{
+    EXPECT_THAT(scanReferences("#1=DOCUMENT_FILE('part.stp','','',#2,'',$);"), IsEmpty());
+    EXPECT_THAT(scanReferences("#1=APPLIED_DOCUMENT_REFERENCE(#2,'',(#9));#2=DOCUMENT('a','b','',#3);"), IsEmpty());
+}
+
+TEST(ReferenceScan, TextThatEndsAnywhereIsHarmless)
+{
+    const std::string whole = "#3=APPLIED_DOCUMENT_REFERENCE(#1,'',(#9));#1=DOCUMENT_FILE('a\\X2\\00C4\\X0\\','b'";
+    for (std::size_t length = 0; length <= whole.size(); ++length)
+        EXPECT_LE(scanReferences(whole.substr(0, length)).size(), 2u) << length;
+}
+
+TEST(ReferenceScan, FindsTheFilesThatLeadBack)
+{
+    const auto text = [](const std::string& name) {
+        return "#1=APPLIED_DOCUMENT_REFERENCE(#2,'',(#9));#2=DOCUMENT_FILE('" + name + "','','',#3,'',$);";
+    };
+    TempFolder folder;
+    const std::string top = folder.write("top.stp", text("a.stp") + text("c.stp"));
+    const std::string a = folder.write("a.stp", text("b.stp"));
+    const std::string b = folder.write("b.stp", text("Top.STP"));
+    folder.write("c.stp", text("c.stp") + text("gone.stp"));
+    EXPECT_THAT(filesLeadingBackTo(top), testing::UnorderedElementsAre(top, a, b));
+    EXPECT_THAT(filesLeadingBackTo(folder.file("c.stp")), ElementsAre(folder.file("c.stp")));
+}
+
+TEST(PartFiles, ExactNameIsPreferredToOneInAnotherCase)
+{
+    TempFolder folder;
+    folder.write("PART.stp", "x");
+    const std::string exact = folder.write("part.stp", "x");
+    EXPECT_EQ(partFile(folder.path(), "part.stp"), exact);
+    EXPECT_EQ(partFile(folder.path(), "Part.stp"), folder.file("PART.stp"));
+}
+
+TEST(PartFiles, MissingFileIsExpectedWhereItsNameSays)
+{
+    TempFolder folder;
+    EXPECT_EQ(partFile(folder.path(), "sub\\..\\sub\\gone.stp"), folder.file("sub/gone.stp"));
+    EXPECT_EQ(partFile(folder.path(), "/nowhere/at/all/gone.stp"), folder.file("gone.stp"));
+    EXPECT_EQ(partFile(folder.path(), "D:\\work\\gone.stp"), folder.file("gone.stp"));
+}
+
+TEST(PartFiles, LinksLeadToOnePath)
+{
+    TempFolder folder;
+    const std::string part = folder.write("part.stp", "x");
+    std::filesystem::create_symlink(part, folder.file("link.stp"));
+    EXPECT_EQ(canonicalPath(folder.file("link.stp")), part);
+    EXPECT_EQ(canonicalPath(folder.file("gone.stp")), folder.file("gone.stp"));
+}
