@@ -1,13 +1,29 @@
 #include "importer/ConvertedRoad.h"
 
-#include "converter/znPtxConverterJob.h"
 #include "host/OSGSystem/Edit.h"
-#include "host/znJobProcessing/znOsbLoaderJob.h"
 #include "host/znKernel/znScenegraph.h"
+#include "importer/MissingParts.h"
+#include "importer/PartImports.h"
+#include "loader/znPtxLoaderJob.h"
 
 #include <QFile>
+#include <QFileInfo>
 
-ConvertedRoad::ConvertedRoad(const QString& file) : m_file(file)
+namespace
+{
+
+void hangIntoScene(const osg::NodePtr& node)
+{
+    const osg::NodePtr root = znScenegraph::getRoot();
+    osg::beginEditCP(root, osg::Node::ChildrenFieldMask, 1);
+    root->addChild(node);
+    osg::endEditCP(root, osg::Node::ChildrenFieldMask, 1);
+}
+
+} // namespace
+
+/// Where a file refers to others its own place counts, so its path is a whole one.
+ConvertedRoad::ConvertedRoad(const QString& file) : m_file(QFileInfo(file).absoluteFilePath())
 {
     m_queue.setDeleteFinishedOrFailedJobs(true);
     connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ConvertedRoad::queueEmpty);
@@ -17,7 +33,6 @@ void ConvertedRoad::start(znImportResult& result)
 {
     m_result = &result;
     m_converter = new znPtxConverterJob(m_file, QString(), &m_queue);
-    m_converter->setConvertEntireAssembly(true);
     connect(m_converter, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Starting")); });
     connect(m_converter, &znAbstractJob::progressChanged, this, &ImportRoad::progressChanged);
     connect(m_converter, &znPtxConverterJob::outputFileReady, this, &ConvertedRoad::converted);
@@ -46,24 +61,47 @@ void ConvertedRoad::conversionEnded(znCADFileTypes::JobState state)
         m_result->error = m_file + QStringLiteral(": ") + (reason.isEmpty() ? tr("the conversion failed") : reason);
         return;
     }
-    auto* job = new znOsbLoaderJob(m_convertedFile);
+    load();
+}
+
+void ConvertedRoad::load()
+{
+    auto* const job = new znPtxLoaderJob(m_convertedFile, m_file);
     job->setParent(&m_queue);
+    auto* const parts = new PartImports(*job);
     connect(job, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Loading")); });
-    connect(job, &znAbstractJob::finished, this, [this, job](znCADFileTypes::JobState end) { loaded(job, end); });
+    connect(parts, &PartImports::changed, this, [this, parts] { reportParts(*parts); });
+    connect(job, &znAbstractJob::finished, this, [this, job, parts] { loaded(*job, *parts); });
     m_queue.addJob(job);
 }
 
-void ConvertedRoad::loaded(znOsbLoaderJob* job, znCADFileTypes::JobState state)
+void ConvertedRoad::reportParts(const PartImports& parts)
 {
-    m_result->state = state;
-    m_result->node = job->getLoadedNode();
-    m_result->error = job->getErrorText();
+    const znPartCounts& counts = parts.counts();
+    Q_EMIT partsChanged(counts, tr("%1 of %2 parts done, %3 running, %4 failed")
+                                    .arg(counts.done)
+                                    .arg(counts.total)
+                                    .arg(counts.running)
+                                    .arg(counts.failed));
+}
+
+void ConvertedRoad::loaded(znPtxLoaderJob& job, const PartImports& parts)
+{
+    m_result->state = job.getState();
+    m_result->error = job.getErrorText();
+    if (m_result->cancelled) {
+        m_result->state = znCADFileTypes::JobFailed;
+        return;
+    }
+    m_result->node = job.getLoadedNode();
     if (!m_result->node)
         return;
-    const osg::NodePtr root = znScenegraph::getRoot();
-    osg::beginEditCP(root, osg::Node::ChildrenFieldMask, 1);
-    root->addChild(m_result->node);
-    osg::endEditCP(root, osg::Node::ChildrenFieldMask, 1);
+    hangIntoScene(m_result->node);
+    m_result->missing = parts.missing();
+    const std::vector<znMissingPart> leftOut = partsLeftOut(m_result->node);
+    m_result->missing.insert(m_result->missing.end(), leftOut.begin(), leftOut.end());
+    if (!m_result->missing.empty())
+        m_result->state = znCADFileTypes::JobPartial;
 }
 
 /// The scene stands on the mapped file, which may be unlinked.

@@ -5,10 +5,12 @@
 
 #include <QPointer>
 
-class znOsbLoaderJob;
+class PartImports;
 class znPtxConverterJob;
+class znPtxLoaderJob;
 
-/// A CAD file goes through the converter job, and its converted file through a loader job.
+/// A CAD file goes through the converter job, and its converted file through the loader job, which brings in the part
+/// files of an assembly. What is missing in the end makes the result partial.
 class ConvertedRoad : public ImportRoad
 {
     Q_OBJECT
@@ -22,7 +24,9 @@ public:
 private:
     void converted(const QString& file);
     void conversionEnded(znCADFileTypes::JobState state);
-    void loaded(znOsbLoaderJob* job, znCADFileTypes::JobState state);
+    void load();
+    void reportParts(const PartImports& parts);
+    void loaded(znPtxLoaderJob& job, const PartImports& parts);
     void queueEmpty();
 
     QString m_file;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "importer/ImportResult.h"
+#include "importer/PartCounts.h"
 
 #include <QObject>
 
@@ -22,5 +23,6 @@ public:
 
 Q_SIGNALS:
     void progressChanged(unsigned percent, const QString& text);
+    void partsChanged(const znPartCounts& counts, const QString& text);
     void ended();
 };

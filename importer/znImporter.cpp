@@ -8,6 +8,7 @@
 znImporter::znImporter(znStandaloneSession& session, QObject* parent) : QObject(parent), m_session(session)
 {
     qRegisterMetaType<znImportResult>();
+    qRegisterMetaType<znPartCounts>();
     m_session.setLogSink([this](const char* line) { receiveLog(QString::fromUtf8(line)); });
 }
 
@@ -26,6 +27,7 @@ void znImporter::import(const QString& file)
     m_result.file = file;
     m_road = ImportRoad::forFile(file);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &znImporter::progressChanged);
+    connect(m_road.get(), &ImportRoad::partsChanged, this, &znImporter::partsChanged);
     connect(m_road.get(), &ImportRoad::ended, this, &znImporter::roadEnded);
     m_road->start(m_result);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "importer/ImportResult.h"
+#include "importer/PartCounts.h"
 
 #include <QObject>
 
@@ -33,6 +34,8 @@ public:
 Q_SIGNALS:
     /// `percent` is 0 when only the text tells something.
     void progressChanged(unsigned percent, const QString& text);
+    /// The part files of an assembly went on; `text` tells the counts in words.
+    void partsChanged(const znPartCounts& counts, const QString& text);
     /// A line of the host's log.
     void message(const QString& line);
     void finished(const znImportResult& result);

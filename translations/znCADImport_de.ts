@@ -15,12 +15,27 @@
         <source>Loading</source>
         <translation>Laden</translation>
     </message>
+    <message>
+        <source>%1 of %2 parts done, %3 running, %4 failed</source>
+        <translation>%1 von %2 Teilen fertig, %3 in Arbeit, %4 fehlgeschlagen</translation>
+    </message>
 </context>
 <context>
     <name>NativeRoad</name>
     <message>
         <source>Loading</source>
         <translation>Laden</translation>
+    </message>
+</context>
+<context>
+    <name>PartImports</name>
+    <message>
+        <source>the conversion failed</source>
+        <translation>die Umwandlung ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>the conversion wrote nothing</source>
+        <translation>die Umwandlung hat nichts geschrieben</translation>
     </message>
 </context>
 <context>

@@ -31,6 +31,8 @@ Application::Application(CommandLine commandLine)
 {
     connect(&m_importer, &znImporter::progressChanged, this,
             [this](unsigned percent, const QString& text) { m_display.show(percent, text); });
+    connect(&m_importer, &znImporter::partsChanged, this,
+            [this](const znPartCounts& counts, const QString& text) { m_display.showParts(counts, text); });
     connect(&m_importer, &znImporter::finished, this, &Application::importFinished);
     connect(&m_interrupt, &Interrupt::stopRequested, this, &Application::stop);
 }

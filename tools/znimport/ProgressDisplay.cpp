@@ -32,6 +32,12 @@ void ProgressDisplay::show(unsigned percent, const QString& stage)
     m_lineShown = m_moving;
 }
 
+void ProgressDisplay::showParts(const znPartCounts& counts, const QString& text)
+{
+    if (m_moving || counts.allEnded())
+        show(counts.percent(), text);
+}
+
 void ProgressDisplay::clear()
 {
     if (m_lineShown)

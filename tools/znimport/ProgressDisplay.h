@@ -1,5 +1,7 @@
 #pragma once
 
+#include "importer/PartCounts.h"
+
 #include <QElapsedTimer>
 #include <QString>
 
@@ -20,6 +22,8 @@ public:
     void begin(const QString& file);
     /// `percent` of 0 stands for a stage without a number.
     void show(unsigned percent, const QString& stage);
+    /// How far the parts of the file are, in words. Without a moving line only the end of all parts is worth one.
+    void showParts(const znPartCounts& counts, const QString& text);
     /// Takes the moving line away, so that something else can be written.
     void clear();
 

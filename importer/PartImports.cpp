@@ -1,0 +1,57 @@
+#include "importer/PartImports.h"
+
+#include "loader/znPtxLoaderJob.h"
+
+#include <QFile>
+
+PartImports::PartImports(znPtxLoaderJob& job) : QObject(&job)
+{
+    connect(&job, &znPtxLoaderJob::childPtxConverterJobCreated, this, &PartImports::follow);
+    connect(&job, &znPtxLoaderJob::childPtxImportFinished, this, &PartImports::partEnded);
+    connect(&job, &znPtxLoaderJob::childOsbLoaderJobCreated, this,
+            [this](znOsbLoaderJob* load, const QString& partFile) {
+                connect(load, &znAbstractJob::finished, this, [this, load, partFile] { loadEnded(*load, partFile); });
+            });
+}
+
+void PartImports::follow(znPtxConverterJob* conversion)
+{
+    ++m_counts.total;
+    connect(conversion, &znAbstractJob::starting, this, [this, conversion] {
+        m_running.insert(conversion->getInputFile());
+        m_counts.running = static_cast<unsigned>(m_running.size());
+        Q_EMIT changed();
+    });
+    connect(conversion, &znAbstractJob::finished, this, [this, conversion] { conversionEnded(*conversion); });
+}
+
+void PartImports::conversionEnded(const znPtxConverterJob& conversion)
+{
+    const QString file = conversion.getInputFile();
+    m_outputs.insert(file, conversion.getOutputFile());
+    const QString text = conversion.getErrorText();
+    const bool converted = conversion.getState() == znCADFileTypes::JobSucceeded;
+    const QString usual = converted ? tr("the conversion wrote nothing") : tr("the conversion failed");
+    m_reasons.insert(file, converted || text.isEmpty() ? usual : text);
+}
+
+void PartImports::loadEnded(znOsbLoaderJob& load, const QString& partFile)
+{
+    if (load.getLoadedNode())
+        m_reasons.remove(partFile);
+    else
+        m_reasons.insert(partFile, load.getErrorText());
+}
+
+void PartImports::partEnded(const QString& partFile)
+{
+    m_running.remove(partFile);
+    m_counts.running = static_cast<unsigned>(m_running.size());
+    const QString reason = m_reasons.take(partFile);
+    ++(reason.isEmpty() ? m_counts.done : m_counts.failed);
+    if (!reason.isEmpty())
+        m_missing.push_back({partFile, reason});
+    if (const QString output = m_outputs.take(partFile); !output.isEmpty())
+        QFile::remove(output);
+    Q_EMIT changed();
+}

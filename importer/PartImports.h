@@ -1,0 +1,44 @@
+#pragma once
+
+#include "importer/ImportResult.h"
+#include "importer/PartCounts.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+
+#include <vector>
+
+class znOsbLoaderJob;
+class znPtxConverterJob;
+class znPtxLoaderJob;
+
+/// Follows the part files of one loader job: how many are done, and which did not come in and why. It removes the
+/// converted file of a part once the part is in the tree, which stands on the mapped file.
+class PartImports : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Belongs to `job`, which has not run yet.
+    explicit PartImports(znPtxLoaderJob& job);
+
+    const znPartCounts& counts() const { return m_counts; }
+    /// In the order in which they ended.
+    const std::vector<znMissingPart>& missing() const { return m_missing; }
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void follow(znPtxConverterJob* conversion);
+    void conversionEnded(const znPtxConverterJob& conversion);
+    void loadEnded(znOsbLoaderJob& load, const QString& partFile);
+    void partEnded(const QString& partFile);
+
+    znPartCounts m_counts;
+    QSet<QString> m_running;
+    QHash<QString, QString> m_reasons; ///< why parts whose import goes on would have failed, were this its end
+    QHash<QString, QString> m_outputs;
+    std::vector<znMissingPart> m_missing;
+};
