@@ -3,21 +3,32 @@
 //     zn_scripted_child [--script TEXT] [--external-parts] [--set NAME=VALUE]... [INPUT [OUTPUT]]
 //
 // The script is TEXT, where ';' ends a line as well; otherwise the environment variable ZN_CHILD_SCRIPT; otherwise the
-// content of INPUT. One command a line, words are separated by blanks, "double quotes" hold a word with blanks
-// together,
+// content of INPUT. One command a line, words are separated by blanks, "double quotes" hold a word with blanks together,
 // '#' begins a comment line. A script that runs to its end exits with 0, a wrong one with 98.
 //
-//     progress TEXT        writes TEXT to OUTPUT.tmp as the converter does: at offset 0, blank-padded, without
-//     truncation progress-bytes HEX   the same with bytes given as hexadecimal digits, unpadded output TEXT writes
-//     OUTPUT (under another name, then renamed) output-from FILE     the same with the content of FILE log TEXT appends
-//     a line to OUTPUT.log write FILE TEXT      writes a file; append FILE TEXT appends a line remove FILE arguments
-//     FILE       writes the command line's arguments, one a line pid FILE             writes the process id stdout TEXT
-//     writes a line; stderr TEXT likewise flood-stderr BYTES   writes that many bytes wait MS wait-for FILE until the
-//     file is there, half a minute at most ignore-stop          ignores SIGTERM exit-on-stop CODE    exits with CODE at
-//     SIGTERM grandchild MS FILE   leaves a child behind that lives MS milliseconds, its id in FILE crash SIGNAL dies
-//     of the signal with that number exit CODE if-external-parts COMMAND...       runs COMMAND if the argument was
-//     given; unless-external-parts is the opposite if-exists FILE COMMAND...          runs COMMAND if the file is
-//     there; unless-exists is the opposite
+// clang-format off
+//     progress TEXT            writes TEXT to OUTPUT.tmp as the converter does: at offset 0, blank-padded, not truncated
+//     progress-bytes HEX       the same with bytes given as hexadecimal digits, unpadded
+//     output TEXT              writes OUTPUT (under another name, then renamed)
+//     output-from FILE         the same with the content of FILE
+//     log TEXT                 appends a line to OUTPUT.log
+//     write FILE TEXT          writes a file
+//     append FILE TEXT         appends a line
+//     remove FILE
+//     arguments FILE           writes the command line's arguments, one a line
+//     pid FILE                 writes the process id
+//     stdout TEXT              writes a line; stderr TEXT likewise
+//     flood-stderr BYTES       writes that many bytes
+//     wait MS
+//     wait-for FILE            until the file is there, half a minute at most
+//     ignore-stop              ignores SIGTERM
+//     exit-on-stop CODE        exits with CODE at SIGTERM
+//     grandchild MS FILE       leaves a child behind that lives MS milliseconds, its id in FILE
+//     crash SIGNAL             dies of the signal with that number
+//     exit CODE
+//     if-external-parts COMMAND...   runs COMMAND if the argument was given; unless-external-parts is the opposite
+//     if-exists FILE COMMAND...      runs COMMAND if the file is there; unless-exists is the opposite
+// clang-format on
 
 #include <fcntl.h>
 #include <signal.h>
