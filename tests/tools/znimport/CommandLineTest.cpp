@@ -41,6 +41,19 @@ TEST(CommandLine, JobsIsTheLimitOfProcesses)
     EXPECT_EQ(line.settings[0].second, QStringLiteral("3"));
 }
 
+TEST(CommandLine, AVariantSetMayBeNamedAndAllListed)
+{
+    const auto [line, error] = parse({"a.osb", "--variant", "Open Röof", "--variants", "--view", "top"});
+    ASSERT_FALSE(error);
+    EXPECT_EQ(line.variant, QString::fromUtf8("Open Röof"));
+    EXPECT_TRUE(line.variants);
+    EXPECT_TRUE(line.isViewGiven);
+    const CommandLine plain = parse({"a.osb"}).commandLine;
+    EXPECT_FALSE(plain.variant);
+    EXPECT_FALSE(plain.variants);
+    EXPECT_FALSE(plain.isViewGiven);
+}
+
 TEST(CommandLine, WrongUseIsToldInASentence)
 {
     EXPECT_EQ(*parse({}).error, QStringLiteral("no file to import"));

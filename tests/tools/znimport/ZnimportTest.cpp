@@ -1,4 +1,7 @@
+#include "standalone/scenefile/SceneFile.h"
+#include "standalone/znVariants/VariantTable.h"
 #include "tests/gltf-validator/GltfValidator.h"
+#include "tests/support/BookmarkScene.h"
 
 #include <QDir>
 #include <QFile>
@@ -69,6 +72,56 @@ protected:
 
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/znimport äö XXXXXX")};
 };
+
+/// A scene of the parts "body" and "roof" with the set "Open Roof" of the group "Exterior", which hides the roof, and the
+/// set "Plain".
+bool writeSceneWithVariants(const QString& file)
+{
+    const osg::RefPtr<osg::NodePtr> root(osg::Node::create());
+    for (const char* name : {"body", "roof"}) {
+        const auto mesh = bookmarkscene::box({0, 0, 0}, {10, 10, 10});
+        root->addChild(bookmarkscene::part(name, mesh, bookmarkscene::paint(name, {1, 0, 0})));
+    }
+    osg::VariantTable table;
+    table.groups = {"Exterior"};
+    table.sets = {{"Open Roof", "Exterior", "", {}, {}, {{{1}, "!Disable"}}}, {"Plain", "", "", {}, {}, {}}};
+    root->addAttachment(osg::VariantAttachment::create(table));
+    return static_cast<bool>(osg::writeSceneFile(root, file));
+}
+
+TEST_F(ZnimportTest, VariantSetsAreListedAndAppliedAndStayInTheOutput)
+{
+    const QString scene = path(QStringLiteral("car.osb"));
+    const QString saved = path(QStringLiteral("saved.osb"));
+    ASSERT_TRUE(writeSceneWithVariants(scene));
+    const Ending ending = znimport({scene, QStringLiteral("--variants"), QStringLiteral("--variant"),
+                                    QStringLiteral("Open Roof"), QStringLiteral("-o"), saved});
+    EXPECT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    EXPECT_EQ(ending.output, QStringLiteral("Open Roof [Exterior]\nPlain\n"));
+    const osg::SceneFileReadResult read = osg::readSceneFile(saved);
+    ASSERT_TRUE(read);
+    const osg::RefPtr<osg::NodePtr> root(read.root);
+    ASSERT_TRUE(osg::VariantAttachment::of(root));
+    EXPECT_EQ(osg::VariantAttachment::of(root)->table().sets[0].name, "Open Roof");
+    const osg::NodePtr car = root->getChild(0);
+    EXPECT_TRUE(car->getChild(0)->isActive());
+    EXPECT_FALSE(car->getChild(1)->isActive());
+}
+
+TEST_F(ZnimportTest, AnUnknownVariantSetIsAFailureThatNamesTheKnownOnes)
+{
+    const QString scene = path(QStringLiteral("car.osb"));
+    ASSERT_TRUE(writeSceneWithVariants(scene));
+    const Ending ending = znimport({scene, QStringLiteral("--variant"), QStringLiteral("open roof")});
+    EXPECT_EQ(ending.exitCode, 1);
+    EXPECT_TRUE(ending.errors.endsWith(
+        QStringLiteral("\nznimport: there is no variant set 'open roof'; the scene has 'Open Roof', 'Plain'\n")))
+        << ending.errors.toStdString();
+    const Ending none = znimport({plate(), QStringLiteral("--variant"), QStringLiteral("x")});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_TRUE(none.errors.endsWith(QStringLiteral("\nznimport: there is no variant set 'x'; the scene has none\n")))
+        << none.errors.toStdString();
+}
 
 TEST_F(ZnimportTest, HelpAndVersionEndWell)
 {
