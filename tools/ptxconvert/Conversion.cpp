@@ -97,8 +97,8 @@ private:
         m_progress.begin(Stage::Write);
         if (Trouble trouble = m_output.write(scene.value().root))
             return trouble;
-        m_progress.begin(Stage::Finished);
         tellEnd();
+        m_progress.begin(Stage::Finished);
         return std::nullopt;
     }
 
@@ -113,6 +113,7 @@ private:
 
     void tellEnd()
     {
+        m_log.info("stages: " + m_progress.stageTimes());
         const Usage usage = measureUsage();
         m_log.info("finished: " + oneDecimal(usage.cpuSeconds) + " s of processor time, " +
                    std::to_string(m_log.warnings()) + " warnings");

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/core/Progress.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace ptx
 {
@@ -11,6 +12,20 @@ void Progress::begin(Stage stage)
     m_stage.store(static_cast<int>(stage), std::memory_order_relaxed);
     raise(std::max(stageStart(stage), least));
     touch();
+    m_begun.emplace_back(stage, Clock::now());
+}
+
+std::string Progress::stageTimes() const
+{
+    std::string text;
+    for (std::size_t i = 0; i < m_begun.size(); ++i) {
+        const Clock::time_point end = i + 1 < m_begun.size() ? m_begun[i + 1].second : Clock::now();
+        char seconds[32];
+        std::snprintf(seconds, sizeof seconds, " %.1f s",
+                      std::chrono::duration<double>(end - m_begun[i].second).count());
+        text += (i ? ", " : "") + std::string(stageWord(m_begun[i].first)) + seconds;
+    }
+    return text;
 }
 
 void Progress::report(double fraction)

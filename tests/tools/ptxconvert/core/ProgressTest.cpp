@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/core/Progress.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 
@@ -78,4 +78,13 @@ TEST(Progress, SignsCountReportsThatDoNotRaiseTheNumber)
     progress.touch();
     progress.report(0);
     EXPECT_EQ(progress.signs(), before + 2);
+}
+
+TEST(Progress, TellsItsStagesWithTheirTimesInTheirOrder)
+{
+    Progress progress;
+    EXPECT_EQ(progress.stageTimes(), "");
+    progress.begin(Stage::ReadAndProcess);
+    progress.begin(Stage::Tessellate);
+    EXPECT_THAT(progress.stageTimes(), testing::MatchesRegex("ReadAndProcess [0-9.]+ s, Tessellate [0-9.]+ s"));
 }

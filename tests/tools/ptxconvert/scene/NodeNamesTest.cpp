@@ -9,8 +9,7 @@ namespace
 
 std::string named(const std::string& occurrence, const std::string& product)
 {
-    return nodeName({0, occurrence, {}, NoAppearance, true, {}},
-                    Product{product, {}, NoBody, NoAppearance, {}, {}});
+    return nodeName({0, occurrence, {}, NoAppearance, true, {}}, Product{product, {}, NoBody, NoAppearance, {}, {}});
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "tools/ptxconvert/readers/MappedFile.h"
 #include "tools/ptxconvert/readers/Reader.h"
 #include "tools/ptxconvert/readers/step/CountingBuffer.h"
+#include "tools/ptxconvert/readers/step/EntityWarnings.h"
 #include "tools/ptxconvert/readers/step/ExternalNames.h"
 #include "tools/ptxconvert/readers/step/LengthUnit.h"
 #include "tools/ptxconvert/readers/step/UserAttributes.h"
@@ -74,6 +75,7 @@ private:
         const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
         if (status != IFSelect_RetDone)
             return Failure{ExitCode::Damaged, "the text is not a STEP file that can be read"};
+        warnOfUnreadEntities(m_reader, m_job.log);
         m_names.emplace(m_reader);
         if (m_job.externalParts && m_names->isEmpty())
             return noExternalParts();
@@ -85,7 +87,8 @@ private:
         begin(Stage::Convert);
         Handle(KernelProgress) progress = new KernelProgress(m_job.progress);
         if (!m_reader.Transfer(m_document, progress->Start()))
-            return nothing("none of its entities is a product or a shape");
+            return nothingToImport(m_job.input, "none of its entities is a product or a shape");
+        warnOfUntranslatedEntities(m_reader, m_job.log);
         return std::nullopt;
     }
 
@@ -112,15 +115,6 @@ private:
         m_job.log.info("length unit of the file: " + unit);
     }
 
-    // The installed kernel has no entities for tessellated geometry and says nothing about it.
-    Failure nothing(const std::string& cause) const
-    {
-        const bool isTessellated = MappedFile(m_job.input).text().find("TESSELLATED_") != std::string_view::npos;
-        return {ExitCode::NothingToImport,
-                "the file is a STEP file, but " + cause +
-                    (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
-    }
-
     const Job& m_job;
     bool m_isPart;
     STEPCAFControl_Reader m_reader;
@@ -134,6 +128,14 @@ private:
 Outcome<DocumentContent> readStepFile(const Job& job, bool isPart)
 {
     return StepFile(job, isPart).content();
+}
+
+// The installed kernel has no entities for tessellated geometry and says nothing about it.
+Failure nothingToImport(const std::string& path, const std::string& cause)
+{
+    const bool isTessellated = MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;
+    return {ExitCode::NothingToImport, "the file is a STEP file, but " + cause +
+                                           (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
 }
 
 } // namespace ptx::step

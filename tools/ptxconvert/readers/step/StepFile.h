@@ -12,4 +12,7 @@ namespace ptx::step
 /// present one.
 Outcome<DocumentContent> readStepFile(const Job& job, bool isPart);
 
+/// The failure for the file `path` without geometry, whose `cause` is a clause: "it holds no solids".
+Failure nothingToImport(const std::string& path, const std::string& cause);
+
 } // namespace ptx::step

@@ -45,7 +45,7 @@ Outcome<Model> readStep(const Job& job)
     if (job.externalParts && model.references.empty())
         return noExternalParts();
     if (content.value().shapes.empty() && model.references.empty())
-        return Failure{ExitCode::NothingToImport, "the file is a STEP file, but holds no solids, surfaces or curves"};
+        return nothingToImport(job.input, "it holds no solids, surfaces or curves");
     Outcome<std::vector<Body>> bodies = meshParts(std::move(content.value().shapes), job);
     if (!bodies)
         return bodies.failure();
