@@ -124,6 +124,8 @@ void addOptimizationRows(std::vector<SettingRow>& rows)
           {QStringLiteral("dissolve"), QStringLiteral("keep")}},
          switchRow(QStringLiteral("optimize.solidKernel"), false,
                    Settings::tr("Add ambient occlusion to imported trees, and do not merge their geometries.")),
+         switchRow(QStringLiteral("export.occlusionAsColors"), false,
+                   Settings::tr("Write ambient occlusion into GLB files, as vertex colors.")),
          presetRow(),
          textRow(QStringLiteral("tessellation.program"), {},
                  Settings::tr("What meshes exact surfaces anew; empty for the ptxtessellate beside this program or on "

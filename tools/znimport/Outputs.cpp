@@ -46,7 +46,10 @@ Result writeScene(const QString& file, const osg::NodePtr& scene)
             result.error = written.error->toString();
         return result;
     }
-    const glb::WriteResult written = glb::write(scene, file);
+    glb::WriteOptions options;
+    options.occlusionAsColors =
+        znStandaloneSession::require().settings().isOn(QStringLiteral("export.occlusionAsColors"));
+    const glb::WriteResult written = glb::write(scene, file, options);
     for (const QString& warning : written.warnings)
         result.warnings.append(file + QStringLiteral(": ") + warning);
     if (written.error)
