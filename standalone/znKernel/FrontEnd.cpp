@@ -36,6 +36,12 @@ void znOSGWidget::cancelAntialiasing()
     ++front().cancelledRefinements;
 }
 
+void znOSGWidget::showAllMains(bool animated)
+{
+    const zn::TracedCall call("znOSGWidget::showAllMains", animated);
+    ++front().shownWholes;
+}
+
 void znTexSearch::setCurrentFile(const char* file)
 {
     const zn::TracedCall call("znTexSearch::setCurrentFile", file);

@@ -10,6 +10,7 @@ struct FrontState {
     bool busy = false;
     bool inputBlocked = false;         ///< only while busy
     unsigned cancelledRefinements = 0; ///< times that the views were told to stop refining
+    unsigned shownWholes = 0;          ///< times that the views were told to show the whole scene
     std::string textureBase;           ///< the file whose folder searches for pictures begin in; empty for none
 };
 

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+#include "host/znJobProcessing/znAbstractProcessingJob.h"
+#include "import/ImportExport.h"
+
+#include <QString>
+
+#include <functional>
+
+/// The last job of an import: cleans a loaded tree, hangs it into the scene, turns its bookmarks into variants and does
+/// what needs the tree in the scene (material assets, centring, environment, references).
+///
+/// The state ends as 0, or as 1 when the tree is none that a converter or a product structure gave; it is not touched
+/// then. An exception of a step passes through `process`: nothing is undone, and no end is announced by the job itself.
+/// The job holds a reference on tree and parent as long as it lives.
+class ZN_IMPORT_EXPORT znPtxTreeOptimizationJob : public znAbstractProcessingJob
+{
+    Q_OBJECT
+
+public:
+    /// A tree that the host recognises as converted is accepted under any name, and goes by the name in its file info.
+    /// @param fileName the imported file
+    /// @param parent where the tree is wanted; null, locked nodes, asset roots and drawables give way to the scene root
+    znPtxTreeOptimizationJob(const QString& fileName, const osg::NodePtr& root, const osg::NodePtr& parent);
+    ~znPtxTreeOptimizationJob() override;
+
+    /// Whether materials of the scene take the places of equal ones in the tree; false at first. Counts when the job
+    /// runs.
+    void setMergeMaterials(bool mergeMaterials) { m_mergeMaterials = mergeMaterials; }
+    bool getMergeMaterials() const { return m_mergeMaterials; }
+
+    /// `listener` is told the name of each step before it begins, and null behind the last one.
+    void setStepListener(std::function<void(const char* step)> listener) { m_stepListener = std::move(listener); }
+
+protected:
+    void process() override;
+
+private:
+    struct Run;
+    struct Step;
+    static const Step steps[];
+
+    void optimizeMaterials(Run& run);
+    void updateMaterials(Run& run);
+    void reuseMaterials(Run& run);
+    void addAmbientOcclusion(Run& run);
+    void removeVertexColors(Run& run);
+    void removeEmptyGroups(Run& run);
+    void flushTransformations(Run& run);
+    void mergeGeometries(Run& run);
+    void removeNurbs(Run& run);
+    void removeSourceReferences(Run& run);
+    void removePtxTag(Run& run);
+    void removeInvalidMechanorReferences(Run& run);
+    void insertIntoScene(Run& run);
+    void registerMaterials(Run& run);
+    void convertBookmarks(Run& run);
+    void unshareNodes(Run& run);
+    void applySceneSettings(Run& run);
+    void renewEnvironment(Run& run);
+    void notifyReferences(Run& run);
+
+    osg::NodePtr decideParent() const;
+
+    QString m_fileName;
+    osg::RefPtr<osg::NodePtr> m_root;
+    osg::RefPtr<osg::NodePtr> m_parent;
+    bool m_canProcess = false;
+    bool m_addAmbientOcclusion = true;
+    bool m_updateMaterials = true;
+    bool m_convertBookmarks = true;
+    bool m_flushGeometryScales = true;
+    bool m_mergeMaterials = false;
+    std::function<void(const char* step)> m_stepListener;
+};
