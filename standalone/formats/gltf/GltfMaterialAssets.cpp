@@ -1,8 +1,12 @@
 #include "standalone/formats/gltf/GltfMaterialAssets.h"
 
 #include "standalone/formats/gltf/GltfDocument.h"
+#include "standalone/formats/gltf/GltfFrame.h"
 #include "standalone/formats/gltf/GltfMaterials.h"
 
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
 #include <new>
 
 namespace formats
@@ -11,22 +15,39 @@ namespace formats
 namespace
 {
 
-/// Empty when `object` has no text of this name.
-std::string textIn(const tinygltf::Value& object, const char* key)
+using Json = nlohmann::json;
+
+/// What is nested deeper is left out.
+constexpr int maxJsonDepth = 64;
+
+/// The materials of a sound document with their extras, which the model of `openGltf` does not have; null without any.
+Json materialsOf(const QString& path, const ReadOptions& options)
 {
-    if (!object.IsObject() || !object.Has(key) || !object.Get(key).IsString())
-        return {};
-    return object.Get(key).Get<std::string>();
+    ReadTask task(path, options);
+    const FileBytes file = readFile(task, path);
+    const auto filter = [](int depth, Json::parse_event_t event, Json& value) {
+        const bool isOtherMember = depth == 1 && event == Json::parse_event_t::key && value != "materials";
+        return !isOtherMember && depth <= maxJsonDepth;
+    };
+    const Json json = Json::parse(splitGltf(file, task).json, filter, false);
+    return json.is_object() ? json.value("materials", Json()) : Json();
 }
 
-MaterialAsset assetOf(const tinygltf::Material& material)
+/// Empty when `object` has no text of this name.
+std::string textIn(const Json& object, const char* key)
+{
+    const auto found = object.find(key);
+    return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+MaterialAsset assetOf(const tinygltf::Material& material, const Json& extras)
 {
     MaterialAsset asset;
-    asset.uuid = textIn(material.extras, "uuid");
-    asset.name = textIn(material.extras, "name");
+    asset.uuid = textIn(extras, "uuid");
+    asset.name = textIn(extras, "name");
     if (asset.name.empty())
         asset.name = material.name;
-    asset.environmentImage = textIn(material.extras, "environment");
+    asset.environmentImage = textIn(extras, "environment");
     asset.look = lookOfMaterial(material);
     return asset;
 }
@@ -35,10 +56,15 @@ std::vector<MaterialAsset> assetsIn(const QString& path, const ReadOptions& opti
 {
     ReadTask task(path, options);
     const GltfDocument document = openGltf(task);
+    const Json materials = materialsOf(path, options);
     std::vector<MaterialAsset> assets;
-    for (const tinygltf::Material& material : document.model.materials)
-        if (MaterialAsset asset = assetOf(material); !asset.uuid.empty())
+    for (std::size_t i = 0; i < std::min(document.model.materials.size(), materials.size()); ++i) {
+        const auto extras = materials[i].find("extras");
+        if (extras == materials[i].end() || !extras->is_object())
+            continue;
+        if (MaterialAsset asset = assetOf(document.model.materials[i], *extras); !asset.uuid.empty())
             assets.push_back(std::move(asset));
+    }
     return assets;
 }
 
