@@ -37,12 +37,22 @@ std::optional<QStringList> ownConverter(const zn::TemplateValues& values)
     return QStringList(program) + zn::filledTemplate(settings().text(zn::converterArgumentsSetting(format)), values);
 }
 
+/// Somebody wants the exact surfaces: to keep them, or to mesh them anew.
+bool needsSurfaces()
+{
+    const bool remeshes = settings().isOn(QStringLiteral("optimize.mergeGeometries")) &&
+                          !settings().isOn(QStringLiteral("optimize.solidKernel"));
+    return remeshes || settings().isOn(QStringLiteral("optimize.keepNurbs"));
+}
+
 /// The words that start the converter of all formats.
 QStringList commonConverter(const zn::TemplateValues& values)
 {
     QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
     if (values.externalParts)
         words.append(QStringLiteral("--external-parts"));
+    if (needsSurfaces())
+        words << QStringLiteral("--set") << QStringLiteral("keep-brep=1");
     const QString options = settings().text(QStringLiteral("converter.options"));
     for (const QString& option : options.split(QLatin1Char(' '), Qt::SkipEmptyParts))
         words << QStringLiteral("--set") << option;

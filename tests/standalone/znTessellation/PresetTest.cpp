@@ -1,4 +1,5 @@
 #include "host/znKernel/znFileIOHelper.h"
+#include "host/znKernel/znPtxHelper.h"
 #include "tests/standalone/session/SessionTest.h"
 
 namespace
@@ -34,6 +35,24 @@ TEST_F(TessellationPresetTest, CustomTakesTheSettingsOfTheirOwn)
     EXPECT_DOUBLE_EQ(imported("custom").getChordDeviation(), 0.33);
     EXPECT_DOUBLE_EQ(imported("custom").getNormalTolerance(), 21);
     EXPECT_DOUBLE_EQ(imported("custom").getMaxChordLength(), 77);
+}
+
+TEST_F(TessellationPresetTest, TheConverterIsToldToKeepSurfacesThatAreNeededLater)
+{
+    const auto isTold = [&](const char* merge, const char* keep, const char* solid) {
+        for (const auto& [name, value] :
+             {std::pair("mergeGeometries", merge), std::pair("keepNurbs", keep), std::pair("solidKernel", solid)})
+            EXPECT_EQ(m_session.settings().set(QStringLiteral("optimize.") + QString::fromLatin1(name),
+                                               QString::fromLatin1(value)),
+                      std::nullopt);
+        const std::string command = znPtxHelper::createProcessCommand("/a/part.stp", false, "/tmp").first;
+        return command.find("\"--set\" \"keep-brep=1\" \"/a/part.stp\"") != command.npos;
+    };
+    EXPECT_TRUE(isTold("on", "off", "off"));
+    EXPECT_TRUE(isTold("off", "on", "off"));
+    EXPECT_TRUE(isTold("off", "on", "on"));
+    EXPECT_FALSE(isTold("on", "off", "on"));
+    EXPECT_FALSE(isTold("off", "off", "off"));
 }
 
 TEST_F(TessellationPresetTest, TheHelpTellsTheNumbers)
