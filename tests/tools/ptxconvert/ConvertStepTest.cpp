@@ -249,3 +249,38 @@ TEST(ConvertStep, SameFileGivesTheSameBytes)
     ASSERT_EQ(second.convert(path), 0);
     EXPECT_EQ(contentOf(first.output()), contentOf(second.output()));
 }
+
+TEST(ConvertStep, EntityThatCannotBeReadIsToldByItsNumber)
+{
+    ConvertRun run;
+    std::string text = OneBox().step.text();
+    const std::size_t plane = text.find("=PLANE(");
+    const std::size_t line = text.rfind('#', plane);
+    const std::size_t place = text.find('#', plane);
+    text.replace(place, text.find(')', place) - place, "#99999");
+    ASSERT_EQ(run.convertText("box.stp", text), 0) << run.log();
+    EXPECT_THAT(run.log(), testing::HasSubstr("Warning: " + text.substr(line, plane - line) +
+                                              " PLANE: A reference to another entity is unresolved"));
+    EXPECT_EQ(measure(run.scene()).triangles, 10u) << "the other five faces";
+}
+
+TEST(ConvertStep, TessellatedGeometryAloneEndsWith25AndSaysSo)
+{
+    ConvertRun run;
+    StepText step;
+    step.product("part");
+    step.add("COORDINATES_LIST('',3,((0.,0.,0.),(1.,0.,0.),(0.,1.,0.)))");
+    step.add("TESSELLATED_SHAPE_REPRESENTATION('',(),#" + std::to_string(step.context()) + ")");
+    EXPECT_EQ(run.convertText("part.stp", step.text()), 25);
+    EXPECT_THAT(run.log(), testing::HasSubstr("it has tessellated geometry, which is not read"));
+}
+
+TEST(ConvertStep, ComplaintsOfOneKindAreToldOnceWithTheirNumber)
+{
+    ConvertRun run;
+    std::string text = OneBox().step.text();
+    for (std::size_t place = text.find("=VECTOR("); place != text.npos; place = text.find("=VECTOR(", place + 1))
+        text.replace(place, 10, "=VECTOR($");
+    run.convertText("box.stp", text);
+    EXPECT_THAT(run.log(), testing::HasSubstr(" VECTOR: Parameter n0.1 (name) not a quoted String (and 11 more)"));
+}

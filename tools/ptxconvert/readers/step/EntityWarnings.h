@@ -10,7 +10,8 @@ class Log;
 namespace ptx::step
 {
 
-/// Warns of each entity that the kernel could not read as it should be, by its number in the text. To be called after
+/// Warns of entities that the kernel could not read as they should be, by their numbers in the text; of those of one type
+/// with one complaint the first is named and the others are counted. To be called after
 /// the reading.
 void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, Log& log);
 
