@@ -57,8 +57,10 @@ struct ReadLimits {
 };
 
 struct ReadOptions {
-    UpAxis upAxis = UpAxis::Z;       ///< of formats that do not fix it (OBJ, PLY)
-    double millimetresPerUnit = 1.0; ///< of formats that do not fix it (OBJ, PLY)
+    UpAxis upAxis = UpAxis::Z;       ///< of formats that do not fix it (OBJ, PLY, VRML)
+    double millimetresPerUnit = 1.0; ///< of formats that do not fix it (OBJ, PLY, VRML)
+    /// VRML files mean what their standard says: metres, Y up. Otherwise unit and axis are those above.
+    bool vrmlInMetres = false;
     ReadLimits limits;
 };
 

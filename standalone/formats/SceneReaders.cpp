@@ -5,6 +5,7 @@
 #include "standalone/formats/gltf/GltfReader.h"
 #include "standalone/formats/obj/ObjReader.h"
 #include "standalone/formats/ply/PlyReader.h"
+#include "standalone/formats/vrml/VrmlReader.h"
 
 #include <QFileInfo>
 
@@ -42,6 +43,7 @@ const SceneReaders& SceneReaders::builtIn()
         rows.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, readObj});
         rows.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, readGltf});
         rows.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, readPly});
+        rows.add({QStringLiteral("VRML97"), {QStringLiteral("wrl"), QStringLiteral("wrz")}, readVrml});
         return rows;
     }();
     return table;

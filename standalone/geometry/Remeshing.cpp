@@ -1,7 +1,5 @@
 #include "standalone/geometry/Remeshing.h"
 
-#include "standalone/geometry/IndexRepair.h"
-
 #include <unordered_map>
 
 namespace geometry
@@ -66,10 +64,9 @@ osg::Mesh remeshed(const osg::Mesh& old, const osg::Mesh& made)
     result.brep = old.brep;
     if (old.lines.empty() && old.points.empty())
         return result;
-    const osg::Mesh sound = repaired(old).mesh;
-    VertexTransfer transfer(sound, made);
-    result.lines = transfer.taken(sound.lines);
-    result.points = transfer.taken(sound.points);
+    VertexTransfer transfer(old, made);
+    result.lines = transfer.taken(old.lines);
+    result.points = transfer.taken(old.points);
     transfer.finish(result);
     return result;
 }

@@ -17,6 +17,7 @@ formats::ReadOptions readOptions(const Settings& settings)
     options.millimetresPerUnit = settings.number(QStringLiteral("mesh.unit"));
     options.upAxis =
         settings.text(QStringLiteral("mesh.up")) == QLatin1String("y") ? formats::UpAxis::Y : formats::UpAxis::Z;
+    options.vrmlInMetres = settings.isOn(QStringLiteral("mesh.wrlInMetres"));
     return options;
 }
 

@@ -171,10 +171,10 @@ TEST_F(SettingsTest, HelpTellsNameMeaningRangeUnitAndDefaultOfEachRow)
 {
     const std::string help = m_settings.helpText().toStdString();
     EXPECT_THAT(help, HasSubstr("mesh.unit\n"
-                                "    What one unit of a file without a unit of its own (OBJ, PLY) is.\n"
+                                "    What one unit of a file without a unit of its own (OBJ, PLY, WRL) is.\n"
                                 "    a number from 1e-06 to 1e+06 mm; default: 1\n"));
     EXPECT_THAT(help, HasSubstr("mesh.up\n"
-                                "    Which axis points up in a file that does not say so (OBJ, PLY).\n"
+                                "    Which axis points up in a file that does not say so (OBJ, PLY, WRL).\n"
                                 "    y or z; default: z\n"));
     EXPECT_THAT(help, HasSubstr("    a text; default: empty\n"));
     EXPECT_THAT(help, HasSubstr("    on or off; default: on\n"));
