@@ -121,7 +121,8 @@ std::vector<PacketReader::Table> PacketReader::tablesMark1()
             values.emplace_back(entry.symbol, entry.value);
         std::sort(values.begin(), values.end());
         for (Entry& entry : tables[1]) {
-            const auto same = std::lower_bound(values.begin(), values.end(), std::pair(entry.symbol, std::numeric_limits<std::int32_t>::min()));
+            const auto same = std::lower_bound(values.begin(), values.end(),
+                                               std::pair(entry.symbol, std::numeric_limits<std::int32_t>::min()));
             if (same != values.end() && same->first == entry.symbol)
                 entry.value = same->second;
         }

@@ -236,7 +236,7 @@ private:
             topology.largeMasks.push_back(static_cast<std::uint32_t>(word = m_in.i32()));
         hash = hash32(large, hash);
         topology.splitSymbols = hashed(packet(Predictor::Lag1));
-        topology.splitPositions = hashed(packet(Predictor::Lag1));
+        topology.splitPositions = hashed(packet(Predictor::None));
         compare(hash, "the check sum of the connectivity is wrong");
         return topology;
     }
@@ -258,8 +258,7 @@ private:
             std::vector<std::uint64_t>& masks = topology.masks[std::min<std::size_t>(i, 7)];
             masks.resize(parts[i].size());
             for (std::size_t k = 0; k < parts[i].size(); ++k)
-                masks[k] |= std::uint64_t(static_cast<std::uint32_t>(parts[i][k]))
-                            << (i > 7 ? lowBits * (i - 7) : 0);
+                masks[k] |= std::uint64_t(static_cast<std::uint32_t>(parts[i][k])) << (i > 7 ? lowBits * (i - 7) : 0);
         }
     }
 
@@ -361,8 +360,7 @@ private:
             std::array<Values, 3> words;
             for (Values& word : words)
                 word = readFloats(Predictor::None, hash);
-            m_shape.normals =
-                vectors(words, [](std::size_t, std::int32_t word) { return std::bit_cast<float>(word); });
+            m_shape.normals = vectors(words, [](std::size_t, std::int32_t word) { return std::bit_cast<float>(word); });
         } else if (bits < 1 || bits > 13) {
             return m_in.fail("normals have an impossible number of bits");
         } else {
