@@ -22,7 +22,7 @@ public:
     /// name, the others go.
     ///
     /// Only geometries of the same make are merged: what one has (normals, texture coordinates, colours, occlusion, an
-    /// exact surface) all have. Nodes with children or with attachments other than a name stay, as do inactive ones.
+    /// exact surface) all have. Those that `znNodeUtils::verifyIndexMap` would repair stay. Nodes with children or with attachments other than a name stay, as do inactive ones.
     /// Geometry that is used in several places is merged once for all of them if it has the same companions in each, and
     /// stays as it is otherwise.
     static void mergeGeometry(const osg::NodePtr& root);

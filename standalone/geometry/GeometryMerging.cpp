@@ -4,6 +4,7 @@
 #include "standalone/OSGSystem/Attachments.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "standalone/geometry/GeometryWalk.h"
+#include "standalone/geometry/IndexRepair.h"
 #include "standalone/geometry/MeshJoining.h"
 
 #include <algorithm>
@@ -34,7 +35,8 @@ bool isMergeable(const osg::NodePtr& node)
     const osg::GeometryPtr geometry = geometryOf(node);
     return geometry && geometry->getType().getId() == osg::Geometry::_type.getId() && node->isActive() &&
            node->getNChildren() == 0 && hasNothingButAName(*node) && hasNothingButAName(*geometry) &&
-           osg::GeometryAccess::mesh(*geometry).primitives.empty();
+           osg::GeometryAccess::mesh(*geometry).primitives.empty() &&
+           repaired(osg::GeometryAccess::mesh(*geometry)).changes.isEmpty();
 }
 
 Signature signatureOf(const Companions& companions)

@@ -1,5 +1,7 @@
 #include "standalone/geometry/Remeshing.h"
 
+#include "standalone/geometry/IndexRepair.h"
+
 #include <unordered_map>
 
 namespace geometry
@@ -64,9 +66,10 @@ osg::Mesh remeshed(const osg::Mesh& old, const osg::Mesh& made)
     result.brep = old.brep;
     if (old.lines.empty() && old.points.empty())
         return result;
-    VertexTransfer transfer(old, made);
-    result.lines = transfer.taken(old.lines);
-    result.points = transfer.taken(old.points);
+    const osg::Mesh sound = repaired(old).mesh;
+    VertexTransfer transfer(sound, made);
+    result.lines = transfer.taken(sound.lines);
+    result.points = transfer.taken(sound.points);
     transfer.finish(result);
     return result;
 }
