@@ -8,6 +8,7 @@
 #include "standalone/OSGSystem/MatrixMath.h"
 #include "standalone/export/GlbFailure.h"
 
+#include <cmath>
 #include <utility>
 
 namespace glb
@@ -37,6 +38,16 @@ std::string referredFile(const osg::NodePtr& node)
     return {};
 }
 
+/// The third root of how a matrix changes volumes; 1 for one that leaves no space.
+double scaleOf(const osg::Matrix& m)
+{
+    const double volume = double(m[0]) * (double(m[5]) * m[10] - double(m[6]) * m[9]) -
+                          double(m[4]) * (double(m[1]) * m[10] - double(m[2]) * m[9]) +
+                          double(m[8]) * (double(m[1]) * m[6] - double(m[2]) * m[5]);
+    const double scale = std::cbrt(std::abs(volume));
+    return scale > 1e-9 && scale < 1e9 ? scale : 1;
+}
+
 osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr& above)
 {
     const auto group = osg::fcCast<osg::MaterialGroup>(node->getCore());
@@ -50,9 +61,9 @@ GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
 {
     enqueue({root, {}, toMetresYUp, {}});
     while (!m_queue.empty()) {
-        const Step step = std::move(m_queue.front());
+        Step step = std::move(m_queue.front());
         m_queue.pop_front();
-        add(step);
+        add(std::move(step));
     }
 }
 
@@ -62,7 +73,7 @@ std::size_t GlbNodes::enqueue(Step step)
     return m_enqueued++;
 }
 
-void GlbNodes::add(const Step& step)
+void GlbNodes::add(Step step)
 {
     if (!step.inner.is_null()) {
         Json json = step.inner;
@@ -73,6 +84,7 @@ void GlbNodes::add(const Step& step)
     }
     const osg::Matrix own = matrixOf(step.node->getCore());
     const osg::Matrix matrix = step.above.isIdentity() ? own : step.above * own;
+    step.scale *= scaleOf(matrix);
     const std::optional<GlbPlacement> placement = placementOf(matrix);
     Json json = placement ? placement->outer : Json::object();
     const char* name = osg::getName(step.node);
@@ -85,7 +97,7 @@ void GlbNodes::add(const Step& step)
     else if (placement->inner.empty())
         addContent(step, json);
     else
-        json["children"] = {enqueue({step.node, step.material, {}, placement->inner})};
+        json["children"] = {enqueue({step.node, step.material, {}, placement->inner, step.scale})};
     m_list.add(json);
 }
 
@@ -97,14 +109,14 @@ void GlbNodes::addContent(const Step& step, Json& json)
     if (const std::string file = referredFile(step.node); !file.empty())
         json["extras"]["externalReference"] = file;
     if (const auto camera = osg::fcCast<osg::UberCamera>(step.node->getCore()))
-        addCamera(camera, json);
+        addCamera(camera, step.scale, json);
     addChildren(step, json);
 }
 
 /// Viewers measure a camera's distances in the space of its node, which the top node has made small.
-void GlbNodes::addCamera(const osg::UberCameraPtr& camera, Json& json)
+void GlbNodes::addCamera(const osg::UberCameraPtr& camera, double scale, Json& json)
 {
-    constexpr float unscaled = 1000;
+    const auto unscaled = static_cast<float>(1 / scale);
     const Json lens = {{"camera", m_cameras.add(camera)}, {"scale", {unscaled, unscaled, unscaled}}};
     json["children"].push_back(enqueue({{}, {}, {}, lens}));
 }
@@ -129,7 +141,7 @@ void GlbNodes::addChildren(const Step& step, Json& json)
     for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
         const osg::NodePtr child = step.node->getChild(i);
         if (child->isActive() || m_variants.visibility(child))
-            json["children"].push_back(enqueue({child, material, {}, {}}));
+            json["children"].push_back(enqueue({child, material, {}, {}, step.scale}));
     }
 }
 

@@ -32,11 +32,12 @@ private:
         osg::MaterialPtr material; ///< of the nearest material group above
         osg::Matrix above;         ///< to be applied after the own transform
         Json inner;                ///< for the second node of a transform or a camera: what it consists of
+        double scale = 1;          ///< of the space that the node stands in
     };
 
-    void add(const Step& step);
+    void add(Step step);
     void addContent(const Step& step, Json& json);
-    void addCamera(const osg::UberCameraPtr& camera, Json& json);
+    void addCamera(const osg::UberCameraPtr& camera, double scale, Json& json);
     void addVariants(const osg::NodePtr& node, Json& json);
     void addChildren(const Step& step, Json& json);
     std::size_t enqueue(Step step);

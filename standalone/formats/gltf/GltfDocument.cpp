@@ -24,7 +24,7 @@ using Json = nlohmann::json;
 /// Parsers of what is in the document go down by recursion.
 constexpr int maxJsonDepth = 64;
 
-/// Members of the document that are not read, and take time and memory.
+/// Members of the document that the parser need not see, as they are not read or read here.
 constexpr std::array<std::string_view, 7> unread = {"images", "textures", "samplers", "animations",
                                                     "skins",  "cameras",  "buffers"};
 
@@ -179,7 +179,7 @@ GltfBuffer BufferSource::fromFile(const QString& path)
 
 void warnOfUnread(const Json& json, ReadTask& task)
 {
-    for (const char* member : {"textures", "animations", "skins", "cameras"})
+    for (const char* member : {"textures", "animations", "skins"})
         if (const auto list = json.find(member); list != json.end() && !list->empty())
             task.warn(tr("%1 %2 were left out").arg(static_cast<qulonglong>(list->size())).arg(QLatin1String(member)));
 }
@@ -217,6 +217,7 @@ GltfDocument openGltf(ReadTask& task)
     GltfDocument document;
     document.buffers = BufferSource(task, file, frame.binary).all(json);
     warnOfUnread(json, task);
+    document.cameras = readCameras(json, task);
     document.model = parseModel(reducedText(std::move(json)), task);
     return document;
 }

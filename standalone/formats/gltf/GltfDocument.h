@@ -1,6 +1,7 @@
 #pragma once
 
 #include "standalone/formats/FileBytes.h"
+#include "standalone/formats/gltf/GltfCameras.h"
 
 #include <tiny_gltf.h>
 
@@ -16,10 +17,11 @@ struct GltfBuffer {
     std::size_t size = 0;
 };
 
-/// A glTF document. The model has the structure; its own buffers, images, textures, skins and animations are empty.
+/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins and animations are empty.
 struct GltfDocument {
     tinygltf::Model model;
     std::vector<GltfBuffer> buffers;
+    std::vector<std::optional<GltfCamera>> cameras;
 };
 
 /// Reads the file of `task` and the buffers that it refers to, none of them twice. Fails through `task` when the frame,

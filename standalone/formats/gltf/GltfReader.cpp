@@ -33,7 +33,8 @@ class GltfTree
 {
 public:
     GltfTree(const GltfDocument& document, ReadTask& task)
-        : m_model(document.model), m_task(task), m_meshes(document, task), m_seen(document.model.nodes.size())
+        : m_model(document.model), m_cameras(document.cameras), m_task(task), m_meshes(document, task),
+          m_seen(document.model.nodes.size())
     {
     }
 
@@ -48,9 +49,11 @@ private:
     osg::NodePtr makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
                              const GltfMeshes::Geometries& geometries);
     osg::Matrix matrixOf(const tinygltf::Node& node, int index) const;
+    void addCamera(const osg::NodePtr& parent, int camera);
     void addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& core);
 
     const tinygltf::Model& m_model;
+    const std::vector<std::optional<GltfCamera>>& m_cameras;
     ReadTask& m_task;
     GltfMeshes m_meshes;
     std::vector<bool> m_seen;
@@ -151,6 +154,7 @@ void GltfTree::add(const Step& step)
     m_task.countNodes(1 + geometries.size());
     const osg::NodePtr node = makeNodeFor(from, matrix, geometries);
     addChild(step.parent, node);
+    addCamera(node, from.camera);
     for (const int child : from.children)
         m_queue.push_back({child, node, step.depth + 1});
     if (from.extensions.contains("EXT_mesh_gpu_instancing"))
@@ -161,12 +165,22 @@ osg::NodePtr GltfTree::makeNodeFor(const tinygltf::Node& node, const osg::Matrix
                                    const GltfMeshes::Geometries& geometries)
 {
     m_hasGeometry = m_hasGeometry || !geometries.empty();
-    if (node.children.empty() && matrix.isIdentity() && geometries.size() == 1)
+    if (node.children.empty() && node.camera < 0 && matrix.isIdentity() && geometries.size() == 1)
         return makeNode(node.name, geometries.front().get());
     const osg::NodePtr result = matrix.isIdentity() ? makeGroup(node.name) : makeTransform(node.name, matrix);
     for (const osg::RefPtr<osg::GeometryPtr>& core : geometries)
         addGeometry(result, core.get());
     return result;
+}
+
+/// In a node of its own, named after the camera.
+void GltfTree::addCamera(const osg::NodePtr& parent, int camera)
+{
+    const auto index = static_cast<std::size_t>(std::max(camera, 0));
+    if (camera < 0 || index >= m_cameras.size() || !m_cameras[index])
+        return;
+    m_task.countNodes(1);
+    addChild(parent, makeNode(m_cameras[index]->name, makeCamera(*m_cameras[index])));
 }
 
 /// Named after the mesh.

@@ -12,7 +12,7 @@ namespace formats
 /// with one primitive and without a transform is the geometry itself. Primitives of a mesh that several nodes use are
 /// shared cores. Strips, fans and loops become single triangles and lines. Linear colours become display colours.
 ///
-/// Left out: textures, cameras, lights, skins, morph targets, animations, other scenes, the back side of single-sided
+/// Left out: textures, lights, skins, morph targets, animations, other scenes, the back side of single-sided
 /// materials, and extensions. What a file requires of these is an error.
 osg::NodePtr readGltf(ReadTask& task);
 

@@ -183,7 +183,19 @@ TEST_F(GlbVariantsTest, ACameraStandsInANodeOfItsOwnSize)
     EXPECT_EQ(file["nodes"][1]["matrix"],
               json::parse("[1.0,0.0,0.0,0.0, 0.0,1.0,0.0,0.0, 0.0,0.0,1.0,0.0, 10.0,-20.0,30.0,1.0]"));
     EXPECT_EQ(file["nodes"][1]["children"], json::parse("[2]"));
-    EXPECT_EQ(file["nodes"][2], json::parse(R"({"camera": 0, "scale": [1000.0, 1000.0, 1000.0]})"));
+    EXPECT_EQ(file["nodes"][2]["camera"], 0);
+    for (const json& scale : file["nodes"][2]["scale"])
+        EXPECT_NEAR(scale.get<double>(), 1000, 1e-3);
+}
+
+TEST_F(GlbVariantsTest, ACameraBelowAScaleKeepsItsOwnSize)
+{
+    const osg::NodePtr scaled =
+        add(formats::makeTransform("scaled", {{0, 20, 0, 0, -20, 0, 0, 0, 0, 0, 20, 0, 1, 2, 3, 1}}));
+    formats::addChild(scaled, osg::makeNodeFor(osg::UberCameraBase::create()));
+    json file = writtenJson();
+    for (const json& scale : file["nodes"][3]["scale"])
+        EXPECT_NEAR(scale.get<double>(), 50, 1e-4);
 }
 
 TEST_F(GlbVariantsTest, AParallelCameraTellsItsHeight)
