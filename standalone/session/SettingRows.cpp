@@ -82,8 +82,14 @@ SettingRow lengthRow(const QString& name, double least, const QString& defaultTe
 /// How finely exact surfaces are meshed anew.
 SettingRow presetRow()
 {
-    SettingRow row = {QStringLiteral("tessellation.preset"), SettingType::Choice, {}, 0, 0, QStringLiteral("custom"),
-                      {}, {QStringLiteral("custom")}};
+    SettingRow row = {QStringLiteral("tessellation.preset"),
+                      SettingType::Choice,
+                      {},
+                      0,
+                      0,
+                      QStringLiteral("custom"),
+                      {},
+                      {QStringLiteral("custom")}};
     QStringList numbers;
     for (const geometry::TessellationPreset& preset : geometry::tessellationPresets) {
         row.choices << QString::fromLatin1(preset.name.data(), int(preset.name.size()));

@@ -123,7 +123,7 @@ TEST_F(VrmlSceneTest, APrototypePassesValuesOnToOneInIt)
         readScene("PROTO In [ field SFVec3f ort 0 0 0 ] { Transform { translation IS ort children " SHAPE " } }"
                   " PROTO Aus [ field SFVec3f wo 1 1 1 ] { Group { children [ DEF k In { ort IS wo } USE k ] } }"
                   " DEF n Aus { wo 4 5 6 }"));
-    EXPECT_EQ(outline(root()), "n(k() k())");
+    EXPECT_EQ(outline(root()), "n(k((none)) k((none)))");
     EXPECT_THAT(matrix(node({"n", "k"})).values, ElementsAre(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 4, 5, 6, 1));
     EXPECT_TRUE(node({"n"})->getChild(0)->getCore() == node({"n"})->getChild(1)->getCore());
 }
