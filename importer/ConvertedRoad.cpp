@@ -1,7 +1,5 @@
 #include "importer/ConvertedRoad.h"
 
-#include "host/OSGSystem/Edit.h"
-#include "host/znKernel/znScenegraph.h"
 #include "importer/MissingParts.h"
 #include "importer/PartImports.h"
 #include "loader/znPtxLoaderJob.h"
@@ -9,24 +7,12 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace
-{
-
-void hangIntoScene(const osg::NodePtr& node)
-{
-    const osg::NodePtr root = znScenegraph::getRoot();
-    osg::beginEditCP(root, osg::Node::ChildrenFieldMask, 1);
-    root->addChild(node);
-    osg::endEditCP(root, osg::Node::ChildrenFieldMask, 1);
-}
-
-} // namespace
-
 /// Where a file refers to others its own place counts, so its path is a whole one.
 ConvertedRoad::ConvertedRoad(const QString& file) : m_file(QFileInfo(file).absoluteFilePath())
 {
     m_queue.setDeleteFinishedOrFailedJobs(true);
     connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ConvertedRoad::queueEmpty);
+    connect(&m_finish, &TreeFinish::progressChanged, this, &ImportRoad::progressChanged);
 }
 
 void ConvertedRoad::start(znImportResult& result)
@@ -77,12 +63,7 @@ void ConvertedRoad::load()
 
 void ConvertedRoad::reportParts(const PartImports& parts)
 {
-    const znPartCounts& counts = parts.counts();
-    Q_EMIT partsChanged(counts, tr("%1 of %2 parts done, %3 running, %4 failed")
-                                    .arg(counts.done)
-                                    .arg(counts.total)
-                                    .arg(counts.running)
-                                    .arg(counts.failed));
+    Q_EMIT partsChanged(parts.counts(), parts.text());
 }
 
 void ConvertedRoad::loaded(znPtxLoaderJob& job, const PartImports& parts)
@@ -96,12 +77,12 @@ void ConvertedRoad::loaded(znPtxLoaderJob& job, const PartImports& parts)
     m_result->node = job.getLoadedNode();
     if (!m_result->node)
         return;
-    hangIntoScene(m_result->node);
     m_result->missing = parts.missing();
     const std::vector<znMissingPart> leftOut = partsLeftOut(m_result->node);
     m_result->missing.insert(m_result->missing.end(), leftOut.begin(), leftOut.end());
     if (!m_result->missing.empty())
         m_result->state = znCADFileTypes::JobPartial;
+    m_finish.start(m_queue, m_file, *m_result);
 }
 
 /// The scene stands on the mapped file, which may be unlinked.

@@ -2,6 +2,7 @@
 
 #include "host/znJobProcessing/znJobQueue.h"
 #include "importer/ImportRoad.h"
+#include "importer/TreeFinish.h"
 
 #include <QPointer>
 
@@ -31,6 +32,7 @@ private:
 
     QString m_file;
     znJobQueue m_queue;
+    TreeFinish m_finish;
     QPointer<znPtxConverterJob> m_converter;
     QString m_convertedFile;
     znImportResult* m_result = nullptr;

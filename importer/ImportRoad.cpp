@@ -3,6 +3,7 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "importer/ConvertedRoad.h"
 #include "importer/NativeRoad.h"
+#include "importer/PlmxmlRoad.h"
 
 #include <QFileInfo>
 
@@ -21,5 +22,7 @@ std::unique_ptr<ImportRoad> ImportRoad::forFile(const QString& file)
 {
     if (znFileIOHelper::isPtxFile(file) || isBrepFile(file))
         return std::make_unique<ConvertedRoad>(file);
+    if (znFileIOHelper::isPLMXMLFile(file))
+        return std::make_unique<PlmxmlRoad>(file);
     return std::make_unique<NativeRoad>(file);
 }

@@ -7,3 +7,7 @@
 /// The parts that the converters left out of the tree at `root`, in tree order, each once: a converter that takes parts
 /// in by itself succeeds without those that it cannot find or that lead back to where it came from.
 std::vector<znMissingPart> partsLeftOut(const osg::NodePtr& root);
+
+/// The part files that reference nodes of the tree at `root` still wait for, in tree order, each once, with the names of
+/// the nodes that they belong to. Why one did not come in is looked for in `failed`, then on the disk.
+std::vector<znMissingPart> unreadParts(const osg::NodePtr& root, const std::vector<znMissingPart>& failed);

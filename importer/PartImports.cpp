@@ -1,17 +1,40 @@
 #include "importer/PartImports.h"
 
+#include "converter/znPtxConverterJob.h"
+#include "host/znJobProcessing/znOsbLoaderJob.h"
 #include "loader/znPtxLoaderJob.h"
+#include "plmxml/znPLMXMLLoaderJob.h"
 
 #include <QFile>
 
 PartImports::PartImports(znPtxLoaderJob& job) : QObject(&job)
 {
-    connect(&job, &znPtxLoaderJob::childPtxConverterJobCreated, this, &PartImports::follow);
-    connect(&job, &znPtxLoaderJob::childPtxImportFinished, this, &PartImports::partEnded);
-    connect(&job, &znPtxLoaderJob::childOsbLoaderJobCreated, this,
-            [this](znOsbLoaderJob* load, const QString& partFile) {
-                connect(load, &znAbstractJob::finished, this, [this, load, partFile] { loadEnded(*load, partFile); });
-            });
+    followChildren(job);
+}
+
+PartImports::PartImports(znPLMXMLLoaderJob& job) : QObject(&job)
+{
+    followChildren(job);
+}
+
+QString PartImports::text() const
+{
+    return tr("%1 of %2 parts done, %3 running, %4 failed")
+        .arg(m_counts.done)
+        .arg(m_counts.total)
+        .arg(m_counts.running)
+        .arg(m_counts.failed);
+}
+
+/// The jobs have the same signals, and no base that declares them.
+template <class Job>
+void PartImports::followChildren(Job& job)
+{
+    connect(&job, &Job::childPtxConverterJobCreated, this, &PartImports::follow);
+    connect(&job, &Job::childPtxImportFinished, this, &PartImports::partEnded);
+    connect(&job, &Job::childOsbLoaderJobCreated, this, [this](znOsbLoaderJob* load, const QString& partFile) {
+        connect(load, &znAbstractJob::finished, this, [this, load, partFile] { loadEnded(*load, partFile); });
+    });
 }
 
 void PartImports::follow(znPtxConverterJob* conversion)

@@ -11,6 +11,7 @@
 
 class znOsbLoaderJob;
 class znPtxConverterJob;
+class znPLMXMLLoaderJob;
 class znPtxLoaderJob;
 
 /// Follows the part files of one loader job: how many are done, and which did not come in and why. It removes the
@@ -22,8 +23,11 @@ class PartImports : public QObject
 public:
     /// Belongs to `job`, which has not run yet.
     explicit PartImports(znPtxLoaderJob& job);
+    explicit PartImports(znPLMXMLLoaderJob& job);
 
     const znPartCounts& counts() const { return m_counts; }
+    /// The counts in words.
+    QString text() const;
     /// In the order in which they ended.
     const std::vector<znMissingPart>& missing() const { return m_missing; }
 
@@ -31,6 +35,8 @@ Q_SIGNALS:
     void changed();
 
 private:
+    template <class Job>
+    void followChildren(Job& job);
     void follow(znPtxConverterJob* conversion);
     void conversionEnded(const znPtxConverterJob& conversion);
     void loadEnded(znOsbLoaderJob& load, const QString& partFile);

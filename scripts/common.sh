@@ -38,6 +38,6 @@ build_preset() {
     mkdir -p build
     cmake --preset "$preset" >"$log" 2>&1 || { cat "$log" && die "configuring failed"; }
     # Another checkout of the same sources, wherever it lies, finds what this one has compiled.
-    CCACHE_BASEDIR=$ZN_ROOT CCACHE_NOHASHDIR=1 \
+    CCACHE_BASEDIR=$ZN_ROOT CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros \
         cmake --build "build/$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }

@@ -90,6 +90,17 @@
     </message>
 </context>
 <context>
+    <name>TreeFinish</name>
+    <message>
+        <source>the tree could not be brought into the scene</source>
+        <translation>der Baum konnte nicht in die Szene gebracht werden</translation>
+    </message>
+    <message>
+        <source>Optimising</source>
+        <translation>Optimieren</translation>
+    </message>
+</context>
+<context>
     <name>znPtxConverterJob</name>
     <message>
         <source>No external part files found. Retrying with inlined option.</source>

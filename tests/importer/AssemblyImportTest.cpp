@@ -20,6 +20,7 @@ protected:
     AssemblyImportTest()
     {
         set("files.temporaryFolder", outputFolder());
+        set("optimize.sourceReferences", QStringLiteral("keep"));
         QObject::connect(&m_importer, &znImporter::partsChanged,
                          [this](const znPartCounts& counts, const QString& text) {
                              m_counts.push_back(counts);

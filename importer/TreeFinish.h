@@ -1,0 +1,21 @@
+#pragma once
+
+#include "importer/ImportResult.h"
+
+#include <QObject>
+
+class znJobQueue;
+
+/// The last job of a road: cleans the imported tree and hangs it into the scene.
+class TreeFinish : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Queues the job for `result.node`, which the result goes on holding. When the job does not succeed, the result
+    /// tells why; a tree that has not come into the scene is given up then. `result` must live until the job has ended.
+    void start(znJobQueue& queue, const QString& file, znImportResult& result);
+
+Q_SIGNALS:
+    void progressChanged(unsigned percent, const QString& text);
+};
