@@ -6,6 +6,7 @@
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
+#include "standalone/znKernel/ConverterCommand.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -106,9 +107,7 @@ private:
     QString launch() const
     {
         znJobs::ChildProcess child(nullptr);
-        child.setProgram(programPath(m_program.path));
-        child.setArguments(arguments());
-        child.start(QIODevice::ReadOnly);
+        child.launch(zn::joinCommand(QStringList(programPath(m_program.path)) + arguments()));
         if (!child.waitForStarted(-1))
             return tr("%1 cannot be started").arg(child.program());
         const bool hasLimit = m_program.secondsLimit > 0;
@@ -144,6 +143,8 @@ private:
                 numberText(m_wish.stitchTolerance),
                 QStringLiteral("--set"),
                 QStringLiteral("limit.time=") + numberText(m_program.secondsLimit),
+                QStringLiteral("--set"),
+                QStringLiteral("limit.time-per-mb=0"),
                 input(),
                 output()};
     }
@@ -171,7 +172,7 @@ private:
     void splitOff(const Batch& batch, const QString& failure)
     {
         QFile file(marks());
-        const QByteArray state = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        const QByteArray state = file.open(QIODevice::ReadOnly) ? file.read(qint64(batch.size())) : QByteArray();
         Batch rest;
         const std::size_t before = m_waiting.size();
         for (std::size_t i = 0; i < batch.size(); ++i)

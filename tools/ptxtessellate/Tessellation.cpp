@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <filesystem>
 #include <numeric>
 #include <thread>
 
@@ -41,7 +42,9 @@ public:
     ExitCode run()
     {
         lastwords::install(m_log, m_progress, m_options.output);
-        Limits limits(m_options.settings, 0);
+        std::error_code unknown;
+        const std::uintmax_t bytes = std::filesystem::file_size(m_options.input, unknown);
+        Limits limits(m_options.settings, unknown ? 0 : bytes);
         Trouble trouble;
         {
             const Monitor monitor(m_progress, m_progressFile, limits, m_log);

@@ -147,6 +147,19 @@ TEST_F(MergeTest, TrianglesWithoutFacesBecomeOneFace)
     EXPECT_THAT(meshOf(root->getChild(0)).faces.span(), ElementsAre(osg::FaceRange{0, 1}, osg::FaceRange{1, 2}));
 }
 
+TEST_F(MergeTest, DamagedMeshesStayApart)
+{
+    osg::Mesh beyond = triangle();
+    beyond.triangles = std::vector<std::uint32_t>{0, 1, 3};
+    osg::Mesh uneven = triangle();
+    uneven.normals = std::vector<osg::Vec3f>(2);
+    addPart(root, geometry(beyond), "beyond");
+    addPart(root, geometry(uneven), "uneven");
+    addPart(root, geometry(), "sound");
+    znOptimize::mergeGeometry(root);
+    EXPECT_THAT(childNames(root), ElementsAre("beyond", "uneven", "sound"));
+}
+
 TEST_F(MergeTest, ASecondRunChangesNothing)
 {
     addPart(root, geometry());

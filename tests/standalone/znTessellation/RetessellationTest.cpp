@@ -255,6 +255,16 @@ TEST_F(StandInProgramTest, WhatWasNotAtWorkInACrashGetsItsMesh)
     EXPECT_THAT(m_log, ElementsAre("Geometry without a name keeps its mesh: meshing crashed (signal 11)"));
 }
 
+TEST_F(StandInProgramTest, TheProgramIsToldItsTime)
+{
+    useProgram("case \"$*\" in *\"limit.time=0.25 --set limit.time-per-mb=0 \"*) exit 11;; esac");
+    set("tessellation.timeLimit", QStringLiteral("0.25"));
+    const osg::NodePtr node = addSurface(box());
+    retessellate({});
+    EXPECT_EQ(meshOf(node).triangles.size(), 3u);
+    EXPECT_THAT(m_log, ElementsAre("Geometry without a name keeps its mesh: meshing took too long"));
+}
+
 TEST_F(StandInProgramTest, ALimitThatIsReachedIsTold)
 {
     useProgram("exit 10");
