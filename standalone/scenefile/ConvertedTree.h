@@ -48,7 +48,7 @@ inline std::optional<MissingPart> missingPart(const std::string& tag)
 {
     const std::size_t start = sizeof MissingPrefix - 1;
     const std::size_t end = tag.find('\n');
-    if (!tag.starts_with(MissingPrefix) || end == tag.npos)
+    if (!tag.starts_with(MissingPrefix) || end == std::string::npos)
         return std::nullopt;
     return MissingPart{tag.substr(end + 1), tag.substr(start, end - start)};
 }

@@ -9,7 +9,7 @@ namespace ptx
 namespace
 {
 
-constexpr std::size_t HeadSize = 64 * 1024;
+constexpr std::size_t HeadSize = std::size_t{64} * 1024;
 
 Failure unreadable(const std::string& path, const std::string& why)
 {

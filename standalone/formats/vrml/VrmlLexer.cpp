@@ -139,7 +139,7 @@ float Lexer::takeLargeOrSmall(const char* start)
     double value = 0;
     const auto [end, error] = std::from_chars(start, m_end, value);
     const std::string_view text(start, static_cast<std::size_t>(end - start));
-    const bool isSmall = text.find("e-") != text.npos || text.find("E-") != text.npos;
+    const bool isSmall = text.find("e-") != std::string_view::npos || text.find("E-") != std::string_view::npos;
     if (error == std::errc::result_out_of_range && !isSmall)
         fail(tr("the number %1 is too large").arg(quoted(text)));
     if (std::abs(value) > double(std::numeric_limits<float>::max()))

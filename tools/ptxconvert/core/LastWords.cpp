@@ -16,7 +16,7 @@ namespace
 
 constexpr int FatalSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS, SIGXCPU};
 constexpr int StopSignals[] = {SIGTERM, SIGINT, SIGHUP};
-constexpr std::size_t HandlerStack = 64 * 1024;
+constexpr std::size_t HandlerStack = std::size_t{64} * 1024;
 
 // Set before the handlers are installed, read by them alone.
 struct {

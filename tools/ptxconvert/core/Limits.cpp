@@ -4,6 +4,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 
 namespace ptx
@@ -19,7 +20,7 @@ constexpr double IdleShare = 0.02;
 
 std::string rounded(double value)
 {
-    return std::to_string(static_cast<long long>(value + 0.5));
+    return std::to_string(std::llround(value));
 }
 
 double residentMegabytes()

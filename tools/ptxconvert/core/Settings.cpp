@@ -78,7 +78,7 @@ std::optional<std::string> Settings::assign(std::string_view assignment)
     const SettingRow* row = findRow(name);
     if (!row)
         return "there is no setting named \"" + std::string(name) + "\"";
-    const std::string_view text = equals == assignment.npos ? std::string_view() : assignment.substr(equals + 1);
+    const std::string_view text = equals == std::string_view::npos ? std::string_view() : assignment.substr(equals + 1);
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))

@@ -43,7 +43,7 @@ std::string vocabularyNames(const std::string& extension)
 {
     std::set<std::string> names;
     for (const auto& [type, row] : znCADFileTypes::extensionTable())
-        if (row.extensions.count(extension))
+        if (row.extensions.contains(extension))
             names.insert(znCADFileTypes::fileTypeName(type));
     std::string text;
     for (const std::string& name : names)

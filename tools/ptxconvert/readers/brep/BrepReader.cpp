@@ -26,12 +26,12 @@ constexpr double SecondsPerMegabyte = 0.1;
 
 bool isBinary(std::string_view head)
 {
-    return head.substr(0, MarkWithin).find(BinaryMark) != head.npos;
+    return head.substr(0, MarkWithin).find(BinaryMark) != std::string_view::npos;
 }
 
 Match probe(std::string_view head, std::uint64_t)
 {
-    return head.substr(0, MarkWithin).find(TextMark) != head.npos ? Match::Certain : Match::No;
+    return head.substr(0, MarkWithin).find(TextMark) != std::string_view::npos ? Match::Certain : Match::No;
 }
 
 Trouble readShape(const Job& job, TopoDS_Shape& shape)

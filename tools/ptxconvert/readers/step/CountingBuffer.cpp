@@ -7,7 +7,7 @@ namespace ptx
 
 namespace
 {
-constexpr std::size_t BlockSize = 64 * 1024;
+constexpr std::size_t BlockSize = std::size_t{64} * 1024;
 constexpr double SecondsPerByte = 0.05e-6;
 } // namespace
 

@@ -31,12 +31,12 @@ std::size_t find(std::string_view text, std::string_view word, std::size_t from 
 {
     const std::string_view rest = text.substr(from);
     const void* found = ::memmem(rest.data(), rest.size(), word.data(), word.size());
-    return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : text.npos;
+    return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : std::string_view::npos;
 }
 
 bool contains(std::string_view text, std::string_view word)
 {
-    return find(text, word) != text.npos;
+    return find(text, word) != std::string_view::npos;
 }
 
 class NameCollector
@@ -47,7 +47,7 @@ public:
     /// Takes the first `count` parameters of each entity of type `keyword`, as far as they are strings.
     void add(std::string_view keyword, int count)
     {
-        for (std::size_t at = find(m_text, keyword); at != m_text.npos; at = find(m_text, keyword, at + 1)) {
+        for (std::size_t at = find(m_text, keyword); at != std::string_view::npos; at = find(m_text, keyword, at + 1)) {
             const bool isWhole = at == 0 || !isWordLetter(m_text[at - 1]);
             if (std::size_t next = at + keyword.size(); isWhole && skip(next, '('))
                 addStrings(next, count);

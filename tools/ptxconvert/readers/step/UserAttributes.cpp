@@ -41,7 +41,7 @@ std::string textOf(const Handle(TCollection_HAsciiString) & text)
 bool contains(std::string text, const std::string& word)
 {
     std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
-    return text.find(word) != text.npos;
+    return text.find(word) != std::string::npos;
 }
 
 // Moments of inertia and origins come as a swarm of numbers from some systems.

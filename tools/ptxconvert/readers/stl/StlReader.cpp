@@ -20,12 +20,12 @@ bool isText(std::string_view head)
 {
     constexpr std::string_view Word = "solid";
     const std::size_t start = head.find_first_not_of(" \t\r\n");
-    if (start == head.npos || head.size() - start < Word.size())
+    if (start == std::string_view::npos || head.size() - start < Word.size())
         return false;
     for (std::size_t i = 0; i < Word.size(); ++i)
         if ((head[start + i] | 0x20) != Word[i])
             return false;
-    return head.find('\0', start) == head.npos;
+    return head.find('\0', start) == std::string_view::npos;
 }
 
 // Binary files may begin with "solid" as well: the count of triangles decides.
@@ -40,7 +40,9 @@ Match probe(std::string_view head, std::uint64_t size)
     if (isBinary(head, size))
         return Match::Certain;
     if (isText(head))
-        return head.find("facet") != head.npos || head.find("FACET") != head.npos ? Match::Certain : Match::Possible;
+        return head.find("facet") != std::string_view::npos || head.find("FACET") != std::string_view::npos
+                   ? Match::Certain
+                   : Match::Possible;
     return binarySize(head) > 0 ? Match::Possible : Match::No;
 }
 

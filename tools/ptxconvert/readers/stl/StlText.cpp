@@ -140,7 +140,7 @@ private:
     std::string restOfLine()
     {
         std::size_t end = m_content.find_first_of("\r\n", m_position);
-        end = end == m_content.npos ? m_content.size() : end;
+        end = end == std::string_view::npos ? m_content.size() : end;
         std::string_view rest = m_content.substr(m_position, end - m_position);
         m_position = end;
         while (!rest.empty() && isBlank(rest.front()))
