@@ -1,8 +1,20 @@
 #include "importer/DocumentFault.h"
 
+#include "cad/xml/CADNumbers.h"
+#include "cad/xml/XMLTextScan.h"
+
 #include <QCoreApplication>
 #include <QFile>
-#include <QXmlStreamReader>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <vector>
+
+#include <tinyxml.h>
+
+using namespace HB::XML::CAD;
 
 namespace
 {
@@ -12,31 +24,113 @@ QString tr(const char* text)
     return QCoreApplication::translate("DocumentFault", text);
 }
 
-/// The first fault of the text; empty when it is sound XML with the right root.
-QString faultOf(QXmlStreamReader& reader)
+QString scanReason(XMLFault fault)
 {
-    if (reader.readNextStartElement() && reader.name() != QLatin1String("PLMXML"))
-        return tr("%1:%2: the document begins with the element %3, not with PLMXML")
-            .arg(reader.lineNumber())
-            .arg(reader.columnNumber())
-            .arg(reader.name().toString());
-    while (!reader.atEnd())
-        reader.readNext();
-    if (!reader.hasError())
-        return {};
-    return tr("%1:%2: %3").arg(reader.lineNumber()).arg(reader.columnNumber()).arg(reader.errorString());
+    switch (fault) {
+    case XMLFault::None:
+        break;
+    case XMLFault::EmbeddedNul:
+        return tr("there is a zero byte in the text");
+    case XMLFault::TooDeep:
+        return tr("the elements are nested too deeply");
+    case XMLFault::TooManyAttributes:
+        return tr("an element has too many attributes");
+    case XMLFault::CutOff:
+        return tr("the document is cut off");
+    case XMLFault::StrayEndTag:
+        return tr("an end tag has no element");
+    case XMLFault::BadDeclaration:
+        return tr("the XML declaration is damaged");
+    case XMLFault::BrokenCharacter:
+        return tr("a character is not valid UTF-8");
+    }
+    return {};
+}
+
+/// Columns count bytes, as the parser's do for lines of plain letters.
+znDocumentFault faultAt(const QByteArray& text, std::size_t position, const QString& reason)
+{
+    const int end = static_cast<int>(std::min<std::size_t>(position, static_cast<std::size_t>(text.size())));
+    const QByteArray before = text.left(end);
+    return {reason, before.count('\n') + 1, end - (before.lastIndexOf('\n') + 1) + 1};
+}
+
+znDocumentFault faultOf(const TiXmlBase& place, const QString& reason)
+{
+    return {reason, place.Row(), place.Column()};
+}
+
+std::optional<znDocumentFault> numberFault(const TiXmlElement& transform)
+{
+    for (const TiXmlNode* child = transform.FirstChild(); child; child = child->NextSibling()) {
+        const TiXmlText* text = child->ToText();
+        std::vector<float> values;
+        try {
+            if (text)
+                parseTransformValues(text->Value(), values);
+        } catch (const std::exception&) {
+            const QString where = QString::number(values.size() + 1);
+            return faultOf(*text, tr("value %1 of a Transform is not a number that fits").arg(where));
+        }
+    }
+    return std::nullopt;
+}
+
+/// The element that follows in the order of the text, within `top`.
+const TiXmlElement* nextElement(const TiXmlElement* element, const TiXmlElement* top)
+{
+    if (const TiXmlElement* child = element->FirstChildElement())
+        return child;
+    while (element != top) {
+        if (const TiXmlElement* sibling = element->NextSiblingElement())
+            return sibling;
+        element = element->Parent()->ToElement();
+    }
+    return nullptr;
+}
+
+std::optional<znDocumentFault> contentFault(const TiXmlElement& root)
+{
+    if (root.ValueTStr() != "PLMXML")
+        return faultOf(
+            root, tr("the document begins with the element %1, not with PLMXML").arg(QString::fromUtf8(root.Value())));
+    const TiXmlElement* const product = root.FirstChildElement("ProductDef");
+    for (const TiXmlElement* element = product; element; element = nextElement(element, product))
+        if (element->ValueTStr() == "Transform")
+            if (const auto fault = numberFault(*element))
+                return fault;
+    return std::nullopt;
+}
+
+std::optional<znDocumentFault> faultIn(const QByteArray& text)
+{
+    const XMLVerdict verdict = scanXMLText({text.constData(), static_cast<std::size_t>(text.size())}, {});
+    if (verdict.fault != XMLFault::None)
+        return faultAt(text, verdict.position, scanReason(verdict.fault));
+    TiXmlDocument xml;
+    xml.Parse(text.constData(), nullptr, TIXML_DEFAULT_ENCODING);
+    if (const TiXmlElement* root = xml.RootElement(); root && !xml.Error())
+        return contentFault(*root);
+    const QString reason = xml.Error() ? QString::fromUtf8(xml.ErrorDesc()) : tr("the document is empty");
+    return znDocumentFault{reason, std::max(xml.ErrorRow(), 1), std::max(xml.ErrorCol(), 1)};
 }
 
 } // namespace
 
-QString describeDocumentFault(const QString& file)
+std::optional<znDocumentFault> findDocumentFault(const QString& file)
 {
+    if (!QFileInfo::exists(file))
+        return znDocumentFault{tr("there is no such file")};
+    if (!QFileInfo(file).isFile())
+        return znDocumentFault{tr("this is no file")};
     QFile document(file);
-    if (!document.exists())
-        return tr("%1: there is no such file").arg(file);
     if (!document.open(QIODevice::ReadOnly))
-        return tr("%1: the file cannot be read: %2").arg(file, document.errorString());
-    QXmlStreamReader reader(&document);
-    const QString fault = faultOf(reader);
-    return fault.isEmpty() ? tr("%1: the document gave no tree").arg(file) : file + QLatin1Char(':') + fault;
+        return znDocumentFault{tr("the file cannot be read: %1").arg(document.errorString())};
+    return faultIn(document.readAll());
+}
+
+QString describe(const QString& file, const znDocumentFault& fault)
+{
+    const QString place = fault.line > 0 ? QStringLiteral(":%1:%2").arg(fault.line).arg(fault.column) : QString();
+    return file + place + QStringLiteral(": ") + fault.reason;
 }

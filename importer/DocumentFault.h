@@ -2,6 +2,18 @@
 
 #include <QString>
 
-/// Why the document at `file` gave no tree, for a person: one sentence with the file's name, and line and column where
-/// the text is at fault. Reads the document by itself, since a failed load says no more than that it failed.
-QString describeDocumentFault(const QString& file);
+#include <optional>
+
+/// Why a PLMXML document cannot be read.
+struct znDocumentFault {
+    QString reason; ///< for a person
+    int line = 0;   ///< from 1; 0 when the text is not at fault
+    int column = 0;
+};
+
+/// Looks into the document at `file` by itself, since a failed load says no more than that it failed. Nothing when the
+/// document is sound.
+std::optional<znDocumentFault> findDocumentFault(const QString& file);
+
+/// The fault of the document at `file` in one sentence, with the file's name.
+QString describe(const QString& file, const znDocumentFault& fault);

@@ -13,6 +13,8 @@
 struct znMissingPart {
     QString file;
     QString reason;
+    /// The places that it belongs to, each as the names from the top of the tree down; empty where they are not known.
+    QStringList instances;
 };
 
 /// What became of one file.

@@ -20,7 +20,7 @@ std::vector<znMissingPart> partsLeftOut(const osg::NodePtr& root)
         for (const std::string& tag : osg::tagsOf(node)) {
             const auto part = osg::converted::missingPart(tag);
             if (part && seen.insert(tag).second)
-                parts.push_back({QString::fromStdString(part->file), QString::fromStdString(part->reason)});
+                parts.push_back({QString::fromStdString(part->file), QString::fromStdString(part->reason), {}});
         }
         return osg::Action::Continue;
     });
@@ -46,11 +46,14 @@ std::string unreadFile(const osg::NodePtr& node)
     return file ? file->getPath() : std::string();
 }
 
-/// The name of the node that a reference hangs below.
-QString ownerOf(const osg::NodePtr& node)
+/// The names from below the top of the tree down to the node that a reference hangs below.
+QString placeOf(const osg::NodePtr& reference)
 {
-    const char* name = osg::getName(node->getParent());
-    return QString::fromUtf8(name ? name : "");
+    QStringList names;
+    for (osg::NodePtr node = reference->getParent(); node && node->getParent(); node = node->getParent())
+        if (const char* name = osg::getName(node))
+            names.prepend(QString::fromUtf8(name));
+    return names.join(QLatin1Char('/'));
 }
 
 QString reasonFor(const QString& file, const std::vector<znMissingPart>& failed)
@@ -65,21 +68,29 @@ QString reasonFor(const QString& file, const std::vector<znMissingPart>& failed)
 
 std::vector<znMissingPart> unreadParts(const osg::NodePtr& root, const std::vector<znMissingPart>& failed)
 {
-    std::vector<QString> files;
-    std::map<QString, QStringList> owners;
+    std::vector<znMissingPart> parts;
+    std::map<QString, std::size_t> known;
     osg::traverse(root, [&](const osg::NodePtr& node) {
         const QString file = QString::fromStdString(unreadFile(node));
         if (file.isEmpty())
             return osg::Action::Continue;
-        if (owners.find(file) == owners.end())
-            files.push_back(file);
-        owners[file].append(ownerOf(node));
+        const auto [entry, isNew] = known.emplace(file, parts.size());
+        if (isNew)
+            parts.push_back({file, reasonFor(file, failed), {}});
+        parts[entry->second].instances.append(placeOf(node));
         return osg::Action::Continue;
     });
-    std::vector<znMissingPart> parts;
-    for (const QString& file : files) {
-        const QString users = owners[file].join(QStringLiteral(", "));
-        parts.push_back({file, tr("%1 (used by %2)").arg(reasonFor(file, failed), users)});
-    }
     return parts;
+}
+
+QString describe(const znMissingPart& part)
+{
+    constexpr int shown = 3;
+    const auto count = static_cast<int>(part.instances.size());
+    const QString text = part.file + QStringLiteral(": ") + part.reason;
+    if (count == 0)
+        return text;
+    const QString places = part.instances.mid(0, shown).join(QStringLiteral(", "));
+    return count <= shown ? tr("%1 (used by %2)").arg(text, places)
+                          : tr("%1 (used by %2 and %3 more)").arg(text, places, QString::number(count - shown));
 }

@@ -9,12 +9,20 @@
 
 PartImports::PartImports(znPtxLoaderJob& job) : QObject(&job)
 {
-    followChildren(job);
+    followConversions(job);
+    connect(&job, &znPtxLoaderJob::childPtxConverterJobCreated, this, [this] { ++m_counts.total; });
 }
 
 PartImports::PartImports(znPLMXMLLoaderJob& job) : QObject(&job)
 {
-    followChildren(job);
+    followNested(job);
+}
+
+void PartImports::followNested(znPLMXMLLoaderJob& job)
+{
+    followConversions(job);
+    connect(&job, &znPLMXMLLoaderJob::foundChildFile, this, [this] { ++m_counts.total; });
+    connect(&job, &znPLMXMLLoaderJob::loadingChildFileFinished, this, &PartImports::directPartEnded);
 }
 
 QString PartImports::text() const
@@ -28,7 +36,7 @@ QString PartImports::text() const
 
 /// The jobs have the same signals, and no base that declares them.
 template <class Job>
-void PartImports::followChildren(Job& job)
+void PartImports::followConversions(Job& job)
 {
     connect(&job, &Job::childPtxConverterJobCreated, this, &PartImports::follow);
     connect(&job, &Job::childPtxImportFinished, this, &PartImports::partEnded);
@@ -39,7 +47,6 @@ void PartImports::followChildren(Job& job)
 
 void PartImports::follow(znPtxConverterJob* conversion)
 {
-    ++m_counts.total;
     connect(conversion, &znAbstractJob::starting, this, [this, conversion] {
         m_running.insert(conversion->getInputFile());
         m_counts.running = static_cast<unsigned>(m_running.size());
@@ -73,8 +80,15 @@ void PartImports::partEnded(const QString& partFile)
     const QString reason = m_reasons.take(partFile);
     ++(reason.isEmpty() ? m_counts.done : m_counts.failed);
     if (!reason.isEmpty())
-        m_missing.push_back({partFile, reason});
+        m_missing.push_back({partFile, reason, {}});
     if (const QString output = m_outputs.take(partFile); !output.isEmpty())
         QFile::remove(output);
+    Q_EMIT changed();
+}
+
+/// What is wrong with one that did not come in stands in the host's log alone.
+void PartImports::directPartEnded(const QString&, znCADFileTypes::JobState state)
+{
+    ++(state == znCADFileTypes::JobSucceeded ? m_counts.done : m_counts.failed);
     Q_EMIT changed();
 }

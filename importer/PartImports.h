@@ -14,7 +14,7 @@ class znPtxConverterJob;
 class znPLMXMLLoaderJob;
 class znPtxLoaderJob;
 
-/// Follows the part files of one loader job: how many are done, and which did not come in and why. It removes the
+/// Follows the part files of a loader job: how many are done, and which did not come in and why. It removes the
 /// converted file of a part once the part is in the tree, which stands on the mapped file.
 class PartImports : public QObject
 {
@@ -24,6 +24,9 @@ public:
     /// Belongs to `job`, which has not run yet.
     explicit PartImports(znPtxLoaderJob& job);
     explicit PartImports(znPLMXMLLoaderJob& job);
+
+    /// Follows the part files of a document that is a part file itself, too.
+    void followNested(znPLMXMLLoaderJob& job);
 
     const znPartCounts& counts() const { return m_counts; }
     /// The counts in words.
@@ -36,11 +39,12 @@ Q_SIGNALS:
 
 private:
     template <class Job>
-    void followChildren(Job& job);
+    void followConversions(Job& job);
     void follow(znPtxConverterJob* conversion);
     void conversionEnded(const znPtxConverterJob& conversion);
     void loadEnded(znOsbLoaderJob& load, const QString& partFile);
     void partEnded(const QString& partFile);
+    void directPartEnded(const QString& partFile, znCADFileTypes::JobState state);
 
     znPartCounts m_counts;
     QSet<QString> m_running;

@@ -1,12 +1,31 @@
 #include "importer/PlmxmlRoad.h"
 
 #include "converter/znPtxConverterJob.h"
+#include "host/znKernel/znImportOptions.h"
 #include "importer/DocumentFault.h"
 #include "importer/MissingParts.h"
+#include "importer/NestedDocuments.h"
 #include "importer/PartImports.h"
+#include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
+#include "standalone/session/znStandaloneSession.h"
 
 #include <QFileInfo>
+
+#include <utility>
+
+namespace
+{
+
+/// The last line of the log, without the name of `file` before it.
+QString lastReason(const QStringList& log, const QString& file)
+{
+    const QString line = log.isEmpty() ? QString() : log.last();
+    const QString name = file + QStringLiteral(": ");
+    return line.startsWith(name) ? line.mid(name.size()) : line;
+}
+
+} // namespace
 
 PlmxmlRoad::PlmxmlRoad(const QString& file) : m_file(QFileInfo(file).absoluteFilePath())
 {
@@ -15,6 +34,8 @@ PlmxmlRoad::PlmxmlRoad(const QString& file) : m_file(QFileInfo(file).absoluteFil
     connect(&m_finish, &TreeFinish::progressChanged, this, &ImportRoad::progressChanged);
 }
 
+PlmxmlRoad::~PlmxmlRoad() = default;
+
 void PlmxmlRoad::start(znImportResult& result)
 {
     m_result = &result;
@@ -22,12 +43,14 @@ void PlmxmlRoad::start(znImportResult& result)
     job->setParent(&m_queue);
     auto* const parts = new PartImports(*job);
     connect(job, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Reading document")); });
-    connect(job, &znPLMXMLLoaderJob::childPtxConverterJobCreated, this, &PlmxmlRoad::followConversion);
-    connect(job, &znPLMXMLLoaderJob::loadingChildFileStarted, this, [this](const QString& file) {
-        Q_EMIT progressChanged(0, tr("Loading %1").arg(QFileInfo(file).fileName()));
-    });
     connect(parts, &PartImports::changed, this, [this, parts] { Q_EMIT partsChanged(parts->counts(), parts->text()); });
-    connect(job, &znAbstractJob::finished, this, [this, job, parts] { loaded(*job, *parts); });
+    connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
+    follow(*job);
+    m_nested = std::make_unique<NestedDocuments>(znStandaloneSession::require(), m_file);
+    connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
+        parts->followNested(*nested);
+        follow(*nested);
+    });
     m_queue.addJob(job);
     m_queue.startProcessing();
 }
@@ -40,31 +63,81 @@ void PlmxmlRoad::cancel()
     m_queue.abortAllJobs();
 }
 
+void PlmxmlRoad::follow(znPLMXMLLoaderJob& job)
+{
+    connect(&job, &znPLMXMLLoaderJob::foundChildFile, this, [this] { ++m_found; });
+    connect(&job, &znPLMXMLLoaderJob::childPtxConverterJobCreated, this, &PlmxmlRoad::followConversion);
+    connect(&job, &znPLMXMLLoaderJob::loadingChildFileStarted, this, &PlmxmlRoad::directPartBegins);
+    connect(&job, &znPLMXMLLoaderJob::loadingChildFileFinished, this, &PlmxmlRoad::directPartEnded);
+}
+
 /// One that begins after the cancel ends at once.
 void PlmxmlRoad::followConversion(znPtxConverterJob* conversion)
 {
     m_conversions.append(conversion);
+    connect(conversion, &znAbstractJob::starting, this, &PlmxmlRoad::tellFoundParts);
     connect(conversion, &znAbstractJob::started, this, [this, conversion] {
         if (m_result->cancelled)
             conversion->abort();
     });
 }
 
-/// A missing document is told twice.
-void PlmxmlRoad::loaded(znPLMXMLLoaderJob& job, const PartImports& parts)
+/// Once all of a document are found, which is when work on the first begins.
+void PlmxmlRoad::tellFoundParts()
 {
-    if (std::exchange(m_loaded, true))
+    if (std::exchange(m_told, m_found) != m_found)
+        Q_EMIT progressChanged(0, tr("Part files found: %1").arg(m_found));
+}
+
+void PlmxmlRoad::directPartBegins(const QString& file)
+{
+    tellFoundParts();
+    Q_EMIT progressChanged(0, tr("Loading %1").arg(QFileInfo(file).fileName()));
+}
+
+void PlmxmlRoad::directPartEnded(const QString& file, znCADFileTypes::JobState state)
+{
+    if (state != znCADFileTypes::JobSucceeded)
+        m_failedLoads.push_back({file, lastReason(m_result->messages, file), {}});
+}
+
+/// The end of a job whose document is missing comes twice.
+void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
+{
+    if (std::exchange(m_ended, true))
         return;
+    m_nested.reset();
     m_result->state = job.getState();
-    m_result->node = m_result->cancelled ? osg::NodePtr() : job.getLoadedNode();
-    if (!m_result->node) {
-        const osg::RefPtr<osg::NodePtr> unwanted(job.getLoadedNode());
-        m_result->state = znCADFileTypes::JobFailed;
-        m_result->error = describeDocumentFault(m_file);
-        return;
+    m_result->node = job.getLoadedNode();
+    if (m_result->node && m_result->state != znCADFileTypes::JobFailed)
+        return loaded(parts);
+    m_result->state = znCADFileTypes::JobFailed;
+    m_result->node = osg::NodePtr();
+    if (!m_result->cancelled)
+        m_result->error = whyWithoutTree(job);
+}
+
+/// References that are not wanted are not missing.
+void PlmxmlRoad::loaded(const PartImports& parts)
+{
+    fillRepeatedParts(m_result->node);
+    m_result->missing = partsLeftOut(m_result->node);
+    if (znImportOptions("PLMXML", false, true).getImportReferencedFiles()) {
+        m_failedLoads.insert(m_failedLoads.end(), parts.missing().begin(), parts.missing().end());
+        const std::vector<znMissingPart> unread = unreadParts(m_result->node, m_failedLoads);
+        m_result->missing.insert(m_result->missing.begin(), unread.begin(), unread.end());
     }
-    m_result->missing = unreadParts(m_result->node, parts.missing());
     if (!m_result->missing.empty())
         m_result->state = znCADFileTypes::JobPartial;
     m_finish.start(m_queue, m_file, *m_result);
+}
+
+/// A document over the limits of the walk is told in the log.
+QString PlmxmlRoad::whyWithoutTree(const znPLMXMLLoaderJob& job) const
+{
+    if (!job.getErrorText().isEmpty())
+        return m_file + QStringLiteral(": ") + job.getErrorText();
+    if (const auto fault = findDocumentFault(m_file))
+        return describe(m_file, *fault);
+    return m_result->messages.isEmpty() ? tr("%1: the document gave no tree").arg(m_file) : m_result->messages.last();
 }

@@ -7,6 +7,10 @@
 #include <QList>
 #include <QPointer>
 
+#include <memory>
+#include <vector>
+
+class NestedDocuments;
 class PartImports;
 class znPLMXMLLoaderJob;
 class znPtxConverterJob;
@@ -14,25 +18,37 @@ class znPtxConverterJob;
 /// A PLMXML document goes through its loader job, which brings in the part files, and its tree into the scene. What is
 /// missing in the end makes the result partial.
 ///
-/// The loader job itself cannot be aborted: a cancelled import aborts the conversions, and ends without a tree.
+/// The loader job itself cannot be aborted: a cancelled import aborts the conversions, and what came in until then is
+/// the result.
 class PlmxmlRoad : public ImportRoad
 {
     Q_OBJECT
 
 public:
     explicit PlmxmlRoad(const QString& file);
+    ~PlmxmlRoad() override;
 
     void start(znImportResult& result) override;
     void cancel() override;
 
 private:
+    void follow(znPLMXMLLoaderJob& job);
     void followConversion(znPtxConverterJob* conversion);
-    void loaded(znPLMXMLLoaderJob& job, const PartImports& parts);
+    void tellFoundParts();
+    void directPartBegins(const QString& file);
+    void directPartEnded(const QString& file, znCADFileTypes::JobState state);
+    void jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts);
+    void loaded(const PartImports& parts);
+    QString whyWithoutTree(const znPLMXMLLoaderJob& job) const;
 
     QString m_file;
     znJobQueue m_queue;
+    std::unique_ptr<NestedDocuments> m_nested; ///< while the document is loaded
     TreeFinish m_finish;
     QList<QPointer<znPtxConverterJob>> m_conversions;
-    bool m_loaded = false;
+    int m_found = 0;
+    int m_told = 0;                           ///< of those found
+    std::vector<znMissingPart> m_failedLoads; ///< part files that the host could not read
+    bool m_ended = false;
     znImportResult* m_result = nullptr;
 };

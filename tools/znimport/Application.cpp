@@ -1,5 +1,6 @@
 #include "tools/znimport/Application.h"
 
+#include "importer/MissingParts.h"
 #include "importer/SceneText.h"
 #include "tools/znimport/Outputs.h"
 #include "tools/znimport/Variants.h"
@@ -110,7 +111,7 @@ void Application::importFinished(const znImportResult& result)
     if (!result.error.isEmpty() && !result.cancelled)
         complain(result.error);
     for (const znMissingPart& part : result.missing)
-        complain(QStringLiteral("missing: %1: %2").arg(part.file, part.reason));
+        complain(QStringLiteral("missing: ") + describe(part));
     if (result.node)
         ++m_imported;
     if (result.state != znCADFileTypes::JobSucceeded)

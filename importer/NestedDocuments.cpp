@@ -1,0 +1,100 @@
+#include "importer/NestedDocuments.h"
+
+#include "host/znKernel/znController.h"
+#include "host/znKernel/znTexSearch.h"
+#include "importer/DocumentFault.h"
+#include "plmxml/znPLMXMLLoaderJob.h"
+#include "standalone/formats/ReadTask.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/KernelState.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+
+namespace
+{
+
+QString canonical(const QString& file)
+{
+    return QFileInfo(file).canonicalFilePath();
+}
+
+void runToItsEnd(znPLMXMLLoaderJob& job)
+{
+    QEventLoop loop;
+    QObject::connect(&job, &znAbstractJob::finished, &loop, &QEventLoop::quit);
+    job.run();
+    loop.exec();
+}
+
+[[noreturn]] void failWithoutTree(const formats::ReadTask& task, const znPLMXMLLoaderJob& job)
+{
+    using formats::ReadErrorCode;
+    if (!job.getErrorText().isEmpty())
+        task.fail(ReadErrorCode::Damaged, job.getErrorText());
+    const auto fault = findDocumentFault(task.path());
+    if (!fault)
+        task.fail(ReadErrorCode::Damaged, NestedDocuments::tr("the document gave no tree"));
+    const QString place = NestedDocuments::tr("line %1, column %2").arg(fault->line).arg(fault->column);
+    task.fail(ReadErrorCode::Damaged, fault->reason, fault->line > 0 ? place : QString());
+}
+
+} // namespace
+
+NestedDocuments::NestedDocuments(znStandaloneSession& session, const QString& outermost)
+    : m_session(session), m_readersBefore(session.kernel().readers), m_open{canonical(outermost)}
+{
+    session.kernel().readers.add(
+        {QStringLiteral("PLMXML"), {QStringLiteral("plmxml")}, [this](formats::ReadTask& task) { return read(task); }});
+}
+
+NestedDocuments::~NestedDocuments()
+{
+    m_session.kernel().readers = m_readersBefore;
+}
+
+/// The outer document is the current one again afterwards, and at work.
+osg::NodePtr NestedDocuments::read(formats::ReadTask& task)
+{
+    const QString document = canonical(task.path());
+    refuse(task, document);
+    ++m_count;
+    m_open.append(document);
+    const auto close = [this] {
+        m_open.removeLast();
+        znTexSearch::setCurrentFile(m_open.last().toUtf8().constData());
+        znController::setBusy(true, false);
+    };
+    try {
+        const osg::NodePtr root = load(task);
+        close();
+        return root;
+    } catch (...) {
+        close();
+        throw;
+    }
+}
+
+void NestedDocuments::refuse(const formats::ReadTask& task, const QString& document) const
+{
+    using formats::ReadErrorCode;
+    if (document.isEmpty())
+        task.fail(ReadErrorCode::NotFound, tr("there is no such file"));
+    if (m_open.contains(document))
+        task.fail(ReadErrorCode::Damaged, tr("the document leads back to itself"));
+    if (m_open.size() >= maxDepth)
+        task.fail(ReadErrorCode::LimitExceeded, tr("more than %1 documents are nested").arg(maxDepth));
+    if (m_count >= maxCount)
+        task.fail(ReadErrorCode::LimitExceeded, tr("the import has more than %1 documents").arg(maxCount));
+}
+
+osg::NodePtr NestedDocuments::load(const formats::ReadTask& task)
+{
+    znPLMXMLLoaderJob job(task.path().toStdString(), nullptr);
+    Q_EMIT jobCreated(&job);
+    runToItsEnd(job);
+    const osg::NodePtr root = job.getLoadedNode();
+    if (!root)
+        failWithoutTree(task, job);
+    return root;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+#include "standalone/formats/SceneReaders.h"
+
+#include <QObject>
+#include <QStringList>
+
+class znPLMXMLLoaderJob;
+class znStandaloneSession;
+
+/// Lets a part file be a PLMXML document itself: while this lives, the kernel's file loading reads such files.
+///
+/// Each is imported by a loader job of its own, which runs at once, in an event loop of its own: in a queue it would wait
+/// for the outer document's job, which waits for it. A document that leads back to itself is refused, and so are
+/// documents over the limits.
+class NestedDocuments : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int maxDepth = 16;   ///< documents inside one another, the outermost included
+    static constexpr int maxCount = 1000; ///< documents of one import, so that few files cannot stand for many
+
+    /// For the import of the document `outermost`. What is added to the session's readers meanwhile goes with this.
+    NestedDocuments(znStandaloneSession& session, const QString& outermost);
+    ~NestedDocuments() override;
+
+Q_SIGNALS:
+    /// A nested document's job, before it runs.
+    void jobCreated(znPLMXMLLoaderJob* job);
+
+private:
+    osg::NodePtr read(formats::ReadTask& task);
+    void refuse(const formats::ReadTask& task, const QString& document) const;
+    osg::NodePtr load(const formats::ReadTask& task);
+
+    znStandaloneSession& m_session;
+    formats::SceneReaders m_readersBefore;
+    QStringList m_open; ///< canonical paths of the documents that are being read, the outermost first
+    int m_count = 1;
+};
