@@ -175,6 +175,21 @@ TEST_F(FileIOTest, UnitAndUpAxisOfFilesWithoutThemAreSettings)
         EXPECT_NEAR(found[0][i], expected[i], 1e-5) << "element " << i;
 }
 
+TEST_F(FileIOTest, VrmlFilesComeAsTheyAreUnlessTheyMeanMetres)
+{
+    const QString file =
+        write(QStringLiteral("teil.wrl"),
+              "#VRML V2.0 utf8\nShape { geometry IndexedFaceSet { coord Coordinate { point [ 1 2 3, 2 2 3, "
+              "1 3 3 ] } coordIndex [ 0 1 2 -1 ] } }\n");
+    ASSERT_EQ(load({file}, m_root), 131003);
+    EXPECT_THAT(placements(m_root), IsEmpty());
+    EXPECT_FALSE(m_session.settings().set(QStringLiteral("mesh.wrlInMetres"), QStringLiteral("true")));
+    ASSERT_EQ(load({file}, m_root), 131003);
+    const std::vector<osg::Matrix> found = placements(m_root);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_THAT(found[0].values, ElementsAre(1000, 0, 0, 0, 0, 0, 1000, 0, 0, -1000, 0, 0, 0, 0, 0, 1));
+}
+
 TEST_F(FileIOTest, AHostCanBringReadersOfItsOwn)
 {
     m_session.kernel().readers.add({QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) {
