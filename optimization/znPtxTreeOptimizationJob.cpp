@@ -62,8 +62,8 @@ struct znPtxTreeOptimizationJob::Run {
 
 /// A step, and whether it is one for converted trees only.
 struct znPtxTreeOptimizationJob::Step {
-    const char* name;
-    void (znPtxTreeOptimizationJob::*run)(Run&);
+    const char* name = nullptr;
+    void (znPtxTreeOptimizationJob::*run)(Run&) = nullptr;
     bool onlyPtx = false;
 };
 

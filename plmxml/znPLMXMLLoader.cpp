@@ -95,7 +95,7 @@ znPLMXMLLoader::znPLMXMLLoader(const std::string& fileName) : m_fileName(fileNam
 
 znPLMXMLLoader::znPLMXMLLoader(const znPLMXMLLoader&) = default;
 
-znPLMXMLLoader::znPLMXMLLoader(znPLMXMLLoader&& other)
+znPLMXMLLoader::znPLMXMLLoader(znPLMXMLLoader&& other) noexcept
     : m_fileName(std::exchange(other.m_fileName, {})), m_loadReferencedFiles(other.m_loadReferencedFiles),
       m_node(other.m_node), m_referenceNodes(std::exchange(other.m_referenceNodes, {})),
       m_unloadedParts(std::exchange(other.m_unloadedParts, {}))
@@ -104,7 +104,7 @@ znPLMXMLLoader::znPLMXMLLoader(znPLMXMLLoader&& other)
 
 znPLMXMLLoader& znPLMXMLLoader::operator=(const znPLMXMLLoader&) = default;
 
-znPLMXMLLoader& znPLMXMLLoader::operator=(znPLMXMLLoader&& other)
+znPLMXMLLoader& znPLMXMLLoader::operator=(znPLMXMLLoader&& other) noexcept
 {
     if (this != &other) {
         m_fileName = std::exchange(other.m_fileName, {});

@@ -26,9 +26,9 @@ public:
     explicit znPLMXMLLoader(const std::string& fileName);
     znPLMXMLLoader(const znPLMXMLLoader& other);
     /// `other` keeps its switch and its node; its texts and tables are empty.
-    znPLMXMLLoader(znPLMXMLLoader&& other);
+    znPLMXMLLoader(znPLMXMLLoader&& other) noexcept;
     znPLMXMLLoader& operator=(const znPLMXMLLoader& other);
-    znPLMXMLLoader& operator=(znPLMXMLLoader&& other);
+    znPLMXMLLoader& operator=(znPLMXMLLoader&& other) noexcept;
     ~znPLMXMLLoader();
 
     /// Reads the document and builds the tree on the calling thread.
