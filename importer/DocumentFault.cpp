@@ -2,6 +2,7 @@
 
 #include "cad/xml/CADNumbers.h"
 #include "cad/xml/XMLTextScan.h"
+#include "importer/ElementWalk.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -19,10 +20,10 @@ using namespace HB::XML::CAD;
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("DocumentFault", text);
-}
+/// Where the texts of this file stand.
+struct DocumentFault {
+    Q_DECLARE_TR_FUNCTIONS(DocumentFault)
+};
 
 QString scanReason(XMLFault fault)
 {
@@ -30,19 +31,19 @@ QString scanReason(XMLFault fault)
     case XMLFault::None:
         break;
     case XMLFault::EmbeddedNul:
-        return tr("there is a zero byte in the text");
+        return DocumentFault::tr("there is a zero byte in the text");
     case XMLFault::TooDeep:
-        return tr("the elements are nested too deeply");
+        return DocumentFault::tr("the elements are nested too deeply");
     case XMLFault::TooManyAttributes:
-        return tr("an element has too many attributes");
+        return DocumentFault::tr("an element has too many attributes");
     case XMLFault::CutOff:
-        return tr("the document is cut off");
+        return DocumentFault::tr("the document is cut off");
     case XMLFault::StrayEndTag:
-        return tr("an end tag has no element");
+        return DocumentFault::tr("an end tag has no element");
     case XMLFault::BadDeclaration:
-        return tr("the XML declaration is damaged");
+        return DocumentFault::tr("the XML declaration is damaged");
     case XMLFault::BrokenCharacter:
-        return tr("a character is not valid UTF-8");
+        return DocumentFault::tr("a character is not valid UTF-8");
     }
     return {};
 }
@@ -70,36 +71,25 @@ std::optional<znDocumentFault> numberFault(const TiXmlElement& transform)
                 parseTransformValues(text->Value(), values);
         } catch (const std::exception&) {
             const QString where = QString::number(values.size() + 1);
-            return faultOf(*text, tr("value %1 of a Transform is not a number that fits").arg(where));
+            return faultOf(*text, DocumentFault::tr("value %1 of a Transform is not a number that fits").arg(where));
         }
     }
     return std::nullopt;
 }
 
-/// The element that follows in the order of the text, within `top`.
-const TiXmlElement* nextElement(const TiXmlElement* element, const TiXmlElement* top)
-{
-    if (const TiXmlElement* child = element->FirstChildElement())
-        return child;
-    while (element != top) {
-        if (const TiXmlElement* sibling = element->NextSiblingElement())
-            return sibling;
-        element = element->Parent()->ToElement();
-    }
-    return nullptr;
-}
-
 std::optional<znDocumentFault> contentFault(const TiXmlElement& root)
 {
     if (root.ValueTStr() != "PLMXML")
-        return faultOf(
-            root, tr("the document begins with the element %1, not with PLMXML").arg(QString::fromUtf8(root.Value())));
-    const TiXmlElement* const product = root.FirstChildElement("ProductDef");
-    for (const TiXmlElement* element = product; element; element = nextElement(element, product))
-        if (element->ValueTStr() == "Transform")
-            if (const auto fault = numberFault(*element))
-                return fault;
-    return std::nullopt;
+        return faultOf(root, DocumentFault::tr("the document begins with the element %1, not with PLMXML")
+                                 .arg(QString::fromUtf8(root.Value())));
+    std::optional<znDocumentFault> fault;
+    if (const TiXmlElement* product = root.FirstChildElement("ProductDef"))
+        walkElements(*product, [&fault](const TiXmlElement& element) {
+            if (!fault && element.ValueTStr() == "Transform")
+                fault = numberFault(element);
+            return !fault;
+        });
+    return fault;
 }
 
 std::optional<znDocumentFault> faultIn(const QByteArray& text)
@@ -111,7 +101,8 @@ std::optional<znDocumentFault> faultIn(const QByteArray& text)
     xml.Parse(text.constData(), nullptr, TIXML_DEFAULT_ENCODING);
     if (const TiXmlElement* root = xml.RootElement(); root && !xml.Error())
         return contentFault(*root);
-    const QString reason = xml.Error() ? QString::fromUtf8(xml.ErrorDesc()) : tr("the document is empty");
+    const QString reason =
+        xml.Error() ? QString::fromUtf8(xml.ErrorDesc()) : DocumentFault::tr("the document is empty");
     return znDocumentFault{reason, std::max(xml.ErrorRow(), 1), std::max(xml.ErrorCol(), 1)};
 }
 
@@ -120,12 +111,12 @@ std::optional<znDocumentFault> faultIn(const QByteArray& text)
 std::optional<znDocumentFault> findDocumentFault(const QString& file)
 {
     if (!QFileInfo::exists(file))
-        return znDocumentFault{tr("there is no such file")};
+        return znDocumentFault{DocumentFault::tr("there is no such file")};
     if (!QFileInfo(file).isFile())
-        return znDocumentFault{tr("this is no file")};
+        return znDocumentFault{DocumentFault::tr("this is no file")};
     QFile document(file);
     if (!document.open(QIODevice::ReadOnly))
-        return znDocumentFault{tr("the file cannot be read: %1").arg(document.errorString())};
+        return znDocumentFault{DocumentFault::tr("the file cannot be read: %1").arg(document.errorString())};
     return faultIn(document.readAll());
 }
 

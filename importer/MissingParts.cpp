@@ -30,10 +30,10 @@ std::vector<znMissingPart> partsLeftOut(const osg::NodePtr& root)
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("MissingParts", text);
-}
+/// Where the texts of this file stand.
+struct MissingParts {
+    Q_DECLARE_TR_FUNCTIONS(MissingParts)
+};
 
 /// The path that an unread reference names; empty for any other node.
 std::string unreadFile(const osg::NodePtr& node)
@@ -61,7 +61,8 @@ QString reasonFor(const QString& file, const std::vector<znMissingPart>& failed)
     for (const znMissingPart& part : failed)
         if (part.file == file)
             return part.reason;
-    return QFileInfo::exists(file) ? tr("the file could not be read") : tr("there is no such file");
+    return QFileInfo::exists(file) ? MissingParts::tr("the file could not be read")
+                                   : MissingParts::tr("there is no such file");
 }
 
 } // namespace
@@ -91,6 +92,7 @@ QString describe(const znMissingPart& part)
     if (count == 0)
         return text;
     const QString places = part.instances.mid(0, shown).join(QStringLiteral(", "));
-    return count <= shown ? tr("%1 (used by %2)").arg(text, places)
-                          : tr("%1 (used by %2 and %3 more)").arg(text, places, QString::number(count - shown));
+    return count <= shown
+               ? MissingParts::tr("%1 (used by %2)").arg(text, places)
+               : MissingParts::tr("%1 (used by %2 and %3 more)").arg(text, places, QString::number(count - shown));
 }

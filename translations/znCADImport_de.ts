@@ -15,9 +15,79 @@
         <source>Loading</source>
         <translation>Laden</translation>
     </message>
+</context>
+<context>
+    <name>DocumentFault</name>
     <message>
-        <source>%1 of %2 parts done, %3 running, %4 failed</source>
-        <translation>%1 von %2 Teilen fertig, %3 in Arbeit, %4 fehlgeschlagen</translation>
+        <source>there is a zero byte in the text</source>
+        <translation>im Text steht ein Null-Byte</translation>
+    </message>
+    <message>
+        <source>the elements are nested too deeply</source>
+        <translation>die Elemente sind zu tief verschachtelt</translation>
+    </message>
+    <message>
+        <source>an element has too many attributes</source>
+        <translation>ein Element hat zu viele Attribute</translation>
+    </message>
+    <message>
+        <source>the document is cut off</source>
+        <translation>das Dokument ist abgeschnitten</translation>
+    </message>
+    <message>
+        <source>an end tag has no element</source>
+        <translation>ein End-Tag hat kein Element</translation>
+    </message>
+    <message>
+        <source>the XML declaration is damaged</source>
+        <translation>die XML-Deklaration ist beschädigt</translation>
+    </message>
+    <message>
+        <source>a character is not valid UTF-8</source>
+        <translation>ein Zeichen ist kein gültiges UTF-8</translation>
+    </message>
+    <message>
+        <source>value %1 of a Transform is not a number that fits</source>
+        <translation>Wert %1 eines Transform ist keine passende Zahl</translation>
+    </message>
+    <message>
+        <source>the document begins with the element %1, not with PLMXML</source>
+        <translation>das Dokument beginnt mit dem Element %1 statt mit PLMXML</translation>
+    </message>
+    <message>
+        <source>the document is empty</source>
+        <translation>das Dokument ist leer</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>this is no file</source>
+        <translation>das ist keine Datei</translation>
+    </message>
+    <message>
+        <source>the file cannot be read: %1</source>
+        <translation>die Datei ist nicht lesbar: %1</translation>
+    </message>
+</context>
+<context>
+    <name>MissingParts</name>
+    <message>
+        <source>the file could not be read</source>
+        <translation>die Datei konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>%1 (used by %2)</source>
+        <translation>%1 (gebraucht von %2)</translation>
+    </message>
+    <message>
+        <source>%1 (used by %2 and %3 more)</source>
+        <translation>%1 (gebraucht von %2 und %3 weiteren)</translation>
     </message>
 </context>
 <context>
@@ -25,6 +95,33 @@
     <message>
         <source>Loading</source>
         <translation>Laden</translation>
+    </message>
+</context>
+<context>
+    <name>NestedDocuments</name>
+    <message>
+        <source>the document gave no tree</source>
+        <translation>das Dokument ergab keinen Baum</translation>
+    </message>
+    <message>
+        <source>line %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>the document leads back to itself</source>
+        <translation>das Dokument führt auf sich selbst zurück</translation>
+    </message>
+    <message>
+        <source>more than %1 documents are nested</source>
+        <translation>mehr als %1 Dokumente sind ineinander verschachtelt</translation>
+    </message>
+    <message>
+        <source>the import has more than %1 documents</source>
+        <translation>der Import hat mehr als %1 Dokumente</translation>
     </message>
 </context>
 <context>
@@ -36,6 +133,29 @@
     <message>
         <source>the conversion wrote nothing</source>
         <translation>die Umwandlung hat nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 of %2 parts done, %3 running, %4 failed</source>
+        <translation>%1 von %2 Teilen fertig, %3 in Arbeit, %4 fehlgeschlagen</translation>
+    </message>
+</context>
+<context>
+    <name>PlmxmlRoad</name>
+    <message>
+        <source>Reading document</source>
+        <translation>Dokument lesen</translation>
+    </message>
+    <message>
+        <source>Part files found: %1</source>
+        <translation>Teiledateien gefunden: %1</translation>
+    </message>
+    <message>
+        <source>Loading %1</source>
+        <translation>%1 laden</translation>
+    </message>
+    <message>
+        <source>%1: the document gave no tree</source>
+        <translation>%1: das Dokument ergab keinen Baum</translation>
     </message>
 </context>
 <context>

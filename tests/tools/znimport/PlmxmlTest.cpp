@@ -1,0 +1,147 @@
+// The tool on PLMXML documents: the sample with the real converter, others with the scripted child.
+
+#include "tests/gltf-validator/GltfValidator.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace
+{
+
+class ZnimportPlmxmlTest : public testing::Test
+{
+protected:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QString write(const QString& name, const QByteArray& content) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return file.fileName();
+    }
+    /// A document with one solid part for each location.
+    QString writeDocument(const QStringList& locations) const
+    {
+        QString roots, instances, parts;
+        for (int i = 0; i < locations.size(); ++i) {
+            roots += QStringLiteral("i%1 ").arg(i);
+            instances += QStringLiteral("<Instance id='i%1' name='I%1' partRef='p%1'/>\n").arg(i);
+            parts += QStringLiteral("<Part id='p%1' name='P%1' type='solid'><Representation id='r%1' location='%2'/>"
+                                    "</Part>\n")
+                         .arg(i)
+                         .arg(locations[i]);
+        }
+        return write(QStringLiteral("car.plmxml"),
+                     (QStringLiteral("<PLMXML>\n<ProductDef id='pd'>\n<InstanceGraph rootRefs='%1'>\n").arg(roots) +
+                      instances + QStringLiteral("</InstanceGraph>\n") + parts +
+                      QStringLiteral("</ProductDef>\n</PLMXML>\n"))
+                         .toUtf8());
+    }
+
+    int run(const QStringList& arguments)
+    {
+        m_process.start(QString::fromUtf8(ZNIMPORT), arguments);
+        EXPECT_TRUE(m_process.waitForFinished(100000));
+        m_output = QString::fromUtf8(m_process.readAllStandardOutput());
+        m_errors = QString::fromUtf8(m_process.readAllStandardError());
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+
+    QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/znimport plmxml äö XXXXXX")};
+    QProcess m_process;
+    QString m_output;
+    QString m_errors;
+};
+
+TEST_F(ZnimportPlmxmlTest, TheSampleBecomesAGlbAndAPicture)
+{
+    const QString glb = path(QStringLiteral("cart.glb"));
+    const QString png = path(QStringLiteral("cart.png"));
+    EXPECT_EQ(
+        run({QString::fromUtf8(EXAMPLE_MODELS "/../plmxml/cart.plmxml"), QStringLiteral("--tree"), QStringLiteral("-o"),
+             glb, QStringLiteral("--snapshot"), png, QStringLiteral("--size"), QStringLiteral("320x200")}),
+        0)
+        << m_errors.toStdString();
+    EXPECT_TRUE(m_output.contains(QStringLiteral("Right wheel [Transform3D], at 100 0 370")));
+    for (const char* step : {"Reading document", "Part files found: 4", "Loading wheel.wrl",
+                             "4 of 4 parts done, 0 running, 0 failed", "Optimising"})
+        EXPECT_TRUE(m_errors.contains(QStringLiteral("cart.plmxml: ") + QString::fromUtf8(step) + QLatin1Char('\n')))
+            << step << "\n"
+            << m_errors.toStdString();
+    if (gltfvalidator::isInstalled()) {
+        EXPECT_EQ(gltfvalidator::validate(glb), gltfvalidator::Verdict());
+    }
+    EXPECT_EQ(QImage(png).size(), QSize(320, 200));
+}
+
+TEST_F(ZnimportPlmxmlTest, MissingPartsEndWithThreeAndAreNamedWithTheirInstances)
+{
+    write(QStringLiteral("plate.obj"), "v 0 0 0\nv 2 0 0\nv 0 3 0\nf 1 2 3\n");
+    const QString glb = path(QStringLiteral("car.glb"));
+    EXPECT_EQ(run({writeDocument({QStringLiteral("none.stp"), QStringLiteral("plate.obj"), QStringLiteral("none.stp")}),
+                   QStringLiteral("-o"), glb}),
+              3);
+    EXPECT_TRUE(m_errors.contains(QStringLiteral("znimport: missing: ") + path(QStringLiteral("none.stp")) +
+                                  QStringLiteral(": there is no such file (used by P0, P2)\n")))
+        << m_errors.toStdString();
+    EXPECT_TRUE(QFile::exists(glb));
+}
+
+TEST_F(ZnimportPlmxmlTest, AnUnreadableDocumentEndsWithOneAndSaysWhere)
+{
+    const QString file = write(QStringLiteral("car.plmxml"), "<PLMXML>\n <ProductDef>\n  <Part\n</PLMXML>\n");
+    const QString glb = path(QStringLiteral("car.glb"));
+    EXPECT_EQ(run({file, QStringLiteral("-o"), glb}), 1);
+    EXPECT_TRUE(m_errors.contains(QStringLiteral("znimport: ") + file + QStringLiteral(":4:1: ")))
+        << m_errors.toStdString();
+    EXPECT_FALSE(QFile::exists(glb));
+
+    const QString none = path(QStringLiteral("none.plmxml"));
+    EXPECT_EQ(run({none}), 1);
+    EXPECT_TRUE(m_errors.contains(none + QStringLiteral(": there is no such file\n"))) << m_errors.toStdString();
+}
+
+TEST_F(ZnimportPlmxmlTest, CtrlCEndsAllConversionsAndLeavesNoChildAndNoFile)
+{
+    QStringList parts;
+    for (int i = 0; i < 5; ++i) {
+        parts << QStringLiteral("part%1.stp").arg(i);
+        write(parts.last(), "pid \"" + path(QStringLiteral("id%1").arg(i)).toUtf8() + "\"\nappend \"" +
+                                path(QStringLiteral("ids")).toUtf8() + "\" x\nprogress 5 Merge\nwait 600000\n");
+    }
+    const QString converted = path(QStringLiteral("converted"));
+    ASSERT_TRUE(QDir().mkpath(converted));
+    const QString glb = path(QStringLiteral("car.glb"));
+    m_process.start(QString::fromUtf8(ZNIMPORT),
+                    {writeDocument(parts), QStringLiteral("-o"), glb, QStringLiteral("--jobs"), QStringLiteral("2"),
+                     QStringLiteral("--set"),
+                     QStringLiteral("converter.program=") + QString::fromUtf8(ZN_SCRIPTED_CHILD),
+                     QStringLiteral("--set"), QStringLiteral("files.temporaryFolder=") + converted});
+    ASSERT_TRUE(m_process.waitForStarted());
+    for (int tries = 0; tries < 600 && QFileInfo(path(QStringLiteral("ids"))).size() < 4; ++tries)
+        m_process.waitForReadyRead(50);
+    ASSERT_EQ(QFileInfo(path(QStringLiteral("ids"))).size(), 4);
+
+    ASSERT_EQ(kill(static_cast<pid_t>(m_process.processId()), SIGINT), 0);
+    ASSERT_TRUE(m_process.waitForFinished(30000));
+    EXPECT_EQ(m_process.exitCode(), 130);
+    EXPECT_FALSE(QFile::exists(glb));
+    EXPECT_EQ(QDir(converted).entryList({QStringLiteral("*.osb")}, QDir::Files | QDir::Hidden), QStringList());
+    for (int i = 0; i < 5; ++i) {
+        QFile id(path(QStringLiteral("id%1").arg(i)));
+        if (id.open(QIODevice::ReadOnly)) {
+            EXPECT_NE(kill(id.readAll().trimmed().toInt(), 0), 0);
+        }
+    }
+}
+
+} // namespace
