@@ -174,7 +174,7 @@ OcclusionResult addAmbientOcclusion(const osg::NodePtr& root, const OcclusionOpt
             return {};
         render::moveToStage(list);
         Occlusion occlusion(list, options);
-        const OcclusionResult result = measure(list, occlusion, options);
+        OcclusionResult result = measure(list, occlusion, options);
         if (result.error.isEmpty())
             store(root, list, occlusion);
         return result;

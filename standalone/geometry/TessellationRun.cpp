@@ -31,7 +31,7 @@ QString programPath(const QString& setting)
     const QString name = QStringLiteral("ptxtessellate");
     if (!setting.isEmpty())
         return setting;
-    const QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+    QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
     if (QFileInfo(beside).isExecutable())
         return beside;
     const QString onPath = QStandardPaths::findExecutable(name);

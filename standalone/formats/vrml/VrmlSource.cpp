@@ -66,9 +66,7 @@ QString Source::place(std::size_t offset) const
     const std::size_t block = end / blockSize;
     const std::uint64_t line = m_linesBefore[block] + linesIn(all.substr(block * blockSize, end % blockSize));
     const std::size_t lineStart = end == 0 ? 0 : all.rfind('\n', end - 1) + 1; // npos + 1 is 0
-    return tr("line %1, column %2")
-        .arg(static_cast<qulonglong>(line + 1))
-        .arg(static_cast<qulonglong>(end - lineStart + 1));
+    return tr("line %1, column %2").arg(qulonglong{line} + 1).arg(qulonglong{end} - lineStart + 1);
 }
 
 std::string toUtf8(std::string_view text)

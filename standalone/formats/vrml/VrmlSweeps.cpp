@@ -171,8 +171,9 @@ Sweep gridSweep(const Node& node, const Source& source)
     checkSize(node, source, rows, columns);
     const float xSpacing = node.number("xSpacing", 1);
     const float zSpacing = node.number("zSpacing", 1);
-    for (std::size_t i = 0; i < rows * columns; ++i)
-        sweep.points.push_back({float(i % columns) * xSpacing, heights[i], float(i / columns) * zSpacing});
+    for (std::size_t row = 0; row < rows; ++row)
+        for (std::size_t column = 0; column < columns; ++column)
+            sweep.points.push_back({float(column) * xSpacing, heights[row * columns + column], float(row) * zSpacing});
     for (std::size_t row = 0; row + 1 < rows; ++row)
         for (std::size_t i = row * columns; i + 1 < (row + 1) * columns; ++i)
             appendQuad(sweep.corners, i, i + columns, i + columns + 1, i + 1);
