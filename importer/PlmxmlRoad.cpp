@@ -17,6 +17,9 @@
 namespace
 {
 
+/// What the copies of part files may come to.
+constexpr std::size_t maxRepeatedNodes = std::size_t(1) << 22;
+
 /// The last line of the log, without the name of `file` before it.
 QString lastReason(const QStringList& log, const QString& file)
 {
@@ -120,8 +123,11 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
 /// References that are not wanted are not missing.
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
-    fillRepeatedParts(m_result->node);
+    const std::size_t emptyPlaces = fillRepeatedParts(m_result->node, maxRepeatedNodes);
     m_result->missing = partsLeftOut(m_result->node);
+    if (emptyPlaces > 0)
+        m_result->missing.push_back(
+            {m_file, tr("part files at %1 places would make too large a tree").arg(emptyPlaces), {}});
     if (znImportOptions("PLMXML", false, true).getImportReferencedFiles()) {
         m_failedLoads.insert(m_failedLoads.end(), parts.missing().begin(), parts.missing().end());
         const std::vector<znMissingPart> unread = unreadParts(m_result->node, m_failedLoads);

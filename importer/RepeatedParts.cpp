@@ -5,6 +5,8 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -19,10 +21,11 @@ struct Places {
     std::vector<osg::NodePtr> empty;
 };
 
-/// By the id of the core, so that the order is that of the document.
-std::map<unsigned, Places> loadedPlaces(const osg::NodePtr& root)
+/// By the id of the core, latest first: what lies within a document was made after the reference to it, and has to be
+/// whole before the document is copied.
+std::map<unsigned, Places, std::greater<>> loadedPlaces(const osg::NodePtr& root)
 {
-    std::map<unsigned, Places> places;
+    std::map<unsigned, Places, std::greater<>> places;
     osg::traverse(root, [&](const osg::NodePtr& node) {
         const auto reference = osg::fcCast<osg::ExtReference>(node->getCore());
         if (!reference || reference->getState() != loadedState)
@@ -37,6 +40,16 @@ std::map<unsigned, Places> loadedPlaces(const osg::NodePtr& root)
     return places;
 }
 
+std::size_t countNodes(const osg::NodePtr& root)
+{
+    std::size_t count = 0;
+    osg::traverse(root, [&count](const osg::NodePtr&) {
+        ++count;
+        return osg::Action::Continue;
+    });
+    return count;
+}
+
 void copyContent(const osg::NodePtr& from, const osg::NodePtr& to)
 {
     osg::beginEditCP(to, osg::Node::ChildrenFieldMask, 1);
@@ -47,10 +60,19 @@ void copyContent(const osg::NodePtr& from, const osg::NodePtr& to)
 
 } // namespace
 
-void fillRepeatedParts(const osg::NodePtr& root)
+std::size_t fillRepeatedParts(const osg::NodePtr& root, std::size_t maxNodes)
 {
-    for (const auto& [core, part] : loadedPlaces(root))
-        if (part.filled)
-            for (const osg::NodePtr& node : part.empty)
+    std::size_t left = maxNodes;
+    std::size_t emptyPlaces = 0;
+    for (const auto& [core, part] : loadedPlaces(root)) {
+        const std::size_t size = part.filled && !part.empty.empty() ? countNodes(part.filled) : 0;
+        for (const osg::NodePtr& node : part.empty) {
+            if (size > left)
+                ++emptyPlaces;
+            else if (part.filled)
                 copyContent(part.filled, node);
+            left -= std::min(size, left);
+        }
+    }
+    return emptyPlaces;
 }

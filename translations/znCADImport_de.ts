@@ -157,6 +157,10 @@
         <source>%1: the document gave no tree</source>
         <translation>%1: das Dokument ergab keinen Baum</translation>
     </message>
+    <message>
+        <source>part files at %1 places would make too large a tree</source>
+        <translation>Teiledateien an %1 Stellen ergäben einen zu großen Baum</translation>
+    </message>
 </context>
 <context>
     <name>PtxToOsg</name>

@@ -1,4 +1,5 @@
 #include "importer/NestedDocuments.h"
+#include "importer/SceneText.h"
 #include "standalone/znKernel/FrontState.h"
 #include "tests/importer/PlmxmlImport.h"
 
@@ -60,6 +61,16 @@ TEST_F(PlmxmlNestingTest, ANestedDocumentComesInAtAllItsPlaces)
         ASSERT_EQ(axle->getNChildren(), 1u) << i;
         EXPECT_THAT(childNames(axle->getChild(0)->getChild(0)->getChild(0)->getChild(0)), ElementsAre("head"));
     }
+}
+
+TEST_F(PlmxmlNestingTest, WhatRepeatsInADocumentThatRepeatsComesInAtAllPlaces)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    documentOf({"plate.obj", "plate.obj"}, QStringLiteral("axle.plmxml"));
+    const znImportResult result = importParts({"axle.plmxml", "axle.plmxml", "axle.plmxml"});
+    EXPECT_EQ(result.state, JobSucceeded);
+    EXPECT_EQ(countScene(result.node).geometries, 1u);
+    EXPECT_EQ(countScene(result.node).placedGeometries, 6u);
 }
 
 TEST_F(PlmxmlNestingTest, WhatIsMissingInsideIsNamedWithItsWholePlace)
