@@ -48,6 +48,8 @@ public:
     UnloadedParts getUnloadedParts() const;
 
 private:
+    friend struct TestAccess;
+
     void addReferences(HB::Visualization::PLMXMLProductStructure& structure);
     void addReference(const osg::NodePtr& parent, const std::string& fullPath, const std::string& location);
     void convertToTransform3D(const osg::NodePtr& node);

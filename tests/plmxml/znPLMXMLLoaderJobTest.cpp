@@ -6,6 +6,8 @@
 #include "tests/loader/LoaderTest.h"
 
 #include <QElapsedTimer>
+#include <QMetaMethod>
+#include <QPointer>
 #include <QSignalSpy>
 
 namespace
@@ -362,6 +364,148 @@ TEST_F(PLMXMLLoaderJobTest, TheFolderOfThePreferencesTakesConvertedFiles)
                      });
     EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
     EXPECT_EQ(QFileInfo(output).absolutePath(), path(QStringLiteral("preferred ä")));
+}
+
+TEST_F(PLMXMLLoaderJobTest, WithoutAPreferenceConvertedFilesGoToTheTemporaryFolder)
+{
+    set("files.temporaryFolder", path(QStringLiteral("temporary ä")));
+    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("temporary ä"))));
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    const QString file = documentOf({"a.stp"});
+    job = std::make_unique<SeenJob>(file.toStdString(), nullptr);
+    QString output;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                     [&](znPtxConverterJob* child) {
+                         QObject::connect(child, &znAbstractJob::finished, child,
+                                          [&output, child] { output = child->getOutputFile(); });
+                     });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(QFileInfo(output).absolutePath(), path(QStringLiteral("temporary ä")));
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheChildQueueIsSetUpWhenTheJobIsMade)
+{
+    std::vector<std::string> calls;
+    {
+        const zn::CallTrace trace([&](const std::string& call) { calls.push_back(call); });
+        make(documentOf({}));
+    }
+    EXPECT_THAT(calls, testing::IsSupersetOf({"znManagedJobQueue::setDefaultPriority(2)",
+                                              "znJobQueue::setDeleteFinishedOrFailedJobs(true)"}));
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheChildQueueStartsOnEveryRoadButThatOfAMissingDocument)
+{
+    const auto starts = [this](const QString& file) {
+        int count = 0;
+        make(file);
+        const zn::CallTrace trace(
+            [&](const std::string& call) { count += call == "znJobQueue::startProcessing()" ? 1 : 0; });
+        run();
+        return count;
+    };
+    writeTriangle(QStringLiteral("a.obj"));
+    EXPECT_EQ(starts(documentOf({})), 1);
+    EXPECT_EQ(starts(documentOf({"a.obj"})), 1);
+    EXPECT_EQ(starts(documentOf({"none.stp"})), 1);
+    EXPECT_EQ(starts(write(QStringLiteral("other.plmxml"), "<Other/>")), 1);
+    EXPECT_EQ(starts(path(QStringLiteral("none.plmxml"))), 0);
+    set("import.PLMXML.referencedFiles", QStringLiteral("off"));
+    EXPECT_EQ(starts(documentOf({"a.obj"})), 1);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AllPartFilesAreFoundBeforeTheFirstIsLoaded)
+{
+    writeTriangle(QStringLiteral("a.obj"));
+    writePart(QStringLiteral("b.stp"), {"wheel"});
+    writeTriangle(QStringLiteral("c.obj"));
+    EXPECT_EQ(import({"a.obj", "b.stp", "c.obj"}), znCADFileTypes::JobSucceeded);
+    std::vector<std::string> begins;
+    for (const std::string& line : lines)
+        begins.push_back(line.substr(0, line.find(' ')));
+    ASSERT_EQ(begins.size(), 16u);
+    begins.resize(9);
+    EXPECT_THAT(std::vector<std::string>(begins.begin() + 1, begins.begin() + 5),
+                testing::UnorderedElementsAre("found", "found", "found", "converter"));
+    EXPECT_THAT(std::vector<std::string>(begins.begin() + 5, begins.end()),
+                ElementsAre("loading", "loaded", "loading", "loaded"));
+    // Conversions run when all that the host reads is read.
+    EXPECT_EQ(lines[9], "load of b.stp");
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheHostIsAskedForOneFileBelowItsReference)
+{
+    writeTriangle(QStringLiteral("a.obj"));
+    EXPECT_EQ(import({"a.obj"}), znCADFileTypes::JobSucceeded);
+    const zn::LoadRequest& load = m_session.kernel().lastLoad;
+    EXPECT_EQ(load.files, std::vector<QString>{path(QStringLiteral("a.obj"))});
+    EXPECT_EQ(load.parentId, tree->getChild(0)->getChild(0)->getChild(0)->getContainerId());
+    EXPECT_FALSE(load.sceneWasEmpty || load.merge || load.select);
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheJobRunsFromTheDocumentOnAndTellsNoProgress)
+{
+    writeTriangle(QStringLiteral("a.obj"));
+    make(documentOf({"a.obj"}));
+    QSignalSpy progress(job.get(), &znAbstractJob::progressChanged);
+    std::vector<int> states;
+    QObject::connect(job.get(), &znAbstractJob::started, job.get(), [&] { states.push_back(job->getState()); });
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::foundChildFile, job.get(),
+                     [&] { states.push_back(job->getState()); });
+    run();
+    EXPECT_THAT(states, ElementsAre(znCADFileTypes::JobWaiting, znCADFileTypes::JobRunning));
+    EXPECT_EQ(progress.count(), 0);
+}
+
+TEST_F(PLMXMLLoaderJobTest, EveryPlaceGetsACloneWhichSharesCoresAndTheOriginalGoes)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(documentOf({"a.stp", "a.stp"}));
+    unsigned loadedId = 0;
+    QPointer<znOsbLoaderJob> load;
+    QPointer<znPtxConverterJob> conversion;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                     [&](znPtxConverterJob* child) { conversion = child; });
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobFinished, job.get(), [&](znOsbLoaderJob* child) {
+        load = child;
+        loadedId = child->getLoadedNode()->getContainerId();
+    });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    drainEvents();
+    EXPECT_FALSE(load);
+    EXPECT_FALSE(conversion);
+    const osg::NodePtr first = tree->getChild(0)->getChild(0)->getChild(0);
+    const osg::NodePtr second = tree->getChild(0)->getChild(1)->getChild(0);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(first->getCore(), second->getCore());
+    EXPECT_EQ(first->getChild(0)->getCore(), second->getChild(0)->getCore());
+    EXPECT_NE(first->getContainerId(), loadedId);
+    EXPECT_NE(second->getContainerId(), loadedId);
+}
+
+TEST_F(PLMXMLLoaderJobTest, SignalsComeInTheirOrderWithTheirTypes)
+{
+    const QMetaObject& meta = znPLMXMLLoaderJob::staticMetaObject;
+    std::vector<std::string> signalNames;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        signalNames.push_back(meta.method(i).methodSignature().toStdString());
+    EXPECT_THAT(signalNames,
+                ElementsAre("foundChildFile(QString)", "childPtxImportFinished(QString)",
+                            "childrenConversionFinished(double)", "childPtxConverterJobCreated(znPtxConverterJob*)",
+                            "childOsbLoaderJobCreated(znOsbLoaderJob*,QString)",
+                            "childOsbLoaderJobFinished(znOsbLoaderJob*)", "nodeReady(osg::NodePtr)",
+                            "loadingChildFileStarted(QString)",
+                            "loadingChildFileFinished(QString,znCADFileTypes::JobState)"));
+    EXPECT_EQ(meta.method(meta.methodCount() - 1).parameterNames(), (QList<QByteArray>{"", "state"}));
+}
+
+TEST_F(PLMXMLLoaderJobTest, PartFilesAreNamedByEscapesAndLettersOfAnyKind)
+{
+    writePart(QString::fromUtf8("großes rad.stp"), {"wheel"});
+    writeTriangle(QString::fromUtf8("板 1.obj"));
+    EXPECT_EQ(import({"gro%C3%9fes%20rad.stp", "板 1.obj"}), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(count("end of großes rad.stp"), 1);
+    EXPECT_EQ(count("loaded 板 1.obj"), 1);
 }
 
 TEST_F(PLMXMLLoaderJobTest, AQueueRunsTheJob)

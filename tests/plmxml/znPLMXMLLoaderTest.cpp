@@ -11,6 +11,13 @@
 
 #include <utility>
 
+struct TestAccess {
+    static void createReference(osg::NodePtr& node, const std::string& fileName)
+    {
+        znPLMXMLLoader(std::string()).createReference(node, fileName);
+    }
+};
+
 namespace
 {
 
@@ -170,6 +177,63 @@ TEST_F(PLMXMLLoaderTest, PartFilesThatExistAreReadOnRequest)
     EXPECT_GT(part->getNChildren(), 0u);
 }
 
+TEST_F(PLMXMLLoaderTest, PartFilesThatAreMissingOnRequestBecomeReferencesOutsideTheTable)
+{
+    znPLMXMLLoader loader(documentOfParts({"none.jt"}));
+    loader.setLoadReferencedFiles(true);
+    ASSERT_TRUE(load(loader));
+    EXPECT_THAT(loader.getUnloadedParts(), IsEmpty());
+    const osg::NodePtr part = tree->getChild(0)->getChild(0);
+    ASSERT_EQ(part->getNChildren(), 1u);
+    EXPECT_EQ(referenceOf(part->getChild(0))->getSourceFile()->getPath(), folder() + "none.jt");
+}
+
+TEST_F(PLMXMLLoaderTest, ARepresentationWithoutALocationIsNoReference)
+{
+    znPLMXMLLoader loader(documentOfParts({""}));
+    ASSERT_TRUE(load(loader));
+    EXPECT_THAT(loader.getUnloadedParts(), IsEmpty());
+    EXPECT_EQ(tree->getChild(0)->getChild(0)->getNChildren(), 0u);
+}
+
+TEST_F(PLMXMLLoaderTest, ReferencesThatLeadNowhereAreNoFailure)
+{
+    znPLMXMLLoader loader(
+        document("<InstanceGraph rootRefs='x i'><Instance id='i' name='I' partRef='y' transformRef='z'/>"
+                 "</InstanceGraph>"));
+    ASSERT_TRUE(load(loader));
+    EXPECT_EQ(childNames(tree->getChild(0)), std::vector<std::string>{"I"});
+}
+
+TEST_F(PLMXMLLoaderTest, TransformsThatInstancesShareStaySharedWhenTheyAreConverted)
+{
+    znPLMXMLLoader loader(document(
+        "<InstanceGraph rootRefs='i j k'><Instance id='i' name='I' transformRef='t'/><Instance id='j' name='J' "
+        "transformRef='t'/><Instance id='k' name='K' transformRef='u'/>"
+        "<Transform id='t' type='translate'>1 2 3</Transform><Transform id='u' type='translate'>1 2 3</Transform>"
+        "</InstanceGraph>"));
+    ASSERT_TRUE(load(loader));
+    const osg::NodePtr graph = tree->getChild(0);
+    const auto core = osg::fcCast<osg::Transform3D>(graph->getChild(0)->getCore());
+    ASSERT_TRUE(core);
+    EXPECT_EQ(core->getMatrix()[12], 1000);
+    EXPECT_EQ(core->getMatrix()[13], 2000);
+    EXPECT_EQ(core->getMatrix()[14], 3000);
+    EXPECT_EQ(graph->getChild(1)->getCore(), graph->getChild(0)->getCore());
+    EXPECT_NE(graph->getChild(2)->getCore(), graph->getChild(0)->getCore());
+}
+
+TEST_F(PLMXMLLoaderTest, AFailedLoadLeavesTheTreeOfTheOneBefore)
+{
+    znPLMXMLLoader loader(documentOfParts({"a.jt"}));
+    ASSERT_TRUE(load(loader));
+    const osg::NodePtr before = loader.getNode();
+    write(QString::fromUtf8("wagen ü.plmxml"), "<PLMXML><ProductDef>");
+    EXPECT_FALSE(loader.load());
+    EXPECT_EQ(loader.getNode(), before);
+    EXPECT_EQ(loader.getUnloadedParts().size(), 1u);
+}
+
 TEST_F(PLMXMLLoaderTest, ALocationOfOneDotPassesAsAnException)
 {
     znPLMXMLLoader loader(documentOfParts({"."}));
@@ -271,6 +335,39 @@ TEST_F(PLMXMLLoaderTest, TransformsAreConvertedParentsFirstBeforeTheHostIsTold)
     }
     EXPECT_EQ(std::count(calls.begin(), calls.end(), "znNodeUtils::convertTransformToTransform3D"), 4);
     EXPECT_EQ(calls.back(), "znReferenceInterface::notifyReferences");
+}
+
+TEST_F(PLMXMLLoaderTest, ARootThatMovesKeepsItsTransformBelowTheReference)
+{
+    const osg::TransformPtr core = osg::Transform::create();
+    osg::Matrix matrix;
+    matrix[12] = 7;
+    core->setMatrix(matrix);
+    osg::NodePtr root = osg::makeNodeFor(core);
+    osg::setName(root, "moved");
+    const osg::NodePtr before = root;
+    TestAccess::createReference(root, "/a b/wagen ü.plmxml");
+    tree = root;
+    ASSERT_NE(root, before);
+    EXPECT_EQ(nameOf(root), "wagen ü");
+    EXPECT_EQ(referenceOf(root)->getSourceFile()->getPath(), "/a b/wagen ü.plmxml");
+    EXPECT_EQ(referenceOf(root)->getState(), 2u);
+    ASSERT_EQ(root->getNChildren(), 1u);
+    EXPECT_EQ(root->getChild(0), before);
+    EXPECT_EQ(before->getCore(), core);
+    ASSERT_EQ(m_session.kernel().referenceNotices.size(), 1u);
+    EXPECT_EQ(m_session.kernel().referenceNotices[0].rootId, root->getContainerId());
+}
+
+TEST_F(PLMXMLLoaderTest, ARootWithoutATransformKeepsItsCoreBelowTheReference)
+{
+    osg::NodePtr root = osg::makeNodeFor(osg::Group::create());
+    const osg::NodePtr before = root;
+    TestAccess::createReference(root, "/a.plmxml");
+    tree = root;
+    ASSERT_EQ(root->getNChildren(), 1u);
+    EXPECT_EQ(root->getChild(0), before);
+    EXPECT_EQ(nameOf(root), "a");
 }
 
 TEST_F(PLMXMLLoaderTest, EveryChangeIsFramed)
