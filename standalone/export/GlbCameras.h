@@ -6,14 +6,17 @@
 namespace glb
 {
 
-/// The cameras of a file. Lengths become metres; optics that no camera can have become those of a new camera.
+/// The cameras of a file. Lengths are in its unit; optics that no camera can have become those of a new camera.
 class GlbCameras
 {
 public:
+    explicit GlbCameras(double millimetresPerUnit) : m_millimetresPerUnit(millimetresPerUnit) {}
+
     std::size_t add(const osg::UberCameraPtr& camera);
     const JsonList& list() const { return m_list; }
 
 private:
+    double m_millimetresPerUnit;
     JsonList m_list;
 };
 

@@ -18,7 +18,13 @@ namespace
 {
 
 /// (x, y, z) millimetres with Z up are (x, z, -y) / 1000 metres with Y up.
-constexpr osg::Matrix toMetresYUp = {{0.001f, 0, 0, 0, 0, 0, -0.001f, 0, 0, 0.001f, 0, 0, 0, 0, 0, 1}};
+osg::Matrix toFile(const WriteOptions& options)
+{
+    const auto unit = static_cast<float>(1 / options.millimetresPerUnit);
+    if (options.upAxis == UpAxis::Z)
+        return {{unit, 0, 0, 0, 0, unit, 0, 0, 0, 0, unit, 0, 0, 0, 0, 1}};
+    return {{unit, 0, 0, 0, 0, 0, -unit, 0, 0, unit, 0, 0, 0, 0, 0, 1}};
+}
 
 osg::Matrix matrixOf(const osg::NodeCorePtr& core)
 {
@@ -57,9 +63,9 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(root), m_meshes(m_variants, options)
+    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit)
 {
-    enqueue({root, {}, toMetresYUp, {}});
+    enqueue({root, {}, toFile(options), {}});
     while (!m_queue.empty()) {
         Step step = std::move(m_queue.front());
         m_queue.pop_front();
@@ -113,7 +119,7 @@ void GlbNodes::addContent(const Step& step, Json& json)
     addChildren(step, json);
 }
 
-/// Viewers measure a camera's distances in the space of its node, which the top node has made small.
+/// Viewers measure a camera's distances in the space of its node, which the top node has scaled.
 void GlbNodes::addCamera(const osg::UberCameraPtr& camera, double scale, Json& json)
 {
     const auto unscaled = static_cast<float>(1 / scale);

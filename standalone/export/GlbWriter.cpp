@@ -58,12 +58,23 @@ void addExtensions(const GlbNodes& nodes, DocumentText& text)
         text.add("extensionsUsed", textOf(used));
 }
 
-std::string documentOf(const GlbNodes& nodes)
+Json assetOf(const WriteOptions& options)
+{
+    const WriteOptions standard;
+    Json asset = {{"version", "2.0"}, {"generator", "znCADImport " ZN_VERSION}};
+    if (options.millimetresPerUnit != standard.millimetresPerUnit)
+        asset["extras"]["metresPerUnit"] = options.millimetresPerUnit / 1000;
+    if (options.upAxis != standard.upAxis)
+        asset["extras"]["upAxis"] = "Z";
+    return asset;
+}
+
+std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
 {
     const GlbMeshes& meshes = nodes.meshes();
     DocumentText text;
     addExtensions(nodes, text);
-    text.add("asset", textOf({{"version", "2.0"}, {"generator", "znCADImport " ZN_VERSION}}));
+    text.add("asset", textOf(assetOf(options)));
     text.add("scene", "0");
     text.add("scenes", R"([{"nodes":[0]}])");
     text.add("nodes", nodes.list());
@@ -117,7 +128,7 @@ WriteResult written(const osg::NodePtr& root, const QString& path, const WriteOp
         throw WriteFailure(WriteErrorCode::NothingToWrite, tr("there is no tree to write"));
     const GlbNodes nodes(root, options);
     WriteResult result;
-    result.bytes = writeFile(documentOf(nodes), nodes.meshes().arrays(), path);
+    result.bytes = writeFile(documentOf(nodes, options), nodes.meshes().arrays(), path);
     result.warnings = nodes.warnings();
     result.nodes = nodes.list().size();
     result.meshes = nodes.meshes().list().size();

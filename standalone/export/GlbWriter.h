@@ -10,8 +10,9 @@
 
 /// Writes trees as binary glTF 2.0 files.
 ///
-/// The file is in metres and Y up, as glTF asks: one matrix at its top node turns millimetres and Z up into that, and
-/// no vertex changes. A geometry core becomes one mesh however many nodes share it, and arrays that geometries share
+/// The file is in metres and Y up, as glTF asks, unless the options say otherwise: one matrix at its top node turns
+/// millimetres and Z up into that, and no vertex changes. A file of another unit or axis tells it in `asset.extras` as
+/// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that geometries share
 /// are written once. Materials become metallic-roughness ones that are no metal. Display colours become linear ones,
 /// normals unit vectors. Lines and points become primitives of their own modes.
 ///
@@ -47,8 +48,14 @@ struct WriteError {
     QString toString() const;
 };
 
-/// How to write; room for units and axes.
+enum class UpAxis { Y, Z };
+
+/// How to write.
 struct WriteOptions {
+    /// The length unit of the file. glTF asks for metres; whoever reads a file of another unit has to know it.
+    double millimetresPerUnit = 1000;
+    /// The axis that points up in the file. glTF asks for Y.
+    UpAxis upAxis = UpAxis::Y;
     /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
     bool occlusionAsColors = false;
 };

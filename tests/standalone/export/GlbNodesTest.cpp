@@ -58,9 +58,39 @@ TEST_F(GlbNodesTest, TheTopNodeTurnsMillimetresAndZUpIntoMetresAndYUp)
     EXPECT_THAT(numbers(file.json["nodes"][0]["matrix"]),
                 ElementsAre(0.001f, 0, 0, 0, 0, 0, -0.001f, 0, 0, 0.001f, 0, 0, 0, 0, 0, 1));
     EXPECT_EQ(file.json["nodes"][0]["children"], json::parse("[1]"));
+    EXPECT_FALSE(file.json["asset"].contains("extras"));
     EXPECT_EQ(file.json["nodes"][1], json::parse(R"({"name": "Part", "mesh": 0})"));
     EXPECT_EQ(result.nodes, 2u);
     EXPECT_EQ(result.meshes, 1u);
+}
+
+TEST_F(GlbNodesTest, AnotherUnitAndAxisAreInTheMatrixAndTold)
+{
+    add(formats::makeNode("Part", geometry("", triangle())));
+    options.millimetresPerUnit = 25.4;
+    options.upAxis = glb::UpAxis::Z;
+    const GlbFile file = written();
+    const std::vector<float> inches = {1 / 25.4f, 0, 0, 0, 0, 1 / 25.4f, 0, 0, 0, 0, 1 / 25.4f, 0, 0, 0, 0, 1};
+    EXPECT_THAT(numbers(file.json["nodes"][0]["matrix"]), testing::Pointwise(testing::FloatEq(), inches));
+    EXPECT_EQ(file.json["asset"]["extras"], json::parse(R"({"metresPerUnit": 0.0254, "upAxis": "Z"})"));
+}
+
+TEST_F(GlbNodesTest, AUnitAloneKeepsYUp)
+{
+    add(formats::makeNode("Part", geometry("", triangle())));
+    options.millimetresPerUnit = 10;
+    const GlbFile file = written();
+    EXPECT_THAT(numbers(file.json["nodes"][0]["matrix"]),
+                ElementsAre(0.1f, 0, 0, 0, 0, 0, -0.1f, 0, 0, 0.1f, 0, 0, 0, 0, 0, 1));
+    EXPECT_EQ(file.json["asset"]["extras"], json::parse(R"({"metresPerUnit": 0.01})"));
+}
+
+TEST_F(GlbNodesTest, MillimetresAndZUpNeedNoMatrix)
+{
+    add(formats::makeNode("Part", geometry("", triangle())));
+    options.millimetresPerUnit = 1;
+    options.upAxis = glb::UpAxis::Z;
+    EXPECT_EQ(written().json["nodes"][0], json::parse(R"({"name": "Root", "children": [1]})"));
 }
 
 TEST_F(GlbNodesTest, ATransformAtTheTopIsTakenIntoTheMatrix)

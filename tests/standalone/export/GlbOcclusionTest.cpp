@@ -18,7 +18,6 @@ protected:
         mesh.occlusion = std::vector<float>{1, 0.25f, 0};
         mesh.colors = std::move(colors);
         add(formats::makeNode("", geometry("part", mesh)));
-        glb::WriteOptions options;
         options.occlusionAsColors = asColors;
         const QString path = pathOf(QStringLiteral("dark.glb"));
         result = glb::write(root.get(), path, options);

@@ -39,7 +39,7 @@ protected:
     GlbFile written()
     {
         const QString path = pathOf(QString::fromUtf8("Größe 大小.glb"));
-        result = glb::write(root.get(), path);
+        result = glb::write(root.get(), path, options);
         EXPECT_TRUE(result) << (result.error ? result.error->toString().toStdString() : "");
         if (gltfvalidator::isInstalled()) {
             EXPECT_EQ(gltfvalidator::validate(path), gltfvalidator::Verdict());
@@ -69,6 +69,7 @@ protected:
     }
 
     osg::RefPtr<osg::NodePtr> root;
+    glb::WriteOptions options;
     glb::WriteResult result;
 
 private:

@@ -188,6 +188,19 @@ TEST_F(GlbVariantsTest, ACameraStandsInANodeOfItsOwnSize)
         EXPECT_NEAR(scale.get<double>(), 1000, 1e-3);
 }
 
+TEST_F(GlbVariantsTest, ACameraMeasuresInTheUnitOfTheFile)
+{
+    const osg::UberCameraPtr camera = osg::UberCameraBase::create();
+    camera->setNear(50);
+    camera->setFar(2000);
+    add(osg::makeNodeFor(camera));
+    options.millimetresPerUnit = 10;
+    json file = written().json;
+    EXPECT_FLOAT_EQ(file["cameras"][0]["perspective"]["znear"].get<float>(), 5);
+    EXPECT_FLOAT_EQ(file["cameras"][0]["perspective"]["zfar"].get<float>(), 200);
+    EXPECT_FLOAT_EQ(file["nodes"][2]["scale"][0].get<float>(), 10);
+}
+
 TEST_F(GlbVariantsTest, ACameraBelowAScaleKeepsItsOwnSize)
 {
     const osg::NodePtr scaled =
