@@ -2,6 +2,7 @@
 
 #include "host/OSGSystem/Node.h"
 #include "import/znCADFileTypes.h"
+#include "importer/SceneText.h"
 
 #include <QMetaType>
 #include <QString>
@@ -17,6 +18,14 @@ struct znMissingPart {
     QStringList instances;
 };
 
+/// A step of the optimisation, and what the tree held before and after it.
+struct znTreeStep {
+    QString name;
+    double seconds = 0; ///< without the counting
+    znSceneCounts before;
+    znSceneCounts after;
+};
+
 /// What became of one file.
 struct znImportResult {
     QString file;
@@ -26,6 +35,8 @@ struct znImportResult {
     QStringList messages;                                       ///< what the log said meanwhile
     std::vector<znMissingPart> missing;
     bool cancelled = false;
+    bool recordsSteps = false;     ///< wanted by whoever began the import
+    std::vector<znTreeStep> steps; ///< of the optimisation, those begun, in order; empty unless they are wanted
 };
 
 Q_DECLARE_METATYPE(znImportResult)

@@ -1,6 +1,7 @@
 #include "importer/SceneText.h"
 
 #include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
@@ -121,6 +122,14 @@ std::string indentation(unsigned depth)
     return depth > most ? text + "<" + std::to_string(depth) + "> " : text;
 }
 
+osg::MaterialPtr materialOf(const osg::NodeCorePtr& core)
+{
+    if (const auto drawable = osg::fcCast<osg::MaterialDrawable>(core))
+        return drawable->getMaterial();
+    const auto group = osg::fcCast<osg::MaterialGroup>(core);
+    return group ? group->getMaterial() : osg::MaterialPtr();
+}
+
 } // namespace
 
 znSceneCounts countScene(const osg::NodePtr& root)
@@ -131,7 +140,12 @@ znSceneCounts countScene(const osg::NodePtr& root)
         if (!node)
             return osg::Action::Skip;
         ++counts.nodes;
-        const auto geometry = osg::fcCast<osg::Geometry>(node->getCore());
+        const osg::NodeCorePtr core = node->getCore();
+        if (osg::fcCast<osg::ExtReference>(core))
+            ++counts.references;
+        if (const osg::MaterialPtr material = materialOf(core))
+            materials.insert(material.get());
+        const auto geometry = osg::fcCast<osg::Geometry>(core);
         if (!geometry)
             return osg::Action::Continue;
         const std::size_t triangles = osg::GeometryAccess::mesh(*geometry).triangles.size() / 3;
@@ -139,8 +153,6 @@ znSceneCounts countScene(const osg::NodePtr& root)
         counts.placedTriangles += triangles;
         if (geometries.insert(geometry.get()).second)
             counts.triangles += triangles;
-        if (const osg::MaterialPtr material = geometry->getMaterial())
-            materials.insert(material.get());
         return osg::Action::Continue;
     });
     counts.geometries = geometries.size();

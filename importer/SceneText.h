@@ -11,9 +11,12 @@ struct znSceneCounts {
     std::size_t geometries = 0;
     std::size_t materials = 0;
     std::size_t triangles = 0;
+    std::size_t references = 0; ///< nodes that stand for files
 
     std::size_t placedGeometries = 0;
     std::size_t placedTriangles = 0;
+
+    friend bool operator==(const znSceneCounts&, const znSceneCounts&) = default;
 };
 
 /// Counts the tree at `root`; a null node counts as empty.

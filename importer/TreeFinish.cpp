@@ -1,6 +1,7 @@
 #include "importer/TreeFinish.h"
 
 #include "host/znJobProcessing/znJobQueue.h"
+#include "importer/StepRecorder.h"
 #include "optimization/znPtxTreeOptimizationJob.h"
 
 namespace
@@ -25,6 +26,8 @@ void TreeFinish::start(znJobQueue& queue, const QString& file, znImportResult& r
 {
     auto* const job = new znPtxTreeOptimizationJob(file, result.node, osg::NodePtr());
     job->setParent(&queue);
+    if (result.recordsSteps)
+        job->setStepListener(StepRecorder(result.node, result.steps));
     connect(job, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Optimising")); });
     connect(job, &znAbstractJob::finished, this, [job, file, &result] { ended(*job, file, result); });
     queue.addJob(job);

@@ -6,7 +6,8 @@
 
 class znJobQueue;
 
-/// The last job of a road: cleans the imported tree and hangs it into the scene.
+/// The last job of a road: cleans the imported tree and hangs it into the scene. Its steps are recorded in the result
+/// where that wants them.
 class TreeFinish : public QObject
 {
     Q_OBJECT

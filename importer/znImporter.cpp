@@ -25,6 +25,7 @@ void znImporter::import(const QString& file)
     }
     m_result = znImportResult();
     m_result.file = file;
+    m_result.recordsSteps = m_recordsSteps;
     m_road = ImportRoad::forFile(file);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &znImporter::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &znImporter::partsChanged);

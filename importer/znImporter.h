@@ -23,6 +23,10 @@ public:
     explicit znImporter(znStandaloneSession& session, QObject* parent = nullptr);
     ~znImporter() override;
 
+    /// Whether the results of imports that begin from now on tell the steps of the optimisation; false at first. The
+    /// tree is counted at each of them.
+    void setRecordsSteps(bool recordsSteps) { m_recordsSteps = recordsSteps; }
+
     /// Begins the import of `file`. Refused with a warning while another one runs.
     void import(const QString& file);
 
@@ -47,4 +51,5 @@ private:
     znStandaloneSession& m_session;
     std::unique_ptr<ImportRoad> m_road;
     znImportResult m_result;
+    bool m_recordsSteps = false;
 };

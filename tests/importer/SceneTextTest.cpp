@@ -114,6 +114,7 @@ TEST_F(SceneTextTest, CountsTellSharedContentOnceAndAsPlaced)
     EXPECT_EQ(counts.triangles, 1u);
     EXPECT_EQ(counts.placedTriangles, 2u);
     EXPECT_EQ(counts.materials, 1u);
+    EXPECT_EQ(counts.references, 1u);
     EXPECT_EQ(countScene(NodePtr()).nodes, 0u);
 }
 
