@@ -48,6 +48,7 @@ int Application::run()
         return wrongUse;
     if (m_commandLine.trace)
         m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
+    m_importer.setRecordsSteps(!m_commandLine.reportFile.isEmpty());
     QTimer::singleShot(0, this, &Application::importNext);
     QCoreApplication::exec();
     m_display.clear();
@@ -55,6 +56,14 @@ int Application::run()
         complain(QStringLiteral("interrupted; nothing was written"));
         return interrupted;
     }
+    const int code = presentScene();
+    if (m_interrupt.requested())
+        return interrupted;
+    return writeReport(code);
+}
+
+int Application::presentScene()
+{
     if (m_imported == 0)
         return failed;
     if (!applyVariant())
@@ -63,11 +72,30 @@ int Application::run()
         std::fputs(variants::describe(m_session).c_str(), stdout);
     if (m_commandLine.tree)
         std::fputs(describeScene(m_session.sceneRoot()).c_str(), stdout);
-    m_display.begin(m_commandLine.snapshotFile);
-    const bool written = writeOutputs();
-    if (m_interrupt.requested())
-        return interrupted;
-    return written ? exitCode() : failed;
+    return writeOutputs() ? exitCode() : failed;
+}
+
+int Application::writeReport(int code)
+{
+    if (m_commandLine.reportFile.isEmpty())
+        return code;
+    const auto error = m_report.write(m_commandLine.reportFile, m_session.sceneRoot(), code);
+    if (!error)
+        return code;
+    complain(*error);
+    return failed;
+}
+
+void Application::warn(const QString& text)
+{
+    complain(text);
+    m_report.addWarning(text);
+}
+
+void Application::fail(const QString& text)
+{
+    complain(text);
+    m_report.setError(text);
 }
 
 bool Application::applySettings()
@@ -87,9 +115,9 @@ bool Application::applyVariant()
         return true;
     const variants::Result result = variants::apply(m_session, *m_commandLine.variant);
     for (const QString& warning : result.warnings)
-        complain(warning);
+        warn(warning);
     if (result.error)
-        complain(*result.error);
+        fail(*result.error);
     return !result.error;
 }
 
@@ -99,12 +127,14 @@ void Application::importNext()
         return QCoreApplication::quit();
     const QString file = m_commandLine.files.at(m_next++);
     m_display.begin(file);
+    m_report.begin();
     m_importer.import(file);
 }
 
 void Application::importFinished(const znImportResult& result)
 {
     m_display.clear();
+    m_report.add(result);
     for (const QString& line : result.messages)
         if (line != result.error)
             complain(line);
@@ -127,6 +157,7 @@ void Application::stop()
 
 bool Application::writeOutputs()
 {
+    m_display.begin(m_commandLine.snapshotFile);
     const auto result = outputs::write(
         m_commandLine, m_session,
         [this](unsigned percent) {
@@ -136,9 +167,11 @@ bool Application::writeOutputs()
         m_cancelWriting);
     m_display.clear();
     for (const QString& warning : result.warnings)
-        complain(warning);
+        warn(warning);
     if (result.error)
-        complain(*result.error);
+        fail(*result.error);
+    for (const QString& file : result.files)
+        m_report.addOutput(file);
     return !result.error;
 }
 

@@ -6,13 +6,15 @@
 #include "tools/znimport/CommandLine.h"
 #include "tools/znimport/Interrupt.h"
 #include "tools/znimport/ProgressDisplay.h"
+#include "tools/znimport/Report.h"
 
 #include <QObject>
 
 #include <atomic>
 #include <optional>
 
-/// One run of the tool: imports the files of a command line in turn, then prints and writes what was asked for.
+/// One run of the tool: imports the files of a command line in turn, prints and writes what was
+/// asked for, and reports on that. An interrupted run reports nothing.
 class Application : public QObject
 {
     Q_OBJECT
@@ -31,8 +33,13 @@ private:
     void importNext();
     void importFinished(const znImportResult& result);
     void stop();
+    /// Prints and writes what was asked for. Gives the exit code so far.
+    int presentScene();
     int exitCode() const;
     bool writeOutputs();
+    int writeReport(int code);
+    void warn(const QString& text);
+    void fail(const QString& text);
 
     CommandLine m_commandLine;
     std::optional<zn::CallTrace> m_trace;
@@ -40,6 +47,7 @@ private:
     znImporter m_importer;
     Interrupt m_interrupt;
     ProgressDisplay m_display;
+    Report m_report;
     int m_next = 0;
     int m_imported = 0;
     int m_incomplete = 0;

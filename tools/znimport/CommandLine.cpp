@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -30,6 +31,31 @@ QString valueOr(const QCommandLineParser& parser, const char* option, const char
     return parser.isSet(text(option)) ? parser.value(text(option)) : text(otherwise);
 }
 
+void readOutputs(const QCommandLineParser& parser, CommandLine& line)
+{
+    line.outputFile = parser.value(QStringLiteral("output"));
+    line.unit = parser.value(QStringLiteral("unit"));
+    line.up = parser.value(QStringLiteral("up"));
+    line.reportFile = parser.value(QStringLiteral("report"));
+    line.snapshotFile = parser.value(QStringLiteral("snapshot"));
+    line.snapshotSize = valueOr(parser, "size", "1280x800");
+    line.snapshotView = valueOr(parser, "view", "iso");
+    line.isViewGiven = parser.isSet(QStringLiteral("view"));
+    line.variantFolder = parser.value(QStringLiteral("snapshot-variants"));
+}
+
+/// The options that stand for settings.
+void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
+{
+    if (parser.isSet(QStringLiteral("jobs")))
+        line.settings.emplace_back(QStringLiteral("processes.most"), parser.value(QStringLiteral("jobs")));
+    if (!parser.isSet(QStringLiteral("material-assets")))
+        return;
+    line.assetFolder = parser.value(QStringLiteral("material-assets"));
+    line.settings.emplace_back(QStringLiteral("assets.folder"), *line.assetFolder);
+    line.settings.emplace_back(QStringLiteral("scene.applyMaterialAssets"), QStringLiteral("on"));
+}
+
 /// The values of `--set`, split at the first equals sign. Gives a sentence when one has none.
 std::optional<QString> readSettings(const QStringList& values, CommandLine& line)
 {
@@ -49,6 +75,8 @@ std::optional<QString> complaint(const CommandLine& line)
         return std::nullopt;
     if (line.files.isEmpty())
         return QStringLiteral("no file to import");
+    if (line.assetFolder && !QFileInfo(*line.assetFolder).isDir())
+        return QStringLiteral("--material-assets wants a folder, and there is none at '%1'").arg(*line.assetFolder);
     return std::nullopt;
 }
 
@@ -58,12 +86,22 @@ const std::vector<OptionRow>& optionTable()
 {
     static const std::vector<OptionRow> table = {
         {"o", "output", "OUT", "Write the scene to this file: glTF binary (.glb) or scene file (.osb)."},
+        {nullptr, "unit", "UNIT",
+         "Length unit of a .glb file: mm, cm, m, in or ft. glTF asks for m, which is what it is without it."},
+        {nullptr, "up", "AXIS",
+         "Axis that points up in a .glb file: y or z. glTF asks for y, which is what it is without it."},
+        {nullptr, "report", "OUT.json", "Write what came of the import, step by step, to this file."},
+        {nullptr, "material-assets", "FOLDER",
+         "Put the assets of this folder on materials of the same name; the same as --set assets.folder=FOLDER --set "
+         "scene.applyMaterialAssets=on."},
         {nullptr, "snapshot", "OUT.png", "Draw a picture of the scene into this file."},
         {nullptr, "size", "WIDTHxHEIGHT", "Size of the picture in pixels; 1280x800 without it."},
         {nullptr, "view", "VIEW",
          "Where the picture looks from: iso, front, back, left, right, top or bottom; iso without it."},
         {nullptr, "variants", nullptr, "Print the variant sets with their groups and viewpoints."},
         {nullptr, "variant", "SET", "Apply this variant set before anything is printed or written."},
+        {nullptr, "snapshot-variants", "FOLDER",
+         "Draw a picture of each variant set into this folder, from the set's viewpoint unless --view is given."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
         {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
         {nullptr, "trace", nullptr, "Print each call that goes into the host to the standard error stream."},
@@ -84,11 +122,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
 
     CommandLine line;
     line.files = parser.positionalArguments();
-    line.outputFile = parser.value(QStringLiteral("output"));
-    line.snapshotFile = parser.value(QStringLiteral("snapshot"));
-    line.snapshotSize = valueOr(parser, "size", "1280x800");
-    line.snapshotView = valueOr(parser, "view", "iso");
-    line.isViewGiven = parser.isSet(QStringLiteral("view"));
+    readOutputs(parser, line);
     line.variants = parser.isSet(QStringLiteral("variants"));
     if (parser.isSet(QStringLiteral("variant")))
         line.variant = parser.value(QStringLiteral("variant"));
@@ -97,8 +131,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.help = parser.isSet(QStringLiteral("help"));
     line.version = parser.isSet(QStringLiteral("version"));
     line.helpSettings = parser.isSet(QStringLiteral("help-settings"));
-    if (parser.isSet(QStringLiteral("jobs")))
-        line.settings.emplace_back(QStringLiteral("processes.most"), parser.value(QStringLiteral("jobs")));
+    readShortcuts(parser, line);
     std::optional<QString> error = readSettings(parser.values(QStringLiteral("set")), line);
     if (!error)
         error = complaint(line);

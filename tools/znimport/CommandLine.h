@@ -26,6 +26,11 @@ struct CommandLine {
     QString snapshotSize;
     QString snapshotView;
     bool isViewGiven = false;
+    QString variantFolder;              ///< for a picture of each variant set; empty when none is wanted
+    QString reportFile;                 ///< empty when no report is wanted
+    QString unit;                       ///< of a GLB file; empty for metres
+    QString up;                         ///< axis of a GLB file; empty for Y
+    std::optional<QString> assetFolder; ///< of the material assets to apply; the settings tell it too
     bool variants = false;
     std::optional<QString> variant; ///< the set to apply
     bool tree = false;

@@ -6,7 +6,9 @@
 #include "standalone/session/SceneExtras.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
+#include "tools/znimport/Variants.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace outputs
@@ -35,8 +37,43 @@ std::optional<std::pair<int, int>> sizeFromText(const QString& text)
     return std::pair(width, height);
 }
 
-Result writeScene(const QString& file, const osg::NodePtr& scene)
+/// A word of `--unit` and what it means.
+struct Unit {
+    const char* name;
+    double millimetres;
+};
+
+constexpr Unit units[] = {{"mm", 1}, {"cm", 10}, {"m", 1000}, {"in", 25.4}, {"ft", 304.8}};
+
+std::optional<double> millimetresPerUnit(const QString& name)
 {
+    for (const Unit& unit : units)
+        if (name.isEmpty() ? unit.millimetres == 1000 : name == QLatin1String(unit.name))
+            return unit.millimetres;
+    return std::nullopt;
+}
+
+std::optional<glb::UpAxis> upAxis(const QString& name)
+{
+    if (name.isEmpty() || name.compare(QLatin1String("y"), Qt::CaseInsensitive) == 0)
+        return glb::UpAxis::Y;
+    return name.compare(QLatin1String("z"), Qt::CaseInsensitive) == 0 ? std::optional(glb::UpAxis::Z) : std::nullopt;
+}
+
+std::optional<QString> spaceComplaint(const CommandLine& line)
+{
+    if (!millimetresPerUnit(line.unit))
+        return QStringLiteral("--unit wants mm, cm, m, in or ft, not '%1'").arg(line.unit);
+    if (!upAxis(line.up))
+        return QStringLiteral("--up wants y or z, not '%1'").arg(line.up);
+    if (!(line.unit.isEmpty() && line.up.isEmpty()) && !hasExtension(line.outputFile, "glb"))
+        return QStringLiteral("--unit and --up are for .glb files, and --output names none");
+    return std::nullopt;
+}
+
+Result writeScene(const CommandLine& line, const osg::NodePtr& scene)
+{
+    const QString& file = line.outputFile;
     Result result;
     if (hasExtension(file, "osb")) {
         const osg::SceneFileWriteResult written = osg::writeSceneFile(scene, file);
@@ -47,6 +84,8 @@ Result writeScene(const QString& file, const osg::NodePtr& scene)
         return result;
     }
     glb::WriteOptions options;
+    options.millimetresPerUnit = millimetresPerUnit(line.unit).value();
+    options.upAxis = upAxis(line.up).value();
     options.occlusionAsColors =
         znStandaloneSession::require().settings().isOn(QStringLiteral("export.occlusionAsColors"));
     const glb::WriteResult written = glb::write(scene, file, options);
@@ -55,25 +94,6 @@ Result writeScene(const QString& file, const osg::NodePtr& scene)
     if (written.error)
         result.error = written.error->toString();
     return result;
-}
-
-std::optional<QString> writePicture(const CommandLine& line, const osg::NodePtr& scene,
-                                    const std::optional<render::Eye>& eye,
-                                    const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel)
-{
-    render::SnapshotOptions options;
-    options.eye = eye;
-    const auto size = sizeFromText(line.snapshotSize).value();
-    options.width = size.first;
-    options.height = size.second;
-    options.view = render::viewFromText(line.snapshotView).view.value();
-    options.progress = [&progress](double done) { progress(static_cast<unsigned>(100 * done)); };
-    options.cancel = &cancel;
-    const render::SnapshotError error = render::writeSnapshot(scene, line.snapshotFile, options);
-    if (!error)
-        return std::nullopt;
-    return error.file.isEmpty() ? line.snapshotFile + QStringLiteral(": ") + error.message
-                                : error.file + QStringLiteral(": ") + error.message;
 }
 
 /// Nothing when the picture is to be fitted.
@@ -86,14 +106,71 @@ std::optional<render::Eye> eyeFor(const CommandLine& line, const zn::CameraTree&
                        camera->getFieldOfView(), camera->getHeight()};
 }
 
+/// What pictures are drawn with.
+struct Drawing {
+    const CommandLine& line;
+    znStandaloneSession& session;
+    osg::NodePtr scene;
+    const std::function<void(unsigned)>& progress;
+    const std::atomic<bool>& cancel;
+};
+
+render::SnapshotOptions optionsOf(const Drawing& drawing)
+{
+    render::SnapshotOptions options;
+    options.eye = eyeFor(drawing.line, drawing.session.kernel().cameras);
+    const auto size = sizeFromText(drawing.line.snapshotSize).value();
+    options.width = size.first;
+    options.height = size.second;
+    options.view = render::viewFromText(drawing.line.snapshotView).view.value();
+    options.progress = [&drawing](double done) { drawing.progress(static_cast<unsigned>(100 * done)); };
+    options.cancel = &drawing.cancel;
+    return options;
+}
+
+void draw(const Drawing& drawing, const QString& file, Result& result)
+{
+    const render::SnapshotError error = render::writeSnapshot(drawing.scene, file, optionsOf(drawing));
+    if (error)
+        result.error = (error.file.isEmpty() ? file : error.file) + QStringLiteral(": ") + error.message;
+    else
+        result.files << file;
+}
+
+/// A picture of each set, applied to the scene as it is now.
+void drawVariants(const Drawing& drawing, Result& result)
+{
+    const QDir folder(drawing.line.variantFolder);
+    if (!folder.mkpath(QStringLiteral("."))) {
+        result.error = QStringLiteral("%1: the folder cannot be made").arg(folder.path());
+        return;
+    }
+    const QStringList sets = variants::names(drawing.session);
+    if (sets.isEmpty())
+        result.warnings << QStringLiteral("there are no variant sets to draw");
+    const QStringList files = variants::fileNames(sets);
+    for (int i = 0; i < sets.size() && !result.error; ++i) {
+        const variants::KeptLook look(drawing.session);
+        const variants::Result applied = variants::apply(drawing.session, sets[i]);
+        result.warnings << applied.warnings;
+        draw(drawing, folder.filePath(files[i] + QStringLiteral(".png")), result);
+    }
+}
+
 } // namespace
 
 std::optional<QString> complaint(const CommandLine& line)
 {
     if (!line.outputFile.isEmpty() && !hasExtension(line.outputFile, "glb") && !hasExtension(line.outputFile, "osb"))
         return QStringLiteral("--output writes .glb and .osb files, not '%1'").arg(line.outputFile);
+    if (auto complaint = spaceComplaint(line))
+        return complaint;
     if (!line.snapshotFile.isEmpty() && !hasExtension(line.snapshotFile, "png"))
         return QStringLiteral("--snapshot writes .png files, not '%1'").arg(line.snapshotFile);
+    if (QFileInfo(line.variantFolder).isFile())
+        return QStringLiteral("--snapshot-variants wants a folder, and '%1' is a file").arg(line.variantFolder);
+    if (!line.reportFile.isEmpty() && !hasExtension(line.reportFile, "json"))
+        return QStringLiteral("--report writes .json files, not '%1'").arg(line.reportFile);
     if (!sizeFromText(line.snapshotSize))
         return QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '%1'").arg(line.snapshotSize);
     const render::ViewChoice view = render::viewFromText(line.snapshotView);
@@ -106,9 +183,14 @@ Result write(const CommandLine& line, znStandaloneSession& session, const std::f
     const zn::SceneWithExtras scene(session);
     Result result;
     if (!line.outputFile.isEmpty())
-        result = writeScene(line.outputFile, scene.root());
+        result = writeScene(line, scene.root());
+    if (!line.outputFile.isEmpty() && !result.error)
+        result.files << line.outputFile;
+    const Drawing drawing{line, session, scene.root(), progress, cancel};
     if (!result.error && !line.snapshotFile.isEmpty())
-        result.error = writePicture(line, scene.root(), eyeFor(line, session.kernel().cameras), progress, cancel);
+        draw(drawing, line.snapshotFile, result);
+    if (!result.error && !line.variantFolder.isEmpty())
+        drawVariants(drawing, result);
     return result;
 }
 

@@ -20,10 +20,12 @@ std::optional<QString> complaint(const CommandLine& line);
 struct Result {
     std::optional<QString> error; ///< names the file; what was not written before is not there
     QStringList warnings;
+    QStringList files; ///< that were written
 };
 
-/// Writes the files that the command line asks for: the scene of `session` with its variants and cameras, and a picture
-/// of it, from where the session looks unless the command line names a view. `progress` is told the percent of a picture; `cancel` ends it.
+/// Writes the files that the command line asks for: the scene of `session` with its variants and cameras, a picture
+/// of it and one of each variant set, from where the session looks unless the command line names a view. Sets are taken
+/// back once they are drawn. `progress` is told the percent of a picture; `cancel` ends it.
 Result write(const CommandLine& line, znStandaloneSession& session, const std::function<void(unsigned)>& progress,
              const std::atomic<bool>& cancel);
 

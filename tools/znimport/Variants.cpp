@@ -1,7 +1,11 @@
 #include "tools/znimport/Variants.h"
 
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Edit.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
+
+#include <QSet>
 
 namespace variants
 {
@@ -19,13 +23,25 @@ QString lineOf(const znVariantSet& set)
     return line;
 }
 
-QString allNames(const zn::VariantStore& store)
+QString allNames(znStandaloneSession& session)
 {
-    QStringList names;
-    for (const auto& set : store.sets())
-        names << QStringLiteral("'%1'").arg(set->getName());
-    return names.isEmpty() ? QStringLiteral("the scene has none")
-                           : QStringLiteral("the scene has ") + names.join(QStringLiteral(", "));
+    const QStringList all = names(session);
+    return all.isEmpty() ? QStringLiteral("the scene has none")
+                         : QStringLiteral("the scene has '%1'").arg(all.join(QStringLiteral("', '")));
+}
+
+/// Leaves room for a number and an ending in 255 bytes of UTF-8.
+constexpr int longestFileName = 60;
+
+QString fileName(const QString& setName)
+{
+    QString name = setName.left(longestFileName);
+    for (QChar& letter : name)
+        if (!letter.isPrint() || QStringLiteral("/\\:*?\"<>|").contains(letter))
+            letter = QLatin1Char('_');
+    if (name.startsWith(QLatin1Char('.')))
+        name[0] = QLatin1Char('_');
+    return name;
 }
 
 } // namespace
@@ -43,8 +59,59 @@ Result apply(znStandaloneSession& session, const QString& setName)
     const zn::VariantStore& store = session.kernel().variants;
     const znVariantSet* set = store.findSet(setName);
     if (!set)
-        return {QStringLiteral("there is no variant set '%1'; %2").arg(setName, allNames(store)), {}};
+        return {QStringLiteral("there is no variant set '%1'; %2").arg(setName, allNames(session)), {}};
     return {{}, zn::VariantStore::apply(*set, session.kernel().cameras)};
+}
+
+QStringList names(znStandaloneSession& session)
+{
+    QStringList names;
+    for (const auto& set : session.kernel().variants.sets())
+        names << set->getName();
+    return names;
+}
+
+QStringList fileNames(const QStringList& setNames)
+{
+    QStringList files;
+    QSet<QString> taken;
+    for (const QString& setName : setNames) {
+        const QString plain = fileName(setName);
+        QString name = plain;
+        for (int number = 2; taken.contains(name.toCaseFolded()); ++number)
+            name = QStringLiteral("%1 %2").arg(plain).arg(number);
+        taken.insert(name.toCaseFolded());
+        files << name;
+    }
+    return files;
+}
+
+KeptLook::KeptLook(znStandaloneSession& session) : m_session(session)
+{
+    const zn::VariantStore& store = session.kernel().variants;
+    for (const auto& variant : store.nodeVariants())
+        if (const osg::NodePtr node = variant->getNode())
+            m_actives.emplace_back(node, node->isActive());
+    for (const auto& variant : store.materialVariants())
+        if (const auto choices = osg::fcCast<osg::SwitchMaterial>(variant->getMaterial()))
+            m_choices.emplace_back(choices, choices->getChoice());
+    if (const osg::UberCameraPtr view = session.kernel().cameras.view())
+        m_viewId = view->getContainerId();
+}
+
+KeptLook::~KeptLook()
+{
+    for (const auto& [node, isActive] : m_actives) {
+        osg::beginEditCP(node, osg::Node::ActiveFieldMask, 1);
+        node->setActive(isActive);
+        osg::endEditCP(node, osg::Node::ActiveFieldMask, 1);
+    }
+    for (const auto& [material, choice] : m_choices) {
+        osg::beginEditCP(material, osg::SwitchMaterialBase::ChoiceFieldMask, 1);
+        material->setChoice(choice);
+        osg::endEditCP(material, osg::SwitchMaterialBase::ChoiceFieldMask, 1);
+    }
+    m_session.kernel().cameras.look(m_viewId);
 }
 
 } // namespace variants

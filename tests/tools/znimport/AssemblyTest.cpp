@@ -98,8 +98,8 @@ TEST_F(ZnimportAssemblyTest, ACompleteAssemblyEndsWithZeroAndOneLineForItsParts)
     EXPECT_TRUE(errors.contains(QStringLiteral("engine.stp: 2 of 2 parts done, 0 running, 0 failed\n")))
         << errors.toStdString();
     EXPECT_EQ(errors.count(QStringLiteral("parts done")), 1) << errors.toStdString();
-    EXPECT_TRUE(tree.contains(QStringLiteral("      head [Group]\n"))) << tree.toStdString();
-    EXPECT_TRUE(tree.contains(QStringLiteral("      ring [Group]\n"))) << tree.toStdString();
+    EXPECT_TRUE(tree.contains(QStringLiteral("\n    head [Group]\n"))) << tree.toStdString();
+    EXPECT_TRUE(tree.contains(QStringLiteral("\n    ring [Group]\n"))) << tree.toStdString();
     EXPECT_EQ(convertedFiles(), QStringList());
 }
 

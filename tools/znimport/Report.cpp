@@ -1,0 +1,110 @@
+#include "tools/znimport/Report.h"
+
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+namespace
+{
+
+QJsonObject jsonOf(const znSceneCounts& counts)
+{
+    const auto number = [](std::size_t value) { return static_cast<double>(value); };
+    return {{QStringLiteral("nodes"), number(counts.nodes)},
+            {QStringLiteral("geometries"), number(counts.geometries)},
+            {QStringLiteral("materials"), number(counts.materials)},
+            {QStringLiteral("triangles"), number(counts.triangles)},
+            {QStringLiteral("references"), number(counts.references)},
+            {QStringLiteral("placedGeometries"), number(counts.placedGeometries)},
+            {QStringLiteral("placedTriangles"), number(counts.placedTriangles)}};
+}
+
+QJsonObject jsonOf(const znTreeStep& step)
+{
+    return {{QStringLiteral("name"), step.name},
+            {QStringLiteral("seconds"), step.seconds},
+            {QStringLiteral("before"), jsonOf(step.before)},
+            {QStringLiteral("after"), jsonOf(step.after)}};
+}
+
+QJsonObject jsonOf(const znMissingPart& part)
+{
+    return {{QStringLiteral("file"), part.file},
+            {QStringLiteral("reason"), part.reason},
+            {QStringLiteral("places"), QJsonArray::fromStringList(part.instances)}};
+}
+
+template <class T>
+QJsonArray jsonOf(const std::vector<T>& values)
+{
+    QJsonArray list;
+    for (const T& value : values)
+        list.append(jsonOf(value));
+    return list;
+}
+
+QString stateOf(const znImportResult& result)
+{
+    if (result.cancelled)
+        return QStringLiteral("cancelled");
+    if (result.state == znCADFileTypes::JobSucceeded)
+        return QStringLiteral("succeeded");
+    return result.node ? QStringLiteral("partial") : QStringLiteral("failed");
+}
+
+QJsonArray warningsOf(const znImportResult& result)
+{
+    QStringList lines = result.messages;
+    lines.removeAll(result.error);
+    return QJsonArray::fromStringList(lines);
+}
+
+double secondsOf(const QElapsedTimer& timer)
+{
+    return double(timer.elapsed()) / 1000;
+}
+
+std::optional<QString> writeFile(const QString& path, const QByteArray& text)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+        return std::nullopt;
+    return QStringLiteral("%1: %2").arg(path, file.errorString());
+}
+
+} // namespace
+
+void Report::add(const znImportResult& result)
+{
+    QJsonObject file{{QStringLiteral("file"), QFileInfo(result.file).absoluteFilePath()},
+                     {QStringLiteral("state"), stateOf(result)},
+                     {QStringLiteral("seconds"), secondsOf(m_import)},
+                     {QStringLiteral("warnings"), warningsOf(result)},
+                     {QStringLiteral("missing"), jsonOf(result.missing)},
+                     {QStringLiteral("counts"), jsonOf(countScene(result.node))},
+                     {QStringLiteral("steps"), jsonOf(result.steps)}};
+    if (!result.error.isEmpty())
+        file[QStringLiteral("error")] = result.error;
+    m_files.append(file);
+}
+
+void Report::addOutput(const QString& file)
+{
+    m_outputs.append(QFileInfo(file).absoluteFilePath());
+}
+
+std::optional<QString> Report::write(const QString& file, const osg::NodePtr& scene, int exitCode) const
+{
+    QJsonObject report{{QStringLiteral("format"), QStringLiteral("znimport-report")},
+                       {QStringLiteral("version"), version},
+                       {QStringLiteral("generator"), QStringLiteral("znimport " ZN_VERSION)},
+                       {QStringLiteral("exitCode"), exitCode},
+                       {QStringLiteral("seconds"), secondsOf(m_run)},
+                       {QStringLiteral("files"), m_files},
+                       {QStringLiteral("outputs"), m_outputs},
+                       {QStringLiteral("scene"), jsonOf(countScene(scene))},
+                       {QStringLiteral("warnings"), QJsonArray::fromStringList(m_warnings)}};
+    if (!m_error.isEmpty())
+        report[QStringLiteral("error")] = m_error;
+    return writeFile(file, QJsonDocument(report).toJson());
+}
