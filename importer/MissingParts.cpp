@@ -88,7 +88,7 @@ QString describe(const znMissingPart& part)
 {
     constexpr int shown = 3;
     const auto count = static_cast<int>(part.instances.size());
-    const QString text = part.file + QStringLiteral(": ") + part.reason;
+    QString text = part.file + QStringLiteral(": ") + part.reason;
     if (count == 0)
         return text;
     const QString places = part.instances.mid(0, shown).join(QStringLiteral(", "));

@@ -11,6 +11,7 @@
 #include "importer/znImporter.h"
 #include "standalone/OSGSystem/Bounds.h"
 #include "tests/standalone/session/SessionTest.h"
+#include "tests/tools/ptxconvert/IgesText.h"
 
 #include <QDirIterator>
 #include <QEventLoop>
@@ -348,6 +349,26 @@ TEST_F(PlmxmlExampleTest, APartFileThatMayNotBeReadIsMissing)
     EXPECT_EQ(import().state, znCADFileTypes::JobPartial);
     ASSERT_EQ(missing().size(), 1);
     EXPECT_TRUE(missing()[0].startsWith(QStringLiteral("frame.stp: "))) << missing()[0].toStdString();
+}
+
+TEST_F(PlmxmlExampleTest, SolidPartsMayBeInAnyFormat)
+{
+    ptxtest::IgesText patch;
+    patch.patch({0, 0, 0}, {30, 0, 0}, {0, 20, 0}, {30, 20, 0}, 2);
+    write(QStringLiteral("parts/frame.igs"), QByteArray::fromStdString(patch.text()));
+    write(QStringLiteral("parts/rod.STL"), "solid rod\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 5 0 0\n"
+                                           "vertex 0 7 0\nendloop\nendfacet\nendsolid rod\n");
+    replaceInDocument("parts/frame.stp", "parts/frame.igs");
+    replaceInDocument("parts/rod.stp", "parts/rod.STL");
+    EXPECT_EQ(import().state, znCADFileTypes::JobSucceeded) << missing().join(QLatin1Char('\n')).toStdString();
+    const osg::Box frame = osg::worldBounds(nodesOf("Frame").front());
+    EXPECT_NEAR(frame.size(0), 30, 1e-3);
+    EXPECT_NEAR(frame.size(1), 20, 1e-3);
+    const std::vector<osg::NodePtr> rods = nodesOf("Rod");
+    ASSERT_EQ(rods.size(), 2u);
+    EXPECT_NEAR(osg::worldBounds(rods[0]).low[0], 400, 1e-3);
+    EXPECT_NEAR(osg::worldBounds(rods[1]).low[0], -400, 1e-3);
+    EXPECT_NEAR(osg::worldBounds(rods[1]).high[1], 7, 1e-3);
 }
 
 TEST_F(PlmxmlExampleTest, LocationsMayBeEscapedOrNotAndHoldAnyLetters)
