@@ -7,11 +7,10 @@
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
 #include "standalone/znKernel/ConverterCommand.h"
+#include "standalone/znUtils/InstalledProgram.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 namespace geometry
@@ -28,14 +27,7 @@ constexpr double graceSeconds = 30;
 
 QString programPath(const QString& setting)
 {
-    const QString name = QStringLiteral("ptxtessellate");
-    if (!setting.isEmpty())
-        return setting;
-    QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
-    if (QFileInfo(beside).isExecutable())
-        return beside;
-    const QString onPath = QStandardPaths::findExecutable(name);
-    return onPath.isEmpty() ? name : onPath;
+    return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxtessellate")) : setting;
 }
 
 /// As the C locale writes it, exactly.

@@ -12,7 +12,7 @@ namespace geometry
 
 /// What meshes surfaces, and for how long.
 struct TessellationProgram {
-    QString path;              ///< of the program; empty for the one beside this program or on the PATH
+    QString path;              ///< of the program; empty for the one that is installed
     double secondsLimit = 600; ///< for one run of it; 0 for no limit
 };
 

@@ -134,8 +134,7 @@ void addOptimizationRows(std::vector<SettingRow>& rows)
                    Settings::tr("Write ambient occlusion into GLB files, as vertex colors.")),
          presetRow(),
          textRow(QStringLiteral("tessellation.program"), {},
-                 Settings::tr("What meshes exact surfaces anew; empty for the ptxtessellate beside this program or on "
-                              "the PATH.")),
+                 Settings::tr("What meshes exact surfaces anew; empty for the installed ptxtessellate.")),
          {QStringLiteral("tessellation.timeLimit"), SettingType::Number, QStringLiteral("s"), 0, 1e6,
           QStringLiteral("600"), Settings::tr("How long one run of that program may take; 0 for any time.")},
          switchRow(QStringLiteral("tessellation.useStitching"), false,
@@ -184,7 +183,7 @@ std::vector<SettingRow> settingRows()
                   Settings::tr("Take WRL files by their standard: metres, and Y points up. CAD systems write "
                                "millimetres and Z up.")),
         textRow(QStringLiteral("converter.program"), {},
-                Settings::tr("The converter; empty for the ptxconvert beside this program or on the PATH.")),
+                Settings::tr("The converter; empty for the installed ptxconvert.")),
         textRow(QStringLiteral("converter.options"), {},
                 Settings::tr("Settings of the converter, name=value and blank between them; ptxconvert --help-settings "
                              "lists them.")),

@@ -1,11 +1,11 @@
 #include "standalone/znKernel/ConverterCommand.h"
 
-#include <QCoreApplication>
+#include "standalone/znUtils/InstalledProgram.h"
+
 #include <QCryptographicHash>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QStandardPaths>
 
 #include <optional>
 
@@ -75,14 +75,7 @@ QString convertedName(const QString& input)
 
 QString converterProgram(const QString& setting)
 {
-    const QString name = QStringLiteral("ptxconvert");
-    if (!setting.isEmpty())
-        return setting;
-    QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
-    if (QFileInfo(beside).isExecutable())
-        return beside;
-    const QString onPath = QStandardPaths::findExecutable(name);
-    return onPath.isEmpty() ? name : onPath;
+    return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxconvert")) : setting;
 }
 
 } // namespace zn

@@ -25,7 +25,7 @@ struct TemplateValues {
 /// is in no such braces stays as it is; a word of which nothing is left is dropped.
 QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values);
 
-/// The program that the setting names; without one the `ptxconvert` beside this program, else the one on the PATH.
+/// The program that the setting names; without one the installed `ptxconvert`.
 QString converterProgram(const QString& setting);
 
 } // namespace zn

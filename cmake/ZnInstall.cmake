@@ -1,0 +1,50 @@
+# What an installation holds and where. Everything finds its neighbours from its own place, so that a prefix may move.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+include(ZnPublicHeaders)
+
+set(ZN_INCLUDE_DIR ${CMAKE_INSTALL_INCLUDEDIR}/znCADImport)
+set(ZN_CONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/znCADImport)
+
+set(ZN_INSTALLED_LIBRARIES znCADImport)
+set(installed_headers ${ZN_HOST_HEADERS} ${ZN_LIBRARY_HEADERS})
+set(ZN_HAS_STANDALONE_HOST OFF)
+if(TARGET znStandaloneHost)
+  list(APPEND ZN_INSTALLED_LIBRARIES znStandaloneHost znImporter)
+  list(APPEND installed_headers ${ZN_STANDALONE_HEADERS} ${ZN_IMPORTER_HEADERS})
+  set(ZN_HAS_STANDALONE_HOST ON)
+endif()
+
+set_target_properties(${ZN_INSTALLED_LIBRARIES} PROPERTIES
+  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} INSTALL_RPATH $ORIGIN)
+install(TARGETS ${ZN_INSTALLED_LIBRARIES}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Libraries NAMELINK_COMPONENT Development)
+
+if(TARGET znimport)
+  file(RELATIVE_PATH libraries_from_programs
+    ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(znimport ptxconvert ptxtessellate PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_programs})
+  install(TARGETS znimport ptxconvert ptxtessellate
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+endif()
+
+foreach(header IN LISTS installed_headers)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${ZN_INCLUDE_DIR}/${folder} COMPONENT Development)
+endforeach()
+
+set(generated ${PROJECT_BINARY_DIR}/package)
+configure_file(cmake/znVersion.h.in ${generated}/znVersion.h @ONLY)
+install(FILES ${generated}/znVersion.h DESTINATION ${ZN_INCLUDE_DIR}/import COMPONENT Development)
+
+configure_package_config_file(cmake/znCADImportConfig.cmake.in ${generated}/znCADImportConfig.cmake
+  INSTALL_DESTINATION ${ZN_CONFIG_DIR} PATH_VARS ZN_INCLUDE_DIR CMAKE_INSTALL_LIBDIR)
+write_basic_package_version_file(${generated}/znCADImportConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${generated}/znCADImportConfig.cmake ${generated}/znCADImportConfigVersion.cmake
+  DESTINATION ${ZN_CONFIG_DIR} COMPONENT Development)
+
+file(RELATIVE_PATH ZN_PREFIX_FROM_PC ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+list(TRANSFORM ZN_INSTALLED_LIBRARIES PREPEND -l OUTPUT_VARIABLE ZN_PC_LIBS)
+list(JOIN ZN_PC_LIBS " " ZN_PC_LIBS)
+configure_file(cmake/znCADImport.pc.in ${generated}/znCADImport.pc @ONLY)
+install(FILES ${generated}/znCADImport.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT Development)

@@ -1,0 +1,34 @@
+# The headers that an installation has; every other header is private. Relative to the root of the sources.
+file(GLOB_RECURSE ZN_HOST_HEADERS RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/*.h)
+list(APPEND ZN_HOST_HEADERS import/znCADFileTypes.h)
+
+set(ZN_LIBRARY_HEADERS
+  import/ImportExport.h
+  import/znFileLoaderJob.h
+  converter/znPtxConverterJob.h
+  loader/UnloadedParts.h
+  loader/znPtxLoaderJob.h
+  optimization/znPtxTreeOptimizationJob.h
+  plmxml/znPLMXMLLoader.h
+  plmxml/znPLMXMLLoaderJob.h)
+
+set(ZN_STANDALONE_HEADERS
+  standalone/OSGSystem/Buffer.h
+  standalone/OSGSystem/ContainerRegistry.h
+  standalone/OSGSystem/Mesh.h
+  standalone/export/GlbWriter.h
+  standalone/render/Snapshot.h
+  standalone/render/SnapshotView.h
+  standalone/scenefile/SceneFile.h
+  standalone/session/SceneExtras.h
+  standalone/session/Settings.h
+  standalone/session/znStandaloneSession.h
+  standalone/znUtils/CallTrace.h
+  standalone/znUtils/LogSink.h)
+
+set(ZN_IMPORTER_HEADERS
+  importer/ImportResult.h
+  importer/MissingParts.h
+  importer/PartCounts.h
+  importer/SceneText.h
+  importer/znImporter.h)
