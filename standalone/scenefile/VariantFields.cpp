@@ -23,6 +23,7 @@ std::string textOf(std::uint32_t number, const NumberedObjects& objects)
 std::vector<std::uint32_t> indicesOf(const std::vector<std::string>& texts, ObjectNumbers& numbers)
 {
     std::vector<std::uint32_t> indices;
+    indices.reserve(texts.size());
     for (const std::string& text : texts)
         indices.push_back(numbers.text(text));
     return indices;

@@ -88,12 +88,10 @@ private:
             visitTransform(step);
         else if (core && osg::isKindOf(core->getType(), osg::Geometry::_type))
             visitGeometry(step);
-        else if (!core || osg::isKindOf(core->getType(), osg::Group::_type))
+        else if (!core || osg::isKindOf(core->getType(), osg::Group::_type) || step.matrix.isIdentity())
             goOn(step.node, step.matrix);
-        else if (!step.matrix.isIdentity())
-            m_placeless.push_back(step);
         else
-            goOn(step.node, step.matrix);
+            m_placeless.push_back(step);
     }
 
     /// A reference places what its file holds: it keeps a transform.
