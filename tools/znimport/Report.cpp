@@ -1,5 +1,7 @@
 #include "tools/znimport/Report.h"
 
+#include "tools/znimport/DocumentReport.h"
+
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QSaveFile>
@@ -85,6 +87,8 @@ void Report::add(const znImportResult& result)
                      {QStringLiteral("steps"), jsonOf(result.steps)}};
     if (!result.error.isEmpty())
         file[QStringLiteral("error")] = result.error;
+    if (const QJsonObject document = documentReport(result.file); !document.isEmpty())
+        file[QStringLiteral("document")] = document;
     m_files.append(file);
 }
 

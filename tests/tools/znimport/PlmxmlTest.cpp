@@ -10,11 +10,14 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <csignal>
 
 namespace
 {
+
+using nlohmann::json;
 
 class ZnimportPlmxmlTest : public testing::Test
 {
@@ -56,6 +59,13 @@ protected:
         return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
 
+    static json read(const QString& name)
+    {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        return json::parse(file.readAll().toStdString());
+    }
+
     QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/znimport plmxml äö XXXXXX")};
     QProcess m_process;
     QString m_output;
@@ -94,6 +104,48 @@ TEST_F(ZnimportPlmxmlTest, MissingPartsEndWithThreeAndAreNamedWithTheirInstances
                                   QStringLiteral(": there is no such file (used by P0, P2)\n")))
         << m_errors.toStdString();
     EXPECT_TRUE(QFile::exists(glb));
+}
+
+TEST_F(ZnimportPlmxmlTest, TheReportTellsWhatTheSampleHolds)
+{
+    const QString file = path(QStringLiteral("report.json"));
+    ASSERT_EQ(run({QString::fromUtf8(EXAMPLE_MODELS "/../plmxml/cart.plmxml"), QStringLiteral("--report"), file}), 0)
+        << m_errors.toStdString();
+    const json document = read(file)["files"][0]["document"];
+    EXPECT_EQ(document, (json{{"instances", 9},
+                              {"parts", 6},
+                              {"partFiles", 4},
+                              {"occurrences", 2},
+                              {"materials", 3},
+                              {"danglingReferences", 0},
+                              {"dangling", json::array()}}));
+}
+
+TEST_F(ZnimportPlmxmlTest, TheReportNamesReferencesThatLeadNowhere)
+{
+    const QString file = path(QStringLiteral("report.json"));
+    const QString document =
+        write(QStringLiteral("car.plmxml"), "<PLMXML>\n<ProductDef>\n<InstanceGraph rootRefs='i'>\n"
+                                            "<Instance id='i' partRef='#gone'/></InstanceGraph></ProductDef></PLMXML>");
+    EXPECT_EQ(run({document, QStringLiteral("--report"), file}), 0) << m_errors.toStdString();
+    const json told = read(file)["files"][0]["document"];
+    EXPECT_EQ(told["danglingReferences"], 1);
+    EXPECT_EQ(
+        told["dangling"],
+        json::array(
+            {{{"line", 4}, {"element", "Instance"}, {"id", "i"}, {"attribute", "partRef"}, {"target", "#gone"}}}));
+}
+
+TEST_F(ZnimportPlmxmlTest, OtherFilesAndUnreadableDocumentsHaveNoFactsToReport)
+{
+    const QString file = path(QStringLiteral("report.json"));
+    const QString plate = write(QStringLiteral("plate.obj"), "v 0 0 0\nv 2 0 0\nv 0 3 0\nf 1 2 3\n");
+    const QString other = write(QStringLiteral("car.plmxml"), "<Other/>");
+    EXPECT_EQ(run({plate, other, QStringLiteral("--report"), file}), 3);
+    const json files = read(file)["files"];
+    ASSERT_EQ(files.size(), 2u);
+    EXPECT_FALSE(files[0].contains("document"));
+    EXPECT_FALSE(files[1].contains("document"));
 }
 
 TEST_F(ZnimportPlmxmlTest, AnUnreadableDocumentEndsWithOneAndSaysWhere)

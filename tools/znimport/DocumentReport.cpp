@@ -1,0 +1,44 @@
+#include "tools/znimport/DocumentReport.h"
+
+#include "host/znKernel/znFileIOHelper.h"
+#include "importer/DocumentFacts.h"
+
+#include <QJsonArray>
+
+namespace
+{
+
+double number(std::size_t value)
+{
+    return static_cast<double>(value);
+}
+
+QJsonObject jsonOf(const znDanglingReference& reference)
+{
+    return {{QStringLiteral("line"), reference.line},
+            {QStringLiteral("element"), reference.element},
+            {QStringLiteral("id"), reference.id},
+            {QStringLiteral("attribute"), reference.attribute},
+            {QStringLiteral("target"), reference.target}};
+}
+
+} // namespace
+
+QJsonObject documentReport(const QString& file)
+{
+    if (!znFileIOHelper::isPLMXMLFile(file))
+        return {};
+    const auto facts = readDocumentFacts(file);
+    if (!facts)
+        return {};
+    QJsonArray dangling;
+    for (const znDanglingReference& reference : facts->dangling)
+        dangling.append(jsonOf(reference));
+    return {{QStringLiteral("instances"), number(facts->instances)},
+            {QStringLiteral("parts"), number(facts->parts)},
+            {QStringLiteral("partFiles"), number(facts->files)},
+            {QStringLiteral("occurrences"), number(facts->occurrences)},
+            {QStringLiteral("materials"), number(facts->materials)},
+            {QStringLiteral("danglingReferences"), number(facts->danglingCount)},
+            {QStringLiteral("dangling"), dangling}};
+}

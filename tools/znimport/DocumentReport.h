@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QJsonObject>
+
+/// What the PLMXML document at `file` holds, and which of its references lead nowhere; empty for any other file and for
+/// one that cannot be read. Reads the document a second time, since an import tells none of it.
+QJsonObject documentReport(const QString& file);
