@@ -22,6 +22,7 @@ set(ZN_STANDALONE_HEADERS
   standalone/scenefile/SceneFile.h
   standalone/session/SceneExtras.h
   standalone/session/Settings.h
+  standalone/session/VariantSets.h
   standalone/session/znStandaloneSession.h
   standalone/znUtils/CallTrace.h
   standalone/znUtils/LogSink.h)

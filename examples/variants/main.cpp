@@ -1,0 +1,67 @@
+// Imports a file, lists its variant sets, and switches to each in turn. A file without sets is given
+// one for each part of its top level, which hides that part.
+#include "host/OSGSystem/Names.h"
+#include "host/OSGSystem/TreeFunctions.h"
+#include "host/znVariants/znVariants.h"
+#include "importer/znImporter.h"
+#include "standalone/session/VariantSets.h"
+#include "standalone/session/znStandaloneSession.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+static osg::NodePtr topLevel(osg::NodePtr node)
+{
+    while (node->getNChildren() == 1)
+        node = node->getChild(0);
+    return node;
+}
+
+static void makeSets(const osg::NodePtr& root)
+{
+    const osg::NodePtr top = topLevel(root);
+    for (unsigned shown = 0; shown < top->getNChildren(); ++shown) {
+        const char* name = osg::getName(top->getChild(shown));
+        znVariantSet* set = znVariants::createVariantSet(QStringLiteral("without %1").arg(name), false, nullptr);
+        for (unsigned part = 0; set && part < top->getNChildren(); ++part)
+            set->add(znVariants::createNodeVariant(top->getChild(part), false),
+                     part == shown ? QStringLiteral("!Disable") : QStringLiteral("!Enable"));
+    }
+}
+
+static int countActive(const osg::NodePtr& root)
+{
+    int nodes = 0;
+    osg::traverse(root, [&nodes](const osg::NodePtr& node) {
+        if (!node->isActive())
+            return osg::Action::Skip;
+        ++nodes;
+        return osg::Action::Continue;
+    });
+    return nodes;
+}
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    znStandaloneSession session;
+    znImporter importer(session);
+    int exitCode = 0;
+    QObject::connect(&importer, &znImporter::finished, [&](const znImportResult& result) {
+        QTextStream out(stdout);
+        exitCode = result.node ? 0 : 1;
+        if (!result.node)
+            out << result.error << '\n';
+        else if (zn::variantSetNames(session).isEmpty())
+            makeSets(result.node);
+        for (const QString& name : zn::variantSetNames(session)) {
+            for (const QString& warning : zn::applyVariantSet(session, name).value_or(QStringList()))
+                out << warning << '\n';
+            out << name << ": " << countActive(session.sceneRoot()) << " nodes are shown\n";
+        }
+        QCoreApplication::quit();
+    });
+    importer.import(QCoreApplication::arguments().value(1));
+    QCoreApplication::exec();
+    return exitCode;
+}

@@ -1,0 +1,25 @@
+include(${CMAKE_CURRENT_LIST_DIR}/Common.cmake)
+file(REMOVE_RECURSE ${ROOT})
+run(log ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} --config ${CONFIG})
+
+string(REGEX MATCH "^[0-9]+" major ${VERSION})
+foreach(library znCADImport znStandaloneHost znImporter)
+  run(dynamic readelf -d ${PREFIX}/lib/lib${library}.so)
+  expect("${dynamic}" "SONAME[^\n]*\\[lib${library}\\.so\\.${major}\\]")
+  expect("${dynamic}" "RUNPATH[^\n]*\\[\\$ORIGIN\\]")
+endforeach()
+
+# No file of the package may know where it was built.
+file(GLOB_RECURSE texts ${PREFIX}/*.h ${PREFIX}/*.cmake ${PREFIX}/*.pc)
+foreach(file IN LISTS texts)
+  file(READ ${file} text)
+  foreach(folder ${SOURCE} ${BUILD} ${PREFIX})
+    string(FIND "${text}" "${folder}/" place)
+    if(NOT place EQUAL -1)
+      message(FATAL_ERROR "${file} names ${folder}")
+    endif()
+  endforeach()
+endforeach()
+
+file(READ ${PREFIX}/include/znCADImport/import/znVersion.h version)
+expect("${version}" "ZN_CADIMPORT_VERSION \"${VERSION}\"")

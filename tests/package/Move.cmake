@@ -1,0 +1,11 @@
+# The programs of an installation that has moved find its libraries and the converter.
+include(${CMAKE_CURRENT_LIST_DIR}/Common.cmake)
+set(moved "${ROOT}/moved")
+file(REMOVE_RECURSE ${moved})
+file(COPY ${PREFIX}/bin ${PREFIX}/lib DESTINATION ${moved})
+run(libraries ldd ${moved}/bin/znimport)
+expect("${libraries}" "libznCADImport\\.so[^\n]* => ${moved}/")
+expect("${libraries}" "libznStandaloneHost\\.so[^\n]* => ${moved}/")
+run(tree ${CMAKE_COMMAND} -E env PATH=/nowhere ${moved}/bin/znimport ${SOURCE}/examples/models/flywheel.step --tree)
+expect("${tree}" "base plate \\[Geometry\\], [0-9]+ triangles")
+file(REMOVE_RECURSE ${moved})
