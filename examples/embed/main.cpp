@@ -14,7 +14,8 @@ static void printTree(const osg::NodePtr& root)
     QTextStream out(stdout);
     osg::traverse(root, [&out](const osg::NodePtr& node) {
         const char* name = osg::getName(node);
-        out << (name ? name : "(no name)") << ", " << node->getNChildren() << " children\n";
+        out << (name ? QString::fromUtf8(name) : QStringLiteral("(no name)")) << ", " << node->getNChildren()
+            << " children\n";
         return osg::Action::Continue;
     });
 }
@@ -37,8 +38,10 @@ int main(int argc, char** argv)
         queue.addJob(loader);
     });
     QObject::connect(converter, &znAbstractJob::finished, [converter](znCADFileTypes::JobState state) {
-        if (state == znCADFileTypes::JobFailed)
-            qWarning("%s", qUtf8Printable(converter->getErrorText()));
+        if (state != znCADFileTypes::JobFailed)
+            return;
+        qWarning("%s", qUtf8Printable(converter->getErrorText()));
+        QCoreApplication::exit(1);
     });
     QObject::connect(&queue, &znJobQueue::jobQueueEmpty, &application, &QCoreApplication::quit);
     queue.addJob(converter);
