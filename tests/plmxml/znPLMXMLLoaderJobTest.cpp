@@ -414,6 +414,28 @@ TEST_F(PLMXMLLoaderJobTest, TheChildQueueStartsOnEveryRoadButThatOfAMissingDocum
     EXPECT_EQ(starts(documentOf({"a.obj"})), 1);
 }
 
+TEST_F(PLMXMLLoaderJobTest, TheHostIsAskedWhetherToReadPartsAndWhatEachExistingOneIs)
+{
+    writeTriangle(QStringLiteral("a.obj"));
+    make(documentOf({"a.obj", "none.stp"}));
+    std::vector<std::string> calls;
+    {
+        const zn::CallTrace trace([&](const std::string& call) {
+            if (call.find("znImportOptions") == 0 || call.find("znFileIOHelper") == 0 || call.find("znFileIO::") == 0)
+                calls.push_back(call);
+        });
+        run();
+    }
+    const std::string file = path(QStringLiteral("a.obj")).toStdString();
+    const osg::NodePtr reference = tree->getChild(0)->getChild(0)->getChild(0);
+    const std::string node = "node " + std::to_string(reference->getContainerId()) + " 'a'";
+    EXPECT_THAT(calls, ElementsAre("znImportOptions('PLMXML', false, true)",
+                                   "znFileIOHelper::getFileTypeByFileName('" + file + "')",
+                                   "znFileIOHelper::isPtxFile('" + file + "')",
+                                   "znFileIO::load(['" + file + "'], " + node + ", false, false, false)",
+                                   "znFileIO::getLoadedGeometriesList()"));
+}
+
 TEST_F(PLMXMLLoaderJobTest, AllPartFilesAreFoundBeforeTheFirstIsLoaded)
 {
     writeTriangle(QStringLiteral("a.obj"));
