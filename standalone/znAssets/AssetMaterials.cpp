@@ -37,7 +37,7 @@ QImage pictureAt(const QString& path, QString& complaint)
         complaint = QCoreApplication::translate("znAssets", "%1: the picture is too large.").arg(path);
         return {};
     }
-    const QImage picture = reader.read().convertToFormat(QImage::Format_RGB888);
+    QImage picture = reader.read().convertToFormat(QImage::Format_RGB888);
     if (picture.isNull())
         complaint = path + QStringLiteral(": ") + reader.errorString();
     return picture;
@@ -48,7 +48,7 @@ osg::ImageAttachmentBase::Pixels pixelsOf(const QImage& picture)
     osg::ImageAttachmentBase::Pixels pixels;
     for (int row = 0; row < picture.height(); ++row) {
         const uchar* line = picture.constScanLine(row);
-        pixels.insert(pixels.end(), line, line + 3 * picture.width());
+        pixels.insert(pixels.end(), line, line + std::ptrdiff_t{3} * picture.width());
     }
     return pixels;
 }
