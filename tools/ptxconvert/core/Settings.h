@@ -29,6 +29,7 @@ enum class Setting : int {
     StitchRelativeTolerance,
     StitchTime,
     MeshUnit,
+    MeshLevel,
     KeepBrep,
     Count
 };

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/readers/Reader.h"
 #include "tools/ptxconvert/readers/brep/BrepReader.h"
 #include "tools/ptxconvert/readers/iges/IgesReader.h"
+#include "tools/ptxconvert/readers/jt/JtReader.h"
 #include "tools/ptxconvert/readers/step/StepReader.h"
 #include "tools/ptxconvert/readers/stl/StlReader.h"
 
@@ -11,7 +12,8 @@ namespace ptx
 
 std::span<const Format> formats()
 {
-    static const std::array<Format, 4> rows = {step::format(), iges::format(), stl::format(), brep::format()};
+    static const std::array<Format, 5> rows = {step::format(), iges::format(), jt::format(), stl::format(),
+                                               brep::format()};
     return rows;
 }
 

@@ -151,6 +151,13 @@ std::string guidText(const Guid& guid)
     return text;
 }
 
+bool isJtHeader(std::string_view head)
+{
+    Framing framing;
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(head.data());
+    return head.size() > TextSize && readVersion({bytes, TextSize}, framing);
+}
+
 Framing readFraming(Bytes file)
 {
     Framing framing;

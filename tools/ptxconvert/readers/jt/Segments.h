@@ -5,6 +5,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ptx::jt
@@ -32,6 +33,9 @@ struct Framing {
     std::map<Guid, Segment> segments;
     Damage damage;
 };
+
+/// Whether `head`, the beginning of a file, is that of a JT file of a version that is read.
+bool isJtHeader(std::string_view head);
 
 Framing readFraming(Bytes file);
 

@@ -56,14 +56,23 @@ public:
             readStrips();
         else
             readTopological();
-        for (const Triangle& triangle : m_shape.triangles)
-            for (const Corner& corner : triangle.corners)
-                if (m_in.isOk() && corner.position >= m_shape.positions.size())
+        for (Triangle& triangle : m_shape.triangles)
+            for (Corner& corner : triangle.corners)
+                if (m_in.isOk() && !isThere(corner))
                     m_in.fail("a triangle names a point that is not there");
         return m_in.damage();
     }
 
 private:
+    // A mesh without normals has records all the same.
+    bool isThere(Corner& corner) const
+    {
+        if (m_shape.normals.empty())
+            corner.record = Corner::NoRecord;
+        return corner.position < m_shape.positions.size() &&
+               (corner.record == Corner::NoRecord || corner.record < m_shape.normals.size());
+    }
+
     Values packet(Predictor predictor)
     {
         Values values = m_packets.read();

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "tools/ptxconvert/core/Log.h"
+#include "tools/ptxconvert/core/Progress.h"
+#include "tools/ptxconvert/model/Model.h"
+#include "tools/ptxconvert/readers/jt/JtFile.h"
+
+#include <map>
+#include <vector>
+
+namespace ptx::jt
+{
+
+/// What is the same for all bodies of a file.
+struct BodyContext {
+    const JtFile& file;
+    double unit; ///< millimetres of one unit of the file
+    int level;   ///< of detail, 0 for the finest
+    AppearanceTable& appearances;
+    Progress& progress;
+    Log& log;
+};
+
+/// What became of a body's shapes.
+struct BodyResult {
+    Body body;
+    std::vector<std::string> losses; ///< reasons why a shape is not in it, for a person
+};
+
+/// The appearance and the placement that the attributes of `node` give it.
+int appearanceOf(const SceneGraph& graph, const SceneNode& node, AppearanceTable& appearances);
+Placement placementOf(const SceneGraph& graph, const SceneNode& node);
+
+/// Makes bodies of the shapes below nodes. What the shapes have in place and colour is theirs, whatever is above the
+/// nodes is not.
+class BodyMaker
+{
+public:
+    explicit BodyMaker(const BodyContext& context);
+
+    /// The body of the shapes at and below `starts`; the attributes of the starts count only with `withOwn`.
+    BodyResult make(const std::vector<Id>& starts, bool withOwn);
+
+    std::size_t triangles() const { return m_triangles; }
+    int level() const { return m_context.level; }
+
+private:
+    struct Frame {
+        Id id;
+        Placement placement;
+        int appearance;
+        bool withOwn;
+    };
+
+    std::vector<Id> chosenChildren(const SceneNode& node);
+    bool isReadable(Id start);
+    const Shape& decoded(Id id, const SceneNode& node);
+
+    BodyContext m_context;
+    std::size_t m_steps; ///< that are left; shared nodes could multiply them without end
+    std::size_t m_triangles = 0;
+    std::map<Id, Shape> m_decoded; ///< shapes of the body in work
+};
+
+} // namespace ptx::jt

@@ -1,0 +1,59 @@
+#include "tools/ptxconvert/readers/jt/JtReader.h"
+
+#include "standalone/scenefile/ConvertedTree.h"
+#include "tools/ptxconvert/readers/jt/JtFile.h"
+#include "tools/ptxconvert/readers/jt/PartFileReader.h"
+
+namespace ptx::jt
+{
+
+namespace
+{
+
+constexpr std::size_t LeastHeader = 105;
+
+Match probe(std::string_view head, std::uint64_t size)
+{
+    return size >= LeastHeader && isJtHeader(head) ? Match::Certain : Match::No;
+}
+
+bool refersToParts(const std::string& path)
+{
+    return !partNamesIn(path).empty();
+}
+
+bool isMissingAnything(const Model& model)
+{
+    for (const Product& product : model.products)
+        for (const std::string& tag : product.tags)
+            if (osg::converted::missingPart(tag))
+                return true;
+    return false;
+}
+
+Outcome<Model> readJt(const Job& job)
+{
+    job.progress.begin(Stage::ReadAndProcess);
+    Outcome<Model> model = readWithParts(job);
+    if (!model)
+        return model;
+    if (job.externalParts && model.value().references.empty())
+        return noExternalParts();
+    if (!model.value().bodies.empty() || !model.value().references.empty())
+        return model;
+    if (isMissingAnything(model.value()))
+        return Failure{ExitCode::Damaged, "no mesh of the JT file can be read; the log tells why"};
+    return Failure{ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
+}
+
+constexpr const char* Extensions[] = {"jt"};
+constexpr Format Row = {"JT", Extensions, probe, readJt, refersToParts};
+
+} // namespace
+
+const Format& format()
+{
+    return Row;
+}
+
+} // namespace ptx::jt
