@@ -1,3 +1,11 @@
+set(ZN_HOST standalone CACHE STRING "The host behind the contract: standalone, or external for one of your own")
+set_property(CACHE ZN_HOST PROPERTY STRINGS standalone external)
+set(ZN_HOST_LIBRARIES "" CACHE STRING "With ZN_HOST=external: libraries of that host, where linking needs them")
+if(NOT ZN_HOST MATCHES "^(standalone|external)$")
+  message(FATAL_ERROR "ZN_HOST is standalone or external, not '${ZN_HOST}'")
+endif()
+# Importer, tools, tests and benches stand on the open host.
+string(COMPARE EQUAL ${ZN_HOST} standalone ZN_STANDALONE)
 option(ZN_BUILD_TESTS "Build the tests" ON)
 option(ZN_BUILD_BENCH "Build the Google Benchmark programs" ON)
 option(ZN_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
