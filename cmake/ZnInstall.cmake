@@ -26,6 +26,12 @@ if(TARGET znimport)
   set_target_properties(znimport ptxconvert ptxtessellate PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_programs})
   install(TARGETS znimport ptxconvert ptxtessellate
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+  foreach(program znimport ptxconvert)
+    install(FILES ${PROJECT_BINARY_DIR}/tools/manual/${program}.1
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)
+    install(FILES ${PROJECT_BINARY_DIR}/tools/manual/${program}.bash RENAME ${program}
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT Tools)
+  endforeach()
 endif()
 
 foreach(header IN LISTS installed_headers)

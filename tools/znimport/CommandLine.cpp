@@ -71,7 +71,7 @@ std::optional<QString> readSettings(const QStringList& values, CommandLine& line
 /// What is missing or too much, once every option is known.
 std::optional<QString> complaint(const CommandLine& line)
 {
-    if (line.help || line.version || line.helpSettings)
+    if (line.help || line.version || line.helpSettings || line.selfCheck)
         return std::nullopt;
     if (line.files.isEmpty())
         return QStringLiteral("no file to import");
@@ -106,6 +106,8 @@ const std::vector<OptionRow>& optionTable()
         {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
         {nullptr, "trace", nullptr, "Print each call that goes into the host to the standard error stream."},
         {nullptr, "set", "NAME=VALUE", "Change a setting; may be given several times."},
+        {nullptr, "self-check", nullptr,
+         "Tell what is installed, import a cube through the converter, and tell what is missing."},
         {nullptr, "help-settings", nullptr, "List the settings with their types, ranges and defaults."},
         {"h", "help", nullptr, "Show this text."},
         {nullptr, "version", nullptr, "Show the version."},
@@ -131,6 +133,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.help = parser.isSet(QStringLiteral("help"));
     line.version = parser.isSet(QStringLiteral("version"));
     line.helpSettings = parser.isSet(QStringLiteral("help-settings"));
+    line.selfCheck = parser.isSet(QStringLiteral("self-check"));
     readShortcuts(parser, line);
     std::optional<QString> error = readSettings(parser.values(QStringLiteral("set")), line);
     if (!error)
@@ -138,13 +141,18 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     return {line, error};
 }
 
+QString exitCodesText()
+{
+    return QStringLiteral("Exit codes: 0 all imported, 1 nothing imported, 2 wrong use, 3 imported in part, "
+                          "130 interrupted.");
+}
+
 QString helpText()
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Imports 3D and CAD files into a scene, shows what came in and "
-                                                    "writes it.\n\n"
-                                                    "Exit codes: 0 all imported, 1 nothing imported, 2 wrong use, "
-                                                    "3 imported in part, 130 interrupted."));
+                                                    "writes it.\n\n") +
+                                     exitCodesText());
     addOptions(parser);
     return parser.helpText().replace(QCoreApplication::arguments().value(0), QStringLiteral("znimport"));
 }

@@ -38,6 +38,7 @@ struct CommandLine {
     bool help = false;
     bool version = false;
     bool helpSettings = false;
+    bool selfCheck = false;
     std::vector<std::pair<QString, QString>> settings; ///< name and value, in the order given
 };
 
@@ -49,6 +50,9 @@ struct CommandLineResult {
 
 /// `arguments` without the program's name.
 CommandLineResult parseCommandLine(const QStringList& arguments);
+
+/// What the exit codes mean, in one sentence.
+QString exitCodesText();
 
 /// The text of `--help`.
 QString helpText();

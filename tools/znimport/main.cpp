@@ -1,4 +1,5 @@
 #include "tools/znimport/Application.h"
+#include "tools/znimport/SelfCheck.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -52,5 +53,7 @@ int main(int argc, char** argv)
         return print(QStringLiteral("znimport " ZN_VERSION "\n"));
     if (parsed.commandLine.helpSettings)
         return print(zn::Settings().helpText());
+    if (parsed.commandLine.selfCheck)
+        return selfCheck(parsed.commandLine);
     return Application(parsed.commandLine).run();
 }

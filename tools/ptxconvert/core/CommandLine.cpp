@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/core/CommandLine.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace ptx
@@ -103,21 +104,52 @@ Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments)
     return parser.line();
 }
 
-std::string usageText()
+const std::vector<OptionRow>& optionTable()
 {
-    return "Usage: ptxconvert [--external-parts] [--set name=value]... INPUT OUTPUT\n"
-           "Converts the CAD file INPUT into the scene file OUTPUT.\n"
-           "\n"
-           "  --external-parts   keep references to part files instead of loading them\n"
-           "  --set name=value   change a setting; may be given several times\n"
-           "  --help-settings    list the settings with their ranges and defaults\n"
-           "  --version          print the versions of this program and its CAD kernel\n"
-           "  --help             print this text\n"
-           "\n"
-           "Beside OUTPUT it writes OUTPUT.tmp (progress) and OUTPUT.log.\n"
-           "Exit codes: 0 written, 2 wrong use, 3 input unreadable, 5 no external parts, 6 format not supported,\n"
+    static const std::vector<OptionRow> table = {
+        {"--external-parts", nullptr, "keep references to part files instead of loading them"},
+        {"--set", "name=value", "change a setting; may be given several times"},
+        {"--help-settings", nullptr, "list the settings with their ranges and defaults"},
+        {"--version", nullptr, "print the versions of this program and its CAD kernel"},
+        {"--help", nullptr, "print this text"},
+    };
+    return table;
+}
+
+const char* synopsis()
+{
+    return "ptxconvert [--external-parts] [--set name=value]... INPUT OUTPUT";
+}
+
+const char* summary()
+{
+    return "Converts the CAD file INPUT into the scene file OUTPUT.";
+}
+
+const char* filesText()
+{
+    return "Beside OUTPUT it writes OUTPUT.tmp (progress) and OUTPUT.log.\n";
+}
+
+const char* exitCodesText()
+{
+    return "Exit codes: 0 written, 2 wrong use, 3 input unreadable, 5 no external parts, 6 format not supported,\n"
            "7 input damaged, 8 output not written, 10 memory limit, 11 time limit, 12 stall limit, 21 cancelled,\n"
            "25 nothing to import, 128 + n fatal signal n.\n";
+}
+
+std::string usageText()
+{
+    constexpr std::size_t column = 19;
+    std::string text = std::string("Usage: ") + synopsis() + '\n' + summary() + "\n\n";
+    for (const OptionRow& row : optionTable()) {
+        std::string option = row.name;
+        if (row.valueName)
+            option += std::string(" ") + row.valueName;
+        option.resize(std::max(column, option.size() + 1), ' ');
+        text += "  " + option + row.help + '\n';
+    }
+    return text + '\n' + filesText() + exitCodesText();
 }
 
 } // namespace ptx

@@ -25,6 +25,23 @@ struct CommandLine {
 /// kernel looks for part files in the working directory otherwise. "--" ends the options.
 Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments);
 
+/// One option of the command line. Usage text and manual follow from the table of these.
+struct OptionRow {
+    const char* name;      ///< with its dashes
+    const char* valueName; ///< null for an option without a value
+    const char* help;
+};
+
+/// All options, in the order in which they are shown.
+const std::vector<OptionRow>& optionTable();
+
+/// What the process does, beyond its options, in whole sentences.
+const char* synopsis();
+const char* summary();
+const char* filesText();
+const char* exitCodesText();
+
+/// The text of --help, which stands on the standard error stream after wrong use.
 std::string usageText();
 
 } // namespace ptx

@@ -1,0 +1,161 @@
+#include "tools/znimport/SelfCheck.h"
+
+#include "importer/znImporter.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/ConverterCommand.h"
+#include "standalone/znUtils/InstalledProgram.h"
+#include "tools/znimport/CommandLine.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <array>
+#include <cstdio>
+
+namespace
+{
+
+constexpr int allThere = 0;
+constexpr int somethingMissing = 1;
+constexpr int wrongUse = 2;
+
+constexpr std::size_t cubeTriangles = 12;
+
+/// The sides of a cube of 10 mm as an STL text, two triangles each.
+QByteArray cubeText()
+{
+    using Corner = std::array<int, 3>;
+    QByteArray text = "solid cube\n";
+    for (unsigned axis = 0; axis < 3; ++axis)
+        for (const int height : {0, 10}) {
+            const auto corner = [&](int u, int v) {
+                Corner point{};
+                point[axis] = height;
+                point[(axis + 1) % 3] = height == 0 ? v : u;
+                point[(axis + 2) % 3] = height == 0 ? u : v;
+                return point;
+            };
+            for (const auto& triangle : {std::array{corner(0, 0), corner(10, 0), corner(10, 10)},
+                                         std::array{corner(0, 0), corner(10, 10), corner(0, 10)}}) {
+                text += "facet normal 0 0 0\nouter loop\n";
+                for (const Corner& point : triangle)
+                    text += "vertex " + QByteArray::number(point[0]) + ' ' + QByteArray::number(point[1]) + ' ' +
+                            QByteArray::number(point[2]) + '\n';
+                text += "endloop\nendfacet\n";
+            }
+        }
+    return text + "endsolid cube\n";
+}
+
+class SelfCheck
+{
+public:
+    explicit SelfCheck(znStandaloneSession& session) : m_session(session) {}
+
+    int run()
+    {
+        say("znimport", QStringLiteral(ZN_VERSION) + QStringLiteral(", ") +
+                            QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
+        say("Qt", QString::fromUtf8(qVersion()));
+        checkProgram("converter", zn::converterProgram(m_session.settings().text(QStringLiteral("converter.program"))));
+        checkProgram("tessellation", tessellationProgram());
+        checkFolder();
+        importCube();
+        if (m_missing.isEmpty())
+            std::puts("everything is there");
+        for (const QString& sentence : m_missing)
+            std::printf("missing: %s\n", sentence.toUtf8().constData());
+        return m_missing.isEmpty() ? allThere : somethingMissing;
+    }
+
+private:
+    static void say(const char* subject, const QString& text)
+    {
+        std::printf("%-13s %s\n", subject, text.toUtf8().constData());
+    }
+
+    QString tessellationProgram() const
+    {
+        const QString setting = m_session.settings().text(QStringLiteral("tessellation.program"));
+        return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxtessellate")) : setting;
+    }
+
+    void checkProgram(const char* subject, const QString& program)
+    {
+        const QFileInfo info(program);
+        if (info.isFile() && info.isExecutable())
+            return say(subject, program);
+        say(subject, QStringLiteral("not found"));
+        m_missing << QStringLiteral("the program '%1': install it beside znimport or on the PATH, or name it with "
+                                    "--set %2.program=PATH")
+                         .arg(program, QString::fromUtf8(subject));
+    }
+
+    void checkFolder()
+    {
+        const QTemporaryDir folder;
+        if (folder.isValid())
+            return say("temporary", QDir::tempPath());
+        say("temporary", QStringLiteral("not writable"));
+        m_missing << QStringLiteral("a writable temporary folder in place of '%1': %2")
+                         .arg(QDir::tempPath(), folder.errorString());
+    }
+
+    void importCube()
+    {
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(QStringLiteral("cube.stl")));
+        const QByteArray text = cubeText();
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
+            return cubeFailed(file.errorString());
+        judge(import(file.fileName()));
+    }
+
+    znImportResult import(const QString& file)
+    {
+        znImportResult ended;
+        znImporter importer(m_session);
+        QObject::connect(&importer, &znImporter::finished, &importer, [&ended](const znImportResult& result) {
+            ended = result;
+            QCoreApplication::quit();
+        });
+        importer.import(file);
+        QCoreApplication::exec();
+        return ended;
+    }
+
+    void judge(const znImportResult& result)
+    {
+        const std::size_t triangles = countScene(result.node ? result.node.get() : osg::NodePtr()).triangles;
+        if (result.state != znCADFileTypes::JobSucceeded)
+            return cubeFailed(result.error);
+        if (triangles != cubeTriangles)
+            return cubeFailed(QStringLiteral("%1 triangles came in in place of %2").arg(triangles).arg(cubeTriangles));
+        say("cube", QStringLiteral("imported, %1 triangles").arg(triangles));
+    }
+
+    void cubeFailed(const QString& reason)
+    {
+        say("cube", QStringLiteral("not imported"));
+        m_missing << QStringLiteral("a converter that works: ") + reason;
+    }
+
+    znStandaloneSession& m_session;
+    QStringList m_missing;
+};
+
+} // namespace
+
+int selfCheck(const CommandLine& commandLine)
+{
+    znStandaloneSession session;
+    for (const auto& [name, value] : commandLine.settings)
+        if (const auto error = session.settings().set(name, value)) {
+            std::fprintf(stderr, "znimport: %s\n", error->toUtf8().constData());
+            return wrongUse;
+        }
+    return SelfCheck(session).run();
+}
