@@ -45,6 +45,28 @@ TEST(JtPackets, Version8HuffmanKeepsOrderOfEqualWeights)
     EXPECT_EQ(hash32(values, 0), 0x3929476fu);
 }
 
+TEST(JtPackets, Version8ArithmeticWithOneTableAndEscapes)
+{
+    const Values values = decode(8, "03010000000208600000000000bc0707000000013e0000000700000002000000cf0ec5e60411104c40"
+                                    "00000043000000020000007825fde400000080");
+    EXPECT_EQ(values.size(), 67u);
+    EXPECT_EQ((Values(values.begin(), values.begin() + 5)), (Values{0, 6, 10, 14, 0}));
+    EXPECT_EQ(hash32(values, 0), 0x440f86a6u);
+}
+
+TEST(JtPackets, Version8SecondTableHasTheValuesOfTheFirst)
+{
+    const Values values = decode(
+        8, "0302000000060c8281fffffe3f532d11cbbc0892002a470400ee0b83383000000020c907eca00c07000000015300000007000000"
+           "03000000031ef0fcf90f78c0000044e0000400008003000086030000200000001de59efc144bd573f133cd71240478fb135519"
+           "192b1fb2e65cda31bf299ce04f2647cc067e499c892ca3667348bc082782d88a1cc21c92fe1862127766623e9d81e57fc03062"
+           "48d2cc62137a22b9df094570d10863a2a04be3a374272c3aaf090d25a40b2e1a42641474a90894ee644ce735617c8474814543"
+           "88aca100004045");
+    EXPECT_EQ(values.size(), 896u);
+    EXPECT_EQ((Values(values.begin(), values.begin() + 7)), (Values{480, 480, 480, 480, 0, 0, -449}));
+    EXPECT_EQ(hash32(values, 0), 0xc9929c36u);
+}
+
 TEST(JtPackets, Version9BitLengths)
 {
     EXPECT_EQ(decode(9, "04000000011c000000e0602306"), (Values{3, 3, 6, 5}));
@@ -73,6 +95,14 @@ TEST(JtPackets, Version10BitLengthsArithmeticAndMoveToFront)
                           "000000c03f5401000000000002240ffffffff8064b60"),
                0),
         0x1af77eb0u);
+}
+
+TEST(JtPackets, LaterVersionsVariableBitLengthAndChopWithoutBits)
+{
+    EXPECT_EQ(hash32(decode(10, "20000000015b0000001400708803d846880000db14"), 0), 0x542ee150u);
+    const Values values = decode(9, "2100000004002100000001570000005531220855d554550052554c");
+    EXPECT_EQ(values.size(), 33u);
+    EXPECT_EQ(hash32(values, 0), 0x3fe835d6u);
 }
 
 TEST(JtPackets, CountBeyondTheBudgetIsAnErrorAtItsPlace)
