@@ -35,8 +35,7 @@ bool isMergeable(const osg::NodePtr& node)
     const osg::GeometryPtr geometry = geometryOf(node);
     return geometry && geometry->getType().getId() == osg::Geometry::_type.getId() && node->isActive() &&
            node->getNChildren() == 0 && hasNothingButAName(*node) && hasNothingButAName(*geometry) &&
-           osg::GeometryAccess::mesh(*geometry).primitives.empty() &&
-           repaired(osg::GeometryAccess::mesh(*geometry)).changes.isEmpty();
+           osg::GeometryAccess::mesh(*geometry).primitives.empty() && isSound(osg::GeometryAccess::mesh(*geometry));
 }
 
 Signature signatureOf(const Companions& companions)

@@ -12,6 +12,27 @@ namespace geometry
 namespace
 {
 
+bool areKnown(const std::uint32_t* indices, std::size_t count, std::size_t vertices)
+{
+    return std::all_of(indices, indices + count, [vertices](std::uint32_t index) { return index < vertices; });
+}
+
+bool areElements(const osg::Buffer<std::uint32_t>& indices, std::size_t perElement, std::size_t vertices)
+{
+    return indices.size() % perElement == 0 && areKnown(indices.data(), indices.size(), vertices);
+}
+
+bool doFacesFit(const osg::Mesh& mesh)
+{
+    return mesh.faces.empty() || coversAll(mesh.faces, mesh.triangles.size() / 3);
+}
+
+template <class T>
+bool doesFit(const osg::Buffer<T>& values, std::size_t vertices)
+{
+    return values.empty() || values.size() == vertices;
+}
+
 class Repair
 {
     Q_DECLARE_TR_FUNCTIONS(IndexRepair)
@@ -32,11 +53,6 @@ public:
     }
 
 private:
-    bool isKnown(const std::uint32_t* indices, std::size_t count) const
-    {
-        return std::all_of(indices, indices + count, [this](std::uint32_t index) { return index < m_vertices; });
-    }
-
     void tellLost(std::size_t before, std::size_t after, std::size_t perElement, const QString& what)
     {
         const std::size_t elements = (before + perElement - 1) / perElement - after / perElement;
@@ -46,15 +62,15 @@ private:
     void repairTriangles()
     {
         osg::Mesh& mesh = m_result.mesh;
-        const bool facesFit = coversAll(mesh.faces, mesh.triangles.size() / 3) || mesh.faces.empty();
-        if (!facesFit) {
+        if (!doFacesFit(mesh)) {
             mesh.faces = {};
             m_result.changes << tr("the faces did not cover the triangles and were removed");
         }
         const std::size_t before = mesh.triangles.size();
-        if (before % 3 == 0 && isKnown(mesh.triangles.data(), before))
+        if (areElements(mesh.triangles, 3, m_vertices))
             return;
-        FilteredTriangles kept = filteredTriangles(mesh, [this](const std::uint32_t* c) { return isKnown(c, 3); });
+        FilteredTriangles kept =
+            filteredTriangles(mesh, [this](const std::uint32_t* c) { return areKnown(c, 3, m_vertices); });
         tellLost(before, kept.triangles.size(), 3, tr("triangles"));
         mesh.triangles = std::move(kept.triangles);
         mesh.faces = std::move(kept.faces);
@@ -62,11 +78,11 @@ private:
 
     void repairElements(osg::Buffer<std::uint32_t>& indices, std::size_t perElement, const QString& what)
     {
-        if (indices.size() % perElement == 0 && isKnown(indices.data(), indices.size()))
+        if (areElements(indices, perElement, m_vertices))
             return;
         std::vector<std::uint32_t> kept;
         for (std::size_t i = 0; i + perElement <= indices.size(); i += perElement)
-            if (isKnown(indices.data() + i, perElement))
+            if (areKnown(indices.data() + i, perElement, m_vertices))
                 kept.insert(kept.end(), indices.data() + i, indices.data() + i + perElement);
         tellLost(indices.size(), kept.size(), perElement, what);
         indices = std::move(kept);
@@ -75,7 +91,7 @@ private:
     template <class T>
     void fit(osg::Buffer<T>& values, const QString& what)
     {
-        if (values.empty() || values.size() == m_vertices)
+        if (doesFit(values, m_vertices))
             return;
         if (values.size() < m_vertices) {
             values = {};
@@ -91,6 +107,14 @@ private:
 };
 
 } // namespace
+
+bool isSound(const osg::Mesh& mesh)
+{
+    const std::size_t vertices = mesh.positions.size();
+    return doFacesFit(mesh) && areElements(mesh.triangles, 3, vertices) && areElements(mesh.lines, 2, vertices) &&
+           areElements(mesh.points, 1, vertices) && doesFit(mesh.normals, vertices) &&
+           doesFit(mesh.texCoords, vertices) && doesFit(mesh.colors, vertices) && doesFit(mesh.occlusion, vertices);
+}
 
 Repaired repaired(const osg::Mesh& mesh)
 {

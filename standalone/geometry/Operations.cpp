@@ -37,6 +37,8 @@ public:
 void triangulateMesh(const osg::GeometryPtr& geometry, bool dropFlat)
 {
     const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
+    if (mesh.primitives.empty() && !dropFlat)
+        return;
     geometry::Triangulated result{mesh};
     if (!mesh.primitives.empty())
         result = geometry::triangulated(mesh);
@@ -67,9 +69,9 @@ void znOptimize::removeNURBS(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znOptimize::removeNURBS", root);
     for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
-        osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
-        if (mesh.brep.empty())
+        if (osg::GeometryAccess::mesh(*geometry).brep.empty())
             continue;
+        osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
         mesh.brep = {};
         geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
     }
@@ -79,9 +81,10 @@ void znNodeUtils::verifyIndexMap(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znNodeUtils::verifyIndexMap", root);
     for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
-        geometry::Repaired result = geometry::repaired(osg::GeometryAccess::mesh(*geometry));
-        if (result.changes.isEmpty())
+        const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
+        if (geometry::isSound(mesh))
             continue;
+        geometry::Repaired result = geometry::repaired(mesh);
         Texts::tell(geometry, result.changes.join(QStringLiteral("; ")));
         geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
     }

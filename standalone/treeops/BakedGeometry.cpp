@@ -9,6 +9,8 @@
 
 #include <Eigen/Dense>
 
+#include <bit>
+
 namespace treeops
 {
 
@@ -89,6 +91,15 @@ osg::Mesh transformed(const osg::Mesh& mesh, const osg::Matrix& matrix)
         result.triangles = turnedTriangles(result.triangles);
     result.brep = {};
     return result;
+}
+
+/// Zeros of either sign are equal, so they count alike.
+std::size_t BakedGeometry::KeyHash::operator()(const Key& key) const
+{
+    std::uint64_t hash = key.first;
+    for (const float value : key.second)
+        hash = (hash ^ std::bit_cast<std::uint32_t>(value + 0.0f)) * 0x9e3779b97f4a7c15u;
+    return static_cast<std::size_t>(hash ^ (hash >> 32));
 }
 
 osg::GeometryPtr BakedGeometry::remembered(const osg::GeometryPtr& source, const osg::Matrix& matrix) const

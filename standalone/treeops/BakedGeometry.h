@@ -6,8 +6,8 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <memory>
+#include <unordered_map>
 #include <utility>
 
 namespace treeops
@@ -37,7 +37,11 @@ private:
 
     osg::GeometryPtr remembered(const osg::GeometryPtr& source, const osg::Matrix& matrix) const;
 
-    std::map<Key, Entry> m_entries;
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const;
+    };
+
+    std::unordered_map<Key, Entry, KeyHash> m_entries;
 };
 
 } // namespace treeops
