@@ -167,3 +167,19 @@ TEST(JtCorpus, CoarserLevelOfDetailIsReadOnRequest)
     EXPECT_LT(measure(coarse.scene()).triangles, 800u);
     EXPECT_GT(measure(coarse.scene()).triangles, 0u);
 }
+
+TEST(JtCorpus, ShapeWithAWrongCheckSumIsLeftOutAndToldWithItsPlace)
+{
+    NEEDS_CORPUS();
+    std::string content = ptx::readContent(corpusFolder() + "butterflyvalve_v9.5.jt").value();
+    content.at(70530) = static_cast<char>(content.at(70530) ^ 0x10);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("damaged.jt", content), 0) << run.log();
+    EXPECT_THAT(run.log(), HasSubstr("Warning: a shape of \"valve_body_SOLID_SOLIDS\" is left out: shape 69: the check "
+                                     "sum of the positions is wrong (at 99742)"));
+    const osg::NodePtr body = nodeNamed(run.scene(), "valve_body_SOLID_SOLIDS");
+    ASSERT_TRUE(body);
+    EXPECT_EQ(measure(body).triangles, 0u);
+    EXPECT_THAT(osg::tagsOf(body), testing::Contains(testing::StartsWith(osg::converted::MissingPrefix)));
+    EXPECT_GT(measure(run.scene()).triangles, 0u);
+}
