@@ -85,11 +85,12 @@ void notePlaces(const osg::NodePtr& root, Import& import)
     std::sort(import.matrices.begin(), import.matrices.end());
 }
 
-Import import(const QString& file, const char* processes)
+Import import(const QString& file, const char* processes, const char* references = "keep")
 {
     znStandaloneSession session;
     EXPECT_FALSE(session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)));
     EXPECT_FALSE(session.settings().set(QStringLiteral("processes.most"), QString::fromUtf8(processes)));
+    EXPECT_FALSE(session.settings().set(QStringLiteral("optimize.sourceReferences"), QString::fromUtf8(references)));
     znImporter importer(session);
     Import import;
     QEventLoop loop;
@@ -128,6 +129,9 @@ TEST_P(ExtrefCorpusTest, EveryPartIsInItsPlaceWhateverTheNumberOfProcesses)
     EXPECT_EQ(two.tree, four.tree);
     EXPECT_EQ(inlined.matrices, two.matrices);
     EXPECT_THAT(two.tree, testing::HasSubstr("[ExtReference]"));
+    const Import dissolved = import(m_file, "2", "dissolve");
+    EXPECT_EQ(dissolved.matrices, two.matrices);
+    EXPECT_THAT(dissolved.tree, testing::Not(testing::HasSubstr("[ExtReference]")));
 }
 
 INSTANTIATE_TEST_SUITE_P(
