@@ -24,7 +24,7 @@ protected:
 
     static std::string id(const osg::NodePtr& node) { return std::to_string(node->getContainerId()); }
     static std::string text(const osg::NodePtr& node) { return "node " + id(node) + " '" + nameOf(node) + "'"; }
-    std::string file() const { return "'" + m_file.toStdString() + "'"; }
+    std::string file() const { return QStringLiteral("'%1'").arg(m_file).toStdString(); }
 };
 
 TEST_F(FileLoaderCalls, OfThePlainRoad)

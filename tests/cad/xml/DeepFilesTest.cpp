@@ -103,7 +103,7 @@ TEST_F(DeepFilesTest, FiftyThousandAttributesAreRefused)
 {
     std::string text = "<PLMXML><ProductDef ";
     for (int i = 0; i < 50000; ++i)
-        text += "a" + std::to_string(i) + "='' ";
+        text.append("a").append(std::to_string(i)).append("='' ");
     EXPECT_EQ(outcomeOf(m_document, write("wide.plmxml", text + "/></PLMXML>")), plainException);
 }
 
