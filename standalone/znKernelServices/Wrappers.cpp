@@ -78,7 +78,8 @@ zndObject::zndObject(std::uint64_t objectId) : m_sessionId(objectId == 0 ? 0 : l
 {
 }
 
-zndObject::zndObject(const zndObject& other) : QObject(nullptr), m_sessionId(other.m_sessionId), m_objectId(other.m_objectId)
+zndObject::zndObject(const zndObject& other)
+    : QObject(nullptr), m_sessionId(other.m_sessionId), m_objectId(other.m_objectId)
 {
 }
 

@@ -42,7 +42,8 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
     {"mesh.unit", "mm", 1e-6, 1e6, 1,
      "Length of one unit of formats that name none (STL): 25.4 for inches, 1000 for metres."},
     {"mesh.level", "", 0, 9, 0,
-     "Level of detail of formats that hold several (JT): 0 is the finest; a part with fewer levels takes its coarsest."},
+     "Level of detail of formats that hold several (JT): 0 is the finest; a part with fewer levels takes its "
+     "coarsest."},
     {"keep-brep", "0/1", 0, 1, 0, "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
 }};
 

@@ -69,8 +69,9 @@ Match probe(std::string_view head, std::uint64_t)
     const std::size_t lineEnd = head.find_first_of("\r\n");
     const std::string_view first = head.substr(0, lineEnd);
     const bool isStart = first.size() > SectionColumn && (first[SectionColumn] == 'S' || first[SectionColumn] == 'C');
-    return isStart && first.find_first_not_of("0123456789 ", SectionColumn + 1) == std::string_view::npos ? Match::Certain
-                                                                                              : Match::No;
+    return isStart && first.find_first_not_of("0123456789 ", SectionColumn + 1) == std::string_view::npos
+               ? Match::Certain
+               : Match::No;
 }
 
 Outcome<Model> readIges(const Job& job)
