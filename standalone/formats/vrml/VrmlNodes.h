@@ -25,7 +25,7 @@ struct FieldSpec {
     bool isList = false;
 };
 
-/// The spec of a field by the word for its type, such as "MFVec3f"; none for other words.
+/// How values of a field are read, by the word for their type, such as "MFVec3f"; none for other words.
 std::optional<FieldSpec> fieldSpecOf(std::string_view typeWord, std::string name);
 
 enum class NodeKind {
