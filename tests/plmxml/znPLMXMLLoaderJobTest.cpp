@@ -33,6 +33,20 @@ protected:
         LoaderTest::TearDown();
     }
 
+    /// Where the conversion of the part file `location` put its output, after a run over a document of that one.
+    QString folderOfConverted(const std::string& location)
+    {
+        job = std::make_unique<SeenJob>(documentOf({location}).toStdString(), nullptr);
+        QString output;
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                         [&](znPtxConverterJob* child) {
+                             QObject::connect(child, &znAbstractJob::finished, child,
+                                              [&output, child] { output = child->getOutputFile(); });
+                         });
+        EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+        return QFileInfo(output).absolutePath();
+    }
+
     /// A document with one solid part for each location, placed once each; its path.
     QString documentOf(const std::vector<std::string>& locations)
     {
@@ -354,16 +368,7 @@ TEST_F(PLMXMLLoaderJobTest, TheFolderOfThePreferencesTakesConvertedFiles)
     ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("preferred ä"))));
     m_session.preferences().set("FileIO tmp path", boost::any(path(QStringLiteral("preferred ä"))), true);
     writePart(QStringLiteral("a.stp"), {"wheel"});
-    const QString file = documentOf({"a.stp"});
-    job = std::make_unique<SeenJob>(file.toStdString(), nullptr);
-    QString output;
-    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
-                     [&](znPtxConverterJob* child) {
-                         QObject::connect(child, &znAbstractJob::finished, child,
-                                          [&output, child] { output = child->getOutputFile(); });
-                     });
-    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
-    EXPECT_EQ(QFileInfo(output).absolutePath(), path(QStringLiteral("preferred ä")));
+    EXPECT_EQ(folderOfConverted("a.stp"), path(QStringLiteral("preferred ä")));
 }
 
 TEST_F(PLMXMLLoaderJobTest, WithoutAPreferenceConvertedFilesGoToTheTemporaryFolder)
@@ -371,16 +376,7 @@ TEST_F(PLMXMLLoaderJobTest, WithoutAPreferenceConvertedFilesGoToTheTemporaryFold
     set("files.temporaryFolder", path(QStringLiteral("temporary ä")));
     ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("temporary ä"))));
     writePart(QStringLiteral("a.stp"), {"wheel"});
-    const QString file = documentOf({"a.stp"});
-    job = std::make_unique<SeenJob>(file.toStdString(), nullptr);
-    QString output;
-    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
-                     [&](znPtxConverterJob* child) {
-                         QObject::connect(child, &znAbstractJob::finished, child,
-                                          [&output, child] { output = child->getOutputFile(); });
-                     });
-    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
-    EXPECT_EQ(QFileInfo(output).absolutePath(), path(QStringLiteral("temporary ä")));
+    EXPECT_EQ(folderOfConverted("a.stp"), path(QStringLiteral("temporary ä")));
 }
 
 TEST_F(PLMXMLLoaderJobTest, TheChildQueueIsSetUpWhenTheJobIsMade)
