@@ -31,6 +31,9 @@ public:
     /// Gives back the slot of `job`, if it holds one.
     void release(JobRecord& job);
 
+    /// Whether more than one process job runs, or one waits in a queue that was started.
+    bool hasSiblingProcesses() const { return m_processes > 1 || !candidates(JobKind::Process).empty(); }
+
     /// Spans each call of process(), also of jobs that no queue started.
     class ProcessingScope
     {

@@ -3,6 +3,7 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "standalone/session/SettingRows.h"
 #include "standalone/session/znStandaloneSession.h"
+#include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -45,7 +46,8 @@ bool needsSurfaces()
     return remeshes || settings().isOn(QStringLiteral("optimize.keepNurbs"));
 }
 
-/// The words that start the converter of all formats.
+/// The words that start the converter of all formats. Beside others it works on one core; options that the user chose
+/// come later and win.
 QStringList commonConverter(const zn::TemplateValues& values)
 {
     QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
@@ -53,6 +55,8 @@ QStringList commonConverter(const zn::TemplateValues& values)
         words.append(QStringLiteral("--external-parts"));
     if (needsSurfaces())
         words << QStringLiteral("--set") << QStringLiteral("keep-brep=1");
+    if (znJobs::JobScheduler::instance().hasSiblingProcesses())
+        words << QStringLiteral("--set") << QStringLiteral("threads=1");
     const QString options = settings().text(QStringLiteral("converter.options"));
     for (const QString& option : options.split(QLatin1Char(' '), Qt::SkipEmptyParts))
         words << QStringLiteral("--set") << option;

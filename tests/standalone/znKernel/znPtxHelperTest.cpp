@@ -1,10 +1,13 @@
 #include "host/znKernel/znPtxHelper.h"
 
+#include "host/znJobProcessing/znJobQueue.h"
+#include "host/znJobProcessing/znProcessJob.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
 #include <QFileInfo>
 #include <QProcess>
+#include <QSignalSpy>
 
 namespace
 {
@@ -37,6 +40,29 @@ TEST_F(znPtxHelperTest, TheConverterOfAllFormatsIsGivenFlagOptionsAndFiles)
               QStringList({QStringLiteral("/opt/my \"own\" converter"), QStringLiteral("--external-parts"),
                            QStringLiteral("--set"), QStringLiteral("mesh.deviation=0.5"), QStringLiteral("--set"),
                            QStringLiteral("mesh.angle=9"), path(QString::fromUtf8("größe $x; \"y\" 轴.STP")), output}));
+}
+
+/// Whichever starts last of those that run one at a time has nobody beside it.
+TEST_F(znPtxHelperTest, AConverterBesideOthersIsGivenOneCore)
+{
+    set("processes.most", QStringLiteral("1"));
+    set("converter.options", QStringLiteral("mesh.angle=9"));
+    znJobQueue queue;
+    QSignalSpy empty(&queue, &znJobQueue::jobQueueEmpty);
+    QObject jobs;
+    QList<QStringList> settings;
+    for (int k = 0; k < 2; ++k) {
+        auto* const job = new znProcessJob(QStringLiteral("true"), &jobs);
+        QObject::connect(job, &znAbstractJob::starting,
+                         [&] { settings.append(command(QStringLiteral("a.stp"), false).first.mid(1, 4)); });
+        queue.addJob(job);
+    }
+    queue.startProcessing();
+    ASSERT_TRUE(!empty.isEmpty() || empty.wait(60000));
+    ASSERT_EQ(settings.size(), 2);
+    EXPECT_EQ(settings[0], QStringList({QStringLiteral("--set"), QStringLiteral("threads=1"), QStringLiteral("--set"),
+                                        QStringLiteral("mesh.angle=9")}));
+    EXPECT_EQ(settings[1].mid(0, 2), QStringList({QStringLiteral("--set"), QStringLiteral("mesh.angle=9")}));
 }
 
 TEST_F(znPtxHelperTest, FilesOfOneNameFromTwoFoldersDoNotMeet)
