@@ -1,13 +1,9 @@
 #pragma once
 
-#include "tools/ptxconvert/readers/jt/Cursor.h"
-
-#include <vector>
+#include "tools/ptxconvert/readers/jt/CodeText.h"
 
 namespace ptx::jt
 {
-
-using Values = std::vector<std::int32_t>;
 
 /// Decodes the compressed arrays of one segment: each version has its own kind of packet. What is wrong is told by the
 /// cursor; the result is empty then.
@@ -21,35 +17,13 @@ public:
     Values read() { return m_major < 9 ? readMark1(0) : readLater(0); }
 
 private:
-    struct Entry {
-        std::int32_t symbol;
-        std::uint32_t occurrences;
-        std::int32_t value;
-        std::uint32_t next;
-    };
-    using Table = std::vector<Entry>;
-    struct CodeText {
-        Bytes words;
-        std::uint64_t bits = 0;
-        std::size_t count = 0;
-        std::size_t symbols = 0;
-    };
-
     Values readMark1(int depth);
     Values readLater(int depth);
     Values chopped(std::size_t count, int depth);
     Values movedToFront(std::size_t count, int depth);
-    Values withTable(CodeText text, int depth);
-    std::vector<Table> tablesMark1();
-    std::vector<Table> tableLater();
+    Values withTable(const CodeText& text, int depth);
     std::size_t spend(std::int32_t count);
     Values checked(Values values, std::size_t count);
-    Values fail(const char* what);
-
-    Values bitLengthMark1(const CodeText& text);
-    Values bitLengthLater(const CodeText& text);
-    Values huffman(const CodeText& text, const Table& table, const Values& escaped);
-    Values arithmetic(const CodeText& text, const std::vector<Table>& tables, const Values& escaped);
     unsigned flip() const { return m_cursor.isBigEndian() ? 0 : 3; }
 
     Cursor& m_cursor;
