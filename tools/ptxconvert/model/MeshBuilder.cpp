@@ -45,9 +45,14 @@ std::shared_ptr<const osg::Mesh> MeshBuilder::take()
     auto mesh = std::make_shared<osg::Mesh>();
     if (m_normals.size() == m_positions.size())
         mesh->normals = std::move(m_normals);
+    if (m_colors.size() == m_positions.size())
+        mesh->colors = std::move(m_colors);
+    if (m_texCoords.size() == m_positions.size())
+        mesh->texCoords = std::move(m_texCoords);
     mesh->positions = std::move(m_positions);
     mesh->triangles = std::move(m_triangles);
     mesh->lines = std::move(m_lines);
+    mesh->points = std::move(m_points);
     mesh->faces = std::move(m_faces);
     *this = MeshBuilder();
     return mesh;

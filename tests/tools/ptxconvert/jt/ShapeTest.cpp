@@ -1,3 +1,4 @@
+#include "tools/ptxconvert/readers/jt/Directions.h"
 #include "tools/ptxconvert/readers/jt/Shape.h"
 
 #include <gtest/gtest.h>

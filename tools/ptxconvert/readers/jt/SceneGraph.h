@@ -2,6 +2,7 @@
 
 #include "tools/ptxconvert/readers/jt/ElementKind.h"
 #include "tools/ptxconvert/readers/jt/Segments.h"
+#include "tools/ptxconvert/readers/jt/Vectors.h"
 
 #include <array>
 #include <cstdint>
@@ -44,9 +45,6 @@ struct SceneNode {
     Properties properties;
     std::vector<LateLoaded> lateLoaded;
 };
-
-/// A colour with its alpha.
-using Colour = std::array<float, 4>;
 
 /// An attribute that counts for its node and whatever is below.
 struct Attribute {

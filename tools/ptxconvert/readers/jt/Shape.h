@@ -2,26 +2,32 @@
 
 #include "tools/ptxconvert/readers/jt/DualMesh.h"
 #include "tools/ptxconvert/readers/jt/Segments.h"
+#include "tools/ptxconvert/readers/jt/Vectors.h"
+
+#include <algorithm>
 
 namespace ptx::jt
 {
 
-using Vector = std::array<float, 3>;
-
-/// The mesh of one shape segment, in units of the file.
+/// What one shape segment draws, in units of the file. Lines are pairs of corners, a point is one.
 struct Shape {
     std::vector<Vector> positions;
-    std::vector<Vector> normals; ///< by record; may be empty
+    std::vector<Vector> normals; ///< this and the next two by record; each may be empty
+    std::vector<Colour> colours;
+    std::vector<TextureCoordinate> textureCoordinates;
     std::vector<Triangle> triangles;
-    unsigned hashes = 0; ///< that were compared
-    Damage damage;
+    std::vector<std::array<Corner, 2>> lines;
+    std::vector<Corner> points;
+    unsigned hashes = 0;           ///< that were compared
+    const char* leftOut = nullptr; ///< what of it is not read, for a person; null: nothing
+    Damage damage;                 ///< what is damaged draws nothing
+
+    /// How many records there may be.
+    std::size_t records() const { return std::max({normals.size(), colours.size(), textureCoordinates.size()}); }
 };
 
 /// Reads a shape segment of a file of version `major`. Triangles with two equal corners are left out in version 8,
 /// whose strips hold them for the sake of the next triangle.
 Shape readShape(const Segment& segment, int major, bool isBigEndian);
-
-/// The direction that sextant, octant and two angles of `bits` bits each stand for.
-Vector directionOf(std::uint32_t sextant, std::uint32_t octant, std::uint32_t theta, std::uint32_t psi, unsigned bits);
 
 } // namespace ptx::jt

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <span>
 
 namespace ptx::jt
 {
@@ -39,12 +40,25 @@ class ShapeAdder
 public:
     ShapeAdder(MeshBuilder& mesh, const Shape& shape, const Placement& placement, double unit)
         : m_mesh(mesh), m_shape(shape), m_isMoved(placement != NoMove), m_placement(placement),
-          m_forNormals(cofactors(placement)), m_unit(unit),
-          m_vertices(shape.positions.size() + shape.normals.size(), NotYet)
+          m_forNormals(cofactors(placement)), m_unit(unit), m_vertices(shape.positions.size() + shape.records(), NotYet)
     {
     }
 
     std::size_t add()
+    {
+        for (const std::array<Corner, 2>& line : m_shape.lines)
+            if (isFinite(line)) {
+                const std::uint32_t start = vertex(line[0]);
+                m_mesh.addLine(start, vertex(line[1]));
+            }
+        for (const Corner& point : m_shape.points)
+            if (isFinite({&point, 1}))
+                m_mesh.addPoint(vertex(point));
+        return addFaces();
+    }
+
+private:
+    std::size_t addFaces()
     {
         std::vector<std::size_t> order(m_shape.triangles.size());
         std::iota(order.begin(), order.end(), std::size_t(0));
@@ -60,13 +74,19 @@ public:
         return added;
     }
 
-private:
-    bool addTriangle(const Triangle& triangle, bool isMirrored)
+    bool isFinite(std::span<const Corner> corners) const
     {
-        for (const Corner& corner : triangle.corners)
+        for (const Corner& corner : corners)
             for (const float value : m_shape.positions[corner.position])
                 if (!std::isfinite(value))
                     return false;
+        return true;
+    }
+
+    bool addTriangle(const Triangle& triangle, bool isMirrored)
+    {
+        if (!isFinite(triangle.corners))
+            return false;
         const std::uint32_t a = vertex(triangle.corners[0]);
         const std::uint32_t b = vertex(triangle.corners[1]);
         const std::uint32_t c = vertex(triangle.corners[2]);
@@ -79,11 +99,26 @@ private:
     {
         const bool hasRecord = corner.record != Corner::NoRecord;
         std::uint32_t& number = m_vertices[hasRecord ? m_shape.positions.size() + corner.record : corner.position];
-        if (number != NotYet)
-            return number;
-        const osg::Vec3f at = position(m_shape.positions[corner.position]);
-        return number =
-                   hasRecord ? m_mesh.addVertex(at, direction(m_shape.normals[corner.record])) : m_mesh.addVertex(at);
+        if (number == NotYet) {
+            const osg::Vec3f at = position(m_shape.positions[corner.position]);
+            const bool hasNormal = hasRecord && !m_shape.normals.empty();
+            number = hasNormal ? m_mesh.addVertex(at, direction(m_shape.normals[corner.record])) : m_mesh.addVertex(at);
+            if (hasRecord)
+                addAttributes(corner.record);
+        }
+        return number;
+    }
+
+    void addAttributes(std::uint32_t record)
+    {
+        if (!m_shape.colours.empty()) {
+            const Colour& c = m_shape.colours[record];
+            m_mesh.addColor({c[0], c[1], c[2], c[3]});
+        }
+        if (!m_shape.textureCoordinates.empty()) {
+            const TextureCoordinate& t = m_shape.textureCoordinates[record];
+            m_mesh.addTexCoord({t[0], t[1]});
+        }
     }
 
     osg::Vec3f position(const Vector& p) const

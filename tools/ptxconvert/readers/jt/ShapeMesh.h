@@ -7,9 +7,9 @@
 namespace ptx::jt
 {
 
-/// Adds the triangles of `shape` at their place, all lengths times `unit`; the triangles of one surface become one face.
-/// Triangles whose positions are not finite are left out.
-/// @return how many were added
+/// Adds what `shape` draws at its place, all lengths times `unit`; the triangles of one surface become one face. Whatever
+/// has a position that is not finite is left out.
+/// @return how many triangles were added
 std::size_t addShape(MeshBuilder& mesh, const Shape& shape, const Placement& placement, double unit);
 
 } // namespace ptx::jt
