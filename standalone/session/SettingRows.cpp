@@ -179,6 +179,14 @@ std::vector<SettingRow> settingRows()
          QStringLiteral("z"),
          Settings::tr("Which axis points up in a file that does not say so (OBJ, PLY, WRL)."),
          {QStringLiteral("y"), QStringLiteral("z")}},
+        {QStringLiteral("mesh.level"),
+         SettingType::Integer,
+         {},
+         0,
+         9,
+         QStringLiteral("0"),
+         Settings::tr("Which level of detail is taken of files that hold several (JT): 0 is the finest; a part with "
+                      "fewer levels gives its coarsest.")},
         switchRow(QStringLiteral("mesh.wrlInMetres"), false,
                   Settings::tr("Take WRL files by their standard: metres, and Y points up. CAD systems write "
                                "millimetres and Z up.")),

@@ -55,6 +55,8 @@ QStringList commonConverter(const zn::TemplateValues& values)
         words.append(QStringLiteral("--external-parts"));
     if (needsSurfaces())
         words << QStringLiteral("--set") << QStringLiteral("keep-brep=1");
+    if (const int level = settings().integer(QStringLiteral("mesh.level")); level > 0)
+        words << QStringLiteral("--set") << QStringLiteral("mesh.level=%1").arg(level);
     if (znJobs::JobScheduler::instance().hasSiblingProcesses())
         words << QStringLiteral("--set") << QStringLiteral("threads=1");
     const QString options = settings().text(QStringLiteral("converter.options"));

@@ -42,6 +42,16 @@ TEST_F(znPtxHelperTest, TheConverterOfAllFormatsIsGivenFlagOptionsAndFiles)
                            QStringLiteral("mesh.angle=9"), path(QString::fromUtf8("größe $x; \"y\" 轴.STP")), output}));
 }
 
+TEST_F(znPtxHelperTest, TheConverterIsGivenTheLevelOfDetailThatIsNotTheFinest)
+{
+    EXPECT_FALSE(command(QStringLiteral("a.jt"), false).first.join(QLatin1Char(' ')).contains(QLatin1String("mesh")));
+    set("mesh.level", QStringLiteral("2"));
+    set("converter.options", QStringLiteral("mesh.level=1"));
+    EXPECT_EQ(command(QStringLiteral("a.jt"), false).first.mid(1, 4),
+              QStringList({QStringLiteral("--set"), QStringLiteral("mesh.level=2"), QStringLiteral("--set"),
+                           QStringLiteral("mesh.level=1")}));
+}
+
 /// Whichever starts last of those that run one at a time has nobody beside it.
 TEST_F(znPtxHelperTest, AConverterBesideOthersIsGivenOneCore)
 {
