@@ -13,6 +13,7 @@ namespace
 
 constexpr std::size_t StepsPerNode = 64;
 constexpr std::size_t LeastSteps = 100000;
+constexpr Appearance Opaque = {0, 0, 0, 1};
 
 std::string reasonOf(const Damage& damage)
 {
@@ -24,36 +25,71 @@ std::string placeOf(Id id, const Damage& damage)
     return "shape " + std::to_string(id) + ": " + reasonOf(damage);
 }
 
-/// The meshes of a body, one for each appearance.
+// An alpha alone says nothing where there is no colour.
+int mixed(int appearance, const Colour& diffuse, unsigned fields, AppearanceTable& appearances)
+{
+    const bool isNew = appearance == NoAppearance;
+    if (isNew && !(fields & ColourField))
+        return NoAppearance;
+    Appearance look = isNew ? Opaque : appearances[appearance];
+    if (fields & ColourField)
+        look = {diffuse[0], diffuse[1], diffuse[2], look.alpha};
+    if (fields & AlphaField)
+        look.alpha = diffuse[3];
+    return appearances.indexOf(look);
+}
+
+Finish changed(Finish finish, const Material& material, AppearanceTable& appearances)
+{
+    const unsigned fields = material.given & (material.isForced ? AllFields : ~finish.final);
+    finish.appearance = mixed(finish.appearance, material.diffuse, fields, appearances);
+    if (fields & VertexColourField)
+        finish.hidesVertexColours = material.hidesVertexColours;
+    finish.final |= material.final & fields;
+    return finish;
+}
+
+/// The appearance of what has colours of its own: the alpha alone is that of the material.
+int coloured(int appearance, AppearanceTable& appearances)
+{
+    return appearances.indexOf({1, 1, 1, appearance == NoAppearance ? 1 : appearances[appearance].alpha});
+}
+
+// Vertices of one mesh have all the same attributes, and a mesh draws either areas or not.
+int formOf(const Shape& shape)
+{
+    return (shape.normals.empty() ? 0 : 1) | (shape.colours.empty() ? 0 : 2) |
+           (shape.textureCoordinates.empty() ? 0 : 4) | (shape.triangles.empty() ? 8 : 0);
+}
+
+} // namespace
+
+/// The meshes of a body, one for each appearance and form.
 class Pieces
 {
 public:
-    MeshBuilder& of(int appearance) { return m_meshes[appearance]; }
+    MeshBuilder& of(int appearance, int form) { return m_meshes[{appearance, form}]; }
 
     Body take()
     {
         Body body;
-        for (auto& [appearance, mesh] : m_meshes)
+        for (auto& [look, mesh] : m_meshes)
             if (!mesh.isEmpty())
-                body.pieces.push_back({appearance, mesh.take()});
+                body.pieces.push_back({look.first, mesh.take()});
         return body;
     }
 
 private:
-    std::map<int, MeshBuilder> m_meshes;
+    std::map<std::pair<int, int>, MeshBuilder> m_meshes;
 };
 
-} // namespace
-
-int appearanceOf(const SceneGraph& graph, const SceneNode& node, AppearanceTable& appearances)
+Finish finishOf(const SceneGraph& graph, const SceneNode& node, const Finish& around, AppearanceTable& appearances)
 {
-    int appearance = NoAppearance;
+    Finish finish = around;
     for (const Id id : node.attributes)
-        if (const auto at = graph.attributes.find(id); at != graph.attributes.end() && at->second.diffuse) {
-            const Colour& c = *at->second.diffuse;
-            appearance = appearances.indexOf({c[0], c[1], c[2], c[3]});
-        }
-    return appearance;
+        if (const auto at = graph.attributes.find(id); at != graph.attributes.end() && at->second.material)
+            finish = changed(finish, *at->second.material, appearances);
+    return finish;
 }
 
 Placement placementOf(const SceneGraph& graph, const SceneNode& node)
@@ -122,35 +158,54 @@ std::vector<Id> BodyMaker::chosenChildren(const SceneNode& node)
     return {children[wanted]};
 }
 
-BodyResult BodyMaker::make(const std::vector<Id>& starts, bool withOwn)
+void BodyMaker::add(const Shape& decodedShape, const Frame& frame, Pieces& pieces, BodyResult& result)
+{
+    if (decodedShape.damage) {
+        result.losses.push_back(placeOf(frame.id, decodedShape.damage));
+        return;
+    }
+    if (decodedShape.leftOut)
+        m_context.log.warning("shape " + std::to_string(frame.id) + " lacks " + decodedShape.leftOut);
+    Shape bare;
+    const bool isHidden = frame.finish.hidesVertexColours && !decodedShape.colours.empty();
+    if (isHidden) {
+        bare = decodedShape;
+        bare.colours.clear();
+    }
+    const Shape& shape = isHidden ? bare : decodedShape;
+    const int appearance =
+        shape.colours.empty() ? frame.finish.appearance : coloured(frame.finish.appearance, m_context.appearances);
+    MeshBuilder& mesh = pieces.of(appearance, formOf(shape));
+    if (mesh.hasRoomFor(shape.positions.size() + shape.records()))
+        m_triangles += addShape(mesh, shape, frame.placement, m_context.unit);
+    else
+        result.losses.push_back("a body has more vertices than a mesh can hold");
+}
+
+BodyResult BodyMaker::make(Id top, const std::vector<Id>& starts)
 {
     const SceneGraph& graph = m_context.file.graph;
     BodyResult result;
     Pieces pieces;
+    Finish around;
+    if (const SceneNode* node = graph.find(top))
+        around = finishOf(graph, *node, {}, m_context.appearances);
+    around.appearance = NoAppearance;
     std::vector<Frame> open;
     for (const Id start : starts)
-        open.push_back({start, NoMove, NoAppearance, withOwn});
+        open.push_back({start, NoMove, around});
     while (!open.empty()) {
         Frame frame = open.back();
         open.pop_back();
         const SceneNode* node = graph.find(frame.id);
         if (!node || node->isIgnored)
             continue;
-        if (frame.withOwn) {
+        if (frame.id != top) {
             frame.placement = combined(placementOf(graph, *node), frame.placement);
-            if (const int own = appearanceOf(graph, *node, m_context.appearances); own != NoAppearance)
-                frame.appearance = own;
+            frame.finish = finishOf(graph, *node, frame.finish, m_context.appearances);
         }
-        if (node->kind == ElementKind::Shape) {
-            const Shape& shape = decoded(frame.id, *node);
-            MeshBuilder& mesh = pieces.of(frame.appearance);
-            if (shape.damage)
-                result.losses.push_back(placeOf(frame.id, shape.damage));
-            else if (!mesh.hasRoomFor(shape.positions.size() + shape.normals.size()))
-                result.losses.push_back("a body has more vertices than a mesh can hold");
-            else
-                m_triangles += addShape(mesh, shape, frame.placement, m_context.unit);
-        }
+        if (node->kind == ElementKind::Shape)
+            add(decoded(frame.id, *node), frame, pieces, result);
         const std::vector<Id> children = chosenChildren(*node);
         if (children.size() > m_steps) {
             result.losses.push_back("the groups of its shapes multiply without end");
@@ -158,7 +213,7 @@ BodyResult BodyMaker::make(const std::vector<Id>& starts, bool withOwn)
         }
         m_steps -= children.size();
         for (const Id child : children)
-            open.push_back({child, frame.placement, frame.appearance, true});
+            open.push_back({child, frame.placement, frame.finish});
     }
     m_decoded.clear();
     result.body = pieces.take();

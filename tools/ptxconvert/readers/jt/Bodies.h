@@ -27,9 +27,19 @@ struct BodyResult {
     std::vector<std::string> losses; ///< reasons why a shape is not in it, for a person
 };
 
-/// The appearance and the placement that the attributes of `node` give it.
-int appearanceOf(const SceneGraph& graph, const SceneNode& node, AppearanceTable& appearances);
+/// What the materials on the way down to a node come to.
+struct Finish {
+    int appearance = NoAppearance;
+    bool hidesVertexColours = false;
+    unsigned final = 0; ///< fields that only forced materials change
+};
+
+/// What `around` and the materials of `node` come to, of which the last counts.
+Finish finishOf(const SceneGraph& graph, const SceneNode& node, const Finish& around, AppearanceTable& appearances);
+/// The placement that the attributes of `node` give it.
 Placement placementOf(const SceneGraph& graph, const SceneNode& node);
+
+class Pieces;
 
 /// Makes bodies of the shapes below nodes. What the shapes have in place and colour is theirs, whatever is above the
 /// nodes is not.
@@ -38,8 +48,9 @@ class BodyMaker
 public:
     explicit BodyMaker(const BodyContext& context);
 
-    /// The body of the shapes at and below `starts`; the attributes of the starts count only with `withOwn`.
-    BodyResult make(const std::vector<Id>& starts, bool withOwn);
+    /// The body of the shapes at and below `starts`, which are `top` itself or children of it. The attributes of `top`
+    /// do not count but for what they forbid to those below.
+    BodyResult make(Id top, const std::vector<Id>& starts);
 
     std::size_t triangles() const { return m_triangles; }
     int level() const { return m_context.level; }
@@ -48,10 +59,10 @@ private:
     struct Frame {
         Id id;
         Placement placement;
-        int appearance;
-        bool withOwn;
+        Finish finish;
     };
 
+    void add(const Shape& shape, const Frame& frame, Pieces& pieces, BodyResult& result);
     std::vector<Id> chosenChildren(const SceneNode& node);
     bool isReadable(Id start);
     const Shape& decoded(Id id, const SceneNode& node);

@@ -46,9 +46,21 @@ struct SceneNode {
     std::vector<LateLoaded> lateLoaded;
 };
 
+/// The fields of a material that are read, as bits.
+enum MaterialField : unsigned { ColourField = 1, AlphaField = 2, VertexColourField = 4, AllFields = 7 };
+
+/// A material. It changes what nodes further up say, field by field.
+struct Material {
+    Colour diffuse{};
+    bool hidesVertexColours = false; ///< its colour counts where vertices have one of their own
+    unsigned given = AllFields;      ///< the fields that it changes
+    unsigned final = 0;              ///< the fields that materials further down do not change
+    bool isForced = false;           ///< unless they are forced
+};
+
 /// An attribute that counts for its node and whatever is below.
 struct Attribute {
-    std::optional<Colour> diffuse;
+    std::optional<Material> material;
     std::optional<Placement> placement;
 };
 

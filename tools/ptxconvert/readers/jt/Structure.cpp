@@ -70,7 +70,7 @@ private:
         const SceneNode* target = nullptr;
         Id id = 0;
         Placement placement = NoMove;
-        int appearance = NoAppearance;
+        Finish finish;
         bool isVisible = true;
         std::string name;
         std::vector<std::string> tags;
@@ -125,7 +125,7 @@ private:
             return addOccurrence(m_model.roots, m_graph.root, {});
         Chain around;
         around.placement = placementOf(m_graph, *root);
-        around.appearance = appearanceOf(m_graph, *root, m_model.appearances);
+        around.finish = finishOf(m_graph, *root, {}, m_model.appearances);
         for (const Id child : root->children)
             addOccurrence(m_model.roots, child, around);
     }
@@ -135,7 +135,9 @@ private:
         if (!follow(id, chain))
             return;
         Occurrence occurrence;
-        occurrence.product = productOf(chain.id, *chain.target, chain.appearance);
+        occurrence.product = productOf(chain.id, *chain.target, chain.finish.appearance);
+        if (chain.finish.final & ColourField)
+            occurrence.appearance = chain.finish.appearance;
         occurrence.name = std::move(chain.name);
         occurrence.placement = matrixOf(chain.placement, m_unit);
         occurrence.isVisible = chain.isVisible;
@@ -151,8 +153,7 @@ private:
             if (!node)
                 return false;
             chain.placement = combined(placementOf(m_graph, *node), chain.placement);
-            if (const int own = appearanceOf(m_graph, *node, m_model.appearances); own != NoAppearance)
-                chain.appearance = own;
+            chain.finish = finishOf(m_graph, *node, chain.finish, m_model.appearances);
             chain.isVisible = chain.isVisible && !node->isIgnored;
             if (node->kind != ElementKind::Instance) {
                 chain.target = node;
@@ -200,9 +201,9 @@ private:
         }
         m_model.products[open.product].children = std::move(children);
         if (!hasStructure(open.id))
-            giveBody(open, {open.id}, false);
+            giveBody(open, {open.id});
         else if (!shapes.empty())
-            giveBody(open, shapes, true);
+            giveBody(open, shapes);
         else if (node.kind == ElementKind::Part && node.children.empty())
             m_job.log.info("part \"" + m_model.products[open.product].name + "\" has no mesh");
     }
@@ -219,17 +220,17 @@ private:
                                            : std::vector<Id>{node.children[static_cast<std::size_t>(chosen)]};
     }
 
-    void giveBody(Open open, const std::vector<Id>& starts, bool withOwn)
+    void giveBody(Open open, const std::vector<Id>& starts)
     {
         const auto [entry, isNew] = m_bodyNumbers.try_emplace(open.id, NoBody);
         if (isNew)
-            entry->second = newBody(open, starts, withOwn);
+            entry->second = newBody(open, starts);
         m_model.products[open.product].body = entry->second;
     }
 
-    std::size_t newBody(Open open, const std::vector<Id>& starts, bool withOwn)
+    std::size_t newBody(Open open, const std::vector<Id>& starts)
     {
-        BodyResult result = m_bodies.make(starts, withOwn);
+        BodyResult result = m_bodies.make(open.id, starts);
         Product& product = m_model.products[open.product];
         for (const std::string& loss : result.losses) {
             product.tags.push_back(osg::converted::missingTag({m_file.path, loss}));
