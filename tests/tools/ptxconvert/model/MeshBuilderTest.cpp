@@ -35,3 +35,22 @@ TEST(MeshBuilder, LeavesNormalsOutWhenSomeVertexHasNone)
     EXPECT_TRUE(mesh->normals.empty());
     EXPECT_EQ(mesh->lines.size(), 2u);
 }
+
+TEST(MeshBuilder, KeepsPointsAndWhatEveryVertexHas)
+{
+    MeshBuilder builder;
+    EXPECT_TRUE(builder.isEmpty());
+    builder.addVertex({1, 2, 3});
+    builder.addColor({0.5f, 0, 1, 0.25f});
+    builder.addTexCoord({3, 4});
+    builder.addVertex({4, 5, 6});
+    builder.addColor({0, 1, 0, 1});
+    builder.addPoint(1);
+    EXPECT_FALSE(builder.isEmpty());
+    const auto mesh = builder.take();
+    ASSERT_EQ(mesh->points.size(), 1u);
+    EXPECT_EQ(mesh->points[0], 1u);
+    ASSERT_EQ(mesh->colors.size(), 2u);
+    EXPECT_EQ(mesh->colors[0], (osg::Color4f{0.5f, 0, 1, 0.25f}));
+    EXPECT_TRUE(mesh->texCoords.empty());
+}
