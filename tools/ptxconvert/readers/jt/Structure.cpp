@@ -39,6 +39,7 @@ class StructureBuilder
 public:
     StructureBuilder(const JtFile& file, double unit, const Job& job)
         : m_file(file), m_graph(file.graph), m_unit(unit), m_job(job),
+          m_mostOccurrences(job.settings.number(Setting::NodeLimit)),
           m_bodies({file, unit, static_cast<int>(job.settings.number(Setting::MeshLevel)), m_model.appearances,
                     job.progress, job.log})
     {
@@ -51,7 +52,8 @@ public:
         addRoots();
         for (std::size_t next = 0; next < m_open.size(); ++next) {
             m_job.progress.report(static_cast<double>(next) / static_cast<double>(m_open.size()));
-            fill(m_open[next]);
+            if (!isFull() || m_lookedAtInTheEnd.insert(m_open[next].id).second)
+                fill(m_open[next]);
         }
         m_job.log.info(std::to_string(m_model.bodies.size()) + " distinct parts, " +
                        std::to_string(m_bodies.triangles()) + " triangles");
@@ -130,10 +132,14 @@ private:
             addOccurrence(m_model.roots, child, around);
     }
 
+    // Every occurrence becomes a node at least; the scene refuses what is beyond its limit.
+    bool isFull() const { return m_mostOccurrences > 0 && static_cast<double>(m_occurrences) > m_mostOccurrences; }
+
     void addOccurrence(std::vector<Occurrence>& to, Id id, Chain chain)
     {
-        if (!follow(id, chain))
+        if (isFull() || !follow(id, chain))
             return;
+        ++m_occurrences;
         Occurrence occurrence;
         occurrence.product = productOf(chain.id, *chain.target, chain.finish.appearance);
         if (chain.finish.final & ColourField)
@@ -246,6 +252,9 @@ private:
     const SceneGraph& m_graph;
     double m_unit;
     const Job& m_job;
+    double m_mostOccurrences;
+    std::size_t m_occurrences = 0;
+    std::unordered_set<Id> m_lookedAtInTheEnd; ///< beyond the limit each node is filled once at most, for its body
     Model m_model;
     BodyMaker m_bodies;
     std::unordered_set<Id> m_structure;
