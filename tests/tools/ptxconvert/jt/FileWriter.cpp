@@ -206,8 +206,13 @@ void FileWriter::shape(Id id, const NodeOptions& options)
 
 void FileWriter::triangle(Id id, float size, const NodeOptions& options)
 {
+    mesh(id, sceneGuid("10dd10ab"), triangleObject(size), options);
+}
+
+void FileWriter::mesh(Id id, const std::string& type, const Data& object, const NodeOptions& options)
+{
     shape(id, options);
-    m_segments.push_back({m_nextSegment, ShapeType, shapeSegment(size)});
+    m_segments.push_back({m_nextSegment, ShapeType, element(type, LodBase, object)});
     late(id, "JT_LLPROP_SHAPEIMPL", m_nextSegment++, ShapeType);
 }
 
@@ -230,11 +235,12 @@ FileWriter::Out FileWriter::baseAttribute(Id id, unsigned state, std::uint32_t i
     return to;
 }
 
-void FileWriter::material(Id id, const std::array<float, 4>& diffuse, unsigned state, std::uint32_t inhibited)
+void FileWriter::material(Id id, const std::array<float, 4>& diffuse, unsigned state, std::uint32_t inhibited,
+                          int dataFlags)
 {
     Out to = baseAttribute(id, state, inhibited);
     version(to);
-    to.i16(0);
+    to.i16(dataFlags);
     to.zeros(16);
     for (const float channel : diffuse)
         to.f32(channel);
@@ -361,7 +367,7 @@ void FileWriter::metadataSegment(Id node, const std::map<std::string, std::strin
     late(node, "JT_LLPROP_METADATA", m_nextSegment++, MetadataType);
 }
 
-Data FileWriter::shapeSegment(float size) const
+Data FileWriter::triangleObject(float size) const
 {
     Out to = out();
     to.i16(1);
@@ -376,7 +382,7 @@ Data FileWriter::shapeSegment(float size) const
     to.i32(-36);
     for (const float value : {0.f, 0.f, 0.f, size, 0.f, 0.f, 0.f, size, 0.f})
         to.f32(value);
-    return element(sceneGuid("10dd10ab"), LodBase, to.data);
+    return to.data;
 }
 
 Data FileWriter::element(const std::string& guid, int base, const Data& data) const

@@ -40,10 +40,13 @@ public:
 
     /// A shape of version 8 with one triangle whose legs, along x and y from the origin, are `size` long.
     void triangle(Id id, float size, const NodeOptions& options = {});
-    /// The same with a mesh that ends after its first numbers.
+    /// A shape whose segment holds an element of this type with the bytes of `object`, which are of the file's version.
+    void mesh(Id id, const std::string& type, const Data& object, const NodeOptions& options = {});
+    /// A triangle with a mesh that ends after its first numbers.
     void brokenTriangle(Id id, const NodeOptions& options = {});
 
-    void material(Id id, const std::array<float, 4>& diffuse, unsigned state = 8, std::uint32_t inhibited = 0);
+    void material(Id id, const std::array<float, 4>& diffuse, unsigned state = 8, std::uint32_t inhibited = 0,
+                  int dataFlags = 0);
     /// Version 8 with ambient, emission and specular in their short forms.
     void shortMaterial(Id id, const std::array<float, 4>& diffuse);
     void move(Id id, double x, double y, double z);
@@ -104,7 +107,7 @@ private:
     void add(Data& list, const std::string& guid, int base, const Data& data);
     Id textAtom(const std::string& text);
     void pair(Id node, Id key, Id value) { m_table[node].push_back({key, value}); }
-    Data shapeSegment(float size) const;
+    Data triangleObject(float size) const;
     Data withPackingHead(const Data& data) const;
     std::string segmentGuid(unsigned number) const;
 

@@ -81,3 +81,17 @@ TEST(JtShapeMesh, ColoursWithoutNormalsKeepTheirVerticesApart)
     EXPECT_THAT(listed(mesh->colors), ElementsAre(osg::Color4f{1, 0, 0, 0.5f}, osg::Color4f{0, 1, 0, 1}));
     EXPECT_THAT(listed(mesh->normals), IsEmpty());
 }
+
+TEST(JtShapeMesh, RecordsWithoutAnyAttributeCountAsNone)
+{
+    Shape shape = everything();
+    shape.normals.clear();
+    shape.colours.clear();
+    shape.textureCoordinates.clear();
+    shape.points = {{0, 0}, {0, 1}};
+    ptx::MeshBuilder builder;
+    EXPECT_EQ(addShape(builder, shape, NoMove, 1), 1u);
+    const auto mesh = builder.take();
+    EXPECT_EQ(mesh->positions.size(), 3u);
+    EXPECT_THAT(listed(mesh->points), ElementsAre(2u, 2u));
+}

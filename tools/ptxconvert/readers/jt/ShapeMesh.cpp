@@ -40,7 +40,8 @@ class ShapeAdder
 public:
     ShapeAdder(MeshBuilder& mesh, const Shape& shape, const Placement& placement, double unit)
         : m_mesh(mesh), m_shape(shape), m_isMoved(placement != NoMove), m_placement(placement),
-          m_forNormals(cofactors(placement)), m_unit(unit), m_vertices(shape.positions.size() + shape.records(), NotYet)
+          m_forNormals(cofactors(placement)), m_unit(unit), m_records(shape.records()),
+          m_vertices(shape.positions.size() + m_records, NotYet)
     {
     }
 
@@ -97,7 +98,7 @@ private:
     // A record stands for one position, and so for one vertex.
     std::uint32_t vertex(const Corner& corner)
     {
-        const bool hasRecord = corner.record != Corner::NoRecord;
+        const bool hasRecord = corner.record < m_records;
         std::uint32_t& number = m_vertices[hasRecord ? m_shape.positions.size() + corner.record : corner.position];
         if (number == NotYet) {
             const osg::Vec3f at = position(m_shape.positions[corner.position]);
@@ -156,6 +157,7 @@ private:
     Placement m_placement;
     Placement m_forNormals;
     double m_unit;
+    std::size_t m_records;
     std::vector<std::uint32_t> m_vertices;
 };
 
