@@ -12,7 +12,7 @@ namespace
 constexpr double Many = 1e9;
 
 constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows = {{
-    {"threads", "", 0, 256, 0, "Threads that heal and mesh parts; 0 takes one for each core."},
+    {"threads", "", 0, 256, 0, "Threads that heal, mesh and decode parts; 0 takes one for each core."},
     {"limit.time", "s", 0, Many, 600,
      "Wall time of a conversion, without what limit.time-per-mb adds; 0 switches the limit off."},
     {"limit.time-per-mb", "s", 0, Many, 60, "Wall time that each megabyte of input adds to limit.time."},

@@ -183,3 +183,15 @@ TEST(JtCorpus, ShapeWithAWrongCheckSumIsLeftOutAndToldWithItsPlace)
     EXPECT_THAT(osg::tagsOf(body), testing::Contains(testing::StartsWith(osg::converted::MissingPrefix)));
     EXPECT_GT(measure(run.scene()).triangles, 0u);
 }
+
+TEST(JtCorpus, SceneIsTheSameOnAnyNumberOfThreads)
+{
+    NEEDS_CORPUS();
+    for (const std::string file : {"CoffeeMaker.jt", "opening_protection_plate1_jt8.0.jt"}) {
+        ConvertRun alone;
+        ConvertRun together;
+        ASSERT_EQ(alone.convert(corpusFolder() + file, {"--set", "threads=1"}), 0) << alone.log();
+        ASSERT_EQ(together.convert(corpusFolder() + file, {"--set", "threads=5"}), 0) << together.log();
+        EXPECT_TRUE(ptx::readContent(alone.output()).value() == ptx::readContent(together.output()).value()) << file;
+    }
+}

@@ -39,6 +39,15 @@ int mixed(int appearance, const Colour& diffuse, unsigned fields, AppearanceTabl
     return appearances.indexOf(look);
 }
 
+std::vector<Id> shownChildren(const SceneNode& node)
+{
+    if (node.kind != ElementKind::Switch)
+        return node.children;
+    return node.selected >= 0 && static_cast<std::size_t>(node.selected) < node.children.size()
+               ? std::vector<Id>{node.children[static_cast<std::size_t>(node.selected)]}
+               : std::vector<Id>();
+}
+
 Finish changed(Finish finish, const Material& material, AppearanceTable& appearances)
 {
     const unsigned fields = material.given & (material.isForced ? AllFields : ~finish.final);
@@ -111,7 +120,7 @@ const Shape& BodyMaker::decoded(Id id, const SceneNode& node)
     const auto [entry, isNew] = m_decoded.try_emplace(id);
     if (isNew) {
         m_context.progress.touch();
-        entry->second = m_context.file.shapeOf(node);
+        entry->second = m_supply ? m_supply->take(id) : m_context.file.shapeOf(node);
     }
     return entry->second;
 }
@@ -136,17 +145,51 @@ bool BodyMaker::isReadable(Id start)
     return false;
 }
 
+std::size_t BodyMaker::wantedLevel(const SceneNode& node) const
+{
+    return std::min(static_cast<std::size_t>(m_context.level), node.children.size() - 1);
+}
+
+void BodyMaker::expect(const std::vector<std::vector<Id>>& starts)
+{
+    if (m_context.threads < 2)
+        return;
+    std::vector<Id> shapes;
+    std::size_t steps = m_steps;
+    for (const std::vector<Id>& each : starts)
+        addShapesBelow(each, shapes, steps);
+    m_supply = std::make_unique<ShapeSupply>(m_context.file, std::move(shapes), m_context.threads);
+}
+
+// In the order in which `make` comes to them, each once.
+void BodyMaker::addShapesBelow(const std::vector<Id>& starts, std::vector<Id>& shapes, std::size_t& steps) const
+{
+    std::vector<Id> open = starts;
+    std::set<Id> seen;
+    for (; !open.empty() && steps > 0; --steps) {
+        const Id id = open.back();
+        open.pop_back();
+        const SceneNode* node = m_context.file.graph.find(id);
+        if (!node || node->isIgnored || !seen.insert(id).second)
+            continue;
+        if (node->kind == ElementKind::Shape)
+            shapes.push_back(id);
+        if (node->kind == ElementKind::Lod && !node->children.empty()) {
+            open.push_back(node->children[wantedLevel(*node)]);
+        } else {
+            const std::vector<Id> children = shownChildren(*node);
+            open.insert(open.end(), children.begin(), children.end());
+        }
+    }
+}
+
 // A level of detail that cannot be read is stood in for by the next coarser one.
 std::vector<Id> BodyMaker::chosenChildren(const SceneNode& node)
 {
+    if (node.kind != ElementKind::Lod || node.children.empty())
+        return shownChildren(node);
     const std::vector<Id>& children = node.children;
-    if (node.kind == ElementKind::Switch)
-        return node.selected >= 0 && static_cast<std::size_t>(node.selected) < children.size()
-                   ? std::vector<Id>{children[static_cast<std::size_t>(node.selected)]}
-                   : std::vector<Id>();
-    if (node.kind != ElementKind::Lod || children.empty())
-        return children;
-    const std::size_t wanted = std::min(static_cast<std::size_t>(m_context.level), children.size() - 1);
+    const std::size_t wanted = wantedLevel(node);
     for (std::size_t i = wanted; i < children.size(); ++i) {
         if (!isReadable(children[i]))
             continue;

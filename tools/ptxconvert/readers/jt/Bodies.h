@@ -3,9 +3,10 @@
 #include "tools/ptxconvert/core/Log.h"
 #include "tools/ptxconvert/core/Progress.h"
 #include "tools/ptxconvert/model/Model.h"
-#include "tools/ptxconvert/readers/jt/JtFile.h"
+#include "tools/ptxconvert/readers/jt/ShapeSupply.h"
 
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace ptx::jt
@@ -16,6 +17,7 @@ struct BodyContext {
     const JtFile& file;
     double unit; ///< millimetres of one unit of the file
     int level;   ///< of detail, 0 for the finest
+    unsigned threads;
     AppearanceTable& appearances;
     Progress& progress;
     Log& log;
@@ -48,6 +50,10 @@ class BodyMaker
 public:
     explicit BodyMaker(const BodyContext& context);
 
+    /// Says for which starts bodies are going to be made, in this order: their shapes are decoded ahead on the threads
+    /// that there are.
+    void expect(const std::vector<std::vector<Id>>& starts);
+
     /// The body of the shapes at and below `starts`, which are `top` itself or children of it. The attributes of `top`
     /// do not count but for what they forbid to those below.
     BodyResult make(Id top, const std::vector<Id>& starts);
@@ -63,6 +69,8 @@ private:
     };
 
     void add(const Shape& shape, const Frame& frame, Pieces& pieces, BodyResult& result);
+    void addShapesBelow(const std::vector<Id>& starts, std::vector<Id>& shapes, std::size_t& steps) const;
+    std::size_t wantedLevel(const SceneNode& node) const;
     std::vector<Id> chosenChildren(const SceneNode& node);
     bool isReadable(Id start);
     const Shape& decoded(Id id, const SceneNode& node);
@@ -70,6 +78,7 @@ private:
     BodyContext m_context;
     std::size_t m_steps; ///< that are left; shared nodes could multiply them without end
     std::size_t m_triangles = 0;
+    std::unique_ptr<ShapeSupply> m_supply;
     std::map<Id, Shape> m_decoded; ///< shapes of the body in work
 };
 

@@ -5,6 +5,7 @@
 #include "tools/ptxconvert/readers/jt/Facts.h"
 
 #include <filesystem>
+#include <thread>
 #include <unordered_set>
 
 namespace ptx::jt
@@ -34,14 +35,20 @@ bool isAlternative(ElementKind kind)
     return kind == ElementKind::Lod || kind == ElementKind::Switch;
 }
 
+unsigned threadsOf(const Job& job)
+{
+    const auto wanted = static_cast<unsigned>(job.settings.number(Setting::Threads));
+    return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
+}
+
 class StructureBuilder
 {
 public:
     StructureBuilder(const JtFile& file, double unit, const Job& job)
         : m_file(file), m_graph(file.graph), m_unit(unit), m_job(job),
           m_mostOccurrences(job.settings.number(Setting::NodeLimit)),
-          m_bodies({file, unit, static_cast<int>(job.settings.number(Setting::MeshLevel)), m_model.appearances,
-                    job.progress, job.log})
+          m_bodies({file, unit, static_cast<int>(job.settings.number(Setting::MeshLevel)), threadsOf(job),
+                    m_model.appearances, job.progress, job.log})
     {
         findStructure();
         findNames();
@@ -51,10 +58,10 @@ public:
     {
         addRoots();
         for (std::size_t next = 0; next < m_open.size(); ++next) {
-            m_job.progress.report(static_cast<double>(next) / static_cast<double>(m_open.size()));
             if (!isFull() || m_lookedAtInTheEnd.insert(m_open[next].id).second)
                 fill(m_open[next]);
         }
+        makeBodies();
         m_job.log.info(std::to_string(m_model.bodies.size()) + " distinct parts, " +
                        std::to_string(m_bodies.triangles()) + " triangles");
         return std::move(m_model);
@@ -65,6 +72,13 @@ private:
     struct Open {
         Id id;
         std::size_t product;
+    };
+
+    /// A body that is still to be made, for products that are one node in several colours.
+    struct Planned {
+        Id top;
+        std::vector<Id> starts;
+        std::vector<std::size_t> products;
     };
 
     /// What lies on the way from a node to the product that stands for its child.
@@ -228,16 +242,30 @@ private:
 
     void giveBody(Open open, const std::vector<Id>& starts)
     {
-        const auto [entry, isNew] = m_bodyNumbers.try_emplace(open.id, NoBody);
+        const auto [entry, isNew] = m_planOf.try_emplace(open.id, m_planned.size());
         if (isNew)
-            entry->second = newBody(open, starts);
-        m_model.products[open.product].body = entry->second;
+            m_planned.push_back({open.id, starts, {}});
+        m_planned[entry->second].products.push_back(open.product);
     }
 
-    std::size_t newBody(Open open, const std::vector<Id>& starts)
+    void makeBodies()
     {
-        BodyResult result = m_bodies.make(open.id, starts);
-        Product& product = m_model.products[open.product];
+        std::vector<std::vector<Id>> starts;
+        for (const Planned& plan : m_planned)
+            starts.push_back(plan.starts);
+        m_bodies.expect(starts);
+        for (std::size_t i = 0; i < m_planned.size(); ++i) {
+            m_job.progress.report(static_cast<double>(i) / static_cast<double>(m_planned.size()));
+            const std::size_t body = newBody(m_planned[i]);
+            for (const std::size_t product : m_planned[i].products)
+                m_model.products[product].body = body;
+        }
+    }
+
+    std::size_t newBody(const Planned& plan)
+    {
+        BodyResult result = m_bodies.make(plan.top, plan.starts);
+        Product& product = m_model.products[plan.products.front()];
         for (const std::string& loss : result.losses) {
             product.tags.push_back(osg::converted::missingTag({m_file.path, loss}));
             m_job.log.warning("a shape of \"" + product.name + "\" is left out: " + loss);
@@ -260,7 +288,8 @@ private:
     std::unordered_set<Id> m_structure;
     std::unordered_map<Id, std::string> m_names;
     std::map<std::pair<Id, int>, std::size_t> m_products;
-    std::unordered_map<Id, std::size_t> m_bodyNumbers;
+    std::unordered_map<Id, std::size_t> m_planOf;
+    std::vector<Planned> m_planned;
     std::vector<Open> m_open;
 };
 
