@@ -1,5 +1,7 @@
 #include "tools/ptxconvert/kernel/Healing.h"
 
+#include "tools/ptxconvert/kernel/MissingPcurves.h"
+
 #include <Precision.hxx>
 #include <ShapeBuild_ReShape.hxx>
 #include <ShapeFix_Shape.hxx>
@@ -25,8 +27,9 @@ decltype(ShapeBody::appearances) followed(const ShapeBody& body, ShapeBuild_ReSh
 
 } // namespace
 
-void heal(ShapeBody& body)
+void heal(ShapeBody& body, bool inParallel)
 {
+    addMissingPcurves(body.shape, body.precision, inParallel);
     ShapeFix_Shape fixer(body.shape);
     fixer.SetPrecision(body.precision);
     fixer.SetMinTolerance(Precision::Confusion());

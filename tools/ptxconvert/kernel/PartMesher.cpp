@@ -34,9 +34,9 @@ public:
         m_job.progress.begin(Stage::Stitch);
         const auto start = std::chrono::steady_clock::now();
         const double limit = m_job.settings.number(Setting::StitchTime);
-        forEachPart([&](std::size_t part, const WorkGroup&) {
+        forEachPart([&](std::size_t part, const WorkGroup& group) {
             const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
-            healPart(m_shapes[part], m_job);
+            healPart(m_shapes[part], m_job, mayShare(group));
             stitchPart(m_shapes[part], m_job, limit == 0 ? 0 : std::max(0.001, limit - passed.count()));
         });
         m_isHealed = true;
@@ -48,7 +48,7 @@ public:
         forEachPart([this](std::size_t part, const WorkGroup& group) {
             ShapeBody shape = std::move(m_shapes[part]);
             if (!m_isHealed)
-                healPart(shape, m_job);
+                healPart(shape, m_job, mayShare(group));
             take(part, meshPart(shape, m_job, budgetFor(group)));
         });
         tellCounts();
@@ -93,14 +93,18 @@ private:
         return static_cast<double>(faces) / static_cast<double>(std::max<std::size_t>(1, m_allFaces));
     }
 
+    // A part that is more than its share of the work would keep the other threads waiting, and so would the last ones.
+    bool mayShare(const WorkGroup& group) const
+    {
+        return m_threads > 1 && (group.faces * m_threads > m_allFaces || m_next >= m_plan.size());
+    }
+
+    // A part that is more than its share of the faces may have its share of the triangles.
     PartBudget budgetFor(const WorkGroup& group) const
     {
-        // A part that is more than its share of the work would keep the other threads waiting; one that is more than
-        // its share of the faces may have its share of the triangles.
         constexpr double Least = 10000;
         const double most = m_job.settings.number(Setting::MostTriangles);
-        return {m_threads > 1 && group.faces * m_threads > m_allFaces,
-                most == 0 ? 0 : std::max(Least, most * share(group.faces))};
+        return {mayShare(group), most == 0 ? 0 : std::max(Least, most * share(group.faces))};
     }
 
     void take(std::size_t part, PartResult result)

@@ -68,11 +68,11 @@ void splitPieces(PartResult& result, const ShapeBody& part, const Job& job, cons
 
 } // namespace
 
-void healPart(ShapeBody& part, const Job& job)
+void healPart(ShapeBody& part, const Job& job, bool inParallel)
 {
     if (!job.settings.isOn(Setting::Heal))
         return;
-    if (const Trouble trouble = guarded("healing", [&]() -> Trouble { return heal(part), std::nullopt; }))
+    if (const Trouble trouble = guarded("healing", [&]() -> Trouble { return heal(part, inParallel), std::nullopt; }))
         warn(job, part, trouble->message);
 }
 
