@@ -28,7 +28,7 @@ void require(bool condition)
 void readMesh(const Segment& segment, const Framing& framing)
 {
     const Shape shape = readShape(segment, framing.major, framing.isBigEndian);
-    require(!shape.damage || shape.triangles.empty());
+    require(!shape.damage || (shape.triangles.empty() && shape.lines.empty() && shape.points.empty()));
     ptx::MeshBuilder mesh;
     addShape(mesh, shape, NoMove, 25.4);
     require(mesh.take()->triangles.size() <= 3 * shape.triangles.size());

@@ -147,6 +147,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ptx::Settings settings;
     require(!settings.assign("limit.nodes=" + ptx::numberText(MostNodes)));
     require(!settings.assign("mesh.level=" + std::to_string(data[size - 1] % 3)));
+    require(!settings.assign("threads=" + std::to_string(1 + data[size - 1] / 4 % 2)));
     readAll(size, false, settings);
     if (ptx::jt::format().refersToParts(folder().input()))
         readAll(size, true, settings);
