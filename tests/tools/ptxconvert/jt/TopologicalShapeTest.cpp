@@ -102,4 +102,11 @@ TEST_P(JtTopologicalShapes, TrianglesHaveColoursAndTextureCoordinatesByRecord)
     EXPECT_TRUE(shape.normals.empty());
 }
 
+TEST(JtTopologicalShapesOf10, PolygonSetsAreWrittenAsStripsAre)
+{
+    const Shape shape = shapeOf(PolygonSet, colouredBlock(10));
+    ASSERT_FALSE(shape.damage) << shape.damage.what;
+    EXPECT_EQ(shape.triangles.size(), 12u);
+}
+
 INSTANTIATE_TEST_SUITE_P(Versions, JtTopologicalShapes, testing::Values(9, 10));

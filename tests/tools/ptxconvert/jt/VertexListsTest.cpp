@@ -188,6 +188,46 @@ TEST(JtVertexLists, EachVertexOfAPointSetIsAPoint)
 TEST(JtVertexLists, PrimitiveBeyondTheVerticesIsAnError)
 {
     const Shape shape = shapeOf(PolylineSet, plain(head(0, 0, 0, 0, {0, 3}), {1, 2, 3, 4, 5, 6}));
-    EXPECT_STREQ(shape.damage.what, "a strip leaves the vertices");
+    EXPECT_STREQ(shape.damage.what, "a primitive leaves the vertices");
     EXPECT_THAT(shape.lines, IsEmpty());
+}
+
+TEST(JtVertexLists, PolygonsAreCutIntoTrianglesWithinTheirOutline)
+{
+    // An arrowhead whose corner 3 points inwards, and a triangle.
+    const Shape shape = shapeOf(PolygonSet, plain(head(0, 0, 0, 0, {0, 4, 7}),
+                                                  {0, 0, 5, 4, -3, 5, 1, 0, 5, 4, 3, 5, 9, 0, 5, 9, 1, 5, 8, 0, 5}));
+    ASSERT_FALSE(shape.damage) << shape.damage.what;
+    ASSERT_EQ(shape.triangles.size(), 3u);
+    double area = 0;
+    for (const Triangle& triangle : shape.triangles) {
+        const auto at = [&](std::size_t i) { return shape.positions[triangle.corners[i].position]; };
+        const double twice =
+            (at(1)[0] - at(0)[0]) * (at(2)[1] - at(0)[1]) - (at(2)[0] - at(0)[0]) * (at(1)[1] - at(0)[1]);
+        EXPECT_GT(twice, 0);
+        area += twice / 2;
+    }
+    EXPECT_DOUBLE_EQ(area, 3.5);
+}
+
+TEST(JtVertexLists, PolygonsThatCannotBeCutAreErrors)
+{
+    JtBytes bytes = quantised(head(0, 0, 0, 4, {0, 4}));
+    EXPECT_STREQ(shapeOf(PolygonSet, bytes.array({0, 1, 2, 5})).damage.what, "a polygon cannot be cut into triangles");
+    constexpr std::int32_t Corners = 10001;
+    const Shape large =
+        shapeOf(PolygonSet, plain(head(0, 0, 0, 0, {0, Corners}), std::vector<float>(3 * std::size_t(Corners), 1)));
+    EXPECT_STREQ(large.damage.what, "a polygon cannot be cut into triangles");
+    EXPECT_THAT(large.triangles, IsEmpty());
+}
+
+TEST(JtVertexLists, NullShapeDrawsNothingAndOtherKindsAreErrors)
+{
+    const Shape null = shapeOf("3e637aed-2a89-41f8-a9fd-553737039682", JtBytes(8).u16(1).i32(0));
+    EXPECT_FALSE(null.damage);
+    EXPECT_THAT(null.triangles, IsEmpty());
+    EXPECT_STREQ(shapeOf("e40373c2-1ad9-11d3-9daf-00a0c9c7ddc2", JtBytes(8).i32(0)).damage.what,
+                 "a shape segment holds another kind of shape than strips, polylines, points and polygons");
+    EXPECT_STREQ(shapeOf(PolygonSet, JtBytes(9).i32(0)).damage.what,
+                 "a shape segment holds another kind of shape than strips, polylines, points and polygons");
 }

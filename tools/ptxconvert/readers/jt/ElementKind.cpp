@@ -39,7 +39,7 @@ constexpr std::array<Row, 26> Rows = {{
     {"ce357245-38fb-11d1-a506-006097bdc6e1", ElementKind::MetaData},
     {"ce357246-38fb-11d1-a506-006097bdc6e1", ElementKind::DateAtom},
     {"ce357247-38fb-11d1-a506-006097bdc6e1", ElementKind::PropertyProxy},
-    {"d239e7b6-dd77-4289-a07d-b0ee79f79494", ElementKind::Shape},
+    {"d239e7b6-dd77-4289-a07d-b0ee79f79494", ElementKind::Node}, // a shape that draws nothing
     {"e0b05be5-fbbd-11d1-a3a7-00aa00d10954", ElementKind::LateLoadedAtom},
     {"e40373c1-1ad9-11d3-9daf-00a0c9c7ddc2", ElementKind::Shape},
 }};

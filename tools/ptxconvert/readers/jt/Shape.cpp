@@ -10,15 +10,39 @@ namespace ptx::jt
 namespace
 {
 
-std::optional<ShapeKind> shapeKindOf(const std::string& guid)
+constexpr const char* OtherKind =
+    "a shape segment holds another kind of shape than strips, polylines, points and polygons";
+
+struct KindRow {
+    const char* guid;
+    ShapeKind kind;
+};
+
+constexpr std::array<KindRow, 5> Kinds = {{{"10dd10ab-2ac8-11d1-9b6b-0080c7bb5997", ShapeKind::Strips},
+                                           {"10dd10a1-2ac8-11d1-9b6b-0080c7bb5997", ShapeKind::Polylines},
+                                           {"98134716-0011-0818-1998-080009835d5a", ShapeKind::Points},
+                                           {"10dd109f-2ac8-11d1-9b6b-0080c7bb5997", ShapeKind::Polygons},
+                                           {"3e637aed-2a89-41f8-a9fd-553737039682", ShapeKind::Null}}};
+
+// Version 9 has no sets of polygons.
+std::optional<ShapeKind> shapeKindOf(const std::string& guid, int major)
 {
-    if (guid == "10dd10ab-2ac8-11d1-9b6b-0080c7bb5997")
-        return ShapeKind::Strips;
-    if (guid == "10dd10a1-2ac8-11d1-9b6b-0080c7bb5997")
-        return ShapeKind::Polylines;
-    if (guid == "98134716-0011-0818-1998-080009835d5a")
-        return ShapeKind::Points;
+    for (const KindRow& row : Kinds)
+        if (guid == row.guid && (row.kind != ShapeKind::Polygons || major != 9))
+            return row.kind;
     return std::nullopt;
+}
+
+void readKind(ShapeInput& input, ShapeKind kind, Shape& shape)
+{
+    if (kind == ShapeKind::Null)
+        return;
+    if (input.major < 9)
+        readVertexLists(input, kind, shape);
+    else if (kind == ShapeKind::Strips || kind == ShapeKind::Polygons)
+        readTopologicalShape(input, shape);
+    else
+        readIndexLists(input, kind, shape);
 }
 
 /// Whether corners lead to positions and records that are there. Without records they have none.
@@ -59,16 +83,11 @@ bool areCornersThere(Shape& shape)
 
 Damage readElement(const Element& element, int major, Shape& shape)
 {
-    const std::optional<ShapeKind> kind = shapeKindOf(element.type);
     ShapeInput input(element.data, major);
-    if (!kind)
-        input.in.fail("a shape segment holds another kind of shape than strips, polylines and points");
-    else if (major < 9)
-        readVertexLists(input, *kind, shape);
-    else if (*kind == ShapeKind::Strips)
-        readTopologicalShape(input, shape);
+    if (const std::optional<ShapeKind> kind = shapeKindOf(element.type, major))
+        readKind(input, *kind, shape);
     else
-        readIndexLists(input, *kind, shape);
+        input.in.fail(OtherKind);
     if (input.in.isOk() && !areCornersThere(shape))
         input.in.fail("a shape names a point that is not there");
     shape.hashes = input.hashes;

@@ -7,7 +7,13 @@
 namespace ptx::jt
 {
 
-enum class ShapeKind { Strips, Polylines, Points, Polygons };
+enum class ShapeKind {
+    Strips,
+    Polylines,
+    Points,
+    Polygons,
+    Null, ///< draws nothing
+};
 
 /// The bits of such words are shared out in a way that is not known.
 inline constexpr const char* PackedColours = "colours of its vertices, which are packed into single words";

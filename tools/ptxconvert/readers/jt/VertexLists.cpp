@@ -1,4 +1,5 @@
 #include "tools/ptxconvert/readers/jt/Directions.h"
+#include "tools/ptxconvert/readers/jt/PrimitiveMaker.h"
 #include "tools/ptxconvert/readers/jt/Quantiser.h"
 #include "tools/ptxconvert/readers/jt/ShapeReaders.h"
 
@@ -145,63 +146,20 @@ private:
     Values m_index;
 };
 
-/// Makes what is drawn out of the vertices of primitives.
-class Primitives
-{
-public:
-    Primitives(const Values& index, Shape& shape) : m_index(index), m_shape(shape) {}
-
-    /// The vertices from `from` on as far as `to`.
-    void add(ShapeKind kind, std::size_t from, std::size_t to)
-    {
-        for (std::size_t j = from; j < to; ++j) {
-            const std::size_t nth = j - from;
-            if (kind == ShapeKind::Points)
-                m_shape.points.push_back(corner(j));
-            else if (kind == ShapeKind::Polylines && nth >= 1)
-                m_shape.lines.push_back({corner(j - 1), corner(j)});
-            else if (kind == ShapeKind::Strips && nth >= 2)
-                addTriangle(nth % 2 == 0 ? j - 2 : j - 1, nth % 2 == 0 ? j - 1 : j - 2, j);
-        }
-    }
-
-private:
-    Corner corner(std::size_t i) const
-    {
-        const auto at = static_cast<std::uint32_t>(m_index[i]);
-        return {at, at};
-    }
-
-    void addTriangle(std::size_t a, std::size_t b, std::size_t c)
-    {
-        const Triangle triangle{{corner(a), corner(b), corner(c)}};
-        const auto same = [&](std::size_t i, std::size_t k) {
-            const std::uint32_t first = triangle.corners[i].position;
-            const std::uint32_t second = triangle.corners[k].position;
-            const auto& p = m_shape.positions;
-            return first < p.size() && second < p.size() && p[first] == p[second];
-        };
-        if (!same(0, 1) && !same(1, 2) && !same(0, 2))
-            m_shape.triangles.push_back(triangle);
-    }
-
-    const Values& m_index;
-    Shape& m_shape;
-};
-
 } // namespace
 
 void readVertexLists(ShapeInput& input, ShapeKind kind, Shape& shape)
 {
     VertexLists lists(input, shape);
     const Values starts = lists.read();
-    Primitives primitives(lists.index(), shape);
+    PrimitiveMaker primitives(lists.index(), shape);
     for (std::size_t i = 0; i + 1 < starts.size() && input.in.isOk(); ++i) {
         const std::int64_t from = starts[i];
         const std::int64_t to = starts[i + 1];
         if (from < 0 || to < from || static_cast<std::uint64_t>(to) > lists.index().size())
-            return input.in.fail("a strip leaves the vertices");
-        primitives.add(kind, static_cast<std::size_t>(from), static_cast<std::size_t>(to));
+            return input.in.fail("a primitive leaves the vertices");
+        if (!primitives.add(kind, static_cast<std::size_t>(from), static_cast<std::size_t>(to)))
+            return input.in.fail("a polygon cannot be cut into triangles");
     }
 }
 
