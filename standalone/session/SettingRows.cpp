@@ -54,6 +54,38 @@ void addReferencedFilesRows(std::vector<SettingRow>& rows)
     }
 }
 
+SettingRow needRow(const QString& name, const QString& unit, int least, int otherwise, const QString& help)
+{
+    return {name, SettingType::Integer, unit, double(least), 1e6, QString::number(otherwise), help};
+}
+
+/// What runs converters elsewhere, and what it is told of their needs.
+void addLauncherRows(std::vector<SettingRow>& rows)
+{
+    rows.push_back(textRow(
+        QStringLiteral("converter.launcher"), {},
+        Settings::tr("What stands before the command line of a converter, to run it elsewhere; {cores}, {memory} "
+                     "(MB), {seconds} and {minutes} follow from the size of the input, {input} and {output} are "
+                     "the files. Empty to start it here.")));
+    rows.push_back(needRow(QStringLiteral("launcher.mostCores"), {}, 1, 8,
+                           Settings::tr("The most that {cores} may be: it is 1, and 1 more for each 32 MB of input.")));
+    rows.push_back(needRow(QStringLiteral("launcher.memory"), QStringLiteral("MB"), 64, 1024,
+                           Settings::tr("What {memory} is, without launcher.memoryPerMegabyte; the converter stops a "
+                                        "little before it.")));
+    rows.push_back(needRow(QStringLiteral("launcher.mostMemory"), QStringLiteral("MB"), 0, 0,
+                           Settings::tr("The most that {memory} may be; 0 for any.")));
+    rows.push_back(needRow(QStringLiteral("launcher.memoryPerMegabyte"), QStringLiteral("MB"), 0, 60,
+                           Settings::tr("What each megabyte of input adds to {memory}.")));
+    rows.push_back(needRow(QStringLiteral("launcher.time"), QStringLiteral("s"), 60, 660,
+                           Settings::tr("What {seconds} is, without launcher.timePerMegabyte; the converter stops a "
+                                        "minute before it.")));
+    rows.push_back(needRow(QStringLiteral("launcher.timePerMegabyte"), QStringLiteral("s"), 0, 60,
+                           Settings::tr("What each megabyte of input adds to {seconds}.")));
+    rows.push_back(textRow(QStringLiteral("cluster.allocation"), QStringLiteral("--exclusive --mem=0"),
+                           Settings::tr("What a cluster's allocation is asked for besides nodes and partition, in the "
+                                        "words of salloc; whole nodes by default.")));
+}
+
 } // namespace
 
 QString referencedFilesSetting(const QString& formatName)
@@ -200,6 +232,7 @@ std::vector<SettingRow> settingRows()
         textRow(QStringLiteral("converter.updateArguments"), QStringLiteral("{input} {output}"),
                 Settings::tr("What that tool is given: {input} is the old file, {output} the new one.")),
     };
+    addLauncherRows(rows);
     addOptimizationRows(rows);
     rows.push_back(switchRow(QStringLiteral("import.uberMaterials"), false,
                              Settings::tr("Make uber materials of the simple ones that referenced files bring.")));

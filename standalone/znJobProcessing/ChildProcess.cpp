@@ -1,5 +1,7 @@
 #include "standalone/znJobProcessing/ChildProcess.h"
 
+#include "standalone/znJobProcessing/LostProcess.h"
+
 #include <signal.h>
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -18,6 +20,9 @@ std::optional<int> readExitCode(const QProcess& process)
 {
     if (process.state() != QProcess::NotRunning || process.error() == QProcess::FailedToStart) {
         return std::nullopt;
+    }
+    if (const auto* child = dynamic_cast<const ChildProcess*>(&process); child && child->isLost()) {
+        return lostExitCode;
     }
     if (process.exitStatus() == QProcess::CrashExit) {
         return 128 + process.exitCode();

@@ -32,6 +32,10 @@ public:
     /// The last 64 KiB of both outputs.
     QByteArray outputTail() const;
 
+    /// Makes the end of the process count as that of one that was lost.
+    void setLost() { m_lost = true; }
+    bool isLost() const { return m_lost; }
+
 protected:
     void setupChildProcess() override;
 
@@ -40,6 +44,7 @@ private:
 
     const qint64 m_host; ///< the process that may live longest
     qint64 m_group = 0;
+    bool m_lost = false;
     QByteArray m_output;
 };
 

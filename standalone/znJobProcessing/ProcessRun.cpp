@@ -3,6 +3,7 @@
 #include "standalone/znJobProcessing/ChildProcess.h"
 #include "standalone/znJobProcessing/JobReaper.h"
 #include "standalone/znJobProcessing/JobRecord.h"
+#include "standalone/znJobProcessing/LostProcess.h"
 #include "standalone/znJobProcessing/ProcessOutput.h"
 
 #include <QtDebug>
@@ -101,6 +102,7 @@ void ProcessRun::begin()
     if (!m_aborted && !announceStart()) {
         return;
     }
+    m_tryingAgain = false;
     m_aborted ? postEnd(&ProcessRun::endUnlaunched) : launch();
 }
 
@@ -171,7 +173,9 @@ void ProcessRun::processStarted()
     if (m_aborted) {
         ask();
     }
-    Q_EMIT m_job.started();
+    if (!m_tryingAgain) {
+        Q_EMIT m_job.started();
+    }
 }
 
 void ProcessRun::processFailedToStart()
@@ -182,7 +186,23 @@ void ProcessRun::processFailedToStart()
 void ProcessRun::processEnded(bool clean)
 {
     m_child->signalGroup(SIGKILL); // what the process left behind
-    end(clean && !m_aborted);
+    const LossVerdict verdict = m_aborted ? LossVerdict() : judgeLoss(m_job, m_job.m_command, m_child->outputTail());
+    if (verdict.lost && verdict.again) {
+        return tryAgain(*verdict.again);
+    }
+    if (verdict.lost) {
+        m_child->setLost();
+    }
+    end(clean && !m_aborted && !verdict.lost);
+}
+
+/// The run has not ended, so it begins with no signal of its own.
+void ProcessRun::tryAgain(const QString& command)
+{
+    const BusyScope busy(m_job);
+    m_job.m_command = command;
+    m_tryingAgain = true;
+    launch();
 }
 
 /// An end that is known inside run() comes after it, like any other.

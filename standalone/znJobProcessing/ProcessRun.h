@@ -68,6 +68,7 @@ private:
     void processStarted();
     void processFailedToStart();
     void processEnded(bool clean);
+    void tryAgain(const QString& command);
 
     void postEnd(void (ProcessRun::*how)());
     void endUnlaunched();
@@ -85,6 +86,7 @@ private:
     bool m_starting = false;                          ///< starting() is being emitted
     bool m_launching = false;
     bool m_endPosted = false;
+    bool m_tryingAgain = false; ///< the process takes the place of one that was lost
     bool m_aborted = false;
 };
 

@@ -28,7 +28,8 @@ std::optional<QString> valueOf(const QString& field, const TemplateValues& value
         return values.externalParts ? field.mid(externalMark.size()) : QString();
     if (field.startsWith(inlinedMark))
         return values.externalParts ? QString() : field.mid(inlinedMark.size());
-    return std::nullopt;
+    const auto further = values.fields.constFind(field);
+    return further == values.fields.constEnd() ? std::nullopt : std::optional<QString>(*further);
 }
 
 /// Goes through the word once, so that braces in the name of a file stay what they are.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -18,11 +19,13 @@ struct TemplateValues {
     QString input;
     QString output;
     bool externalParts = false;
+    QMap<QString, QString> fields = {}; ///< further names in braces
 };
 
 /// The words of a template, which are split as a command line is. `{input}` and `{output}` stand for the files;
-/// `{external:WORD}` is WORD when external parts are wanted, and `{inlined:WORD}` when they are not, else nothing. What
-/// is in no such braces stays as it is; a word of which nothing is left is dropped.
+/// `{external:WORD}` is WORD when external parts are wanted, and `{inlined:WORD}` when they are not, else nothing; the
+/// names of further fields stand for their values. What is in no such braces stays as it is; a word of which nothing is
+/// left is dropped.
 QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values);
 
 /// The program that the setting names; without one the installed `ptxconvert`.

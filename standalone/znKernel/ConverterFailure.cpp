@@ -1,6 +1,7 @@
 #include "standalone/znKernel/ConverterFailure.h"
 
 #include "host/znKernel/znPtxHelper.h"
+#include "standalone/znJobProcessing/LostProcess.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -40,6 +41,7 @@ QString exitCodeMeaning(int exitCode)
         {12, QT_TRANSLATE_NOOP("ConverterFailure", "The conversion stopped making progress.")},
         {21, QT_TRANSLATE_NOOP("ConverterFailure", "The conversion was cancelled.")},
         {25, QT_TRANSLATE_NOOP("ConverterFailure", "There is nothing to import in the file.")},
+        {znJobs::lostExitCode, QT_TRANSLATE_NOOP("ConverterFailure", "The machine that ran the converter failed.")},
         {znPtxHelper::CouldNotStart, QT_TRANSLATE_NOOP("ConverterFailure", "The converter could not be started.")},
     };
     if (const auto found = meanings.find(exitCode); found != meanings.end())

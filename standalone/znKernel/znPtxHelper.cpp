@@ -6,6 +6,7 @@
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
+#include "standalone/znKernel/Launcher.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
@@ -46,9 +47,9 @@ bool needsSurfaces()
     return remeshes || settings().isOn(QStringLiteral("optimize.keepNurbs"));
 }
 
-/// The words that start the converter of all formats. Beside others it works on one core; options that the user chose
-/// come later and win.
-QStringList commonConverter(const zn::TemplateValues& values)
+/// The words that start the converter of all formats. Beside others it works on one core, and where a launcher runs it
+/// within what that was asked for; options that the user chose come later and win.
+QStringList commonConverter(const zn::TemplateValues& values, const zn::Launcher& launcher)
 {
     QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
     if (values.externalParts)
@@ -57,10 +58,11 @@ QStringList commonConverter(const zn::TemplateValues& values)
         words << QStringLiteral("--set") << QStringLiteral("keep-brep=1");
     if (const int level = settings().integer(QStringLiteral("mesh.level")); level > 0)
         words << QStringLiteral("--set") << QStringLiteral("mesh.level=%1").arg(level);
-    if (znJobs::JobScheduler::instance().hasSiblingProcesses())
-        words << QStringLiteral("--set") << QStringLiteral("threads=1");
-    const QString options = settings().text(QStringLiteral("converter.options"));
-    for (const QString& option : options.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+    QStringList options = launcher.converterOptions();
+    if (!launcher.isUsed() && znJobs::JobScheduler::instance().hasSiblingProcesses())
+        options << QStringLiteral("threads=1");
+    options << settings().text(QStringLiteral("converter.options")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString& option : options)
         words << QStringLiteral("--set") << option;
     return words << values.input << values.output;
 }
@@ -74,8 +76,9 @@ std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std:
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
     const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral(".osb"));
     const zn::TemplateValues values{file, output, externalParts};
-    const QStringList words = ownConverter(values).value_or(commonConverter(values));
-    return {zn::joinCommand(words).toStdString(), output.toStdString()};
+    const zn::Launcher launcher(settings(), file, output);
+    const QStringList words = ownConverter(values).value_or(commonConverter(values, launcher));
+    return {zn::joinCommand(launcher.words() + words).toStdString(), output.toStdString()};
 }
 
 std::string znPtxHelper::createStylarConvertCommand(const std::string& input, std::string& convertedFile,
@@ -89,7 +92,9 @@ std::string znPtxHelper::createStylarConvertCommand(const std::string& input, st
     const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral("-updated.styl"));
     convertedFile = output.toStdString();
     const QString arguments = settings().text(QStringLiteral("converter.updateArguments"));
-    return zn::joinCommand(QStringList(program) + zn::filledTemplate(arguments, {file, output})).toStdString();
+    return zn::joinCommand(zn::Launcher(settings(), file, output).words() + QStringList(program) +
+                           zn::filledTemplate(arguments, {file, output}))
+        .toStdString();
 }
 
 QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string& logFile)

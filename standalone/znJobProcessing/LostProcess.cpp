@@ -1,0 +1,29 @@
+#include "standalone/znJobProcessing/LostProcess.h"
+
+#include <utility>
+
+namespace znJobs
+{
+
+namespace
+{
+
+LossJudge& judge()
+{
+    static LossJudge current;
+    return current;
+}
+
+} // namespace
+
+void setLossJudge(LossJudge newJudge)
+{
+    judge() = std::move(newJudge);
+}
+
+LossVerdict judgeLoss(znProcessJob& job, const QString& command, const QByteArray& output)
+{
+    return judge() ? judge()(job, command, output) : LossVerdict();
+}
+
+} // namespace znJobs

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class znProcessJob;
+
+namespace znJobs
+{
+
+/// The exit code of a process that did not end by itself: the machine that ran it failed. No program is known to use it,
+/// and no signal makes it.
+constexpr int lostExitCode = 250;
+
+/// What became of a process that a launcher ran elsewhere and that has ended here.
+struct LossVerdict {
+    bool lost = false;            ///< the end says nothing of the work, whatever the exit code was
+    std::optional<QString> again; ///< the command line for another try of a lost one, within the same run
+};
+
+/// Asked at each end of a process that nobody aborted, with its command line and the tail of its outputs.
+using LossJudge = std::function<LossVerdict(znProcessJob& job, const QString& command, const QByteArray& output)>;
+
+/// Installs the one judge of the host; an empty one makes each end count as it is. Another try emits neither starting()
+/// nor started(), and the job keeps its place in the queue. A lost process without another try fails its job with
+/// `lostExitCode`.
+void setLossJudge(LossJudge judge);
+
+LossVerdict judgeLoss(znProcessJob& job, const QString& command, const QByteArray& output);
+
+} // namespace znJobs
