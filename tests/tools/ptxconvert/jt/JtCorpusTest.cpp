@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <regex>
 
 using namespace jttest;
 using namespace ptxtest;
@@ -62,6 +63,15 @@ std::size_t countKind(const ptx::jt::SceneGraph& graph, ptx::jt::ElementKind kin
 {
     return static_cast<std::size_t>(std::count_if(graph.nodes.begin(), graph.nodes.end(),
                                                   [&](const auto& node) { return node.second.kind == kind; }));
+}
+
+/// The number of places at which a part stands in the scene.
+std::string occurrencesIn(const std::string& log)
+{
+    static const std::regex pattern(R"((\d+) occurrences of parts)");
+    std::smatch match;
+    EXPECT_TRUE(std::regex_search(log, match, pattern)) << log;
+    return match[1];
 }
 
 } // namespace
@@ -118,6 +128,7 @@ TEST(JtCorpus, OneDesignInSeveralVersionsGivesTheSameScene)
             const Measures measures = measure(run.scene());
             EXPECT_EQ(measures.triangles, expected.triangles);
             EXPECT_EQ(geometries(run.scene()).size(), geometries(first.scene()).size());
+            EXPECT_EQ(occurrencesIn(run.log()), occurrencesIn(first.log()));
             EXPECT_NEAR(measures.volume, expected.volume, expected.volume * 1e-3);
             EXPECT_THAT(boxOf(measures), testing::Pointwise(testing::FloatNear(1e-2f), boxOf(expected)));
         }
