@@ -58,12 +58,6 @@ Finish changed(Finish finish, const Material& material, AppearanceTable& appeara
     return finish;
 }
 
-/// The appearance of what has colours of its own: the alpha alone is that of the material.
-int coloured(int appearance, AppearanceTable& appearances)
-{
-    return appearances.indexOf({1, 1, 1, appearance == NoAppearance ? 1 : appearances[appearance].alpha});
-}
-
 // Vertices of one mesh have all the same attributes, and a mesh draws either areas or not.
 int formOf(const Shape& shape)
 {
@@ -216,9 +210,8 @@ void BodyMaker::add(const Shape& decodedShape, const Frame& frame, Pieces& piece
         bare.colours.clear();
     }
     const Shape& shape = isHidden ? bare : decodedShape;
-    const int appearance =
-        shape.colours.empty() ? frame.finish.appearance : coloured(frame.finish.appearance, m_context.appearances);
-    MeshBuilder& mesh = pieces.of(appearance, formOf(shape));
+    // Whoever takes the colours of vertices away, as the optimisation of trees does, is left with that of the material.
+    MeshBuilder& mesh = pieces.of(frame.finish.appearance, formOf(shape));
     if (mesh.hasRoomFor(shape.positions.size() + shape.records()))
         m_triangles += addShape(mesh, shape, frame.placement, m_context.unit);
     else
