@@ -139,7 +139,7 @@ private:
     }
 
     // Whether the file, or one that it names over others, is the one in work.
-    bool leadsBack(const std::string& path) const
+    bool leadsBack(const std::string& path)
     {
         const std::string self = canonicalPath(m_job.input);
         std::vector<std::string> open = {canonicalPath(path)};
@@ -149,13 +149,22 @@ private:
             open.pop_back();
             if (file == self)
                 return true;
-            for (const std::string& name : partNamesIn(file)) {
+            for (const std::string& name : namesIn(file)) {
                 const std::string next = canonicalPath(partFile(fs::path(file).parent_path().string(), name));
                 if (seen.insert(next).second)
                     open.push_back(next);
             }
         }
         return false;
+    }
+
+    // Many products may be in one file, which is read once.
+    const std::vector<std::string>& namesIn(const std::string& file)
+    {
+        const auto [entry, isNew] = m_names.try_emplace(file);
+        if (isNew)
+            entry->second = partNamesIn(file);
+        return entry->second;
     }
 
     void followReferences()
@@ -234,6 +243,7 @@ private:
     bool m_isFirst = true;
     std::vector<File> m_open;
     std::set<std::string> m_around;
+    std::map<std::string, std::vector<std::string>> m_names; ///< of the part files that a file names
     std::map<std::string, Outcome<std::vector<Occurrence>>> m_contents;
 };
 
