@@ -104,16 +104,19 @@ TEST_F(JtStructureLimits, ProductsThatColoursMultiplyEndAtTheLimitOfNodes)
     EXPECT_EQ(sceneFailure(model, 1000).code, ptx::ExitCode::MemoryLimit);
 }
 
-TEST_F(JtStructureLimits, GroupsOfShapesThatMultiplyAreCutOff)
+TEST_F(JtStructureLimits, GroupsOfShapesThatMultiplyAreCutOffAndOtherPartsAreNot)
 {
-    FileWriter writer = assembly({2});
+    FileWriter writer = assembly({2, 100});
     writer.part(2, {3});
     for (Id id = 3; id < 60; ++id)
         writer.group(id, {id + 1, id + 1});
     writer.triangle(60, 2);
+    writer.part(100, {101});
+    writer.triangle(101, 3);
     const ptx::Model model = read(writer);
     const std::vector<std::string>& tags = model.products[top(model).children.at(0).product].tags;
     EXPECT_THAT(tags, ElementsAre(StartsWith("ptx::missing=the groups of its shapes multiply without end")));
+    EXPECT_EQ(legOf(model, top(model).children.at(1).product), 3);
 }
 
 TEST_F(JtStructureLimits, GroupsOfShapesInACircleAreCutOff)

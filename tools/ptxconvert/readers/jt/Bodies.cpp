@@ -224,6 +224,7 @@ BodyResult BodyMaker::make(Id top, const std::vector<Id>& starts)
     BodyResult result;
     Pieces pieces;
     Finish around;
+    std::size_t steps = m_steps / 2; // the rest is for other bodies
     if (const SceneNode* node = graph.find(top))
         around = finishOf(graph, *node, {}, m_context.appearances);
     around.appearance = NoAppearance;
@@ -243,10 +244,11 @@ BodyResult BodyMaker::make(Id top, const std::vector<Id>& starts)
         if (node->kind == ElementKind::Shape)
             add(decoded(frame.id, *node), frame, pieces, result);
         const std::vector<Id> children = chosenChildren(*node);
-        if (children.size() > m_steps) {
+        if (children.size() > steps) {
             result.losses.push_back("the groups of its shapes multiply without end");
             break;
         }
+        steps -= children.size();
         m_steps -= children.size();
         for (const Id child : children)
             open.push_back({child, frame.placement, frame.finish});
