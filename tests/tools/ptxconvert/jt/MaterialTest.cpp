@@ -1,5 +1,5 @@
 #include "tests/tools/ptxconvert/jt/JtBytes.h"
-#include "tools/ptxconvert/readers/jt/Bodies.h"
+#include "tools/ptxconvert/readers/jt/Finish.h"
 #include "tools/ptxconvert/readers/jt/SceneElements.h"
 
 #include <gmock/gmock.h>

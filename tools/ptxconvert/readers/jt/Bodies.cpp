@@ -13,7 +13,6 @@ namespace
 
 constexpr std::size_t StepsPerNode = 64;
 constexpr std::size_t LeastSteps = 100000;
-constexpr Appearance Opaque = {0, 0, 0, 1};
 
 std::string reasonOf(const Damage& damage)
 {
@@ -25,20 +24,6 @@ std::string placeOf(Id id, const Damage& damage)
     return "shape " + std::to_string(id) + ": " + reasonOf(damage);
 }
 
-// An alpha alone says nothing where there is no colour.
-int mixed(int appearance, const Colour& diffuse, unsigned fields, AppearanceTable& appearances)
-{
-    const bool isNew = appearance == NoAppearance;
-    if (isNew && !(fields & ColourField))
-        return NoAppearance;
-    Appearance look = isNew ? Opaque : appearances[appearance];
-    if (fields & ColourField)
-        look = {diffuse[0], diffuse[1], diffuse[2], look.alpha};
-    if (fields & AlphaField)
-        look.alpha = diffuse[3];
-    return appearances.indexOf(look);
-}
-
 std::vector<Id> shownChildren(const SceneNode& node)
 {
     if (node.kind != ElementKind::Switch)
@@ -46,16 +31,6 @@ std::vector<Id> shownChildren(const SceneNode& node)
     return node.selected >= 0 && static_cast<std::size_t>(node.selected) < node.children.size()
                ? std::vector<Id>{node.children[static_cast<std::size_t>(node.selected)]}
                : std::vector<Id>();
-}
-
-Finish changed(Finish finish, const Material& material, AppearanceTable& appearances)
-{
-    const unsigned fields = material.given & (material.isForced ? AllFields : ~finish.final);
-    finish.appearance = mixed(finish.appearance, material.diffuse, fields, appearances);
-    if (fields & VertexColourField)
-        finish.hidesVertexColours = material.hidesVertexColours;
-    finish.final |= material.final & fields;
-    return finish;
 }
 
 // Vertices of one mesh have all the same attributes, and a mesh draws either areas or not.
@@ -85,15 +60,6 @@ public:
 private:
     std::map<std::pair<int, int>, MeshBuilder> m_meshes;
 };
-
-Finish finishOf(const SceneGraph& graph, const SceneNode& node, const Finish& around, AppearanceTable& appearances)
-{
-    Finish finish = around;
-    for (const Id id : node.attributes)
-        if (const auto at = graph.attributes.find(id); at != graph.attributes.end() && at->second.material)
-            finish = changed(finish, *at->second.material, appearances);
-    return finish;
-}
 
 Placement placementOf(const SceneGraph& graph, const SceneNode& node)
 {

@@ -3,6 +3,7 @@
 #include "tools/ptxconvert/core/Log.h"
 #include "tools/ptxconvert/core/Progress.h"
 #include "tools/ptxconvert/model/Model.h"
+#include "tools/ptxconvert/readers/jt/Finish.h"
 #include "tools/ptxconvert/readers/jt/ShapeSupply.h"
 
 #include <map>
@@ -29,15 +30,6 @@ struct BodyResult {
     std::vector<std::string> losses; ///< reasons why a shape is not in it, for a person
 };
 
-/// What the materials on the way down to a node come to.
-struct Finish {
-    int appearance = NoAppearance;
-    bool hidesVertexColours = false;
-    unsigned final = 0; ///< fields that only forced materials change
-};
-
-/// What `around` and the materials of `node` come to, of which the last counts.
-Finish finishOf(const SceneGraph& graph, const SceneNode& node, const Finish& around, AppearanceTable& appearances);
 /// The placement that the attributes of `node` give it.
 Placement placementOf(const SceneGraph& graph, const SceneNode& node);
 
