@@ -10,7 +10,8 @@ extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:Standard_MMgrRaw\n"
            "leak:IFSelect_Editor\n"
-           "leak:TPrsStd_DriverTable\n";
+           "leak:TPrsStd_DriverTable\n"
+           "leak:GeomToStep_\n";
 }
 
 /// Standard error is for one sentence.
