@@ -74,6 +74,7 @@ struct FileTypeRow {
     bool cadFormat = false;                     ///< the format goes through the external converter
 };
 
+/// From each format to its row.
 using ExtensionTable = std::unordered_map<FileType, FileTypeRow>;
 
 /// All rows, filled once at program start and never changed. BCAD, Undefined and Unsupported have no row.
