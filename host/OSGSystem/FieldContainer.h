@@ -17,9 +17,9 @@ using FieldMask = std::uint32_t;
 /// Containers belong to one thread.
 ///
 /// What holds for every class below it: `create` gives a new container with the count 0, which belongs to whoever takes
-/// the first reference. The constants that end in FieldMask are the bits of the class's own fields. A setter changes the
-/// field at once and opens no bracket: that is up to its caller. A getter that gives a pointer takes no reference; null
-/// stands for nothing there.
+/// the first reference. The constants whose names end in FieldMask are the bits of the class's own fields. A setter
+/// changes the field at once and opens no bracket: that is up to its caller. A getter that gives a pointer takes no
+/// reference; null stands for nothing there.
 class ZN_HOST_EXPORT FieldContainer
 {
 public:

@@ -28,7 +28,10 @@ public:
     ///@}
 
     /// How a camera draws: things get smaller with their distance, or keep their size.
-    enum Projection : std::uint32_t { Perspective = 0, Parallel = 1 };
+    enum Projection : std::uint32_t {
+        Perspective = 0, ///< getFieldOfView() counts
+        Parallel = 1     ///< getHeight() counts
+    };
 
     /// A perspective camera with a field of view of 45 degrees, seeing from 1 to 1,000,000 millimetres.
     static UberCameraPtr create();
