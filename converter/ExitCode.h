@@ -7,7 +7,7 @@ namespace znExitCode
 constexpr int OldStylarFile = 4;          ///< the file needs the update tool first
 constexpr int NoExternalParts = 5;        ///< external parts were asked for and the file has none
 constexpr int NoExternalPartsEither = -1; ///< the same, from converters that count it as an error
-constexpr int Cancelled = 21;
-constexpr int NothingToImport = 25;
+constexpr int Cancelled = 21;             ///< the converter was asked to stop
+constexpr int NothingToImport = 25;       ///< the file holds nothing to import
 
 } // namespace znExitCode

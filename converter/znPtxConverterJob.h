@@ -32,6 +32,7 @@ public:
     /// Asks for one output with all parts inlined.
     void setConvertEntireAssembly(bool convertEntireAssembly) { m_convertEntireAssembly = convertEntireAssembly; }
 
+    /// The CAD file, as it was given.
     QString getInputFile() const { return m_inputFile; }
     /// The scene file that the conversion writes; empty before the first `starting`.
     QString getOutputFile() const { return m_outputFile; }

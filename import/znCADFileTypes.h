@@ -21,13 +21,14 @@ enum JobState : std::int32_t {
 
 /// Order in which a managed queue starts its jobs; a higher priority starts first.
 enum znJobPriority : std::int32_t {
-    LowestPriority = 0,
-    LowPriority = 1,
-    ChildPriority = 2, ///< conversions of part files that a loader job waits for
-    HighPriority = 3,
+    LowestPriority = 0, ///< whatever can wait
+    LowPriority = 1,    ///< what a queue gives its jobs when nobody says otherwise
+    ChildPriority = 2,  ///< conversions of part files that a loader job waits for
+    HighPriority = 3,   ///< ahead of all others
 };
 
-/// File formats, numbered without gaps.
+/// File formats, numbered without gaps. Each enumerator stands for the format of its name; extensionTable() tells the
+/// extensions of its files, and which of them go through the converter.
 enum FileType : std::int32_t {
     Cinema4D = 0,
     Cosmo,
@@ -59,9 +60,9 @@ enum FileType : std::int32_t {
     SolidWorks,
     Step,
     STL,
-    BCAD,
-    Undefined,
-    Unsupported,
+    BCAD,        ///< has a name and no extension
+    Undefined,   ///< a file whose name tells no format
+    Unsupported, ///< has a name and no extension; no file is taken for it
 };
 
 /// The name text of `type`, which is the key of the import options of that format; "undefined" for a value that is no
@@ -74,6 +75,7 @@ struct FileTypeRow {
     bool cadFormat = false;                     ///< the format goes through the external converter
 };
 
+/// From each format to its row.
 using ExtensionTable = std::unordered_map<FileType, FileTypeRow>;
 
 /// All rows, filled once at program start and never changed. BCAD, Undefined and Unsupported have no row.

@@ -20,6 +20,8 @@ class ZN_IMPORT_EXPORT znFileLoaderJob : public znAbstractTimerJob
     Q_OBJECT
 
 public:
+    /// `file` is the path as the host shall read it. `target` is kept by its id: a node that goes before the run counts
+    /// as none.
     znFileLoaderJob(const QString& file, const zndNode& target, QObject* parent);
     ~znFileLoaderJob() override;
 
@@ -28,13 +30,17 @@ public:
     /// Makes a new smart reference to the file, unless the target is a reference. To be set before the run.
     void setImportAsSmartReference(bool smart) { m_importAsSmartReference = smart; }
 
+    /// The path, as it was given.
     QString getFile() const { return m_file; }
     /// What was loaded; null before, after a failure, and for a file without content.
     osg::NodePtr getLoadedNode() const { return m_loadedNode; }
 
+    /// Does nothing: a load that has begun runs to its end, and one that waits in a queue is ended by the queue's
+    /// abortAllJobs() alone.
     void abort() override;
 
 protected:
+    /// Loads and places the file; signals come as znAbstractProcessingJob tells.
     void process() override;
 
 private:

@@ -17,6 +17,7 @@ class ConvertedRoad : public ImportRoad
     Q_OBJECT
 
 public:
+    /// `file` is the path of the CAD file.
     explicit ConvertedRoad(const QString& file);
 
     void start(znImportResult& result) override;

@@ -8,7 +8,7 @@
 struct znDocumentFault {
     QString reason; ///< for a person
     int line = 0;   ///< from 1; 0 when the text is not at fault
-    int column = 0;
+    int column = 0; ///< from 1; 0 when the text is not at fault
 };
 
 /// Looks into the document at `file` by itself, since a failed load says no more than that it failed. Nothing when the

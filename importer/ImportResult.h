@@ -12,29 +12,30 @@
 
 /// A part file that did not come in.
 struct znMissingPart {
-    QString file;
-    QString reason;
+    QString file;   ///< its path, as the import looked for it
+    QString reason; ///< why it did not come in, for a person
     /// The places that it belongs to, each as the names from the top of the tree down; empty where they are not known.
     QStringList instances;
 };
 
 /// A step of the optimisation, and what the tree held before and after it.
 struct znTreeStep {
-    QString name;
-    double seconds = 0; ///< without the counting
-    znSceneCounts before;
-    znSceneCounts after;
+    QString name;         ///< as the optimisation job calls it
+    double seconds = 0;   ///< without the counting
+    znSceneCounts before; ///< what the tree held when it began
+    znSceneCounts after;  ///< what it held when it had ended
 };
 
 /// What became of one file.
 struct znImportResult {
-    QString file;
+    QString file;                                               ///< the path that was given to the import
     znCADFileTypes::JobState state = znCADFileTypes::JobFailed; ///< succeeded, partial or failed
     osg::RefPtr<osg::NodePtr> node;                             ///< in the scene; null after a failure
     QString error;                                              ///< why it failed; empty otherwise
     QStringList messages;                                       ///< what the log said meanwhile
+    /// Part files that did not come in; empty for a complete import.
     std::vector<znMissingPart> missing;
-    bool cancelled = false;
+    bool cancelled = false;        ///< ended by znImporter::cancel()
     bool recordsSteps = false;     ///< wanted by whoever began the import
     std::vector<znTreeStep> steps; ///< of the optimisation, those begun, in order; empty unless they are wanted
 };

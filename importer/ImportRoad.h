@@ -19,10 +19,14 @@ public:
     /// Begins; `ended` follows from the event loop. State, node, error and missing parts are written into `result`, which
     /// must live until then.
     virtual void start(znImportResult& result) = 0;
+    /// Asks the jobs to end. `ended` follows as soon as they have.
     virtual void cancel() = 0;
 
 Q_SIGNALS:
+    /// `percent` is 0 when only the text tells something.
     void progressChanged(unsigned percent, const QString& text);
+    /// The part files went on; `text` tells the counts in words.
     void partsChanged(const znPartCounts& counts, const QString& text);
+    /// The result is complete. Comes once for each start, from the event loop.
     void ended();
 };

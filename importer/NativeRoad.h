@@ -9,6 +9,7 @@ class NativeRoad : public ImportRoad
     Q_OBJECT
 
 public:
+    /// `file` is the path that the host reads.
     explicit NativeRoad(const QString& file) : m_file(file) {}
 
     void start(znImportResult& result) override;

@@ -21,13 +21,16 @@ class PartImports : public QObject
     Q_OBJECT
 
 public:
+    ///@{
     /// Belongs to `job`, which has not run yet.
     explicit PartImports(znPtxLoaderJob& job);
     explicit PartImports(znPLMXMLLoaderJob& job);
+    ///@}
 
     /// Follows the part files of a document that is a part file itself, too.
     void followNested(znPLMXMLLoaderJob& job);
 
+    /// How far the parts are at present.
     const znPartCounts& counts() const { return m_counts; }
     /// The counts in words.
     QString text() const;
@@ -35,6 +38,7 @@ public:
     const std::vector<znMissingPart>& missing() const { return m_missing; }
 
 Q_SIGNALS:
+    /// Parts went on: counts() and missing() may tell something new.
     void changed();
 
 private:

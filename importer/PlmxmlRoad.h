@@ -25,6 +25,7 @@ class PlmxmlRoad : public ImportRoad
     Q_OBJECT
 
 public:
+    /// `file` is the path of the document.
     explicit PlmxmlRoad(const QString& file);
     ~PlmxmlRoad() override;
 

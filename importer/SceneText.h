@@ -7,15 +7,16 @@
 
 /// What a tree holds. Shared content counts once in the first group, and as often as it is placed in the second.
 struct znSceneCounts {
-    std::size_t nodes = 0;
-    std::size_t geometries = 0;
-    std::size_t materials = 0;
-    std::size_t triangles = 0;
+    std::size_t nodes = 0;      ///< nodes of the tree, its root included
+    std::size_t geometries = 0; ///< different geometries
+    std::size_t materials = 0;  ///< different materials
+    std::size_t triangles = 0;  ///< of the different geometries
     std::size_t references = 0; ///< nodes that stand for files
 
-    std::size_t placedGeometries = 0;
-    std::size_t placedTriangles = 0;
+    std::size_t placedGeometries = 0; ///< nodes whose core is a geometry
+    std::size_t placedTriangles = 0;  ///< of all nodes whose core is a geometry
 
+    /// Equal counts.
     friend bool operator==(const znSceneCounts&, const znSceneCounts&) = default;
 };
 

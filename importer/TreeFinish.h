@@ -18,5 +18,6 @@ public:
     void start(znJobQueue& queue, const QString& file, znImportResult& result);
 
 Q_SIGNALS:
+    /// That of the job; `percent` is 0 when only the text tells something.
     void progressChanged(unsigned percent, const QString& text);
 };

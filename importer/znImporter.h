@@ -20,6 +20,7 @@ class znImporter : public QObject
     Q_OBJECT
 
 public:
+    /// `session` must outlive it. Made and used on the thread of the application object, as the jobs are.
     explicit znImporter(znStandaloneSession& session, QObject* parent = nullptr);
     ~znImporter() override;
 
@@ -33,6 +34,7 @@ public:
     /// Ends the running import as soon as its jobs let it; its result says that it was cancelled.
     void cancel();
 
+    /// Whether an import has begun whose `finished` has not come yet.
     bool isRunning() const { return m_road != nullptr; }
 
 Q_SIGNALS:
@@ -42,6 +44,7 @@ Q_SIGNALS:
     void partsChanged(const znPartCounts& counts, const QString& text);
     /// A line of the host's log.
     void message(const QString& line);
+    /// The import has ended, however it did. The result holds a reference on its node.
     void finished(const znImportResult& result);
 
 private:

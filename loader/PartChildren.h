@@ -33,6 +33,7 @@ public:
         std::function<void(const QString&)> importFinished; ///< the part's conversion ended, well or not
     };
 
+    /// `queue` runs the conversions; `parts` loses the entry of each part that has ended. Neither is owned.
     PartChildren(znManagedJobQueue* queue, UnloadedParts& parts, Arrival arrival, Events events);
     PartChildren(const PartChildren&) = delete;
     PartChildren& operator=(const PartChildren&) = delete;
@@ -43,6 +44,7 @@ public:
     /// Queues the conversion of the part file `path` into `outputDir`. The queue does not start by this.
     void convert(const std::string& path, const QString& outputDir);
 
+    /// How many parts have arrived so far.
     std::size_t arrivedCount() const { return m_arrived; }
 
     /// Runs the event loop and rests in turn until `waiting` is false.

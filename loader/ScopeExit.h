@@ -7,6 +7,7 @@ template <class Function>
 class ScopeExit
 {
 public:
+    /// `function` is called once and must not throw.
     explicit ScopeExit(Function function) : m_function(std::move(function)) {}
     ScopeExit(const ScopeExit&) = delete;
     ScopeExit& operator=(const ScopeExit&) = delete;

@@ -28,6 +28,7 @@ public:
     znPtxLoaderJob(const QString& convertedFile, const QString& originalFile);
     ~znPtxLoaderJob() override;
 
+    /// The path of the CAD file, as it was given.
     QString getOriginalFile() const { return m_originalFile; }
 
     /// Aborts the children that are there; the job itself ends when all have ended, with what has arrived.
@@ -38,6 +39,7 @@ Q_SIGNALS:
     /// childPtxImportFinished; the last one also for a part that failed. The first two come for all parts before the
     /// first conversion begins.
     void startingChildPtxImport(const QString& partFile);
+    /// The road of this part has ended, well or not; `partFile` is its path.
     void childPtxImportFinished(const QString& partFile);
     /// Once, when all conversions have ended, with the seconds that they took; not without parts.
     void childrenConversionFinished(double seconds);
@@ -49,6 +51,7 @@ Q_SIGNALS:
     void childOsbLoaderJobFinished(znOsbLoaderJob* job);
 
 protected:
+    /// Loads the file and then its parts, as told above.
     void process() override;
 
 private:

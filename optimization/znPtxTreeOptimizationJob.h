@@ -28,12 +28,14 @@ public:
     /// Whether materials of the scene take the places of equal ones in the tree; false at first. Counts when the job
     /// runs.
     void setMergeMaterials(bool mergeMaterials) { m_mergeMaterials = mergeMaterials; }
+    /// What setMergeMaterials() was told last.
     bool getMergeMaterials() const { return m_mergeMaterials; }
 
     /// `listener` is told the name of each step before it begins, and null behind the last one.
     void setStepListener(std::function<void(const char* step)> listener) { m_stepListener = std::move(listener); }
 
 protected:
+    /// Runs the steps, one after the other.
     void process() override;
 
 private:

@@ -24,11 +24,15 @@ class ZN_IMPORT_EXPORT znPLMXMLLoader
 public:
     /// `fileName` is a UTF-8 path.
     explicit znPLMXMLLoader(const std::string& fileName);
+    /// A second loader of the same file, with the same tables and the same tree, which is not copied.
     znPLMXMLLoader(const znPLMXMLLoader& other);
     /// `other` keeps its switch and its node; its texts and tables are empty.
     znPLMXMLLoader(znPLMXMLLoader&& other) noexcept;
+    ///@{
+    /// As the constructors; the former tree stays as it is.
     znPLMXMLLoader& operator=(const znPLMXMLLoader& other);
     znPLMXMLLoader& operator=(znPLMXMLLoader&& other) noexcept;
+    ///@}
     ~znPLMXMLLoader();
 
     /// Reads the document and builds the tree on the calling thread.
@@ -40,6 +44,7 @@ public:
     /// Null before a successful `load`.
     osg::NodePtr getNode() const;
 
+    /// What setLoadReferencedFiles() was told last.
     bool loadReferencedFiles() const;
     /// Whether part files are read while the tree is built; false at first. Takes effect at the next `load`.
     void setLoadReferencedFiles(bool load);

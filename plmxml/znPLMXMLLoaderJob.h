@@ -32,10 +32,12 @@ public:
     znPLMXMLLoaderJob(const std::string& file, znJobQueue* queue);
     ~znPLMXMLLoaderJob() override;
 
+    /// Where converted part files go instead, a UTF-8 path. To be set before the run.
     void setOutputDir(std::string dir);
     /// Without it converted files are left alone, and the parts count as missing.
     void setLoadConvertedPtxFiles(bool load);
 
+    /// The path, as it was given.
     std::string getFile() const { return m_file; }
     /// The root of the imported tree, held by nobody; null before and without one.
     osg::NodePtr& getLoadedNode() { return m_loadedNode; }
@@ -60,10 +62,12 @@ Q_SIGNALS:
     void nodeReady(const osg::NodePtr&);
     /// Around the load of a part file that the host reads by itself.
     void loadingChildFileStarted(const QString&);
+    /// The load is over; `state` tells how it ended.
     void loadingChildFileFinished(const QString&, znCADFileTypes::JobState state);
 
 protected:
     void finish() override;
+    /// Imports document and parts, as told above.
     void process() override;
 
 private:

@@ -31,7 +31,9 @@ public:
     /// Reads the source; false if that fails.
     virtual bool loadDocument(const std::string& fileName) = 0;
 
+    /// The id of the root.
     virtual std::uint32_t getRootId() const { return 0; }
+    /// How many child records it has.
     virtual std::uint32_t getChildCount(std::uint32_t id) const;
     /// The id of a child record.
     /// @throws std::runtime_error "childNum is out of range"
@@ -41,22 +43,33 @@ public:
 
     /// Asks for the load of a record and of all records below it (see CADNodeRecord::requestLoad).
     virtual void requestLoad(std::uint32_t id);
+    /// Asks for the unload of a record and of all records below it (see CADNodeRecord::requestUnload).
     virtual void requestUnload(std::uint32_t id);
     /// For subclasses that act on requests; does nothing here.
     virtual void update() {}
 
+    ///@{
     /// A flag of the caller's own, which a load takes away.
     virtual void setMarked(std::uint32_t id, bool marked);
     virtual bool isMarked(std::uint32_t id) const;
+    ///@}
+    ///@{
+    /// Whether the content of a record shows (see CADNodeRecord::setActive).
     virtual void setActive(std::uint32_t id, bool active);
     virtual bool isActive(std::uint32_t id) const;
+    ///@}
+    ///@{
     /// Checks the id; the value is for subclasses that have auxiliary records.
     virtual void setAuxiliary(std::uint32_t id, bool auxiliary);
     virtual bool getAuxiliary(std::uint32_t id) const;
+    ///@}
+    /// See CADNodeRecord::getUserDataText.
     virtual std::string getUserDataText(std::uint32_t id) const;
 
+    /// Whether the table has a record of this id.
     virtual bool isValidId(std::uint32_t id) const { return id < m_nodes.size(); }
 
+    ///@{
     /// The placement of a record's node; see the operations of the same names of CADNodeRecord.
     virtual void setTranslation(std::uint32_t id, float x, float y, float z);
     virtual std::vector<float> getTranslation(std::uint32_t id) const;
@@ -64,6 +77,7 @@ public:
     virtual std::vector<float> getRotation(std::uint32_t id) const;
     virtual void setScale(std::uint32_t id, float x, float y, float z);
     virtual std::vector<float> getScale(std::uint32_t id) const;
+    ///@}
 
     /// Brings the content of a record into the scene; null is ignored.
     virtual void realizeRecord(CADNodeRecord* record) = 0;
@@ -74,8 +88,11 @@ public:
     /// Whether `createFileNode` reads the files that it makes nodes for.
     void setLoadFiles(bool loadFiles) { m_loadFiles = loadFiles; }
 
+    /// How many records the table has.
     std::uint32_t getNodeCount() const { return static_cast<std::uint32_t>(m_nodes.size()); }
+    /// The node that shows a record; null before there is one.
     osg::NodePtr getSceneNode(std::uint32_t id) const;
+    /// Brings the content of the record of this id into the scene.
     void realizeNode(std::uint32_t id);
 
     /// The location of the file that a record waits for, as the document writes it; empty unless the record's state is
@@ -102,9 +119,12 @@ public:
 protected:
     /// Appends a record for `element`; gives its id.
     std::uint32_t addRecord(XML::CAD::CADBase* element);
+    /// Empties the table.
     void clearRecords() { m_nodes.clear(); }
+    /// The record of an id that is known to be in the table: nothing is checked.
     CADNodeRecord& record(std::uint32_t id) const { return *m_nodes[id]; }
 
+    /// The document's path, from which locations are resolved; a UTF-8 text.
     std::string m_filePath;
 
 private:

@@ -19,6 +19,7 @@ struct CADWalkLimits {
 class CADWalkGuard
 {
 public:
+    /// Which limit a walk went over.
     enum class Fault { None, TooDeep, TooLarge };
 
     /// @param path where the walk stands, at any time
@@ -26,11 +27,14 @@ public:
     CADWalkGuard(const CADWalkGuard&) = delete;
     CADWalkGuard& operator=(const CADWalkGuard&) = delete;
 
+    /// Whether it went over a limit.
     bool isOver() const { return m_fault != Fault::None; }
+    /// The limit that it went over first; None while it did not.
     Fault fault() const { return m_fault; }
     /// Where the walk stood when it went over the limit.
     const std::vector<std::string>& faultPath() const { return m_faultPath; }
 
+    /// One more place is visited.
     void countPlace()
     {
         if (++m_places > m_limits.records)
@@ -41,6 +45,7 @@ public:
     class Level
     {
     public:
+        /// One level deeper in the walk that `guard` counts.
         explicit Level(CADWalkGuard& guard) : m_guard(guard)
         {
             if (++m_guard.m_depth > m_guard.m_limits.depth)

@@ -54,8 +54,11 @@ public:
     /// Reads the attributes of an element: here `name` and `id`.
     virtual void loadAttributes(const TiXmlElement& element);
 
+    /// The attribute `name`; empty without one.
     const std::string& getName() const { return m_name; }
+    /// The id, bare as the document writes it, or a generated one; empty without either.
     const std::string& getId() const { return m_id; }
+    /// Gives it another id. Tables that it is in already keep the former one.
     void setId(const std::string& id) { m_id = id; }
 
     /// The last `UserData` child; null if there is none.
@@ -63,6 +66,7 @@ public:
 
     /// Null on a root element.
     CADBase* getParent() const { return m_parent; }
+    /// The document that owns the tree; null for an element without.
     CADDocument* getDocument() const { return m_document; }
 
     /// The uppermost element over this one (this one, if it has no parent), null if that is no CADProductDef.
@@ -89,6 +93,7 @@ public:
     CADOccurrence* createOccurrence(const TiXmlElement& element);         ///< `Occurrence`
 
 protected:
+    /// Gives it another name.
     void setName(const std::string& name) { m_name = name; }
 
     /// Gives an element without id one that no other living element has: the parent's id, the suffix and the element's

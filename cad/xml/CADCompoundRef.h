@@ -10,6 +10,7 @@ namespace HB::XML::CAD
 class CADCompoundRef : public CADRepresentation
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADCompoundRef(CADBase* parent) : CADRepresentation(parent) {}
 
     /// As CADRepresentation, with three more words for `type`: "construction", "weld", "midsurface".

@@ -40,6 +40,7 @@ public:
 
     /// What the next load accepts of a file. A depth far over the default needs a stack to match.
     void setLimits(const XMLLimits& limits) { m_limits = limits; }
+    /// What setLimits was told last.
     const XMLLimits& getLimits() const { return m_limits; }
 
     /// Reads the first `ProductDef` of a file; everything else beside it is ignored. A file without one loads and
@@ -54,10 +55,12 @@ public:
     /// @throws std::bad_alloc: memory is exhausted, or would be by the numbers of a `Material` (see parseFloatList)
     void load(const std::string& fileName);
 
+    /// How many top elements it has.
     std::uint32_t getProductDefCount() const;
     /// Null when the index is past the end.
     CADProductDef* getProductDef(std::uint32_t index) const;
 
+    ///@{
     /// Registration of an element under the id that it has now. Null is ignored; of several elements with one id all
     /// are kept and the last one is found.
     void addInstance(CADInstance* instance);
@@ -68,7 +71,9 @@ public:
     void addMaterial(CADMaterial* material);
     void addOccurrence(CADOccurrence* occurrence);
     void addProductView(CADProductView* productView);
+    ///@}
 
+    ///@{
     /// Look-up by reference text: a bare id or a local reference. Null for an unknown id and for any reference into
     /// another file.
     CADInstance* findInstance(std::string_view reference) const;
@@ -77,6 +82,7 @@ public:
     CADRepresentation* findRepresentation(std::string_view reference) const;
     CADMaterial* findMaterial(std::string_view reference) const;
     CADOccurrence* findOccurrence(std::string_view reference) const;
+    ///@}
 
     /// Look-up by bare id: a hash sign counts as part of the id.
     CADPart* findPartById(std::string_view id) const;

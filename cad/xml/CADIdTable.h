@@ -51,6 +51,7 @@ public:
         return entry != m_places.end() && entry->second < m_elements.size() ? m_elements[entry->second] : nullptr;
     }
 
+    /// All elements in the order of their registration; none is null.
     const std::vector<Element*>& elements() const { return m_elements; }
 
 private:

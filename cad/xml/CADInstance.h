@@ -12,6 +12,7 @@ namespace HB::XML::CAD
 class CADInstance : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADInstance(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Transform` children, the last of which replaces the attribute `transformRef`. An instance without id gets
@@ -21,11 +22,17 @@ public:
     /// Beside `name` and `id`: `partRef`, `materialRef`, `transformRef`, `representationRefs`.
     void loadAttributes(const TiXmlElement& element) override;
 
+    ///@{
+    /// References to a transform, a material and a part, as they were read; empty without one.
     const std::string& getTransformRef() const { return m_transformRef; }
     const std::string& getMaterialRef() const { return m_materialRef; }
     const std::string& getPartRef() const { return m_partRef; }
+    ///@}
+    ///@{
+    /// Whether the reference of this name is not empty.
     bool hasTransformRef() const { return !m_transformRef.empty(); }
     bool hasMaterialRef() const { return !m_materialRef.empty(); }
+    ///@}
 
 private:
     friend struct TestAccess;

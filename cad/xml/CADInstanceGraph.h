@@ -13,6 +13,7 @@ namespace HB::XML::CAD
 class CADInstanceGraph : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADInstanceGraph(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Instance`, `ProductInstance`, `Part`, `ProductRevisionView` and `Transform` children. Unlike all other

@@ -13,6 +13,7 @@ namespace HB::XML::CAD
 class CADMaterial : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADMaterial(CADBase* parent) : CADBase(parent) {}
 
     /// Reads no children but `UserData`.
@@ -23,12 +24,19 @@ public:
     /// @throws std::bad_alloc see parseFloatList
     void loadAttributes(const TiXmlElement& element) override;
 
+    ///@{
+    /// The numbers as they stand in the document, not clamped: red, green and blue when there are three.
     std::vector<float> getAmbient() const { return m_ambient; }
     std::vector<float> getDiffuse() const { return m_diffuse; }
     std::vector<float> getSpecular() const { return m_specular; }
     std::vector<float> getEmissive() const { return m_emissive; }
+    ///@}
+    ///@{
+    /// The number as it stands in the document, not clamped; 0 for the shininess and 1, opaque, for alpha without one.
     float getShininess() const { return m_shininess; }
     float getAlpha() const { return m_alpha; }
+    ///@}
+    /// The attribute `name`; empty without one.
     std::string getMaterialName() const { return m_materialName; }
 
 private:

@@ -13,6 +13,7 @@ namespace HB::XML::CAD
 class CADOccurrence : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADOccurrence(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Occurrence` children, to any depth, whose ids go behind those of the attribute, and `Transform` and
@@ -22,8 +23,11 @@ public:
     /// `materialRef`, `transformRef`, `occurrenceRefs`, `instanceRefs`.
     void loadAttributes(const TiXmlElement& element) override;
 
+    ///@{
+    /// References, as they were read; empty without one.
     std::string getTransformRef() const { return m_transformRef; }
     std::string getMaterialRef() const { return m_materialRef; }
+    ///@}
 
     /// The path: references to instances, from the root down.
     std::vector<std::string> getInstanceRefs() const { return m_instanceRefs; }

@@ -14,8 +14,10 @@ namespace HB::XML::CAD
 class CADPart : public CADBase
 {
 public:
+    /// What the attribute `type` says.
     enum class Type : std::uint32_t { Assembly = 0, Minimal = 1, Wire = 2, Solid = 3, Sheet = 4, General = 5 };
 
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADPart(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Representation` children, whose ids go behind those of the attribute, `Material` children, the last of
@@ -25,9 +27,13 @@ public:
     /// `type`, `materialRef`, `partRefs`, `instanceRefs`, `representationRefs`.
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// Assembly without the attribute, or for a word that is unknown.
     Type getType() const { return m_type; }
+    ///@{
+    /// References in the order of the document.
     std::vector<std::string> getRepresentationRefs() const { return m_representationRefs; }
     std::vector<std::string> getInstanceRefs() const { return m_instanceRefs; }
+    ///@}
 
 private:
     friend struct TestAccess;

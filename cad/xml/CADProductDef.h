@@ -15,6 +15,7 @@ namespace HB::XML::CAD
 class CADProductDef : public CADBase
 {
 public:
+    /// An empty root element of `document`.
     explicit CADProductDef(CADDocument* document) : CADBase(document) {}
 
     /// Reads `InstanceGraph`, `Representation`, `Part`, `Material`, `ProductView` and `Occurrence` children. Only
@@ -24,6 +25,7 @@ public:
     /// Only `name` and `id` count.
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// How many graphs it has.
     std::uint32_t getInstanceGraphCount() const;
 
     /// @throws std::exception, without message, when the index is past the end

@@ -13,6 +13,7 @@ namespace HB::XML::CAD
 class CADProductView : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADProductView(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Occurrence` children. Their ids go behind the references of the attributes, unless the attributes gave
@@ -23,6 +24,7 @@ public:
     /// The view is active when `state` is exactly "active".
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// Whether the document calls the view active.
     bool isActive() const { return m_active; }
 
     /// The occurrences of the view's list with this instance path, in the order of the list. Occurrences inside others

@@ -17,6 +17,7 @@ struct ReferenceParts {
     std::string_view id;   ///< what stands behind the hash sign; the whole text if there is none
 };
 
+/// Takes a reference apart. The views lead into `reference`.
 ReferenceParts referenceParts(std::string_view reference);
 
 /// Takes a reference apart into `file` and `id`. A text without hash sign leaves `file` as it is and is the id as a

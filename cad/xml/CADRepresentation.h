@@ -25,6 +25,7 @@ public:
         Midsurface = 6
     };
 
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADRepresentation(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Transform` children, the last of which replaces the attribute `transformRef`, `CompoundRep` children, to
@@ -34,7 +35,9 @@ public:
     /// Beside `name` and `id`: `type`, `format`, `location`, `transformRef`.
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// Default without the attribute, or for a word that is unknown.
     Type getType() const { return m_type; }
+    /// The reference to the transform of the geometry; empty without one.
     const std::string& getTransformRef() const { return m_transformRef; }
 
     /// As read, with its percent escapes.
@@ -47,6 +50,7 @@ public:
     const std::vector<std::string>& getCompoundRefs() const { return m_compoundRefs; }
 
 protected:
+    /// For subclasses that know further words.
     void setType(Type type) { m_type = type; }
 
 private:

@@ -16,6 +16,7 @@ public:
     /// (Scale), a 4 by 4 matrix with its translation in metres at the 13th to 15th number (General).
     enum class Type : std::uint32_t { Rotate = 0, Translate = 1, Scale = 2, General3 = 3, General = 4 };
 
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADTransform(CADBase* parent) : CADBase(parent) {}
 
     /// Appends the numbers of every text node, so that text which a comment or an element divides runs on into one
@@ -26,7 +27,9 @@ public:
     /// Beside `name` and `id`: `type`.
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// General without the attribute, or for a word that is unknown.
     Type getType() const { return m_type; }
+    /// The numbers in the order of the document, however many there are.
     std::vector<float> getTransformValues() const { return m_values; }
 
 private:

@@ -11,6 +11,7 @@ namespace HB::XML::CAD
 class CADUserData : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADUserData(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `UserValue` children.

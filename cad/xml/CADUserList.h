@@ -11,6 +11,7 @@ namespace HB::XML::CAD
 class CADUserList : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADUserList(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `Item` children, in file order.

@@ -11,6 +11,7 @@ namespace HB::XML::CAD
 class CADUserListItem : public CADBase
 {
 public:
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADUserListItem(CADBase* parent) : CADBase(parent) {}
 
     /// Keeps the last text node: text that a comment or an element divides does not run on.

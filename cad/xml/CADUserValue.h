@@ -12,6 +12,7 @@ namespace HB::XML::CAD
 class CADUserValue : public CADBase
 {
 public:
+    /// What the attribute `type` says of the value.
     enum class Type : std::uint32_t {
         Int = 0,
         Ints = 1,
@@ -26,6 +27,7 @@ public:
         DateTime = 10
     };
 
+    /// An empty element below `parent`, which owns it; see CADBase.
     explicit CADUserValue(CADBase* parent) : CADBase(parent) {}
 
     /// Reads `UserList` children, of which the last one is kept.
@@ -34,6 +36,7 @@ public:
     /// `title`, over what `name` gave, `value`, `format`, `type`.
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// String without the attribute, or for a word that is unknown.
     Type getType() const { return m_type; }
 
     /// As read, whatever the type: it is never parsed.

@@ -26,9 +26,10 @@ enum class XMLFault {
     BrokenCharacter    ///< a UTF-8 sequence that lacks bytes, of which the parser would take the bytes behind it
 };
 
+/// What a scan found.
 struct XMLVerdict {
-    XMLFault fault = XMLFault::None;
-    std::size_t position = 0; ///< byte offset at which the fault was seen; 0 without fault
+    XMLFault fault = XMLFault::None; ///< None for a text that may be parsed
+    std::size_t position = 0;        ///< byte offset at which the fault was seen; 0 without fault
 };
 
 /// One cheap pass over the bytes of a file before the parser sees them. It divides the text into tags, comments and so

@@ -10,8 +10,11 @@ namespace osg
 class ZN_HOST_EXPORT Attachment : public FieldContainer
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = AttachmentPtr;
     static FieldContainerType _type;
+    ///@}
 };
 
 } // namespace osg

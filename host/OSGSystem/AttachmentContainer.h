@@ -13,8 +13,12 @@ class AttachmentMap;
 class ZN_HOST_EXPORT AttachmentContainer : public FieldContainer
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = AttachmentContainerPtr;
     static FieldContainerType _type;
+    ///@}
+    /// The bit of an edit bracket around a change of the attachments.
     static constexpr FieldMask AttachmentsFieldMask = 1u << 0;
 
     /// Adds `attachment` under the group of its type; one that is there already is replaced. Null is ignored.
@@ -28,6 +32,7 @@ protected:
     AttachmentContainer();
     ~AttachmentContainer() override;
 
+    /// Whether both carry equal attachments under the same groups and bindings; names are left out.
     bool equalAttachments(const AttachmentContainer& other) const;
 
 private:

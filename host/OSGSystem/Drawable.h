@@ -9,8 +9,11 @@ namespace osg
 class ZN_HOST_EXPORT DrawableBase : public NodeCore
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = DrawablePtr;
     static FieldContainerType _type;
+    ///@}
 };
 
 /// A core that is drawn; nothing can hang below its node.

@@ -5,6 +5,7 @@
 namespace osg
 {
 
+/// Every field of a class: for brackets around a change that is not known in advance.
 inline constexpr FieldMask AllFieldsMask = ~FieldMask(0);
 
 /// Opens a change of the fields in `mask`. Each call is matched by one of `endEditCP` with the same arguments.

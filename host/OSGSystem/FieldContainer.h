@@ -15,17 +15,30 @@ using FieldMask = std::uint32_t;
 /// field counts one, and a drop to 0 destroys. A container has an id, dense from 1 in the order of creation and not
 /// given twice within a session. A field is changed between `osg::beginEditCP` and `osg::endEditCP` with its mask.
 /// Containers belong to one thread.
+///
+/// What holds for every class below it: `create` gives a new container with the count 0, which belongs to whoever takes
+/// the first reference. The constants whose names end in FieldMask are the bits of the class's own fields. A setter
+/// changes the field at once and opens no bracket: that is up to its caller. A getter that gives a pointer takes no
+/// reference; null stands for nothing there.
 class ZN_HOST_EXPORT FieldContainer
 {
 public:
+    ///@{
+    /// In each class: the pointer to it, which `fcCast` gives, and its run-time record, by which objects tell their
+    /// class.
     using Ptr = FieldContainerPtr;
     static FieldContainerType _type;
+    ///@}
 
     FieldContainer(const FieldContainer&) = delete;
     FieldContainer& operator=(const FieldContainer&) = delete;
 
+    /// The record of the object's own class, not of the class it is looked at through. Valid as long as the program
+    /// runs.
     virtual const FieldContainerType& getType() const = 0;
+    /// The id by which FieldContainerFactory finds the object; never 0.
     std::uint32_t getContainerId() const { return m_id; }
+    /// How many references are held; 0 for a new object that nobody has taken yet.
     std::uint32_t getRefCount() const { return m_references; }
 
     /// True when both are of one class and all their fields are equal: values by value, pointers to other containers by

@@ -9,6 +9,7 @@ namespace osg
 class ZN_HOST_EXPORT FieldContainerFactory
 {
 public:
+    /// The only one; never null, valid as long as the program runs, with or without a session.
     static FieldContainerFactory* the();
 
     /// The living container of this id, null if there is none.

@@ -20,9 +20,11 @@ public:
     FieldContainerType(const FieldContainerType&) = delete;
     FieldContainerType& operator=(const FieldContainerType&) = delete;
 
+    /// The number of the class in this run of the program.
     std::uint32_t getId() const { return m_id; }
     /// The key under which attachments of this class are found.
     std::uint16_t getGroupId() const;
+    /// The name of the class, such as "Transform"; never null.
     const char* getName() const { return m_name; }
     /// The type of the base class, null at the root of the chain.
     const FieldContainerType* getParent() const { return m_parent; }

@@ -11,8 +11,12 @@ struct Mesh;
 class ZN_HOST_EXPORT GeometryBase : public MaterialDrawable
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = GeometryPtr;
     static FieldContainerType _type;
+    ///@}
+    /// The bit of an edit bracket around a change of the vertices, indices or the exact surface.
     static constexpr FieldMask MeshFieldMask = 1u << 2;
 
     /// A geometry without vertices.

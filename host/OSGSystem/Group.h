@@ -9,9 +9,13 @@ namespace osg
 class ZN_HOST_EXPORT Group : public NodeCore
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = GroupPtr;
     static FieldContainerType _type;
+    ///@}
 
+    /// A new group without attachments.
     static GroupPtr create();
     const FieldContainerType& getType() const override { return _type; }
 

@@ -9,8 +9,11 @@ namespace osg
 class ZN_HOST_EXPORT MaterialBase : public AttachmentContainer
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = MaterialPtr;
     static FieldContainerType _type;
+    ///@}
 };
 
 /// How a surface looks. Geometries and groups share materials.

@@ -9,10 +9,15 @@ namespace osg
 class ZN_HOST_EXPORT MaterialDrawableBase : public Drawable
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = MaterialDrawablePtr;
     static FieldContainerType _type;
+    ///@}
+    /// The bit of an edit bracket around a change of the material.
     static constexpr FieldMask MaterialFieldMask = 1u << 1;
 
+    /// Null when it has none; what a group above gives is not looked at.
     MaterialPtr getMaterial() const;
     /// Holds a reference on `material`, which may be null.
     void setMaterial(const MaterialPtr& material);
@@ -21,6 +26,7 @@ protected:
     ~MaterialDrawableBase() override;
     bool equalFields(const FieldContainer& other) const override;
 
+    /// The material, on which a reference is held; null for none.
     Material* m_material = nullptr;
 };
 

@@ -7,19 +7,26 @@ namespace osg
 {
 
 class MaterialGroup;
+/// Pointer to a `MaterialGroup`.
 using MaterialGroupPtr = FCPtr<GroupPtr, MaterialGroup>;
 
 /// Fields of `MaterialGroup`.
 class ZN_HOST_EXPORT MaterialGroupBase : public Group
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = MaterialGroupPtr;
     static FieldContainerType _type;
+    ///@}
+    /// The bit of an edit bracket around a change of the material.
     static constexpr FieldMask MaterialFieldMask = 1u << 1;
 
+    /// A new group without a material.
     static MaterialGroupPtr create();
     const FieldContainerType& getType() const override { return _type; }
 
+    /// Null when it has none.
     MaterialPtr getMaterial() const;
 
 protected:
@@ -27,6 +34,7 @@ protected:
     bool equalFields(const FieldContainer& other) const override;
     FieldContainerPtr copy() const override;
 
+    /// The material, on which a reference is held; null for none.
     Material* m_material = nullptr;
 };
 

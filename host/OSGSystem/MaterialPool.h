@@ -9,16 +9,22 @@ namespace osg
 {
 
 class MaterialPool;
+/// Pointer to a `MaterialPool`.
 using MaterialPoolPtr = FCPtr<GroupPtr, MaterialPool>;
 
 /// Fields of `MaterialPool`. It holds a reference on each material.
 class ZN_HOST_EXPORT MaterialPoolBase : public Group
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = MaterialPoolPtr;
     static FieldContainerType _type;
+    ///@}
+    /// The bit of an edit bracket around a change of the list.
     static constexpr FieldMask MaterialsFieldMask = 1u << 1;
 
+    /// A new pool without materials.
     static MaterialPoolPtr create();
     const FieldContainerType& getType() const override { return _type; }
 
@@ -30,6 +36,7 @@ protected:
     bool equalFields(const FieldContainer& other) const override;
     FieldContainerPtr copy() const override;
 
+    /// None is null; the pool holds a reference on each.
     std::vector<MaterialPtr> m_materials;
 };
 

@@ -14,22 +14,32 @@ class ChildList;
 class ZN_HOST_EXPORT Node : public AttachmentContainer
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = NodePtr;
     static FieldContainerType _type;
+    ///@}
+    ///@{
+    /// The bits of an edit bracket: for the core, for the list of children, and for whether the node is active.
     static constexpr FieldMask CoreFieldMask = 1u << 1;
     static constexpr FieldMask ChildrenFieldMask = 1u << 2;
     static constexpr FieldMask ActiveFieldMask = 1u << 3;
+    ///@}
 
     /// A node without core, parent and children; its reference count is 0.
     static NodePtr create();
 
     const FieldContainerType& getType() const override { return _type; }
 
+    /// Null when it has none.
     NodeCorePtr getCore() const;
+    /// Takes a reference on `core`, which may be null, and then gives up the one on the former core.
     void setCore(const NodeCorePtr& core);
 
+    /// Null at the top of a tree. A parent is not held by its children.
     NodePtr getParent() const;
 
+    /// How many children hang directly below it.
     unsigned getNChildren() const;
     /// Null when `index` is past the end.
     NodePtr getChild(unsigned index) const;
@@ -44,6 +54,7 @@ public:
 
     /// An inactive node and what hangs below it is not shown. Nodes start active.
     void setActive(bool active);
+    /// The flag of this node alone, whatever the nodes above it say.
     bool isActive() const { return m_active; }
 
 protected:

@@ -9,8 +9,11 @@ namespace osg
 class ZN_HOST_EXPORT NodeCore : public AttachmentContainer
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = NodeCorePtr;
     static FieldContainerType _type;
+    ///@}
 };
 
 } // namespace osg

@@ -21,6 +21,8 @@ class Material;
 class ChunkMaterial;
 class SimpleMaterial;
 
+///@{
+/// Pointer to the class of this name, which converts to the pointers to its base classes. See FCPtr.
 using AttachmentContainerPtr = FCPtr<FieldContainerPtr, AttachmentContainer>;
 using AttachmentPtr = FCPtr<FieldContainerPtr, Attachment>;
 using NodePtr = FCPtr<AttachmentContainerPtr, Node>;
@@ -35,5 +37,6 @@ using GeometryPtr = FCPtr<MaterialDrawablePtr, Geometry>;
 using MaterialPtr = FCPtr<AttachmentContainerPtr, Material>;
 using ChunkMaterialPtr = FCPtr<MaterialPtr, ChunkMaterial>;
 using SimpleMaterialPtr = FCPtr<ChunkMaterialPtr, SimpleMaterial>;
+///@}
 
 } // namespace osg

@@ -8,6 +8,7 @@ namespace osg
 {
 
 class SwitchMaterial;
+/// Pointer to a `SwitchMaterial`.
 using SwitchMaterialPtr = FCPtr<MaterialPtr, SwitchMaterial>;
 
 /// A field that holds materials; entries may be null. Whoever writes an entry moves the reference counts by hand.
@@ -17,10 +18,16 @@ using MaterialField = std::vector<MaterialPtr>;
 class ZN_HOST_EXPORT SwitchMaterialBase : public Material
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = SwitchMaterialPtr;
     static FieldContainerType _type;
+    ///@}
+    ///@{
+    /// The bits of an edit bracket: for the list of sub-materials, and for the choice.
     static constexpr FieldMask MaterialsFieldMask = 1u << 1;
     static constexpr FieldMask ChoiceFieldMask = 1u << 2;
+    ///@}
 
     /// Without materials; the choice is 0.
     static SwitchMaterialPtr create();
@@ -30,6 +37,7 @@ public:
     const MaterialField& getMaterials() const { return m_materials; }
     /// The same for an edit of `MaterialsFieldMask`.
     MaterialField& editMaterials();
+    /// The place in the list of the sub-material that shows, from 0; it may be past the end.
     unsigned getChoice() const { return m_choice; }
     /// May be past the end; then there is nothing to see.
     void setChoice(unsigned index);
@@ -39,7 +47,9 @@ protected:
     bool equalFields(const FieldContainer& other) const override;
     FieldContainerPtr copy() const override;
 
+    /// The sub-materials, a reference held on each; entries may be null.
     MaterialField m_materials;
+    /// The place of the one that shows.
     unsigned m_choice = 0;
 
 private:

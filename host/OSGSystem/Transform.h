@@ -9,6 +9,7 @@ namespace osg
 class ZN_HOST_EXPORT Transform : public TransformBase
 {
 public:
+    /// Whether the matrix is the identity in every element; no tolerance.
     bool isIdentity() const { return m_matrix.isIdentity(); }
 };
 

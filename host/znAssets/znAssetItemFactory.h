@@ -6,6 +6,7 @@
 class ZN_HOST_EXPORT znAssetItemFactory
 {
 public:
+    /// The only one, valid as long as the program runs; it works on the session that is alive when it is called.
     static znAssetItemFactory& the();
 
     /// Gives up the materials of assets that nobody but the factory holds.

@@ -10,6 +10,7 @@ class znInterfaceObject;
 class ZN_HOST_EXPORT znInterfaceFactory
 {
 public:
+    /// The only one; never null, valid as long as the program runs.
     static znInterfaceFactory* the();
 
     /// The interface of this type, null if the host has none. It lives as long as the process, so that callers may keep

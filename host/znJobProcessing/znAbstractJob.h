@@ -67,21 +67,26 @@ public:
     /// Whether this is the conversion of a Mechanor file. The open host treats such a job like any other.
     virtual bool isMechanorJob() const;
 
+    /// How far the job is, or how its last run ended; see State above.
     znCADFileTypes::JobState getState() const { return m_state; }
 
     /// Why the job failed, for the user; empty if there is nothing to say. Kept until a later run replaces it.
     QString getErrorText() const { return m_errorText; }
 
 Q_SIGNALS:
+    /// A run begins. Comes from run(), before the work; what slots change then counts for this run.
     void starting();
+    /// The work has begun.
     void started();
 
     /// `value` is a percentage, 0 when only `text` matters.
     void progressChanged(unsigned int value, const QString& text);
 
+    /// The run has ended with `state`. Slots may call run() again or deleteLater(), never delete the job.
     void finished(znCADFileTypes::JobState state);
 
 protected:
+    /// A job that waits for its first run. With a null `parent` it belongs to whoever makes it.
     explicit znAbstractJob(QObject* parent);
 
     /// Ends the run: emits finished() with m_state. The work's end calls the virtual function; an override ends with
@@ -92,8 +97,11 @@ protected:
     /// override makes its connections, then calls its base, then sets the flag, all of it only if the flag is clear.
     virtual void createBaseConnections() = 0;
 
+    /// What getErrorText() tells; written by the work, in the language of the user.
     QString m_errorText;
+    /// What getState() and finished() tell.
     znCADFileTypes::JobState m_state = znCADFileTypes::JobWaiting;
+    /// Whether createBaseConnections() has made its connections.
     bool m_connectionsMade = false;
 
 private:

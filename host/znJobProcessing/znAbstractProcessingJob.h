@@ -13,6 +13,7 @@ class ZN_HOST_EXPORT znAbstractProcessingJob : public znAbstractJob
     Q_OBJECT
 
 public:
+    /// See znAbstractJob for parent and ownership.
     explicit znAbstractProcessingJob(QObject* parent);
     ~znAbstractProcessingJob() override;
 
@@ -26,6 +27,7 @@ Q_SIGNALS:
 protected:
     void createBaseConnections() override;
 
+    /// The work, see above. It may open event loops; an exception that leaves it ends the run as znAbstractJob tells.
     virtual void process() = 0;
 
 private:

@@ -28,6 +28,7 @@ class ZN_HOST_EXPORT znJobQueue : public QObject
     Q_OBJECT
 
 public:
+    /// A new queue, idle and empty. With a null `parent` it belongs to whoever makes it.
     explicit znJobQueue(QObject* parent = nullptr);
     ~znJobQueue() override;
 
@@ -55,5 +56,6 @@ Q_SIGNALS:
     void jobQueueEmpty();
 
 protected:
+    /// The host's own; never null.
     const std::shared_ptr<znJobs::QueueRecord> m_record;
 };

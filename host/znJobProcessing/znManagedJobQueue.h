@@ -13,6 +13,7 @@ class ZN_HOST_EXPORT znManagedJobQueue : public znJobQueue
     Q_OBJECT
 
 public:
+    /// A new queue, idle and empty, whose default priority is LowPriority.
     explicit znManagedJobQueue(QObject* parent);
     ~znManagedJobQueue() override;
 
@@ -20,5 +21,6 @@ public:
     void setDefaultPriority(znCADFileTypes::znJobPriority priority);
 
     using znJobQueue::addJob;
+    /// As znJobQueue::addJob(), with a priority of its own, which it keeps until it starts.
     void addJob(znAbstractJob* job, znCADFileTypes::znJobPriority priority);
 };

@@ -14,6 +14,7 @@ class ZN_HOST_EXPORT znOsbLoaderJob : public znAbstractProcessingJob
     Q_OBJECT
 
 public:
+    /// `file` is the path of the scene file. It is opened by the run, not before. The job has no parent.
     explicit znOsbLoaderJob(const QString& file);
     ~znOsbLoaderJob() override;
 
@@ -21,9 +22,12 @@ public:
     osg::NodePtr& getLoadedNode() { return m_loadedNode; }
 
 protected:
+    /// Reads the file in one go, without an event; what was left out of it goes to the log of the host.
     void process() override;
 
+    /// The path that the next run reads.
     QString m_file;
+    /// What getLoadedNode() gives.
     osg::NodePtr m_loadedNode;
     /// Set by a subclass around its call of `process`: the load then leaves `started` and `processingFinished` to it.
     bool m_holdFinish = false;

@@ -6,6 +6,7 @@
 class ZN_HOST_EXPORT znParallelJobManager
 {
 public:
+    /// The only one; never null, valid as long as the program runs.
     static znParallelJobManager* the();
 
     /// The bound, at least 1. Asked anew for each start, so a change counts from the next one; running processes stay.

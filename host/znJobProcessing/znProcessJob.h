@@ -38,8 +38,12 @@ class ZN_HOST_EXPORT znProcessJob : public znAbstractJob
     Q_OBJECT
 
 public:
+    ///@{
+    /// `command` is the command line that run() launches. Without it the command is empty, and a slot of starting() or
+    /// a subclass sets it.
     explicit znProcessJob(QObject* parent);
     znProcessJob(const QString& command, QObject* parent);
+    ///@}
 
     /// Kills a process that runs, and has seen its end when it returns.
     ~znProcessJob() override;

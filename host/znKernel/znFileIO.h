@@ -20,6 +20,7 @@ public:
     class ZN_HOST_EXPORT loadedS
     {
     public:
+        /// Stands for `node` without holding it; null for a load without a tree.
         explicit loadedS(const osg::NodePtr& node);
         /// The root of the tree that came from the file; null when there was none, or it is gone.
         osg::NodePtr getNode() const;

@@ -18,10 +18,14 @@ public:
     static bool isAssemblyFile(const QString& path);
     /// Files of this format can hold parts of their own beside references to part files.
     static bool canContainMixedAssemblies(const QString& path);
+    ///@{
+    /// The format by the extension is Stylar, or Mechanor.
     static bool isStylarFile(const QString& path);
     static bool isBrantelMechanorFile(const QString& path);
+    ///@}
     /// The format goes through the external converter.
     static bool isPtxFile(const QString& path);
+    /// The format by the extension is PLMXML.
     static bool isPLMXMLFile(const QString& path);
     /// The file that the file info of `node` names; empty without one.
     static QString getFileNameFromFileInfo(const osg::NodePtr& node);

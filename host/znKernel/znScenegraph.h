@@ -13,6 +13,7 @@ class ZN_HOST_EXPORT znScenegraph
 public:
     /// True while nothing hangs below the root.
     static bool isEmpty();
+    /// The node at the top of the scene; never null, and the same as long as the session lives.
     static osg::NodePtr getRoot();
     /// Null when nothing is selected.
     static osg::NodePtr getSelectedNode();

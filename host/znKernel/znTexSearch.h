@@ -8,5 +8,6 @@ class ZN_HOST_EXPORT znTexSearch
 public:
     /// Searches begin in the folder of `file`, a UTF-8 path, until `clearCurrentFile`. Null counts as empty.
     static void setCurrentFile(const char* file);
+    /// Searches have no folder to begin in any more.
     static void clearCurrentFile();
 };

@@ -12,6 +12,7 @@
 class ZN_HOST_EXPORT znKernelServiceFactory
 {
 public:
+    /// The only one; never null, valid as long as the program runs.
     static znKernelServiceFactory* the();
 
     /// The service of type `T`, which belongs to the host. Null, with a line on the standard error stream, when the host

@@ -11,18 +11,22 @@ public:
     /// What becomes of the references to source files.
     enum SourceReferenceBehavior {
         DissolveReferences = 0, ///< they become plain groups and transforms
-        KeepReferences = 1,
+        KeepReferences = 1,     ///< they stay what they are
     };
 
     struct Values; ///< the host's own
 
     explicit zndPtxSettings(std::shared_ptr<const Values> values);
+    ///@{
+    /// Shares the values, which nobody changes.
     zndPtxSettings(const zndPtxSettings& other);
     zndPtxSettings& operator=(const zndPtxSettings& other);
+    ///@}
     ~zndPtxSettings();
 
     /// Equal materials of the parts of the tree become one.
     bool getMergeSubReferenceMaterials() const;
+    /// Groups and transforms without content are taken away.
     bool getRemoveEmptyGroups() const;
     /// Transforms go into the vertices.
     bool getFlushTransformations() const;
@@ -32,6 +36,7 @@ public:
     bool getKeepNurbs() const;
     /// Nodes do not share their cores.
     bool getUnshareNodes() const;
+    /// What becomes of the references to source files.
     SourceReferenceBehavior getSourceReferenceBehavior() const;
 
     /// Free edges closer than the stitching tolerance are joined before surfaces are meshed.

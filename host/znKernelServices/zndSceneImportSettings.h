@@ -11,8 +11,11 @@ public:
     struct Values; ///< the host's own
 
     explicit zndSceneImportSettings(std::shared_ptr<const Values> values);
+    ///@{
+    /// Shares the values, which nobody changes.
     zndSceneImportSettings(const zndSceneImportSettings& other);
     zndSceneImportSettings& operator=(const zndSceneImportSettings& other);
+    ///@}
     ~zndSceneImportSettings();
 
     /// The material assets of the folder that the user chose go onto the imported materials of the same name.

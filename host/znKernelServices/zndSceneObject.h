@@ -8,6 +8,7 @@ class ZN_HOST_EXPORT zndSceneObject : public zndObject
     Q_OBJECT
 
 public:
+    /// As those of the base class.
     using zndObject::zndObject;
 
     /// Whether the container is still there. A wrapper of a former session is never valid.

@@ -10,6 +10,7 @@
 class ZN_HOST_EXPORT znUberCameraPool
 {
 public:
+    /// The only one; never null. It lists the cameras of the session that is alive when it is called.
     static znUberCameraPool* the();
 
     /// The camera of the pool with this container id; null when there is none.
@@ -21,5 +22,6 @@ public:
     /// Takes `camera` off the list. Its nodes stay where they are.
     void remove(const osg::UberCameraPtr& camera);
 
+    /// How many living cameras it lists.
     std::size_t getNumCameras() const;
 };

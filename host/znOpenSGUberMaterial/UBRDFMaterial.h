@@ -6,14 +6,19 @@ namespace osg
 {
 
 class UBRDFMaterial;
+/// Pointer to a `UBRDFMaterial`.
 using UBRDFMaterialPtr = FCPtr<UberMaterialPtr, UBRDFMaterial>;
 
 /// Fields of `UBRDFMaterial`.
 class ZN_HOST_EXPORT UBRDFMaterialBase : public UberMaterial
 {
 public:
+    ///@{
+    /// The class's pointer and type record, see FieldContainer.
     using Ptr = UBRDFMaterialPtr;
     static FieldContainerType _type;
+    ///@}
+    /// The bit of an edit bracket around `setEnvironment`.
     static constexpr FieldMask EnvironmentFieldMask = 1u << 2;
 
     /// Without an environment.
@@ -28,6 +33,7 @@ protected:
     bool equalFields(const FieldContainer& other) const override;
     FieldContainerPtr copy() const override;
 
+    /// The environment, on which a reference is held; null for none.
     Material* m_environment = nullptr;
 };
 

@@ -10,6 +10,7 @@
 class ZN_HOST_EXPORT znMaterialMerger
 {
 public:
+    /// Which materials are exchanged.
     enum MaterialMergeSettings : unsigned {
         MergeNodeMaterials = 0, ///< the materials of nodes; what they hold stays
     };

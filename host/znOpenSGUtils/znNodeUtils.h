@@ -20,6 +20,7 @@ public:
 
     /// The tags of `node` in their order.
     static std::vector<std::string> getTags(const osg::NodePtr& node);
+    /// Whether one of the tags of `node` is this text, to the letter.
     static bool hasTag(const osg::NodePtr& node, const std::string& tag);
     /// Takes every tag with this text away. A node without it is not touched.
     static void removeTag(const osg::NodePtr& node, const std::string& tag);

@@ -8,6 +8,7 @@
 class ZN_HOST_EXPORT znMaterialVariant final : public znVariant
 {
 public:
+    /// Made by znVariants; `material` is not null.
     explicit znMaterialVariant(const osg::MaterialPtr& material);
 
     /// Null when it is gone.

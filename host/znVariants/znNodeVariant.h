@@ -7,6 +7,7 @@
 class ZN_HOST_EXPORT znNodeVariant final : public znVariant
 {
 public:
+    /// Made by znVariants; `node` is not null.
     explicit znNodeVariant(const osg::NodePtr& node);
 
     /// Null when it is gone.

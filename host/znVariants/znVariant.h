@@ -24,6 +24,7 @@ public:
     virtual bool apply(const QString& stateName) = 0;
 
 protected:
+    /// For the two kinds of variants: `targetId` is the container id of what is switched.
     znVariant(const QString& name, std::uint32_t targetId) : m_name(name), m_targetId(targetId) {}
 
 private:

@@ -8,8 +8,10 @@
 class ZN_HOST_EXPORT znVariantGroup
 {
 public:
+    /// Made by znVariants, under a name that no other group has.
     explicit znVariantGroup(const QString& name) : m_name(name) {}
 
+    /// The name that it was made with.
     const QString& getName() const { return m_name; }
 
 private:

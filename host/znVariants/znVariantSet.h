@@ -18,11 +18,14 @@ public:
     /// `group` may be null.
     znVariantSet(const QString& name, znVariantGroup* group) : m_name(name), m_group(group) {}
 
+    /// The name that it was made with.
     const QString& getName() const { return m_name; }
+    /// The heading that it stands under, null for none. It belongs to the session.
     znVariantGroup* getGroup() const { return m_group; }
 
     /// Puts `variant` into the set. One that is in it already takes the new state; null is ignored.
     void add(znMaterialVariant* variant, const QString& stateName);
+    /// The same for a variant of a node.
     void add(znNodeVariant* variant, const QString& stateName);
     /// Lists the name of a viewpoint; a name is listed once.
     void addViewpoint(const QString& name);
@@ -30,9 +33,12 @@ public:
     /// The entry of the material variant of this name, null if there is none. Belongs to the set.
     znVariantState* findMaterialVariant(const QString& name) const;
 
+    ///@{
+    /// The entries for materials, those for nodes, and the names of viewpoints, in the order in which they were added.
     const std::vector<std::unique_ptr<znVariantState>>& getMaterialStates() const { return m_materialStates; }
     const std::vector<std::unique_ptr<znVariantState>>& getNodeStates() const { return m_nodeStates; }
     const QStringList& getViewpoints() const { return m_viewpoints; }
+    ///@}
 
     /// The viewpoint that applying the set goes to; empty: the view stays.
     QString m_viewpointName;

@@ -10,6 +10,7 @@ class znVariant;
 class ZN_HOST_EXPORT znVariantState
 {
 public:
+    /// Made by znVariantSet; `variant` is not null.
     znVariantState(znVariant* variant, const QString& stateName) : m_stateName(stateName), m_variant(variant) {}
 
     /// The name of the state that applying the set brings the variant to; may be written. Empty: nothing changes.

@@ -16,6 +16,7 @@ public:
 
     /// A new set below `group`, or below none when it is null. Null when the name is empty or taken.
     static znVariantSet* createVariantSet(const QString& name, bool tell, znVariantGroup* group);
+    /// The set of this name; null when there is none.
     static znVariantSet* findVariantSet(const QString& name);
 
     /// The variant of `material`: a new one, or the one that it has. Null for a null material.

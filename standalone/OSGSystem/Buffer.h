@@ -31,14 +31,19 @@ public:
     {
     }
 
+    ///@{
+    /// The values; they stay where they are as long as this or a copy of it lives. An index past the end is undefined.
     const T* data() const { return m_data; }
     std::size_t size() const { return m_size; }
     bool empty() const { return m_size == 0; }
     const T& operator[](std::size_t index) const { return m_data[index]; }
     const T* begin() const { return m_data; }
     const T* end() const { return m_data + m_size; }
+    ///@}
+    /// All values; valid as long as this or a copy of it lives.
     std::span<const T> span() const { return {m_data, m_size}; }
 
+    /// Equal lengths and equal bytes, so that two values that are no numbers can be equal.
     friend bool operator==(const Buffer& a, const Buffer& b)
     {
         return a.m_size == b.m_size &&

@@ -27,28 +27,34 @@
 namespace glb
 {
 
+/// Why there is no file.
 enum class WriteErrorCode {
     NothingToWrite, ///< the root is null
     InvalidMesh,    ///< a mesh that breaks the promises of `osg::Mesh`
     TooLarge,       ///< more than the 4 GiB that a binary glTF file can have
     CannotCreate,   ///< the folder is missing or not writable, or the target is no regular file
     WriteFailed,    ///< the disk is full, or a size limit of the process was met
-    OutOfMemory,
+    OutOfMemory,    ///< memory ran out
 };
 
 /// The code as a word for logs, such as "TooLarge".
 const char* writeErrorName(WriteErrorCode code);
 
+/// What went wrong, as a value.
 struct WriteError {
-    WriteErrorCode code = WriteErrorCode::WriteFailed;
-    QString message; ///< for people; without the file's name
-    QString file;    ///< as given
+    WriteErrorCode code = WriteErrorCode::WriteFailed; ///< what kind of fault it is
+    QString message;                                   ///< for people; without the file's name
+    QString file;                                      ///< as given
 
     /// File and message in one line.
     QString toString() const;
 };
 
-enum class UpAxis { Y, Z };
+/// The axis of a file that points up.
+enum class UpAxis {
+    Y, ///< as glTF asks
+    Z  ///< as CAD data has it
+};
 
 /// How to write.
 struct WriteOptions {
@@ -60,13 +66,15 @@ struct WriteOptions {
     bool occlusionAsColors = false;
 };
 
+/// What a write gave: numbers of a complete file, or the reason why there is none.
 struct WriteResult {
-    std::optional<WriteError> error;
-    QStringList warnings;    ///< what is not in the file as it is in the tree
-    std::uint64_t bytes = 0; ///< the size of the file
-    std::uint64_t nodes = 0;
-    std::uint64_t meshes = 0;
+    std::optional<WriteError> error; ///< none after a success
+    QStringList warnings;            ///< what is not in the file as it is in the tree
+    std::uint64_t bytes = 0;         ///< the size of the file
+    std::uint64_t nodes = 0;         ///< nodes in the file
+    std::uint64_t meshes = 0;        ///< meshes in the file, a shared one counted once
 
+    /// Whether the file was written.
     explicit operator bool() const { return !error; }
 };
 

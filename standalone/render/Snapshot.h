@@ -17,8 +17,8 @@ namespace render
 
 /// The backdrop: a soft gradient between two display colours.
 struct Backdrop {
-    osg::Color3f top = {0.975f, 0.980f, 0.985f};
-    osg::Color3f bottom = {0.800f, 0.820f, 0.840f};
+    osg::Color3f top = {0.975f, 0.980f, 0.985f};    ///< at the upper edge
+    osg::Color3f bottom = {0.800f, 0.820f, 0.840f}; ///< at the lower edge
     bool contactShadow = true; ///< the shadow of the model on a ground below it; the iso view has it
 };
 
@@ -31,18 +31,18 @@ struct SnapshotLimits {
 
 /// How a picture is made. The same scene and the same options give the same picture, whatever the number of threads.
 struct SnapshotOptions {
-    int width = 1280; ///< pixels
-    int height = 800; ///< pixels
-    View view = View::Iso;
+    int width = 1280;      ///< pixels
+    int height = 800;      ///< pixels
+    View view = View::Iso; ///< where the eye is, if `eye` does not say otherwise
     /// Looks from here in place of `view`. Nothing is fitted then, and there is no ground.
     std::optional<Eye> eye;
-    Backdrop backdrop;
+    Backdrop backdrop;        ///< what stands behind the scene
     float margin = 0.06f;     ///< what stays free along each border, as part of the shorter side; from 0, below 0.5
     int samples = 3;          ///< anti-aliasing: `samples` x `samples` rays a pixel, 1 to 16
     int ambientSamples = 18;  ///< rays a pixel that look for what darkens it; 0 for none, at most 4096
     bool featureLines = true; ///< thin dark lines at silhouettes, creases and borders of faces
     int threads = 0;          ///< 0 for one a core
-    SnapshotLimits limits;
+    SnapshotLimits limits;    ///< a picture beyond them is refused
 
     /// Called on the calling thread with the part that is done, from 0 to 1, never falling.
     std::function<void(double)> progress;
@@ -50,28 +50,31 @@ struct SnapshotOptions {
     const std::atomic<bool>* cancel = nullptr;
 };
 
+/// Why there is no picture.
 enum class SnapshotFault {
-    None,
+    None,          ///< there is a picture
     BadOptions,    ///< an option is out of its range, or a limit is exceeded
     NothingToDraw, ///< no active geometry with a visible point
-    Cancelled,
-    OutOfMemory,
-    RayTracer,  ///< the ray tracer reported an error; the message has its text
-    NotWritten, ///< the picture could not be written to its file
+    Cancelled,     ///< the caller asked for it
+    OutOfMemory,   ///< memory ran out
+    RayTracer,     ///< the ray tracer reported an error; the message has its text
+    NotWritten,    ///< the picture could not be written to its file
 };
 
+/// What went wrong, as a value.
 struct SnapshotError {
-    SnapshotFault fault = SnapshotFault::None;
-    QString message; ///< the cause, for the user
-    QString file;    ///< the file concerned, empty when there is none
+    SnapshotFault fault = SnapshotFault::None; ///< what kind of fault it is
+    QString message;                           ///< the cause, for the user
+    QString file;                              ///< the file concerned, empty when there is none
 
+    /// Whether something went wrong.
     explicit operator bool() const { return fault != SnapshotFault::None; }
 };
 
 /// A picture, or the reason why there is none.
 struct SnapshotResult {
-    QImage image; ///< `QImage::Format_RGB32`; null on an error
-    SnapshotError error;
+    QImage image;        ///< `QImage::Format_RGB32`; null on an error
+    SnapshotError error; ///< false after a success
     /// Geometries that could not be placed, because their transform has values that are not finite.
     std::size_t leftOut = 0;
 };

@@ -15,16 +15,16 @@ enum class View { Iso, Front, Back, Left, Right, Top, Bottom };
 
 /// An eye that stands somewhere in the scene: it looks along the negative Z axis of its placement, with Y upwards.
 struct Eye {
-    osg::Matrix placement; ///< in the world, millimetres; a scale in it does not count
-    bool isPerspective = true;
-    float fieldOfView = 45; ///< of a perspective: degrees from the lower to the upper edge of the picture
-    float height = 1000;    ///< otherwise: millimetres from the lower to the upper edge
+    osg::Matrix placement;     ///< in the world, millimetres; a scale in it does not count
+    bool isPerspective = true; ///< a parallel projection otherwise
+    float fieldOfView = 45;    ///< of a perspective: degrees from the lower to the upper edge of the picture
+    float height = 1000;       ///< otherwise: millimetres from the lower to the upper edge
 };
 
 /// What a name stands for: a view, or the reason why there is none.
 struct ViewChoice {
-    std::optional<View> view;
-    QString error; ///< names the text and all known views; empty when there is a view
+    std::optional<View> view; ///< none for an unknown name
+    QString error;            ///< names the text and all known views; empty when there is a view
 };
 
 /// The view of this name (iso, front, back, left, right, top, bottom; in any case).

@@ -16,31 +16,33 @@
 namespace osg
 {
 
+/// Why a file was not read or written.
 enum class SceneFileErrorCode {
     NotFound,           ///< the file is missing or cannot be opened
     NotRegular,         ///< a folder, a pipe or a device
     NotASceneFile,      ///< no scene file, or one that a transfer as text has changed
     UnsupportedVersion, ///< written by a newer program in a layout that this one does not know
     Truncated,          ///< shorter or longer than its header says
-    DamagedHeader,
-    DamagedTable,  ///< the table of chunks
-    WrongChecksum, ///< of a chunk, when checksums are verified
-    DamagedGraph,  ///< the chunk with nodes, cores and materials
-    DamagedMesh,   ///< an array outside its chunk, a wrong length, an index without a vertex
-    LimitExceeded, ///< a limit of the options, or of the layout
-    OutOfMemory,
-    ReadFailed,     ///< the system could not map or read the file
-    NothingToWrite, ///< the root is null
-    InvalidMesh,    ///< a mesh in memory that breaks the promises of `osg::Mesh`
-    CannotCreate,   ///< the output folder is missing or not writable, or the target is no regular file
-    WriteFailed,    ///< the disk is full, or a size limit of the process was met
+    DamagedHeader,      ///< the first 64 bytes
+    DamagedTable,       ///< the table of chunks
+    WrongChecksum,      ///< of a chunk, when checksums are verified
+    DamagedGraph,       ///< the chunk with nodes, cores and materials
+    DamagedMesh,        ///< an array outside its chunk, a wrong length, an index without a vertex
+    LimitExceeded,      ///< a limit of the options, or of the layout
+    OutOfMemory,        ///< memory ran out
+    ReadFailed,         ///< the system could not map or read the file
+    NothingToWrite,     ///< the root is null
+    InvalidMesh,        ///< a mesh in memory that breaks the promises of `osg::Mesh`
+    CannotCreate,       ///< the output folder is missing or not writable, or the target is no regular file
+    WriteFailed,        ///< the disk is full, or a size limit of the process was met
 };
 
 /// The code as a word for logs, such as "DamagedMesh".
 const char* sceneFileErrorName(SceneFileErrorCode code);
 
+/// What went wrong, as a value.
 struct SceneFileError {
-    SceneFileErrorCode code;
+    SceneFileErrorCode code;  ///< what kind of fault it is
     QString message;          ///< what is wrong, for people; without the file's name
     QString file;             ///< as given to the function that failed
     std::uint64_t offset = 0; ///< the place in the file, as near as it is known
@@ -51,31 +53,36 @@ struct SceneFileError {
 
 /// Objects of one class that were not read or written as they are.
 struct SceneFileWarning {
-    std::string className;
+    std::string className;   ///< the name of the class, as its record tells it
     std::string usedInstead; ///< the nearest known base class; empty: the objects were left out
-    std::uint32_t count = 0;
+    std::uint32_t count = 0; ///< how many objects
 
+    /// The warning in one sentence.
     QString message() const;
+    /// Equal texts and counts.
     friend bool operator==(const SceneFileWarning&, const SceneFileWarning&) = default;
 };
 
+/// What a written file may take.
 struct SceneFileWriteOptions {
     /// The graph (everything but arrays of meshes and B-rep data) has to fit into this. The layout allows no more than
     /// the default.
     std::uint64_t maxGraphBytes = (std::uint64_t(1) << 31) - (1u << 20);
 };
 
+/// What a write gave: the size of a complete file, or the reason why there is none.
 struct SceneFileWriteResult {
-    std::optional<SceneFileError> error;
-    std::vector<SceneFileWarning> warnings;
-    std::uint64_t bytes = 0; ///< the size of the file
+    std::optional<SceneFileError> error;    ///< none after a success
+    std::vector<SceneFileWarning> warnings; ///< what is not in the file as it is in the tree
+    std::uint64_t bytes = 0;                ///< the size of the file
 
+    /// Whether the file was written.
     explicit operator bool() const { return !error; }
 };
 
 /// What a file may cost before it is refused. Every count is held against the size of the file first.
 struct SceneFileReadOptions {
-    std::uint64_t maxFileBytes = std::uint64_t(1) << 40;
+    std::uint64_t maxFileBytes = std::uint64_t(1) << 40; ///< the size of the file, in bytes
     /// Nodes, cores, materials, attachments and file references together.
     std::uint64_t maxContainers = std::uint64_t(1) << 26;
     /// All texts (names, tags, paths), each counted as often as it is used, with 32 bytes for itself.
@@ -87,11 +94,13 @@ struct SceneFileReadOptions {
     bool copyIntoMemory = false;
 };
 
+/// What a read gave: a tree, or the reason why there is none.
 struct SceneFileReadResult {
     NodePtr root; ///< has no parent and the count 0: the caller takes the first reference; null on error
-    std::optional<SceneFileError> error;
-    std::vector<SceneFileWarning> warnings;
+    std::optional<SceneFileError> error;    ///< none after a success
+    std::vector<SceneFileWarning> warnings; ///< what is not in the tree as it is in the file
 
+    /// Whether there is a tree.
     explicit operator bool() const { return static_cast<bool>(root); }
 };
 

@@ -15,13 +15,16 @@ namespace zn
 class SceneWithExtras
 {
 public:
+    /// The tag of the group that holds the cameras.
     static constexpr const char* camerasTag = "zn::cameras";
 
+    /// Hangs the extras in. `session` must outlive this.
     explicit SceneWithExtras(znStandaloneSession& session);
     ~SceneWithExtras();
     SceneWithExtras(const SceneWithExtras&) = delete;
     SceneWithExtras& operator=(const SceneWithExtras&) = delete;
 
+    /// The root of the scene, with the extras.
     osg::NodePtr root() const { return m_root; }
 
 private:

@@ -11,18 +11,25 @@
 namespace zn
 {
 
-enum class SettingType { Switch, Integer, Number, Choice, Text };
+/// What values a setting takes.
+enum class SettingType {
+    Switch,  ///< on or off
+    Integer, ///< a whole number in the range of the row
+    Number,  ///< a number in the range of the row
+    Choice,  ///< one of the words of the row
+    Text     ///< any text
+};
 
 /// One setting of the open host.
 struct SettingRow {
-    QString name;
-    SettingType type = SettingType::Text;
-    QString unit; ///< empty for a number without one
-    double least = 0;
-    double most = 0;
-    QString defaultText;
-    QString help;
-    QStringList choices = {}; ///< the values of a choice, in lower case
+    QString name;                         ///< as it stands in files and on command lines
+    SettingType type = SettingType::Text; ///< what values it takes
+    QString unit;                         ///< empty for a number without one
+    double least = 0;                     ///< the smallest value of a number, itself included
+    double most = 0;                      ///< the largest value of a number, itself included
+    QString defaultText;                  ///< the value that it has at first, as a text
+    QString help;                         ///< what it is for, for a person
+    QStringList choices = {};             ///< the values of a choice, in lower case
 };
 
 /// The settings of one session: a table of rows, each with a value of its own. Help, settings files and command lines
@@ -38,6 +45,7 @@ public:
     /// All values are the defaults.
     Settings();
 
+    /// The table; it never changes.
     const std::vector<SettingRow>& rows() const { return m_rows; }
 
     /// Sets a value from its text; words and choices in any case of letters. Gives a sentence that names the setting, the text and what would be right when the
@@ -48,13 +56,16 @@ public:
     /// file and line at the first one that is wrong, and changes nothing then.
     std::optional<QString> load(const QString& path);
 
-    // The value of a setting of that type. The name must be in the table.
+    /// The value of a switch. The name must be in the table.
     bool isOn(const QString& name) const;
     /// `otherwise` when there is no such setting.
     bool isOn(const QString& name, bool otherwise) const;
+    ///@{
+    /// The value of a setting of that type. The name must be in the table.
     int integer(const QString& name) const;
     double number(const QString& name) const;
     QString text(const QString& name) const;
+    ///@}
 
     /// All rows for a person: name, type, unit, range, default and help.
     QString helpText() const;

@@ -45,6 +45,7 @@ public:
     /// Tells this session from all others of the process; never 0.
     std::uint64_t id() const { return m_id; }
 
+    /// The settings of this session; a change counts from the next question on.
     zn::Settings& settings() { return m_settings; }
 
     /// What `znPreferences::getData` answers.
@@ -77,6 +78,7 @@ public:
     /// The folder of this session for temporary files.
     QString temporaryFolder() const { return m_temporaryFolder; }
 
+    /// What the implementation keeps; of no use outside of it.
     zn::KernelState& kernel() const { return *m_kernel; }
 
 private:

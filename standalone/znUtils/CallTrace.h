@@ -21,8 +21,10 @@ namespace zn
 class ZN_HOST_EXPORT CallTrace
 {
 public:
+    /// Called with the text of each call, on the thread of the caller.
     using Sink = std::function<void(const std::string& call)>;
 
+    /// Begins the trace. No other one may be alive.
     explicit CallTrace(Sink sink) : m_sink(std::move(sink)) { state().living = this; }
     ~CallTrace() { state().living = nullptr; }
     CallTrace(const CallTrace&) = delete;
@@ -48,6 +50,9 @@ private:
 namespace tracetext
 {
 
+///@{
+/// The text of one argument: words and numbers as they are, texts in single quotes, lists in brackets, a container by
+/// kind, id and name, what is missing as null.
 inline std::string of(bool value)
 {
     return value ? "true" : "false";
@@ -92,6 +97,7 @@ std::string of(const std::vector<T>& values)
         text += (text.empty() ? "" : ", ") + of(value);
     return "[" + text + "]";
 }
+///@}
 
 } // namespace tracetext
 
@@ -99,6 +105,7 @@ std::string of(const std::vector<T>& values)
 class TracedCall
 {
 public:
+    /// Tells the living trace, if there is one, of a call of the operation `name`.
     template <class... Arguments>
     explicit TracedCall(const char* name, const Arguments&... arguments) : m_counted(CallTrace::state().living)
     {

@@ -1,24 +1,33 @@
-# The library is built, installed and used without the open host: a host that shares no code with it takes its place.
+# The library is built and installed without the open host, by the commands of the page that tells how, and used: a host
+# that shares no code with the open one takes its place.
 include(${CMAKE_CURRENT_LIST_DIR}/Common.cmake)
 set(external "${ROOT}/external")
-# What the other build has compiled with the same flags is not compiled again.
-set(ENV{CCACHE_NOHASHDIR} 1)
-run(log ${CMAKE_COMMAND} -S ${SOURCE} -B ${external}/library -G Ninja -DZN_HOST=external -DCMAKE_BUILD_TYPE=${CONFIG}
-  -DCMAKE_CXX_COMPILER=${COMPILER} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -DCMAKE_INSTALL_PREFIX=${external}/prefix)
-run(log ${CMAKE_COMMAND} --build ${external}/library)
-run(log ${CMAKE_COMMAND} --install ${external}/library)
+set(prefix "${ROOT}/docs/write-a-host/zncadimport-external")
+file(GLOB entries RELATIVE ${SOURCE} ${SOURCE}/*)
+list(FILTER entries EXCLUDE REGEX "^(build|[.].*)$")
+list(TRANSFORM entries REPLACE "(.+)" "\\1=${SOURCE}/\\1" OUTPUT_VARIABLE links)
+# The commands run with a home of their own, which must not hide what was compiled before.
+if(LAUNCHER MATCHES "ccache" AND NOT DEFINED ENV{CCACHE_DIR})
+  run(cache ${LAUNCHER} --get-config cache_dir)
+  string(STRIP "${cache}" cache)
+  set(ENV{CCACHE_DIR} ${cache})
+endif()
+set(ENV{CXX} ${COMPILER})
+set(ENV{CMAKE_CXX_COMPILER_LAUNCHER} ${LAUNCHER})
+run(log bash ${SOURCE}/tests/docs/run-doc ${SOURCE}/docs/write-a-host.md ${ROOT}/docs/write-a-host ${PREFIX}
+  ${SOURCE}/examples/models checkout ${links})
 foreach(name standalone importer)
-  if(EXISTS ${external}/prefix/include/znCADImport/${name})
+  if(EXISTS ${prefix}/include/znCADImport/${name})
     message(FATAL_ERROR "headers of ${name} are installed")
   endif()
 endforeach()
-run(dynamic readelf -d ${external}/prefix/lib/libznCADImport.so)
+run(dynamic readelf -d ${prefix}/lib/libznCADImport.so)
 if(dynamic MATCHES "znStandaloneHost")
   message(FATAL_ERROR "the library asks for the open host:\n${dynamic}")
 endif()
 
 file(COPY ${SOURCE}/tests/external-host DESTINATION ${external})
-build_against(${external}/prefix ${external}/external-host ${external}/host)
+build_against(${prefix} ${external}/external-host ${external}/host)
 file(WRITE "${external}/Teile äö.obj" "axle\nwheel\n")
 run(output ${external}/host/external_host "${external}/Teile äö.obj")
 expect("${output}" "^state 0\nTeile äö\naxle\nwheel\n$")

@@ -1,0 +1,26 @@
+# The library and the open host are compiled by another compiler as well, with the same strictness.
+include(${CMAKE_CURRENT_LIST_DIR}/Common.cmake)
+find_program(clang NAMES clang++-14)
+if(NOT clang)
+  message("clang++-14 is not here: skipped")
+  return()
+endif()
+set(binary "${ROOT}/clang")
+run(log ${CMAKE_COMMAND} -S ${SOURCE} -B ${binary} -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=${clang}
+  -DZN_BUILD_TESTS=OFF -DZN_BUILD_BENCH=OFF)
+# Where the build folder lies is no reason to compile again.
+set(ENV{CCACHE_BASEDIR} ${SOURCE})
+set(ENV{CCACHE_NOHASHDIR} 1)
+run(log ${CMAKE_COMMAND} --build ${binary} --target znCADImport znStandaloneHost znImporter)
+file(GLOB libraries ${binary}/lib/*.so)
+list(LENGTH libraries count)
+if(NOT count EQUAL 3)
+  message(FATAL_ERROR "not three libraries but: ${libraries}\n${log}")
+endif()
+run(comment readelf --string-dump=.comment ${binary}/lib/libznCADImport.so)
+expect("${comment}" "clang version 14")
+# The flags that a host with Qt's strict settings needs stand in every command.
+run(commands ninja -C ${binary} -t commands znCADImport znStandaloneHost)
+foreach(flag QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII Werror Wpedantic)
+  expect("${commands}" "-D?${flag}")
+endforeach()
