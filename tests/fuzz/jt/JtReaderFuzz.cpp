@@ -2,6 +2,8 @@
 // within memory and time that the size of the file allows. In the folder of the file lies "part.jt", the same once more.
 //
 // ptx_jt_reader_fuzz <a folder for findings> <this folder>/corpus <a folder with real files>
+//
+// Each input is written to a file: with TMPDIR on a memory disk no slow disk is taken for a slow reader.
 
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "tests/fuzz/jt/UnpackedFile.h"
