@@ -160,6 +160,25 @@ TEST_F(ConvertJt, FinalMaterialOfThePartWinsOverThatOfTheShape)
     EXPECT_EQ(lookOfOne(file), (Look{{0.75f, 0.5f, 0.25f}, 0}));
 }
 
+TEST_F(ConvertJt, FinalMaterialOfAnInstanceWinsOverThoseBelowIt)
+{
+    FileWriter file(8);
+    file.partition(0, {5, 6}, "x.jt");
+    file.instance(5, 1, {{OtherId}});
+    file.instance(6, 1);
+    file.part(1, {10}, {{OrangeId}});
+    file.mesh(10, StripSet, triangle(0).data(), {{ClearBlueId}});
+    file.material(OtherId, {0.875f, 0.125f, 0.375f, 1}, 0x01 | 8);
+    file.material(OrangeId, Orange);
+    file.material(ClearBlueId, ClearBlue);
+    file.property(1, "JT_PROP_MEASUREMENT_UNITS", "Millimeters");
+    std::vector<Look> looks;
+    for (const osg::GeometryPtr& geometry : convert(file))
+        looks.push_back(lookOf(geometry));
+    EXPECT_THAT(looks,
+                testing::UnorderedElementsAre(Look{{0.875f, 0.125f, 0.375f}, 0}, Look{{0.125f, 0.25f, 0.875f}, 0.5f}));
+}
+
 TEST_F(ConvertJt, PackedColoursAreToldInTheLog)
 {
     JtBytes bytes(8);
