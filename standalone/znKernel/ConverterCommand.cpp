@@ -28,6 +28,9 @@ std::optional<QString> valueOf(const QString& field, const TemplateValues& value
         return values.externalParts ? field.mid(externalMark.size()) : QString();
     if (field.startsWith(inlinedMark))
         return values.externalParts ? QString() : field.mid(inlinedMark.size());
+    const QString choiceMark = QStringLiteral("oneof:");
+    if (field.startsWith(choiceMark))
+        return chosenWord(field.mid(choiceMark.size()).split(QLatin1Char(',')), values.output);
     const auto further = values.fields.constFind(field);
     return further == values.fields.constEnd() ? std::nullopt : std::optional<QString>(*further);
 }
@@ -55,6 +58,11 @@ QString joinCommand(const QStringList& words)
     for (QString word : words)
         quoted.append(QLatin1Char('"') + word.replace(QLatin1Char('"'), QStringLiteral("\"\"\"")) + QLatin1Char('"'));
     return quoted.join(QLatin1Char(' '));
+}
+
+QString chosenWord(const QStringList& words, const QString& key)
+{
+    return words.at(static_cast<int>(qHash(key) % static_cast<unsigned>(words.size())));
 }
 
 QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values)

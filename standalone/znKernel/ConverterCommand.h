@@ -22,9 +22,12 @@ struct TemplateValues {
     QMap<QString, QString> fields = {}; ///< further names in braces
 };
 
+/// One of `words`, of which there is at least one: the same for the same key, all of them about as often.
+QString chosenWord(const QStringList& words, const QString& key);
+
 /// The words of a template, which are split as a command line is. `{input}` and `{output}` stand for the files;
 /// `{external:WORD}` is WORD when external parts are wanted, and `{inlined:WORD}` when they are not, else nothing; the
-/// names of further fields stand for their values. What is in no such braces stays as it is; a word of which nothing is
+/// names of further fields stand for their values; `{oneof:A,B,C}` is the chosen word of these for the output. What is in no such braces stays as it is; a word of which nothing is
 /// left is dropped.
 QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values);
 

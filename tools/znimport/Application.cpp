@@ -6,6 +6,8 @@
 #include "tools/znimport/Variants.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <cstdio>
@@ -40,6 +42,11 @@ Application::Application(CommandLine commandLine)
 
 int Application::run()
 {
+    if (m_commandLine.clusterNodes > 0 && SlurmAllocation::isWithinOne()) {
+        complain(QStringLiteral("--nodes asks for a new allocation, but this is already one (job %1)")
+                     .arg(qEnvironmentVariable("SLURM_JOB_ID")));
+        return wrongUse;
+    }
     if (const auto error = outputs::complaint(m_commandLine)) {
         complain(*error);
         return wrongUse;
@@ -49,13 +56,17 @@ int Application::run()
     if (m_commandLine.trace)
         m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
     m_importer.setRecordsSteps(!m_commandLine.reportFile.isEmpty());
-    QTimer::singleShot(0, this, &Application::importNext);
+    QTimer::singleShot(0, this, &Application::begin);
     QCoreApplication::exec();
+    m_cluster.reset();
     m_display.clear();
     if (m_interrupt.requested()) {
+        m_clusterFolder.dropLogs();
         complain(QStringLiteral("interrupted; nothing was written"));
         return interrupted;
     }
+    if (m_clusterFailed)
+        return writeReport(failed);
     const int code = presentScene();
     if (m_interrupt.requested())
         return interrupted;
@@ -121,9 +132,49 @@ bool Application::applyVariant()
     return !result.error;
 }
 
+void Application::begin()
+{
+    if (m_commandLine.cluster.isEmpty())
+        return importNext();
+    m_display.begin(m_commandLine.files.first());
+    openCluster();
+}
+
+void Application::openCluster()
+{
+    m_cluster = std::make_unique<znClusterImport>(m_session, m_clusterFolder);
+    connect(m_cluster.get(), &znClusterImport::progress, this,
+            [this](const QString& text) { m_display.show(0, text); });
+    connect(m_cluster.get(), &znClusterImport::opened, this, [this](const QString& text) {
+        m_display.clear();
+        complain(text);
+        importNext();
+    });
+    connect(m_cluster.get(), &znClusterImport::conversionLost, this, [this](const QString& text) {
+        m_display.clear();
+        warn(text);
+    });
+    connect(m_cluster.get(), &znClusterImport::refused, this, &Application::clusterEnded);
+    connect(m_cluster.get(), &znClusterImport::ended, this, &Application::clusterEnded);
+    const QString written = m_commandLine.outputFile.isEmpty() ? QString() : QFileInfo(m_commandLine.outputFile).path();
+    m_cluster->open({m_commandLine.clusterNodes, m_commandLine.partition,
+                     written.isEmpty() ? QDir::currentPath() : written, m_commandLine.files});
+}
+
+void Application::clusterEnded(const QString& reason)
+{
+    m_display.clear();
+    m_clusterFailed = true;
+    fail(reason);
+    if (m_importer.isRunning())
+        m_importer.cancel();
+    else
+        QCoreApplication::quit();
+}
+
 void Application::importNext()
 {
-    if (m_next >= m_commandLine.files.size() || m_interrupt.requested())
+    if (m_next >= m_commandLine.files.size() || m_interrupt.requested() || m_clusterFailed)
         return QCoreApplication::quit();
     const QString file = m_commandLine.files.at(m_next++);
     m_display.begin(file);
@@ -152,7 +203,10 @@ void Application::importFinished(const znImportResult& result)
 void Application::stop()
 {
     m_cancelWriting = true;
-    m_importer.cancel();
+    if (m_importer.isRunning() || !m_cluster)
+        m_importer.cancel();
+    else
+        QCoreApplication::quit();
 }
 
 bool Application::writeOutputs()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importer/cluster/znClusterImport.h"
 #include "importer/znImporter.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -11,6 +12,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <memory>
 #include <optional>
 
 /// One run of the tool: imports the files of a command line in turn, prints and writes what was
@@ -29,6 +31,9 @@ public:
 
 private:
     bool applySettings();
+    void begin();
+    void openCluster();
+    void clusterEnded(const QString& reason);
     bool applyVariant();
     void importNext();
     void importFinished(const znImportResult& result);
@@ -43,7 +48,9 @@ private:
 
     CommandLine m_commandLine;
     std::optional<zn::CallTrace> m_trace;
+    SharedFolder m_clusterFolder; ///< the scene stands on files in it
     znStandaloneSession m_session;
+    std::unique_ptr<znClusterImport> m_cluster;
     znImporter m_importer;
     Interrupt m_interrupt;
     ProgressDisplay m_display;
@@ -51,5 +58,6 @@ private:
     int m_next = 0;
     int m_imported = 0;
     int m_incomplete = 0;
+    bool m_clusterFailed = false;
     std::atomic<bool> m_cancelWriting = false;
 };

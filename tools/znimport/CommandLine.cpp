@@ -56,6 +56,25 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
     line.settings.emplace_back(QStringLiteral("scene.applyMaterialAssets"), QStringLiteral("on"));
 }
 
+/// Gives a sentence when a value is wrong.
+std::optional<QString> readCluster(const QCommandLineParser& parser, CommandLine& line)
+{
+    line.cluster = parser.value(QStringLiteral("cluster"));
+    line.partition = parser.value(QStringLiteral("partition"));
+    const bool isWanted = parser.isSet(QStringLiteral("cluster"));
+    if (isWanted && line.cluster != QLatin1String("slurm"))
+        return QStringLiteral("--cluster wants slurm, not '%1'").arg(line.cluster);
+    if (!isWanted && (parser.isSet(QStringLiteral("nodes")) || parser.isSet(QStringLiteral("partition"))))
+        return QStringLiteral("--nodes and --partition want --cluster slurm");
+    if (!parser.isSet(QStringLiteral("nodes")))
+        return std::nullopt;
+    line.clusterNodes = parser.value(QStringLiteral("nodes")).toInt();
+    if (line.clusterNodes < 1 || line.clusterNodes > 100000)
+        return QStringLiteral("--nodes wants a number from 1 to 100000, not '%1'")
+            .arg(parser.value(QStringLiteral("nodes")));
+    return std::nullopt;
+}
+
 /// The values of `--set`, split at the first equals sign. Gives a sentence when one has none.
 std::optional<QString> readSettings(const QStringList& values, CommandLine& line)
 {
@@ -104,6 +123,11 @@ const std::vector<OptionRow>& optionTable()
          "Draw a picture of each variant set into this folder, from the set's viewpoint unless --view is given."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
         {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
+        {nullptr, "cluster", "SCHEDULER",
+         "Run the conversions on a cluster: slurm. One allocation is taken for the run, or the one that it is started "
+         "in."},
+        {nullptr, "nodes", "N", "Ask the cluster for this many nodes; one without it."},
+        {nullptr, "partition", "NAME", "Ask this partition of the cluster; its default one without it."},
         {nullptr, "trace", nullptr, "Print each call that goes into the host to the standard error stream."},
         {nullptr, "set", "NAME=VALUE", "Change a setting; may be given several times."},
         {nullptr, "self-check", nullptr,
@@ -136,6 +160,8 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.selfCheck = parser.isSet(QStringLiteral("self-check"));
     readShortcuts(parser, line);
     std::optional<QString> error = readSettings(parser.values(QStringLiteral("set")), line);
+    if (!error)
+        error = readCluster(parser, line);
     if (!error)
         error = complaint(line);
     return {line, error};

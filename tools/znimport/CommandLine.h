@@ -31,6 +31,9 @@ struct CommandLine {
     QString unit;                       ///< of a GLB file; empty for metres
     QString up;                         ///< axis of a GLB file; empty for Y
     std::optional<QString> assetFolder; ///< of the material assets to apply; the settings tell it too
+    QString cluster;                    ///< the scheduler that conversions run on; empty to run them here
+    int clusterNodes = 0;               ///< 0 leaves it to the scheduler
+    QString partition;                  ///< of the cluster; empty for the scheduler's own choice
     bool variants = false;
     std::optional<QString> variant; ///< the set to apply
     bool tree = false;

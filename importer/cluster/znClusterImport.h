@@ -1,0 +1,72 @@
+#pragma once
+
+#include "importer/cluster/SharedFolder.h"
+#include "importer/cluster/SlurmAllocation.h"
+
+#include <QObject>
+
+#include <memory>
+
+class ClusterProbe;
+class NodeLosses;
+class znStandaloneSession;
+
+/// What an import wants of a cluster.
+struct znClusterWish {
+    int nodes = 0;        ///< 0 leaves it to the scheduler
+    QString partition;    ///< empty for the scheduler's own choice
+    QString sharedFolder; ///< where a folder for converted files is made, unless the settings name one
+    QStringList inputs;   ///< files that the nodes must see
+};
+
+/// Has the conversions of a session's imports run as steps of one allocation of Slurm.
+///
+/// `open` gets the allocation, looks from each node whether the folders are shared, and then sets the session's settings
+/// `converter.launcher`, `launcher.mostCores`, `launcher.mostMemory`, `processes.most` and `files.temporaryFolder`. How
+/// many conversions run at a time follows from the allocation; a smaller `processes.most` that was set before stays.
+///
+/// The object must outlive the session's end of imports, not the session; `close` gives the allocation back.
+class znClusterImport : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `folder` takes the converted files; it must outlive the session, whose scene stands on them.
+    znClusterImport(znStandaloneSession& session, SharedFolder& folder, QObject* parent = nullptr);
+    ~znClusterImport() override;
+
+    /// Begins; `opened` or `refused` follows from the event loop.
+    void open(const znClusterWish& wish);
+
+    /// Ends what still runs and gives the allocation back, or the place in the queue. Nothing is emitted after it.
+    void close();
+
+Q_SIGNALS:
+    /// How far the opening is.
+    void progress(const QString& text);
+    /// Conversions that start from now on run on the cluster; `text` tells on how much of it.
+    void opened(const QString& text);
+    void refused(const QString& reason);
+    /// A node failed; which conversion that met, and what becomes of it.
+    void conversionLost(const QString& text);
+    /// Nothing of the allocation is left, and why: whatever still waits cannot run.
+    void ended(const QString& reason);
+
+private:
+    void granted(const znAllocation& allocation);
+    void probed();
+    void useNodes();
+    void nodeFailed();
+    void cancelSteps();
+    void refuse(const QString& reason);
+
+    znStandaloneSession& m_session;
+    SharedFolder& m_folder;
+    SlurmAllocation m_allocationHolder;
+    znClusterWish m_wish;
+    znAllocation m_allocation;
+    QString m_stepName;
+    int m_mostProcesses = 0; ///< by the settings; 0 sets no bound
+    std::unique_ptr<ClusterProbe> m_probe;
+    std::unique_ptr<NodeLosses> m_losses;
+};
