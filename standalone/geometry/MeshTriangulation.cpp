@@ -1,6 +1,6 @@
 #include "standalone/geometry/MeshTriangulation.h"
 
-#include "standalone/formats/ply/Polygons.h"
+#include "standalone/OSGSystem/Polygons.h"
 #include "standalone/geometry/TriangleFilter.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ void append(const osg::Mesh& mesh, osg::Primitive::Kind kind, Corners corners, s
 {
     switch (kind) {
     case osg::Primitive::Kind::Polygon:
-        return formats::appendPolygon(mesh.positions.span(), corners, triangles);
+        return osg::appendPolygon(mesh.positions.span(), corners, triangles);
     case osg::Primitive::Kind::Strip:
         return appendStrip(corners, triangles);
     case osg::Primitive::Kind::Fan:

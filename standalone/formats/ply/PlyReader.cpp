@@ -1,9 +1,9 @@
 #include "standalone/formats/ply/PlyReader.h"
 
+#include "standalone/OSGSystem/Polygons.h"
 #include "standalone/formats/FileBytes.h"
 #include "standalone/formats/SceneBuilding.h"
 #include "standalone/formats/ply/PlyValues.h"
-#include "standalone/formats/ply/Polygons.h"
 
 #include <algorithm>
 #include <array>
@@ -253,7 +253,7 @@ void PlyElements::face(const PlyProperty& list)
     m_corners.clear();
     for (std::uint64_t i = 0; i < length; ++i)
         m_corners.push_back(takeIndex(list.type));
-    appendPolygon(m_positions, m_corners, m_triangles);
+    osg::appendPolygon(m_positions, m_corners, m_triangles);
 }
 
 void PlyElements::strips(const PlyElement& element)

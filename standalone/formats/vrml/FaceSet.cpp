@@ -1,6 +1,6 @@
 #include "standalone/formats/vrml/FaceSet.h"
 
-#include "standalone/formats/ply/Polygons.h"
+#include "standalone/OSGSystem/Polygons.h"
 #include "standalone/formats/vrml/CornerNormals.h"
 
 #include <algorithm>
@@ -160,7 +160,7 @@ std::vector<std::uint32_t> MeshMaker::triangles(std::span<const osg::Vec3f> posi
     std::vector<std::uint32_t> result;
     result.reserve(m_pointOfCorner.size());
     for (const Face& face : m_faces)
-        appendPolygon(positions, vertexOfCorner.subspan(face.first, face.count), result);
+        osg::appendPolygon(positions, vertexOfCorner.subspan(face.first, face.count), result);
     return result;
 }
 

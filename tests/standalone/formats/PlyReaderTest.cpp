@@ -1,6 +1,6 @@
 #include "standalone/formats/ply/PlyReader.h"
 
-#include "standalone/formats/ply/Polygons.h"
+#include "standalone/OSGSystem/Polygons.h"
 #include "tests/standalone/formats/ReaderTest.h"
 
 #include <QtEndian>
@@ -275,7 +275,7 @@ std::vector<std::uint32_t> trianglesOf(const std::vector<Vec3f>& positions)
     for (std::uint32_t i = 0; i < corners.size(); ++i)
         corners[i] = i;
     std::vector<std::uint32_t> triangles;
-    formats::appendPolygon(positions, corners, triangles);
+    osg::appendPolygon(positions, corners, triangles);
     return triangles;
 }
 

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/jt/PrimitiveMaker.h"
 
-#include "standalone/formats/ply/Polygons.h"
+#include "standalone/OSGSystem/Polygons.h"
 
 namespace ptx::jt
 {
@@ -68,7 +68,7 @@ bool PrimitiveMaker::addPolygon(std::size_t from, std::size_t to)
     if (n > SmallPolygon && (n > MostPolygonWork / n || (m_work += n * n) > MostPolygonWork))
         return false;
     std::vector<std::uint32_t> triangles;
-    formats::appendPolygon(m_positions, corners, triangles);
+    osg::appendPolygon(m_positions, corners, triangles);
     for (std::size_t i = 0; i + 2 < triangles.size(); i += 3)
         addTriangle({{{{triangles[i], triangles[i]},
                        {triangles[i + 1], triangles[i + 1]},

@@ -1,10 +1,10 @@
-#include "standalone/formats/ply/Polygons.h"
+#include "standalone/OSGSystem/Polygons.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace formats
+namespace osg
 {
 
 namespace
@@ -24,7 +24,7 @@ double twiceArea(const Point& a, const Point& b, const Point& c)
 class EarCutter
 {
 public:
-    EarCutter(std::span<const osg::Vec3f> positions, std::span<const std::uint32_t> corners);
+    EarCutter(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners);
 
     void run(std::vector<std::uint32_t>& triangles);
 
@@ -40,12 +40,12 @@ private:
 };
 
 /// The sum of the cross products of the corners (Newell's method).
-std::array<double, 3> normalOf(std::span<const osg::Vec3f> positions, std::span<const std::uint32_t> corners)
+std::array<double, 3> normalOf(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners)
 {
     std::array<double, 3> normal = {};
     for (std::size_t i = 0; i < corners.size(); ++i) {
-        const osg::Vec3f& a = positions[corners[i]];
-        const osg::Vec3f& b = positions[corners[(i + 1) % corners.size()]];
+        const Vec3f& a = positions[corners[i]];
+        const Vec3f& b = positions[corners[(i + 1) % corners.size()]];
         normal[0] += (double(a.y) - b.y) * (double(a.z) + b.z);
         normal[1] += (double(a.z) - b.z) * (double(a.x) + b.x);
         normal[2] += (double(a.x) - b.x) * (double(a.y) + b.y);
@@ -54,14 +54,14 @@ std::array<double, 3> normalOf(std::span<const osg::Vec3f> positions, std::span<
 }
 
 /// Looks along the axis that the polygon faces most.
-EarCutter::EarCutter(std::span<const osg::Vec3f> positions, std::span<const std::uint32_t> corners) : m_corners(corners)
+EarCutter::EarCutter(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners) : m_corners(corners)
 {
     const std::array<double, 3> normal = normalOf(positions, corners);
     const auto steeper = [&](double a, double b) { return std::abs(a) < std::abs(b); };
     const auto axis = std::max_element(normal.begin(), normal.end(), steeper) - normal.begin();
     const double side = normal[static_cast<std::size_t>(axis)] < 0 ? -1 : 1;
     for (const std::uint32_t corner : corners) {
-        const osg::Vec3f& p = positions[corner];
+        const Vec3f& p = positions[corner];
         const Point flat = axis == 0 ? Point{p.y, p.z} : axis == 1 ? Point{p.z, p.x} : Point{p.x, p.y};
         m_points.push_back({flat.x * side, flat.y});
         m_left.push_back(m_left.size());
@@ -114,7 +114,7 @@ void EarCutter::run(std::vector<std::uint32_t>& triangles)
 
 } // namespace
 
-void appendPolygon(std::span<const osg::Vec3f> positions, std::span<const std::uint32_t> corners,
+void appendPolygon(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners,
                    std::vector<std::uint32_t>& triangles)
 {
     if (corners.size() == 3)
@@ -123,4 +123,4 @@ void appendPolygon(std::span<const osg::Vec3f> positions, std::span<const std::u
         EarCutter(positions, corners).run(triangles);
 }
 
-} // namespace formats
+} // namespace osg
