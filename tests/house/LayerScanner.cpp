@@ -15,7 +15,7 @@ namespace
 
 using Folders = std::vector<std::string_view>;
 
-enum class Foreign { Any, StandardAndTinyXml };
+enum class Foreign { Any, Portable, StandardAndTinyXml };
 
 struct Layer {
     std::string_view place; // a folder, or the stem of a file
@@ -24,6 +24,7 @@ struct Layer {
 };
 
 constexpr std::string_view vocabulary = "import/znCADFileTypes";
+constexpr std::string_view platform = "import/Platform"; // the one place of the library for systems that differ
 
 const Folders& ownFolders()
 {
@@ -39,16 +40,17 @@ const std::vector<Layer>& layers()
     static const Folders product{"host", "import", "converter",  "loader",   "optimization",
                                  "cad",  "plmxml", "standalone", "importer", "tools"};
     static const std::vector<Layer> rows{
-        {vocabulary, {vocabulary}},
-        {"host", {"host", vocabulary}},
+        {vocabulary, {vocabulary}, Foreign::Portable},
+        {platform, library},
+        {"host", {"host", vocabulary}, Foreign::Portable},
         {"standalone", {"standalone", "host", vocabulary}},
         {"cad/xml", {"cad/xml"}, Foreign::StandardAndTinyXml},
-        {"import", library},
-        {"converter", library},
-        {"loader", library},
-        {"optimization", library},
-        {"cad", library},
-        {"plmxml", library},
+        {"import", library, Foreign::Portable},
+        {"converter", library, Foreign::Portable},
+        {"loader", library, Foreign::Portable},
+        {"optimization", library, Foreign::Portable},
+        {"cad", library, Foreign::Portable},
+        {"plmxml", library, Foreign::Portable},
         {"tools/ptxconvert",
          {"tools/ptxconvert", "host", vocabulary, "standalone/OSGSystem", "standalone/znOpenSGExt",
           "standalone/scenefile"}},
@@ -84,11 +86,31 @@ bool isStandardOrTinyXml(std::string_view included)
            included.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_") == std::string_view::npos;
 }
 
+// What is there on every system: Qt's headers of classes, Boost, and the above.
+bool isPortable(std::string_view included)
+{
+    const bool isQt = included.starts_with('Q') && included.find('.') == std::string_view::npos;
+    return isQt || included.starts_with("boost/") || isStandardOrTinyXml(included);
+}
+
+bool isAllowedForeign(Foreign foreign, std::string_view included)
+{
+    switch (foreign) {
+    case Foreign::Portable:
+        return isPortable(included);
+    case Foreign::StandardAndTinyXml:
+        return isStandardOrTinyXml(included);
+    case Foreign::Any:
+        break;
+    }
+    return true;
+}
+
 bool isAllowed(const Layer& layer, const std::string& included)
 {
     if (heldByAny(ownFolders(), included))
         return heldByAny(layer.mayInclude, included);
-    return layer.foreign == Foreign::Any || isStandardOrTinyXml(included);
+    return isAllowedForeign(layer.foreign, included);
 }
 
 std::string resolve(const fs::path& root, const std::string& file, const std::string& included)

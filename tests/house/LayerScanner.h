@@ -8,7 +8,7 @@
 ///
 /// The contract (host/) stands below everything and knows only itself and the vocabulary of file types. The library and
 /// the open host (standalone/) both stand on the contract and never see each other. The importer and the tools may see
-/// all of them. Nobody but tests and benches includes from tests/ or bench/.
+/// all of them. Library and contract include no headers that one operating system alone has, but in one file. Nobody but tests and benches includes from tests/ or bench/.
 namespace house
 {
 
