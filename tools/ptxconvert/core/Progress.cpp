@@ -11,8 +11,15 @@ void Progress::begin(Stage stage)
     const int least = std::min(percent() + 1, 99);
     m_stage.store(static_cast<int>(stage), std::memory_order_relaxed);
     raise(std::max(stageStart(stage), least));
+    beginStep(0, 1);
     touch();
     m_begun.emplace_back(stage, Clock::now());
+}
+
+void Progress::beginStep(double from, double to)
+{
+    m_stepFrom = from;
+    m_stepTo = to;
 }
 
 std::string Progress::stageTimes() const
@@ -38,7 +45,7 @@ void Progress::creep(double fraction)
 {
     const Stage now = stage();
     const int start = stageStart(now);
-    const double share = std::clamp(fraction, 0.0, 1.0);
+    const double share = m_stepFrom + std::clamp(fraction, 0.0, 1.0) * (m_stepTo - m_stepFrom);
     raise(start + static_cast<int>(share * (stageEnd(now) - start)));
 }
 

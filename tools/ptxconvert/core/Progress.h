@@ -23,7 +23,10 @@ public:
     /// The stages entered so far with the seconds that each took, the present one last: "Convert 0.4 s, Write 0.1 s".
     /// For the thread that enters them.
     std::string stageTimes() const;
-    /// How much of the present stage is done, from 0 to 1.
+    /// Until the next stage or call, reports are of a step that takes the present stage from `from` to `to` (0 to 1).
+    /// For the thread that enters stages, while no other reports.
+    void beginStep(double from, double to);
+    /// How much of the present stage, or of its step, is done, from 0 to 1.
     void report(double fraction);
     /// As `report`, but no sign of progress.
     void creep(double fraction);
@@ -41,6 +44,8 @@ private:
     std::atomic<int> m_stage{0};
     std::atomic<int> m_percent{0};
     std::atomic<std::uint64_t> m_signs{0};
+    double m_stepFrom = 0;
+    double m_stepTo = 1;
 
     using Clock = std::chrono::steady_clock;
     std::vector<std::pair<Stage, Clock::time_point>> m_begun;

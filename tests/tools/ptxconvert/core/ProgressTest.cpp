@@ -45,6 +45,21 @@ TEST(Progress, ReportsRiseWithinTheRangeOfTheirStage)
     EXPECT_EQ(progress.percent(), 39);
 }
 
+TEST(Progress, AStepIsItsShareOfTheStage)
+{
+    Progress progress;
+    progress.begin(Stage::Merge);
+    EXPECT_EQ(progress.percent(), 54);
+    progress.beginStep(0.25, 0.75);
+    progress.report(0);
+    EXPECT_EQ(progress.percent(), 55);
+    progress.report(1);
+    EXPECT_EQ(progress.percent(), 59);
+    progress.begin(Stage::Stitch);
+    progress.report(1);
+    EXPECT_EQ(progress.percent(), 65);
+}
+
 TEST(Progress, NeverFalls)
 {
     Progress progress;

@@ -69,6 +69,10 @@ public:
                 m_open.pop_back();
                 continue;
             }
+            const auto known = static_cast<double>(m_known);
+            m_job.progress.beginStep(static_cast<double>(m_followed) / known,
+                                     static_cast<double>(m_followed + 1) / known);
+            ++m_followed;
             follow(Reference(file.references[file.next++]));
         }
     }
@@ -83,6 +87,7 @@ private:
 
     void open(const std::string& path, std::vector<Reference> references)
     {
+        m_known += references.size();
         m_around.insert(path);
         m_open.push_back({path, std::move(references)});
     }
@@ -134,6 +139,8 @@ private:
     DocumentContent& m_content;
     const Job& m_job;
     std::vector<File> m_open;
+    std::size_t m_known = 0; ///< references so far; files that come in bring more
+    std::size_t m_followed = 0;
     std::set<std::string> m_around;
     std::map<std::string, Content> m_contents;
 };
