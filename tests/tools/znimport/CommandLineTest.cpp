@@ -33,6 +33,23 @@ TEST(CommandLine, ASettingIsSplitAtItsFirstEqualsSign)
     EXPECT_EQ(line.settings[0].second, QStringLiteral("a=1 b=2"));
 }
 
+TEST(CommandLine, AClusterIsAskedForNodesAndAPartition)
+{
+    const auto [line, error] = parse({"a.stp", "--cluster", "slurm", "--nodes", "12", "--partition", "night"});
+    ASSERT_FALSE(error);
+    EXPECT_EQ(line.cluster, QStringLiteral("slurm"));
+    EXPECT_EQ(line.clusterNodes, 12);
+    EXPECT_EQ(line.partition, QStringLiteral("night"));
+}
+
+TEST(CommandLine, WrongWishesOfAClusterAreRefused)
+{
+    EXPECT_EQ(parse({"a.stp", "--cluster", "pbs"}).error, QStringLiteral("--cluster wants slurm, not 'pbs'"));
+    EXPECT_EQ(parse({"a.stp", "--nodes", "2"}).error, QStringLiteral("--nodes and --partition want --cluster slurm"));
+    EXPECT_EQ(parse({"a.stp", "--cluster", "slurm", "--nodes", "0"}).error,
+              QStringLiteral("--nodes wants a number from 1 to 100000, not '0'"));
+}
+
 TEST(CommandLine, JobsIsTheLimitOfProcesses)
 {
     const auto [line, error] = parse({"a.stp", "-j", "3"});
