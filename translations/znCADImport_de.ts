@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>ClusterProbe</name>
+    <message>
+        <source>srun cannot be started: is Slurm installed here?</source>
+        <translation>srun lässt sich nicht starten: ist Slurm hier installiert?</translation>
+    </message>
+    <message>
+        <source>the node %1 did not answer%2</source>
+        <translation>der Knoten %1 hat nicht geantwortet%2</translation>
+    </message>
+    <message>
+        <source>the node %1 has no converter %2</source>
+        <translation>der Knoten %1 hat keinen Konverter %2</translation>
+    </message>
+    <message>
+        <source>the folder of %1 is not shared with the cluster: the node %2 does not see this file there</source>
+        <translation>der Ordner von %1 ist mit dem Cluster nicht gemeinsam: der Knoten %2 sieht diese Datei dort nicht</translation>
+    </message>
+    <message>
+        <source>the folder %1 is not shared with the cluster: what is written there on one side does not arrive on the other (node %2)</source>
+        <translation>der Ordner %1 ist mit dem Cluster nicht gemeinsam: was dort auf einer Seite geschrieben wird, kommt auf der anderen nicht an (Knoten %2)</translation>
+    </message>
+</context>
+<context>
     <name>ConvertedRoad</name>
     <message>
         <source>Starting</source>
@@ -125,6 +148,21 @@
     </message>
 </context>
 <context>
+    <name>NodeLosses</name>
+    <message>
+        <source>a conversion</source>
+        <translation>eine Umwandlung</translation>
+    </message>
+    <message>
+        <source>%1: the node %2 failed; it is converted again on another</source>
+        <translation>%1: der Knoten %2 ist ausgefallen; die Umwandlung läuft noch einmal auf einem anderen</translation>
+    </message>
+    <message>
+        <source>The node %1 failed, and before it the node %2.</source>
+        <translation>Der Knoten %1 ist ausgefallen, und vor ihm der Knoten %2.</translation>
+    </message>
+</context>
+<context>
     <name>PartImports</name>
     <message>
         <source>the conversion failed</source>
@@ -214,6 +252,28 @@
     </message>
 </context>
 <context>
+    <name>QObject</name>
+    <message>
+        <source>cannot make a folder for converted files in %1: %2</source>
+        <translation>in %1 lässt sich kein Ordner für umgewandelte Dateien anlegen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>SlurmAllocation</name>
+    <message>
+        <source>the scheduler tells nothing of the allocation that can be understood</source>
+        <translation>der Scheduler sagt über die Zuteilung nichts Verständliches</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started: is Slurm installed here?</source>
+        <translation>%1 lässt sich nicht starten: ist Slurm hier installiert?</translation>
+    </message>
+    <message>
+        <source>%1 gave none</source>
+        <translation>%1 hat keine gegeben</translation>
+    </message>
+</context>
+<context>
     <name>TreeFinish</name>
     <message>
         <source>the tree could not be brought into the scene</source>
@@ -222,6 +282,37 @@
     <message>
         <source>Optimising</source>
         <translation>Optimieren</translation>
+    </message>
+</context>
+<context>
+    <name>znClusterImport</name>
+    <message>
+        <source>waiting for the cluster: %1</source>
+        <translation>Warten auf den Cluster: %1</translation>
+    </message>
+    <message>
+        <source>no allocation of the cluster: %1</source>
+        <translation>keine Zuteilung auf dem Cluster: %1</translation>
+    </message>
+    <message>
+        <source>the allocation of the cluster ended: %1</source>
+        <translation>die Zuteilung auf dem Cluster ist zu Ende: %1</translation>
+    </message>
+    <message>
+        <source>waiting for the cluster</source>
+        <translation>Warten auf den Cluster</translation>
+    </message>
+    <message>
+        <source>looking from each node whether the folders are shared</source>
+        <translation>jeder Knoten prüft, ob die Ordner gemeinsam sind</translation>
+    </message>
+    <message>
+        <source>job %1 of the cluster: %2 nodes, %3 conversions at a time; the number inside one part may stand still</source>
+        <translation>Auftrag %1 auf dem Cluster: %2 Knoten, %3 Umwandlungen zugleich; die Zahl innerhalb eines Teils kann stehen bleiben</translation>
+    </message>
+    <message>
+        <source>the allocation of the cluster ended: all of its nodes failed</source>
+        <translation>die Zuteilung auf dem Cluster ist zu Ende: alle Knoten sind ausgefallen</translation>
     </message>
 </context>
 <context>
