@@ -28,6 +28,7 @@ class SlurmAllocation : public QObject
     Q_OBJECT
 
 public:
+    /// Holds none yet.
     explicit SlurmAllocation(QObject* parent = nullptr);
     /// Gives the allocation back.
     ~SlurmAllocation() override;
@@ -44,6 +45,7 @@ public:
 Q_SIGNALS:
     /// It has a place in the queue. What it waits for, in the scheduler's words.
     void waiting(const QString& text);
+    /// It is there, and held until `release`.
     void granted(const znAllocation& allocation);
     /// There is none, and why.
     void refused(const QString& reason);

@@ -9,8 +9,8 @@
 
 /// A part of a cluster that was given to this import.
 struct znAllocation {
-    QString job; ///< its number, as the scheduler writes it
-    QStringList nodes;
+    QString job;             ///< its number, as the scheduler writes it
+    QStringList nodes;       ///< their names
     std::vector<int> cores;  ///< of each node, in the order of the nodes
     int megabytesANode = 0;  ///< memory; 0 when the scheduler does not share it out
     bool isBorrowed = false; ///< the import was started in it, and must not give it back

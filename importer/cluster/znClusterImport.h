@@ -33,6 +33,7 @@ class znClusterImport : public QObject
 public:
     /// `folder` takes the converted files; it must outlive the session, whose scene stands on them.
     znClusterImport(znStandaloneSession& session, SharedFolder& folder, QObject* parent = nullptr);
+    /// As `close`.
     ~znClusterImport() override;
 
     /// Begins; `opened` or `refused` follows from the event loop.
@@ -46,6 +47,7 @@ Q_SIGNALS:
     void progress(const QString& text);
     /// Conversions that start from now on run on the cluster; `text` tells on how much of it.
     void opened(const QString& text);
+    /// There is no cluster for this import, and why; nothing is held.
     void refused(const QString& reason);
     /// A node failed; which conversion that met, and what becomes of it.
     void conversionLost(const QString& text);
