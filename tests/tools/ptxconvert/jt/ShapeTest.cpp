@@ -1,5 +1,5 @@
-#include "tools/ptxconvert/readers/jt/Directions.h"
 #include "tools/ptxconvert/readers/jt/Shape.h"
+#include "tools/ptxconvert/readers/jt/Directions.h"
 
 #include <gtest/gtest.h>
 
