@@ -3,6 +3,8 @@
 #include "tests/cluster/ClusterRun.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QThread>
 
 /// Runs of the tool on a real Slurm, which runs on this machine alone.
 class SlurmRun : public ClusterRun
@@ -66,11 +68,15 @@ protected:
         return false;
     }
     /// A job that was given back still completes for a moment.
+    /// The scheduler keeps a job in the queue until it has given up a node of it that died.
     bool queueRunsEmpty() const
     {
-        for (int tries = 0; tries < 2000; ++tries)
+        const QDeadlineTimer patience(120000);
+        while (!patience.hasExpired()) {
             if (slurm(text("squeue"), {text("--noheader")}).isEmpty())
                 return true;
+            QThread::msleep(100);
+        }
         return false;
     }
 
