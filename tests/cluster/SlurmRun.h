@@ -62,21 +62,19 @@ protected:
     }
     bool waitForSteps(int count) const
     {
-        for (int tries = 0; tries < 600; ++tries)
-            if (stepsRunning() >= count)
-                return true;
-        return false;
+        return comes([&] { return stepsRunning() >= count; });
     }
-    /// A job that was given back still completes for a moment.
-    /// The scheduler keeps a job in the queue until it has given up a node of it that died.
+    /// A job that was given back still completes for a moment, or until a node of it that died is given up.
     bool queueRunsEmpty() const
     {
-        const QDeadlineTimer patience(120000);
-        while (!patience.hasExpired()) {
-            if (slurm(text("squeue"), {text("--noheader")}).isEmpty())
+        return comes([&] { return slurm(text("squeue"), {text("--noheader")}).isEmpty(); });
+    }
+    template <class Condition>
+    static bool comes(const Condition& condition)
+    {
+        for (const QDeadlineTimer patience(120000); !patience.hasExpired(); QThread::msleep(20))
+            if (condition())
                 return true;
-            QThread::msleep(100);
-        }
         return false;
     }
 
