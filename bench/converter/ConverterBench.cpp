@@ -22,7 +22,7 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::uintmax_t LeastSize = 2'000'000;
-constexpr int Pairs = 3;
+constexpr int Pairs = 7;
 constexpr const char* Deviation = "0.1";
 constexpr const char* Angle = "20";
 

@@ -6,6 +6,9 @@
 #include <BRepPrimAPI_MakeCylinder.hxx>
 #include <BRepPrimAPI_MakeSphere.hxx>
 #include <BRepPrimAPI_MakeTorus.hxx>
+#include <BRep_Builder.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS_Solid.hxx>
 
 #include <gmock/gmock.h>
 
@@ -111,6 +114,15 @@ TEST(Exactness, Torus)
 TEST(Exactness, ConeWithATip)
 {
     expectSolid(BRepPrimAPI_MakeCone(6, 0, 8), pi * 36 * 8 / 3, pi * 6 * (6 + 10), {-6, -6, 0}, {6, 6, 8});
+}
+
+TEST(Exactness, ASolidThatTheFileHoldsInsideOutIsTurned)
+{
+    const TopoDS_Shape cylinder = BRepPrimAPI_MakeCylinder(7, 20).Shape();
+    TopoDS_Solid solid;
+    BRep_Builder().MakeSolid(solid);
+    BRep_Builder().Add(solid, TopExp_Explorer(cylinder, TopAbs_SHELL).Current().Reversed());
+    expectSolid(solid, pi * 49 * 20, 2 * pi * 7 * (7 + 20), {-7, -7, 0}, {7, 7, 20});
 }
 
 TEST_P(ExactCorpus, BoxAreaAndVolumeAgreeWithTheSurfaces)

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/kernel/Healing.h"
 
 #include "tools/ptxconvert/kernel/MissingPcurves.h"
+#include "tools/ptxconvert/kernel/SolidOrientation.h"
 
 #include <Precision.hxx>
 #include <ShapeBuild_ReShape.hxx>
@@ -34,11 +35,11 @@ void heal(ShapeBody& body, bool inParallel)
     fixer.SetPrecision(body.precision);
     fixer.SetMinTolerance(Precision::Confusion());
     fixer.SetMaxTolerance(LargestTolerance);
-    fixer.Perform();
-    if (fixer.Shape().IsNull())
+    const TopoDS_Shape healed = healUnoriented(fixer, body);
+    if (healed.IsNull())
         return;
     body.appearances = followed(body, *fixer.Context());
-    body.shape = fixer.Shape();
+    body.shape = healed;
 }
 
 } // namespace ptx

@@ -6,6 +6,7 @@
 #include "tools/ptxconvert/kernel/Meshing.h"
 #include "tools/ptxconvert/kernel/Sewing.h"
 #include "tools/ptxconvert/kernel/ShapeQueries.h"
+#include "tools/ptxconvert/kernel/SolidOrientation.h"
 #include "tools/ptxconvert/model/EdgeSplitter.h"
 
 #include <algorithm>
@@ -82,6 +83,7 @@ void stitchPart(ShapeBody& part, const Job& job, double seconds)
         const std::size_t before = freeEdgeCount(part.shape);
         if (before == 0 || !job.settings.isOn(Setting::Stitch))
             return std::nullopt;
+        orientByRay(part);
         if (sew(part, stitchTolerance(part.shape, job.settings), seconds) == SewingResult::OutOfTime)
             return Failure{ExitCode::TimeLimit, "its faces stay loose, for stitch.time is over"};
         const std::size_t after = freeEdgeCount(part.shape);
@@ -94,11 +96,12 @@ void stitchPart(ShapeBody& part, const Job& job, double seconds)
         warn(job, part, trouble->message);
 }
 
-PartResult meshPart(const ShapeBody& part, const Job& job, const PartBudget& budget)
+PartResult meshPart(ShapeBody& part, const Job& job, const PartBudget& budget)
 {
     PartResult result;
     const Trouble trouble = guarded("meshing", [&]() -> Trouble {
         const Tolerance tolerance = tessellateWithin(part, job, budget);
+        orientByMesh(part, tolerance.deviation);
         result = extract(part, tolerance, job.settings.isOn(Setting::KeepBrep));
         splitPieces(result, part, job, budget);
         return std::nullopt;

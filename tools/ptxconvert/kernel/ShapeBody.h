@@ -17,7 +17,8 @@ struct ShapeBody {
     std::string name; ///< for messages
     /// Appearances of single faces; the others are left to product and occurrence.
     NCollection_DataMap<TopoDS_Shape, int, TopTools_ShapeMapHasher> appearances;
-    double precision = 1e-4; ///< the smallest length that counts, as the file tells it, in millimetres
+    double precision = 1e-4;     ///< the smallest length that counts, as the file tells it, in millimetres
+    bool mayBeInsideOut = false; ///< its solids were healed, but for their orientation
 };
 
 } // namespace ptx
