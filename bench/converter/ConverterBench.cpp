@@ -4,8 +4,8 @@
 // line. Counters: wall, cpu and memory are the converter's share of what the kernel chain takes (medians over the
 // pairs), triangles is the ratio of their numbers, lost the number of faces without mesh that only the converter has.
 
-#include "bench/converter/ProgramRun.h"
-#include "bench/support/Ratio.h"
+#include "bench/converter/ProgramShares.h"
+#include "bench/support/BenchFolder.h"
 
 #include <benchmark/benchmark.h>
 
@@ -41,24 +41,6 @@ std::string contentOf(const std::string& path)
     std::ifstream stream(path);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
-
-/// A folder of its own for the outputs, gone with the object.
-class Folder
-{
-public:
-    Folder()
-    {
-        std::string pattern = (fs::temp_directory_path() / "converter-bench-XXXXXX").string();
-        m_path = ::mkdtemp(pattern.data());
-    }
-    ~Folder() { fs::remove_all(m_path); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    std::string file(const std::string& name) const { return m_path + "/" + name; }
-
-private:
-    std::string m_path;
-};
 
 class Comparison
 {
@@ -100,28 +82,16 @@ public:
 
 private:
     std::string m_file;
-    Folder m_folder;
+    BenchFolder m_folder;
 };
 
 void compare(benchmark::State& state, const std::string& file)
 {
     const Comparison comparison(file);
-    std::vector<double> wall, cpu, memory;
-    for (auto _ : state) {
-        const ProgramRun base = comparison.chain();
-        const ProgramRun own = comparison.converter();
-        if (!base.succeeded || !own.succeeded)
-            return state.SkipWithError(base.succeeded ? "the converter failed" : "the kernel chain failed");
-        state.SetIterationTime(own.seconds);
-        wall.push_back(own.seconds / base.seconds);
-        cpu.push_back(own.cpuSeconds / base.cpuSeconds);
-        memory.push_back(own.mebibytes / base.mebibytes);
-    }
+    reportShares(
+        state, [&] { return comparison.chain(); }, [&] { return comparison.converter(); });
     const Counts base = comparison.chainCounts();
     const Counts own = comparison.converterCounts();
-    state.counters["wall"] = median(wall);
-    state.counters["cpu"] = median(cpu);
-    state.counters["memory"] = median(memory);
     state.counters["triangles"] = own.triangles / base.triangles;
     state.counters["lost"] = own.without - base.without;
 }

@@ -6,8 +6,8 @@
 // Counters: cpu, wall and memory are the JT file's share of what the STEP file takes (medians over the runs), triangles
 // the ratio of their distinct triangles, cpu_per_triangle the share of processor time for one triangle.
 
-#include "bench/converter/ProgramRun.h"
-#include "bench/support/Ratio.h"
+#include "bench/converter/ProgramShares.h"
+#include "bench/support/BenchFolder.h"
 
 #include <benchmark/benchmark.h>
 
@@ -36,25 +36,18 @@ constexpr std::pair<const char*, const char*> PairsOfCorpus[] = {
 class Conversion
 {
 public:
-    explicit Conversion(std::string file) : m_file(std::move(file))
-    {
-        std::string pattern = (fs::temp_directory_path() / "jt-bench-XXXXXX").string();
-        m_folder = ::mkdtemp(pattern.data());
-    }
-    ~Conversion() { fs::remove_all(m_folder); }
-    Conversion(const Conversion&) = delete;
-    Conversion& operator=(const Conversion&) = delete;
+    explicit Conversion(std::string file) : m_file(std::move(file)) {}
 
     ProgramRun run() const
     {
         const fs::path converter = fs::read_symlink("/proc/self/exe").parent_path() / "ptxconvert";
-        return runProgram({converter.string(), m_file, m_folder + "/out.osb"}, m_folder + "/out.txt");
+        return runProgram({converter.string(), m_file, m_folder.file("out.osb")}, m_folder.file("out.txt"));
     }
 
     double triangles() const
     {
         static const std::regex pattern(R"((\d+) triangles)");
-        std::ifstream stream(m_folder + "/out.osb.log");
+        std::ifstream stream(m_folder.file("out.osb.log"));
         const std::string log{std::istreambuf_iterator<char>(stream), {}};
         double sum = 0;
         for (std::sregex_iterator match(log.begin(), log.end(), pattern), end; match != end; ++match)
@@ -64,30 +57,18 @@ public:
 
 private:
     std::string m_file;
-    std::string m_folder;
+    BenchFolder m_folder;
 };
 
 void compare(benchmark::State& state, const std::string& jtFile, const std::string& stepFile)
 {
     const Conversion jt(jtFile);
     const Conversion step(stepFile);
-    std::vector<double> wall, cpu, memory;
-    for ([[maybe_unused]] auto run : state) {
-        const ProgramRun base = step.run();
-        const ProgramRun own = jt.run();
-        if (!base.succeeded || !own.succeeded)
-            return state.SkipWithError(base.succeeded ? "the JT file failed" : "the STEP file failed");
-        state.SetIterationTime(own.seconds);
-        wall.push_back(own.seconds / base.seconds);
-        cpu.push_back(own.cpuSeconds / base.cpuSeconds);
-        memory.push_back(own.mebibytes / base.mebibytes);
-    }
+    const double cpu = reportShares(
+        state, [&] { return step.run(); }, [&] { return jt.run(); });
     const double triangles = jt.triangles() / step.triangles();
-    state.counters["wall"] = median(wall);
-    state.counters["cpu"] = median(cpu);
-    state.counters["memory"] = median(memory);
     state.counters["triangles"] = triangles;
-    state.counters["cpu_per_triangle"] = median(cpu) / triangles;
+    state.counters["cpu_per_triangle"] = cpu / triangles;
 }
 
 void add(const fs::path& jt, const fs::path& step)
