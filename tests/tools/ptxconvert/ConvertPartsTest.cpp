@@ -100,6 +100,16 @@ TEST(ConvertExternalParts, NodesReferToTheFilesAtTheirPlacesWithoutLoadingThem)
     EXPECT_TRUE(geometries(run.scene()).empty());
 }
 
+/// The kernel looks for the files, is kept from them and complains; to the reader of the log nothing is wrong.
+TEST(ConvertExternalParts, LogDoesNotWarnOfFilesThatAreKeptForLater)
+{
+    ConvertRun run;
+    run.folder().write("one.stp", boxText("one", {0, 0, 0}, {1, 1, 1}));
+    ASSERT_EQ(run.convertText("top.stp", assemblyOf({"one.stp"}), ExternalParts), 0) << run.log();
+    EXPECT_THAT(run.log(), Not(HasSubstr("Warning")));
+    EXPECT_THAT(run.log(), HasSubstr("0 warnings"));
+}
+
 TEST(ConvertExternalParts, PathsAreResolvedAgainstTheAssembly)
 {
     ConvertRun run;
@@ -246,6 +256,14 @@ TEST(ConvertInlinedParts, PartsComeInAtTheirPlaces)
     ASSERT_EQ(use->getNChildren(), 1u);
     EXPECT_FALSE(referenceOf(use));
     EXPECT_EQ(nameOf(use->getChild(0)), "box");
+}
+
+TEST(ConvertInlinedParts, LogDoesNotWarnOfFilesThatCameIn)
+{
+    ConvertRun run;
+    run.folder().write("one.stp", boxText("one", {0, 0, 0}, {1, 1, 1}));
+    ASSERT_EQ(run.convertText("top.stp", assemblyOf({"one.stp"})), 0) << run.log();
+    EXPECT_THAT(run.log(), Not(HasSubstr("Warning")));
 }
 
 TEST(ConvertInlinedParts, NestedAssembliesOfOtherFoldersComeInWithTheirColours)

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/readers/step/EntityWarnings.h"
 
 #include "tools/ptxconvert/core/Log.h"
+#include "tools/ptxconvert/readers/step/ExternalNames.h"
 
 #include <Interface_Check.hxx>
 #include <Interface_CheckIterator.hxx>
@@ -39,6 +40,8 @@ public:
     void add(int number, const Interface_Check& check)
     {
         for (int i = 1; i <= check.NbFails(); ++i) {
+            if (ExternalNames::isAboutMark(check.CFail(i)))
+                continue;
             const auto [entry, isNew] = m_numbers.try_emplace({typeOf(number), check.CFail(i)}, m_complaints.size());
             if (isNew)
                 m_complaints.push_back({number, check.CFail(i)});

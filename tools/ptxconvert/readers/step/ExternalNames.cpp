@@ -21,7 +21,6 @@
 #include <XSControl_WorkSession.hxx>
 
 #include <charconv>
-#include <string_view>
 #include <unordered_map>
 
 namespace ptx::step
@@ -140,6 +139,11 @@ std::vector<std::string> ExternalNames::of(const TDF_Label& label) const
         }
     }
     return names;
+}
+
+bool ExternalNames::isAboutMark(std::string_view complaint)
+{
+    return complaint.find(MarkPrefix) != std::string_view::npos;
 }
 
 } // namespace ptx::step

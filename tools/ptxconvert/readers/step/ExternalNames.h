@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 class STEPCAFControl_Reader;
@@ -21,6 +22,9 @@ public:
     bool isEmpty() const { return !m_hasReferences; }
     /// After the transfer: the names that stand for the part of `label`, best first; none for any other label.
     std::vector<std::string> of(const TDF_Label& label) const;
+
+    /// Whether the kernel complains of one of the marks: it takes each for the name of a file, which it cannot find.
+    static bool isAboutMark(std::string_view complaint);
 
 private:
     std::vector<std::vector<std::string>> m_names; ///< by the number in the mark
