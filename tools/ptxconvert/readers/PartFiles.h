@@ -1,17 +1,35 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 
 namespace ptx
 {
 
-/// Finds the file that a CAD file means when it names `written` as one of its parts.
+/// Finds the files that a CAD file means when it names its parts.
 ///
-/// Names are relative to `folder`, where the referring file lies. Separators may be those of another system and the
+/// Names are relative to the folder where the referring file lies. Separators may be those of another system and the
 /// case of letters another one than on the disk. An absolute path that leads nowhere stems from another machine: then
-/// the name alone is looked for in `folder`.
-/// @return the absolute path of the file; where it would be expected if there is none
-std::string partFile(const std::string& folder, const std::string& written);
+/// the name alone is looked for in that folder.
+///
+/// A folder is listed once, when the first name in letters of another case is looked for in it: what comes into it
+/// later is found under its very name alone.
+class PartFileFinder
+{
+public:
+    /// @return the absolute path of the file that is named `written` in a file in `folder`; where it would be expected
+    /// if there is none
+    std::string find(const std::string& folder, const std::string& written);
+
+private:
+    /// Names in a folder by what they are without the case of letters; of several the first by its bytes.
+    using Listing = std::unordered_map<std::string, std::string>;
+
+    const std::string* entryLike(const std::string& folder, const std::string& name);
+    std::string forgiving(const std::string& path);
+
+    std::unordered_map<std::string, Listing> m_listings;
+};
 
 /// The one path of an existing file that all its paths share, links resolved; `path` itself if there is no such file.
 std::string canonicalPath(const std::string& path);

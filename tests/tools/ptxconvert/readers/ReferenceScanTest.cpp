@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/step/ReferenceScan.h"
 #include "tests/tools/ptxconvert/TempFolder.h"
-#include "tools/ptxconvert/readers/PartFiles.h"
+#include "tools/ptxconvert/readers/ReferenceGraph.h"
 #include "tools/ptxconvert/readers/step/StepString.h"
 
 #include <gmock/gmock.h>
@@ -77,32 +77,6 @@ TEST(ReferenceScan, FindsTheFilesThatLeadBack)
     const std::string a = folder.write("a.stp", text("b.stp"));
     const std::string b = folder.write("b.stp", text("Top.STP"));
     folder.write("c.stp", text("c.stp") + text("gone.stp"));
-    EXPECT_THAT(filesLeadingBackTo(top), testing::UnorderedElementsAre(top, a, b));
-    EXPECT_THAT(filesLeadingBackTo(folder.file("c.stp")), ElementsAre(folder.file("c.stp")));
-}
-
-TEST(PartFiles, ExactNameIsPreferredToOneInAnotherCase)
-{
-    TempFolder folder;
-    folder.write("PART.stp", "x");
-    const std::string exact = folder.write("part.stp", "x");
-    EXPECT_EQ(partFile(folder.path(), "part.stp"), exact);
-    EXPECT_EQ(partFile(folder.path(), "Part.stp"), folder.file("PART.stp"));
-}
-
-TEST(PartFiles, MissingFileIsExpectedWhereItsNameSays)
-{
-    TempFolder folder;
-    EXPECT_EQ(partFile(folder.path(), "sub\\..\\sub\\gone.stp"), folder.file("sub/gone.stp"));
-    EXPECT_EQ(partFile(folder.path(), "/nowhere/at/all/gone.stp"), folder.file("gone.stp"));
-    EXPECT_EQ(partFile(folder.path(), "D:\\work\\gone.stp"), folder.file("gone.stp"));
-}
-
-TEST(PartFiles, LinksLeadToOnePath)
-{
-    TempFolder folder;
-    const std::string part = folder.write("part.stp", "x");
-    std::filesystem::create_symlink(part, folder.file("link.stp"));
-    EXPECT_EQ(canonicalPath(folder.file("link.stp")), part);
-    EXPECT_EQ(canonicalPath(folder.file("gone.stp")), folder.file("gone.stp"));
+    EXPECT_THAT(filesLeadingBackTo(top, referencesOf), testing::UnorderedElementsAre(top, a, b));
+    EXPECT_THAT(filesLeadingBackTo(folder.file("c.stp"), referencesOf), ElementsAre(folder.file("c.stp")));
 }

@@ -4,6 +4,7 @@
 #include "tools/ptxconvert/model/ModelMerge.h"
 #include "tools/ptxconvert/readers/FileContent.h"
 #include "tools/ptxconvert/readers/PartFiles.h"
+#include "tools/ptxconvert/readers/ReferenceGraph.h"
 #include "tools/ptxconvert/readers/jt/Facts.h"
 #include "tools/ptxconvert/readers/jt/Structure.h"
 
@@ -114,20 +115,21 @@ private:
         m_isFirst = false;
     }
 
-    std::string fileOf(const Product& product, const std::string& folder) const
+    std::string fileOf(const Product& product, const std::string& folder)
     {
-        return partFile(folder, product.externalNames.front());
+        return m_finder.find(folder, product.externalNames.front());
     }
 
     void keepReferences()
     {
+        const std::set<std::string> circle = filesLeadingBackTo(m_job.input, partNamesIn);
         const std::string folder = fs::path(m_job.input).parent_path().string();
         for (std::size_t i = 0; i < m_model.products.size(); ++i) {
             Product& product = m_model.products[i];
             if (product.externalNames.empty())
                 continue;
             std::string path = fileOf(product, folder);
-            if (leadsBack(path)) {
+            if (circle.contains(canonicalPath(path))) {
                 leaveOut(i, path, "it leads back to this file");
                 path.clear();
             } else if (!isFile(path)) {
@@ -136,35 +138,6 @@ private:
             m_model.references.push_back({i, path, product.externalNames.front()});
         }
         m_job.log.info(std::to_string(m_model.references.size()) + " products in other files");
-    }
-
-    // Whether the file, or one that it names over others, is the one in work.
-    bool leadsBack(const std::string& path)
-    {
-        const std::string self = canonicalPath(m_job.input);
-        std::vector<std::string> open = {canonicalPath(path)};
-        std::set<std::string> seen(open.begin(), open.end());
-        while (!open.empty()) {
-            const std::string file = open.back();
-            open.pop_back();
-            if (file == self)
-                return true;
-            for (const std::string& name : namesIn(file)) {
-                const std::string next = canonicalPath(partFile(fs::path(file).parent_path().string(), name));
-                if (seen.insert(next).second)
-                    open.push_back(next);
-            }
-        }
-        return false;
-    }
-
-    // Many products may be in one file, which is read once.
-    const std::vector<std::string>& namesIn(const std::string& file)
-    {
-        const auto [entry, isNew] = m_names.try_emplace(file);
-        if (isNew)
-            entry->second = partNamesIn(file);
-        return entry->second;
     }
 
     void followReferences()
@@ -241,9 +214,9 @@ private:
     Model m_model;
     std::optional<Unit> m_unit;
     bool m_isFirst = true;
+    PartFileFinder m_finder;
     std::vector<File> m_open;
     std::set<std::string> m_around;
-    std::map<std::string, std::vector<std::string>> m_names; ///< of the part files that a file names
     std::map<std::string, Outcome<std::vector<Occurrence>>> m_contents;
 };
 

@@ -3,6 +3,7 @@
 #include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/model/ModelMerge.h"
 #include "tools/ptxconvert/readers/PartFiles.h"
+#include "tools/ptxconvert/readers/ReferenceGraph.h"
 #include "tools/ptxconvert/readers/step/ReferenceScan.h"
 #include "tools/ptxconvert/readers/step/StepFile.h"
 
@@ -25,11 +26,12 @@ bool isFile(const std::string& path)
 }
 
 /// The file that `product` means, and the name that leads there.
-Reference referenceOf(const std::vector<Product>& products, std::size_t product, const std::string& folder)
+Reference referenceOf(const std::vector<Product>& products, std::size_t product, const std::string& folder,
+                      PartFileFinder& finder)
 {
     Reference best;
     for (const std::string& name : products[product].externalNames) {
-        Reference next{product, partFile(folder, name), name};
+        Reference next{product, finder.find(folder, name), name};
         if (isFile(next.file))
             return next;
         const bool looksBetter = best.written.find('.') == std::string::npos && name.find('.') != std::string::npos;
@@ -40,13 +42,14 @@ Reference referenceOf(const std::vector<Product>& products, std::size_t product,
 }
 
 /// The references of the products from number `first` on.
-std::vector<Reference> referencesFrom(const std::vector<Product>& products, std::size_t first, const std::string& file)
+std::vector<Reference> referencesFrom(const std::vector<Product>& products, std::size_t first, const std::string& file,
+                                      PartFileFinder& finder)
 {
     const std::string folder = std::filesystem::path(file).parent_path().string();
     std::vector<Reference> references;
     for (std::size_t product = first; product < products.size(); ++product)
         if (!products[product].externalNames.empty())
-            references.push_back(referenceOf(products, product, folder));
+            references.push_back(referenceOf(products, product, folder, finder));
     return references;
 }
 
@@ -61,7 +64,7 @@ public:
     {
         m_job.progress.begin(Stage::Merge);
         const std::string root = canonicalPath(m_job.input);
-        open(root, referencesFrom(m_content.model.products, 0, m_job.input));
+        open(root, referencesFrom(m_content.model.products, 0, m_job.input, m_finder));
         while (!m_open.empty()) {
             File& file = m_open.back();
             if (file.next == file.references.size()) {
@@ -125,7 +128,7 @@ private:
         std::vector<Occurrence> roots =
             mergeModel(m_content.model, std::move(part.value().model), m_content.shapes.size());
         std::move(part.value().shapes.begin(), part.value().shapes.end(), std::back_inserter(m_content.shapes));
-        open(path, referencesFrom(m_content.model.products, firstProduct, file));
+        open(path, referencesFrom(m_content.model.products, firstProduct, file, m_finder));
         return roots;
     }
 
@@ -138,6 +141,7 @@ private:
 
     DocumentContent& m_content;
     const Job& m_job;
+    PartFileFinder m_finder;
     std::vector<File> m_open;
     std::size_t m_known = 0; ///< references so far; files that come in bring more
     std::size_t m_followed = 0;
@@ -149,8 +153,9 @@ private:
 
 void keepReferences(DocumentContent& content, const Job& job)
 {
-    const std::set<std::string> circle = filesLeadingBackTo(job.input);
-    for (Reference& reference : referencesFrom(content.model.products, 0, job.input)) {
+    const std::set<std::string> circle = filesLeadingBackTo(job.input, referencesOf);
+    PartFileFinder finder;
+    for (Reference& reference : referencesFrom(content.model.products, 0, job.input, finder)) {
         Product& product = content.model.products[reference.product];
         if (circle.count(canonicalPath(reference.file))) {
             const std::string why = "it leads back to this file";

@@ -1,13 +1,10 @@
 #include "tools/ptxconvert/readers/step/ReferenceScan.h"
 
 #include "tools/ptxconvert/readers/MappedFile.h"
-#include "tools/ptxconvert/readers/PartFiles.h"
 #include "tools/ptxconvert/readers/step/StepString.h"
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
-#include <map>
 #include <set>
 
 namespace ptx::step
@@ -97,53 +94,6 @@ private:
     std::set<std::string> m_known;
 };
 
-/// Who refers to whom, among the files that can be reached from a root.
-class ReferenceGraph
-{
-public:
-    explicit ReferenceGraph(const std::string& root)
-    {
-        m_queue.push_back(root);
-        m_known.insert(root);
-        for (std::size_t next = 0; next < m_queue.size(); ++next)
-            follow(std::string(m_queue[next]));
-    }
-
-    std::set<std::string> leadingTo(const std::string& target) const
-    {
-        std::set<std::string> result;
-        std::vector<std::string> open = {target};
-        while (!open.empty()) {
-            const auto from = m_referrers.find(open.back());
-            open.pop_back();
-            if (from != m_referrers.end())
-                for (const std::string& file : from->second)
-                    if (result.insert(file).second)
-                        open.push_back(file);
-        }
-        return result;
-    }
-
-private:
-    void follow(const std::string& file)
-    {
-        const std::string folder = std::filesystem::path(file).parent_path().string();
-        for (const std::string& name : referencesOf(file)) {
-            const std::string part = canonicalPath(partFile(folder, name));
-            std::error_code error;
-            if (!std::filesystem::is_regular_file(part, error))
-                continue;
-            m_referrers[part].insert(file);
-            if (m_known.insert(part).second)
-                m_queue.push_back(part);
-        }
-    }
-
-    std::vector<std::string> m_queue;
-    std::set<std::string> m_known;
-    std::map<std::string, std::set<std::string>> m_referrers;
-};
-
 } // namespace
 
 std::vector<std::string> scanReferences(std::string_view text)
@@ -164,12 +114,6 @@ std::vector<std::string> referencesOf(const std::string& path)
 {
     const MappedFile file(path);
     return scanReferences(file.text());
-}
-
-std::set<std::string> filesLeadingBackTo(const std::string& root)
-{
-    const std::string target = canonicalPath(root);
-    return ReferenceGraph(target).leadingTo(target);
 }
 
 } // namespace ptx::step

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,9 +14,5 @@ std::vector<std::string> scanReferences(std::string_view text);
 
 /// The same for the file `path`; nothing when it cannot be read.
 std::vector<std::string> referencesOf(const std::string& path);
-
-/// The files that lead back to `root`, on the roads that begin there; `root` among them if there is such a road at all.
-/// Paths are canonical. Only files that exist are followed.
-std::set<std::string> filesLeadingBackTo(const std::string& root);
 
 } // namespace ptx::step
