@@ -75,7 +75,9 @@ TopoDS_Shape shapeOfStepFile(const std::string& path)
     STEPCAFControl_Reader reader;
     if (reader.ReadFile(path.c_str()) != IFSelect_RetDone || !reader.Transfer(document))
         return {};
-    return allOf(document);
+    const TopoDS_Shape all = allOf(document);
+    document->Close();
+    return all;
 }
 
 bool writeStepFile(const TopoDS_Shape& shape, const std::string& path)

@@ -4,11 +4,8 @@
 #include "tools/ptxconvert/core/Settings.h"
 #include "tools/ptxconvert/kernel/KernelText.h"
 
-#include <TCollection_HAsciiString.hxx>
 #include <TDF_LabelSequence.hxx>
-#include <TDataStd_TreeNode.hxx>
 #include <TDocStd_Document.hxx>
-#include <XCAFDoc.hxx>
 #include <XCAFDoc_Area.hxx>
 #include <XCAFDoc_Centroid.hxx>
 #include <XCAFDoc_DocumentTool.hxx>
@@ -21,8 +18,7 @@ namespace ptx
 using namespace osg::converted;
 
 DocumentFacts::DocumentFacts(const Handle(TDocStd_Document) & document)
-    : m_layers(XCAFDoc_DocumentTool::LayerTool(document->Main())),
-      m_materials(XCAFDoc_DocumentTool::MaterialTool(document->Main()))
+    : m_layers(XCAFDoc_DocumentTool::LayerTool(document->Main()))
 {
 }
 
@@ -36,7 +32,6 @@ std::vector<std::string> DocumentFacts::of(const TDF_Label& label) const
         if (m_layers->GetLayer(layer, name))
             tags.push_back(tag(LayerKey, utf8(name)));
     }
-    addMaterial(label, tags);
     addValidation(label, tags);
     return tags;
 }
@@ -49,22 +44,6 @@ bool DocumentFacts::isVisible(const TDF_Label& label) const
         if (!m_layers->IsVisible(layer))
             return false;
     return true;
-}
-
-// The kernel takes every text property of a product for a material: only one with a density is.
-void DocumentFacts::addMaterial(const TDF_Label& label, std::vector<std::string>& tags) const
-{
-    Handle(TDataStd_TreeNode) reference;
-    if (!label.FindAttribute(XCAFDoc::MaterialRefGUID(), reference) || !reference->HasFather())
-        return;
-    Handle(TCollection_HAsciiString) name, description, densityName, densityType;
-    double density = 0;
-    if (!m_materials->GetMaterial(reference->Father()->Label(), name, description, density, densityName, densityType) ||
-        density <= 0)
-        return;
-    if (!name.IsNull() && !name->IsEmpty())
-        tags.push_back(tag(MaterialKey, name->ToCString()));
-    tags.push_back(tag(DensityKey, numberText(density)));
 }
 
 void DocumentFacts::addValidation(const TDF_Label& label, std::vector<std::string>& tags)

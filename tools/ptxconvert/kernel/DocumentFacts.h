@@ -3,7 +3,6 @@
 #include <Standard_Handle.hxx>
 #include <TDF_Label.hxx>
 #include <XCAFDoc_LayerTool.hxx>
-#include <XCAFDoc_MaterialTool.hxx>
 
 #include <string>
 #include <vector>
@@ -13,7 +12,7 @@ class TDocStd_Document;
 namespace ptx
 {
 
-/// What a document says of its labels beside names and colours: layers, physical material, validation properties.
+/// What a document says of its labels beside names and colours: layers and validation properties.
 class DocumentFacts
 {
 public:
@@ -25,11 +24,9 @@ public:
     bool isVisible(const TDF_Label& label) const;
 
 private:
-    void addMaterial(const TDF_Label& label, std::vector<std::string>& tags) const;
     static void addValidation(const TDF_Label& label, std::vector<std::string>& tags);
 
     Handle(XCAFDoc_LayerTool) m_layers;
-    Handle(XCAFDoc_MaterialTool) m_materials;
 };
 
 } // namespace ptx

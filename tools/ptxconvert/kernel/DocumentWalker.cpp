@@ -49,7 +49,7 @@ public:
             m_content.model.roots.push_back(occurrence(root));
         // Products that come up on the way join the end of the queue.
         for (std::size_t next = 0; next < m_queue.size(); ++next) {
-            fill(next, m_queue[next]);
+            fill(next, TDF_Label(m_queue[next])); // the queue grows on the way
             m_job.progress.report(static_cast<double>(next) / static_cast<double>(m_queue.size()));
         }
         for (const TDF_Label& component : m_components)

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/kernel/KernelText.h"
 
 #include <TCollection_ExtendedString.hxx>
+#include <TCollection_HAsciiString.hxx>
 #include <TDF_Label.hxx>
 #include <TDataStd_Name.hxx>
 
@@ -28,6 +29,11 @@ std::string utf8(const TCollection_ExtendedString& text)
     result.erase(std::find_if_not(result.rbegin(), result.rend(), isBlank).base(), result.end());
     result.erase(result.begin(), std::find_if_not(result.begin(), result.end(), isBlank));
     return result;
+}
+
+std::string utf8(const Handle(TCollection_HAsciiString) & text)
+{
+    return text.IsNull() ? std::string() : utf8(TCollection_ExtendedString(text->ToCString(), true));
 }
 
 std::string nameOf(const TDF_Label& label)

@@ -13,7 +13,6 @@
 #include <StepBasic_DocumentFile.hxx>
 #include <StepBasic_ProductDefinition.hxx>
 #include <TColStd_SequenceOfHAsciiString.hxx>
-#include <TCollection_ExtendedString.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TDF_ChildIterator.hxx>
 #include <TDF_Label.hxx>
@@ -31,11 +30,6 @@ namespace
 
 constexpr std::string_view MarkPrefix = "part-file-";
 constexpr char Nowhere[] = "/nonexistent/assembly.stp";
-
-std::string textOf(const Handle(TCollection_HAsciiString) & text)
-{
-    return text.IsNull() ? std::string() : utf8(TCollection_ExtendedString(text->ToCString(), true));
-}
 
 Handle(TCollection_HAsciiString) markOf(std::size_t number)
 {
@@ -67,7 +61,7 @@ private:
 
     void addName(std::size_t number, const Handle(TCollection_HAsciiString) & text)
     {
-        if (std::string name = textOf(text); !name.empty())
+        if (std::string name = utf8(text); !name.empty())
             m_names[number].push_back(std::move(name));
     }
 
@@ -129,7 +123,7 @@ std::vector<std::string> ExternalNames::of(const TDF_Label& label) const
         TColStd_SequenceOfHAsciiString marks;
         XCAFDoc_ShapeTool::GetExternRefs(child.Value(), marks);
         for (const Handle(TCollection_HAsciiString) & mark : marks) {
-            const std::string text = textOf(mark);
+            const std::string text = utf8(mark);
             std::size_t number = 0;
             if (!text.starts_with(MarkPrefix))
                 continue;

@@ -38,7 +38,7 @@ public:
         m_reader.SetColorMode(true);
         m_reader.SetLayerMode(true);
         m_reader.SetPropsMode(true);
-        m_reader.SetMatMode(true);
+        m_reader.SetMatMode(false); // see MaterialProperty.h
         m_reader.SetSHUOMode(true);
     }
 

@@ -3,6 +3,7 @@
 #include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/core/Settings.h"
 #include "tools/ptxconvert/kernel/KernelText.h"
+#include "tools/ptxconvert/readers/step/MaterialProperty.h"
 
 #include <Interface_InterfaceModel.hxx>
 #include <STEPCAFControl_Reader.hxx>
@@ -17,7 +18,6 @@
 #include <StepRepr_PropertyDefinitionRepresentation.hxx>
 #include <StepRepr_Representation.hxx>
 #include <StepRepr_ValueRepresentationItem.hxx>
-#include <TCollection_ExtendedString.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
@@ -32,11 +32,6 @@ namespace ptx::step
 
 namespace
 {
-
-std::string textOf(const Handle(TCollection_HAsciiString) & text)
-{
-    return text.IsNull() ? std::string() : utf8(TCollection_ExtendedString(text->ToCString(), true));
-}
 
 bool contains(std::string text, const std::string& word)
 {
@@ -55,7 +50,7 @@ bool isNoise(const std::string& name)
 std::string valueOf(const Handle(StepRepr_RepresentationItem) & item)
 {
     if (const auto text = Handle(StepRepr_DescriptiveRepresentationItem)::DownCast(item); !text.IsNull())
-        return textOf(text->Description());
+        return utf8(text->Description());
     Handle(StepBasic_MeasureValueMember) member;
     if (const auto measure = Handle(StepRepr_MeasureRepresentationItem)::DownCast(item); !measure.IsNull()) {
         if (!measure->Measure().IsNull())
@@ -63,14 +58,16 @@ std::string valueOf(const Handle(StepRepr_RepresentationItem) & item)
     } else if (const auto value = Handle(StepRepr_ValueRepresentationItem)::DownCast(item); !value.IsNull()) {
         member = value->ValueComponentMember();
     }
-    return member.IsNull() ? std::string() : numberText(member->Real());
+    // The kernel reads a number that is left out as a zero of no kind.
+    const bool isHole = member.IsNull() || (!member->HasName() && member->Real() == 0);
+    return isHole ? std::string() : numberText(member->Real());
 }
 
 /// Of a property of a product; null for any other.
 Handle(StepBasic_ProductDefinition) productOf(const Handle(StepRepr_PropertyDefinition) & property)
 {
     if (property.IsNull() || property->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape)) ||
-        contains(textOf(property->Name()), "validation"))
+        contains(utf8(property->Name()), "validation"))
         return {};
     return property->Definition().ProductDefinition();
 }
@@ -93,8 +90,10 @@ public:
         if (shape.IsNull() || !m_reader.GetShapeLabelMap().IsBound(shape))
             return;
         const TDF_Label label = m_reader.GetShapeLabelMap().Find(shape);
+        if (const std::optional<std::string> material = materialTag(*link.UsedRepresentation()))
+            return addTag(label, *material);
         for (const Handle(StepRepr_RepresentationItem) & item : link.UsedRepresentation()->Items()->Array1())
-            addItem(label, textOf(property->Name()), item);
+            addItem(label, utf8(property->Name()), item);
     }
 
     LabelTags take() { return m_tags; }
@@ -104,14 +103,19 @@ private:
     {
         if (item.IsNull())
             return;
-        const std::string own = textOf(item->Name());
+        const std::string own = utf8(item->Name());
         const std::string& name = own.empty() ? property : own;
         const std::string value = valueOf(item);
         if (name.empty() || value.empty() || isNoise(name))
             return;
+        addTag(label, osg::converted::tag(osg::converted::AttributePrefix + name, value));
+    }
+
+    void addTag(const TDF_Label& label, const std::string& tag)
+    {
         if (!m_tags.IsBound(label))
             m_tags.Bind(label, {});
-        m_tags.ChangeFind(label).push_back(osg::converted::tag(osg::converted::AttributePrefix + name, value));
+        m_tags.ChangeFind(label).push_back(tag);
     }
 
     const STEPCAFControl_Reader& m_reader;

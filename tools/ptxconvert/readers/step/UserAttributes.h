@@ -15,9 +15,9 @@ namespace ptx::step
 /// Tags of labels.
 using LabelTags = NCollection_DataMap<TDF_Label, std::vector<std::string>, TDF_LabelMapHasher>;
 
-/// The user attributes of products (part number, revision, description ...), which the kernel's reader leaves behind in
-/// its model: texts and numbers of general properties, without validation and mass properties. To be called after the
-/// transfer.
+/// The user attributes of products (part number, revision, description ...) and their physical materials, which the
+/// kernel's reader leaves behind in its model or mistakes: texts and numbers of general properties, without validation
+/// and mass properties. To be called after the transfer.
 LabelTags userAttributes(const STEPCAFControl_Reader& reader);
 
 } // namespace ptx::step
