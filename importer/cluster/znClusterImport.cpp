@@ -75,7 +75,8 @@ void znClusterImport::granted(const znAllocation& allocation)
     m_allocation = allocation;
     Q_EMIT progress(tr("looking from each node whether the folders are shared"));
     const QString program = zn::converterProgram(m_session.settings().text(nameOf("converter.program")));
-    m_probe.reset(new ClusterProbe({allocation, m_stepName, m_folder.path(), m_wish.inputs, program}));
+    m_probe = std::make_unique<ClusterProbe>(
+        ClusterProbe::Question{allocation, m_stepName, m_folder.path(), m_wish.inputs, program});
     connect(m_probe.get(), &ClusterProbe::failed, this, &znClusterImport::refuse);
     connect(m_probe.get(), &ClusterProbe::passed, this, &znClusterImport::probed);
     m_probe->start();

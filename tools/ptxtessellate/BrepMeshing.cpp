@@ -119,6 +119,7 @@ private:
         }
         std::stable_sort(faces.begin(), faces.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
         std::vector<TopoDS_Face> result;
+        result.reserve(faces.size());
         for (const auto& [number, face] : faces)
             result.push_back(face);
         return result;

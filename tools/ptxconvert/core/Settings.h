@@ -58,7 +58,7 @@ public:
     std::optional<std::string> assign(std::string_view assignment);
 
 private:
-    std::array<double, static_cast<std::size_t>(Setting::Count)> m_values;
+    std::array<double, static_cast<std::size_t>(Setting::Count)> m_values{};
 };
 
 /// The text of --help-settings: one block for each setting.

@@ -51,6 +51,7 @@ std::vector<WorkGroup> planWork(const std::vector<ShapeBody>& shapes)
         group.faces += faces[part];
     }
     std::vector<WorkGroup> plan;
+    plan.reserve(found.size());
     for (auto& [root, group] : found)
         plan.push_back(std::move(group));
     std::sort(plan.begin(), plan.end(), [](const WorkGroup& a, const WorkGroup& b) {

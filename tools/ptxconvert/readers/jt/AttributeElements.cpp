@@ -97,7 +97,7 @@ std::optional<Placement> readTransform(Cursor& in, int major)
 {
     skipBlockVersion(in, major);
     const unsigned mask = in.number<std::uint16_t>();
-    const bool isDouble = in.left() >= 8u * static_cast<unsigned>(std::popcount(mask));
+    const bool isDouble = in.left() >= std::size_t{8} * static_cast<unsigned>(std::popcount(mask));
     Placement placement = NoMove;
     for (std::size_t i = 0; i < 16; ++i)
         if (mask & 0x8000u >> i)

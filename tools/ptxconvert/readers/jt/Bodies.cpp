@@ -181,7 +181,7 @@ void BodyMaker::add(const Shape& decodedShape, const Frame& frame, Pieces& piece
     if (mesh.hasRoomFor(shape.positions.size() + shape.records()))
         m_triangles += addShape(mesh, shape, frame.placement, m_context.unit);
     else
-        result.losses.push_back("a body has more vertices than a mesh can hold");
+        result.losses.emplace_back("a body has more vertices than a mesh can hold");
 }
 
 BodyResult BodyMaker::make(Id top, const std::vector<Id>& starts)
@@ -195,6 +195,7 @@ BodyResult BodyMaker::make(Id top, const std::vector<Id>& starts)
         around = finishOf(graph, *node, {}, m_context.appearances);
     around.appearance = NoAppearance;
     std::vector<Frame> open;
+    open.reserve(starts.size());
     for (const Id start : starts)
         open.push_back({start, NoMove, around});
     while (!open.empty()) {
@@ -211,7 +212,7 @@ BodyResult BodyMaker::make(Id top, const std::vector<Id>& starts)
             add(decoded(frame.id, *node), frame, pieces, result);
         const std::vector<Id> children = chosenChildren(*node);
         if (children.size() > steps) {
-            result.losses.push_back("the groups of its shapes multiply without end");
+            result.losses.emplace_back("the groups of its shapes multiply without end");
             break;
         }
         steps -= children.size();

@@ -55,8 +55,8 @@ public:
 
 private:
     struct Frame {
-        Id id;
-        Placement placement;
+        Id id = 0;
+        Placement placement{};
         Finish finish;
     };
 

@@ -9,7 +9,7 @@ namespace
 struct State {
     std::uint32_t a = 0x9e3779b9u;
     std::uint32_t b = 0x9e3779b9u;
-    std::uint32_t c;
+    std::uint32_t c = 0;
 
     void round(int right1, int left, int right2)
     {

@@ -27,8 +27,9 @@ std::size_t PacketReader::spend(std::int32_t count)
 
 Values PacketReader::checked(Values values, std::size_t count)
 {
-    return m_cursor.isOk() && values.size() != count ? failed(m_cursor, "an array has another count than it says")
-                                                     : values;
+    if (m_cursor.isOk() && values.size() != count)
+        return failed(m_cursor, "an array has another count than it says");
+    return values;
 }
 
 Values PacketReader::readMark1(int depth)

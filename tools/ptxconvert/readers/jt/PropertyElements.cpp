@@ -133,7 +133,7 @@ void readPropertyTable(Cursor& in, const Atoms& atoms, SceneGraph& graph)
             addPair(key, in.i32(), atoms, node, text);
     }
     if (text > MostText)
-        graph.warnings.push_back("properties repeat more text than is kept; the rest is left out");
+        graph.warnings.emplace_back("properties repeat more text than is kept; the rest is left out");
 }
 
 Properties readPropertyProxy(Bytes data, int major, bool isBigEndian, Damage& damage)

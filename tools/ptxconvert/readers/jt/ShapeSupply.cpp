@@ -13,7 +13,7 @@ constexpr std::size_t SlotsOfThread = 4;
 
 } // namespace
 
-ShapeSupply::ShapeSupply(const JtFile& file, std::vector<Id> order, unsigned threads)
+ShapeSupply::ShapeSupply(const JtFile& file, const std::vector<Id>& order, unsigned threads)
     : m_file(file), m_ahead(SlotsOfThread * threads)
 {
     m_slots.reserve(order.size());

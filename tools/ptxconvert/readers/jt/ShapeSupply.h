@@ -17,7 +17,7 @@ class ShapeSupply
 {
 public:
     /// `order` are the shape nodes that are going to be taken, as far as is known; `threads` counts the taker's own.
-    ShapeSupply(const JtFile& file, std::vector<Id> order, unsigned threads);
+    ShapeSupply(const JtFile& file, const std::vector<Id>& order, unsigned threads);
     /// Waits for what is being decoded.
     ~ShapeSupply();
     ShapeSupply(const ShapeSupply&) = delete;

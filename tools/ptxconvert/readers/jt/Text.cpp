@@ -93,7 +93,8 @@ std::string shownName(const std::string& name)
     std::string_view shown = name;
     if (shown.ends_with(':')) {
         shown.remove_suffix(1);
-        if (!cutNumber(shown) || !cutNumber(shown))
+        const bool hasFirst = cutNumber(shown);
+        if (!hasFirst || !cutNumber(shown))
             shown = name;
     }
     for (const std::string_view ending : {".part", ".asm"})

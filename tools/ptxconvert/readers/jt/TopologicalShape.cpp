@@ -40,9 +40,9 @@ private:
     void readMasks()
     {
         const unsigned lowBits = m_input.major >= 10 ? 32 : 30;
-        std::vector<Values> parts;
-        for (int i = 0; i < (m_input.major >= 10 ? 9 : 10); ++i)
-            parts.push_back(m_input.array(Predictor::None));
+        std::vector<Values> parts(m_input.major >= 10 ? 9 : 10);
+        for (Values& part : parts)
+            part = m_input.array(Predictor::None);
         const std::size_t n = parts[7].size();
         for (std::size_t i = 0; i < parts.size(); ++i) {
             if (i > 7)

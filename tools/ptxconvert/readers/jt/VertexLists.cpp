@@ -39,7 +39,7 @@ private:
     {
         const std::vector<std::uint8_t> plain = unpackPlain();
         const std::size_t stride =
-            4 * ((m_hasTexture ? 2u : 0u) + (m_hasColours ? 3u : 0u) + (m_hasNormals ? 3u : 0u) + 3u);
+            std::size_t{4} * ((m_hasTexture ? 2u : 0u) + (m_hasColours ? 3u : 0u) + (m_hasNormals ? 3u : 0u) + 3u);
         if (!m_in.isOk() || plain.size() % stride != 0)
             return m_in.fail("the vertices do not unpack to their size");
         Cursor in(plain, m_in.isBigEndian());

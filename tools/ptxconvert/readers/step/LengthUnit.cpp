@@ -69,7 +69,7 @@ std::string lengthUnit(const STEPCAFControl_Reader& reader)
         if (units.IsNull() || units->Units().IsNull())
             continue;
         for (const Handle(StepBasic_NamedUnit) & unit : units->Units()->Array1())
-            if (const std::string text = lengthText(unit); !text.empty())
+            if (std::string text = lengthText(unit); !text.empty())
                 return text;
     }
     return "";

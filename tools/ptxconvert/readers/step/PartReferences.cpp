@@ -98,7 +98,7 @@ private:
     void follow(const Reference& reference)
     {
         const std::string path = canonicalPath(reference.file);
-        if (m_around.count(path))
+        if (m_around.contains(path))
             return leaveOut(reference, "it leads round in a circle");
         if (!isFile(path))
             return leaveOut(reference, "there is no such file");
@@ -157,7 +157,7 @@ void keepReferences(DocumentContent& content, const Job& job)
     PartFileFinder finder;
     for (Reference& reference : referencesFrom(content.model.products, 0, job.input, finder)) {
         Product& product = content.model.products[reference.product];
-        if (circle.count(canonicalPath(reference.file))) {
+        if (circle.contains(canonicalPath(reference.file))) {
             const std::string why = "it leads back to this file";
             product.tags.push_back(osg::converted::missingTag({reference.file, why}));
             job.log.warning("part file " + reference.file + " of \"" + product.name + "\" stays out: " + why);

@@ -14,7 +14,7 @@ namespace
 
 Match probe(std::string_view head, std::uint64_t)
 {
-    return head.find("ISO-10303-21") != head.npos ? Match::Certain : Match::No;
+    return head.find("ISO-10303-21") != std::string_view::npos ? Match::Certain : Match::No;
 }
 
 bool refersToParts(const std::string& path)

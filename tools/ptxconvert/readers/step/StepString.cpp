@@ -120,7 +120,7 @@ std::string_view quotedString(std::string_view text)
 {
     if (text.empty() || text[0] != '\'')
         return {};
-    for (std::size_t end = text.find('\'', 1); end != text.npos; end = text.find('\'', end + 2))
+    for (std::size_t end = text.find('\'', 1); end != std::string_view::npos; end = text.find('\'', end + 2))
         if (end + 1 == text.size() || text[end + 1] != '\'')
             return text.substr(0, end + 1);
     return {};
