@@ -19,13 +19,6 @@ namespace ptx
 namespace
 {
 
-std::string oneDecimal(double value)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, "%.1f", value);
-    return text;
-}
-
 class Conversion
 {
 public:

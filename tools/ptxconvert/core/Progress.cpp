@@ -1,7 +1,8 @@
 #include "tools/ptxconvert/core/Progress.h"
 
+#include "tools/ptxconvert/core/Settings.h"
+
 #include <algorithm>
-#include <cstdio>
 
 namespace ptx
 {
@@ -27,10 +28,8 @@ std::string Progress::stageTimes() const
     std::string text;
     for (std::size_t i = 0; i < m_begun.size(); ++i) {
         const Clock::time_point end = i + 1 < m_begun.size() ? m_begun[i + 1].second : Clock::now();
-        char seconds[32];
-        std::snprintf(seconds, sizeof seconds, " %.1f s",
-                      std::chrono::duration<double>(end - m_begun[i].second).count());
-        text += (i ? ", " : "") + std::string(stageWord(m_begun[i].first)) + seconds;
+        const std::chrono::duration<double> seconds = end - m_begun[i].second;
+        text += (i ? ", " : "") + std::string(stageWord(m_begun[i].first)) + " " + oneDecimal(seconds.count()) + " s";
     }
     return text;
 }

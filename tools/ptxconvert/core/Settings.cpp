@@ -103,6 +103,13 @@ std::string settingsHelp()
     return text;
 }
 
+std::string oneDecimal(double value)
+{
+    char text[400]; // the largest number has 309 digits before the point
+    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 1).ptr;
+    return {text, end};
+}
+
 std::string numberText(double value)
 {
     char text[32];

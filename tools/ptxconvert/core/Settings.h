@@ -67,4 +67,7 @@ std::string settingsHelp();
 /// `value` as --set takes it, without trailing zeros.
 std::string numberText(double value);
 
+/// With one digit behind the point, in every locale.
+std::string oneDecimal(double value);
+
 } // namespace ptx
