@@ -29,7 +29,8 @@ void healPart(ShapeBody& part, const Job& job, bool inParallel);
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).
 void stitchPart(ShapeBody& part, const Job& job, double seconds);
 
-/// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What the kernel fails on becomes a warning and an empty body.
+/// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What the
+/// kernel fails on becomes a warning and an empty body.
 PartResult meshPart(ShapeBody& part, const Job& job, const PartBudget& budget);
 
 } // namespace ptx

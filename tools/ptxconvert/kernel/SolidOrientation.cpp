@@ -144,12 +144,13 @@ void orient(ShapeBody& body, const std::function<bool(const TopoDS_Shape&)>& isI
 
 TopoDS_Shape healUnoriented(ShapeFix_Shape& fixer, ShapeBody& body)
 {
-    body.mayBeInsideOut = allHaveOneShell(body.shape);
-    fixer.FixSolidTool()->FixShellOrientationMode() = body.mayBeInsideOut ? 0 : 1;
+    const bool canWait = allHaveOneShell(body.shape);
+    fixer.FixSolidTool()->FixShellOrientationMode() = canWait ? 0 : 1;
     fixer.Perform();
     const TopoDS_Shape healed = fixer.Shape();
-    if (healed.IsNull() || !body.mayBeInsideOut)
+    if (healed.IsNull() || !canWait)
         return healed;
+    body.mayBeInsideOut = true;
     for (TopExp_Explorer solid(healed, TopAbs_SOLID); solid.More(); solid.Next())
         if (!isClosed(solid.Current()))
             finishByKernel(solid.Current(), fixer);

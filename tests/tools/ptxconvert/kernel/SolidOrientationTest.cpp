@@ -23,7 +23,6 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <vector>
 
 namespace
@@ -42,14 +41,20 @@ TopoDS_Shape shellOf(const TopoDS_Shape& solid)
     return TopExp_Explorer(solid, TopAbs_SHELL).Current();
 }
 
-TopoDS_Solid solidOf(std::initializer_list<TopoDS_Shape> shells)
+/// `container`, which was made just now, with `shapes` in it.
+template <class Container>
+Container filled(Container container, const std::vector<TopoDS_Shape>& shapes)
 {
-    const BRep_Builder builder;
+    for (const TopoDS_Shape& shape : shapes)
+        BRep_Builder().Add(container, shape);
+    return container;
+}
+
+TopoDS_Solid solidOf(const std::vector<TopoDS_Shape>& shells)
+{
     TopoDS_Solid solid;
-    builder.MakeSolid(solid);
-    for (const TopoDS_Shape& shell : shells)
-        builder.Add(solid, shell);
-    return solid;
+    BRep_Builder().MakeSolid(solid);
+    return filled(solid, shells);
 }
 
 TopoDS_Solid insideOut(const TopoDS_Solid& solid)
@@ -59,12 +64,9 @@ TopoDS_Solid insideOut(const TopoDS_Solid& solid)
 
 TopoDS_Shell shellOf(const std::vector<TopoDS_Shape>& faces)
 {
-    const BRep_Builder builder;
     TopoDS_Shell shell;
-    builder.MakeShell(shell);
-    for (const TopoDS_Shape& face : faces)
-        builder.Add(shell, face);
-    return shell;
+    BRep_Builder().MakeShell(shell);
+    return filled(shell, faces);
 }
 
 std::vector<TopoDS_Shape> facesOf(const TopoDS_Shape& shape)
@@ -75,14 +77,11 @@ std::vector<TopoDS_Shape> facesOf(const TopoDS_Shape& shape)
     return faces;
 }
 
-TopoDS_Compound together(std::initializer_list<TopoDS_Shape> shapes)
+TopoDS_Compound together(const std::vector<TopoDS_Shape>& shapes)
 {
-    const BRep_Builder builder;
     TopoDS_Compound all;
-    builder.MakeCompound(all);
-    for (const TopoDS_Shape& shape : shapes)
-        builder.Add(all, shape);
-    return all;
+    BRep_Builder().MakeCompound(all);
+    return filled(all, shapes);
 }
 
 TopoDS_Shape moved(const TopoDS_Shape& shape, double x)
