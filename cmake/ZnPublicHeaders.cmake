@@ -21,6 +21,7 @@ set(ZN_STANDALONE_HEADERS
   standalone/render/SnapshotView.h
   standalone/scenefile/SceneFile.h
   standalone/session/SceneExtras.h
+  standalone/session/Session.h
   standalone/session/Settings.h
   standalone/session/VariantSets.h
   standalone/session/znStandaloneSession.h

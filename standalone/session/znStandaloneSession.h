@@ -1,14 +1,10 @@
 #pragma once
 
 #include "host/HostExport.h"
-#include "host/OSGSystem/Node.h"
 #include "host/znKernelServices/znBaseService.h"
-#include "host/znUtils/znMessage.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/session/Settings.h"
+#include "standalone/session/Session.h"
 #include "standalone/znUtils/LogSink.h"
-
-#include <QString>
 
 #include <memory>
 #include <typeinfo>
@@ -24,14 +20,12 @@ struct KernelState;
 ///
 /// When a session ends, its scene goes, its temporary folder is removed, and containers that are still alive are swept:
 /// pointers to them must not be used any more. All jobs must have ended before.
-class ZN_HOST_EXPORT znStandaloneSession
+class ZN_HOST_EXPORT znStandaloneSession : public zn::Session
 {
 public:
     znStandaloneSession();
     /// Ends the session if `end` did not.
     ~znStandaloneSession();
-    znStandaloneSession(const znStandaloneSession&) = delete;
-    znStandaloneSession& operator=(const znStandaloneSession&) = delete;
 
     /// The living session, null without one.
     static znStandaloneSession* current();
@@ -41,22 +35,6 @@ public:
     /// Ends the session before its destruction and names the containers that were still alive, without the scene's own.
     /// Nothing else of a session may be used after its end.
     std::vector<osg::LivingContainer> end();
-
-    /// Tells this session from all others of the process; never 0.
-    std::uint64_t id() const { return m_id; }
-
-    /// The settings of this session; a change counts from the next question on.
-    zn::Settings& settings() { return m_settings; }
-
-    /// What `znPreferences::getData` answers.
-    znMessage& preferences() { return m_preferences; }
-
-    /// The root of the scene, a group; lives as long as the session.
-    osg::NodePtr sceneRoot() const { return m_root; }
-    /// Null when nothing is selected or the selected node is gone.
-    osg::NodePtr selectedNode() const;
-    /// Null takes the selection away.
-    void select(const osg::NodePtr& node);
 
     /// Where the host's log goes while this session lives; an empty sink stands for the standard error stream.
     void setLogSink(znUtils::LogSink sink);
@@ -75,9 +53,6 @@ public:
         dropService(typeid(T).hash_code());
     }
 
-    /// The folder of this session for temporary files.
-    QString temporaryFolder() const { return m_temporaryFolder; }
-
     /// What the implementation keeps; of no use outside of it.
     zn::KernelState& kernel() const { return *m_kernel; }
 
@@ -85,11 +60,5 @@ private:
     static void listService(std::size_t type, znBaseService* service);
     static void dropService(std::size_t type);
 
-    std::uint64_t m_id;
-    zn::Settings m_settings;
-    znMessage m_preferences;
-    osg::RefPtr<osg::NodePtr> m_root;
-    std::uint32_t m_selectedId = 0;
-    QString m_temporaryFolder;
     std::unique_ptr<zn::KernelState> m_kernel;
 };
