@@ -1,6 +1,6 @@
 # The headers that an installation has; every other header is private. Relative to the root of the sources.
 file(GLOB_RECURSE ZN_HOST_HEADERS RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/*.h)
-list(APPEND ZN_HOST_HEADERS import/znCADFileTypes.h)
+list(APPEND ZN_HOST_HEADERS import/filetypes/znCADFileTypes.h)
 
 set(ZN_LIBRARY_HEADERS
   import/ImportExport.h

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 #include "loader/UnloadedParts.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/HostExport.h"
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 
 #include <QMetaType>
 #include <QObject>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/znJobProcessing/znJobQueue.h"
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 
 /// A queue whose jobs have priorities.
 ///

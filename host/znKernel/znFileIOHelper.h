@@ -4,7 +4,7 @@
 #include "host/OSGSystem/Node.h"
 #include "host/znKernelServices/zndPtxSettings.h"
 #include "host/znKernelServices/zndSceneImportSettings.h"
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "standalone/session/SettingRows.h"
 
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 #include "standalone/geometry/TessellationPresets.h"
 
 namespace zn

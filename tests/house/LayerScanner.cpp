@@ -23,7 +23,7 @@ struct Layer {
     Foreign foreign = Foreign::Any;
 };
 
-constexpr std::string_view vocabulary = "import/znCADFileTypes";
+constexpr std::string_view vocabulary = "import/filetypes/znCADFileTypes";
 constexpr std::string_view platform = "import/Platform"; // the one place of the library for systems that differ
 
 const Folders& ownFolders()

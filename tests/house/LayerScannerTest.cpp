@@ -72,7 +72,7 @@ TEST_F(LayerScanner, NamesFileLineAndIncludeOfABrokenLayer)
 TEST_F(LayerScanner, ContractIncludesItselfAndTheVocabularyOnly)
 {
     EXPECT_THAT(brokenBy("host/a.h", "\"host/znUtils/znFile.h\""), IsEmpty());
-    EXPECT_THAT(brokenBy("host/a.h", "\"import/znCADFileTypes.h\""), IsEmpty());
+    EXPECT_THAT(brokenBy("host/a.h", "\"import/filetypes/znCADFileTypes.h\""), IsEmpty());
     EXPECT_THAT(brokenBy("host/a.h", "<QString>"), IsEmpty());
     EXPECT_THAT(brokenBy("host/a.h", "\"import/znFileLoaderJob.h\"").size(), 1U);
     EXPECT_THAT(brokenBy("host/a.h", "<importer/Importer.h>").size(), 1U);
@@ -83,7 +83,7 @@ TEST_F(LayerScanner, OpenHostNeverIncludesTheLibrary)
 {
     EXPECT_THAT(brokenBy("standalone/a/b.cpp", "\"standalone/session/Session.h\""), IsEmpty());
     EXPECT_THAT(brokenBy("standalone/a/b.cpp", "\"host/znUtils/znFile.h\""), IsEmpty());
-    EXPECT_THAT(brokenBy("standalone/a/b.cpp", "\"import/znCADFileTypes.h\""), IsEmpty());
+    EXPECT_THAT(brokenBy("standalone/a/b.cpp", "\"import/filetypes/znCADFileTypes.h\""), IsEmpty());
     for (const char* folder : {"import", "converter", "loader", "optimization", "cad/xml", "cad/visualization",
                                "plmxml", "importer", "tools/znimport", "tests/support", "bench/scenegraph"})
         EXPECT_THAT(brokenBy("standalone/a/b.cpp", '"' + std::string(folder) + "/x.h\"").size(), 1U) << folder;
@@ -103,9 +103,9 @@ TEST_F(LayerScanner, LibraryIncludesTheContractAndItselfOnly)
 
 TEST_F(LayerScanner, VocabularyIncludesNothingOfOurs)
 {
-    EXPECT_THAT(brokenBy("import/znCADFileTypes.cpp", "\"import/znCADFileTypes.h\""), IsEmpty());
-    EXPECT_THAT(brokenBy("import/znCADFileTypes.cpp", "\"host/HostExport.h\"").size(), 1U);
-    EXPECT_THAT(brokenBy("import/znCADFileTypes.cpp", "\"import/znMessages.h\"").size(), 1U);
+    EXPECT_THAT(brokenBy("import/filetypes/znCADFileTypes.cpp", "\"import/filetypes/znCADFileTypes.h\""), IsEmpty());
+    EXPECT_THAT(brokenBy("import/filetypes/znCADFileTypes.cpp", "\"host/HostExport.h\"").size(), 1U);
+    EXPECT_THAT(brokenBy("import/filetypes/znCADFileTypes.cpp", "\"import/znMessages.h\"").size(), 1U);
 }
 
 TEST_F(LayerScanner, CadXmlKnowsTinyXmlTheStandardLibraryAndItselfOnly)
@@ -113,8 +113,9 @@ TEST_F(LayerScanner, CadXmlKnowsTinyXmlTheStandardLibraryAndItselfOnly)
     EXPECT_THAT(brokenBy("cad/xml/a.cpp", "\"cad/xml/CADDocument.h\""), IsEmpty());
     EXPECT_THAT(brokenBy("cad/xml/a.cpp", "<tinyxml.h>"), IsEmpty());
     EXPECT_THAT(brokenBy("cad/xml/a.cpp", "<string_view>"), IsEmpty());
-    for (const char* included : {"<QString>", "<qglobal.h>", "<QtCore/QString>", "<boost/any.hpp>",
-                                 "\"host/HostExport.h\"", "\"cad/visualization/a.h\"", "\"import/znCADFileTypes.h\""})
+    for (const char* included :
+         {"<QString>", "<qglobal.h>", "<QtCore/QString>", "<boost/any.hpp>", "\"host/HostExport.h\"",
+          "\"cad/visualization/a.h\"", "\"import/filetypes/znCADFileTypes.h\""})
         EXPECT_THAT(brokenBy("cad/xml/a.cpp", included).size(), 1U) << included;
 }
 

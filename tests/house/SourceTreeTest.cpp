@@ -22,6 +22,6 @@ TEST(SourceTree, NoIncludePointsTheWrongWay)
 {
     const auto report = house::scanLayers(ZN_SOURCE_ROOT);
 
-    ASSERT_THAT(report.files, Contains("import/znCADFileTypes.h"));
+    ASSERT_THAT(report.files, Contains("import/filetypes/znCADFileTypes.h"));
     EXPECT_THAT(report.broken, IsEmpty());
 }

@@ -10,7 +10,7 @@ string(MD5 key ${ROOT})
 set(link /tmp/zn-pkg-config-${key})
 file(CREATE_LINK ${PREFIX} ${link} SYMBOLIC)
 set(program ${ROOT}/version)
-file(WRITE ${program}.cpp "#include \"import/znVersion.h\"\n#include \"import/znCADFileTypes.h\"\n#include <cstdio>\n"
+file(WRITE ${program}.cpp "#include \"import/znVersion.h\"\n#include \"import/filetypes/znCADFileTypes.h\"\n#include <cstdio>\n"
   "#include \"standalone/session/znStandaloneSession.h\"\n"
   "int main() { std::puts(znStandaloneSession::current() ? \"session\" : ZN_CADIMPORT_VERSION); }\n")
 run(log sh -c "exec ${COMPILER} -std=c++20 -fPIC -Wall -Wextra -Wpedantic -Werror '${program}.cpp' -o '${program}' \

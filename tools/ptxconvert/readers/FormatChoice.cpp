@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/FormatChoice.h"
 
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 
 #include <algorithm>
 #include <filesystem>

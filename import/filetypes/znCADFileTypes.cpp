@@ -1,4 +1,4 @@
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 
 #include <array>
 
