@@ -1,24 +1,26 @@
-// How the job follows the progress file.
-
-#include "converter/StageLabels.h"
-#include "converter/znPtxConverterJob.h"
+#include "converter/ConversionProgress.h"
 
 #include <QFile>
 #include <QFileSystemWatcher>
-#include <QPointer>
 
 #include <fstream>
 #include <locale>
 
+namespace conversion
+{
+
 namespace
 {
 
-struct Progress {
-    int value = -1;
-    std::string stage;
-};
+void writeSeed(const QString& file)
+{
+    std::ofstream seed(QFile::encodeName(file).constData(), std::ios::trunc);
+    seed << "0" << std::endl;
+    seed << "Unknown" << std::endl;
+}
 
-/// The file may be half rewritten at this moment: what cannot be read stays as it was.
+} // namespace
+
 Progress readProgress(const QString& file)
 {
     Progress progress;
@@ -30,53 +32,34 @@ Progress readProgress(const QString& file)
     return progress;
 }
 
-} // namespace
+ConversionProgress::ConversionProgress(std::function<void()> changed) : m_changed(std::move(changed)) {}
 
-void znPtxConverterJob::createTmpFileWatcher()
-{
-    connect(this, &znAbstractJob::started, this, &znPtxConverterJob::watchTempFile);
-    connect(this, &znAbstractJob::finished, [this] { releaseWatcher(); });
-}
+ConversionProgress::~ConversionProgress() = default;
 
-/// The watcher itself lives from the first launch of a run to its end: it takes one of the few notification instances
-/// that a user has, and thousands of jobs may wait or be kept after their end.
-void znPtxConverterJob::watchTempFile()
+void ConversionProgress::watch(const QString& file)
 {
     if (!m_watcher) {
         m_watcher = std::make_unique<QFileSystemWatcher>();
-        connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, [this] { reportProgress(); });
+        QObject::connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, m_changed);
     }
-    std::ofstream seed(QFile::encodeName(m_tempFile).constData(), std::ios::trunc);
-    seed << "0" << std::endl;
-    seed << "Unknown" << std::endl;
-    seed.close();
-    m_watcher->addPath(m_tempFile);
+    writeSeed(file);
+    m_watcher->addPath(file);
 }
 
-void znPtxConverterJob::unwatchTempFile()
+void ConversionProgress::unwatch(const QString& file)
 {
     if (m_watcher)
-        m_watcher->removePath(m_tempFile);
+        m_watcher->removePath(file);
 }
 
 /// The end may come from an event loop inside a notification of the watcher, so it goes later.
-void znPtxConverterJob::releaseWatcher()
+void ConversionProgress::release(const QString& file)
 {
-    unwatchTempFile();
+    unwatch(file);
     if (QFileSystemWatcher* const watcher = m_watcher.release()) {
         watcher->disconnect();
         watcher->deleteLater();
     }
 }
 
-void znPtxConverterJob::reportProgress()
-{
-    const Progress progress = readProgress(m_tempFile);
-    if (progress.value < 0 || progress.value == m_lastProgress)
-        return;
-    // A slot may run an event loop in which this job ends and is deleted.
-    const QPointer<znPtxConverterJob> self(this);
-    Q_EMIT progressChanged(static_cast<unsigned>(progress.value), znStageLabels::translated(progress.stage));
-    if (self)
-        m_lastProgress = progress.value;
-}
+} // namespace conversion

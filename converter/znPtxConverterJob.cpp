@@ -1,5 +1,9 @@
 #include "converter/znPtxConverterJob.h"
 
+#include "converter/ConversionProgress.h"
+#include "converter/ExitCode.h"
+#include "converter/LegacyUpdate.h"
+#include "converter/StageLabels.h"
 #include "host/znJobProcessing/znParallelJobManager.h"
 #include "host/znKernel/znFileIOHelper.h"
 #include "host/znKernel/znImportOptions.h"
@@ -9,7 +13,7 @@
 #include "import/getFromMessage.h"
 
 #include <QFileInfo>
-#include <QFileSystemWatcher>
+#include <QPointer>
 
 znPtxConverterJob::znPtxConverterJob(const QString& input, const QString& outputDir, QObject* parent)
     : znProcessJob(parent), m_inputFile(input), m_outputDir(outputDir),
@@ -24,7 +28,7 @@ znPtxConverterJob::znPtxConverterJob(const QString& input, const QString& output
 
 znPtxConverterJob::~znPtxConverterJob()
 {
-    m_watcher.reset();
+    m_progress.reset();
     znFile::remove(m_tempFile.toStdString());
     if (m_state == znCADFileTypes::JobSucceeded)
         znFile::remove(logFile());
@@ -66,4 +70,105 @@ void znPtxConverterJob::updateProcessCommand()
 std::string znPtxConverterJob::logFile() const
 {
     return (m_outputFile + QStringLiteral(".log")).toStdString();
+}
+
+void znPtxConverterJob::createTmpFileWatcher()
+{
+    m_progress = std::make_unique<conversion::ConversionProgress>([this] { reportProgress(); });
+    connect(this, &znAbstractJob::started, this, &znPtxConverterJob::watchTempFile);
+    connect(this, &znAbstractJob::finished, [this] { m_progress->release(m_tempFile); });
+}
+
+void znPtxConverterJob::watchTempFile()
+{
+    m_progress->watch(m_tempFile);
+}
+
+void znPtxConverterJob::reportProgress()
+{
+    const conversion::Progress progress = conversion::readProgress(m_tempFile);
+    if (progress.value < 0 || progress.value == m_lastProgress)
+        return;
+    // A slot may run an event loop in which this job ends and is deleted.
+    const QPointer<znPtxConverterJob> self(this);
+    Q_EMIT progressChanged(static_cast<unsigned>(progress.value), znStageLabels::translated(progress.stage));
+    if (self)
+        m_lastProgress = progress.value;
+}
+
+QString znPtxConverterJob::getErrorDescription(int exitCode) const
+{
+    return znPtxHelper::getProcessErrorDescription(exitCode, logFile());
+}
+
+void znPtxConverterJob::finish()
+{
+    if (m_state != znCADFileTypes::JobFailed) {
+        if (znFile::exists(m_outputFile.toStdString(), false, false))
+            Q_EMIT outputFileReady(m_outputFile);
+        return znAbstractJob::finish();
+    }
+    const int exitCode = getExitCode().value_or(znPtxHelper::CouldNotStart);
+    if (exitCode == znExitCode::Cancelled)
+        return znAbstractJob::finish();
+    if (exitCode == znExitCode::NothingToImport && znFileIOHelper::canContainMixedAssemblies(m_inputFile))
+        return znAbstractJob::finish();
+    if (!handleFailedProcess(exitCode)) {
+        m_errorText = getErrorDescription(exitCode);
+        return znAbstractJob::finish();
+    }
+    if (znFileIOHelper::canContainMixedAssemblies(m_inputFile)) {
+        m_state = znCADFileTypes::JobSucceeded;
+        Q_EMIT outputFileReady(m_outputFile);
+        znAbstractJob::finish();
+    }
+}
+
+bool znPtxConverterJob::handleFailedProcess(int exitCode)
+{
+    const bool noParts = exitCode == znExitCode::NoExternalParts || exitCode == znExitCode::NoExternalPartsEither;
+    if (m_isAssembly && noParts) {
+        if (!znFileIOHelper::canContainMixedAssemblies(m_inputFile))
+            retryInlined();
+        return true;
+    }
+    if (exitCode == znExitCode::OldStylarFile && znFileIOHelper::isStylarFile(m_inputFile)) {
+        updateLegacyFile();
+        return true;
+    }
+    return false;
+}
+
+void znPtxConverterJob::retryInlined()
+{
+    m_progress->unwatch(m_tempFile);
+    Q_EMIT progressChanged(0, tr("No external part files found. Retrying with inlined option."));
+    m_isAssembly = false;
+    updateProcessCommand();
+    run();
+}
+
+void znPtxConverterJob::updateLegacyFile()
+{
+    m_progress->unwatch(m_tempFile);
+    Q_EMIT progressChanged(0, tr("Updating Legacy Stylar File"));
+    conversion::startLegacyUpdate(m_inputFile, m_outputDir, [this](const std::string& updatedFile) {
+        if (updatedFile.empty())
+            znAbstractJob::finish();
+        else
+            runOnLegacyFile(updatedFile);
+    });
+}
+
+/// The command and the output come from the updated file, but the job goes on telling the caller's file as its input.
+void znPtxConverterJob::runOnLegacyFile(const std::string& convertedFile)
+{
+    if (m_legacyFile != convertedFile)
+        m_legacyFile = convertedFile;
+    znFile::remove(m_tempFile.toStdString());
+    const QString callersFile = m_inputFile;
+    m_inputFile = QString::fromUtf8(convertedFile.c_str());
+    updateProcessCommand();
+    run();
+    m_inputFile = callersFile;
 }

@@ -6,7 +6,10 @@
 #include <memory>
 #include <string>
 
-class QFileSystemWatcher;
+namespace conversion
+{
+class ConversionProgress;
+}
 
 /// Converts one CAD file into a scene file by running the external converter.
 ///
@@ -56,8 +59,6 @@ private:
     bool wantsExternalParts() const;
 
     void createTmpFileWatcher();
-    void unwatchTempFile();
-    void releaseWatcher();
     void reportProgress();
 
     bool handleFailedProcess(int exitCode);
@@ -70,7 +71,7 @@ private:
     QString m_outputFile;
     QString m_outputDir;
     QString m_tempFile;
-    std::unique_ptr<QFileSystemWatcher> m_watcher;
+    std::unique_ptr<conversion::ConversionProgress> m_progress;
     std::string m_legacyFile;
     bool m_isAssembly;
     bool m_convertEntireAssembly = false;

@@ -1,29 +1,17 @@
 #include "import/znFileLoaderJob.h"
 
-#include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Drawable.h"
-#include "host/OSGSystem/Edit.h"
-#include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/znKernel/znFileIO.h"
 #include "host/znKernel/znScenegraph.h"
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znKernelServices/znKernelServiceFactory.h"
 #include "host/znKernelServices/znReferenceService.h"
-#include "host/znOpenSGExt/ExtReference.h"
-#include "host/znOpenSGUtils/znNodeUtils.h"
+#include "import/InsertionNode.h"
+#include "import/TreeEdits.h"
 
 #include <QFileInfo>
 
 namespace
 {
-
-/// Nothing may be hung below `node`.
-bool mustBeGivenUp(const osg::NodePtr& node)
-{
-    if (node && osg::fcCast<osg::Drawable>(node->getCore()))
-        return true;
-    return znNodeUtils::getLock(node) || znNodeUtils::hasLockedParent(node) || znNodeUtils::isUneditedAssetRoot(node);
-}
 
 znCADFileTypes::JobState stateOf(int loadResult)
 {
@@ -44,7 +32,7 @@ void znFileLoaderJob::abort() {}
 void znFileLoaderJob::process()
 {
     Q_EMIT started();
-    const osg::NodePtr place = insertionNode();
+    const osg::NodePtr place = frame::insertionNode(m_target.getObjectId());
     zndReferenceNode reference(0);
     if (m_target.isTypeOf(&zndReferenceNode::staticMetaObject))
         reference.assign(m_target.getSessionId(), m_target.getObjectId());
@@ -58,15 +46,6 @@ void znFileLoaderJob::process()
     else
         load(place);
     Q_EMIT processingFinished();
-}
-
-osg::NodePtr znFileLoaderJob::insertionNode() const
-{
-    const auto id = static_cast<std::uint32_t>(m_target.getObjectId());
-    osg::NodePtr node = osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(id));
-    if (!node)
-        node = znScenegraph::getSelectedNode();
-    return mustBeGivenUp(node) && !(node == znScenegraph::getRoot()) ? znScenegraph::getRoot() : node;
 }
 
 void znFileLoaderJob::refresh(zndReferenceNode& reference)
@@ -85,17 +64,8 @@ void znFileLoaderJob::fill(const osg::NodePtr& place)
     m_state = stateOf(znFileIO::load({m_file}, loaded, znScenegraph::isEmpty(), false, false));
     if (m_state == znCADFileTypes::JobFailed || loaded->getNChildren() == 0)
         return;
-    const osg::NodePtr first = loaded->getChild(0);
-    osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);
-    while (first->getNChildren() > 0)
-        place->addChild(first->getChild(0));
-    osg::endEditCP(place, osg::Node::ChildrenFieldMask, 1);
-
-    if (const auto core = osg::fcCast<osg::ExtReference>(place->getCore())) {
-        osg::beginEditCP(core, osg::ExtReferenceBase::StateFieldMask, 1);
-        core->setState(2);
-        osg::endEditCP(core, osg::ExtReferenceBase::StateFieldMask, 1);
-    }
+    frame::moveChildren(loaded->getChild(0), place);
+    frame::markReferenceLoaded(place);
     m_loadedNode = place;
 }
 

@@ -44,7 +44,6 @@ protected:
     void process() override;
 
 private:
-    osg::NodePtr insertionNode() const;
     void refresh(zndReferenceNode& reference);
     void fill(const osg::NodePtr& place);
     void createSmartReference(const osg::NodePtr& place);

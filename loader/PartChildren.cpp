@@ -8,6 +8,9 @@
 
 #include <QCoreApplication>
 
+namespace parts
+{
+
 PartChildren::PartChildren(znManagedJobQueue* queue, UnloadedParts& parts, Arrival arrival, Events events)
     : m_queue(queue), m_parts(parts), m_arrival(std::move(arrival)), m_events(std::move(events))
 {
@@ -66,3 +69,5 @@ void PartChildren::wait(const bool& waiting)
         Sleep(50);
     }
 }
+
+} // namespace parts

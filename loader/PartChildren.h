@@ -13,6 +13,9 @@ class znManagedJobQueue;
 class znOsbLoaderJob;
 class znPtxConverterJob;
 
+namespace parts
+{
+
 /// The child jobs of a loader job: converts part files on the loader's queue, loads each result, and has it placed at
 /// every node that waits for it.
 ///
@@ -63,3 +66,5 @@ private:
     std::size_t m_arrived = 0;
     QObject m_listener; ///< ends the connections with this object
 };
+
+} // namespace parts

@@ -2,6 +2,9 @@
 
 #include <utility>
 
+namespace parts
+{
+
 /// Calls a function at the end of its scope, also when an exception leaves it.
 template <class Function>
 class ScopeExit
@@ -16,3 +19,5 @@ public:
 private:
     Function m_function;
 };
+
+} // namespace parts

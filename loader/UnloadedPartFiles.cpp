@@ -1,4 +1,4 @@
-// Which part files a loaded assembly still waits for.
+#include "loader/UnloadedPartFiles.h"
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/TreeFunctions.h"
@@ -6,7 +6,9 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "host/znKernel/znImportOptions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "loader/znPtxLoaderJob.h"
+
+namespace parts
+{
 
 namespace
 {
@@ -23,24 +25,22 @@ std::string awaitedPath(const osg::Node& node)
 
 } // namespace
 
-bool znPtxLoaderJob::wantsPartFiles() const
+bool wantsPartFiles(const QString& originalFile)
 {
     // With fewer than two processes the converter has inlined the parts.
-    if (!znFileIOHelper::isAssemblyFile(m_originalFile) || znParallelJobManager::the()->getMaxNumProcesses() < 2)
+    if (!znFileIOHelper::isAssemblyFile(originalFile) || znParallelJobManager::the()->getMaxNumProcesses() < 2)
         return false;
-    const auto type = znFileIOHelper::getFileTypeByFileName(m_originalFile);
+    const auto type = znFileIOHelper::getFileTypeByFileName(originalFile);
     return znImportOptions(znCADFileTypes::fileTypeName(type), false, true).getImportReferencedFiles();
 }
 
-UnloadedParts znPtxLoaderJob::getUnloadedPartFiles()
+UnloadedParts unloadedPartsOf(const osg::NodePtr& root)
 {
     UnloadedParts parts;
-    if (!wantsPartFiles())
-        return parts;
-    osg::traverse(m_loadedNode, [&](const osg::NodePtr& node) {
+    osg::traverse(root, [&](const osg::NodePtr& node) {
         if (!node)
             return osg::Action::Skip;
-        if (node == m_loadedNode)
+        if (node == root)
             return osg::Action::Continue;
         if (const std::string path = awaitedPath(*node); !path.empty())
             parts[path].push_back(node);
@@ -48,3 +48,5 @@ UnloadedParts znPtxLoaderJob::getUnloadedPartFiles()
     });
     return parts;
 }
+
+} // namespace parts

@@ -10,8 +10,10 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znUtils/znFile.h"
+#include "import/TreeEdits.h"
 #include "loader/PartChildren.h"
 #include "loader/ScopeExit.h"
+#include "loader/UnloadedPartFiles.h"
 
 #include <QFileInfo>
 
@@ -41,16 +43,8 @@ std::vector<std::string> pathsOf(const UnloadedParts& parts)
 void fillReference(const osg::NodePtr& target, const osg::NodePtr& loaded)
 {
     const osg::RefPtr<osg::NodePtr> clone(osg::cloneTree(loaded, true));
-    osg::beginEditCP(target, osg::Node::ChildrenFieldMask, 1);
-    while (clone->getNChildren() > 0)
-        target->addChild(clone->getChild(0));
-    osg::endEditCP(target, osg::Node::ChildrenFieldMask, 1);
-
-    if (const auto reference = osg::fcCast<osg::ExtReference>(target->getCore())) {
-        osg::beginEditCP(reference, osg::ExtReferenceBase::StateFieldMask, 1);
-        reference->setState(2);
-        osg::endEditCP(reference, osg::ExtReferenceBase::StateFieldMask, 1);
-    }
+    frame::moveChildren(clone, target);
+    frame::markReferenceLoaded(target);
 }
 
 } // namespace
@@ -72,7 +66,7 @@ void znPtxLoaderJob::abort()
 
 void znPtxLoaderJob::process()
 {
-    const ScopeExit end([this] {
+    const parts::ScopeExit end([this] {
         znTexSearch::clearCurrentFile();
         znController::setBusy(false, false);
         Q_EMIT processingFinished();
@@ -94,7 +88,7 @@ void znPtxLoaderJob::process()
 void znPtxLoaderJob::loadConvertedFile()
 {
     m_holdFinish = true;
-    const ScopeExit release([this] { m_holdFinish = false; });
+    const parts::ScopeExit release([this] { m_holdFinish = false; });
     znOsbLoaderJob::process();
 }
 
@@ -114,30 +108,35 @@ void znPtxLoaderJob::repairStoredReference()
     osg::endEditCP(source, osg::FileReferenceBase::PathFieldMask, 1);
 }
 
+UnloadedParts znPtxLoaderJob::getUnloadedPartFiles()
+{
+    return parts::wantsPartFiles(m_originalFile) ? parts::unloadedPartsOf(m_loadedNode) : UnloadedParts();
+}
+
 /// True when every part arrived.
 bool znPtxLoaderJob::importParts()
 {
-    UnloadedParts parts = getUnloadedPartFiles();
-    const std::size_t expected = parts.size();
+    UnloadedParts unloaded = getUnloadedPartFiles();
+    const std::size_t expected = unloaded.size();
     const QString outputDir = QFileInfo(m_file).absolutePath();
-    if (parts.empty())
+    if (unloaded.empty())
         return true;
 
     // It outlives every child: the wait ends when the queue is empty.
-    PartChildren children(
-        m_childQueue, parts, fillReference,
+    parts::PartChildren children(
+        m_childQueue, unloaded, fillReference,
         {[this](znPtxConverterJob* job) { Q_EMIT childPtxConverterJobCreated(job); },
          [this](znOsbLoaderJob* job, const QString& partFile) { Q_EMIT childOsbLoaderJobCreated(job, partFile); },
          [this](znOsbLoaderJob* job) { Q_EMIT childOsbLoaderJobFinished(job); },
          [this](const QString& partFile) { Q_EMIT childPtxImportFinished(partFile); }});
     m_startTime = steadyNanoseconds();
     m_waiting = true;
-    for (const std::string& path : pathsOf(parts)) {
+    for (const std::string& path : pathsOf(unloaded)) {
         Q_EMIT startingChildPtxImport(QString::fromStdString(path));
         children.convert(path, outputDir);
     }
     m_childQueue->startProcessing();
-    PartChildren::wait(m_waiting);
+    parts::PartChildren::wait(m_waiting);
     return children.arrivedCount() == expected;
 }
 

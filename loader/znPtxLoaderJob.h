@@ -59,7 +59,6 @@ private:
     void repairStoredReference();
     bool importParts();
     UnloadedParts getUnloadedPartFiles();
-    bool wantsPartFiles() const;
     void childrenEnded();
 
     QString m_originalFile;

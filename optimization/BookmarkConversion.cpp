@@ -5,8 +5,12 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znVariants/znVariants.h"
 #include "optimization/BookmarkTags.h"
+#include "optimization/BookmarkViewpoints.h"
 
 #include <vector>
+
+namespace optimization
+{
 
 namespace
 {
@@ -127,3 +131,5 @@ void initVisibility(osg::NodePtr& root)
     for (const znNodePtr& node : marked)
         convertVisibilities(node);
 }
+
+} // namespace optimization

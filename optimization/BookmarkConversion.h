@@ -4,6 +4,9 @@
 
 class znVariantSet;
 
+namespace optimization
+{
+
 /// Turns the bookmarks that a converted model tells by tags (see BookmarkTags.h) into variants of the scene, and takes
 /// the bookmark nodes out of the tree at `root`. The tree must hang in the scene and its materials be in the pool.
 ///
@@ -19,10 +22,8 @@ void convertStylarBookmarks(osg::NodePtr& root, bool reserved);
 /// `set` is null.
 void initMaterialVariants(osg::NodePtr& bookmarkNode, znVariantSet* set);
 
-/// Makes a viewpoint of `set` from each camera directly below `bookmarkNode`, which leaves the pool as it was imported.
-/// A viewpoint of the same name that is there already wins.
-void initViewPoints(osg::NodePtr& bookmarkNode, znVariantSet* set);
-
 /// Makes a node variant from each visibility of the marked nodes at and below `root`, in the set that it names, and takes
 /// these tags and the marks away. A visibility in an unknown set is dropped.
 void initVisibility(osg::NodePtr& root);
+
+} // namespace optimization

@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 
+namespace optimization
+{
+
 namespace BookmarkTags
 {
 
@@ -55,3 +58,5 @@ std::optional<Visibility> visibility(const std::string& tag)
 }
 
 } // namespace BookmarkTags
+
+} // namespace optimization

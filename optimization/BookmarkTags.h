@@ -3,6 +3,9 @@
 #include <optional>
 #include <string>
 
+namespace optimization
+{
+
 /// The grammar of the tags by which a converted model tells its bookmarks. Each function takes a whole tag and gives
 /// nothing when the tag is of another kind. The marks are matched with their case, anywhere in the tag; names run from
 /// the first "[" of the tag.
@@ -39,3 +42,5 @@ struct Visibility {
 std::optional<Visibility> visibility(const std::string& tag);
 
 } // namespace BookmarkTags
+
+} // namespace optimization

@@ -1,4 +1,4 @@
-#include "optimization/BookmarkConversion.h"
+#include "optimization/BookmarkViewpoints.h"
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
@@ -9,6 +9,9 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znQRPCUtils/znQRPCConverter.h"
 #include "host/znVariants/znVariantSet.h"
+
+namespace optimization
+{
 
 namespace
 {
@@ -70,3 +73,5 @@ void initViewPoints(osg::NodePtr& bookmarkNode, znVariantSet* set)
             addViewpoint(set, child, camera, bookmarkNode);
     }
 }
+
+} // namespace optimization

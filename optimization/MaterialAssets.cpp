@@ -19,6 +19,9 @@
 #include <unordered_set>
 #include <vector>
 
+namespace optimization
+{
+
 namespace
 {
 
@@ -154,3 +157,5 @@ void applySelectedMaterialAssets(const osg::NodePtr& root)
     message.set("nodes", std::vector<znNodePtr>{znNodePtr(root)}, true);
     znController::call("applyMaterialAssetsToNodes", message, 0);
 }
+
+} // namespace optimization

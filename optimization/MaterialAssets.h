@@ -6,6 +6,9 @@
 #include <map>
 #include <string>
 
+namespace optimization
+{
+
 /// The materials of the assets that were loaded in one run, by uuid. It holds no reference.
 using AssetCache = std::map<std::string, osg::MaterialPtr>;
 
@@ -26,3 +29,5 @@ void replaceSubMaterial(const osg::MaterialPtr& root, const osg::MaterialPtr& ol
 /// Lets the host put the assets of the folder that its user selected on the tree at `root`, and notes their URL in the
 /// file info of `root`, if it has one. Nothing happens without a selected folder.
 void applySelectedMaterialAssets(const osg::NodePtr& root);
+
+} // namespace optimization

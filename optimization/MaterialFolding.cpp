@@ -12,6 +12,9 @@
 #include <utility>
 #include <vector>
 
+namespace optimization
+{
+
 namespace
 {
 
@@ -148,3 +151,5 @@ void MaterialFolding::findRepresentatives()
         m_representatives[id] = representativeIn(bucket, material)->getContainerId();
     }
 }
+
+} // namespace optimization

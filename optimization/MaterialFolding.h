@@ -6,6 +6,9 @@
 #include <map>
 #include <unordered_map>
 
+namespace optimization
+{
+
 /// Makes one material of the equal materials in a tree: of those with equal fields and the same name, to the letter, the
 /// one with the lowest container id. No material is made, and none is changed.
 ///
@@ -39,3 +42,5 @@ private:
     /// The lowest id of the materials that are equal to one, by its id.
     std::unordered_map<std::uint32_t, std::uint32_t> m_representatives;
 };
+
+} // namespace optimization

@@ -9,6 +9,9 @@
 
 #include <unordered_set>
 
+namespace optimization
+{
+
 namespace
 {
 
@@ -109,3 +112,5 @@ void updateMaterialFromAsset(const osg::MaterialPtr& material, const std::vector
         walk.leave();
     }
 }
+
+} // namespace optimization

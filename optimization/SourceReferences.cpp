@@ -5,10 +5,14 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
+#include "import/TreeEdits.h"
 
 #include <QString>
 
 #include <vector>
+
+namespace optimization
+{
 
 namespace
 {
@@ -16,13 +20,6 @@ namespace
 osg::ExtReferencePtr referenceOf(const osg::NodePtr& node)
 {
     return node ? osg::fcCast<osg::ExtReference>(node->getCore()) : osg::ExtReferencePtr();
-}
-
-void exchangeCore(const osg::NodePtr& node, const osg::Transform3DPtr& core)
-{
-    osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
-    node->setCore(core);
-    osg::endEditCP(node, osg::Node::CoreFieldMask, 1);
 }
 
 void removeFileInfo(const osg::NodePtr& node)
@@ -39,7 +36,7 @@ void turnIntoTransform(const osg::NodePtr& node, const osg::ExtReferencePtr& ref
 {
     const osg::Transform3DPtr transform = osg::Transform3DBase::create();
     transform->syncWith(reference, osg::Transform3D::getCombinedTransformAttributesMask());
-    exchangeCore(node, transform);
+    frame::exchangeCore(node, transform);
     removeFileInfo(node);
 }
 
@@ -89,7 +86,9 @@ void removeInvalidMechanorReferences(const osg::NodePtr& root)
         const osg::FileReferencePtr source = reference ? reference->getSourceFile() : osg::FileReferencePtr();
         const std::string path = source ? source->getPath() : std::string();
         if (!path.empty() && QString::fromStdString(path).startsWith(QStringLiteral("**"), Qt::CaseSensitive))
-            exchangeCore(node, osg::Transform3DBase::create());
+            frame::exchangeCore(node, osg::Transform3DBase::create());
         return osg::Action::Continue;
     });
 }
+
+} // namespace optimization

@@ -2,6 +2,9 @@
 
 #include "host/OSGSystem/Node.h"
 
+namespace optimization
+{
+
 /// Dissolves the references to source files in the tree at `root`, so that it holds plain groups and transforms.
 ///
 /// A reference without a transform gives its place among its siblings to its children. One with a transform, and a root,
@@ -11,3 +14,5 @@ void removeSourceReferences(const osg::NodePtr& root);
 /// Turns each reference whose path begins with "**" into a `Transform3D` without a transform. The node keeps its place,
 /// its children and its file info.
 void removeInvalidMechanorReferences(const osg::NodePtr& root);
+
+} // namespace optimization

@@ -1,8 +1,8 @@
 #include "optimization/znPtxTreeOptimizationJob.h"
 
 #include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Drawable.h"
 #include "host/OSGSystem/Edit.h"
-#include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/MaterialPool.h"
 #include "host/znKernel/znFileIO.h"
 #include "host/znKernel/znFileIOHelper.h"
@@ -13,81 +13,28 @@
 #include "host/znOpenSGUtils/znMaterials.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znOpenSGUtils/znOptimize.h"
-#include "host/znTessellation/znRetessellation.h"
-#include "import/ReferenceNotice.h"
+#include "import/TreeEdits.h"
+#include "import/TreeNotices.h"
 #include "optimization/BookmarkConversion.h"
+#include "optimization/GeometryCleanup.h"
 #include "optimization/MaterialAssets.h"
 #include "optimization/MaterialFolding.h"
 #include "optimization/MaterialUpdate.h"
 #include "optimization/SourceReferences.h"
 
-#include <vector>
+#include <set>
 
 namespace
 {
 
-constexpr osg::FieldMask allFields = ~osg::FieldMask(0);
-
-/// Nothing below a geometry is visited. A flush may change the number of children.
-void flushGeometryScales(const osg::NodePtr& root)
+void renewEnvironment()
 {
-    struct Place {
-        osg::NodePtr node;
-        unsigned next = 0;
-    };
-    std::vector<Place> path{{root}};
-    while (!path.empty()) {
-        Place& place = path.back();
-        if (place.next == 0 && osg::fcCast<osg::Geometry>(place.node->getCore())) {
-            znOptimize::flushSelectedTransformationScales(place.node);
-            path.pop_back();
-        } else if (place.next < place.node->getNChildren()) {
-            path.push_back({place.node->getChild(place.next++)});
-        } else {
-            path.pop_back();
-        }
-    }
+    znNodeUtils::destroy(znScenegraph::environmentGeometrySwitch());
+    (void)znScenegraph::createEnvironmentGeometrySwitch({});
+    znOSGWidget::showAllMains(false);
 }
 
 } // namespace
-
-/// What the steps of one run hand on.
-struct znPtxTreeOptimizationJob::Run {
-    bool useGsk;
-    zndPtxSettings settings;
-    osg::NodePtr root;
-    bool isPtx = false;    ///< from the removal of the vertex colours on
-    bool wasEmpty = false; ///< from the insertion into the scene on
-};
-
-/// A step, and whether it is one for converted trees only.
-struct znPtxTreeOptimizationJob::Step {
-    const char* name = nullptr;
-    void (znPtxTreeOptimizationJob::*run)(Run&) = nullptr;
-    bool onlyPtx = false;
-};
-
-const znPtxTreeOptimizationJob::Step znPtxTreeOptimizationJob::steps[] = {
-    {"optimizeMaterials", &znPtxTreeOptimizationJob::optimizeMaterials},
-    {"updateMaterials", &znPtxTreeOptimizationJob::updateMaterials},
-    {"reuseMaterials", &znPtxTreeOptimizationJob::reuseMaterials},
-    {"addAmbientOcclusion", &znPtxTreeOptimizationJob::addAmbientOcclusion},
-    {"removeVertexColors", &znPtxTreeOptimizationJob::removeVertexColors},
-    {"removeEmptyGroups", &znPtxTreeOptimizationJob::removeEmptyGroups, true},
-    {"flushTransformations", &znPtxTreeOptimizationJob::flushTransformations, true},
-    {"mergeGeometries", &znPtxTreeOptimizationJob::mergeGeometries, true},
-    {"removeNurbs", &znPtxTreeOptimizationJob::removeNurbs, true},
-    {"removeSourceReferences", &znPtxTreeOptimizationJob::removeSourceReferences, true},
-    {"removePtxTag", &znPtxTreeOptimizationJob::removePtxTag},
-    {"removeInvalidMechanorReferences", &znPtxTreeOptimizationJob::removeInvalidMechanorReferences},
-    {"insertIntoScene", &znPtxTreeOptimizationJob::insertIntoScene},
-    {"registerMaterials", &znPtxTreeOptimizationJob::registerMaterials},
-    {"convertBookmarks", &znPtxTreeOptimizationJob::convertBookmarks},
-    {"unshareNodes", &znPtxTreeOptimizationJob::unshareNodes, true},
-    {"applySceneSettings", &znPtxTreeOptimizationJob::applySceneSettings},
-    {"renewEnvironment", &znPtxTreeOptimizationJob::renewEnvironment},
-    {"notifyReferences", &znPtxTreeOptimizationJob::notifyReferences},
-};
 
 znPtxTreeOptimizationJob::znPtxTreeOptimizationJob(const QString& fileName, const osg::NodePtr& root,
                                                    const osg::NodePtr& parent)
@@ -110,113 +57,95 @@ void znPtxTreeOptimizationJob::process()
         Q_EMIT processingFinished();
         return;
     }
+    const osg::NodePtr root = m_root.get();
     const bool useGsk = znFileIO::getUseGSK();
-    Run run{useGsk, znFileIOHelper::getImportSettingsByFileName(m_fileName, false), m_root.get()};
-    for (const Step& step : steps) {
-        if (step.onlyPtx && !run.isPtx)
-            continue;
-        if (m_stepListener)
-            m_stepListener(step.name);
-        (this->*step.run)(run);
-    }
-    if (m_stepListener)
-        m_stepListener(nullptr);
+    const zndPtxSettings settings = znFileIOHelper::getImportSettingsByFileName(m_fileName, false);
+    reduceMaterials(root, settings);
+    prepareSurfaces(root, useGsk);
+    const bool isPtx = znFileIOHelper::isPtxFile(m_fileName);
+    if (isPtx)
+        cleanConvertedTree(root, settings, useGsk);
+    removeOrigins(root);
+
+    beginStep("insertIntoScene");
+    const bool wasEmpty = znScenegraph::isEmpty();
+    insertIntoScene(root);
+    takeUpMaterialsAndBookmarks(root);
+    if (isPtx)
+        unshareNodes(root, settings);
+    applySceneSettings(root);
+    beginStep("renewEnvironment");
+    if (wasEmpty)
+        renewEnvironment();
+    beginStep("notifyReferences");
+    frame::notifyReferences(root, frame::TreeNotice::OptimisedTree);
+    beginStep(nullptr);
     m_state = znCADFileTypes::JobSucceeded;
     Q_EMIT processingFinished();
 }
 
-void znPtxTreeOptimizationJob::optimizeMaterials(Run& run)
+void znPtxTreeOptimizationJob::beginStep(const char* name) const
 {
-    if (run.settings.getMergeSubReferenceMaterials())
-        MaterialFolding().optimizeMaterials(run.root);
+    if (m_stepListener)
+        m_stepListener(name);
 }
 
-void znPtxTreeOptimizationJob::updateMaterials(Run& run)
+void znPtxTreeOptimizationJob::reduceMaterials(const osg::NodePtr& root, const zndPtxSettings& settings) const
 {
+    beginStep("optimizeMaterials");
+    if (settings.getMergeSubReferenceMaterials())
+        optimization::MaterialFolding().optimizeMaterials(root);
+    beginStep("updateMaterials");
     if (m_updateMaterials)
-        ::updateMaterials(run.root);
-}
-
-void znPtxTreeOptimizationJob::reuseMaterials(Run& run)
-{
+        optimization::updateMaterials(root);
+    beginStep("reuseMaterials");
     if (!m_mergeMaterials)
         return;
     const std::set<unsigned> known = znMaterials::getMaterialPoolMaterialIds();
-    znMaterialMerger::reuseMaterials({znNodePtr(run.root)}, known,
+    znMaterialMerger::reuseMaterials({znNodePtr(root)}, known,
                                      static_cast<znMaterialComparison::MaterialCompareSettings>(12),
                                      static_cast<znMaterialMerger::MaterialMergeSettings>(0));
 }
 
-void znPtxTreeOptimizationJob::addAmbientOcclusion(Run& run)
+void znPtxTreeOptimizationJob::prepareSurfaces(const osg::NodePtr& root, bool useGsk) const
 {
-    if (m_addAmbientOcclusion && run.useGsk)
-        znNodeUtils::addAmbientOcclusionData(run.root);
+    beginStep("addAmbientOcclusion");
+    if (m_addAmbientOcclusion && useGsk)
+        znNodeUtils::addAmbientOcclusionData(root);
+    beginStep("removeVertexColors");
+    znNodeUtils::removeVertexColors(root);
 }
 
-void znPtxTreeOptimizationJob::removeVertexColors(Run& run)
+/// The name is asked again for the opposite of what brought it here: empty groups stay.
+void znPtxTreeOptimizationJob::cleanConvertedTree(const osg::NodePtr& root, const zndPtxSettings& settings,
+                                                  bool useGsk) const
 {
-    znNodeUtils::removeVertexColors(run.root);
-    run.isPtx = znFileIOHelper::isPtxFile(m_fileName);
-}
-
-/// Asks again for the opposite of what brought it here: empty groups stay.
-void znPtxTreeOptimizationJob::removeEmptyGroups(Run& run)
-{
-    if (run.settings.getRemoveEmptyGroups() && !znFileIOHelper::isPtxFile(m_fileName))
-        znOptimize::removeEmptyGroups(run.root, false);
-}
-
-void znPtxTreeOptimizationJob::flushTransformations(Run& run)
-{
-    if (run.settings.getFlushTransformations())
-        znOptimize::flushTransformationsKeepFaceNormals(run.root);
+    beginStep("removeEmptyGroups");
+    if (settings.getRemoveEmptyGroups() && !znFileIOHelper::isPtxFile(m_fileName))
+        znOptimize::removeEmptyGroups(root, false);
+    beginStep("flushTransformations");
+    if (settings.getFlushTransformations())
+        znOptimize::flushTransformationsKeepFaceNormals(root);
     else if (m_flushGeometryScales)
-        flushGeometryScales(run.root);
+        optimization::flushGeometryScales(root);
+    beginStep("mergeGeometries");
+    if (settings.getMergeGeometries() && !useGsk)
+        optimization::mergeGeometries(root, settings);
+    beginStep("removeNurbs");
+    if (!settings.getKeepNurbs())
+        znOptimize::removeNURBS(root);
+    beginStep("removeSourceReferences");
+    if (settings.getSourceReferenceBehavior() == 0)
+        optimization::removeSourceReferences(root);
 }
 
-void znPtxTreeOptimizationJob::mergeGeometries(Run& run)
+void znPtxTreeOptimizationJob::removeOrigins(const osg::NodePtr& root) const
 {
-    if (!run.settings.getMergeGeometries() || run.useGsk)
-        return;
-    znOptimize::cleanupGroupNodes(run.root);
-    znOptimize::triangulate(run.root, false);
-    znNodeUtils::verifyIndexMap(run.root);
-    znOptimize::mergeGeometry(run.root);
-    znRetessellation retessellation;
-    znRetessellation::copySettings();
-    retessellation.addNodes({run.root});
-    const double stitchingTolerance = run.settings.getStitchingTolerance();
-    const bool useStitching = run.settings.getUseStitching();
-    const double maxChordLength = run.settings.getMaxChordLength();
-    const double normalTolerance = run.settings.getNormalTolerance();
-    const double chordDeviation = run.settings.getChordDeviation();
-    retessellation.setupTessellation(chordDeviation, normalTolerance, maxChordLength, useStitching, stitchingTolerance);
-    retessellation.applyTessellation();
-    retessellation.rebuildSurfaces();
-    retessellation.finalize();
-}
-
-void znPtxTreeOptimizationJob::removeNurbs(Run& run)
-{
-    if (!run.settings.getKeepNurbs())
-        znOptimize::removeNURBS(run.root);
-}
-
-void znPtxTreeOptimizationJob::removeSourceReferences(Run& run)
-{
-    if (run.settings.getSourceReferenceBehavior() == 0)
-        ::removeSourceReferences(run.root);
-}
-
-void znPtxTreeOptimizationJob::removePtxTag(Run& run)
-{
-    znPtxHelper::removePtxTag(run.root);
-}
-
-void znPtxTreeOptimizationJob::removeInvalidMechanorReferences(Run& run)
-{
+    beginStep("removePtxTag");
+    znPtxHelper::removePtxTag(root);
+    beginStep("removeInvalidMechanorReferences");
     if (znFileIOHelper::isBrantelMechanorFile(m_fileName))
-        ::removeInvalidMechanorReferences(run.root);
+        optimization::removeInvalidMechanorReferences(root);
 }
 
 osg::NodePtr znPtxTreeOptimizationJob::decideParent() const
@@ -229,55 +158,38 @@ osg::NodePtr znPtxTreeOptimizationJob::decideParent() const
     return parent;
 }
 
-void znPtxTreeOptimizationJob::insertIntoScene(Run& run)
+void znPtxTreeOptimizationJob::insertIntoScene(const osg::NodePtr& root) const
 {
-    run.wasEmpty = znScenegraph::isEmpty();
-    const osg::NodePtr parent = decideParent();
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(run.root);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    frame::addChild(decideParent(), root);
 }
 
-void znPtxTreeOptimizationJob::registerMaterials(Run& run)
+/// The bookmarks look for materials by name, in the pool.
+void znPtxTreeOptimizationJob::takeUpMaterialsAndBookmarks(osg::NodePtr root) const
 {
+    beginStep("registerMaterials");
     const osg::MaterialPoolPtr pool = znScenegraph::getMaterialPool();
-    osg::beginEditCP(pool, allFields, 1);
-    pool->add(run.root);
-    osg::endEditCP(pool, allFields, 1);
-}
-
-void znPtxTreeOptimizationJob::convertBookmarks(Run& run)
-{
+    osg::beginEditCP(pool, osg::AllFieldsMask, 1);
+    pool->add(root);
+    osg::endEditCP(pool, osg::AllFieldsMask, 1);
+    beginStep("convertBookmarks");
     if (m_convertBookmarks)
-        convertStylarBookmarks(run.root, false);
+        optimization::convertStylarBookmarks(root, false);
 }
 
-void znPtxTreeOptimizationJob::unshareNodes(Run& run)
+void znPtxTreeOptimizationJob::unshareNodes(const osg::NodePtr& root, const zndPtxSettings& settings) const
 {
-    if (run.settings.getUnshareNodes())
-        (void)znScenegraph::unshareNode(run.root, znScenegraph::DuplicateCores, true, true);
+    beginStep("unshareNodes");
+    if (settings.getUnshareNodes())
+        (void)znScenegraph::unshareNode(root, znScenegraph::DuplicateCores, true, true);
 }
 
-void znPtxTreeOptimizationJob::applySceneSettings(Run& run)
+void znPtxTreeOptimizationJob::applySceneSettings(const osg::NodePtr& root) const
 {
+    beginStep("applySceneSettings");
     const zndSceneImportSettings settings = znFileIOHelper::getGlobalSceneImportSettings();
     if (settings.getApplyMaterialsFromAssetManager())
-        applySelectedMaterialAssets(run.root);
+        optimization::applySelectedMaterialAssets(root);
     const bool putOnGround = settings.getPutOnGround();
     const bool centerInOrigin = settings.getCenterInOrigin();
-    znFileIO::applyGeometryImportTransformations(run.root, m_fileName, false, centerInOrigin, putOnGround);
-}
-
-void znPtxTreeOptimizationJob::renewEnvironment(Run& run)
-{
-    if (!run.wasEmpty)
-        return;
-    znNodeUtils::destroy(znScenegraph::environmentGeometrySwitch());
-    (void)znScenegraph::createEnvironmentGeometrySwitch({});
-    znOSGWidget::showAllMains(false);
-}
-
-void znPtxTreeOptimizationJob::notifyReferences(Run& run)
-{
-    znReferenceNotice::send(run.root, znReferenceNotice::OptimisedTree);
+    znFileIO::applyGeometryImportTransformations(root, m_fileName, false, centerInOrigin, putOnGround);
 }

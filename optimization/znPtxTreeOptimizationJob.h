@@ -8,6 +8,8 @@
 
 #include <functional>
 
+class zndPtxSettings;
+
 /// The last job of an import: cleans a loaded tree, hangs it into the scene, turns its bookmarks into variants and does
 /// what needs the tree in the scene (material assets, centring, environment, references).
 ///
@@ -39,29 +41,17 @@ protected:
     void process() override;
 
 private:
-    struct Run;
-    struct Step;
-    static const Step steps[];
+    /// Tells the listener that the next step begins.
+    void beginStep(const char* name) const;
 
-    void optimizeMaterials(Run& run);
-    void updateMaterials(Run& run);
-    void reuseMaterials(Run& run);
-    void addAmbientOcclusion(Run& run);
-    void removeVertexColors(Run& run);
-    void removeEmptyGroups(Run& run);
-    void flushTransformations(Run& run);
-    void mergeGeometries(Run& run);
-    void removeNurbs(Run& run);
-    void removeSourceReferences(Run& run);
-    void removePtxTag(Run& run);
-    void removeInvalidMechanorReferences(Run& run);
-    void insertIntoScene(Run& run);
-    void registerMaterials(Run& run);
-    void convertBookmarks(Run& run);
-    void unshareNodes(Run& run);
-    void applySceneSettings(Run& run);
-    void renewEnvironment(Run& run);
-    void notifyReferences(Run& run);
+    void reduceMaterials(const osg::NodePtr& root, const zndPtxSettings& settings) const;
+    void prepareSurfaces(const osg::NodePtr& root, bool useGsk) const;
+    void cleanConvertedTree(const osg::NodePtr& root, const zndPtxSettings& settings, bool useGsk) const;
+    void removeOrigins(const osg::NodePtr& root) const;
+    void insertIntoScene(const osg::NodePtr& root) const;
+    void takeUpMaterialsAndBookmarks(osg::NodePtr root) const;
+    void unshareNodes(const osg::NodePtr& root, const zndPtxSettings& settings) const;
+    void applySceneSettings(const osg::NodePtr& root) const;
 
     osg::NodePtr decideParent() const;
 

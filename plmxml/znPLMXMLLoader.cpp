@@ -9,7 +9,8 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znUtils/znFile.h"
 #include "host/znUtils/znLog.h"
-#include "import/ReferenceNotice.h"
+#include "import/TreeEdits.h"
+#include "import/TreeNotices.h"
 
 #include <boost/algorithm/string/predicate.hpp>
 
@@ -21,10 +22,6 @@ using HB::Visualization::PLMXMLProductStructure;
 namespace
 {
 
-constexpr osg::FieldMask allFields = ~osg::FieldMask(0);
-/// The state of a reference whose content is loaded.
-constexpr unsigned loadedState = 2;
-
 /// True for a file that the host reads by itself and keeps as what it is.
 bool isSmartFile(const std::string& name)
 {
@@ -33,7 +30,7 @@ bool isSmartFile(const std::string& name)
     return boost::iequals(extension, "qlb", letters) || boost::iequals(extension, "osb", letters);
 }
 
-osg::FileReferencePtr makeFileReference(const std::string& fullPath, const std::string& location)
+osg::FileReferencePtr makePartFile(const std::string& fullPath, const std::string& location)
 {
     const osg::FileReferencePtr file = osg::FileReference::create();
     const osg::FieldMask mask = osg::FileReference::PathFieldMask | osg::FileReference::RelativePathFieldMask;
@@ -44,49 +41,16 @@ osg::FileReferencePtr makeFileReference(const std::string& fullPath, const std::
     return file;
 }
 
-osg::ExtReferencePtr makePartCore(const osg::FileReferencePtr& file, const std::string& name)
-{
-    const osg::ExtReferencePtr core = osg::ExtReference::create();
-    const bool isSmart = isSmartFile(name);
-    const osg::FieldMask mask =
-        isSmart ? osg::ExtReference::SmartFileFieldMask : osg::ExtReference::SourceFileFieldMask;
-    osg::beginEditCP(core, mask, 1);
-    if (isSmart)
-        core->setSmartFile(file);
-    else
-        core->setSourceFile(file);
-    osg::endEditCP(core, mask, 1);
-    return core;
-}
-
 osg::ExtReferencePtr makeDocumentCore(const std::string& fileName)
 {
-    const osg::FileReferencePtr file = osg::FileReference::create();
-    osg::beginEditCP(file, osg::FileReference::PathFieldMask, 1);
-    file->setPath(fileName);
-    osg::endEditCP(file, osg::FileReference::PathFieldMask, 1);
-
+    const osg::FileReferencePtr file = frame::makeFileReference(fileName);
     const osg::ExtReferencePtr core = osg::ExtReference::create();
     const osg::FieldMask mask = osg::ExtReference::StateFieldMask | osg::ExtReference::SourceFileFieldMask;
     osg::beginEditCP(core, mask, 1);
     core->setSourceFile(file);
-    core->setState(loadedState);
+    core->setState(frame::loadedReference);
     osg::endEditCP(core, mask, 1);
     return core;
-}
-
-void setCore(const osg::NodePtr& node, const osg::NodeCorePtr& core)
-{
-    osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
-    node->setCore(core);
-    osg::endEditCP(node, osg::Node::CoreFieldMask, 1);
-}
-
-void addChild(const osg::NodePtr& parent, const osg::NodePtr& child)
-{
-    osg::beginEditCP(parent, allFields, 1);
-    parent->addChild(child);
-    osg::endEditCP(parent, allFields, 1);
 }
 
 } // namespace
@@ -175,15 +139,15 @@ void znPLMXMLLoader::addReference(const osg::NodePtr& parent, const std::string&
 {
     if (const auto known = m_referenceNodes.find(fullPath); known != m_referenceNodes.end()) {
         const osg::NodePtr clone = osg::cloneTree(known->second, true);
-        addChild(parent, clone);
+        frame::addChild(parent, clone, osg::AllFieldsMask);
         m_unloadedParts[fullPath].push_back(clone);
         return;
     }
     const std::string& name = location.empty() ? fullPath : location;
     const osg::NodePtr reference = osg::Node::create();
-    setCore(reference, makePartCore(makeFileReference(fullPath, location), name));
+    frame::exchangeCore(reference, frame::makeReferenceCore(makePartFile(fullPath, location), isSmartFile(name)));
     NodeUtils::setName(reference, znFile::getBaseName(name).c_str(), true);
-    addChild(parent, reference);
+    frame::addChild(parent, reference, osg::AllFieldsMask);
     m_unloadedParts[fullPath].push_back(reference);
     m_referenceNodes[fullPath] = reference;
 }
@@ -202,7 +166,7 @@ void znPLMXMLLoader::createReference(osg::NodePtr& node, const std::string& file
     const osg::ExtReferencePtr core = makeDocumentCore(fileName);
     const auto transform = osg::fcCast<osg::Transform>(node->getCore());
     if (transform && transform->isIdentity()) {
-        setCore(node, core);
+        frame::exchangeCore(node, core);
     } else {
         const osg::NodePtr reference = osg::Node::create();
         const osg::FieldMask mask = osg::Node::CoreFieldMask | osg::Node::ChildrenFieldMask;
@@ -213,5 +177,5 @@ void znPLMXMLLoader::createReference(osg::NodePtr& node, const std::string& file
         znNodeUtils::setName(reference, znFile::getBaseName(fileName).c_str(), true, nullptr);
         node = reference;
     }
-    znReferenceNotice::send(node, znReferenceNotice::PlmxmlTree);
+    frame::notifyReferences(node, frame::TreeNotice::PlmxmlTree);
 }

@@ -53,7 +53,7 @@ public:
     UnloadedParts getUnloadedParts() const;
 
 private:
-    friend struct TestAccess;
+    friend struct PLMXMLLoaderTestAccess;
 
     void addReferences(HB::Visualization::PLMXMLProductStructure& structure);
     void addReference(const osg::NodePtr& parent, const std::string& fullPath, const std::string& location);

@@ -13,7 +13,8 @@
 #include "host/znKernel/znTexSearch.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znUtils/znFile.h"
-#include "import/ReferenceNotice.h"
+#include "import/TreeEdits.h"
+#include "import/TreeNotices.h"
 #include "import/getFromMessage.h"
 #include "loader/PartChildren.h"
 #include "plmxml/znPLMXMLLoader.h"
@@ -22,18 +23,6 @@
 
 namespace
 {
-
-constexpr unsigned loadedState = 2;
-
-void markLoaded(const osg::NodePtr& node)
-{
-    const auto reference = osg::fcCast<osg::ExtReference>(node->getCore());
-    if (!reference)
-        return;
-    osg::beginEditCP(reference, osg::ExtReferenceBase::StateFieldMask, 1);
-    reference->setState(loadedState);
-    osg::endEditCP(reference, osg::ExtReferenceBase::StateFieldMask, 1);
-}
 
 /// Puts a copy of `loaded` at the end of the children of `target`'s parent, in exchange for `target`.
 void replaceReference(const osg::NodePtr& target, const osg::NodePtr& loaded)
@@ -44,7 +33,7 @@ void replaceReference(const osg::NodePtr& target, const osg::NodePtr& loaded)
     parent->subChild(target);
     parent->addChild(clone);
     osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    markLoaded(clone);
+    frame::markReferenceLoaded(clone);
 }
 
 /// Takes the level of the loaded file's own reference out.
@@ -64,7 +53,7 @@ bool loadInto(const QString& file, const osg::NodePtr& node)
     if (znFileIO::load({file}, node, false, false, false) != znFileIO::LoadedFully)
         return false;
     dissolveOwnReference(node, znFileIO::getLoadedGeometriesList().back().getNode());
-    markLoaded(node);
+    frame::markReferenceLoaded(node);
     return true;
 }
 
@@ -83,8 +72,8 @@ std::string defaultOutputDir()
 class znPLMXMLLoaderJob::Import
 {
 public:
-    Import(znPLMXMLLoaderJob& job, UnloadedParts parts)
-        : m_job(job), m_parts(std::move(parts)), m_total(m_parts.size()),
+    Import(znPLMXMLLoaderJob& job, UnloadedParts unloaded)
+        : m_job(job), m_parts(std::move(unloaded)), m_total(m_parts.size()),
           m_children(job.m_childQueue, m_parts, replaceReference, eventsOf(job))
     {
         m_children.setLoadResults(job.m_loadConvertedPtxFiles);
@@ -106,7 +95,7 @@ public:
     bool isComplete() const { return m_loaded + m_children.arrivedCount() == m_total; }
 
 private:
-    static PartChildren::Events eventsOf(znPLMXMLLoaderJob& job)
+    static parts::PartChildren::Events eventsOf(znPLMXMLLoaderJob& job)
     {
         return {
             [&job](znPtxConverterJob* child) { Q_EMIT job.childPtxConverterJobCreated(child); },
@@ -141,7 +130,7 @@ private:
     UnloadedParts m_parts;
     std::size_t m_total;
     std::size_t m_loaded = 0;
-    PartChildren m_children;
+    parts::PartChildren m_children;
     std::vector<DirectPart> m_directParts;
 };
 
@@ -207,8 +196,8 @@ void znPLMXMLLoaderJob::process()
         else
             import.start();
         m_childQueue->startProcessing();
-        PartChildren::wait(m_waitingForChildren);
-        znReferenceNotice::send(m_loadedNode, znReferenceNotice::PlmxmlImport);
+        parts::PartChildren::wait(m_waitingForChildren);
+        frame::notifyReferences(m_loadedNode, frame::TreeNotice::PlmxmlImport);
         m_state = import.isComplete() ? znCADFileTypes::JobSucceeded : znCADFileTypes::JobPartial;
     }
     leave();

@@ -59,7 +59,7 @@ osg::RefPtr<osg::NodePtr> buildTree(const Shape& shape)
 double foldingSeconds(const Shape& shape)
 {
     const osg::RefPtr<osg::NodePtr> root = buildTree(shape);
-    MaterialFolding folding;
+    optimization::MaterialFolding folding;
     return secondsOf([&] { folding.optimizeMaterials(root); });
 }
 

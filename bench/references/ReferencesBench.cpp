@@ -40,7 +40,7 @@ osg::RefPtr<osg::NodePtr> newRoot()
 /// The seconds of the dissolving; negative when something is left of it.
 double secondsFor(const osg::RefPtr<osg::NodePtr>& root, unsigned count)
 {
-    const double seconds = secondsOf([&] { removeSourceReferences(root); });
+    const double seconds = secondsOf([&] { optimization::removeSourceReferences(root); });
     return root->getNChildren() == count * partsOfEach ? seconds : -1;
 }
 

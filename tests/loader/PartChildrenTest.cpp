@@ -4,6 +4,7 @@
 #include "tests/loader/LoaderTest.h"
 
 using namespace znCADFileTypes;
+using parts::PartChildren;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;

@@ -8,6 +8,8 @@
 
 #include <QUrl>
 
+using namespace optimization;
+
 namespace
 {
 

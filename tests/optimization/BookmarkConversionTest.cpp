@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 
+using namespace optimization;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

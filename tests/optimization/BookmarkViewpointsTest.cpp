@@ -3,6 +3,7 @@
 #include "optimization/BookmarkConversion.h"
 #include "tests/optimization/BookmarkTest.h"
 
+using namespace optimization;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

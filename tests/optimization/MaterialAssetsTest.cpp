@@ -11,6 +11,7 @@
 
 #include <QUrl>
 
+using namespace optimization;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -6,10 +6,13 @@
 #include <limits>
 #include <map>
 
+using namespace optimization;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
+namespace optimization
+{
 struct MaterialFoldingTestAccess {
     MaterialFolding& folding;
 
@@ -27,6 +30,7 @@ struct MaterialFoldingTestAccess {
     std::uint32_t visitCount() const { return folding.m_materialVisitCount; }
     std::uint32_t visitTotal() const { return folding.m_materialVisitTotal; }
 };
+} // namespace optimization
 
 namespace
 {

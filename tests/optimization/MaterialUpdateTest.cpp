@@ -4,6 +4,7 @@
 #include "standalone/znKernel/KernelState.h"
 #include "tests/optimization/MaterialTest.h"
 
+using namespace optimization;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -8,6 +8,8 @@
 #include "standalone/OSGSystem/EditAudit.h"
 #include "tests/standalone/OSGSystem/SceneGraphTest.h"
 
+using namespace optimization;
+
 namespace
 {
 

@@ -16,13 +16,6 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A job whose inner values can be seen.
-class SeenJob : public znPLMXMLLoaderJob
-{
-public:
-    using znPLMXMLLoaderJob::znPLMXMLLoaderJob;
-};
-
 class PLMXMLLoaderJobTest : public LoaderTest
 {
 protected:
@@ -36,7 +29,7 @@ protected:
     /// Where the conversion of the part file `location` put its output, after a run over a document of that one.
     QString folderOfConverted(const std::string& location)
     {
-        job = std::make_unique<SeenJob>(documentOf({location}).toStdString(), nullptr);
+        job = std::make_unique<znPLMXMLLoaderJob>(documentOf({location}).toStdString(), nullptr);
         QString output;
         QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
                          [&](znPtxConverterJob* child) {
@@ -65,7 +58,7 @@ protected:
 
     void make(const QString& file)
     {
-        job = std::make_unique<SeenJob>(file.toStdString(), nullptr);
+        job = std::make_unique<znPLMXMLLoaderJob>(file.toStdString(), nullptr);
         job->setOutputDir(outputFolder().toStdString());
         watch();
     }
@@ -93,7 +86,7 @@ protected:
         }));
     }
 
-    std::unique_ptr<SeenJob> job;
+    std::unique_ptr<znPLMXMLLoaderJob> job;
     osg::RefPtr<osg::NodePtr> tree;
     std::vector<std::string> lines;
 

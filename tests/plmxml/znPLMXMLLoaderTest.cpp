@@ -11,7 +11,7 @@
 
 #include <utility>
 
-struct TestAccess {
+struct PLMXMLLoaderTestAccess {
     static void createReference(osg::NodePtr& node, const std::string& fileName)
     {
         znPLMXMLLoader(std::string()).createReference(node, fileName);
@@ -346,7 +346,7 @@ TEST_F(PLMXMLLoaderTest, ARootThatMovesKeepsItsTransformBelowTheReference)
     osg::NodePtr root = osg::makeNodeFor(core);
     osg::setName(root, "moved");
     const osg::NodePtr before = root;
-    TestAccess::createReference(root, "/a b/wagen ü.plmxml");
+    PLMXMLLoaderTestAccess::createReference(root, "/a b/wagen ü.plmxml");
     tree = root;
     ASSERT_NE(root, before);
     EXPECT_EQ(nameOf(root), "wagen ü");
@@ -363,7 +363,7 @@ TEST_F(PLMXMLLoaderTest, ARootWithoutATransformKeepsItsCoreBelowTheReference)
 {
     osg::NodePtr root = osg::makeNodeFor(osg::Group::create());
     const osg::NodePtr before = root;
-    TestAccess::createReference(root, "/a.plmxml");
+    PLMXMLLoaderTestAccess::createReference(root, "/a.plmxml");
     tree = root;
     ASSERT_EQ(root->getNChildren(), 1u);
     EXPECT_EQ(root->getChild(0), before);

@@ -45,7 +45,7 @@ protected:
         osg::endEditCP(pool, osg::AllFieldsMask, 1);
     }
 
-    void convert() { convertStylarBookmarks(m_car, false); }
+    void convert() { optimization::convertStylarBookmarks(m_car, false); }
 
     osg::NodePtr part(unsigned index) const { return m_car->getChild(index); }
     zn::KernelState& kernel() { return m_session.kernel(); }

@@ -1,17 +1,17 @@
-#include "import/ReferenceNotice.h"
+#include "import/TreeNotices.h"
 
 #include "host/znInterfaces/znInterfaceFactory.h"
 #include "host/znInterfaces/znReferenceInterface.h"
 
-namespace znReferenceNotice
+namespace frame
 {
 
-void send(const osg::NodePtr& root, Code code)
+void notifyReferences(const osg::NodePtr& root, TreeNotice notice)
 {
     static auto* const references =
         dynamic_cast<znReferenceInterface*>(znInterfaceFactory::the()->get(typeid(znReferenceInterface)));
     if (references)
-        references->notifyReferences(root, code, 0);
+        references->notifyReferences(root, static_cast<int>(notice), 0);
 }
 
-} // namespace znReferenceNotice
+} // namespace frame
