@@ -1,5 +1,8 @@
 #include "cad/visualization/CADNodeRecord.h"
 
+#include "cad/visualization/CADRecordPlacement.h"
+#include "cad/visualization/CADUserDataText.h"
+#include "cad/xml/CADBase.h"
 #include "host/OSGSystem/Edit.h"
 
 #include <array>
@@ -85,6 +88,42 @@ void CADNodeRecord::switchContent(bool active)
     osg::beginEditCP(content, osg::AllFieldsMask, 1);
     content->setActive(active);
     osg::endEditCP(content, osg::AllFieldsMask, 1);
+}
+
+void CADNodeRecord::setTranslation(float x, float y, float z)
+{
+    CADRecordPlacement::setTranslation(m_node, x, y, z);
+}
+
+std::vector<float> CADNodeRecord::getTranslation() const
+{
+    return CADRecordPlacement::getTranslation(m_node);
+}
+
+void CADNodeRecord::setRotation(float x, float y, float z, float angle)
+{
+    CADRecordPlacement::setRotation(m_node, x, y, z, angle);
+}
+
+std::vector<float> CADNodeRecord::getRotation() const
+{
+    return CADRecordPlacement::getRotation(m_node);
+}
+
+void CADNodeRecord::setScale(float x, float y, float z)
+{
+    CADRecordPlacement::setScale(m_node, x, y, z);
+}
+
+std::vector<float> CADNodeRecord::getScale() const
+{
+    return CADRecordPlacement::getScale(m_node);
+}
+
+std::string CADNodeRecord::getUserDataText() const
+{
+    const auto* userData = m_element && m_kind == 1 ? m_element->getUserData() : nullptr;
+    return userData ? userDataText(*userData) : std::string();
 }
 
 } // namespace HB::Visualization

@@ -104,7 +104,7 @@ public:
     std::string getUserDataText() const;
 
 private:
-    friend struct TestAccess;
+    friend struct NodeRecordTestAccess;
 
     void switchContent(bool active);
 

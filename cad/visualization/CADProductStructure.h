@@ -1,9 +1,9 @@
 #pragma once
 
+#include "cad/visualization/CADFileNodes.h"
 #include "cad/visualization/CADNodeRecord.h"
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -128,17 +128,15 @@ protected:
     std::string m_filePath;
 
 private:
-    friend struct TestAccess;
+    friend struct ProductStructureTestAccess;
 
     CADNodeRecord& checkedRecord(std::uint32_t id) const;
     std::string fullPath(const std::string& path) const;
     std::string decodedPath(const std::string& location) const;
-    void fillFromMessage(const osg::NodePtr& node, const std::string& path);
-    void fillFromFile(const osg::NodePtr& node, const std::string& path);
+    bool fillFileNode(const osg::NodePtr& node, const std::string& path, bool isCsb) const;
 
     std::vector<std::unique_ptr<CADNodeRecord>> m_nodes;
-    std::map<std::string, osg::RefPtr<osg::NodePtr>> m_fileNodes;
-    std::map<std::string, std::uint32_t> m_fileUsers;
+    CADFileNodes m_fileNodes;
     bool m_loadFiles = true;
 };
 

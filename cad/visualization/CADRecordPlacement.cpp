@@ -1,6 +1,4 @@
-// The operations of CADNodeRecord that move its node.
-
-#include "cad/visualization/CADNodeRecord.h"
+#include "cad/visualization/CADRecordPlacement.h"
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/ComponentTransform.h"
@@ -9,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace HB::Visualization
+namespace HB::Visualization::CADRecordPlacement
 {
 
 namespace
@@ -62,36 +60,36 @@ float angleOf(float w)
 
 } // namespace
 
-void CADNodeRecord::setTranslation(float x, float y, float z)
+void setTranslation(const osg::NodePtr& node, float x, float y, float z)
 {
-    edit(m_node, [&](osg::ComponentTransform& placement) { placement.setTranslation({x, y, z}); });
+    edit(node, [&](osg::ComponentTransform& placement) { placement.setTranslation({x, y, z}); });
 }
 
-std::vector<float> CADNodeRecord::getTranslation() const
+std::vector<float> getTranslation(const osg::NodePtr& node)
 {
-    const osg::ComponentTransformPtr placement = placementOf(m_node);
+    const osg::ComponentTransformPtr placement = placementOf(node);
     return placement ? values(placement->getTranslation()) : std::vector<float>();
 }
 
-void CADNodeRecord::setScale(float x, float y, float z)
+void setScale(const osg::NodePtr& node, float x, float y, float z)
 {
-    edit(m_node, [&](osg::ComponentTransform& placement) { placement.setScale({x, y, z}); });
+    edit(node, [&](osg::ComponentTransform& placement) { placement.setScale({x, y, z}); });
 }
 
-std::vector<float> CADNodeRecord::getScale() const
+std::vector<float> getScale(const osg::NodePtr& node)
 {
-    const osg::ComponentTransformPtr placement = placementOf(m_node);
+    const osg::ComponentTransformPtr placement = placementOf(node);
     return placement ? values(placement->getScale()) : std::vector<float>();
 }
 
-void CADNodeRecord::setRotation(float x, float y, float z, float angle)
+void setRotation(const osg::NodePtr& node, float x, float y, float z, float angle)
 {
-    edit(m_node, [&](osg::ComponentTransform& placement) { placement.setRotation(quaternion(x, y, z, angle)); });
+    edit(node, [&](osg::ComponentTransform& placement) { placement.setRotation(quaternion(x, y, z, angle)); });
 }
 
-std::vector<float> CADNodeRecord::getRotation() const
+std::vector<float> getRotation(const osg::NodePtr& node)
 {
-    const osg::ComponentTransformPtr placement = placementOf(m_node);
+    const osg::ComponentTransformPtr placement = placementOf(node);
     if (!placement)
         return {};
     const auto [a, b, c, w] = placement->getRotation();
@@ -101,4 +99,4 @@ std::vector<float> CADNodeRecord::getRotation() const
     return {a / length, b / length, c / length, angleOf(w)};
 }
 
-} // namespace HB::Visualization
+} // namespace HB::Visualization::CADRecordPlacement

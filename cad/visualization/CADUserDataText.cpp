@@ -1,8 +1,5 @@
-// The text form of user data. Its type words are other ones than those that documents use.
+#include "cad/visualization/CADUserDataText.h"
 
-#include "cad/visualization/CADNodeRecord.h"
-
-#include "cad/xml/CADBase.h"
 #include "cad/xml/CADUserData.h"
 #include "cad/xml/CADUserValue.h"
 
@@ -36,13 +33,10 @@ void append(std::string& text, const XML::CAD::CADUserValue& value)
 
 } // namespace
 
-std::string CADNodeRecord::getUserDataText() const
+std::string userDataText(const XML::CAD::CADUserData& userData)
 {
-    const auto* userData = m_element && m_kind == 1 ? m_element->getUserData() : nullptr;
-    if (!userData)
-        return {};
     std::string text = "<UserData>";
-    for (const auto* value : userData->getUserValues())
+    for (const auto* value : userData.getUserValues())
         append(text, *value);
     return text.append("</UserData>");
 }

@@ -22,10 +22,20 @@ public:
     /// Which limit a walk went over.
     enum class Fault { None, TooDeep, TooLarge };
 
-    /// @param path where the walk stands, at any time
-    CADWalkGuard(const CADWalkLimits& limits, const std::vector<std::string>& path) : m_limits(limits), m_path(path) {}
+    /// @param path where the walk stands, at any time; must outlive this
+    explicit CADWalkGuard(const std::vector<std::string>& path) : m_path(path) {}
     CADWalkGuard(const CADWalkGuard&) = delete;
     CADWalkGuard& operator=(const CADWalkGuard&) = delete;
+
+    /// A new walk begins, at no level and no place.
+    void begin(const CADWalkLimits& limits)
+    {
+        m_limits = limits;
+        m_faultPath.clear();
+        m_depth = 0;
+        m_places = 0;
+        m_fault = Fault::None;
+    }
 
     /// Whether it went over a limit.
     bool isOver() const { return m_fault != Fault::None; }

@@ -1,10 +1,9 @@
-// The operations of PLMXMLProductStructure on materials.
-
-#include "cad/visualization/PLMXMLProductStructure.h"
+#include "cad/visualization/PLMXMLMaterials.h"
 
 #include "cad/xml/CADMaterial.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/MaterialGroup.h"
+#include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znMaterials.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
@@ -34,41 +33,32 @@ osg::MaterialGroupPtr groupOf(const osg::MaterialPtr& material)
     return group;
 }
 
+/// A list that does not give a colour repeats that of the step before; only the first one falls back to black. So the
+/// order of the steps matters.
+void applyMaterial(const CADMaterial& source, const osg::SimpleMaterialPtr& material)
+{
+    osg::Color3f color;
+    osg::beginEditCP(material, osg::AllFieldsMask, 1);
+    material->setAmbient(take(source.getAmbient(), color));
+    material->setDiffuse(take(source.getDiffuse(), color));
+    material->setEmission(take(source.getEmissive(), color));
+    material->setSpecular(take(source.getSpecular(), color));
+    material->setTransparency(1 - source.getAlpha());
+    material->setShininess(source.getShininess());
+    osg::endEditCP(material, osg::AllFieldsMask, 1);
+}
+
 } // namespace
 
-/// The group is a leaf beside what it applies to: the records below each take a copy of it.
-void PLMXMLProductStructure::addMaterialGroup(const osg::NodePtr& parent, const std::string& reference)
+osg::NodePtr makeMaterialNode(const CADMaterial& source)
 {
-    const CADMaterial* source = m_document.findMaterial(reference);
-    if (!source)
-        return;
     const osg::SimpleMaterialPtr material = osg::SimpleMaterial::create();
     const osg::NodePtr node = osg::makeNodeFor(groupOf(material));
-    const std::string name = source->getMaterialName();
+    const std::string name = source.getMaterialName();
     znNodeUtils::setName(node, name.c_str(), false, nullptr);
     znMaterials::setName(material, name.c_str(), false);
     applyMaterial(source, material);
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(node);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    m_currentMaterialNode = node;
-}
-
-/// A list that does not give a colour repeats that of the step before; only the first one falls back to black. So the
-/// order of the steps matters.
-void PLMXMLProductStructure::applyMaterial(const CADMaterial* source, const osg::SimpleMaterialPtr& material)
-{
-    if (!source)
-        return;
-    osg::Color3f color;
-    osg::beginEditCP(material, osg::AllFieldsMask, 1);
-    material->setAmbient(take(source->getAmbient(), color));
-    material->setDiffuse(take(source->getDiffuse(), color));
-    material->setEmission(take(source->getEmissive(), color));
-    material->setSpecular(take(source->getSpecular(), color));
-    material->setTransparency(1 - source->getAlpha());
-    material->setShininess(source->getShininess());
-    osg::endEditCP(material, osg::AllFieldsMask, 1);
+    return node;
 }
 
 } // namespace HB::Visualization

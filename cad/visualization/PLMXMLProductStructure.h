@@ -2,12 +2,9 @@
 
 #include "cad/visualization/CADProductStructure.h"
 #include "cad/visualization/CADWalkGuard.h"
+#include "cad/visualization/PLMXMLTransforms.h"
 #include "cad/xml/CADDocument.h"
-#include "host/OSGSystem/SimpleMaterial.h"
-#include "host/OSGSystem/Transform.h"
 
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,11 +12,9 @@ namespace HB::XML::CAD
 {
 class CADInstance;
 class CADInstanceGraph;
-class CADMaterial;
 class CADPart;
 class CADProductDef;
 class CADRepresentation;
-class CADTransform;
 } // namespace HB::XML::CAD
 
 namespace HB::Visualization
@@ -57,13 +52,7 @@ public:
     void realizeRecord(CADNodeRecord* record) override;
 
 private:
-    friend struct PLMXMLTestAccess;
-
-    /// The references that an occurrence puts in place of an instance's own; empty texts leave those in force.
-    struct Override {
-        std::string transform;
-        std::string material;
-    };
+    friend struct PLMXMLStructureTestAccess;
 
     void beginAnew();
     void buildGraphs(const osg::NodePtr& root, XML::CAD::CADProductDef& definition);
@@ -78,11 +67,6 @@ private:
     void buildRepresentation(const osg::NodePtr& parent, XML::CAD::CADRepresentation* representation,
                              CADNodeRecord* record);
 
-    Override findOverride(XML::CAD::CADInstance& instance) const;
-    osg::NodePtr addInstanceTransform(const osg::NodePtr& parent, const std::string& reference,
-                                      const XML::CAD::CADInstance& instance);
-    osg::NodePtr addRepresentationTransform(const osg::NodePtr& parent, const std::string& reference);
-    osg::TransformPtr sharedCore(const std::string& reference);
     void addMaterialGroup(const osg::NodePtr& parent, const std::string& reference);
     const std::string& partName(const XML::CAD::CADPart& part);
 
@@ -90,18 +74,14 @@ private:
                              CADNodeRecord* record);
     void bindSolidGeometry(const osg::NodePtr& current, XML::CAD::CADRepresentation* representation,
                            CADNodeRecord* record);
-    static void insertContent(CADNodeRecord& record, const osg::NodePtr& content);
-
-    static void applyTransform(const XML::CAD::CADTransform* transform, osg::Matrix& matrix);
-    static void applyMaterial(const XML::CAD::CADMaterial* source, const osg::SimpleMaterialPtr& material);
 
     XML::CAD::CADDocument m_document;
-    std::map<std::string, osg::TransformPtr> m_transformCores; // not counted: the cores live in the tree
+    PLMXMLTransforms m_transforms{m_document};
     std::vector<std::string> m_instancePath;
     std::string m_currentName;
     osg::NodePtr m_currentMaterialNode;
     CADWalkLimits m_limits;
-    std::unique_ptr<CADWalkGuard> m_guard; // while a scene is built
+    CADWalkGuard m_guard{m_instancePath};
 };
 
 } // namespace HB::Visualization

@@ -1,13 +1,13 @@
-// The operations of PLMXMLProductStructure on transforms.
+#include "cad/visualization/PLMXMLTransforms.h"
 
-#include "cad/visualization/PLMXMLProductStructure.h"
-
+#include "cad/xml/CADDocument.h"
 #include "cad/xml/CADInstance.h"
 #include "cad/xml/CADPart.h"
 #include "cad/xml/CADTransform.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "import/TreeEdits.h"
 
 #include <algorithm>
 
@@ -25,9 +25,7 @@ constexpr float millimetres = 1000.0F;
 osg::NodePtr addNode(const osg::NodePtr& parent, const osg::NodeCorePtr& core)
 {
     const osg::NodePtr node = osg::makeNodeFor(core);
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(node);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    frame::addChild(parent, node);
     return node;
 }
 
@@ -53,10 +51,8 @@ void setAll(const std::vector<float>& values, osg::Matrix& matrix)
     setOrigin(values.data() + 12, matrix);
 }
 
-} // namespace
-
 /// A count of numbers that does not fit the type leaves the matrix as it is.
-void PLMXMLProductStructure::applyTransform(const CADTransform* transform, osg::Matrix& matrix)
+void applyTransform(const CADTransform* transform, osg::Matrix& matrix)
 {
     if (!transform)
         return;
@@ -83,10 +79,11 @@ void PLMXMLProductStructure::applyTransform(const CADTransform* transform, osg::
     }
 }
 
-/// The one core of all instances with this reference.
-osg::TransformPtr PLMXMLProductStructure::sharedCore(const std::string& reference)
+} // namespace
+
+osg::TransformPtr PLMXMLTransforms::sharedCore(const std::string& reference)
 {
-    osg::TransformPtr& core = m_transformCores[reference];
+    osg::TransformPtr& core = m_cores[reference];
     if (core)
         return core;
     osg::Matrix matrix;
@@ -98,8 +95,8 @@ osg::TransformPtr PLMXMLProductStructure::sharedCore(const std::string& referenc
     return core;
 }
 
-osg::NodePtr PLMXMLProductStructure::addInstanceTransform(const osg::NodePtr& parent, const std::string& reference,
-                                                          const CADInstance& instance)
+osg::NodePtr PLMXMLTransforms::addInstanceTransform(const osg::NodePtr& parent, const std::string& reference,
+                                                    const CADInstance& instance)
 {
     const osg::NodePtr node = addNode(parent, sharedCore(reference));
     if (!instance.getName().empty())
@@ -109,14 +106,12 @@ osg::NodePtr PLMXMLProductStructure::addInstanceTransform(const osg::NodePtr& pa
     return node;
 }
 
-/// Representations take a core that an instance made before, but give none to each other.
-osg::NodePtr PLMXMLProductStructure::addRepresentationTransform(const osg::NodePtr& parent,
-                                                                const std::string& reference)
+osg::NodePtr PLMXMLTransforms::addRepresentationTransform(const osg::NodePtr& parent, const std::string& reference)
 {
     if (reference.empty())
         return parent;
-    const auto found = m_transformCores.find(reference);
-    if (found != m_transformCores.end())
+    const auto found = m_cores.find(reference);
+    if (found != m_cores.end())
         return addNode(parent, found->second);
     const CADTransform* transform = m_document.findTransform(reference);
     if (!transform)

@@ -141,17 +141,17 @@ TEST_F(FileNodesTest, StoredNodesAreFoundByTheirFullPathAndCounted)
     const osg::RefPtr<osg::NodePtr> first(osg::makeNodeFor(osg::Group::create()));
     const osg::RefPtr<osg::NodePtr> second(osg::makeNodeFor(osg::Group::create()));
     EXPECT_FALSE(m_structure.findFileNode("a.jt"));
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), IsEmpty());
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), IsEmpty());
     m_structure.storeFileNode("./a.jt", first);
     EXPECT_EQ(first->getRefCount(), 2U);
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a.jt", 1U)));
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a.jt", 1U)));
     EXPECT_TRUE(m_structure.findFileNode("/models/a.jt") == first.get());
     EXPECT_TRUE(m_structure.findFileNode("a.jt") == first.get());
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a.jt", 3U)));
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a.jt", 3U)));
     m_structure.storeFileNode("a.jt", second);
     EXPECT_EQ(second->getRefCount(), 1U);
     EXPECT_TRUE(m_structure.findFileNode("a.jt") == first.get());
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a.jt", 4U)));
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a.jt", 4U)));
 }
 
 TEST_F(FileNodesTest, AnEmptyLocationGivesNoNode)
@@ -203,7 +203,7 @@ TEST_F(FileNodesTest, WithoutLoadingEveryFurtherUseIsACloneThatSharesTheCore)
     EXPECT_FALSE(first.get() == second.get());
     EXPECT_TRUE(first->getCore() == second->getCore());
     EXPECT_EQ(nameOf(second), "a b");
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a b.jt", 2U)));
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), ElementsAre(Pair("/models/a b.jt", 2U)));
 }
 
 TEST_F(FileNodesTest, WithoutLoadingACsbFileIsNotStored)
@@ -212,7 +212,7 @@ TEST_F(FileNodesTest, WithoutLoadingACsbFileIsNotStored)
     const auto first = create("a.csb", "CSB");
     const auto second = create("a.csb", "CSB");
     EXPECT_FALSE(first->getCore() == second->getCore());
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), IsEmpty());
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), IsEmpty());
 }
 
 TEST_F(FileNodesTest, MissingFilesMakeSeparateNodesAndAreNotStored)
@@ -224,7 +224,7 @@ TEST_F(FileNodesTest, MissingFilesMakeSeparateNodesAndAreNotStored)
         EXPECT_FALSE(first->getCore() == second->getCore());
         EXPECT_EQ(first->getNChildren(), 0U);
     }
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), IsEmpty());
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), IsEmpty());
     EXPECT_THAT(m_log, IsEmpty());
 }
 
@@ -242,7 +242,7 @@ TEST_F(FileNodesTest, AFileIsReadOnceAndClonedFromThenOn)
     ASSERT_EQ(second->getNChildren(), 1U);
     EXPECT_TRUE(first->getChild(0)->getCore() == second->getChild(0)->getCore());
     EXPECT_TRUE(first->getCore() == second->getCore());
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), ElementsAre(Pair(inFolder("Größe 1.obj"), 2U)));
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), ElementsAre(Pair(inFolder("Größe 1.obj"), 2U)));
 }
 
 TEST_F(FileNodesTest, TheHostIsAskedToReloadTheNode)
@@ -321,7 +321,7 @@ TEST_F(CsbFileTest, AnEmptyAnswerIsNotStored)
     const auto second = create("a b.csb", "CSB");
     EXPECT_EQ(m_codes.size(), 1U);
     EXPECT_FALSE(first->getCore() == second->getCore());
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), IsEmpty());
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), IsEmpty());
 }
 
 TEST_F(CsbFileTest, AnAnswerOfAnotherTypeIsComplainedAbout)
@@ -332,7 +332,7 @@ TEST_F(CsbFileTest, AnAnswerOfAnotherTypeIsComplainedAbout)
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
                 testing::StartsWith("getFromMessage : Attribute 'node' has wrong type (is:'"));
     EXPECT_EQ(node->getNChildren(), 0U);
-    EXPECT_THAT(TestAccess::fileUsers(m_structure), IsEmpty());
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(m_structure), IsEmpty());
 }
 
 TEST_F(CsbFileTest, OnlyTheExactWordAsksTheHost)

@@ -43,7 +43,7 @@ TEST_F(NodeRecordTest, StartsIdleActiveAndUnmarked)
     EXPECT_FALSE(m_record.isMarked());
     EXPECT_TRUE(m_record.isActive());
     EXPECT_FALSE(m_record.isAuxiliary());
-    EXPECT_EQ(TestAccess::fileName(m_record), "");
+    EXPECT_EQ(NodeRecordTestAccess::fileName(m_record), "");
 }
 
 TEST_F(NodeRecordTest, StatesAreNumbered)

@@ -30,14 +30,14 @@ protected:
     {
         std::vector<int> result;
         for (std::uint32_t id = 0; id < m_structure.getNodeCount(); ++id)
-            result.push_back(static_cast<int>(TestAccess::record(m_structure, id).getState()));
+            result.push_back(static_cast<int>(ProductStructureTestAccess::record(m_structure, id).getState()));
         return result;
     }
     void setStates(std::initializer_list<CADLoadState> states)
     {
         std::uint32_t id = 0;
         for (const auto state : states)
-            TestAccess::record(m_structure, id++).setState(state);
+            ProductStructureTestAccess::record(m_structure, id++).setState(state);
     }
     static std::string failureOf(const std::function<void()>& call)
     {
@@ -117,8 +117,8 @@ TEST_F(ProductStructureTest, TheNameIsThatOfTheNode)
 {
     fill();
     EXPECT_EQ(m_structure.getNodeName(0), "");
-    TestAccess::record(m_structure, 0).setNode(m_session.sceneRoot());
-    TestAccess::record(m_structure, 1).setNode(addGroup(m_session.sceneRoot(), ""));
+    ProductStructureTestAccess::record(m_structure, 0).setNode(m_session.sceneRoot());
+    ProductStructureTestAccess::record(m_structure, 1).setNode(addGroup(m_session.sceneRoot(), ""));
     EXPECT_EQ(m_structure.getNodeName(0), "Scene");
     EXPECT_EQ(m_structure.getNodeName(1), "");
     EXPECT_TRUE(m_structure.getSceneNode(0) == m_session.sceneRoot());
@@ -164,7 +164,7 @@ TEST_F(ProductStructureTest, TheAuxiliaryFlagIsReadAndNeverSet)
     fill();
     m_structure.setAuxiliary(1, true);
     EXPECT_FALSE(m_structure.getAuxiliary(1));
-    TestAccess::setAuxiliary(TestAccess::record(m_structure, 1));
+    NodeRecordTestAccess::setAuxiliary(ProductStructureTestAccess::record(m_structure, 1));
     EXPECT_TRUE(m_structure.getAuxiliary(1));
     m_structure.setAuxiliary(1, false);
     EXPECT_TRUE(m_structure.getAuxiliary(1));
@@ -175,7 +175,7 @@ TEST_F(ProductStructureTest, PlacementsAreThoseOfTheRecord)
     fill();
     const osg::NodePtr node = addGroup(m_session.sceneRoot(), "part");
     node->setCore(osg::ComponentTransform::create());
-    TestAccess::record(m_structure, 2).setNode(node);
+    ProductStructureTestAccess::record(m_structure, 2).setNode(node);
     m_structure.setTranslation(2, 1, 2, 3);
     m_structure.setScale(2, 4, 5, 6);
     EXPECT_THAT(m_structure.getTranslation(2), ElementsAre(1, 2, 3));
@@ -192,7 +192,7 @@ TEST_F(ProductStructureTest, ANodeIsRealizedByItsRecord)
 {
     fill();
     m_structure.realizeNode(2);
-    EXPECT_THAT(m_structure.m_realized, ElementsAre(&TestAccess::record(m_structure, 2)));
+    EXPECT_THAT(m_structure.m_realized, ElementsAre(&ProductStructureTestAccess::record(m_structure, 2)));
 }
 
 TEST_F(ProductStructureTest, ItsEndReleasesFileNodesAndLeavesTheTreeAlone)

@@ -88,7 +88,7 @@ TEST_F(UserDataTextTest, WithoutUserDataTheTextIsEmpty)
 TEST_F(UserDataTextTest, OnlyRecordsOfTheFirstKindAnswer)
 {
     EXPECT_EQ(textOf("<Part><UserData/></Part>"), "<UserData></UserData>");
-    TestAccess::setKind(m_record, 2);
+    NodeRecordTestAccess::setKind(m_record, 2);
     EXPECT_EQ(m_record.getUserDataText(), "");
 }
 

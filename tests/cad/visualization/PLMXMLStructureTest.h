@@ -12,7 +12,7 @@ namespace HB::Visualization
 {
 
 /// What the PLMXML structure keeps and gives to nobody.
-struct PLMXMLTestAccess {
+struct PLMXMLStructureTestAccess {
     static const XML::CAD::CADDocument& document(const PLMXMLProductStructure& structure)
     {
         return structure.m_document;
@@ -57,7 +57,7 @@ protected:
     std::string tree() const { return treeText(m_tree, folder()); }
     std::string records() const { return recordText(*m_structure); }
     std::string materials() const { return materialText(m_tree); }
-    CADNodeRecord& record(std::uint32_t id) { return TestAccess::record(*m_structure, id); }
+    CADNodeRecord& record(std::uint32_t id) { return ProductStructureTestAccess::record(*m_structure, id); }
 
     /// The matrix of the one instance with this transform.
     osg::Matrix matrixOf(const std::string& transform)

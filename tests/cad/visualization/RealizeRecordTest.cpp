@@ -41,7 +41,7 @@ TEST_F(RealizeRecordTest, ARecordWithoutFileIsRealizedByThatAlone)
     m_structure->realizeNode(2);
     EXPECT_EQ(stateOf(2), "2");
     EXPECT_EQ(tree(), before);
-    EXPECT_EQ(TestAccess::fileName(record(2)), "");
+    EXPECT_EQ(NodeRecordTestAccess::fileName(record(2)), "");
 }
 
 TEST_F(RealizeRecordTest, NullIsIgnored)
@@ -56,7 +56,7 @@ TEST_F(RealizeRecordTest, WithoutReadingTheReferenceHangsBelowTheNode)
     EXPECT_EQ(stateOf(2), "6");
     EXPECT_EQ(below(2), "P-geom [Transform]\n"
                         "  a b [ExtReference] file sub/a b.jt state 0\n");
-    EXPECT_EQ(TestAccess::fileName(record(2)), "sub/a%20b.jt");
+    EXPECT_EQ(NodeRecordTestAccess::fileName(record(2)), "sub/a%20b.jt");
     EXPECT_EQ(m_structure->getNodeLocation(2), "");
 }
 
@@ -103,7 +103,8 @@ TEST_F(RealizeRecordTest, ASecondUseOfAFileIsACloneThatSharesItsCores)
                       "      P-geom [Transform]\n"
                       "        a [ExtReference @1] file a.obj state 2\n"
                       "          - [Geometry @2]\n");
-    EXPECT_THAT(TestAccess::fileUsers(*m_structure), ElementsAre(testing::Pair(folder() + "a.obj", 2U)));
+    EXPECT_THAT(ProductStructureTestAccess::fileUsers(*m_structure),
+                ElementsAre(testing::Pair(folder() + "a.obj", 2U)));
 }
 
 TEST_F(RealizeRecordTest, AMissingFileStaysAReference)

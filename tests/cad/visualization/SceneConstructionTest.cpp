@@ -355,7 +355,7 @@ TEST_F(SceneConstructionTest, AnInstanceBelowAnInstanceThatBringsNothingSpoilsTh
     load("<InstanceGraph rootRefs='p'><Instance id='outer'/><Instance id='later' partRef='q'/></InstanceGraph>"
          "<Part id='p' name='P' instanceRefs='inner later'/><Part id='q' name='Q'/><Material id='m' name='red'/>"
          "<Occurrence instanceRefs='later' materialRef='m'/>");
-    auto& document = PLMXMLTestAccess::document(*m_structure);
+    auto& document = PLMXMLStructureTestAccess::document(*m_structure);
     auto* inner = new XML::CAD::CADInstance(document.findInstance("outer"));
     inner->setId("inner");
     TiXmlElement xml("Instance");
@@ -368,7 +368,7 @@ TEST_F(SceneConstructionTest, AnInstanceBelowAnInstanceThatBringsNothingSpoilsTh
                       "  - [Transform]\n"
                       "    P [Transform]\n"
                       "      Q [Transform]\n");
-    EXPECT_THAT(PLMXMLTestAccess::instancePath(*m_structure), testing::ElementsAre("inner"));
+    EXPECT_THAT(PLMXMLStructureTestAccess::instancePath(*m_structure), testing::ElementsAre("inner"));
 }
 
 TEST_F(SceneConstructionTest, AnInstanceBelowAnInstanceThatBringsSomethingIsPlaced)
@@ -376,7 +376,7 @@ TEST_F(SceneConstructionTest, AnInstanceBelowAnInstanceThatBringsSomethingIsPlac
     load("<InstanceGraph rootRefs='p'><Instance id='outer'/><Instance id='later' partRef='q'/></InstanceGraph>"
          "<Part id='p' name='P' instanceRefs='inner later'/><Part id='q' name='Q'/><Material id='m' name='red'/>"
          "<Occurrence instanceRefs='inner' transformRef='t'/><Occurrence instanceRefs='later' materialRef='m'/>");
-    auto& document = PLMXMLTestAccess::document(*m_structure);
+    auto& document = PLMXMLStructureTestAccess::document(*m_structure);
     auto* inner = new XML::CAD::CADInstance(document.findInstance("outer"));
     inner->setId("inner");
     TiXmlElement xml("Instance");
@@ -391,7 +391,7 @@ TEST_F(SceneConstructionTest, AnInstanceBelowAnInstanceThatBringsSomethingIsPlac
                       "        Q [Transform]\n"
                       "      red [MaterialGroup] material red\n"
                       "      Q [Transform]\n");
-    EXPECT_THAT(PLMXMLTestAccess::instancePath(*m_structure), testing::IsEmpty());
+    EXPECT_THAT(PLMXMLStructureTestAccess::instancePath(*m_structure), testing::IsEmpty());
 }
 
 TEST_F(SceneConstructionTest, ASecondSceneBeginsAnew)

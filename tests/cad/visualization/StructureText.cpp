@@ -141,7 +141,7 @@ std::string recordText(const CADProductStructure& structure)
 {
     std::ostringstream out;
     for (std::uint32_t id = 0; id < structure.getNodeCount(); ++id) {
-        const CADNodeRecord& record = TestAccess::record(structure, id);
+        const CADNodeRecord& record = ProductStructureTestAccess::record(structure, id);
         out << id << ' ' << classOf(record.getElement()) << ' ' << steadyId(record.getElement()->getId()) << ' '
             << stateNames[static_cast<std::size_t>(record.getState())] << " node " << nameOf(record.getNode()) << " in "
             << nameOf(record.getParentNode());

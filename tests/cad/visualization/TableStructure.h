@@ -10,15 +10,19 @@ namespace HB::Visualization
 {
 
 /// What the product structure keeps and gives to nobody.
-struct TestAccess {
+struct ProductStructureTestAccess {
     static std::map<std::string, std::uint32_t> fileUsers(const CADProductStructure& structure)
     {
-        return structure.m_fileUsers;
+        return structure.m_fileNodes.users();
     }
     static CADNodeRecord& record(const CADProductStructure& structure, std::uint32_t id)
     {
         return structure.record(id);
     }
+};
+
+/// What a record keeps and gives to nobody.
+struct NodeRecordTestAccess {
     static const std::string& fileName(const CADNodeRecord& record) { return record.m_fileName; }
     static void setAuxiliary(CADNodeRecord& record) { record.m_auxiliary = true; }
     static void setKind(CADNodeRecord& record, std::int32_t kind) { record.m_kind = kind; }
