@@ -1,6 +1,7 @@
 #include "importer/DocumentFacts.h"
 
 #include "cad/xml/CADDocument.h"
+#include "cad/xml/CADGrammar.h"
 #include "cad/xml/CADReference.h"
 #include "importer/ElementWalk.h"
 
@@ -23,44 +24,24 @@ using namespace HB::XML::CAD;
 namespace
 {
 
-using Names = std::vector<std::string_view>;
-
-/// An element that an import takes, and where it may stand.
-struct ElementRow {
+/// An element that an import takes.
+struct ElementKind {
     std::string_view name;
-    Names parents;
     std::size_t znDocumentFacts::*count; ///< null for those that are not counted
 };
 
-const std::vector<ElementRow>& elementRows()
-{
-    static const Names owners{"ProductDef", "InstanceGraph"};
-    static const Names shapes{"ProductDef", "Part", "ProductRevisionView"};
-    static const std::vector<ElementRow> rows = {
-        {"InstanceGraph", {"ProductDef"}, nullptr},
-        {"Instance", {"InstanceGraph"}, &znDocumentFacts::instances},
-        {"ProductInstance", {"InstanceGraph"}, &znDocumentFacts::instances},
-        {"Part", owners, &znDocumentFacts::parts},
-        {"ProductRevisionView", owners, &znDocumentFacts::parts},
-        {"Representation", shapes, nullptr},
-        {"CompoundRep", {"Representation", "CompoundRep"}, nullptr},
-        {"Material",
-         {"ProductDef", "Part", "ProductRevisionView", "Representation", "CompoundRep", "Occurrence"},
-         &znDocumentFacts::materials},
-        {"ProductView", {"ProductDef"}, nullptr},
-        {"Occurrence",
-         {"ProductDef", "Part", "ProductRevisionView", "ProductView", "Occurrence"},
-         &znDocumentFacts::occurrences},
-    };
-    return rows;
-}
-
-/// An attribute of references, and how they are looked up.
-struct ReferenceRow {
-    std::string_view attribute;
-    Names elements;
-    bool (*leads)(const CADDocument& document, std::string_view reference);
-};
+constexpr std::array<ElementKind, 10> elementKinds = {{
+    {"InstanceGraph", nullptr},
+    {"Instance", &znDocumentFacts::instances},
+    {"ProductInstance", &znDocumentFacts::instances},
+    {"Part", &znDocumentFacts::parts},
+    {"ProductRevisionView", &znDocumentFacts::parts},
+    {"Representation", nullptr},
+    {"CompoundRep", nullptr},
+    {"Material", &znDocumentFacts::materials},
+    {"ProductView", nullptr},
+    {"Occurrence", &znDocumentFacts::occurrences},
+}};
 
 bool leadsToInstance(const CADDocument& document, std::string_view reference)
 {
@@ -91,40 +72,38 @@ bool leadsToOccurrence(const CADDocument& document, std::string_view reference)
     return document.findOccurrence(reference);
 }
 
-const std::vector<ReferenceRow>& referenceRows()
+/// How references of a kind are looked up; null for values that are none.
+auto lookUpFor(CADValue value) -> bool (*)(const CADDocument& document, std::string_view reference)
 {
-    static const Names instances{"Instance", "ProductInstance"};
-    static const Names parts{"Part", "ProductRevisionView"};
-    static const std::vector<ReferenceRow> rows = {
-        {"rootRefs", {"InstanceGraph"}, leadsToRoot},
-        {"rootInstanceRef", {"InstanceGraph"}, leadsToRoot},
-        {"partRef", instances, leadsToPart},
-        {"materialRef", {"Instance", "ProductInstance", "Occurrence"}, leadsToMaterial},
-        {"transformRef",
-         {"Instance", "ProductInstance", "Representation", "CompoundRep", "Occurrence"},
-         leadsToTransform},
-        {"instanceRefs", {"Part", "ProductRevisionView", "Occurrence"}, leadsToInstance},
-        {"representationRefs", parts, leadsToRepresentation},
-        {"rootRefs", {"ProductView"}, leadsToOccurrence},
-        {"primaryOccurrenceView", {"ProductView"}, leadsToOccurrence},
-        {"occurrenceRefs", {"Occurrence"}, leadsToOccurrence},
-    };
-    return rows;
+    switch (value) {
+    case CADValue::Instances:
+        return leadsToInstance;
+    case CADValue::Roots:
+        return leadsToRoot;
+    case CADValue::Part:
+        return leadsToPart;
+    case CADValue::Representations:
+        return leadsToRepresentation;
+    case CADValue::Transform:
+        return leadsToTransform;
+    case CADValue::Material:
+        return leadsToMaterial;
+    case CADValue::Occurrences:
+        return leadsToOccurrence;
+    case CADValue::Plain:
+    case CADValue::Unused:
+        break;
+    }
+    return nullptr;
 }
 
-bool has(const Names& names, std::string_view name)
-{
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-/// Null for an element that an import skips together with what is in it.
-const ElementRow* rowOf(const TiXmlElement& element)
+/// Null for an element that an import skips together with what is in it, or that says nothing of parts and places.
+const ElementKind* kindOf(const TiXmlElement& element)
 {
     const TiXmlElement* const parent = element.Parent()->ToElement();
-    for (const ElementRow& row : elementRows())
-        if (row.name == element.ValueTStr() && parent && has(row.parents, parent->ValueTStr()))
-            return &row;
-    return nullptr;
+    const auto kind = std::find_if(elementKinds.begin(), elementKinds.end(),
+                                   [&element](const ElementKind& each) { return each.name == element.ValueTStr(); });
+    return kind != elementKinds.end() && parent && takesChild(parent->ValueTStr(), kind->name) ? &*kind : nullptr;
 }
 
 QString text(const TiXmlElement& element, const char* attribute)
@@ -147,15 +126,14 @@ public:
     {
         if (element.ValueTStr() == "ProductDef")
             return true;
-        const ElementRow* const row = rowOf(element);
-        if (!row)
+        const ElementKind* const kind = kindOf(element);
+        if (!kind)
             return false;
-        if (row->count)
-            ++(m_facts.*row->count);
+        if (kind->count)
+            ++(m_facts.*kind->count);
         noteFile(text(element, "location"));
-        for (const ReferenceRow& reference : referenceRows())
-            if (has(reference.elements, element.ValueTStr()))
-                follow(element, reference);
+        for (const CADAttributeRule& attribute : findElementRule(kind->name)->attributes)
+            follow(element, attribute);
         return true;
     }
 
@@ -175,23 +153,26 @@ private:
         m_files.insert(QDir::cleanPath(m_folder.absoluteFilePath(name)));
     }
 
-    void follow(const TiXmlElement& element, const ReferenceRow& row)
+    void follow(const TiXmlElement& element, const CADAttributeRule& attribute)
     {
-        const char* const value = element.Attribute(std::string(row.attribute).c_str());
+        const auto leads = lookUpFor(attribute.value);
+        if (!leads)
+            return;
+        const char* const value = element.Attribute(std::string(attribute.name).c_str());
         std::vector<std::string> targets;
         splitRefList(value ? value : "", targets);
         for (const std::string& target : targets)
-            if (!row.leads(m_document, target))
-                noteDangling(element, row, target);
+            if (!leads(m_document, target))
+                noteDangling(element, attribute.name, target);
     }
 
-    void noteDangling(const TiXmlElement& element, const ReferenceRow& row, const std::string& target)
+    void noteDangling(const TiXmlElement& element, std::string_view attribute, const std::string& target)
     {
         ++m_facts.danglingCount;
         if (m_facts.dangling.size() >= znDocumentFacts::maxDangling)
             return;
         m_facts.dangling.push_back({QString::fromUtf8(element.Value()), text(element, "id"),
-                                    QString::fromStdString(std::string(row.attribute)), QString::fromStdString(target),
+                                    QString::fromStdString(std::string(attribute)), QString::fromStdString(target),
                                     element.Row()});
     }
 

@@ -101,7 +101,7 @@ protected:
     void generateId(std::string_view suffix);
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     template <class Element, class Registered = Element>
     Element* create(const TiXmlElement& element, std::string_view suffix, void (CADDocument::*add)(Registered*));

@@ -95,7 +95,7 @@ public:
     std::size_t getOccurrenceCount() const { return m_occurrences.elements().size(); }
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     void loadProductDef(const TiXmlElement& element);
     CADProductView* chooseProductView() const;

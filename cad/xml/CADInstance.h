@@ -35,7 +35,7 @@ public:
     ///@}
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     std::string m_transformRef;
     std::string m_materialRef;

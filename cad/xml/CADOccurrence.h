@@ -34,7 +34,7 @@ public:
 
 private:
     friend class CADOccurrenceIndex;
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     std::string m_transformRef;
     std::string m_materialRef;

@@ -36,7 +36,7 @@ public:
     ///@}
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     Type m_type = Type::Assembly;
     std::vector<std::string> m_representationRefs;

@@ -38,7 +38,7 @@ public:
     std::vector<CADOccurrence*> findOccurrences(const std::vector<std::string>& path) const;
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     std::vector<CADInstanceGraph*> m_instanceGraphs;
     std::vector<std::string> m_occurrenceRefs;

@@ -32,7 +32,7 @@ public:
     std::vector<CADOccurrence*> findOccurrences(const std::vector<std::string>& path) const;
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     std::vector<std::string> m_rootRefs;
     bool m_active = false;

@@ -21,7 +21,7 @@ public:
     void loadAttributes(const TiXmlElement&) override {}
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     std::string m_text;
 };

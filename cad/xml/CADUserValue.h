@@ -43,7 +43,7 @@ public:
     const std::string& getValue() const { return m_value; }
 
 private:
-    friend struct TestAccess;
+    friend struct ModelTestAccess;
 
     Type m_type = Type::String;
     std::string m_value;

@@ -6,7 +6,7 @@
 #include "cad/xml/CADRepresentation.h"
 #include "cad/xml/CADTransform.h"
 #include "cad/xml/CADUserData.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <tinyxml.h>
 
@@ -66,7 +66,7 @@ TEST(CADBase, ChildIsRegisteredWithItsParentByItsConstructor)
     auto* second = new CADPart(&root);
     EXPECT_EQ(first->getParent(), &root);
     EXPECT_EQ(first->getDocument(), &document);
-    EXPECT_EQ(TestAccess::children(root), (std::vector<CADBase*>{first, second}));
+    EXPECT_EQ(ModelTestAccess::children(root), (std::vector<CADBase*>{first, second}));
 }
 
 TEST(CADBase, ChildOfNoParentBelongsToNobody)
@@ -95,7 +95,7 @@ TEST(CADBase, ChildWhoseConstructionFailsIsNotKept)
     CADProductDef root(nullptr);
     auto* kept = new CADPart(&root);
     EXPECT_THROW(new Unbuildable(&root), std::runtime_error);
-    EXPECT_EQ(TestAccess::children(root), std::vector<CADBase*>{kept});
+    EXPECT_EQ(ModelTestAccess::children(root), std::vector<CADBase*>{kept});
 }
 
 TEST(CADBase, SetIdReplacesTheId)
@@ -153,7 +153,7 @@ TEST(CADBase, EveryCreationOperationTakesItsOwnNamesOnly)
             CADDocument document;
             CADProductDef parent(&document);
             const auto* made = (parent.*create)(TiXmlElement(name));
-            EXPECT_EQ(TestAccess::children(parent).size(), made ? 1U : 0U) << name;
+            EXPECT_EQ(ModelTestAccess::children(parent).size(), made ? 1U : 0U) << name;
             if (made)
                 taken.push_back(name);
         }
@@ -190,7 +190,7 @@ TEST(CADBase, CreatedChildrenRegisterInTheTableOfTheirKind)
     EXPECT_EQ(document.findPart("x"), part);
     EXPECT_EQ(document.findTransform("x"), transform);
     EXPECT_EQ(document.findRepresentation("x"), representation);
-    EXPECT_EQ(TestAccess::findUserList(document, "x"), userList);
+    EXPECT_EQ(ModelTestAccess::findUserList(document, "x"), userList);
     EXPECT_EQ(document.findMaterial("x"), material);
     EXPECT_EQ(document.findOccurrence("x"), occurrence);
     EXPECT_EQ(document.getActiveProductView(), view);
@@ -265,7 +265,7 @@ TEST(CADBase, UserDataIsMadeBeforeAllOtherChildren)
     CADProductDef parent(&document);
     auto* part = parent.createPart(parsed("<Part><Representation/><UserData/><Material/><UserData/></Part>"));
     Texts classes;
-    for (const auto* child : TestAccess::children(*part)) {
+    for (const auto* child : ModelTestAccess::children(*part)) {
         const auto isUserData = dynamic_cast<const CADUserData*>(child) != nullptr;
         const auto isMaterial = dynamic_cast<const CADMaterial*>(child) != nullptr;
         classes.push_back(isUserData ? "UserData" : isMaterial ? "Material" : "Representation");
@@ -279,7 +279,7 @@ TEST(CADBase, LastOfSeveralUserDataIsTheOneInUse)
     CADProductDef parent(&document);
     auto* part = parent.createPart(parsed("<Part><UserData id='a'><UserValue title='one'/></UserData>"
                                           "<UserData id='b'><UserValue title='two'/></UserData></Part>"));
-    ASSERT_EQ(TestAccess::children(*part).size(), 2U);
+    ASSERT_EQ(ModelTestAccess::children(*part).size(), 2U);
     ASSERT_NE(part->getUserData(), nullptr);
     EXPECT_EQ(part->getUserData()->getId(), "b");
     ASSERT_EQ(part->getUserData()->getUserValues().size(), 1U);
@@ -291,7 +291,7 @@ TEST(CADBase, ChildIsOwnedEvenWhenItsLoadFails)
     CADDocument document;
     CADProductDef parent(&document);
     EXPECT_THROW(parent.createTransform(parsed("<Transform id='t'>word</Transform>")), std::invalid_argument);
-    EXPECT_EQ(TestAccess::children(parent).size(), 1U);
+    EXPECT_EQ(ModelTestAccess::children(parent).size(), 1U);
     EXPECT_EQ(document.findTransform("t"), nullptr);
 }
 

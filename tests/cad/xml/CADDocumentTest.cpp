@@ -4,7 +4,7 @@
 #include "cad/xml/CADMaterial.h"
 #include "cad/xml/CADRepresentation.h"
 #include "cad/xml/CADTransform.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <tinyxml.h>
 
@@ -63,8 +63,8 @@ TEST_F(CADDocumentTest, OnlyTheFirstProductDefIsRead)
     ASSERT_EQ(m_document.getProductDefCount(), 1U);
     EXPECT_EQ(m_document.getProductDef(0)->getId(), "first");
     EXPECT_NE(m_document.findPart("p1"), nullptr);
-    EXPECT_EQ(TestAccess::parts(m_document).size(), 1U);
-    EXPECT_TRUE(TestAccess::materials(m_document).empty());
+    EXPECT_EQ(ModelTestAccess::parts(m_document).size(), 1U);
+    EXPECT_TRUE(ModelTestAccess::materials(m_document).empty());
 }
 
 TEST_F(CADDocumentTest, RootMustBeNamedExactly)
@@ -230,9 +230,9 @@ TEST_F(CADDocumentTest, RepeatedIdLeadsToTheLastAndKeepsBoth)
     loadProductDef("<Part id='p' name='one'/><Part id='q' name='two'/><Part id='p' name='three'/>");
     EXPECT_EQ(m_document.findPart("p")->getName(), "three");
     EXPECT_EQ(m_document.findPart("q")->getName(), "two");
-    ASSERT_EQ(TestAccess::parts(m_document).size(), 3U);
-    EXPECT_EQ(TestAccess::parts(m_document)[0]->getName(), "one");
-    EXPECT_EQ(TestAccess::children(*m_document.getProductDef(0)).size(), 3U);
+    ASSERT_EQ(ModelTestAccess::parts(m_document).size(), 3U);
+    EXPECT_EQ(ModelTestAccess::parts(m_document)[0]->getName(), "one");
+    EXPECT_EQ(ModelTestAccess::children(*m_document.getProductDef(0)).size(), 3U);
 }
 
 TEST_F(CADDocumentTest, NullIsNotRegistered)
@@ -245,13 +245,13 @@ TEST_F(CADDocumentTest, NullIsNotRegistered)
     m_document.addMaterial(nullptr);
     m_document.addOccurrence(nullptr);
     m_document.addProductView(nullptr);
-    EXPECT_TRUE(TestAccess::instances(m_document).empty());
-    EXPECT_TRUE(TestAccess::parts(m_document).empty());
-    EXPECT_TRUE(TestAccess::transforms(m_document).empty());
-    EXPECT_TRUE(TestAccess::representations(m_document).empty());
-    EXPECT_TRUE(TestAccess::userLists(m_document).empty());
-    EXPECT_TRUE(TestAccess::materials(m_document).empty());
-    EXPECT_TRUE(TestAccess::occurrences(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::instances(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::parts(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::transforms(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::representations(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::userLists(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::materials(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::occurrences(m_document).empty());
     EXPECT_EQ(m_document.getActiveProductView(), nullptr);
 }
 
@@ -281,7 +281,7 @@ TEST_F(CADDocumentTest, DescendantsRegisterBeforeTheirAncestors)
     loadProductDef("<Occurrence id='outer'><Occurrence id='middle'><Occurrence id='inner'/></Occurrence></Occurrence>"
                    "<Occurrence id='next'/>");
     Texts ids;
-    for (const auto* occurrence : TestAccess::occurrences(m_document))
+    for (const auto* occurrence : ModelTestAccess::occurrences(m_document))
         ids.push_back(occurrence->getId());
     EXPECT_EQ(ids, (Texts{"inner", "middle", "outer", "next"}));
 }
@@ -339,7 +339,7 @@ TEST_F(CADDocumentTest, FailedLoadKeepsItsTableEntriesAndNoProductDef)
     EXPECT_EQ(m_document.findPart("p")->getName(), "Bolt");
     EXPECT_NE(m_document.findMaterial("m"), nullptr);
     EXPECT_EQ(m_document.findPart("never"), nullptr);
-    EXPECT_TRUE(TestAccess::occurrences(m_document).empty());
+    EXPECT_TRUE(ModelTestAccess::occurrences(m_document).empty());
 }
 
 TEST_F(CADDocumentTest, DestructorIsVirtual)

@@ -2,7 +2,7 @@
 
 #include "cad/xml/CADInstance.h"
 #include "cad/xml/CADTransform.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 namespace HB::XML::CAD
 {
@@ -68,7 +68,7 @@ TEST_F(CADInstanceGraphTest, UserDataIsNotRead)
 {
     const auto& graph = loadGraph("id='g'", "<UserData id='u'/><Instance id='i'/>");
     EXPECT_EQ(graph.getUserData(), nullptr);
-    EXPECT_EQ(TestAccess::children(graph).size(), 1U);
+    EXPECT_EQ(ModelTestAccess::children(graph).size(), 1U);
 }
 
 TEST_F(CADInstanceGraphTest, OwnsInstancesPartsAndTransformsInFileOrder)
@@ -76,7 +76,7 @@ TEST_F(CADInstanceGraphTest, OwnsInstancesPartsAndTransformsInFileOrder)
     const auto& graph = loadGraph("id='g'", "<Transform id='t'>1</Transform><Instance id='i1'/><Part id='p1'/>"
                                             "<ProductInstance id='i2'/><ProductRevisionView id='p2'/>");
     Texts ids;
-    for (const auto* child : TestAccess::children(graph))
+    for (const auto* child : ModelTestAccess::children(graph))
         ids.push_back(child->getId());
     EXPECT_EQ(ids, (Texts{"t", "i1", "p1", "i2", "p2"}));
     EXPECT_EQ(m_document.findTransform("t")->getParent(), &graph);
@@ -94,7 +94,7 @@ TEST_F(CADInstanceGraphTest, PartsOfGraphAndProductDefShareATable)
 TEST_F(CADInstanceGraphTest, TransformWithoutIdBeginsWithTheGraphsId)
 {
     const auto& graph = loadGraph("id='g'", "<Transform/>");
-    EXPECT_TRUE(isGeneratedId(*TestAccess::children(graph)[0], "g", "_tr"));
+    EXPECT_TRUE(isGeneratedId(*ModelTestAccess::children(graph)[0], "g", "_tr"));
 }
 
 TEST_F(CADInstanceGraphTest, RootRefsAreGivenAsACopy)

@@ -2,7 +2,7 @@
 
 #include "cad/xml/CADTransform.h"
 #include "cad/xml/CADUserData.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <tinyxml.h>
 
@@ -27,7 +27,7 @@ TEST_F(CADInstanceTest, AttributesAreRead)
     EXPECT_EQ(instance.getPartRef(), "#p");
     EXPECT_EQ(instance.getMaterialRef(), "f.xml#m");
     EXPECT_EQ(instance.getTransformRef(), "t");
-    EXPECT_EQ(TestAccess::representationRefs(instance), (Texts{"#r1", "r2"}));
+    EXPECT_EQ(ModelTestAccess::representationRefs(instance), (Texts{"#r1", "r2"}));
     EXPECT_TRUE(instance.hasMaterialRef());
     EXPECT_TRUE(instance.hasTransformRef());
 }
@@ -39,7 +39,7 @@ TEST_F(CADInstanceTest, EverythingIsEmptyByDefault)
     EXPECT_EQ(instance.getPartRef(), "");
     EXPECT_EQ(instance.getMaterialRef(), "");
     EXPECT_EQ(instance.getTransformRef(), "");
-    EXPECT_TRUE(TestAccess::representationRefs(instance).empty());
+    EXPECT_TRUE(ModelTestAccess::representationRefs(instance).empty());
     EXPECT_FALSE(instance.hasMaterialRef());
     EXPECT_FALSE(instance.hasTransformRef());
     EXPECT_EQ(instance.getUserData(), nullptr);
@@ -66,7 +66,7 @@ TEST_F(CADInstanceTest, GeneratedIdHasNoUnderscore)
 TEST_F(CADInstanceTest, GeneratedIdIsMadeBehindUserDataAndBeforeTransforms)
 {
     const auto& instance = loadInstance("", "<Transform/><UserData/>");
-    const auto children = TestAccess::children(instance);
+    const auto children = ModelTestAccess::children(instance);
     ASSERT_EQ(children.size(), 2U);
     EXPECT_TRUE(isGeneratedId(*children[0], "", "_ud"));
     EXPECT_TRUE(isGeneratedId(*children[1], instance.getId(), "_tr"));

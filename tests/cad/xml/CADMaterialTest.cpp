@@ -2,7 +2,7 @@
 
 #include "cad/xml/CADUserData.h"
 #include "tests/cad/xml/DecimalComma.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 namespace HB::XML::CAD
 {
@@ -103,7 +103,7 @@ TEST_F(CADMaterialTest, DecimalCommaOfTheProgramChangesNothing)
 TEST_F(CADMaterialTest, OnlyUserDataChildrenAreRead)
 {
     const auto& material = loadMaterial("", "<Material id='inner'/><UserData id='u'/><Transform>1</Transform>");
-    EXPECT_EQ(TestAccess::children(material).size(), 1U);
+    EXPECT_EQ(ModelTestAccess::children(material).size(), 1U);
     EXPECT_EQ(material.getUserData()->getId(), "u");
     EXPECT_EQ(m_document.findMaterial("inner"), nullptr);
 }

@@ -3,7 +3,7 @@
 #include "cad/xml/CADMaterial.h"
 #include "cad/xml/CADTransform.h"
 #include "cad/xml/CADUserData.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 namespace HB::XML::CAD
 {
@@ -25,7 +25,7 @@ TEST_F(CADOccurrenceTest, AttributesAreRead)
     EXPECT_EQ(occurrence.getName(), "Left");
     EXPECT_EQ(occurrence.getMaterialRef(), "#m");
     EXPECT_EQ(occurrence.getTransformRef(), "f.xml#t");
-    EXPECT_EQ(TestAccess::occurrenceRefs(occurrence), (Texts{"#o1", "o2"}));
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(occurrence), (Texts{"#o1", "o2"}));
     EXPECT_EQ(occurrence.getInstanceRefs(), (Texts{"#i1", "#i2"}));
 }
 
@@ -34,7 +34,7 @@ TEST_F(CADOccurrenceTest, EverythingIsEmptyByDefault)
     const auto& occurrence = loadOccurrence("");
     EXPECT_EQ(occurrence.getMaterialRef(), "");
     EXPECT_EQ(occurrence.getTransformRef(), "");
-    EXPECT_TRUE(TestAccess::occurrenceRefs(occurrence).empty());
+    EXPECT_TRUE(ModelTestAccess::occurrenceRefs(occurrence).empty());
     EXPECT_TRUE(occurrence.getInstanceRefs().empty());
 }
 
@@ -61,8 +61,8 @@ TEST_F(CADOccurrenceTest, NestedOccurrencesComeBehindThoseOfTheAttribute)
 {
     const auto& occurrence = loadOccurrence(
         "occurrenceRefs='#x'", "<Occurrence id='o1'><Occurrence id='o2'/></Occurrence><Occurrence id='o3'/>");
-    EXPECT_EQ(TestAccess::occurrenceRefs(occurrence), (Texts{"#x", "o1", "o3"}));
-    EXPECT_EQ(TestAccess::occurrenceRefs(*m_document.findOccurrence("o1")), Texts{"o2"});
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(occurrence), (Texts{"#x", "o1", "o3"}));
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(*m_document.findOccurrence("o1")), Texts{"o2"});
 }
 
 TEST_F(CADOccurrenceTest, GeneratedIdsOfNestedOnesBeginWithTheIdTheirParentHasThen)

@@ -3,7 +3,7 @@
 #include "cad/xml/CADMaterial.h"
 #include "cad/xml/CADOccurrence.h"
 #include "cad/xml/CADRepresentation.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <tinyxml.h>
 
@@ -26,8 +26,8 @@ TEST_F(CADPartTest, AttributesAreRead)
                                 " representationRefs='r1'");
     EXPECT_EQ(part.getId(), "p3");
     EXPECT_EQ(part.getName(), "Bolt");
-    EXPECT_EQ(TestAccess::materialRef(part), "#m");
-    EXPECT_EQ(TestAccess::partRefs(part), (Texts{"#p1", "p2"}));
+    EXPECT_EQ(ModelTestAccess::materialRef(part), "#m");
+    EXPECT_EQ(ModelTestAccess::partRefs(part), (Texts{"#p1", "p2"}));
     EXPECT_EQ(part.getInstanceRefs(), (Texts{"#i1", "i2", "i3"}));
     EXPECT_EQ(part.getRepresentationRefs(), Texts{"r1"});
 }
@@ -38,8 +38,8 @@ TEST_F(CADPartTest, EverythingIsEmptyByDefault)
     EXPECT_EQ(part.getId(), "");
     EXPECT_TRUE(part.getInstanceRefs().empty());
     EXPECT_TRUE(part.getRepresentationRefs().empty());
-    EXPECT_TRUE(TestAccess::partRefs(part).empty());
-    EXPECT_EQ(TestAccess::materialRef(part), "");
+    EXPECT_TRUE(ModelTestAccess::partRefs(part).empty());
+    EXPECT_EQ(ModelTestAccess::materialRef(part), "");
 }
 
 TEST_F(CADPartTest, TypesAreNumbered)
@@ -83,20 +83,20 @@ TEST_F(CADPartTest, RepresentationWithoutIdBeginsWithThePartsId)
     const auto& representation = firstChild<CADRepresentation>(part);
     EXPECT_TRUE(isGeneratedId(representation, "p1", "_rep"));
     EXPECT_EQ(part.getRepresentationRefs(), Texts{representation.getId()});
-    EXPECT_TRUE(isGeneratedId(*TestAccess::children(representation)[0], "", "_tr"));
+    EXPECT_TRUE(isGeneratedId(*ModelTestAccess::children(representation)[0], "", "_tr"));
 }
 
 TEST_F(CADPartTest, LastMaterialChildReplacesTheAttribute)
 {
     const auto& part = loadPart("materialRef='#m1'", "<Material id='m2'/><Material id='m3'/>");
-    EXPECT_EQ(TestAccess::materialRef(part), "m3");
+    EXPECT_EQ(ModelTestAccess::materialRef(part), "m3");
     EXPECT_EQ(m_document.findMaterial("m2")->getParent(), &part);
 }
 
 TEST_F(CADPartTest, OccurrenceChildrenGoToTheProductDef)
 {
     const auto& part = loadPart("", "<Occurrence id='o1' instanceRefs='a'/>");
-    EXPECT_EQ(TestAccess::occurrenceRefs(*m_document.getProductDef(0)), Texts{"o1"});
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(*m_document.getProductDef(0)), Texts{"o1"});
     EXPECT_EQ(m_document.findOccurrence("o1")->getParent(), &part);
     ASSERT_EQ(m_document.getProductDef(0)->findOccurrences({"a"}).size(), 1U);
 }
@@ -107,7 +107,7 @@ TEST_F(CADPartTest, OccurrenceUnderAPartWithoutProductDefGoesNowhere)
     TiXmlElement element("Part");
     element.InsertEndChild(TiXmlElement("Occurrence"));
     part.load(element);
-    EXPECT_EQ(TestAccess::children(part).size(), 1U);
+    EXPECT_EQ(ModelTestAccess::children(part).size(), 1U);
 }
 
 TEST_F(CADPartTest, ProductRevisionViewIsTheSameThing)

@@ -4,7 +4,7 @@
 #include "cad/xml/CADMaterial.h"
 #include "cad/xml/CADOccurrence.h"
 #include "cad/xml/CADRepresentation.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <typeinfo>
 
@@ -60,20 +60,20 @@ TEST_F(CADProductDefTest, MissingIdStaysEmpty)
 {
     auto& productDef = loadProductDef("<UserData/>", "name='Engine'");
     EXPECT_EQ(productDef.getId(), "");
-    EXPECT_TRUE(isGeneratedId(*TestAccess::children(productDef)[0], "", "_ud"));
+    EXPECT_TRUE(isGeneratedId(*ModelTestAccess::children(productDef)[0], "", "_ud"));
 }
 
 TEST_F(CADProductDefTest, OtherChildrenAreReachedThroughTheDocument)
 {
     auto& productDef = loadProductDef("<Representation id='r'/><Part id='p'/><ProductRevisionView id='q'/>"
                                       "<Material id='m'/><ProductView id='v'/>");
-    EXPECT_EQ(TestAccess::children(productDef).size(), 5U);
+    EXPECT_EQ(ModelTestAccess::children(productDef).size(), 5U);
     EXPECT_EQ(m_document.findRepresentation("r")->getParent(), &productDef);
     EXPECT_EQ(m_document.findPart("p")->getParent(), &productDef);
     EXPECT_EQ(m_document.findPart("q")->getParent(), &productDef);
     EXPECT_EQ(m_document.findMaterial("m")->getParent(), &productDef);
     EXPECT_EQ(m_document.getActiveProductView()->getParent(), &productDef);
-    EXPECT_TRUE(TestAccess::occurrenceRefs(productDef).empty());
+    EXPECT_TRUE(ModelTestAccess::occurrenceRefs(productDef).empty());
 }
 
 TEST_F(CADProductDefTest, OccurrencesUnderItAndUnderPartsAreListedInFileOrder)
@@ -82,7 +82,7 @@ TEST_F(CADProductDefTest, OccurrencesUnderItAndUnderPartsAreListedInFileOrder)
                                       "<InstanceGraph><Part><Occurrence id='o3'/></Part></InstanceGraph>"
                                       "<Occurrence id='o4'><Occurrence id='inner'/></Occurrence>"
                                       "<ProductView><Occurrence id='of view'/></ProductView>");
-    EXPECT_EQ(TestAccess::occurrenceRefs(productDef), (Texts{"o1", "o2", "o3", "o4"}));
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(productDef), (Texts{"o1", "o2", "o3", "o4"}));
 }
 
 TEST_F(CADProductDefTest, OccurrenceWithoutIdIsListedByItsGeneratedId)
@@ -90,7 +90,7 @@ TEST_F(CADProductDefTest, OccurrenceWithoutIdIsListedByItsGeneratedId)
     auto& productDef = loadProductDef("<Occurrence instanceRefs='a'/>");
     const auto& occurrence = firstChild<CADOccurrence>(productDef);
     EXPECT_TRUE(isGeneratedId(occurrence, "pd", "_o"));
-    EXPECT_EQ(TestAccess::occurrenceRefs(productDef), Texts{occurrence.getId()});
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(productDef), Texts{occurrence.getId()});
     EXPECT_EQ(idsAt({"a"}), Texts{occurrence.getId()});
 }
 
@@ -100,7 +100,7 @@ TEST_F(CADProductDefTest, AddOccurrenceRefTakesTheIdOfAnyElement)
     CADPart part(nullptr);
     part.setId("p5");
     productDef.addOccurrenceRef(&part);
-    EXPECT_EQ(TestAccess::occurrenceRefs(productDef), Texts{"p5"});
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(productDef), Texts{"p5"});
 }
 
 TEST_F(CADProductDefTest, OccurrencesAreFoundByTheirWholePath)

@@ -2,7 +2,7 @@
 
 #include "cad/xml/CADOccurrence.h"
 #include "cad/xml/CADUserData.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 namespace HB::XML::CAD
 {
@@ -18,7 +18,7 @@ protected:
     }
     Texts rootRefsOf(const std::string& attributes, const std::string& content = "")
     {
-        return TestAccess::rootRefs(loadView(attributes, content));
+        return ModelTestAccess::rootRefs(loadView(attributes, content));
     }
     static Texts idsAt(const CADProductView& view, const Texts& path)
     {

@@ -3,7 +3,7 @@
 #include "cad/xml/CADCompoundRef.h"
 #include "cad/xml/CADMaterial.h"
 #include "cad/xml/CADTransform.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 namespace HB::XML::CAD
 {

@@ -1,7 +1,7 @@
 #include "cad/xml/CADTransform.h"
 
 #include "cad/xml/CADUserData.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <limits>
 
@@ -92,7 +92,7 @@ TEST_F(CADTransformTest, UserDataIsReadAndOtherChildrenAreNot)
 {
     const auto& transform = loadTransform("<UserData id='u'/><Transform>5</Transform><Material/>1");
     EXPECT_EQ(transform.getUserData()->getId(), "u");
-    EXPECT_EQ(TestAccess::children(transform).size(), 1U);
+    EXPECT_EQ(ModelTestAccess::children(transform).size(), 1U);
     EXPECT_EQ(transform.getTransformValues(), Floats{1});
 }
 

@@ -3,7 +3,7 @@
 #include "cad/xml/CADUserList.h"
 #include "cad/xml/CADUserListItem.h"
 #include "cad/xml/CADUserValue.h"
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <tinyxml.h>
 
@@ -29,7 +29,7 @@ protected:
     }
     std::string itemTextOf(const std::string& content)
     {
-        return TestAccess::text(*TestAccess::items(loadUserList("", "<Item>" + content + "</Item>")).at(0));
+        return ModelTestAccess::text(*ModelTestAccess::items(loadUserList("", "<Item>" + content + "</Item>")).at(0));
     }
     int typeOf(const std::string& word) { return static_cast<int>(loadUserValue("type='" + word + "'").getType()); }
 };
@@ -78,7 +78,7 @@ TEST_F(CADUserDataTest, ValueAttributesAreRead)
     EXPECT_EQ(value.getId(), "v3");
     EXPECT_EQ(value.getName(), "Mass");
     EXPECT_EQ(value.getValue(), "1,5 kg");
-    EXPECT_EQ(TestAccess::format(value), "%f");
+    EXPECT_EQ(ModelTestAccess::format(value), "%f");
     EXPECT_EQ(value.getType(), CADUserValue::Type::Real);
 }
 
@@ -95,8 +95,8 @@ TEST_F(CADUserDataTest, ValueIsAStringByDefault)
     const auto& value = loadUserValue("");
     EXPECT_EQ(static_cast<int>(value.getType()), 6);
     EXPECT_EQ(value.getValue(), "");
-    EXPECT_EQ(TestAccess::format(value), "");
-    EXPECT_EQ(TestAccess::userListRef(value), "");
+    EXPECT_EQ(ModelTestAccess::format(value), "");
+    EXPECT_EQ(ModelTestAccess::userListRef(value), "");
 }
 
 TEST_F(CADUserDataTest, TypesAreNumbered)
@@ -130,8 +130,8 @@ TEST_F(CADUserDataTest, ValueIsNeverParsed)
 TEST_F(CADUserDataTest, LastListOfAValueIsKept)
 {
     const auto& value = loadUserValue("", "<UserList id='l1'/><UserList id='l2'/>");
-    EXPECT_EQ(TestAccess::userListRef(value), "l2");
-    EXPECT_EQ(TestAccess::userLists(m_document).size(), 2U);
+    EXPECT_EQ(ModelTestAccess::userListRef(value), "l2");
+    EXPECT_EQ(ModelTestAccess::userLists(m_document).size(), 2U);
 }
 
 TEST_F(CADUserDataTest, ListWithoutIdIsReferredToByItsGeneratedId)
@@ -139,8 +139,8 @@ TEST_F(CADUserDataTest, ListWithoutIdIsReferredToByItsGeneratedId)
     const auto& value = loadUserValue("id='v'", "<UserList/>");
     const auto& list = firstChild<CADUserList>(value);
     EXPECT_TRUE(isGeneratedId(list, "v", "_ul"));
-    EXPECT_EQ(TestAccess::userListRef(value), list.getId());
-    EXPECT_EQ(TestAccess::findUserList(m_document, list.getId()), &list);
+    EXPECT_EQ(ModelTestAccess::userListRef(value), list.getId());
+    EXPECT_EQ(ModelTestAccess::findUserList(m_document, list.getId()), &list);
 }
 
 TEST_F(CADUserDataTest, ValueMayBearUserData)
@@ -151,13 +151,13 @@ TEST_F(CADUserDataTest, ValueMayBearUserData)
 
 TEST_F(CADUserDataTest, ItemsAreListedInFileOrder)
 {
-    const auto& items = TestAccess::items(
+    const auto& items = ModelTestAccess::items(
         loadUserList("name='L' id='l'", "<Item id='i1' name='one'>x</Item><Other/><Item id='i2'>y</Item>"));
     ASSERT_EQ(items.size(), 2U);
     EXPECT_EQ(items[0]->getId(), "i1");
     EXPECT_EQ(items[0]->getName(), "one");
-    EXPECT_EQ(TestAccess::text(*items[0]), "x");
-    EXPECT_EQ(TestAccess::text(*items[1]), "y");
+    EXPECT_EQ(ModelTestAccess::text(*items[0]), "x");
+    EXPECT_EQ(ModelTestAccess::text(*items[1]), "y");
     EXPECT_EQ(items[0]->getParent()->getName(), "L");
 }
 

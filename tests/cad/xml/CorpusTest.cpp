@@ -2,7 +2,7 @@
 
 #include "cad/xml/CADDocument.h"
 
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include "cad/xml/CADTransform.h"
 #include "cad/xml/CADUserData.h"
@@ -42,9 +42,9 @@ protected:
     void expectEmpty() const
     {
         EXPECT_EQ(m_document.getProductDefCount(), 0U);
-        EXPECT_TRUE(TestAccess::instances(m_document).empty());
-        EXPECT_TRUE(TestAccess::parts(m_document).empty());
-        EXPECT_TRUE(TestAccess::occurrences(m_document).empty());
+        EXPECT_TRUE(ModelTestAccess::instances(m_document).empty());
+        EXPECT_TRUE(ModelTestAccess::parts(m_document).empty());
+        EXPECT_TRUE(ModelTestAccess::occurrences(m_document).empty());
         EXPECT_EQ(m_document.getActiveProductView(), nullptr);
     }
 
@@ -75,13 +75,13 @@ TEST_F(CorpusTest, ViewOfTheBillOfMaterialsIsReadInsideAProductDef)
     const auto* view = m_document.getActiveProductView();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->getId(), "id4");
-    EXPECT_EQ(TestAccess::rootRefs(*view), std::vector<std::string>{"id6"});
-    EXPECT_EQ(TestAccess::occurrences(m_document).size(), 13U);
-    EXPECT_EQ(TestAccess::transforms(m_document).size(), 13U);
+    EXPECT_EQ(ModelTestAccess::rootRefs(*view), std::vector<std::string>{"id6"});
+    EXPECT_EQ(ModelTestAccess::occurrences(m_document).size(), 13U);
+    EXPECT_EQ(ModelTestAccess::transforms(m_document).size(), 13U);
 
     const auto* root = m_document.findOccurrence("id6");
     ASSERT_NE(root, nullptr);
-    EXPECT_EQ(TestAccess::occurrenceRefs(*root),
+    EXPECT_EQ(ModelTestAccess::occurrenceRefs(*root),
               (std::vector<std::string>{"id10", "id39", "id124", "id185", "id245", "id298"}));
     EXPECT_EQ(root->getTransformRef(), "id5");
     EXPECT_EQ(m_document.findTransform("id5")->getTransformValues(),
@@ -95,8 +95,8 @@ TEST_F(CorpusTest, ViewOfTheBillOfMaterialsIsReadInsideAProductDef)
 TEST_F(CorpusTest, PartsAndInstancesAreReadInsideAGraph)
 {
     loadInside("parts_instances_2017.xml", "<ProductDef><InstanceGraph>", "</InstanceGraph></ProductDef>");
-    EXPECT_EQ(TestAccess::instances(m_document).size(), 8U);
-    EXPECT_EQ(TestAccess::parts(m_document).size(), 8U);
+    EXPECT_EQ(ModelTestAccess::instances(m_document).size(), 8U);
+    EXPECT_EQ(ModelTestAccess::parts(m_document).size(), 8U);
     const auto* part = m_document.findPart(m_document.findInstance("inst2")->getPartRef());
     ASSERT_NE(part, nullptr);
     EXPECT_EQ(part->getName(), "A2");

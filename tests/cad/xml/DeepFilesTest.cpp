@@ -1,6 +1,6 @@
 #include "cad/xml/CADDocument.h"
 
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <functional>
 
@@ -60,8 +60,8 @@ protected:
             CADDocument document;
             document.load(file);
             const CADBase* element = document.getProductDef(0);
-            while (!TestAccess::children(*element).empty()) {
-                element = TestAccess::children(*element)[0];
+            while (!ModelTestAccess::children(*element).empty()) {
+                element = ModelTestAccess::children(*element)[0];
                 ++depth;
             }
         });

@@ -1,6 +1,6 @@
 #include "cad/xml/CADDocument.h"
 
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <map>
 #include <new>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cad/xml/CADDocument.h"
-#include "tests/cad/xml/TestAccess.h"
+#include "tests/cad/xml/ModelTestAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -47,7 +47,7 @@ protected:
     template <class Element>
     static Element& firstChild(const CADBase& parent, std::size_t index = 0)
     {
-        return dynamic_cast<Element&>(*TestAccess::children(parent).at(index));
+        return dynamic_cast<Element&>(*ModelTestAccess::children(parent).at(index));
     }
 
     std::filesystem::path m_folder;

@@ -1,4 +1,4 @@
-#include "tests/cad/xml/ModelTest.h"
+#include "tests/cad/xml/ModelFixture.h"
 
 #include <fstream>
 #include <new>

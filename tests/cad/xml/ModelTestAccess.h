@@ -15,7 +15,7 @@ namespace HB::XML::CAD
 {
 
 /// What the model keeps and gives to nobody.
-struct TestAccess {
+struct ModelTestAccess {
     static std::vector<CADBase*> children(const CADBase& element)
     {
         std::vector<CADBase*> children;
