@@ -13,13 +13,13 @@ class ConversionProgress;
 
 /// Converts one CAD file into a scene file by running the external converter.
 ///
-/// The command is built anew at each `starting`, so settings that change between a failed run and its retry count. While
-/// the converter runs its progress file is followed and `progressChanged` carries percent and translated stage. When it
-/// has ended, the exit code decides: the job ends, runs again with the parts inlined, or has an old Stylar file updated
-/// first and runs on the result. `finished` follows the last of these runs.
+/// The command is built anew at each `starting`, so settings that change between a failed run and its retry count.
+/// While the converter runs its progress file is followed and `progressChanged` carries percent and translated stage.
+/// When it has ended, the exit code decides: the job ends, runs again with the parts inlined, or has an old Stylar file
+/// updated first and runs on the result. `finished` follows the last of these runs.
 ///
-/// Of the job's files the destructor removes the progress file, the updated file, and after a success the log. The output
-/// file stays. A job must not be destroyed while an update process of it runs, unless through its queue.
+/// Of the job's files the destructor removes the progress file, the updated file, and after a success the log. The
+/// output file stays. A job must not be destroyed while an update process of it runs, unless through its queue.
 class ZN_IMPORT_EXPORT znPtxConverterJob : public znProcessJob
 {
     Q_OBJECT

@@ -13,7 +13,7 @@ void Sleep(unsigned milliseconds);
 /// 0 when `path` begins at a root: with a slash or a backslash, or with the letter of a drive and a colon.
 int PathIsRelativeA(const char* path);
 
-/// The place within `path` behind its last separator that has anything behind it; `path` itself if there is none. Slashes
-/// and backslashes are separators.
+/// The place within `path` behind its last separator that has anything behind it; `path` itself if there is none.
+/// Slashes and backslashes are separators.
 const char* PathFindFileNameA(const char* path);
 #endif

@@ -2,8 +2,9 @@
 
 #include "host/znUtils/znMessage.h"
 
-/// Copies the attribute `key` of `message` into `out`. An absent or empty one gives false without a word; one of another
-/// type gives false, with a line and a backtrace on standard error. `out` is changed only if the result is true.
+/// Copies the attribute `key` of `message` into `out`. An absent or empty one gives false without a word; one of
+/// another type gives false, with a line and a backtrace on standard error. `out` is changed only if the result is
+/// true.
 ///
 /// Types are compared by their names, so that a value written in another module is recognised, and the value is copied
 /// without another test.

@@ -16,9 +16,9 @@ class znManagedJobQueue;
 /// referenced files are wanted; otherwise references stay as they are. A part is converted once, next to the converted
 /// file, however many nodes name it, and as one file with whatever it refers to.
 ///
-/// The state ends as 1 when the file itself cannot be loaded, as 3 when a part did not arrive, else as 0. `process` does
-/// not return before the last child has ended; it runs the event loop meanwhile. An exception that leaves it on the way
-/// leaves the state as it was.
+/// The state ends as 1 when the file itself cannot be loaded, as 3 when a part did not arrive, else as 0. `process`
+/// does not return before the last child has ended; it runs the event loop meanwhile. An exception that leaves it on
+/// the way leaves the state as it was.
 class ZN_IMPORT_EXPORT znPtxLoaderJob : public znOsbLoaderJob
 {
     Q_OBJECT

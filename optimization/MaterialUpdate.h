@@ -11,8 +11,8 @@ namespace optimization
 /// switch materials too. BRDF materials without an image around them get the default environment.
 void updateMaterials(const osg::NodePtr& root);
 
-/// The same for one material, which the nodes in `nodes` use; null nodes are passed over. A switch material stays on its
-/// nodes: what it holds inside changes.
+/// The same for one material, which the nodes in `nodes` use; null nodes are passed over. A switch material stays on
+/// its nodes: what it holds inside changes.
 void updateMaterialFromAsset(const osg::MaterialPtr& material, const std::vector<osg::NodePtr>& nodes,
                              AssetCache& assetCache);
 

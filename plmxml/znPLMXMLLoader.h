@@ -49,7 +49,8 @@ public:
     /// Whether part files are read while the tree is built; false at first. Takes effect at the next `load`.
     void setLoadReferencedFiles(bool load);
 
-    /// A copy. The nodes of a part are in the order of their creation; the first is the one that the others are clones of.
+    /// A copy. The nodes of a part are in the order of their creation; the first is the one that the others are clones
+    /// of.
     UnloadedParts getUnloadedParts() const;
 
 private:

@@ -16,8 +16,8 @@ class znManagedJobQueue;
 class znOsbLoaderJob;
 class znPtxConverterJob;
 
-/// Imports a PLMXML document with its part files: those that the host reads by itself are read, the others are converted,
-/// several at a time, and their results take the places of the reference nodes.
+/// Imports a PLMXML document with its part files: those that the host reads by itself are read, the others are
+/// converted, several at a time, and their results take the places of the reference nodes.
 ///
 /// The state ends as 0, or as 3 when a part did not arrive. A document that is missing gives 1, and `finished` twice. A
 /// document that cannot be read gives 0 and a null node: look at the node. `process` runs the event loop while it waits

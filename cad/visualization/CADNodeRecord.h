@@ -99,8 +99,8 @@ public:
     std::vector<float> getScale() const;
     ///@}
 
-    /// The user data of the element in an XML form of its own; empty without user data. Titles and values are written as
-    /// they stand, without escapes, so that a quote in one of them makes the text ill-formed.
+    /// The user data of the element in an XML form of its own; empty without user data. Titles and values are written
+    /// as they stand, without escapes, so that a quote in one of them makes the text ill-formed.
     std::string getUserDataText() const;
 
 private:

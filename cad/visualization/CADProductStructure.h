@@ -16,8 +16,8 @@ namespace HB::Visualization
 /// A record's id is its place in the table; record 0 is the root. Callers use ids. An id past the end of the table
 /// throws std::runtime_error "No node with Id: " and the id, in every operation that takes one but `isValidId`.
 ///
-/// The structure owns its records and holds a reference on the node of each file. The tree that a subclass builds belongs
-/// to whoever takes it, and outlives the structure; while the structure is in use the tree must live.
+/// The structure owns its records and holds a reference on the node of each file. The tree that a subclass builds
+/// belongs to whoever takes it, and outlives the structure; while the structure is in use the tree must live.
 class CADProductStructure
 {
 public:
@@ -101,8 +101,8 @@ public:
     /// The same as a path: resolved against the document's folder and with its percent escapes decoded.
     std::string getNodeFileName(std::uint32_t id) const;
 
-    /// `relative` in the document's folder. Two characters go from a text that begins with a dot or a separator, whatever
-    /// the second one is: that cuts the "./" that documents write before their own folder, and climbs nowhere.
+    /// `relative` in the document's folder. Two characters go from a text that begins with a dot or a separator,
+    /// whatever the second one is: that cuts the "./" that documents write before their own folder, and climbs nowhere.
     /// @throws std::out_of_range `relative` is such a character alone
     std::string resolvePath(const std::string& relative) const;
 
@@ -110,9 +110,9 @@ public:
     osg::NodePtr findFileNode(const std::string& path);
     /// Remembers `node`, and holds a reference on it; ignored when the file has a node already.
     void storeFileNode(const std::string& path, const osg::NodePtr& node);
-    /// A node for the file at `location`, named after it: a fresh one that refers to the file, whose content is read and
-    /// hung below it if files are wanted and it exists; a clone that shares the cores when the file has a node already.
-    /// "CSB" files are read by whoever answers the host's message for them. Null for an empty location.
+    /// A node for the file at `location`, named after it: a fresh one that refers to the file, whose content is read
+    /// and hung below it if files are wanted and it exists; a clone that shares the cores when the file has a node
+    /// already. "CSB" files are read by whoever answers the host's message for them. Null for an empty location.
     /// @throws std::out_of_range see resolvePath
     osg::NodePtr createFileNode(const std::string& location, const std::string& format);
 

@@ -257,8 +257,8 @@ void PLMXMLProductStructure::addAssemblyGeometry(const osg::NodePtr& parent, CAD
     osg::setName(node, geometryName(*representation, dynamic_cast<CADPart*>(record->getElement()), m_currentName));
 }
 
-/// A solid part has no record of its own for its geometry: its record becomes that of the representation, and waits for a
-/// file whatever the format.
+/// A solid part has no record of its own for its geometry: its record becomes that of the representation, and waits for
+/// a file whatever the format.
 void PLMXMLProductStructure::bindSolidGeometry(const osg::NodePtr& current, CADRepresentation* representation,
                                                CADNodeRecord* record)
 {
