@@ -76,7 +76,10 @@ void znPtxConverterJob::createTmpFileWatcher()
 {
     m_progress = std::make_unique<conversion::ConversionProgress>([this] { reportProgress(); });
     connect(this, &znAbstractJob::started, this, &znPtxConverterJob::watchTempFile);
-    connect(this, &znAbstractJob::finished, [this] { m_progress->release(m_tempFile); });
+    connect(this, &znAbstractJob::finished, [this] {
+        if (m_progress)
+            m_progress->release(m_tempFile);
+    });
 }
 
 void znPtxConverterJob::watchTempFile()
