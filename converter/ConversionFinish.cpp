@@ -1,12 +1,14 @@
 // What each way of ending of the converter means to the job.
 
-#include "converter/ExitCode.h"
 #include "converter/znPtxConverterJob.h"
 #include "host/znKernel/znFileIOHelper.h"
 #include "host/znKernel/znPtxHelper.h"
 #include "host/znUtils/znFile.h"
+#include "protocol/ExitCode.h"
 
 #include <QFileSystemWatcher>
+
+using protocol::ExitCode;
 
 QString znPtxConverterJob::getErrorDescription(int exitCode) const
 {
@@ -21,9 +23,9 @@ void znPtxConverterJob::finish()
         return znAbstractJob::finish();
     }
     const int exitCode = getExitCode().value_or(znPtxHelper::CouldNotStart);
-    if (exitCode == znExitCode::Cancelled)
+    if (exitCode == ExitCode::Cancelled)
         return znAbstractJob::finish();
-    if (exitCode == znExitCode::NothingToImport && znFileIOHelper::canContainMixedAssemblies(m_inputFile))
+    if (exitCode == ExitCode::NothingToImport && znFileIOHelper::canContainMixedAssemblies(m_inputFile))
         return znAbstractJob::finish();
     if (!handleFailedProcess(exitCode)) {
         m_errorText = getErrorDescription(exitCode);
@@ -38,13 +40,13 @@ void znPtxConverterJob::finish()
 
 bool znPtxConverterJob::handleFailedProcess(int exitCode)
 {
-    const bool noParts = exitCode == znExitCode::NoExternalParts || exitCode == znExitCode::NoExternalPartsEither;
+    const bool noParts = exitCode == ExitCode::NoExternalParts || exitCode == ExitCode::NoExternalPartsEither;
     if (m_isAssembly && noParts) {
         if (!znFileIOHelper::canContainMixedAssemblies(m_inputFile))
             retryInlined();
         return true;
     }
-    if (exitCode == znExitCode::OldStylarFile && znFileIOHelper::isStylarFile(m_inputFile)) {
+    if (exitCode == ExitCode::OldStylarFile && znFileIOHelper::isStylarFile(m_inputFile)) {
         updateLegacyFile();
         return true;
     }

@@ -7,6 +7,7 @@
 #include "host/znKernel/znPtxHelper.h"
 #include "host/znUtils/znFile.h"
 #include "import/getFromMessage.h"
+#include "protocol/FileNames.h"
 
 #include <QFileInfo>
 #include <QFileSystemWatcher>
@@ -59,11 +60,11 @@ void znPtxConverterJob::updateProcessCommand()
         znPtxHelper::createProcessCommand(m_inputFile.toStdString(), wantsExternalParts(), m_outputDir.toStdString());
     m_command = QString::fromUtf8(command.c_str());
     m_outputFile = QString::fromUtf8(outputFile.c_str());
-    m_tempFile = m_outputFile + QStringLiteral(".tmp");
+    m_tempFile = m_outputFile + QLatin1String(protocol::ProgressSuffix);
     m_inputPresent = QFileInfo(m_inputFile).exists();
 }
 
 std::string znPtxConverterJob::logFile() const
 {
-    return (m_outputFile + QStringLiteral(".log")).toStdString();
+    return (m_outputFile + QLatin1String(protocol::LogSuffix)).toStdString();
 }
