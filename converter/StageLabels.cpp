@@ -1,5 +1,7 @@
 #include "converter/StageLabels.h"
 
+#include "protocol/Stage.h"
+
 #include <QCoreApplication>
 
 #include <stdexcept>
@@ -8,19 +10,22 @@
 namespace
 {
 
+using protocol::Stage;
+using protocol::stageWord;
+
 const std::unordered_map<std::string, const char*> StageLabels = {
-    {"ReadAndProcess", QT_TRANSLATE_NOOP("PtxToOsg", "Reading")},
-    {"Convert", QT_TRANSLATE_NOOP("PtxToOsg", "Converting")},
-    {"ProcessStructure", QT_TRANSLATE_NOOP("PtxToOsg", "Processing")},
-    {"Merge", QT_TRANSLATE_NOOP("PtxToOsg", "Merging")},
-    {"Stitch", QT_TRANSLATE_NOOP("PtxToOsg", "Stitching")},
-    {"FixSurfaceOrientation", QT_TRANSLATE_NOOP("PtxToOsg", "Unifying surface normals")},
-    {"Tessellate", QT_TRANSLATE_NOOP("PtxToOsg", "Tessellating")},
-    {"BuildOsgTree", QT_TRANSLATE_NOOP("PtxToOsg", "Building scene tree")},
-    {"Finalize", QT_TRANSLATE_NOOP("PtxToOsg", "Cleaning up")},
-    {"Write", QT_TRANSLATE_NOOP("PtxToOsg", "Writing file")},
-    {"Finished", QT_TRANSLATE_NOOP("PtxToOsg", "Finished conversion")},
-    {"Unknown", QT_TRANSLATE_NOOP("PtxToOsg", "Unknown")},
+    {stageWord(Stage::ReadAndProcess), QT_TRANSLATE_NOOP("PtxToOsg", "Reading")},
+    {stageWord(Stage::Convert), QT_TRANSLATE_NOOP("PtxToOsg", "Converting")},
+    {stageWord(Stage::ProcessStructure), QT_TRANSLATE_NOOP("PtxToOsg", "Processing")},
+    {stageWord(Stage::Merge), QT_TRANSLATE_NOOP("PtxToOsg", "Merging")},
+    {stageWord(Stage::Stitch), QT_TRANSLATE_NOOP("PtxToOsg", "Stitching")},
+    {stageWord(Stage::FixSurfaceOrientation), QT_TRANSLATE_NOOP("PtxToOsg", "Unifying surface normals")},
+    {stageWord(Stage::Tessellate), QT_TRANSLATE_NOOP("PtxToOsg", "Tessellating")},
+    {stageWord(Stage::BuildOsgTree), QT_TRANSLATE_NOOP("PtxToOsg", "Building scene tree")},
+    {stageWord(Stage::Finalize), QT_TRANSLATE_NOOP("PtxToOsg", "Cleaning up")},
+    {stageWord(Stage::Write), QT_TRANSLATE_NOOP("PtxToOsg", "Writing file")},
+    {stageWord(Stage::Finished), QT_TRANSLATE_NOOP("PtxToOsg", "Finished conversion")},
+    {stageWord(Stage::Unknown), QT_TRANSLATE_NOOP("PtxToOsg", "Unknown")},
 };
 
 const char* labelOf(const std::string& stage)
@@ -28,7 +33,7 @@ const char* labelOf(const std::string& stage)
     try {
         return StageLabels.at(stage);
     } catch (const std::out_of_range&) {
-        return StageLabels.at("Unknown");
+        return StageLabels.at(stageWord(Stage::Unknown));
     }
 }
 

@@ -1,7 +1,6 @@
 #include "converter/znPtxConverterJob.h"
 
 #include "converter/ConversionProgress.h"
-#include "converter/ExitCode.h"
 #include "converter/LegacyUpdate.h"
 #include "converter/StageLabels.h"
 #include "host/znJobProcessing/znParallelJobManager.h"
@@ -11,9 +10,13 @@
 #include "host/znKernel/znPtxHelper.h"
 #include "host/znUtils/znFile.h"
 #include "import/getFromMessage.h"
+#include "protocol/ExitCode.h"
+#include "protocol/FileNames.h"
 
 #include <QFileInfo>
 #include <QPointer>
+
+using protocol::ExitCode;
 
 znPtxConverterJob::znPtxConverterJob(const QString& input, const QString& outputDir, QObject* parent)
     : znProcessJob(parent), m_inputFile(input), m_outputDir(outputDir),
@@ -63,13 +66,13 @@ void znPtxConverterJob::updateProcessCommand()
         znPtxHelper::createProcessCommand(m_inputFile.toStdString(), wantsExternalParts(), m_outputDir.toStdString());
     m_command = QString::fromUtf8(command.c_str());
     m_outputFile = QString::fromUtf8(outputFile.c_str());
-    m_tempFile = m_outputFile + QStringLiteral(".tmp");
+    m_tempFile = m_outputFile + QLatin1String(protocol::ProgressSuffix);
     m_inputPresent = QFileInfo(m_inputFile).exists();
 }
 
 std::string znPtxConverterJob::logFile() const
 {
-    return (m_outputFile + QStringLiteral(".log")).toStdString();
+    return (m_outputFile + QLatin1String(protocol::LogSuffix)).toStdString();
 }
 
 void znPtxConverterJob::createTmpFileWatcher()
@@ -112,9 +115,9 @@ void znPtxConverterJob::finish()
         return znAbstractJob::finish();
     }
     const int exitCode = getExitCode().value_or(znPtxHelper::CouldNotStart);
-    if (exitCode == znExitCode::Cancelled)
+    if (exitCode == ExitCode::Cancelled)
         return znAbstractJob::finish();
-    if (exitCode == znExitCode::NothingToImport && znFileIOHelper::canContainMixedAssemblies(m_inputFile))
+    if (exitCode == ExitCode::NothingToImport && znFileIOHelper::canContainMixedAssemblies(m_inputFile))
         return znAbstractJob::finish();
     if (!handleFailedProcess(exitCode)) {
         m_errorText = getErrorDescription(exitCode);
@@ -129,13 +132,13 @@ void znPtxConverterJob::finish()
 
 bool znPtxConverterJob::handleFailedProcess(int exitCode)
 {
-    const bool noParts = exitCode == znExitCode::NoExternalParts || exitCode == znExitCode::NoExternalPartsEither;
+    const bool noParts = exitCode == ExitCode::NoExternalParts || exitCode == ExitCode::NoExternalPartsEither;
     if (m_isAssembly && noParts) {
         if (!znFileIOHelper::canContainMixedAssemblies(m_inputFile))
             retryInlined();
         return true;
     }
-    if (exitCode == znExitCode::OldStylarFile && znFileIOHelper::isStylarFile(m_inputFile)) {
+    if (exitCode == ExitCode::OldStylarFile && znFileIOHelper::isStylarFile(m_inputFile)) {
         updateLegacyFile();
         return true;
     }

@@ -2,6 +2,7 @@
 
 #include "converter/znPtxConverterJob.h"
 #include "importer/cluster/SlurmText.h"
+#include "protocol/FileNames.h"
 
 #include <QFile>
 #include <QVariant>
@@ -24,9 +25,9 @@ void writeLastWords(const znProcessJob& job, const QString& text)
     const auto* const conversion = qobject_cast<const znPtxConverterJob*>(&job);
     if (!conversion)
         return;
-    QFile log(conversion->getOutputFile() + QStringLiteral(".log"));
+    QFile log(conversion->getOutputFile() + QLatin1String(protocol::LogSuffix));
     if (log.open(QIODevice::Append))
-        log.write("\nError: " + text.toUtf8() + '\n');
+        log.write('\n' + QByteArray(protocol::LogErrorMark) + text.toUtf8() + '\n');
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "importer/cluster/SharedFolder.h"
 
+#include "protocol/FileNames.h"
+
 #include <QDir>
 #include <QObject>
 #include <QTemporaryDir>
@@ -21,7 +23,7 @@ SharedFolder::~SharedFolder()
     QDir folder(m_path);
     const QStringList all = folder.entryList(QDir::Files | QDir::Hidden | QDir::System);
     for (const QString& name : all)
-        if (!m_keepsLogs || !name.endsWith(QLatin1String(".log")))
+        if (!m_keepsLogs || !name.endsWith(QLatin1String(protocol::LogSuffix)))
             folder.remove(name);
     folder.rmdir(m_path);
 }

@@ -3,6 +3,9 @@
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "protocol/ExitCode.h"
+#include "protocol/FileNames.h"
+#include "protocol/Options.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
@@ -19,6 +22,9 @@ namespace geometry
 namespace
 {
 
+namespace option = protocol::tessellationoption;
+using protocol::ExitCode;
+
 /// Numbers of tasks.
 using Batch = std::vector<std::size_t>;
 
@@ -34,6 +40,12 @@ QString programPath(const QString& setting)
 QString numberText(double value)
 {
     return QString::number(value, 'g', 17);
+}
+
+/// What the option that changes a setting takes.
+QString assignment(const char* setting, double value)
+{
+    return QLatin1String(setting) + QLatin1Char('=') + numberText(value);
 }
 
 class TessellationRun
@@ -108,35 +120,34 @@ private:
         if (!hasEnded)
             return tr("meshing took too long");
         const int code = znJobs::readExitCode(child).value_or(-1);
-        return code == 0 ? QString() : reasonOf(code);
+        return code == ExitCode::Success ? QString() : reasonOf(code);
     }
 
     static QString reasonOf(int code)
     {
-        constexpr int signalBase = 128, memory = 10, time = 11, stall = 12;
-        if (code > signalBase)
-            return tr("meshing crashed (signal %1)").arg(code - signalBase);
-        if (code == memory)
+        if (code > protocol::SignalBase)
+            return tr("meshing crashed (signal %1)").arg(code - protocol::SignalBase);
+        if (code == ExitCode::MemoryLimit)
             return tr("meshing needed too much memory");
-        if (code == time || code == stall)
+        if (code == ExitCode::TimeLimit || code == ExitCode::StallLimit)
             return tr("meshing took too long");
         return tr("meshing failed (code %1)").arg(code);
     }
 
     QStringList arguments() const
     {
-        return {QStringLiteral("--deviation"),
+        return {QLatin1String(option::Deviation),
                 numberText(m_wish.chordDeviation),
-                QStringLiteral("--angle"),
+                QLatin1String(option::Angle),
                 numberText(m_wish.normalTolerance),
-                QStringLiteral("--max-edge-length"),
+                QLatin1String(option::MaxEdgeLength),
                 numberText(m_wish.maxChordLength),
-                QStringLiteral("--stitch"),
+                QLatin1String(option::Stitch),
                 numberText(m_wish.stitchTolerance),
-                QStringLiteral("--set"),
-                QStringLiteral("limit.time=") + numberText(m_program.secondsLimit),
-                QStringLiteral("--set"),
-                QStringLiteral("limit.time-per-mb=0"),
+                QLatin1String(protocol::option::Set),
+                assignment(protocol::setting::TimeLimit, m_program.secondsLimit),
+                QLatin1String(protocol::option::Set),
+                assignment(protocol::setting::TimeLimitPerMegabyte, 0),
                 input(),
                 output()};
     }
@@ -168,7 +179,7 @@ private:
         Batch rest;
         const std::size_t before = m_waiting.size();
         for (std::size_t i = 0; i < batch.size(); ++i)
-            if (int(i) < state.size() && state[int(i)] == 's')
+            if (int(i) < state.size() && state[int(i)] == protocol::partmark::Started)
                 m_waiting.push_back({batch[i]});
             else
                 rest.push_back(batch[i]);
@@ -183,9 +194,13 @@ private:
             m_tasks[number].reason = reason;
     }
 
-    QString input() const { return m_folder.filePath(QStringLiteral("surfaces.osb")); }
-    QString output() const { return m_folder.filePath(QStringLiteral("meshes.osb")); }
-    QString marks() const { return output() + QStringLiteral(".parts"); }
+    QString fileOf(const QString& name) const
+    {
+        return m_folder.filePath(name + QLatin1String(protocol::SceneFileSuffix));
+    }
+    QString input() const { return fileOf(QStringLiteral("surfaces")); }
+    QString output() const { return fileOf(QStringLiteral("meshes")); }
+    QString marks() const { return output() + QLatin1String(protocol::PartMarksSuffix); }
 
     std::vector<TessellationTask>& m_tasks;
     const TessellationWish& m_wish;

@@ -1,5 +1,6 @@
 #include "standalone/znJobProcessing/ChildProcess.h"
 
+#include "protocol/ExitCode.h"
 #include "standalone/znJobProcessing/LostProcess.h"
 
 #include <signal.h>
@@ -25,7 +26,7 @@ std::optional<int> readExitCode(const QProcess& process)
         return lostExitCode;
     }
     if (process.exitStatus() == QProcess::CrashExit) {
-        return 128 + process.exitCode();
+        return protocol::exitCodeOfSignal(process.exitCode());
     }
     return process.exitCode() == 255 ? -1 : process.exitCode();
 }

@@ -1,5 +1,6 @@
 #include "host/znJobProcessing/znProcessJob.h"
 
+#include "protocol/ExitCode.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
 #include "standalone/znJobProcessing/JobRecord.h"
 #include "standalone/znJobProcessing/ProcessRun.h"
@@ -48,6 +49,7 @@ void znProcessJob::createBaseConnections()
 
 QString znProcessJob::getErrorDescription(int exitCode) const
 {
-    return exitCode > 128 ? tr("The process was ended by signal %1").arg(exitCode - 128)
-                          : tr("The process ended with exit code %1").arg(exitCode);
+    return exitCode > protocol::SignalBase
+               ? tr("The process was ended by signal %1").arg(exitCode - protocol::SignalBase)
+               : tr("The process ended with exit code %1").arg(exitCode);
 }

@@ -82,6 +82,11 @@ QString convertedName(const QString& input)
     return info.completeBaseName() + QLatin1Char('-') + QString::fromLatin1(hash);
 }
 
+QString converterOption(const char* setting, int value)
+{
+    return QStringLiteral("%1=%2").arg(QLatin1String(setting)).arg(value);
+}
+
 QString converterProgram(const QString& setting)
 {
     return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxconvert")) : setting;

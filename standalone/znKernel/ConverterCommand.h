@@ -31,6 +31,9 @@ QString chosenWord(const QStringList& words, const QString& key);
 /// left is dropped.
 QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values);
 
+/// What the converter's option for settings takes to change `setting`, one of `protocol::setting`.
+QString converterOption(const char* setting, int value);
+
 /// The program that the setting names; without one the installed `ptxconvert`.
 QString converterProgram(const QString& setting);
 

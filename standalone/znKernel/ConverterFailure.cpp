@@ -1,6 +1,8 @@
 #include "standalone/znKernel/ConverterFailure.h"
 
 #include "host/znKernel/znPtxHelper.h"
+#include "protocol/ExitCode.h"
+#include "protocol/FileNames.h"
 #include "standalone/znJobProcessing/LostProcess.h"
 
 #include <QCoreApplication>
@@ -26,30 +28,42 @@ QString tr(const char* text)
 
 QString exitCodeMeaning(int exitCode)
 {
+    using protocol::ExitCode;
     static const std::map<int, const char*> meanings = {
-        {0, QT_TRANSLATE_NOOP("ConverterFailure", "The converter ended well.")},
-        {2, QT_TRANSLATE_NOOP("ConverterFailure", "The converter did not understand its command line.")},
-        {3, QT_TRANSLATE_NOOP("ConverterFailure", "The file is missing or cannot be read.")},
-        {4, QT_TRANSLATE_NOOP("ConverterFailure", "The file is of an old version and needs the update tool.")},
-        {5, QT_TRANSLATE_NOOP("ConverterFailure", "The file has no external parts.")},
-        {-1, QT_TRANSLATE_NOOP("ConverterFailure", "The file has no external parts.")},
-        {6, QT_TRANSLATE_NOOP("ConverterFailure", "The converter has no reader for this format.")},
-        {7, QT_TRANSLATE_NOOP("ConverterFailure", "The file is damaged.")},
-        {8, QT_TRANSLATE_NOOP("ConverterFailure", "The converted file could not be written.")},
-        {10, QT_TRANSLATE_NOOP("ConverterFailure", "The conversion needed more memory than its limit allows.")},
-        {11, QT_TRANSLATE_NOOP("ConverterFailure", "The conversion took longer than its limit allows.")},
-        {12, QT_TRANSLATE_NOOP("ConverterFailure", "The conversion stopped making progress.")},
-        {21, QT_TRANSLATE_NOOP("ConverterFailure", "The conversion was cancelled.")},
-        {25, QT_TRANSLATE_NOOP("ConverterFailure", "There is nothing to import in the file.")},
+        {number(ExitCode::Success), QT_TRANSLATE_NOOP("ConverterFailure", "The converter ended well.")},
+        {number(ExitCode::WrongUse),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The converter did not understand its command line.")},
+        {number(ExitCode::InputUnreadable),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The file is missing or cannot be read.")},
+        {number(ExitCode::OldStylarFile),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The file is of an old version and needs the update tool.")},
+        {number(ExitCode::NoExternalParts), QT_TRANSLATE_NOOP("ConverterFailure", "The file has no external parts.")},
+        {number(ExitCode::NoExternalPartsEither),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The file has no external parts.")},
+        {number(ExitCode::Unsupported),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The converter has no reader for this format.")},
+        {number(ExitCode::Damaged), QT_TRANSLATE_NOOP("ConverterFailure", "The file is damaged.")},
+        {number(ExitCode::OutputFailed),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The converted file could not be written.")},
+        {number(ExitCode::MemoryLimit),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The conversion needed more memory than its limit allows.")},
+        {number(ExitCode::TimeLimit),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The conversion took longer than its limit allows.")},
+        {number(ExitCode::StallLimit),
+         QT_TRANSLATE_NOOP("ConverterFailure", "The conversion stopped making progress.")},
+        {number(ExitCode::Cancelled), QT_TRANSLATE_NOOP("ConverterFailure", "The conversion was cancelled.")},
+        {number(ExitCode::NothingToImport),
+         QT_TRANSLATE_NOOP("ConverterFailure", "There is nothing to import in the file.")},
         {znJobs::lostExitCode, QT_TRANSLATE_NOOP("ConverterFailure", "The machine that ran the converter failed.")},
         {znPtxHelper::CouldNotStart, QT_TRANSLATE_NOOP("ConverterFailure", "The converter could not be started.")},
     };
     if (const auto found = meanings.find(exitCode); found != meanings.end())
         return tr(found->second);
-    if (exitCode == 128 + SIGTERM || exitCode == 128 + SIGINT)
+    const std::optional<int> signal = protocol::signalOf(exitCode);
+    if (signal == SIGTERM || signal == SIGINT)
         return tr("The converter was asked to stop.");
-    if (exitCode > 128 && exitCode < 128 + 65)
-        return tr("The converter crashed (signal %1).").arg(exitCode - 128);
+    if (signal)
+        return tr("The converter crashed (signal %1).").arg(*signal);
     return tr("The converter ended with the exit code %1.").arg(exitCode);
 }
 
@@ -61,7 +75,7 @@ QString lastErrorOfLog(const QString& logFile)
     // The end is enough, however long the log became.
     constexpr qint64 tail = 65536;
     file.seek(std::max<qint64>(0, file.size() - tail));
-    const QByteArray mark = "Error: ";
+    const QByteArray mark = protocol::LogErrorMark;
     QByteArray last;
     for (const QByteArray& line : file.readAll().split('\n'))
         if (const int at = line.indexOf(mark); at >= 0)

@@ -1,5 +1,6 @@
 #include "standalone/znKernel/Launcher.h"
 
+#include "protocol/Options.h"
 #include "standalone/session/Settings.h"
 #include "standalone/znKernel/ConverterCommand.h"
 
@@ -13,6 +14,8 @@ namespace zn
 
 namespace
 {
+
+namespace setting = protocol::setting;
 
 constexpr double megabyte = 1024.0 * 1024.0;
 constexpr double megabytesPerCore = 32;
@@ -69,10 +72,10 @@ QStringList Launcher::converterOptions() const
     if (!isUsed())
         return {};
     const int seconds = std::max(m_needs.seconds - secondsSlack, m_needs.seconds / 2);
-    return {QStringLiteral("threads=%1").arg(m_needs.cores),
-            QStringLiteral("limit.memory=%1").arg(m_needs.megabytes - m_needs.megabytes / memorySlack),
-            QStringLiteral("limit.memory-per-mb=0"), QStringLiteral("limit.time=%1").arg(seconds),
-            QStringLiteral("limit.time-per-mb=0")};
+    return {converterOption(setting::Threads, m_needs.cores),
+            converterOption(setting::MemoryLimit, m_needs.megabytes - m_needs.megabytes / memorySlack),
+            converterOption(setting::MemoryLimitPerMegabyte, 0), converterOption(setting::TimeLimit, seconds),
+            converterOption(setting::TimeLimitPerMegabyte, 0)};
 }
 
 } // namespace zn

@@ -1,5 +1,6 @@
 #include "host/znKernel/znFileIOHelper.h"
 
+#include "protocol/Formats.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -46,7 +47,7 @@ FileType znFileIOHelper::getFileTypeByFileName(const QString& path)
 bool znFileIOHelper::isAssemblyFile(const QString& path)
 {
     const zn::TracedCall call("znFileIOHelper::isAssemblyFile", path);
-    return assemblyExtensions().contains(extensionOf(path));
+    return protocol::mayNamePartFiles(extensionOf(path));
 }
 
 bool znFileIOHelper::canContainMixedAssemblies(const QString& path)
@@ -73,8 +74,7 @@ bool znFileIOHelper::isBrantelMechanorFile(const QString& path)
 bool znFileIOHelper::isPtxFile(const QString& path)
 {
     const zn::TracedCall call("znFileIOHelper::isPtxFile", path);
-    const FileTypeRow* row = findRow(getFileTypeByFileName(path));
-    return row && row->cadFormat;
+    return protocol::isConverted(extensionOf(path));
 }
 
 bool znFileIOHelper::isPLMXMLFile(const QString& path)

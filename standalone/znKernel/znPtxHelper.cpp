@@ -1,6 +1,8 @@
 #include "host/znKernel/znPtxHelper.h"
 
 #include "host/znKernel/znFileIOHelper.h"
+#include "protocol/FileNames.h"
+#include "protocol/Options.h"
 #include "standalone/session/SettingRows.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
@@ -16,6 +18,8 @@
 namespace
 {
 
+namespace setting = protocol::setting;
+
 zn::Settings& settings()
 {
     return znStandaloneSession::require().settings();
@@ -30,7 +34,8 @@ QString pathIn(const std::string& folder, const QString& name)
 std::optional<QStringList> ownConverter(const zn::TemplateValues& values)
 {
     const auto type = znFileIOHelper::getFileTypeByFileName(values.input);
-    if (!znFileIOHelper::isPtxFile(values.input))
+    const auto* const row = znCADFileTypes::findRow(type);
+    if (!row || !row->cadFormat)
         return std::nullopt;
     const QString format = QString::fromLatin1(znCADFileTypes::fileTypeName(type));
     const QString program = settings().text(zn::converterProgramSetting(format));
@@ -53,17 +58,18 @@ QStringList commonConverter(const zn::TemplateValues& values, const zn::Launcher
 {
     QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
     if (values.externalParts)
-        words.append(QStringLiteral("--external-parts"));
+        words.append(QLatin1String(protocol::option::ExternalParts));
+    QStringList options;
     if (needsSurfaces())
-        words << QStringLiteral("--set") << QStringLiteral("keep-brep=1");
+        options << zn::converterOption(setting::KeepBrep, 1);
     if (const int level = settings().integer(QStringLiteral("mesh.level")); level > 0)
-        words << QStringLiteral("--set") << QStringLiteral("mesh.level=%1").arg(level);
-    QStringList options = launcher.converterOptions();
+        options << zn::converterOption(setting::MeshLevel, level);
+    options << launcher.converterOptions();
     if (!launcher.isUsed() && znJobs::JobScheduler::instance().hasSiblingProcesses())
-        options << QStringLiteral("threads=1");
+        options << zn::converterOption(setting::Threads, 1);
     options << settings().text(QStringLiteral("converter.options")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& option : options)
-        words << QStringLiteral("--set") << option;
+        words << QLatin1String(protocol::option::Set) << option;
     return words << values.input << values.output;
 }
 
@@ -74,7 +80,7 @@ std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std:
 {
     const zn::TracedCall call("znPtxHelper::createProcessCommand", input, externalParts, outputDir);
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
-    const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral(".osb"));
+    const QString output = pathIn(outputDir, zn::convertedName(file) + QLatin1String(protocol::SceneFileSuffix));
     const zn::TemplateValues values{file, output, externalParts};
     const zn::Launcher launcher(settings(), file, output);
     const QStringList words = ownConverter(values).value_or(commonConverter(values, launcher));

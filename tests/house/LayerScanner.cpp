@@ -28,22 +28,23 @@ constexpr std::string_view platform = "import/Platform"; // the one place of the
 
 const Folders& ownFolders()
 {
-    static const Folders folders{"bench",  "cad",          "converter", "examples",   "host",  "import", "importer",
-                                 "loader", "optimization", "plmxml",    "standalone", "tests", "tools"};
+    static const Folders folders{"bench",  "cad",          "converter", "examples", "host",       "import", "importer",
+                                 "loader", "optimization", "plmxml",    "protocol", "standalone", "tests",  "tools"};
     return folders;
 }
 
 // The first row whose place holds a file is the one for it.
 const std::vector<Layer>& layers()
 {
-    static const Folders library{"host", "import", "converter", "loader", "optimization", "cad", "plmxml"};
-    static const Folders product{"host", "import", "converter",  "loader",   "optimization",
-                                 "cad",  "plmxml", "standalone", "importer", "tools"};
+    static const Folders library{"host", "protocol", "import", "converter", "loader", "optimization", "cad", "plmxml"};
+    static const Folders product{"host", "protocol", "import",     "converter", "loader", "optimization",
+                                 "cad",  "plmxml",   "standalone", "importer",  "tools"};
     static const std::vector<Layer> rows{
         {vocabulary, {vocabulary}, Foreign::Portable},
         {platform, library},
         {"host", {"host", vocabulary}, Foreign::Portable},
-        {"standalone", {"standalone", "host", vocabulary}},
+        {"protocol", {"protocol", vocabulary}, Foreign::StandardAndTinyXml},
+        {"standalone", {"standalone", "host", "protocol", vocabulary}},
         {"cad/xml", {"cad/xml"}, Foreign::StandardAndTinyXml},
         {"import", library, Foreign::Portable},
         {"converter", library, Foreign::Portable},
@@ -52,7 +53,7 @@ const std::vector<Layer>& layers()
         {"cad", library, Foreign::Portable},
         {"plmxml", library, Foreign::Portable},
         {"tools/ptxconvert",
-         {"tools/ptxconvert", "host", vocabulary, "standalone/OSGSystem", "standalone/znOpenSGExt",
+         {"tools/ptxconvert", "host", "protocol", vocabulary, "standalone/OSGSystem", "standalone/znOpenSGExt",
           "standalone/scenefile"}},
         {"importer", product},
         {"tools", product},

@@ -6,7 +6,8 @@
 
 /// Watches over the direction of the include lines: which folder may include from which.
 ///
-/// The contract (host/) stands below everything and knows only itself and the vocabulary of file types. The library and
+/// The contract (host/) stands below everything and knows only itself and the vocabulary of file types. What host side
+/// and converter side agree on (protocol/) knows no more. The library and
 /// the open host (standalone/) both stand on the contract and never see each other. The importer and the tools may see
 /// all of them. Library and contract include no headers that one operating system alone has, but in one file. Nobody but tests and benches includes from tests/ or bench/.
 namespace house

@@ -108,6 +108,26 @@ TEST_F(LayerScanner, VocabularyIncludesNothingOfOurs)
     EXPECT_THAT(brokenBy("import/filetypes/znCADFileTypes.cpp", "\"import/znMessages.h\"").size(), 1U);
 }
 
+TEST_F(LayerScanner, ProtocolIncludesItselfTheVocabularyAndTheStandardLibraryOnly)
+{
+    EXPECT_THAT(brokenBy("protocol/a.h", "\"protocol/ExitCode.h\""), IsEmpty());
+    EXPECT_THAT(brokenBy("protocol/a.h", "\"import/znCADFileTypes.h\""), IsEmpty());
+    EXPECT_THAT(brokenBy("protocol/a.h", "<string_view>"), IsEmpty());
+    for (const char* included : {"<QString>", "\"host/HostExport.h\"", "\"import/znFileLoaderJob.h\"",
+                                 "\"converter/StageLabels.h\"", "\"tools/ptxconvert/core/Stage.h\""})
+        EXPECT_THAT(brokenBy("protocol/a.h", included).size(), 1U) << included;
+}
+
+TEST_F(LayerScanner, HostSideAndConverterSideBothIncludeTheProtocol)
+{
+    for (const char* file : {"converter/a.cpp", "standalone/znKernel/a.cpp", "tools/ptxconvert/a.cpp",
+                             "tools/ptxtessellate/a.cpp", "importer/a.cpp"}) {
+        EXPECT_THAT(brokenBy(file, "\"protocol/ExitCode.h\""), IsEmpty()) << file;
+        fs::remove(root / file);
+    }
+    EXPECT_THAT(brokenBy("cad/xml/a.cpp", "\"protocol/ExitCode.h\"").size(), 1U);
+}
+
 TEST_F(LayerScanner, CadXmlKnowsTinyXmlTheStandardLibraryAndItselfOnly)
 {
     EXPECT_THAT(brokenBy("cad/xml/a.cpp", "\"cad/xml/CADDocument.h\""), IsEmpty());

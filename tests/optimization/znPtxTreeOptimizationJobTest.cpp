@@ -101,6 +101,18 @@ TEST_F(Job, AProductStructureLeavesOutWhatIsForConvertedFiles)
                             "processingFinished"));
 }
 
+/// The converter reads it, though it is no format of the vocabulary.
+TEST_F(Job, ABrepIsAConvertedFile)
+{
+    for (const char* name : {"a.brep", "a.brp"}) {
+        tree = makeTree();
+        EXPECT_EQ(run(name), znCADFileTypes::JobSucceeded) << name;
+        EXPECT_TRUE(wasCalled("zndPtxSettings::getFlushTransformations")) << name;
+        EXPECT_TRUE(wasCalled("znOptimize::removeNURBS")) << name;
+        EXPECT_TRUE(wasCalled("zndPtxSettings::getUnshareNodes")) << name;
+    }
+}
+
 TEST_F(Job, AConvertedTreeGoesByTheNameInItsFileInfo)
 {
     const osg::FileInfoPtr info = osg::FileInfoBase::create();

@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/Conversion.h"
 
+#include "protocol/FileNames.h"
 #include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/InputFile.h"
 #include "tools/ptxconvert/OutputFile.h"
@@ -23,7 +24,8 @@ class Conversion
 {
 public:
     explicit Conversion(const CommandLine& line)
-        : m_line(line), m_log(line.output + ".log"), m_progressFile(line.output + ".tmp"), m_output(line.output)
+        : m_line(line), m_log(line.output + protocol::LogSuffix),
+          m_progressFile(line.output + protocol::ProgressSuffix), m_output(line.output)
     {
     }
 
@@ -31,7 +33,7 @@ public:
     {
         Outcome<InputFile> input = lookAtInput(m_line.input);
         if (!m_log.isOpen())
-            return fail({ExitCode::OutputFailed, "cannot write " + m_line.output + ".log"});
+            return fail({ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
         lastwords::install(m_log, m_progress, m_output.unfinishedPath());
         tellStart();
         if (!input)
@@ -61,8 +63,8 @@ private:
         const Outcome<const Format*> format = chooseFormat(m_line.input, input.head, input.size);
         if (!format)
             return format.failure();
-        if (m_line.externalParts && !(format.value()->refersToParts && format.value()->refersToParts(m_line.input)))
-            return noExternalParts();
+        if (Trouble trouble = requireExternalParts(m_line.externalParts, mayNameParts(*format.value())))
+            return trouble;
         if (Trouble trouble = m_output.prepare())
             return trouble;
         m_log.info("format " + std::string(format.value()->name) + ", " + std::to_string(m_inputBytes) + " bytes");
@@ -76,6 +78,8 @@ private:
                                   osg::converted::tag(osg::converted::FormatKey, format.value()->name));
         return build(model.value());
     }
+
+    bool mayNameParts(const Format& format) const { return format.refersToParts && format.refersToParts(m_line.input); }
 
     Trouble build(const Model& model)
     {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "tools/ptxconvert/core/CommandLine.h"
-#include "tools/ptxconvert/core/ExitCode.h"
 
 namespace ptx
 {

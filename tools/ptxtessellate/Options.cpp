@@ -1,5 +1,8 @@
 #include "tools/ptxtessellate/Options.h"
 
+#include "protocol/FileNames.h"
+#include "protocol/Options.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -9,6 +12,9 @@ namespace ptx
 namespace
 {
 
+namespace option = protocol::tessellationoption;
+namespace partmark = protocol::partmark;
+
 struct NumberOption {
     const char* name;
     double TessellationOptions::*value;
@@ -16,10 +22,10 @@ struct NumberOption {
 };
 
 constexpr NumberOption NumberOptions[] = {
-    {"--deviation", &TessellationOptions::deviation, false},
-    {"--angle", &TessellationOptions::angle, false},
-    {"--max-edge-length", &TessellationOptions::longestEdge, true},
-    {"--stitch", &TessellationOptions::stitchTolerance, true},
+    {option::Deviation, &TessellationOptions::deviation, false},
+    {option::Angle, &TessellationOptions::angle, false},
+    {option::MaxEdgeLength, &TessellationOptions::longestEdge, true},
+    {option::Stitch, &TessellationOptions::stitchTolerance, true},
 };
 
 Failure wrongUse(const std::string& text)
@@ -27,25 +33,25 @@ Failure wrongUse(const std::string& text)
     return {ExitCode::WrongUse, text};
 }
 
-/// @return what is wrong with `text` as the value of `option`
-Trouble assign(TessellationOptions& options, const NumberOption& option, const std::string& text)
+/// @return what is wrong with `text` as the value of the option
+Trouble assign(TessellationOptions& options, const NumberOption& row, const std::string& text)
 {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     const bool isNumber = error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
-    if (!isNumber || value < 0 || (value == 0 && !option.mayBeZero))
-        return wrongUse(std::string(option.name) + " takes a positive number, not \"" + text + "\"");
-    options.*option.value = value;
+    if (!isNumber || value < 0 || (value == 0 && !row.mayBeZero))
+        return wrongUse(std::string(row.name) + " takes a positive number, not \"" + text + "\"");
+    options.*row.value = value;
     return std::nullopt;
 }
 
 /// Takes the option `name` with its value `text`. @return what is wrong with it
 Trouble take(TessellationOptions& options, const std::string& name, const std::string& text)
 {
-    for (const NumberOption& option : NumberOptions)
-        if (name == option.name)
-            return assign(options, option, text);
-    if (name != "--set")
+    for (const NumberOption& row : NumberOptions)
+        if (name == row.name)
+            return assign(options, row, text);
+    if (name != protocol::option::Set)
         return wrongUse("there is no option " + name);
     if (const auto wrong = options.settings.assign(text))
         return wrongUse(*wrong);
@@ -60,7 +66,9 @@ std::string tessellationUsage()
            "                     [--set NAME=VALUE]... INPUT OUTPUT\n"
            "Meshes the exact surfaces of all geometries of a scene file. OUTPUT gets one child for each geometry, in\n"
            "the order of the first uses, with its mesh or with the reason why there is none as its name.\n"
-           "OUTPUT.parts tells how far each of them came: '.' waits, 's' has started, 'e' has ended.\n";
+           "OUTPUT" +
+           std::string(protocol::PartMarksSuffix) + " tells how far each of them came: '" + partmark::Waits +
+           "' waits, '" + partmark::Started + "' has started, '" + partmark::Ended + "' has ended.\n";
 }
 
 Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::string>& arguments)

@@ -1,5 +1,7 @@
 #include "tools/ptxtessellate/PartMarks.h"
 
+#include "protocol/FileNames.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -10,7 +12,7 @@ PartMarks::PartMarks(const std::string& path, std::size_t parts)
     : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600))
 {
     for (std::size_t i = 0; i < parts; ++i)
-        set(i, Waits);
+        set(i, protocol::partmark::Waits);
 }
 
 void PartMarks::set(std::size_t part, char mark) const

@@ -4,6 +4,7 @@
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "protocol/FileNames.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "tools/ptxconvert/core/LastWords.h"
@@ -35,7 +36,8 @@ class Tessellation
 {
 public:
     explicit Tessellation(const TessellationOptions& options)
-        : m_options(options), m_log(options.output + ".log"), m_progressFile(options.output + ".tmp")
+        : m_options(options), m_log(options.output + protocol::LogSuffix),
+          m_progressFile(options.output + protocol::ProgressSuffix)
     {
     }
 
@@ -100,7 +102,7 @@ private:
 
     void meshAll()
     {
-        const PartMarks marks(m_options.output + ".parts", m_parts.size());
+        const PartMarks marks(m_options.output + protocol::PartMarksSuffix, m_parts.size());
         const std::vector<std::size_t> order = workOrder();
         const auto wanted = static_cast<unsigned>(m_options.settings.number(Setting::Threads));
         const unsigned threads = wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
@@ -122,7 +124,7 @@ private:
     void mesh(std::size_t number, const PartMarks& marks, unsigned threads)
     {
         Part& part = m_parts[number];
-        marks.set(number, PartMarks::Started);
+        marks.set(number, protocol::partmark::Started);
         // A part that is more than its share of the work would keep the other threads waiting.
         const bool isBig = threads > 1 && part.brep.size() * threads > m_bytes;
         try {
@@ -131,7 +133,7 @@ private:
                 part.mesh = result.value();
             else
                 part.reason = result.failure().message;
-            marks.set(number, PartMarks::Ended);
+            marks.set(number, protocol::partmark::Ended);
         } catch (const std::bad_alloc&) {
             m_isOutOfMemory = true; // the mark stays: it tells which part it was
         }

@@ -100,6 +100,17 @@ TEST(FileIOHelper, PtxFilesAreThoseOfTheConvertedFormats)
     EXPECT_EQ(extensionsOf(znFileIOHelper::isPtxFile), converted);
 }
 
+TEST(FileIOHelper, TheConvertersOwnFormatIsConvertedToo)
+{
+    for (const char* name : {"a.brep", "a.brp", "A.BRP"}) {
+        const QString file = QString::fromUtf8(name);
+        EXPECT_TRUE(znFileIOHelper::isPtxFile(file)) << name;
+        EXPECT_EQ(znFileIOHelper::getFileTypeByFileName(file), Undefined) << name;
+        EXPECT_FALSE(znFileIOHelper::isAssemblyFile(file)) << name;
+        EXPECT_FALSE(znFileIOHelper::canContainMixedAssemblies(file)) << name;
+    }
+}
+
 TEST(FileIOHelper, NoPredicateHoldsForAFileOfNoFormat)
 {
     const QString file = QStringLiteral("readme.txt");

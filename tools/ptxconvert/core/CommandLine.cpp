@@ -1,5 +1,8 @@
 #include "tools/ptxconvert/core/CommandLine.h"
 
+#include "protocol/FileNames.h"
+#include "protocol/Options.h"
+
 #include <algorithm>
 #include <filesystem>
 
@@ -8,6 +11,29 @@ namespace ptx
 
 namespace
 {
+
+namespace option = protocol::option;
+
+/// Those that this program ends with.
+struct CodeText {
+    ExitCode code;
+    const char* text;
+};
+
+constexpr CodeText CodeTexts[] = {
+    {ExitCode::Success, "written"},
+    {ExitCode::WrongUse, "wrong use"},
+    {ExitCode::InputUnreadable, "input unreadable"},
+    {ExitCode::NoExternalParts, "no external parts"},
+    {ExitCode::Unsupported, "format not supported"},
+    {ExitCode::Damaged, "input damaged"},
+    {ExitCode::OutputFailed, "output not written"},
+    {ExitCode::MemoryLimit, "memory limit"},
+    {ExitCode::TimeLimit, "time limit"},
+    {ExitCode::StallLimit, "stall limit"},
+    {ExitCode::Cancelled, "cancelled"},
+    {ExitCode::NothingToImport, "nothing to import"},
+};
 
 Failure wrongUse(const std::string& message)
 {
@@ -46,29 +72,29 @@ private:
         return takeOption(argument);
     }
 
-    Trouble takeOption(const std::string& option)
+    Trouble takeOption(const std::string& name)
     {
-        if (option == "--")
+        if (name == "--")
             m_optionsEnded = true;
-        else if (option == "--external-parts")
+        else if (name == option::ExternalParts)
             m_line.externalParts = true;
-        else if (option == "--help")
+        else if (name == option::Help)
             m_line.task = CommandLine::Task::Help;
-        else if (option == "--version")
+        else if (name == option::Version)
             m_line.task = CommandLine::Task::Version;
-        else if (option == "--help-settings")
+        else if (name == option::HelpSettings)
             m_line.task = CommandLine::Task::HelpSettings;
-        else if (option == "--set")
+        else if (name == option::Set)
             return takeSetting();
         else
-            return wrongUse("unknown option " + option);
+            return wrongUse("unknown option " + name);
         return std::nullopt;
     }
 
     Trouble takeSetting()
     {
         if (m_next == m_arguments.size())
-            return wrongUse("--set needs name=value");
+            return wrongUse(std::string(option::Set) + " needs name=value");
         const std::string& assignment = m_arguments[m_next++];
         if (const auto wrong = m_line.settings.assign(assignment))
             return wrongUse(*wrong);
@@ -107,11 +133,11 @@ Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments)
 const std::vector<OptionRow>& optionTable()
 {
     static const std::vector<OptionRow> table = {
-        {"--external-parts", nullptr, "keep references to part files instead of loading them"},
-        {"--set", "name=value", "change a setting; may be given several times"},
-        {"--help-settings", nullptr, "list the settings with their ranges and defaults"},
-        {"--version", nullptr, "print the versions of this program and its CAD kernel"},
-        {"--help", nullptr, "print this text"},
+        {option::ExternalParts, nullptr, "keep references to part files instead of loading them"},
+        {option::Set, "name=value", "change a setting; may be given several times"},
+        {option::HelpSettings, nullptr, "list the settings with their ranges and defaults"},
+        {option::Version, nullptr, "print the versions of this program and its CAD kernel"},
+        {option::Help, nullptr, "print this text"},
     };
     return table;
 }
@@ -126,16 +152,26 @@ const char* summary()
     return "Converts the CAD file INPUT into the scene file OUTPUT.";
 }
 
-const char* filesText()
+std::string filesText()
 {
-    return "Beside OUTPUT it writes OUTPUT.tmp (progress) and OUTPUT.log.\n";
+    return std::string("Beside OUTPUT it writes OUTPUT") + protocol::ProgressSuffix + " (progress) and OUTPUT" +
+           protocol::LogSuffix + ".\n";
 }
 
-const char* exitCodesText()
+std::string exitCodesText()
 {
-    return "Exit codes: 0 written, 2 wrong use, 3 input unreadable, 5 no external parts, 6 format not supported,\n"
-           "7 input damaged, 8 output not written, 10 memory limit, 11 time limit, 12 stall limit, 21 cancelled,\n"
-           "25 nothing to import, 128 + n fatal signal n.\n";
+    constexpr std::size_t widest = 104;
+    std::string text;
+    std::string line = "Exit codes:";
+    for (const CodeText& row : CodeTexts) {
+        const std::string item = ' ' + std::to_string(protocol::number(row.code)) + ' ' + row.text + ',';
+        if (line.size() + item.size() > widest) {
+            text += line + '\n';
+            line.clear();
+        }
+        line += line.empty() ? item.substr(1) : item;
+    }
+    return text + line + ' ' + std::to_string(protocol::SignalBase) + " + n fatal signal n.\n";
 }
 
 std::string usageText()
@@ -143,11 +179,11 @@ std::string usageText()
     constexpr std::size_t column = 19;
     std::string text = std::string("Usage: ") + synopsis() + '\n' + summary() + "\n\n";
     for (const OptionRow& row : optionTable()) {
-        std::string option = row.name;
+        std::string words = row.name;
         if (row.valueName)
-            option += std::string(" ") + row.valueName;
-        option.resize(std::max(column, option.size() + 1), ' ');
-        text += "  " + option + row.help + '\n';
+            words += std::string(" ") + row.valueName;
+        words.resize(std::max(column, words.size() + 1), ' ');
+        text += "  " + words + row.help + '\n';
     }
     return text + '\n' + filesText() + exitCodesText();
 }

@@ -38,8 +38,8 @@ const std::vector<OptionRow>& optionTable();
 /// What the process does, beyond its options, in whole sentences.
 const char* synopsis();
 const char* summary();
-const char* filesText();
-const char* exitCodesText();
+std::string filesText();
+std::string exitCodesText();
 
 /// The text of --help, which stands on the standard error stream after wrong use.
 std::string usageText();

@@ -63,7 +63,7 @@ void onFatal(int signal)
     sayEverywhere(stageWord(state.progress->stage()));
     sayEverywhere("\n");
     ::unlink(state.unfinished);
-    ::_exit(128 + signal);
+    ::_exit(protocol::exitCodeOfSignal(signal));
 }
 
 void onStop(int)
@@ -72,7 +72,7 @@ void onStop(int)
     sayEverywhere(stageWord(state.progress->stage()));
     sayEverywhere("\n");
     ::unlink(state.unfinished);
-    ::_exit(static_cast<int>(ExitCode::Cancelled));
+    ::_exit(protocol::number(ExitCode::Cancelled));
 }
 
 // An overflown stack has no room for the handler.
@@ -123,7 +123,7 @@ void end(Log& log, const Failure& failure)
     log.error(failure.message);
     std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
     ::unlink(state.unfinished);
-    ::_exit(static_cast<int>(failure.code));
+    ::_exit(protocol::number(failure.code));
 }
 
 } // namespace ptx::lastwords

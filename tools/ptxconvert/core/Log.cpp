@@ -1,5 +1,7 @@
 #include "tools/ptxconvert/core/Log.h"
 
+#include "protocol/FileNames.h"
+
 #include <fcntl.h>
 
 #include <algorithm>
@@ -46,7 +48,7 @@ void Log::warning(std::string_view text)
 void Log::error(std::string_view text)
 {
     const std::lock_guard lock(m_mutex);
-    write("Error: " + onOneLine(text));
+    write(protocol::LogErrorMark + onOneLine(text));
 }
 
 int Log::warnings() const

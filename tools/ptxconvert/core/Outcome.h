@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/ptxconvert/core/ExitCode.h"
+#include "protocol/ExitCode.h"
 
 #include <optional>
 #include <string>
@@ -9,6 +9,8 @@
 
 namespace ptx
 {
+
+using protocol::ExitCode;
 
 /// Why a conversion ended without output: the exit code and one sentence for a person.
 struct Failure {

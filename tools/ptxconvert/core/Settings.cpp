@@ -1,5 +1,7 @@
 #include "tools/ptxconvert/core/Settings.h"
 
+#include "protocol/Options.h"
+
 #include <charconv>
 #include <cmath>
 
@@ -9,42 +11,44 @@ namespace ptx
 namespace
 {
 
+namespace setting = protocol::setting;
+
 constexpr double Many = 1e9;
 
 constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows = {{
-    {"threads", "", 0, 256, 0, "Threads that heal, mesh and decode parts; 0 takes one for each core."},
-    {"limit.time", "s", 0, Many, 600,
+    {setting::Threads, "", 0, 256, 0, "Threads that heal, mesh and decode parts; 0 takes one for each core."},
+    {setting::TimeLimit, "s", 0, Many, 600,
      "Wall time of a conversion, without what limit.time-per-mb adds; 0 switches the limit off."},
-    {"limit.time-per-mb", "s", 0, Many, 60, "Wall time that each megabyte of input adds to limit.time."},
-    {"limit.stall", "s", 0, Many, 300,
+    {setting::TimeLimitPerMegabyte, "s", 0, Many, 60, "Wall time that each megabyte of input adds to limit.time."},
+    {setting::StallLimit, "s", 0, Many, 300,
      "Time without progress and without work of the processor; 0 switches the limit off."},
-    {"limit.memory", "MB", 0, Many, 4096,
+    {setting::MemoryLimit, "MB", 0, Many, 4096,
      "Resident memory, without what limit.memory-per-mb adds; 0 switches the limit off."},
-    {"limit.memory-per-mb", "MB", 0, Many, 60, "Memory that each megabyte of input adds to limit.memory."},
-    {"limit.nodes", "", 0, Many, 5e6, "Nodes of the scene; nested instances multiply. 0 switches the limit off."},
-    {"tessellation.deviation", "mm", 0, 1e6, 0,
+    {setting::MemoryLimitPerMegabyte, "MB", 0, Many, 60, "Memory that each megabyte of input adds to limit.memory."},
+    {setting::NodeLimit, "", 0, Many, 5e6, "Nodes of the scene; nested instances multiply. 0 switches the limit off."},
+    {setting::Deviation, "mm", 0, 1e6, 0,
      "Largest distance between mesh and surface; 0 takes tessellation.relative-deviation instead."},
-    {"tessellation.relative-deviation", "", 1e-6, 1, 0.001,
+    {setting::RelativeDeviation, "", 1e-6, 1, 0.001,
      "Largest distance between mesh and surface, as a share of the diagonal of the part's bounding box."},
-    {"tessellation.angle", "degree", 1, 90, 20,
-     "Largest angle between normals of neighbouring triangles of a curved face."},
-    {"tessellation.max-edge-length", "mm", 0, 1e9, 0, "Longest edge of a triangle; 0 sets no limit."},
-    {"tessellation.max-triangles", "", 0, Many, 2e7,
+    {setting::Angle, "degree", 1, 90, 20, "Largest angle between normals of neighbouring triangles of a curved face."},
+    {setting::MaxEdgeLength, "mm", 0, 1e9, 0, "Longest edge of a triangle; 0 sets no limit."},
+    {setting::MostTriangles, "", 0, Many, 2e7,
      "Triangles of all distinct parts together; a file that needs more is meshed more coarsely. 0 sets no limit."},
-    {"heal", "0/1", 0, 1, 1, "Repair the surfaces of each part before they are meshed."},
-    {"stitch", "0/1", 0, 1, 1, "Join the loose faces of a part (IGES)."},
-    {"stitch.tolerance", "mm", 0, 1e6, 0,
+    {setting::Heal, "0/1", 0, 1, 1, "Repair the surfaces of each part before they are meshed."},
+    {setting::Stitch, "0/1", 0, 1, 1, "Join the loose faces of a part (IGES)."},
+    {setting::StitchTolerance, "mm", 0, 1e6, 0,
      "Largest gap that is closed between loose faces; 0 takes stitch.relative-tolerance instead."},
-    {"stitch.relative-tolerance", "", 1e-9, 0.1, 0.0002,
+    {setting::StitchRelativeTolerance, "", 1e-9, 0.1, 0.0002,
      "Largest gap that is closed between loose faces, as a share of the diagonal of the part's bounding box."},
-    {"stitch.time", "s", 0, Many, 60,
+    {setting::StitchTime, "s", 0, Many, 60,
      "Time for closing gaps; parts that are left when it is over stay loose. 0 sets no limit."},
-    {"mesh.unit", "mm", 1e-6, 1e6, 1,
+    {setting::MeshUnit, "mm", 1e-6, 1e6, 1,
      "Length of one unit of formats that name none (STL): 25.4 for inches, 1000 for metres."},
-    {"mesh.level", "", 0, 9, 0,
+    {setting::MeshLevel, "", 0, 9, 0,
      "Level of detail of formats that hold several (JT): 0 is the finest; a part with fewer levels takes its "
      "coarsest."},
-    {"keep-brep", "0/1", 0, 1, 0, "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
+    {setting::KeepBrep, "0/1", 0, 1, 0,
+     "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
 }};
 
 std::string rangeText(const SettingRow& row, double value)

@@ -1,26 +1,12 @@
 #pragma once
 
+#include "protocol/Stage.h"
+
 namespace ptx
 {
 
-/// Stages of a conversion in the order in which they come; a conversion may leave some out.
-enum class Stage : int {
-    Unknown = 0,
-    ReadAndProcess,
-    Convert,
-    ProcessStructure,
-    Merge,
-    Stitch,
-    FixSurfaceOrientation,
-    Tessellate,
-    BuildOsgTree,
-    Finalize,
-    Write,
-    Finished
-};
-
-/// The word of the progress file; lives as long as the program.
-const char* stageWord(Stage stage);
+using protocol::Stage;
+using protocol::stageWord;
 
 /// The whole-conversion percent at which `stage` starts. It rises from stage to stage; `Finished` is 100.
 int stageStart(Stage stage);

@@ -26,14 +26,18 @@ struct Format {
     Match (*probe)(std::string_view head, std::uint64_t size);
     /// Reads the whole file and makes its meshes. A file without any geometry is a failure with its cause.
     Outcome<Model> (*read)(const Job& job);
-    /// Whether the file may name parts in other files, by a cheap look; null when no file of the format does.
+    /// Whether the file may name parts in other files, by a cheap look; null when no file of the format does: it is
+    /// there for the extensions of which `protocol::mayNamePartFiles` holds.
     bool (*refersToParts)(const std::string& path) = nullptr;
 };
 
-/// What ends a run that is to keep external parts when the file names none.
-inline Failure noExternalParts()
+/// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as it
+/// knows, and none decides it otherwise.
+inline Trouble requireExternalParts(bool wanted, bool namesParts)
 {
-    return {ExitCode::NoExternalParts, "the file names no part in another file"};
+    if (!wanted || namesParts)
+        return std::nullopt;
+    return Failure{ExitCode::NoExternalParts, "the file names no part in another file"};
 }
 
 /// The formats of this build, in the order in which they are probed.

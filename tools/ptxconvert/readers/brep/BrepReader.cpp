@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/readers/brep/BrepReader.h"
 
+#include "protocol/Formats.h"
 #include "tools/ptxconvert/core/Creep.h"
 #include "tools/ptxconvert/kernel/KernelGuard.h"
 #include "tools/ptxconvert/kernel/KernelSetup.h"
@@ -72,8 +73,7 @@ Outcome<Model> readBrep(const Job& job)
     return model;
 }
 
-constexpr const char* Extensions[] = {"brep", "brp"};
-constexpr Format Row = {"BREP", Extensions, probe, readBrep};
+constexpr Format Row = {protocol::format::Brep.name, protocol::format::Brep.extensions, probe, readBrep};
 
 } // namespace
 

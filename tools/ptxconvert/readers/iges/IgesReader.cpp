@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/readers/iges/IgesReader.h"
 
+#include "protocol/Formats.h"
 #include "tools/ptxconvert/core/Creep.h"
 #include "tools/ptxconvert/kernel/DocumentWalker.h"
 #include "tools/ptxconvert/kernel/KernelGuard.h"
@@ -93,8 +94,7 @@ Outcome<Model> readIges(const Job& job)
     return std::move(content.value().model);
 }
 
-constexpr const char* Extensions[] = {"igs", "iges"};
-constexpr Format Row = {"IGES", Extensions, probe, readIges};
+constexpr Format Row = {protocol::format::Iges.name, protocol::format::Iges.extensions, probe, readIges};
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/readers/jt/JtReader.h"
 
+#include "protocol/Formats.h"
 #include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/readers/jt/JtFile.h"
 #include "tools/ptxconvert/readers/jt/PartFileReader.h"
@@ -37,8 +38,8 @@ Outcome<Model> readJt(const Job& job)
     Outcome<Model> model = readWithParts(job);
     if (!model)
         return model;
-    if (job.externalParts && model.value().references.empty())
-        return noExternalParts();
+    if (Trouble trouble = requireExternalParts(job.externalParts, !model.value().references.empty()))
+        return *trouble;
     if (!model.value().bodies.empty() || !model.value().references.empty())
         return model;
     if (isMissingAnything(model.value()))
@@ -46,8 +47,7 @@ Outcome<Model> readJt(const Job& job)
     return Failure{ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
 }
 
-constexpr const char* Extensions[] = {"jt"};
-constexpr Format Row = {"JT", Extensions, probe, readJt, refersToParts};
+constexpr Format Row = {protocol::format::Jt.name, protocol::format::Jt.extensions, probe, readJt, refersToParts};
 
 } // namespace
 

@@ -77,9 +77,7 @@ private:
             return Failure{ExitCode::Damaged, "the text is not a STEP file that can be read"};
         warnOfUnreadEntities(m_reader, m_job.log);
         m_names.emplace(m_reader);
-        if (m_job.externalParts && m_names->isEmpty())
-            return noExternalParts();
-        return std::nullopt;
+        return requireExternalParts(m_job.externalParts, !m_names->isEmpty());
     }
 
     Trouble transfer()

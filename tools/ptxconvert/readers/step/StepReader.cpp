@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/readers/step/StepReader.h"
 
+#include "protocol/Formats.h"
 #include "tools/ptxconvert/kernel/KernelSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
 #include "tools/ptxconvert/readers/step/PartReferences.h"
@@ -42,8 +43,8 @@ Outcome<Model> readStep(const Job& job)
     if (!content)
         return content.failure();
     Model& model = content.value().model;
-    if (job.externalParts && model.references.empty())
-        return noExternalParts();
+    if (Trouble trouble = requireExternalParts(job.externalParts, !model.references.empty()))
+        return *trouble;
     if (content.value().shapes.empty() && model.references.empty())
         return nothingToImport(job.input, "it holds no solids, surfaces or curves");
     Outcome<std::vector<Body>> bodies = meshParts(std::move(content.value().shapes), job);
@@ -53,8 +54,7 @@ Outcome<Model> readStep(const Job& job)
     return std::move(model);
 }
 
-constexpr const char* Extensions[] = {"stp", "step"};
-constexpr Format Row = {"STEP", Extensions, probe, readStep, refersToParts};
+constexpr Format Row = {protocol::format::Step.name, protocol::format::Step.extensions, probe, readStep, refersToParts};
 
 } // namespace
 

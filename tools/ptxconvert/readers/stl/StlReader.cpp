@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/readers/stl/StlReader.h"
 
+#include "protocol/Formats.h"
 #include "tools/ptxconvert/readers/FileContent.h"
 #include "tools/ptxconvert/readers/stl/StlBinary.h"
 #include "tools/ptxconvert/readers/stl/StlMesh.h"
@@ -104,8 +105,7 @@ Outcome<Model> readStl(const Job& job)
     return readSolids(content.value(), job);
 }
 
-constexpr const char* Extensions[] = {"stl", "stla", "stlb"};
-constexpr Format Row = {"STL", Extensions, probe, readStl};
+constexpr Format Row = {protocol::format::Stl.name, protocol::format::Stl.extensions, probe, readStl};
 
 } // namespace
 

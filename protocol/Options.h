@@ -1,0 +1,56 @@
+#pragma once
+
+namespace protocol
+{
+
+/// Names of the converter's options, with their dashes.
+namespace option
+{
+
+inline constexpr char ExternalParts[] = "--external-parts"; ///< keep references to part files
+inline constexpr char Set[] = "--set";                      ///< takes name=value; `ptxtessellate` has it as well
+inline constexpr char HelpSettings[] = "--help-settings";
+inline constexpr char Version[] = "--version";
+inline constexpr char Help[] = "--help";
+
+} // namespace option
+
+/// Names of the options of `ptxtessellate`, with their dashes. Each takes a number.
+namespace tessellationoption
+{
+
+inline constexpr char Deviation[] = "--deviation";           ///< mm
+inline constexpr char Angle[] = "--angle";                   ///< degrees
+inline constexpr char MaxEdgeLength[] = "--max-edge-length"; ///< mm; 0 for any length
+inline constexpr char Stitch[] = "--stitch";                 ///< mm; 0 stitches nothing
+
+} // namespace tessellationoption
+
+/// Names of the settings that `--set` takes. The converter's own table tells units, ranges and defaults.
+namespace setting
+{
+
+inline constexpr char Threads[] = "threads";
+inline constexpr char TimeLimit[] = "limit.time";
+inline constexpr char TimeLimitPerMegabyte[] = "limit.time-per-mb";
+inline constexpr char StallLimit[] = "limit.stall";
+inline constexpr char MemoryLimit[] = "limit.memory";
+inline constexpr char MemoryLimitPerMegabyte[] = "limit.memory-per-mb";
+inline constexpr char NodeLimit[] = "limit.nodes";
+inline constexpr char Deviation[] = "tessellation.deviation";
+inline constexpr char RelativeDeviation[] = "tessellation.relative-deviation";
+inline constexpr char Angle[] = "tessellation.angle";
+inline constexpr char MaxEdgeLength[] = "tessellation.max-edge-length";
+inline constexpr char MostTriangles[] = "tessellation.max-triangles";
+inline constexpr char Heal[] = "heal";
+inline constexpr char Stitch[] = "stitch";
+inline constexpr char StitchTolerance[] = "stitch.tolerance";
+inline constexpr char StitchRelativeTolerance[] = "stitch.relative-tolerance";
+inline constexpr char StitchTime[] = "stitch.time";
+inline constexpr char MeshUnit[] = "mesh.unit";
+inline constexpr char MeshLevel[] = "mesh.level";
+inline constexpr char KeepBrep[] = "keep-brep";
+
+} // namespace setting
+
+} // namespace protocol
