@@ -22,6 +22,8 @@ set(ZN_STANDALONE_HEADERS
   standalone/scenefile/SceneFile.h
   standalone/session/SceneExtras.h
   standalone/session/Session.h
+  standalone/session/Setting.h
+  standalone/session/SettingGroups.h
   standalone/session/Settings.h
   standalone/session/VariantSets.h
   standalone/session/znStandaloneSession.h

@@ -1,7 +1,6 @@
 #include "host/znKernel/znPtxHelper.h"
 
 #include "host/znKernel/znFileIOHelper.h"
-#include "standalone/session/SettingRows.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
@@ -30,13 +29,10 @@ QString pathIn(const std::string& folder, const QString& name)
 std::optional<QStringList> ownConverter(const zn::TemplateValues& values)
 {
     const auto type = znFileIOHelper::getFileTypeByFileName(values.input);
-    if (!znFileIOHelper::isPtxFile(values.input))
+    const auto* own = znFileIOHelper::isPtxFile(values.input) ? settings().formats.converter(type) : nullptr;
+    if (!own || own->program.value().isEmpty())
         return std::nullopt;
-    const QString format = QString::fromLatin1(znCADFileTypes::fileTypeName(type));
-    const QString program = settings().text(zn::converterProgramSetting(format));
-    if (program.isEmpty())
-        return std::nullopt;
-    return QStringList(program) + zn::filledTemplate(settings().text(zn::converterArgumentsSetting(format)), values);
+    return QStringList(own->program) + zn::filledTemplate(own->arguments, values);
 }
 
 /// Somebody wants the exact surfaces: to keep them, or to mesh them anew.
