@@ -31,8 +31,9 @@ set(ZN_STANDALONE_HEADERS
   standalone/znUtils/LogSink.h)
 
 set(ZN_IMPORTER_HEADERS
+  importer/ImportRequest.h
   importer/ImportResult.h
+  importer/Importer.h
   importer/MissingParts.h
   importer/PartCounts.h
-  importer/SceneText.h
-  importer/znImporter.h)
+  importer/SceneText.h)

@@ -20,6 +20,9 @@
 
 using namespace HB::XML::CAD;
 
+namespace importer
+{
+
 namespace
 {
 
@@ -29,7 +32,7 @@ using Names = std::vector<std::string_view>;
 struct ElementRow {
     std::string_view name;
     Names parents;
-    std::size_t znDocumentFacts::*count; ///< null for those that are not counted
+    std::size_t DocumentFacts::*count; ///< null for those that are not counted
 };
 
 const std::vector<ElementRow>& elementRows()
@@ -38,19 +41,19 @@ const std::vector<ElementRow>& elementRows()
     static const Names shapes{"ProductDef", "Part", "ProductRevisionView"};
     static const std::vector<ElementRow> rows = {
         {"InstanceGraph", {"ProductDef"}, nullptr},
-        {"Instance", {"InstanceGraph"}, &znDocumentFacts::instances},
-        {"ProductInstance", {"InstanceGraph"}, &znDocumentFacts::instances},
-        {"Part", owners, &znDocumentFacts::parts},
-        {"ProductRevisionView", owners, &znDocumentFacts::parts},
+        {"Instance", {"InstanceGraph"}, &DocumentFacts::instances},
+        {"ProductInstance", {"InstanceGraph"}, &DocumentFacts::instances},
+        {"Part", owners, &DocumentFacts::parts},
+        {"ProductRevisionView", owners, &DocumentFacts::parts},
         {"Representation", shapes, nullptr},
         {"CompoundRep", {"Representation", "CompoundRep"}, nullptr},
         {"Material",
          {"ProductDef", "Part", "ProductRevisionView", "Representation", "CompoundRep", "Occurrence"},
-         &znDocumentFacts::materials},
+         &DocumentFacts::materials},
         {"ProductView", {"ProductDef"}, nullptr},
         {"Occurrence",
          {"ProductDef", "Part", "ProductRevisionView", "ProductView", "Occurrence"},
-         &znDocumentFacts::occurrences},
+         &DocumentFacts::occurrences},
     };
     return rows;
 }
@@ -159,9 +162,9 @@ public:
         return true;
     }
 
-    znDocumentFacts facts() const
+    DocumentFacts facts() const
     {
-        znDocumentFacts facts = m_facts;
+        DocumentFacts facts = m_facts;
         facts.files = static_cast<std::size_t>(m_files.size());
         return facts;
     }
@@ -188,7 +191,7 @@ private:
     void noteDangling(const TiXmlElement& element, const ReferenceRow& row, const std::string& target)
     {
         ++m_facts.danglingCount;
-        if (m_facts.dangling.size() >= znDocumentFacts::maxDangling)
+        if (m_facts.dangling.size() >= DocumentFacts::maxDangling)
             return;
         m_facts.dangling.push_back({QString::fromUtf8(element.Value()), text(element, "id"),
                                     QString::fromStdString(std::string(row.attribute)), QString::fromStdString(target),
@@ -197,7 +200,7 @@ private:
 
     const CADDocument& m_document;
     QDir m_folder;
-    znDocumentFacts m_facts;
+    DocumentFacts m_facts;
     QSet<QString> m_files;
 };
 
@@ -213,7 +216,7 @@ bool load(CADDocument& document, const QString& file)
 
 } // namespace
 
-std::optional<znDocumentFacts> readDocumentFacts(const QString& file)
+std::optional<DocumentFacts> readDocumentFacts(const QString& file)
 {
     CADDocument document;
     QFile source(file);
@@ -228,3 +231,5 @@ std::optional<znDocumentFacts> readDocumentFacts(const QString& file)
         walkElements(*product, [&survey](const TiXmlElement& element) { return survey.take(element); });
     return survey.facts();
 }
+
+} // namespace importer

@@ -2,6 +2,9 @@
 
 #include <tinyxml.h>
 
+namespace importer
+{
+
 /// Visits `top` and the elements below it in the order of the text, without recursion. `visit` tells of each whether the
 /// elements in it are visited as well.
 template <class Visit>
@@ -20,3 +23,5 @@ void walkElements(const TiXmlElement& top, const Visit& visit)
         descend = element && visit(*element);
     }
 }
+
+} // namespace importer

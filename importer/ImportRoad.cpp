@@ -7,6 +7,11 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
+namespace importer
+{
+
 namespace
 {
 
@@ -18,11 +23,30 @@ bool isBrepFile(const QString& file)
 
 } // namespace
 
-std::unique_ptr<ImportRoad> ImportRoad::forFile(const QString& file)
+ImportRoad::ImportRoad(const zn::ImportRequest& request) : m_request(request)
 {
-    if (znFileIOHelper::isPtxFile(file) || isBrepFile(file))
-        return std::make_unique<ConvertedRoad>(file);
-    if (znFileIOHelper::isPLMXMLFile(file))
-        return std::make_unique<PlmxmlRoad>(file);
-    return std::make_unique<NativeRoad>(file);
+    m_result.file = request.file;
 }
+
+std::unique_ptr<ImportRoad> ImportRoad::forRequest(const zn::ImportRequest& request)
+{
+    const QString& file = request.file;
+    if (znFileIOHelper::isPtxFile(file) || isBrepFile(file))
+        return std::make_unique<ConvertedRoad>(request);
+    if (znFileIOHelper::isPLMXMLFile(file))
+        return std::make_unique<PlmxmlRoad>(request);
+    return std::make_unique<NativeRoad>(request);
+}
+
+void ImportRoad::cancel()
+{
+    m_result.cancelled = true;
+    abortJobs();
+}
+
+zn::ImportResult ImportRoad::takeResult()
+{
+    return std::exchange(m_result, {});
+}
+
+} // namespace importer

@@ -4,6 +4,9 @@
 
 #include <cstddef>
 
+namespace importer
+{
+
 /// Gives each loaded reference below `root` that has no content the content of the one that shares its core: a part file
 /// that the host reads by itself arrives at the first of its places only. The copies share all cores.
 ///
@@ -11,3 +14,5 @@
 /// empty.
 /// @return how many places stay empty
 std::size_t fillRepeatedParts(const osg::NodePtr& root, std::size_t maxNodes);
+
+} // namespace importer

@@ -4,6 +4,9 @@
 #include <QObject>
 #include <QTemporaryDir>
 
+namespace importer::cluster
+{
+
 std::optional<QString> SharedFolder::make(const QString& parent)
 {
     QTemporaryDir folder(QDir(parent).absoluteFilePath(QStringLiteral("znimport-XXXXXX")));
@@ -25,3 +28,5 @@ SharedFolder::~SharedFolder()
             folder.remove(name);
     folder.rmdir(m_path);
 }
+
+} // namespace importer::cluster
