@@ -5,8 +5,8 @@
 namespace importer
 {
 
-/// Visits `top` and the elements below it in the order of the text, without recursion. `visit` tells of each whether the
-/// elements in it are visited as well.
+/// Visits `top` and the elements below it in the order of the text, without recursion. `visit` tells of each whether
+/// the elements in it are visited as well.
 template <class Visit>
 void walkElements(const TiXmlElement& top, const Visit& visit)
 {

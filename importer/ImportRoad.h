@@ -40,11 +40,13 @@ Q_SIGNALS:
     void ended();
 
 protected:
+    /// Its result names the file of the request.
     explicit ImportRoad(const zn::ImportRequest& request);
 
+    /// What was asked for.
     const zn::ImportRequest& request() const { return m_request; }
 
-    zn::ImportResult m_result;
+    zn::ImportResult m_result; ///< what the jobs have made so far
 
 private:
     virtual void abortJobs() = 0;

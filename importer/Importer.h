@@ -18,11 +18,11 @@ class ImportRoad;
 namespace zn
 {
 
-/// Imports files into the scene of a session, one after the other: it picks the jobs that a file needs by its name, runs
-/// them in turn, and says what came of it.
+/// Imports files into the scene of a session, one after the other: it picks the jobs that a file needs by its name,
+/// runs them in turn, and says what came of it.
 ///
-/// While it lives it receives the session's log and hands each line on. For each `import` comes one `finished`, from the
-/// event loop.
+/// While it lives it receives the session's log and hands each line on. For each `import` comes one `finished`, from
+/// the event loop.
 class Importer : public QObject
 {
     Q_OBJECT

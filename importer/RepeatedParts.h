@@ -7,8 +7,8 @@
 namespace importer
 {
 
-/// Gives each loaded reference below `root` that has no content the content of the one that shares its core: a part file
-/// that the host reads by itself arrives at the first of its places only. The copies share all cores.
+/// Gives each loaded reference below `root` that has no content the content of the one that shares its core: a part
+/// file that the host reads by itself arrives at the first of its places only. The copies share all cores.
 ///
 /// Documents within documents could ask for any number of nodes; those that would make it more than `maxNodes` stay
 /// empty.

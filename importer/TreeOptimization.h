@@ -20,8 +20,8 @@ public:
     /// Queues the job for `tree`, which came from `file`. Somebody must hold the tree until `ended`.
     void start(znJobQueue& queue, const QString& file, const osg::NodePtr& tree, bool recordsSteps);
 
-    /// Puts into `result`, which holds the tree, what the job has done: its steps, and why it failed. A tree that has not
-    /// come into the scene is given up then.
+    /// Puts into `result`, which holds the tree, what the job has done: its steps, and why it failed. A tree that has
+    /// not come into the scene is given up then.
     void tellOutcome(zn::ImportResult& result);
 
 Q_SIGNALS:

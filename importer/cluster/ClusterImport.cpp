@@ -75,7 +75,8 @@ void ClusterImport::open(const ClusterWish& wish)
         return;
     }
     Q_EMIT progress(tr("waiting for the cluster"));
-    m_allocationHolder.acquire({wish.nodes, wish.partition, QProcess::splitCommand(settings.cluster.allocation.value())});
+    const QStringList words = QProcess::splitCommand(settings.cluster.allocation.value());
+    m_allocationHolder.acquire({wish.nodes, wish.partition, words});
 }
 
 void ClusterImport::granted(const Allocation& allocation)

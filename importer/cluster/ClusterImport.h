@@ -28,9 +28,10 @@ struct ClusterWish {
 
 /// Has the conversions of a session's imports run as steps of one allocation of Slurm.
 ///
-/// `open` gets the allocation, looks from each node whether the folders are shared, and then sets the session's settings
-/// `converter.launcher`, `launcher.mostCores`, `launcher.mostMemory`, `processes.most` and `files.temporaryFolder`. How
-/// many conversions run at a time follows from the allocation; a smaller `processes.most` that was set before stays.
+/// `open` gets the allocation, looks from each node whether the folders are shared, and then sets the session's
+/// settings `converter.launcher`, `launcher.mostCores`, `launcher.mostMemory`, `processes.most` and
+/// `files.temporaryFolder`. How many conversions run at a time follows from the allocation; a smaller `processes.most`
+/// that was set before stays.
 ///
 /// The object must outlive the session's end of imports, not the session; `close` gives the allocation back.
 class ClusterImport : public QObject

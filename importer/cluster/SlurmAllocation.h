@@ -21,8 +21,8 @@ struct AllocationWish {
 /// An allocation of Slurm for as long as this object holds it.
 ///
 /// Where the environment names a job (SLURM_JOB_ID), that one is taken and left as it is in the end. Otherwise `salloc`
-/// asks for one, and a shell that reads from this process runs in it: however this process ends, the shell's input ends,
-/// with it `salloc`, and with that the allocation.
+/// asks for one, and a shell that reads from this process runs in it: however this process ends, the shell's input
+/// ends, with it `salloc`, and with that the allocation.
 ///
 /// The variables by which srun would take over options of the surrounding job are taken out of this process's
 /// environment.

@@ -19,8 +19,8 @@ struct Allocation {
     bool isBorrowed = false; ///< the import was started in it, and must not give it back
 };
 
-/// What a shell script prints that was started within an allocation, line by line: `job=`, `cores=` and `tres=` with the
-/// scheduler's own texts, and `node=` for each node. Nothing if one that is needed is missing or is none.
+/// What a shell script prints that was started within an allocation, line by line: `job=`, `cores=` and `tres=` with
+/// the scheduler's own texts, and `node=` for each node. Nothing if one that is needed is missing or is none.
 std::optional<Allocation> parseAllocation(const QByteArray& text);
 
 /// "16(x2),8" is 16, 16, 8. Nothing if the text is wrong, or tells of more than a million nodes.

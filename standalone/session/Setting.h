@@ -47,13 +47,14 @@ public:
     AnySetting(const AnySetting&) = delete;
     AnySetting& operator=(const AnySetting&) = delete;
 
+    /// What the setting is; it never changes.
     const SettingRow& row() const { return m_row; }
 
     /// The value as a text that `setText` takes: "on" or "off" for a switch, words in lower case.
     const QString& text() const { return m_text; }
 
-    /// Sets the value from its text; words in any case of letters. Gives a sentence that names the setting, the text and
-    /// what would be right when the text is none of its values; the old value stays then.
+    /// Sets the value from its text; words in any case of letters. Gives a sentence that names the setting, the text
+    /// and what would be right when the text is none of its values; the old value stays then.
     std::optional<QString> setText(const QString& text);
 
 protected:
@@ -68,19 +69,21 @@ private:
 
 /// The values that a number may have, the bounds included.
 struct SettingRange {
-    double least;
-    double most;
+    double least;          ///< itself included
+    double most;           ///< itself included
     const char* unit = ""; ///< empty for a number without one
 };
 
-/// A setting with values of one type: bool for a switch, int and double for numbers, QString for a text or a word, and an
-/// enumeration for a choice whose words stand in the order of the enumerators from 0.
+/// A setting with values of one type: bool for a switch, int and double for numbers, QString for a text or a word, and
+/// an enumeration for a choice whose words stand in the order of the enumerators from 0.
 ///
 /// Each constructor takes the name, the default and the help of the row.
 template <class T>
 class Setting : public AnySetting
 {
 public:
+    ///@{
+    /// Has the default `otherwise`. A choice takes all its words, the first of them as default where none is named.
     Setting(SettingList& list, const char* name, bool otherwise, const QString& help) requires std::same_as<T, bool>
         : AnySetting(list, {QString::fromUtf8(name), SettingType::Switch, {}, 0, 0, textOf(otherwise), help})
     {
@@ -99,7 +102,6 @@ public:
     {
     }
 
-    /// `words` are all values; one of them is the default.
     Setting(SettingList& list, const char* name, T otherwise, const QStringList& words,
             const QString& help) requires std::is_enum_v<T> : AnySetting(list, {QString::fromUtf8(name),
                                                                                 SettingType::Choice,
@@ -112,12 +114,12 @@ public:
     {
     }
 
-    /// `words` are all values; the first of them is the default.
     Setting(SettingList& list, const char* name, const QStringList& words,
             const QString& help) requires std::same_as<T, QString>
         : AnySetting(list, {QString::fromUtf8(name), SettingType::Choice, {}, 0, 0, words.first(), help, words})
     {
     }
+    ///@}
 
     ///@{
     /// What holds at present.

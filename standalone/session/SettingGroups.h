@@ -15,40 +15,49 @@ struct SettingHelp {
     Q_DECLARE_TR_FUNCTIONS(zn::Settings)
 };
 
-/// Settings whose names begin alike. A setting is one member, declared together with its row; it stands in help and docs
-/// at the place that it has here.
+/// Settings whose names begin alike. A setting is one member, declared together with its row; it stands in help and
+/// docs at the place that it has here.
 struct SettingGroup {
     /// The settings of the group join `list`, which must live as long.
     explicit SettingGroup(SettingList& list) : m_list(list) {}
 
 protected:
-    SettingList& m_list;
+    SettingList& m_list; ///< where settings join
 };
 
 /// Converter processes.
 struct ProcessSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<int> most{
         m_list, "processes.most", 0, SettingRange{0, 1024},
         SettingHelp::tr("How many converter processes run at a time; 0 lets cores and free memory decide.")};
+    ///@}
 };
 
 /// Where files go.
 struct FileSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<QString> temporaryFolder{
         m_list, "files.temporaryFolder", QString(),
         SettingHelp::tr("Where converted files go; empty for a folder of the session's own, which goes with it.")};
+    ///@}
 };
 
 /// What files of meshes do not say of themselves.
 struct MeshSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    /// An axis that points up.
     enum class Axis { Y, Z };
 
+    ///@{
+    /// What the help says.
     Setting<double> unit{m_list, "mesh.unit", 1, SettingRange{1e-6, 1e6, "mm"},
                          SettingHelp::tr("What one unit of a file without a unit of its own (OBJ, PLY, WRL) is.")};
     Setting<Axis> up{m_list,
@@ -64,12 +73,15 @@ struct MeshSettings : SettingGroup {
         m_list, "mesh.wrlInMetres", false,
         SettingHelp::tr("Take WRL files by their standard: metres, and Y points up. CAD systems write "
                         "millimetres and Z up.")};
+    ///@}
 };
 
 /// The converter of all formats, and how it is started. FormatSettings has those of single formats.
 struct ConverterSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<QString> program{m_list, "converter.program", QString(),
                              SettingHelp::tr("The converter; empty for the installed ptxconvert.")};
     Setting<QString> options{
@@ -86,12 +98,15 @@ struct ConverterSettings : SettingGroup {
         SettingHelp::tr("What stands before the command line of a converter, to run it elsewhere; {cores}, {memory} "
                         "(MB), {seconds} and {minutes} follow from the size of the input, {input} and {output} are "
                         "the files. Empty to start it here.")};
+    ///@}
 };
 
 /// What a launcher is told of the needs of converters.
 struct LauncherSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<int> mostCores{
         m_list, "launcher.mostCores", 8, SettingRange{1, 1e6},
         SettingHelp::tr("The most that {cores} may be: it is 1, and 1 more for each 32 MB of input.")};
@@ -107,24 +122,31 @@ struct LauncherSettings : SettingGroup {
                                       "minute before it.")};
     Setting<int> timePerMegabyte{m_list, "launcher.timePerMegabyte", 60, SettingRange{0, 1e6, "s"},
                                  SettingHelp::tr("What each megabyte of input adds to {seconds}.")};
+    ///@}
 };
 
 /// Clusters.
 struct ClusterSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<QString> allocation{
         m_list, "cluster.allocation", QStringLiteral("--exclusive --mem=0"),
         SettingHelp::tr("What a cluster's allocation is asked for besides nodes and partition, in the "
                         "words of salloc; whole nodes by default.")};
+    ///@}
 };
 
 /// What becomes of a converted tree before it comes into the scene.
 struct OptimizeSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    /// What becomes of references.
     enum class References { Dissolve, Keep };
 
+    ///@{
+    /// What the help says.
     Setting<bool> mergeMaterials{m_list, "optimize.mergeMaterials", true,
                                  SettingHelp::tr("Make one material of equal ones.")};
     Setting<bool> removeEmptyGroups{m_list, "optimize.removeEmptyGroups", false,
@@ -148,21 +170,26 @@ struct OptimizeSettings : SettingGroup {
     Setting<bool> solidKernel{
         m_list, "optimize.solidKernel", false,
         SettingHelp::tr("Add ambient occlusion to imported trees, and do not merge their geometries.")};
+    ///@}
 };
 
 /// What scenes are written with.
 struct ExportSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<bool> occlusionAsColors{m_list, "export.occlusionAsColors", false,
                                     SettingHelp::tr("Write ambient occlusion into GLB files, as vertex colors.")};
+    ///@}
 };
 
 /// How exact surfaces are meshed anew.
 struct TessellationSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
-    /// "custom", or the name of one of `geometry::tessellationPresets`.
+    ///@{
+    /// What the help says. A preset is "custom", or the name of one of `geometry::tessellationPresets`.
     Setting<QString> preset{m_list, "tessellation.preset", presetWords(), presetHelp()};
     Setting<QString> program{
         m_list, "tessellation.program", QString(),
@@ -179,6 +206,7 @@ struct TessellationSettings : SettingGroup {
                                     SettingHelp::tr("The largest angle between normals along an edge of a new mesh.")};
     Setting<double> maxChordLength{m_list, "tessellation.maxChordLength", 0, SettingRange{0, 1e6, "mm"},
                                    SettingHelp::tr("The longest edge of a new mesh; 0 for any length.")};
+    ///@}
 
 private:
     static QStringList presetWords();
@@ -189,6 +217,8 @@ private:
 struct SceneSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<bool> applyMaterialAssets{
         m_list, "scene.applyMaterialAssets", false,
         SettingHelp::tr("Put the assets of the chosen folder on materials of the same name.")};
@@ -196,38 +226,47 @@ struct SceneSettings : SettingGroup {
                                  SettingHelp::tr("Move what is imported so that its middle is in the origin.")};
     Setting<bool> putOnGround{m_list, "scene.putOnGround", false,
                               SettingHelp::tr("Move what is imported so that its lowest point is at the height 0.")};
+    ///@}
 };
 
 /// What imports make of files of any format.
 struct ImportSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<bool> uberMaterials{m_list, "import.uberMaterials", false,
                                 SettingHelp::tr("Make uber materials of the simple ones that referenced files bring.")};
+    ///@}
 };
 
 /// Assets.
 struct AssetSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    ///@{
+    /// What the help says.
     Setting<QString> folder{
         m_list, "assets.folder", QString(),
         SettingHelp::tr("The folder of material assets: glTF files whose materials have a uuid and a "
                         "name in their extras.")};
+    ///@}
 };
 
 /// The settings that each format has of its own.
 struct FormatSettings : SettingGroup {
-    using FileType = znCADFileTypes::FileType;
+    using FileType = znCADFileTypes::FileType; ///< a format
 
     /// What converts the files of one format.
     struct Converter {
+        /// `format` is the name of the format.
         Converter(SettingList& list, const QString& format);
 
         Setting<QString> program;   ///< empty for the converter of all formats
         Setting<QString> arguments; ///< what that program is given
     };
 
+    /// The settings of all formats join `list`, which must live as long.
     explicit FormatSettings(SettingList& list);
 
     /// The converter of a format's own; null for a format that goes through none.

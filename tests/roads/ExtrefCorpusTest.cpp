@@ -1,5 +1,5 @@
-// Real assemblies whose parts lie in other files, through the real converter. The expected places are the numbers of the
-// files' own placements, added up by hand and in millimetres.
+// Real assemblies whose parts lie in other files, through the real converter. The expected places are the numbers of
+// the files' own placements, added up by hand and in millimetres.
 
 #include "tests/roads/CorpusImport.h"
 

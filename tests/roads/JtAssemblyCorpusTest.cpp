@@ -1,5 +1,5 @@
-// A JT assembly of twelve part files, by itself and as the parts of a PLMXML document. The expected places are the numbers
-// of the file's own placements, multiplied from the inside to the outside by another program.
+// A JT assembly of twelve part files, by itself and as the parts of a PLMXML document. The expected places are the
+// numbers of the file's own placements, multiplied from the inside to the outside by another program.
 
 #include "tests/roads/CorpusImport.h"
 

@@ -1,4 +1,5 @@
-// The sample document of examples/plmxml through the real converter, whole and with parts that are not as they should be.
+// The sample document of examples/plmxml through the real converter, whole and with parts that are not as they should
+// be.
 
 #include "cad/visualization/PLMXMLProductStructure.h"
 #include "host/OSGSystem/Cast.h"

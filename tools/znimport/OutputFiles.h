@@ -12,7 +12,8 @@ class znStandaloneSession;
 namespace znimport
 {
 
-/// The sentence that says what is wrong with the wishes of the command line for outputs; nothing when they can be tried.
+/// The sentence that says what is wrong with the wishes of the command line for outputs; nothing when they can be
+/// tried.
 std::optional<QString> outputComplaint(const CommandLine& line);
 
 /// The files that a run writes besides its messages, and how that went.

@@ -73,8 +73,8 @@ protected:
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/znimport äö XXXXXX")};
 };
 
-/// A scene of the parts "body" and "roof" with the set "Open Roof" of the group "Exterior", which hides the roof, and the
-/// set "Plain".
+/// A scene of the parts "body" and "roof" with the set "Open Roof" of the group "Exterior", which hides the roof, and
+/// the set "Plain".
 bool writeSceneWithVariants(const QString& file)
 {
     const osg::RefPtr<osg::NodePtr> root(osg::Node::create());
