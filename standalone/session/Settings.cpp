@@ -72,31 +72,6 @@ std::optional<QString> Settings::load(const QString& path)
     return std::nullopt;
 }
 
-bool Settings::isOn(const QString& name) const
-{
-    return find(name)->text() == QLatin1String("on");
-}
-
-bool Settings::isOn(const QString& name, bool otherwise) const
-{
-    return find(name) ? isOn(name) : otherwise;
-}
-
-int Settings::integer(const QString& name) const
-{
-    return find(name)->text().toInt();
-}
-
-double Settings::number(const QString& name) const
-{
-    return find(name)->text().toDouble();
-}
-
-QString Settings::text(const QString& name) const
-{
-    return find(name)->text();
-}
-
 QString Settings::helpText() const
 {
     QString result;

@@ -51,23 +51,14 @@ public:
     /// All settings; the list never changes.
     const SettingList& all() const { return m_all; }
 
-    /// Sets a value from its text; words and choices in any case of letters. Gives a sentence that names the setting, the
-    /// text and what would be right when the name is unknown or the text is none of its values; the old value stays then.
+    /// Sets a value from its text; words and choices in any case of letters. Gives a sentence that names the setting,
+    /// the text and what would be right when the name is unknown or the text is none of its values; the old value
+    /// stays then.
     std::optional<QString> set(const QString& name, const QString& text);
 
     /// Sets what the lines `name = value` of a UTF-8 file say; "#" begins a comment line. Gives a sentence that names
     /// file and line at the first one that is wrong, and changes nothing then.
     std::optional<QString> load(const QString& path);
-
-    ///@{
-    /// The value of a setting of that type. The name must be one of a setting.
-    bool isOn(const QString& name) const;
-    int integer(const QString& name) const;
-    double number(const QString& name) const;
-    QString text(const QString& name) const;
-    ///@}
-    /// `otherwise` when there is no such setting.
-    bool isOn(const QString& name, bool otherwise) const;
 
     /// All settings for a person: name, help, values and default.
     QString helpText() const;
