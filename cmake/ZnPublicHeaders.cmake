@@ -22,6 +22,8 @@ set(ZN_STANDALONE_HEADERS
   standalone/scenefile/SceneFile.h
   standalone/session/SceneExtras.h
   standalone/session/Session.h
+  standalone/session/Setting.h
+  standalone/session/SettingGroups.h
   standalone/session/Settings.h
   standalone/session/VariantSets.h
   standalone/session/znStandaloneSession.h
@@ -29,8 +31,9 @@ set(ZN_STANDALONE_HEADERS
   standalone/znUtils/LogSink.h)
 
 set(ZN_IMPORTER_HEADERS
+  importer/ImportRequest.h
   importer/ImportResult.h
+  importer/Importer.h
   importer/MissingParts.h
   importer/PartCounts.h
-  importer/SceneText.h
-  importer/znImporter.h)
+  importer/SceneText.h)

@@ -7,17 +7,21 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace importer
+{
+
 /// Where a file refers to others its own place counts, so its path is a whole one.
-ConvertedRoad::ConvertedRoad(const QString& file) : m_file(QFileInfo(file).absoluteFilePath())
+ConvertedRoad::ConvertedRoad(const zn::ImportRequest& request)
+    : ImportRoad(request), m_file(QFileInfo(request.file).absoluteFilePath())
 {
     m_queue.setDeleteFinishedOrFailedJobs(true);
     connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ConvertedRoad::queueEmpty);
-    connect(&m_finish, &TreeFinish::progressChanged, this, &ImportRoad::progressChanged);
+    connect(&m_optimization, &TreeOptimization::progressChanged, this, &ImportRoad::progressChanged);
+    connect(&m_optimization, &TreeOptimization::ended, this, [this] { m_optimization.tellOutcome(m_result); });
 }
 
-void ConvertedRoad::start(znImportResult& result)
+void ConvertedRoad::start()
 {
-    m_result = &result;
     m_converter = new znPtxConverterJob(m_file, QString(), &m_queue);
     connect(m_converter, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Starting")); });
     connect(m_converter, &znAbstractJob::progressChanged, this, &ImportRoad::progressChanged);
@@ -27,7 +31,7 @@ void ConvertedRoad::start(znImportResult& result)
     m_queue.startProcessing();
 }
 
-void ConvertedRoad::cancel()
+void ConvertedRoad::abortJobs()
 {
     m_queue.abortAllJobs();
 }
@@ -39,12 +43,12 @@ void ConvertedRoad::converted(const QString& file)
 
 void ConvertedRoad::conversionEnded(znCADFileTypes::JobState state)
 {
-    m_result->state = state;
+    m_result.state = state;
     if (state == znCADFileTypes::JobSucceeded && m_convertedFile.isEmpty())
-        m_result->state = znCADFileTypes::JobFailed;
-    if (m_result->state == znCADFileTypes::JobFailed) {
+        m_result.state = znCADFileTypes::JobFailed;
+    if (m_result.state == znCADFileTypes::JobFailed) {
         const QString reason = m_converter->getErrorText();
-        m_result->error = m_file + QStringLiteral(": ") + (reason.isEmpty() ? tr("the conversion failed") : reason);
+        m_result.error = m_file + QStringLiteral(": ") + (reason.isEmpty() ? tr("the conversion failed") : reason);
         return;
     }
     load();
@@ -68,21 +72,21 @@ void ConvertedRoad::reportParts(const PartImports& parts)
 
 void ConvertedRoad::loaded(znPtxLoaderJob& job, const PartImports& parts)
 {
-    m_result->state = job.getState();
-    m_result->error = job.getErrorText();
-    if (m_result->cancelled) {
-        m_result->state = znCADFileTypes::JobFailed;
+    m_result.state = job.getState();
+    m_result.error = job.getErrorText();
+    if (m_result.cancelled) {
+        m_result.state = znCADFileTypes::JobFailed;
         return;
     }
-    m_result->node = job.getLoadedNode();
-    if (!m_result->node)
+    m_result.node = job.getLoadedNode();
+    if (!m_result.node)
         return;
-    m_result->missing = parts.missing();
-    const std::vector<znMissingPart> leftOut = partsLeftOut(m_result->node);
-    m_result->missing.insert(m_result->missing.end(), leftOut.begin(), leftOut.end());
-    if (!m_result->missing.empty())
-        m_result->state = znCADFileTypes::JobPartial;
-    m_finish.start(m_queue, m_file, *m_result);
+    m_result.missing = parts.missing();
+    const std::vector<zn::MissingPart> leftOut = zn::partsLeftOut(m_result.node);
+    m_result.missing.insert(m_result.missing.end(), leftOut.begin(), leftOut.end());
+    if (!m_result.missing.empty())
+        m_result.state = znCADFileTypes::JobPartial;
+    m_optimization.start(m_queue, m_file, m_result.node, request().recordsSteps);
 }
 
 /// The scene stands on the mapped file, which may be unlinked.
@@ -92,3 +96,5 @@ void ConvertedRoad::queueEmpty()
         QFile::remove(m_convertedFile);
     Q_EMIT ended();
 }
+
+} // namespace importer

@@ -2,13 +2,17 @@
 
 #include "host/znJobProcessing/znJobQueue.h"
 #include "importer/ImportRoad.h"
-#include "importer/TreeFinish.h"
+#include "importer/TreeOptimization.h"
 
 #include <QPointer>
 
-class PartImports;
 class znPtxConverterJob;
 class znPtxLoaderJob;
+
+namespace importer
+{
+
+class PartImports;
 
 /// A CAD file goes through the converter job, and its converted file through the loader job, which brings in the part
 /// files of an assembly. What is missing in the end makes the result partial.
@@ -17,13 +21,13 @@ class ConvertedRoad : public ImportRoad
     Q_OBJECT
 
 public:
-    /// `file` is the path of the CAD file.
-    explicit ConvertedRoad(const QString& file);
+    /// The file of the request is the CAD file.
+    explicit ConvertedRoad(const zn::ImportRequest& request);
 
-    void start(znImportResult& result) override;
-    void cancel() override;
+    void start() override;
 
 private:
+    void abortJobs() override;
     void converted(const QString& file);
     void conversionEnded(znCADFileTypes::JobState state);
     void load();
@@ -33,8 +37,9 @@ private:
 
     QString m_file;
     znJobQueue m_queue;
-    TreeFinish m_finish;
+    TreeOptimization m_optimization;
     QPointer<znPtxConverterJob> m_converter;
     QString m_convertedFile;
-    znImportResult* m_result = nullptr;
 };
+
+} // namespace importer

@@ -21,26 +21,29 @@
 
 using namespace HB::XML::CAD;
 
+namespace importer
+{
+
 namespace
 {
 
 /// An element that an import takes.
 struct ElementKind {
     std::string_view name;
-    std::size_t znDocumentFacts::*count; ///< null for those that are not counted
+    std::size_t DocumentFacts::*count; ///< null for those that are not counted
 };
 
 constexpr std::array<ElementKind, 10> elementKinds = {{
     {"InstanceGraph", nullptr},
-    {"Instance", &znDocumentFacts::instances},
-    {"ProductInstance", &znDocumentFacts::instances},
-    {"Part", &znDocumentFacts::parts},
-    {"ProductRevisionView", &znDocumentFacts::parts},
+    {"Instance", &DocumentFacts::instances},
+    {"ProductInstance", &DocumentFacts::instances},
+    {"Part", &DocumentFacts::parts},
+    {"ProductRevisionView", &DocumentFacts::parts},
     {"Representation", nullptr},
     {"CompoundRep", nullptr},
-    {"Material", &znDocumentFacts::materials},
+    {"Material", &DocumentFacts::materials},
     {"ProductView", nullptr},
-    {"Occurrence", &znDocumentFacts::occurrences},
+    {"Occurrence", &DocumentFacts::occurrences},
 }};
 
 bool leadsToInstance(const CADDocument& document, std::string_view reference)
@@ -137,9 +140,9 @@ public:
         return true;
     }
 
-    znDocumentFacts facts() const
+    DocumentFacts facts() const
     {
-        znDocumentFacts facts = m_facts;
+        DocumentFacts facts = m_facts;
         facts.files = static_cast<std::size_t>(m_files.size());
         return facts;
     }
@@ -169,7 +172,7 @@ private:
     void noteDangling(const TiXmlElement& element, std::string_view attribute, const std::string& target)
     {
         ++m_facts.danglingCount;
-        if (m_facts.dangling.size() >= znDocumentFacts::maxDangling)
+        if (m_facts.dangling.size() >= DocumentFacts::maxDangling)
             return;
         m_facts.dangling.push_back({QString::fromUtf8(element.Value()), text(element, "id"),
                                     QString::fromStdString(std::string(attribute)), QString::fromStdString(target),
@@ -178,7 +181,7 @@ private:
 
     const CADDocument& m_document;
     QDir m_folder;
-    znDocumentFacts m_facts;
+    DocumentFacts m_facts;
     QSet<QString> m_files;
 };
 
@@ -194,7 +197,7 @@ bool load(CADDocument& document, const QString& file)
 
 } // namespace
 
-std::optional<znDocumentFacts> readDocumentFacts(const QString& file)
+std::optional<DocumentFacts> readDocumentFacts(const QString& file)
 {
     CADDocument document;
     QFile source(file);
@@ -209,3 +212,5 @@ std::optional<znDocumentFacts> readDocumentFacts(const QString& file)
         walkElements(*product, [&survey](const TiXmlElement& element) { return survey.take(element); });
     return survey.facts();
 }
+
+} // namespace importer

@@ -6,9 +6,12 @@
 #include <optional>
 #include <vector>
 
+namespace importer
+{
+
 /// A reference of a PLMXML document that leads to no element of the kind that it must lead to. The import passes such
 /// references over without a word.
-struct znDanglingReference {
+struct DanglingReference {
     QString element;   ///< the kind of the element that refers, such as "Instance"
     QString id;        ///< its id; may be empty
     QString attribute; ///< such as "partRef"
@@ -17,7 +20,7 @@ struct znDanglingReference {
 };
 
 /// What a PLMXML document holds, of the elements that an import takes.
-struct znDocumentFacts {
+struct DocumentFacts {
     /// How many dangling references are kept at most; all are counted.
     static constexpr std::size_t maxDangling = 1000;
 
@@ -32,8 +35,10 @@ struct znDocumentFacts {
     std::size_t materials = 0;
     /// All dangling references, those beyond the limit included.
     std::size_t danglingCount = 0;
-    std::vector<znDanglingReference> dangling; ///< the first of them, in the order of the text
+    std::vector<DanglingReference> dangling; ///< the first of them, in the order of the text
 };
 
 /// Reads the document at `file` by itself. Nothing when an import could not read it either.
-std::optional<znDocumentFacts> readDocumentFacts(const QString& file);
+std::optional<DocumentFacts> readDocumentFacts(const QString& file);
+
+} // namespace importer

@@ -17,12 +17,15 @@
 
 using namespace HB::XML::CAD;
 
+namespace importer
+{
+
 namespace
 {
 
 /// Where the texts of this file stand.
-struct DocumentFault {
-    Q_DECLARE_TR_FUNCTIONS(DocumentFault)
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(importer::DocumentFault)
 };
 
 QString scanReason(XMLFault fault)
@@ -31,37 +34,37 @@ QString scanReason(XMLFault fault)
     case XMLFault::None:
         break;
     case XMLFault::EmbeddedNul:
-        return DocumentFault::tr("there is a zero byte in the text");
+        return Texts::tr("there is a zero byte in the text");
     case XMLFault::TooDeep:
-        return DocumentFault::tr("the elements are nested too deeply");
+        return Texts::tr("the elements are nested too deeply");
     case XMLFault::TooManyAttributes:
-        return DocumentFault::tr("an element has too many attributes");
+        return Texts::tr("an element has too many attributes");
     case XMLFault::CutOff:
-        return DocumentFault::tr("the document is cut off");
+        return Texts::tr("the document is cut off");
     case XMLFault::StrayEndTag:
-        return DocumentFault::tr("an end tag has no element");
+        return Texts::tr("an end tag has no element");
     case XMLFault::BadDeclaration:
-        return DocumentFault::tr("the XML declaration is damaged");
+        return Texts::tr("the XML declaration is damaged");
     case XMLFault::BrokenCharacter:
-        return DocumentFault::tr("a character is not valid UTF-8");
+        return Texts::tr("a character is not valid UTF-8");
     }
     return {};
 }
 
 /// Columns count bytes, as the parser's do for lines of plain letters.
-znDocumentFault faultAt(const QByteArray& text, std::size_t position, const QString& reason)
+DocumentFault faultAt(const QByteArray& text, std::size_t position, const QString& reason)
 {
     const int end = static_cast<int>(std::min<std::size_t>(position, static_cast<std::size_t>(text.size())));
     const QByteArray before = text.left(end);
     return {reason, before.count('\n') + 1, end - (before.lastIndexOf('\n') + 1) + 1};
 }
 
-znDocumentFault faultOf(const TiXmlBase& place, const QString& reason)
+DocumentFault faultOf(const TiXmlBase& place, const QString& reason)
 {
     return {reason, place.Row(), place.Column()};
 }
 
-std::optional<znDocumentFault> numberFault(const TiXmlElement& transform)
+std::optional<DocumentFault> numberFault(const TiXmlElement& transform)
 {
     for (const TiXmlNode* child = transform.FirstChild(); child; child = child->NextSibling()) {
         const TiXmlText* text = child->ToText();
@@ -71,18 +74,19 @@ std::optional<znDocumentFault> numberFault(const TiXmlElement& transform)
                 parseTransformValues(text->Value(), values);
         } catch (const std::exception&) {
             const QString where = QString::number(values.size() + 1);
-            return faultOf(*text, DocumentFault::tr("value %1 of a Transform is not a number that fits").arg(where));
+            return faultOf(*text, Texts::tr("value %1 of a Transform is not a number that fits").arg(where));
         }
     }
     return std::nullopt;
 }
 
-std::optional<znDocumentFault> contentFault(const TiXmlElement& root)
+std::optional<DocumentFault> contentFault(const TiXmlElement& root)
 {
     if (root.ValueTStr() != "PLMXML")
-        return faultOf(root, DocumentFault::tr("the document begins with the element %1, not with PLMXML")
-                                 .arg(QString::fromUtf8(root.Value())));
-    std::optional<znDocumentFault> fault;
+        return faultOf(
+            root,
+            Texts::tr("the document begins with the element %1, not with PLMXML").arg(QString::fromUtf8(root.Value())));
+    std::optional<DocumentFault> fault;
     if (const TiXmlElement* product = root.FirstChildElement("ProductDef"))
         walkElements(*product, [&fault](const TiXmlElement& element) {
             if (!fault && element.ValueTStr() == "Transform")
@@ -92,7 +96,7 @@ std::optional<znDocumentFault> contentFault(const TiXmlElement& root)
     return fault;
 }
 
-std::optional<znDocumentFault> faultIn(const QByteArray& text)
+std::optional<DocumentFault> faultIn(const QByteArray& text)
 {
     const XMLVerdict verdict = scanXMLText({text.constData(), static_cast<std::size_t>(text.size())}, {});
     if (verdict.fault != XMLFault::None)
@@ -101,27 +105,28 @@ std::optional<znDocumentFault> faultIn(const QByteArray& text)
     xml.Parse(text.constData(), nullptr, TIXML_DEFAULT_ENCODING);
     if (const TiXmlElement* root = xml.RootElement(); root && !xml.Error())
         return contentFault(*root);
-    const QString reason =
-        xml.Error() ? QString::fromUtf8(xml.ErrorDesc()) : DocumentFault::tr("the document is empty");
-    return znDocumentFault{reason, std::max(xml.ErrorRow(), 1), std::max(xml.ErrorCol(), 1)};
+    const QString reason = xml.Error() ? QString::fromUtf8(xml.ErrorDesc()) : Texts::tr("the document is empty");
+    return DocumentFault{reason, std::max(xml.ErrorRow(), 1), std::max(xml.ErrorCol(), 1)};
 }
 
 } // namespace
 
-std::optional<znDocumentFault> findDocumentFault(const QString& file)
+std::optional<DocumentFault> findDocumentFault(const QString& file)
 {
     if (!QFileInfo::exists(file))
-        return znDocumentFault{DocumentFault::tr("there is no such file")};
+        return DocumentFault{Texts::tr("there is no such file")};
     if (!QFileInfo(file).isFile())
-        return znDocumentFault{DocumentFault::tr("this is no file")};
+        return DocumentFault{Texts::tr("this is no file")};
     QFile document(file);
     if (!document.open(QIODevice::ReadOnly))
-        return znDocumentFault{DocumentFault::tr("the file cannot be read: %1").arg(document.errorString())};
+        return DocumentFault{Texts::tr("the file cannot be read: %1").arg(document.errorString())};
     return faultIn(document.readAll());
 }
 
-QString describe(const QString& file, const znDocumentFault& fault)
+QString describe(const QString& file, const DocumentFault& fault)
 {
     const QString place = fault.line > 0 ? QStringLiteral(":%1:%2").arg(fault.line).arg(fault.column) : QString();
     return file + place + QStringLiteral(": ") + fault.reason;
 }
+
+} // namespace importer

@@ -4,8 +4,11 @@
 
 #include <optional>
 
+namespace importer
+{
+
 /// Why a PLMXML document cannot be read.
-struct znDocumentFault {
+struct DocumentFault {
     QString reason; ///< for a person
     int line = 0;   ///< from 1; 0 when the text is not at fault
     int column = 0; ///< from 1; 0 when the text is not at fault
@@ -13,7 +16,9 @@ struct znDocumentFault {
 
 /// Looks into the document at `file` by itself, since a failed load says no more than that it failed. Nothing when the
 /// document is sound.
-std::optional<znDocumentFault> findDocumentFault(const QString& file);
+std::optional<DocumentFault> findDocumentFault(const QString& file);
 
 /// The fault of the document at `file` in one sentence, with the file's name.
-QString describe(const QString& file, const znDocumentFault& fault);
+QString describe(const QString& file, const DocumentFault& fault);
+
+} // namespace importer

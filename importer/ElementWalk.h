@@ -2,8 +2,11 @@
 
 #include <tinyxml.h>
 
-/// Visits `top` and the elements below it in the order of the text, without recursion. `visit` tells of each whether the
-/// elements in it are visited as well.
+namespace importer
+{
+
+/// Visits `top` and the elements below it in the order of the text, without recursion. `visit` tells of each whether
+/// the elements in it are visited as well.
 template <class Visit>
 void walkElements(const TiXmlElement& top, const Visit& visit)
 {
@@ -20,3 +23,5 @@ void walkElements(const TiXmlElement& top, const Visit& visit)
         descend = element && visit(*element);
     }
 }
+
+} // namespace importer

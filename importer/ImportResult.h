@@ -10,8 +10,11 @@
 
 #include <vector>
 
+namespace zn
+{
+
 /// A part file that did not come in.
-struct znMissingPart {
+struct MissingPart {
     QString file;   ///< its path, as the import looked for it
     QString reason; ///< why it did not come in, for a person
     /// The places that it belongs to, each as the names from the top of the tree down; empty where they are not known.
@@ -19,25 +22,26 @@ struct znMissingPart {
 };
 
 /// A step of the optimisation, and what the tree held before and after it.
-struct znTreeStep {
-    QString name;         ///< as the optimisation job calls it
-    double seconds = 0;   ///< without the counting
-    znSceneCounts before; ///< what the tree held when it began
-    znSceneCounts after;  ///< what it held when it had ended
+struct TreeStep {
+    QString name;       ///< as the optimisation job calls it
+    double seconds = 0; ///< without the counting
+    SceneCounts before; ///< what the tree held when it began
+    SceneCounts after;  ///< what it held when it had ended
 };
 
 /// What became of one file.
-struct znImportResult {
-    QString file;                                               ///< the path that was given to the import
+struct ImportResult {
+    QString file;                                               ///< the path that the request names
     znCADFileTypes::JobState state = znCADFileTypes::JobFailed; ///< succeeded, partial or failed
     osg::RefPtr<osg::NodePtr> node;                             ///< in the scene; null after a failure
     QString error;                                              ///< why it failed; empty otherwise
     QStringList messages;                                       ///< what the log said meanwhile
     /// Part files that did not come in; empty for a complete import.
-    std::vector<znMissingPart> missing;
-    bool cancelled = false;        ///< ended by znImporter::cancel()
-    bool recordsSteps = false;     ///< wanted by whoever began the import
-    std::vector<znTreeStep> steps; ///< of the optimisation, those begun, in order; empty unless they are wanted
+    std::vector<MissingPart> missing;
+    bool cancelled = false;      ///< ended by Importer::cancel()
+    std::vector<TreeStep> steps; ///< of the optimisation, those begun, in order; empty unless the request wants them
 };
 
-Q_DECLARE_METATYPE(znImportResult)
+} // namespace zn
+
+Q_DECLARE_METATYPE(zn::ImportResult)

@@ -5,11 +5,35 @@
 #include "importer/NativeRoad.h"
 #include "importer/PlmxmlRoad.h"
 
-std::unique_ptr<ImportRoad> ImportRoad::forFile(const QString& file)
+#include <utility>
+
+namespace importer
 {
-    if (znFileIOHelper::isPtxFile(file))
-        return std::make_unique<ConvertedRoad>(file);
-    if (znFileIOHelper::isPLMXMLFile(file))
-        return std::make_unique<PlmxmlRoad>(file);
-    return std::make_unique<NativeRoad>(file);
+
+ImportRoad::ImportRoad(const zn::ImportRequest& request) : m_request(request)
+{
+    m_result.file = request.file;
 }
+
+std::unique_ptr<ImportRoad> ImportRoad::forRequest(const zn::ImportRequest& request)
+{
+    const QString& file = request.file;
+    if (znFileIOHelper::isPtxFile(file))
+        return std::make_unique<ConvertedRoad>(request);
+    if (znFileIOHelper::isPLMXMLFile(file))
+        return std::make_unique<PlmxmlRoad>(request);
+    return std::make_unique<NativeRoad>(request);
+}
+
+void ImportRoad::cancel()
+{
+    m_result.cancelled = true;
+    abortJobs();
+}
+
+zn::ImportResult ImportRoad::takeResult()
+{
+    return std::exchange(m_result, {});
+}
+
+} // namespace importer

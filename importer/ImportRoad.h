@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importer/ImportRequest.h"
 #include "importer/ImportResult.h"
 #include "importer/PartCounts.h"
 
@@ -7,26 +8,50 @@
 
 #include <memory>
 
-/// The jobs that bring one file into the scene.
+namespace importer
+{
+
+/// A road is the chain of jobs that brings one file into the scene. There is one class for each chain; which one a file
+/// takes follows from its name.
 class ImportRoad : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The road for a file of this name.
-    static std::unique_ptr<ImportRoad> forFile(const QString& file);
+    /// The road of the file that `request` names.
+    static std::unique_ptr<ImportRoad> forRequest(const zn::ImportRequest& request);
 
-    /// Begins; `ended` follows from the event loop. State, node, error and missing parts are written into `result`, which
-    /// must live until then.
-    virtual void start(znImportResult& result) = 0;
-    /// Asks the jobs to end. `ended` follows as soon as they have.
-    virtual void cancel() = 0;
+    /// Begins; `ended` follows from the event loop.
+    virtual void start() = 0;
+    /// Asks the jobs to end, which the result tells. `ended` follows as soon as they have.
+    void cancel();
+    /// A line of the host's log, for the result.
+    void addMessage(const QString& line) { m_result.messages.append(line); }
+
+    /// What became of the request; complete once `ended` has come. The road keeps nothing of it.
+    zn::ImportResult takeResult();
 
 Q_SIGNALS:
     /// `percent` is 0 when only the text tells something.
     void progressChanged(unsigned percent, const QString& text);
     /// The part files went on; `text` tells the counts in words.
-    void partsChanged(const znPartCounts& counts, const QString& text);
+    void partsChanged(const zn::PartCounts& counts, const QString& text);
     /// The result is complete. Comes once for each start, from the event loop.
     void ended();
+
+protected:
+    /// Its result names the file of the request.
+    explicit ImportRoad(const zn::ImportRequest& request);
+
+    /// What was asked for.
+    const zn::ImportRequest& request() const { return m_request; }
+
+    zn::ImportResult m_result; ///< what the jobs have made so far
+
+private:
+    virtual void abortJobs() = 0;
+
+    zn::ImportRequest m_request;
 };
+
+} // namespace importer

@@ -12,9 +12,12 @@
 #include <map>
 #include <set>
 
-std::vector<znMissingPart> partsLeftOut(const osg::NodePtr& root)
+namespace zn
 {
-    std::vector<znMissingPart> parts;
+
+std::vector<MissingPart> partsLeftOut(const osg::NodePtr& root)
+{
+    std::vector<MissingPart> parts;
     std::set<std::string> seen;
     osg::traverse(root, [&](const osg::NodePtr& node) {
         for (const std::string& tag : osg::tagsOf(node)) {
@@ -31,8 +34,8 @@ namespace
 {
 
 /// Where the texts of this file stand.
-struct MissingParts {
-    Q_DECLARE_TR_FUNCTIONS(MissingParts)
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(zn::MissingParts)
 };
 
 /// The path that an unread reference names; empty for any other node.
@@ -56,20 +59,19 @@ QString placeOf(const osg::NodePtr& reference)
     return names.join(QLatin1Char('/'));
 }
 
-QString reasonFor(const QString& file, const std::vector<znMissingPart>& failed)
+QString reasonFor(const QString& file, const std::vector<MissingPart>& failed)
 {
-    for (const znMissingPart& part : failed)
+    for (const MissingPart& part : failed)
         if (part.file == file)
             return part.reason;
-    return QFileInfo::exists(file) ? MissingParts::tr("the file could not be read")
-                                   : MissingParts::tr("there is no such file");
+    return QFileInfo::exists(file) ? Texts::tr("the file could not be read") : Texts::tr("there is no such file");
 }
 
 } // namespace
 
-std::vector<znMissingPart> unreadParts(const osg::NodePtr& root, const std::vector<znMissingPart>& failed)
+std::vector<MissingPart> unreadParts(const osg::NodePtr& root, const std::vector<MissingPart>& failed)
 {
-    std::vector<znMissingPart> parts;
+    std::vector<MissingPart> parts;
     std::map<QString, std::size_t> known;
     osg::traverse(root, [&](const osg::NodePtr& node) {
         const QString file = QString::fromStdString(unreadFile(node));
@@ -84,7 +86,7 @@ std::vector<znMissingPart> unreadParts(const osg::NodePtr& root, const std::vect
     return parts;
 }
 
-QString describe(const znMissingPart& part)
+QString describe(const MissingPart& part)
 {
     constexpr int shown = 3;
     const auto count = static_cast<int>(part.instances.size());
@@ -92,7 +94,8 @@ QString describe(const znMissingPart& part)
     if (count == 0)
         return text;
     const QString places = part.instances.mid(0, shown).join(QStringLiteral(", "));
-    return count <= shown
-               ? MissingParts::tr("%1 (used by %2)").arg(text, places)
-               : MissingParts::tr("%1 (used by %2 and %3 more)").arg(text, places, QString::number(count - shown));
+    return count <= shown ? Texts::tr("%1 (used by %2)").arg(text, places)
+                          : Texts::tr("%1 (used by %2 and %3 more)").arg(text, places, QString::number(count - shown));
 }
+
+} // namespace zn

@@ -4,14 +4,17 @@
 #include "host/znKernel/znTypeConverter.h"
 #include "import/znFileLoaderJob.h"
 
-void NativeRoad::start(znImportResult& result)
+namespace importer
 {
-    auto* job = new znFileLoaderJob(m_file, znTypeConverter::convertNode(znScenegraph::getRoot()), &m_queue);
+
+void NativeRoad::start()
+{
+    auto* job = new znFileLoaderJob(request().file, znTypeConverter::convertNode(znScenegraph::getRoot()), &m_queue);
     job->setLoadBehavior(false); // the selection is the user's
     connect(job, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Loading")); });
-    connect(job, &znAbstractJob::finished, this, [&result, job](znCADFileTypes::JobState state) {
-        result.state = state;
-        result.node = job->getLoadedNode();
+    connect(job, &znAbstractJob::finished, this, [this, job](znCADFileTypes::JobState state) {
+        m_result.state = state;
+        m_result.node = job->getLoadedNode();
     });
     connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ImportRoad::ended);
     m_queue.setDeleteFinishedOrFailedJobs(true);
@@ -19,7 +22,9 @@ void NativeRoad::start(znImportResult& result)
     m_queue.startProcessing();
 }
 
-void NativeRoad::cancel()
+void NativeRoad::abortJobs()
 {
     m_queue.abortAllJobs();
 }
+
+} // namespace importer

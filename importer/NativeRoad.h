@@ -3,20 +3,25 @@
 #include "host/znJobProcessing/znJobQueue.h"
 #include "importer/ImportRoad.h"
 
+namespace importer
+{
+
 /// A file that the host reads by itself goes through the file loader job.
 class NativeRoad : public ImportRoad
 {
     Q_OBJECT
 
 public:
-    /// `file` is the path that the host reads.
-    explicit NativeRoad(const QString& file) : m_file(file) {}
+    /// The file of the request is one that the host reads.
+    explicit NativeRoad(const zn::ImportRequest& request) : ImportRoad(request) {}
 
-    void start(znImportResult& result) override;
-    /// A load that has begun is not interrupted.
-    void cancel() override;
+    void start() override;
 
 private:
-    QString m_file;
+    /// A load that has begun is not interrupted.
+    void abortJobs() override;
+
     znJobQueue m_queue;
 };
+
+} // namespace importer

@@ -11,6 +11,9 @@
 #include <QEventLoop>
 #include <QFileInfo>
 
+namespace importer
+{
+
 namespace
 {
 
@@ -98,3 +101,5 @@ osg::NodePtr NestedDocuments::load(const formats::ReadTask& task)
         failWithoutTree(task, job);
     return root;
 }
+
+} // namespace importer

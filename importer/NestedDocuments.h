@@ -9,10 +9,13 @@
 class znPLMXMLLoaderJob;
 class znStandaloneSession;
 
+namespace importer
+{
+
 /// Lets a part file be a PLMXML document itself: while this lives, the kernel's file loading reads such files.
 ///
-/// Each is imported by a loader job of its own, which runs at once, in an event loop of its own: in a queue it would wait
-/// for the outer document's job, which waits for it. A document that leads back to itself is refused, and so are
+/// Each is imported by a loader job of its own, which runs at once, in an event loop of its own: in a queue it would
+/// wait for the outer document's job, which waits for it. A document that leads back to itself is refused, and so are
 /// documents over the limits.
 class NestedDocuments : public QObject
 {
@@ -40,3 +43,5 @@ private:
     QStringList m_open; ///< canonical paths of the documents that are being read, the outermost first
     int m_count = 1;
 };
+
+} // namespace importer

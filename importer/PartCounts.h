@@ -2,8 +2,11 @@
 
 #include <QMetaType>
 
+namespace zn
+{
+
 /// How far the part files of an assembly are. Those that wait are the rest of `total`.
-struct znPartCounts {
+struct PartCounts {
     unsigned total = 0;   ///< all part files that the import knows of so far
     unsigned running = 0; ///< conversions at work
     unsigned done = 0;    ///< in the tree
@@ -14,7 +17,9 @@ struct znPartCounts {
     /// Whether no part is waited for any more; true without parts.
     bool allEnded() const { return done + failed == total; }
     /// Equal counts.
-    friend bool operator==(const znPartCounts&, const znPartCounts&) = default;
+    friend bool operator==(const PartCounts&, const PartCounts&) = default;
 };
 
-Q_DECLARE_METATYPE(znPartCounts)
+} // namespace zn
+
+Q_DECLARE_METATYPE(zn::PartCounts)

@@ -7,6 +7,9 @@
 
 #include <QFile>
 
+namespace importer
+{
+
 PartImports::PartImports(znPtxLoaderJob& job) : QObject(&job)
 {
     followConversions(job);
@@ -92,3 +95,5 @@ void PartImports::directPartEnded(const QString&, znCADFileTypes::JobState state
     ++(state == znCADFileTypes::JobSucceeded ? m_counts.done : m_counts.failed);
     Q_EMIT changed();
 }
+
+} // namespace importer

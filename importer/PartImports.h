@@ -14,6 +14,9 @@ class znPtxConverterJob;
 class znPLMXMLLoaderJob;
 class znPtxLoaderJob;
 
+namespace importer
+{
+
 /// Follows the part files of a loader job: how many are done, and which did not come in and why. It removes the
 /// converted file of a part once the part is in the tree, which stands on the mapped file.
 class PartImports : public QObject
@@ -31,11 +34,11 @@ public:
     void followNested(znPLMXMLLoaderJob& job);
 
     /// How far the parts are at present.
-    const znPartCounts& counts() const { return m_counts; }
+    const zn::PartCounts& counts() const { return m_counts; }
     /// The counts in words.
     QString text() const;
     /// In the order in which they ended.
-    const std::vector<znMissingPart>& missing() const { return m_missing; }
+    const std::vector<zn::MissingPart>& missing() const { return m_missing; }
 
 Q_SIGNALS:
     /// Parts went on: counts() and missing() may tell something new.
@@ -50,9 +53,11 @@ private:
     void partEnded(const QString& partFile);
     void directPartEnded(const QString& partFile, znCADFileTypes::JobState state);
 
-    znPartCounts m_counts;
+    zn::PartCounts m_counts;
     QSet<QString> m_running;
     QHash<QString, QString> m_reasons; ///< why parts whose import goes on would have failed, were this its end
     QHash<QString, QString> m_outputs;
-    std::vector<znMissingPart> m_missing;
+    std::vector<zn::MissingPart> m_missing;
 };
+
+} // namespace importer

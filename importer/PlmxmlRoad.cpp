@@ -14,6 +14,9 @@
 
 #include <utility>
 
+namespace importer
+{
+
 namespace
 {
 
@@ -30,18 +33,19 @@ QString lastReason(const QStringList& log, const QString& file)
 
 } // namespace
 
-PlmxmlRoad::PlmxmlRoad(const QString& file) : m_file(QFileInfo(file).absoluteFilePath())
+PlmxmlRoad::PlmxmlRoad(const zn::ImportRequest& request)
+    : ImportRoad(request), m_file(QFileInfo(request.file).absoluteFilePath())
 {
     m_queue.setDeleteFinishedOrFailedJobs(true);
     connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ImportRoad::ended);
-    connect(&m_finish, &TreeFinish::progressChanged, this, &ImportRoad::progressChanged);
+    connect(&m_optimization, &TreeOptimization::progressChanged, this, &ImportRoad::progressChanged);
+    connect(&m_optimization, &TreeOptimization::ended, this, [this] { m_optimization.tellOutcome(m_result); });
 }
 
 PlmxmlRoad::~PlmxmlRoad() = default;
 
-void PlmxmlRoad::start(znImportResult& result)
+void PlmxmlRoad::start()
 {
-    m_result = &result;
     auto* const job = new znPLMXMLLoaderJob(m_file.toStdString(), &m_queue);
     job->setParent(&m_queue);
     auto* const parts = new PartImports(*job);
@@ -58,7 +62,7 @@ void PlmxmlRoad::start(znImportResult& result)
     m_queue.startProcessing();
 }
 
-void PlmxmlRoad::cancel()
+void PlmxmlRoad::abortJobs()
 {
     for (const QPointer<znPtxConverterJob>& conversion : m_conversions)
         if (conversion)
@@ -80,7 +84,7 @@ void PlmxmlRoad::followConversion(znPtxConverterJob* conversion)
     m_conversions.append(conversion);
     connect(conversion, &znAbstractJob::starting, this, &PlmxmlRoad::tellFoundParts);
     connect(conversion, &znAbstractJob::started, this, [this, conversion] {
-        if (m_result->cancelled)
+        if (m_result.cancelled)
             conversion->abort();
     });
 }
@@ -101,7 +105,7 @@ void PlmxmlRoad::directPartBegins(const QString& file)
 void PlmxmlRoad::directPartEnded(const QString& file, znCADFileTypes::JobState state)
 {
     if (state != znCADFileTypes::JobSucceeded)
-        m_failedLoads.push_back({file, lastReason(m_result->messages, file), {}});
+        m_failedLoads.push_back({file, lastReason(m_result.messages, file), {}});
 }
 
 /// The end of a job whose document is missing comes twice.
@@ -110,32 +114,32 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
     if (std::exchange(m_ended, true))
         return;
     m_nested.reset();
-    m_result->state = job.getState();
-    m_result->node = job.getLoadedNode();
-    if (m_result->node && m_result->state != znCADFileTypes::JobFailed)
+    m_result.state = job.getState();
+    m_result.node = job.getLoadedNode();
+    if (m_result.node && m_result.state != znCADFileTypes::JobFailed)
         return loaded(parts);
-    m_result->state = znCADFileTypes::JobFailed;
-    m_result->node = osg::NodePtr();
-    if (!m_result->cancelled)
-        m_result->error = whyWithoutTree(job);
+    m_result.state = znCADFileTypes::JobFailed;
+    m_result.node = osg::NodePtr();
+    if (!m_result.cancelled)
+        m_result.error = whyWithoutTree(job);
 }
 
 /// References that are not wanted are not missing.
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
-    const std::size_t emptyPlaces = fillRepeatedParts(m_result->node, maxRepeatedNodes);
-    m_result->missing = partsLeftOut(m_result->node);
+    const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, maxRepeatedNodes);
+    m_result.missing = zn::partsLeftOut(m_result.node);
     if (emptyPlaces > 0)
-        m_result->missing.push_back(
+        m_result.missing.push_back(
             {m_file, tr("part files at %1 places would make too large a tree").arg(emptyPlaces), {}});
     if (znImportOptions("PLMXML", false, true).getImportReferencedFiles()) {
         m_failedLoads.insert(m_failedLoads.end(), parts.missing().begin(), parts.missing().end());
-        const std::vector<znMissingPart> unread = unreadParts(m_result->node, m_failedLoads);
-        m_result->missing.insert(m_result->missing.begin(), unread.begin(), unread.end());
+        const std::vector<zn::MissingPart> unread = zn::unreadParts(m_result.node, m_failedLoads);
+        m_result.missing.insert(m_result.missing.begin(), unread.begin(), unread.end());
     }
-    if (!m_result->missing.empty())
-        m_result->state = znCADFileTypes::JobPartial;
-    m_finish.start(m_queue, m_file, *m_result);
+    if (!m_result.missing.empty())
+        m_result.state = znCADFileTypes::JobPartial;
+    m_optimization.start(m_queue, m_file, m_result.node, request().recordsSteps);
 }
 
 /// A document over the limits of the walk is told in the log.
@@ -145,5 +149,7 @@ QString PlmxmlRoad::whyWithoutTree(const znPLMXMLLoaderJob& job) const
         return m_file + QStringLiteral(": ") + job.getErrorText();
     if (const auto fault = findDocumentFault(m_file))
         return describe(m_file, *fault);
-    return m_result->messages.isEmpty() ? tr("%1: the document gave no tree").arg(m_file) : m_result->messages.last();
+    return m_result.messages.isEmpty() ? tr("%1: the document gave no tree").arg(m_file) : m_result.messages.last();
 }
+
+} // namespace importer

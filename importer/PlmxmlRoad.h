@@ -2,7 +2,7 @@
 
 #include "host/znJobProcessing/znJobQueue.h"
 #include "importer/ImportRoad.h"
-#include "importer/TreeFinish.h"
+#include "importer/TreeOptimization.h"
 
 #include <QList>
 #include <QPointer>
@@ -10,10 +10,14 @@
 #include <memory>
 #include <vector>
 
-class NestedDocuments;
-class PartImports;
 class znPLMXMLLoaderJob;
 class znPtxConverterJob;
+
+namespace importer
+{
+
+class NestedDocuments;
+class PartImports;
 
 /// A PLMXML document goes through its loader job, which brings in the part files, and its tree into the scene. What is
 /// missing in the end makes the result partial.
@@ -25,14 +29,14 @@ class PlmxmlRoad : public ImportRoad
     Q_OBJECT
 
 public:
-    /// `file` is the path of the document.
-    explicit PlmxmlRoad(const QString& file);
+    /// The file of the request is the document.
+    explicit PlmxmlRoad(const zn::ImportRequest& request);
     ~PlmxmlRoad() override;
 
-    void start(znImportResult& result) override;
-    void cancel() override;
+    void start() override;
 
 private:
+    void abortJobs() override;
     void follow(znPLMXMLLoaderJob& job);
     void followConversion(znPtxConverterJob* conversion);
     void tellFoundParts();
@@ -45,11 +49,12 @@ private:
     QString m_file;
     znJobQueue m_queue;
     std::unique_ptr<NestedDocuments> m_nested; ///< while the document is loaded
-    TreeFinish m_finish;
+    TreeOptimization m_optimization;
     QList<QPointer<znPtxConverterJob>> m_conversions;
     int m_found = 0;
-    int m_told = 0;                           ///< of those found
-    std::vector<znMissingPart> m_failedLoads; ///< part files that the host could not read
+    int m_told = 0;                             ///< of those found
+    std::vector<zn::MissingPart> m_failedLoads; ///< part files that the host could not read
     bool m_ended = false;
-    znImportResult* m_result = nullptr;
 };
+
+} // namespace importer

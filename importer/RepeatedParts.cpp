@@ -10,6 +10,9 @@
 #include <map>
 #include <vector>
 
+namespace importer
+{
+
 namespace
 {
 
@@ -76,3 +79,5 @@ std::size_t fillRepeatedParts(const osg::NodePtr& root, std::size_t maxNodes)
     }
     return emptyPlaces;
 }
+
+} // namespace importer

@@ -4,10 +4,15 @@
 
 #include <cstddef>
 
-/// Gives each loaded reference below `root` that has no content the content of the one that shares its core: a part file
-/// that the host reads by itself arrives at the first of its places only. The copies share all cores.
+namespace importer
+{
+
+/// Gives each loaded reference below `root` that has no content the content of the one that shares its core: a part
+/// file that the host reads by itself arrives at the first of its places only. The copies share all cores.
 ///
 /// Documents within documents could ask for any number of nodes; those that would make it more than `maxNodes` stay
 /// empty.
 /// @return how many places stay empty
 std::size_t fillRepeatedParts(const osg::NodePtr& root, std::size_t maxNodes);
+
+} // namespace importer

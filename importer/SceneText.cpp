@@ -14,6 +14,9 @@
 #include <unordered_set>
 #include <vector>
 
+namespace zn
+{
+
 namespace
 {
 
@@ -132,9 +135,9 @@ osg::MaterialPtr materialOf(const osg::NodeCorePtr& core)
 
 } // namespace
 
-znSceneCounts countScene(const osg::NodePtr& root)
+SceneCounts countScene(const osg::NodePtr& root)
 {
-    znSceneCounts counts;
+    SceneCounts counts;
     std::unordered_set<const osg::FieldContainer*> geometries, materials;
     osg::traverse(root, [&](const osg::NodePtr& node) {
         if (!node)
@@ -180,3 +183,5 @@ std::string describeScene(const osg::NodePtr& root)
     }
     return text;
 }
+
+} // namespace zn

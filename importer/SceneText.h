@@ -5,8 +5,11 @@
 #include <cstddef>
 #include <string>
 
+namespace zn
+{
+
 /// What a tree holds. Shared content counts once in the first group, and as often as it is placed in the second.
-struct znSceneCounts {
+struct SceneCounts {
     std::size_t nodes = 0;      ///< nodes of the tree, its root included
     std::size_t geometries = 0; ///< different geometries
     std::size_t materials = 0;  ///< different materials
@@ -17,13 +20,15 @@ struct znSceneCounts {
     std::size_t placedTriangles = 0;  ///< of all nodes whose core is a geometry
 
     /// Equal counts.
-    friend bool operator==(const znSceneCounts&, const znSceneCounts&) = default;
+    friend bool operator==(const SceneCounts&, const SceneCounts&) = default;
 };
 
 /// Counts the tree at `root`; a null node counts as empty.
-znSceneCounts countScene(const osg::NodePtr& root);
+SceneCounts countScene(const osg::NodePtr& root);
 
 /// The tree at `root` as text for a person, one line a node: indentation by depth, name, kind of core, and what is
 /// special about it (a placement, a file, triangles, a material). Cores that several nodes share carry the same number
 /// behind an "@". The text depends on the tree alone, so that two trees can be compared by it.
 std::string describeScene(const osg::NodePtr& root);
+
+} // namespace zn

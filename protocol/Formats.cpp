@@ -1,6 +1,6 @@
 #include "protocol/Formats.h"
 
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 
 #include <algorithm>
 #include <string>

@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
-    <name>ClusterProbe</name>
+    <name>importer::cluster::ClusterProbe</name>
     <message>
         <source>srun cannot be started: is Slurm installed here?</source>
         <translation>srun lässt sich nicht starten: ist Slurm hier installiert?</translation>
@@ -25,7 +25,7 @@
     </message>
 </context>
 <context>
-    <name>ConvertedRoad</name>
+    <name>importer::ConvertedRoad</name>
     <message>
         <source>Starting</source>
         <translation>Starten</translation>
@@ -40,7 +40,7 @@
     </message>
 </context>
 <context>
-    <name>DocumentFault</name>
+    <name>importer::DocumentFault</name>
     <message>
         <source>there is a zero byte in the text</source>
         <translation>im Text steht ein Null-Byte</translation>
@@ -95,7 +95,7 @@
     </message>
 </context>
 <context>
-    <name>MissingParts</name>
+    <name>zn::MissingParts</name>
     <message>
         <source>the file could not be read</source>
         <translation>die Datei konnte nicht gelesen werden</translation>
@@ -114,14 +114,14 @@
     </message>
 </context>
 <context>
-    <name>NativeRoad</name>
+    <name>importer::NativeRoad</name>
     <message>
         <source>Loading</source>
         <translation>Laden</translation>
     </message>
 </context>
 <context>
-    <name>NestedDocuments</name>
+    <name>importer::NestedDocuments</name>
     <message>
         <source>the document gave no tree</source>
         <translation>das Dokument ergab keinen Baum</translation>
@@ -148,7 +148,7 @@
     </message>
 </context>
 <context>
-    <name>NodeLosses</name>
+    <name>importer::cluster::NodeLosses</name>
     <message>
         <source>a conversion</source>
         <translation>eine Umwandlung</translation>
@@ -163,7 +163,7 @@
     </message>
 </context>
 <context>
-    <name>PartImports</name>
+    <name>importer::PartImports</name>
     <message>
         <source>the conversion failed</source>
         <translation>die Umwandlung ist fehlgeschlagen</translation>
@@ -178,7 +178,7 @@
     </message>
 </context>
 <context>
-    <name>PlmxmlRoad</name>
+    <name>importer::PlmxmlRoad</name>
     <message>
         <source>Reading document</source>
         <translation>Dokument lesen</translation>
@@ -259,7 +259,7 @@
     </message>
 </context>
 <context>
-    <name>SlurmAllocation</name>
+    <name>importer::cluster::SlurmAllocation</name>
     <message>
         <source>the scheduler tells nothing of the allocation that can be understood</source>
         <translation>der Scheduler sagt über die Zuteilung nichts Verständliches</translation>
@@ -274,7 +274,7 @@
     </message>
 </context>
 <context>
-    <name>TreeFinish</name>
+    <name>importer::TreeOptimization</name>
     <message>
         <source>the tree could not be brought into the scene</source>
         <translation>der Baum konnte nicht in die Szene gebracht werden</translation>
@@ -285,7 +285,7 @@
     </message>
 </context>
 <context>
-    <name>znClusterImport</name>
+    <name>zn::ClusterImport</name>
     <message>
         <source>waiting for the cluster: %1</source>
         <translation>Warten auf den Cluster: %1</translation>

@@ -108,7 +108,7 @@ AssemblyRun runAssembly(const QString& file, int processes)
         run.seconds = double(clock.nsecsElapsed()) / 1e9;
         run.waitShare = watch.lateSeconds() / (run.seconds * processes);
         run.succeeded = job.getState() == znCADFileTypes::JobSucceeded;
-        const znSceneCounts counts = countScene(job.getLoadedNode());
+        const zn::SceneCounts counts = zn::countScene(job.getLoadedNode());
         run.geometries = counts.geometries;
         run.placedGeometries = counts.placedGeometries;
     }

@@ -1,7 +1,7 @@
 #include "bench/optimize/OptimizationRun.h"
 
 #include "bench/optimize/GeneratedTree.h"
-#include "importer/znImporter.h"
+#include "importer/Importer.h"
 #include "optimization/znPtxTreeOptimizationJob.h"
 #include "standalone/session/znStandaloneSession.h"
 
@@ -61,17 +61,16 @@ StepSeconds optimizeImported(const QString& file, std::size_t& nodes)
     znStandaloneSession session;
     if (session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)))
         return {};
-    znImporter importer(session);
-    importer.setRecordsSteps(true);
+    zn::Importer importer(session);
     QEventLoop loop;
     StepSeconds steps;
-    QObject::connect(&importer, &znImporter::finished, &loop, [&](const znImportResult& result) {
-        for (const znTreeStep& step : result.steps)
+    QObject::connect(&importer, &zn::Importer::finished, &loop, [&](const zn::ImportResult& result) {
+        for (const zn::TreeStep& step : result.steps)
             steps.emplace_back(step.name.toStdString(), step.seconds);
         nodes = result.steps.empty() ? 0 : result.steps.front().before.nodes;
         loop.quit();
     });
-    importer.import(file);
+    importer.import({file, true});
     loop.exec();
     return steps;
 }

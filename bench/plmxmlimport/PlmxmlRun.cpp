@@ -88,7 +88,7 @@ PlmxmlRun runDocument(const QString& file, int processes)
     loop.exec();
     const osg::RefPtr<osg::NodePtr> tree(job.getLoadedNode());
     run.succeeded = job.getState() == znCADFileTypes::JobSucceeded;
-    const znSceneCounts counts = countScene(tree);
+    const zn::SceneCounts counts = zn::countScene(tree);
     run.geometries = counts.geometries;
     run.placedGeometries = counts.placedGeometries;
     run.placedTriangles = counts.placedTriangles;

@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znVariants/znVariants.h"
-#include "importer/znImporter.h"
+#include "importer/Importer.h"
 #include "standalone/session/VariantSets.h"
 #include "standalone/session/znStandaloneSession.h"
 
@@ -45,9 +45,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     znStandaloneSession session;
-    znImporter importer(session);
+    zn::Importer importer(session);
     int exitCode = 0;
-    QObject::connect(&importer, &znImporter::finished, [&](const znImportResult& result) {
+    QObject::connect(&importer, &zn::Importer::finished, [&](const zn::ImportResult& result) {
         QTextStream out(stdout);
         exitCode = result.node ? 0 : 1;
         if (!result.node)
@@ -61,7 +61,7 @@ int main(int argc, char** argv)
         }
         QCoreApplication::quit();
     });
-    importer.import(QCoreApplication::arguments().value(1));
+    importer.import({QCoreApplication::arguments().value(1)});
     QCoreApplication::exec();
     return exitCode;
 }

@@ -8,6 +8,9 @@
 #include <csignal>
 #include <sys/prctl.h>
 
+namespace importer::cluster
+{
+
 namespace
 {
 
@@ -140,7 +143,7 @@ QString ClusterProbe::complaintOf(const QString& node) const
                 return describe(node, answer);
             return contentOf(answerFile(node)) == m_token ? QString() : describe(node, QStringLiteral("write"));
         }
-    const QString reason = slurm::refusal(m_output);
+    const QString reason = refusal(m_output);
     return tr("the node %1 did not answer%2").arg(node, reason.isEmpty() ? QString() : QStringLiteral(": ") + reason);
 }
 
@@ -158,3 +161,5 @@ QString ClusterProbe::describe(const QString& node, const QString& complaint) co
               "other (node %2)")
         .arg(m_question.outputFolder, node);
 }
+
+} // namespace importer::cluster

@@ -8,6 +8,9 @@
 
 class QProcess;
 
+namespace importer::cluster
+{
+
 /// Looks from each node of an allocation whether the files are there that conversions need: one step reads the inputs
 /// and a file that this process wrote into the folder for outputs, and writes a file there that this process reads.
 class ClusterProbe : public QObject
@@ -17,11 +20,11 @@ class ClusterProbe : public QObject
 public:
     /// What the nodes are to find.
     struct Question {
-        znAllocation allocation; ///< whose nodes are asked, all of them
-        QString stepName;        ///< by which the step can be found
-        QString outputFolder;    ///< is read and written, here and there
-        QStringList inputs;      ///< must have the same sizes there
-        QString program;         ///< the converter, a path or a name in the nodes' search path
+        Allocation allocation; ///< whose nodes are asked, all of them
+        QString stepName;      ///< by which the step can be found
+        QString outputFolder;  ///< is read and written, here and there
+        QStringList inputs;    ///< must have the same sizes there
+        QString program;       ///< the converter, a path or a name in the nodes' search path
     };
 
     /// Asks nothing yet.
@@ -51,3 +54,5 @@ private:
     std::unique_ptr<QProcess> m_process;
     QByteArray m_output;
 };
+
+} // namespace importer::cluster

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QVariant>
 
+namespace importer::cluster
+{
+
 namespace
 {
 
@@ -54,7 +57,7 @@ void NodeLosses::addNode(const QString& node)
 
 znJobs::LossVerdict NodeLosses::judge(znProcessJob& job, const QString& command, const QByteArray& output)
 {
-    const QString node = slurm::failedNode(output);
+    const QString node = failedNode(output);
     if (node.isEmpty())
         return {};
     addNode(node);
@@ -62,10 +65,12 @@ znJobs::LossVerdict NodeLosses::judge(znProcessJob& job, const QString& command,
     job.setProperty(lostNodeProperty, node);
     if (before.isEmpty()) {
         Q_EMIT conversionLost(tr("%1: the node %2 failed; it is converted again on another").arg(inputOf(job), node));
-        return {true, slurm::onNodes(command, m_left)};
+        return {true, onNodes(command, m_left)};
     }
     const QString text = tr("The node %1 failed, and before it the node %2.").arg(node, before);
     writeLastWords(job, text);
     Q_EMIT conversionLost(inputOf(job) + QStringLiteral(": ") + text);
     return {true, std::nullopt};
 }
+
+} // namespace importer::cluster

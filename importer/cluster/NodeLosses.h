@@ -5,6 +5,9 @@
 #include <QObject>
 #include <QStringList>
 
+namespace importer::cluster
+{
+
 /// Tells conversions that failed from those whose node failed, while it lives. A conversion whose node failed runs once
 /// more, on another node; one that loses a node again fails, and its log says so. Nodes that failed are not used again.
 class NodeLosses : public QObject
@@ -36,3 +39,5 @@ private:
     QStringList m_left;
     QStringList m_lost;
 };
+
+} // namespace importer::cluster

@@ -6,6 +6,9 @@
 #include <QObject>
 #include <QTemporaryDir>
 
+namespace importer::cluster
+{
+
 std::optional<QString> SharedFolder::make(const QString& parent)
 {
     QTemporaryDir folder(QDir(parent).absoluteFilePath(QStringLiteral("znimport-XXXXXX")));
@@ -27,3 +30,5 @@ SharedFolder::~SharedFolder()
             folder.remove(name);
     folder.rmdir(m_path);
 }
+
+} // namespace importer::cluster

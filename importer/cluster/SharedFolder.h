@@ -4,6 +4,9 @@
 
 #include <optional>
 
+namespace importer::cluster
+{
+
 /// A folder for converted files that all nodes of a cluster see. When this object goes, so does the folder with what is
 /// in it, but for the logs of conversions that failed.
 class SharedFolder
@@ -27,3 +30,5 @@ private:
     QString m_path;
     bool m_keepsLogs = true;
 };
+
+} // namespace importer::cluster

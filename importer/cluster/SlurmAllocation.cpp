@@ -7,6 +7,9 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+namespace importer::cluster
+{
+
 namespace
 {
 
@@ -35,7 +38,7 @@ protected:
     }
 };
 
-QStringList sallocWords(const znAllocationWish& wish)
+QStringList sallocWords(const AllocationWish& wish)
 {
     QStringList words{QStringLiteral("--no-kill"), QStringLiteral("--job-name=znimport")};
     if (wish.nodes > 0)
@@ -67,7 +70,7 @@ bool SlurmAllocation::isWithinOne()
     return !qEnvironmentVariableIsEmpty("SLURM_JOB_ID");
 }
 
-void SlurmAllocation::acquire(const znAllocationWish& wish)
+void SlurmAllocation::acquire(const AllocationWish& wish)
 {
     m_process = std::make_unique<Holder>();
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &SlurmAllocation::readOutput);
@@ -95,7 +98,7 @@ void SlurmAllocation::readOutput()
     m_output += m_process->readAllStandardOutput();
     if (m_isGranted || !m_output.endsWith("ready\n"))
         return;
-    std::optional<znAllocation> allocation = slurm::parseAllocation(m_output);
+    std::optional<Allocation> allocation = parseAllocation(m_output);
     if (!allocation) {
         release();
         Q_EMIT refused(tr("the scheduler tells nothing of the allocation that can be understood"));
@@ -110,9 +113,9 @@ void SlurmAllocation::readErrors()
 {
     m_errors = (m_errors + m_process->readAllStandardError()).right(keptBytes);
     if (m_isGranted)
-        for (const QString& node : slurm::failedNodes(m_errors))
+        for (const QString& node : failedNodes(m_errors))
             Q_EMIT nodeFailed(node);
-    const QString text = slurm::waitingFor(m_errors);
+    const QString text = waitingFor(m_errors);
     if (!m_isGranted && !text.isEmpty() && text != m_told) {
         m_told = text;
         Q_EMIT waiting(text);
@@ -125,7 +128,7 @@ void SlurmAllocation::processEnded()
     const QString program = m_process->program();
     const QString reason = m_process->error() == QProcess::FailedToStart
                                ? tr("%1 cannot be started: is Slurm installed here?").arg(program)
-                               : slurm::refusal(m_errors);
+                               : refusal(m_errors);
     m_process.release()->deleteLater();
     if (m_isGranted)
         Q_EMIT ended(reason);
@@ -148,3 +151,5 @@ void SlurmAllocation::release()
     }
     m_process.release()->deleteLater();
 }
+
+} // namespace importer::cluster

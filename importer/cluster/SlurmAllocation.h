@@ -8,8 +8,11 @@
 
 class QProcess;
 
+namespace importer::cluster
+{
+
 /// What is asked of the scheduler.
-struct znAllocationWish {
+struct AllocationWish {
     int nodes = 0;     ///< 0 leaves it to the scheduler
     QString partition; ///< empty for the scheduler's own choice
     QStringList words; ///< further words of salloc
@@ -18,8 +21,8 @@ struct znAllocationWish {
 /// An allocation of Slurm for as long as this object holds it.
 ///
 /// Where the environment names a job (SLURM_JOB_ID), that one is taken and left as it is in the end. Otherwise `salloc`
-/// asks for one, and a shell that reads from this process runs in it: however this process ends, the shell's input ends,
-/// with it `salloc`, and with that the allocation.
+/// asks for one, and a shell that reads from this process runs in it: however this process ends, the shell's input
+/// ends, with it `salloc`, and with that the allocation.
 ///
 /// The variables by which srun would take over options of the surrounding job are taken out of this process's
 /// environment.
@@ -37,7 +40,7 @@ public:
     static bool isWithinOne();
 
     /// Asks for the allocation; one of the signals `granted` and `refused` follows from the event loop.
-    void acquire(const znAllocationWish& wish);
+    void acquire(const AllocationWish& wish);
 
     /// Gives the allocation, or the place in the queue, back. Returns when the scheduler has it, or after ten seconds.
     void release();
@@ -46,7 +49,7 @@ Q_SIGNALS:
     /// It has a place in the queue. What it waits for, in the scheduler's words.
     void waiting(const QString& text);
     /// It is there, and held until `release`.
-    void granted(const znAllocation& allocation);
+    void granted(const Allocation& allocation);
     /// There is none, and why.
     void refused(const QString& reason);
     /// The scheduler took this node out of a granted allocation, since it failed.
@@ -66,3 +69,5 @@ private:
     bool m_isBorrowed = false;
     bool m_isGranted = false;
 };
+
+} // namespace importer::cluster

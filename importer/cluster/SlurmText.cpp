@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace slurm
+namespace importer::cluster
 {
 
 namespace
@@ -87,12 +87,12 @@ int parseMemory(const QString& resources)
     return static_cast<int>(std::min(megabytes, 1e9));
 }
 
-std::optional<znAllocation> parseAllocation(const QByteArray& text)
+std::optional<Allocation> parseAllocation(const QByteArray& text)
 {
     const QStringList lines = linesOf(text);
     const QStringList jobs = valuesOf(lines, QStringLiteral("job="));
     const QStringList cores = valuesOf(lines, QStringLiteral("cores="));
-    znAllocation allocation;
+    Allocation allocation;
     allocation.nodes = valuesOf(lines, QStringLiteral("node="));
     if (jobs.size() != 1 || jobs[0].isEmpty() || cores.size() != 1 || allocation.nodes.isEmpty())
         return std::nullopt;
@@ -106,7 +106,7 @@ std::optional<znAllocation> parseAllocation(const QByteArray& text)
     return allocation;
 }
 
-int placesIn(const znAllocation& allocation, int megabytes, const QStringList& lost)
+int placesIn(const Allocation& allocation, int megabytes, const QStringList& lost)
 {
     const int byMemory = allocation.megabytesANode > 0 ? std::max(allocation.megabytesANode / megabytes, 1) : 0;
     long long places = 0;
@@ -119,7 +119,7 @@ int placesIn(const znAllocation& allocation, int megabytes, const QStringList& l
     return static_cast<int>(std::min<long long>(places, std::numeric_limits<int>::max()));
 }
 
-QString launcherFor(const znAllocation& allocation, const QString& stepName, const QStringList& lost)
+QString launcherFor(const Allocation& allocation, const QString& stepName, const QStringList& lost)
 {
     const QString nodes = without(allocation.nodes, lost).join(QLatin1Char(','));
     const QString where =
@@ -184,4 +184,4 @@ QString waitingFor(const QByteArray& errors)
     return QStringList(parts).filter(QRegularExpression(QStringLiteral("."))).join(QStringLiteral("; "));
 }
 
-} // namespace slurm
+} // namespace importer::cluster

@@ -7,8 +7,11 @@
 #include <optional>
 #include <vector>
 
+namespace importer::cluster
+{
+
 /// A part of a cluster that was given to this import.
-struct znAllocation {
+struct Allocation {
     QString job;             ///< its number, as the scheduler writes it
     QStringList nodes;       ///< their names
     std::vector<int> cores;  ///< of each node, in the order of the nodes
@@ -16,12 +19,9 @@ struct znAllocation {
     bool isBorrowed = false; ///< the import was started in it, and must not give it back
 };
 
-namespace slurm
-{
-
-/// What a shell script prints that was started within an allocation, line by line: `job=`, `cores=` and `tres=` with the
-/// scheduler's own texts, and `node=` for each node. Nothing if one that is needed is missing or is none.
-std::optional<znAllocation> parseAllocation(const QByteArray& text);
+/// What a shell script prints that was started within an allocation, line by line: `job=`, `cores=` and `tres=` with
+/// the scheduler's own texts, and `node=` for each node. Nothing if one that is needed is missing or is none.
+std::optional<Allocation> parseAllocation(const QByteArray& text);
 
 /// "16(x2),8" is 16, 16, 8. Nothing if the text is wrong, or tells of more than a million nodes.
 std::optional<std::vector<int>> parseCores(const QString& text);
@@ -30,14 +30,14 @@ std::optional<std::vector<int>> parseCores(const QString& text);
 int parseMemory(const QString& resources);
 
 /// How many conversions of `megabytes` run at a time on the nodes that are not `lost`; each takes a core.
-int placesIn(const znAllocation& allocation, int megabytes, const QStringList& lost);
+int placesIn(const Allocation& allocation, int megabytes, const QStringList& lost);
 
 /// The launcher that makes each converter a step of the allocation, under a name by which it can be found.
 ///
 /// Once a node was lost the scheduler does not get back the cores of steps that ran at that moment, so that steps which
 /// ask for cores of their own would wait for ever. From then on each step is given one of the nodes that are left, and
 /// shares it.
-QString launcherFor(const znAllocation& allocation, const QString& stepName, const QStringList& lost);
+QString launcherFor(const Allocation& allocation, const QString& stepName, const QStringList& lost);
 
 /// The node that failed, by what srun wrote; empty when none did. A program's own exit code is no failure of a node.
 QString failedNode(const QByteArray& srunOutput);
@@ -54,4 +54,4 @@ QString refusal(const QByteArray& errors);
 /// What an allocation that is not there yet waits for, by what salloc wrote; empty before it said so.
 QString waitingFor(const QByteArray& errors);
 
-} // namespace slurm
+} // namespace importer::cluster

@@ -1,11 +1,9 @@
 #include "standalone/session/Settings.h"
 
-#include "standalone/session/SettingRows.h"
-
 #include <QFile>
 #include <QFileInfo>
 
-#include <cmath>
+#include <vector>
 
 namespace zn
 {
@@ -13,92 +11,42 @@ namespace zn
 namespace
 {
 
-std::optional<bool> toSwitch(const QString& text)
+std::vector<QString> textsOf(const SettingList& settings)
 {
-    const QString word = text.toLower();
-    if (word == QLatin1String("on") || word == QLatin1String("true") || word == QLatin1String("yes") ||
-        word == QLatin1String("1"))
-        return true;
-    if (word == QLatin1String("off") || word == QLatin1String("false") || word == QLatin1String("no") ||
-        word == QLatin1String("0"))
-        return false;
-    return std::nullopt;
+    std::vector<QString> texts;
+    for (const AnySetting* setting : settings)
+        texts.push_back(setting->text());
+    return texts;
 }
 
-QString numbersText(const SettingRow& row)
+void setTexts(const SettingList& settings, const std::vector<QString>& texts)
 {
-    const QString range = row.type == SettingType::Integer ? Settings::tr("a whole number from %1 to %2")
-                                                           : Settings::tr("a number from %1 to %2");
-    const QString unit = row.unit.isEmpty() ? QString() : QLatin1Char(' ') + row.unit;
-    return range.arg(row.least).arg(row.most) + unit;
-}
-
-/// What the values of a setting are.
-QString rangeText(const SettingRow& row)
-{
-    switch (row.type) {
-    case SettingType::Switch:
-        return Settings::tr("on or off");
-    case SettingType::Choice:
-        return row.choices.join(Settings::tr(" or "));
-    case SettingType::Text:
-        return Settings::tr("a text");
-    case SettingType::Integer:
-    case SettingType::Number:
-        break;
-    }
-    return numbersText(row);
-}
-
-bool isNumber(const SettingRow& row, const QString& text)
-{
-    bool ok = false;
-    const double value = row.type == SettingType::Integer ? text.toInt(&ok) : text.toDouble(&ok);
-    return ok && std::isfinite(value) && value >= row.least && value <= row.most;
-}
-
-bool isValue(const SettingRow& row, const QString& text)
-{
-    switch (row.type) {
-    case SettingType::Switch:
-        return toSwitch(text).has_value();
-    case SettingType::Choice:
-        return row.choices.contains(text);
-    case SettingType::Text:
-        return true;
-    case SettingType::Integer:
-    case SettingType::Number:
-        break;
-    }
-    return isNumber(row, text);
+    for (std::size_t i = 0; i < settings.size(); ++i)
+        settings[i]->setText(texts[i]);
 }
 
 } // namespace
 
-Settings::Settings() : m_rows(settingRows())
+AnySetting* Settings::find(const QString& name) const
 {
-    for (const SettingRow& row : m_rows)
-        m_values[row.name] = row.defaultText;
-}
-
-const SettingRow* Settings::find(const QString& name) const
-{
-    for (const SettingRow& row : m_rows)
-        if (row.name == name)
-            return &row;
+    for (AnySetting* setting : m_all)
+        if (setting->row().name == name)
+            return setting;
     return nullptr;
 }
 
 std::optional<QString> Settings::set(const QString& name, const QString& text)
 {
-    const SettingRow* row = find(name);
-    if (!row)
-        return tr("there is no setting '%1'; --help-settings lists them").arg(name);
-    const QString value = row->type == SettingType::Text ? text : text.trimmed().toLower();
-    if (!isValue(*row, value))
-        return tr("setting '%1' wants %2, not '%3'").arg(name, rangeText(*row), text);
-    m_values[name] = value;
-    return std::nullopt;
+    AnySetting* const setting = find(name);
+    return setting ? setting->setText(text) : tr("there is no setting '%1'; --help-settings lists them").arg(name);
+}
+
+std::optional<QString> Settings::setLine(const QString& line)
+{
+    const int equals = line.indexOf(QLatin1Char('='));
+    if (equals < 0)
+        return tr("a line is 'name = value'");
+    return set(line.left(equals).trimmed(), line.mid(equals + 1).trimmed());
 }
 
 std::optional<QString> Settings::load(const QString& path)
@@ -110,56 +58,29 @@ std::optional<QString> Settings::load(const QString& path)
         return QStringLiteral("%1: %2").arg(path, file.errorString());
     if (file.size() > MaxFileSize)
         return tr("%1 is longer than %2 bytes").arg(path, QString::number(MaxFileSize));
-    const auto before = m_values;
+    const std::vector<QString> before = textsOf(m_all);
     for (int number = 1; !file.atEnd(); ++number) {
         // A NUL would end the text: it is shown as what it is, no letter.
         const QString line = QString::fromUtf8(file.readLine().replace('\0', "\xEF\xBF\xBD")).trimmed();
         if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
             continue;
-        const int equals = line.indexOf(QLatin1Char('='));
-        const std::optional<QString> error = equals < 0
-                                                 ? tr("a line is 'name = value'")
-                                                 : set(line.left(equals).trimmed(), line.mid(equals + 1).trimmed());
-        if (error) {
-            m_values = before;
+        if (const std::optional<QString> error = setLine(line)) {
+            setTexts(m_all, before);
             return QStringLiteral("%1:%2: %3").arg(path, QString::number(number), *error);
         }
     }
     return std::nullopt;
 }
 
-bool Settings::isOn(const QString& name) const
-{
-    return toSwitch(m_values.at(name)).value();
-}
-
-bool Settings::isOn(const QString& name, bool otherwise) const
-{
-    return find(name) ? isOn(name) : otherwise;
-}
-
-int Settings::integer(const QString& name) const
-{
-    return m_values.at(name).toInt();
-}
-
-double Settings::number(const QString& name) const
-{
-    return m_values.at(name).toDouble();
-}
-
-QString Settings::text(const QString& name) const
-{
-    return m_values.at(name);
-}
-
 QString Settings::helpText() const
 {
     QString result;
-    for (const SettingRow& row : m_rows)
+    for (const AnySetting* setting : m_all) {
+        const SettingRow& row = setting->row();
         result +=
             tr("%1\n    %2\n    %3; default: %4\n")
                 .arg(row.name, row.help, rangeText(row), row.defaultText.isEmpty() ? tr("empty") : row.defaultText);
+    }
     return result;
 }
 

@@ -18,7 +18,7 @@ znStandaloneSession::znStandaloneSession() : m_kernel(std::make_unique<zn::Kerne
     setService<znCameraService>(m_kernel->cameraService.get());
     znUtils::setTemporaryFolder(temporaryFolder().toStdString());
     znJobs::setProcessLimitProvider([this] {
-        const int most = settings().integer(QStringLiteral("processes.most"));
+        const int most = settings().processes.most;
         return most > 0 ? static_cast<unsigned>(most) : znJobs::defaultProcessLimit();
     });
 }

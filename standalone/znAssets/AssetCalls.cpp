@@ -24,7 +24,7 @@ namespace
 
 QString chosenFolder()
 {
-    return znStandaloneSession::require().settings().text(QStringLiteral("assets.folder"));
+    return znStandaloneSession::require().settings().assets.folder;
 }
 
 /// Puts the assets of a folder on materials that bear their names.

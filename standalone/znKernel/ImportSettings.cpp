@@ -9,39 +9,34 @@
 namespace
 {
 
-class Rows
+const zn::Settings& settings()
 {
-public:
-    bool isOn(const char* name) const { return m_settings.isOn(QString::fromLatin1(name)); }
-    double number(const char* name) const { return m_settings.number(QString::fromLatin1(name)); }
-    QString text(const char* name) const { return m_settings.text(QString::fromLatin1(name)); }
-
-private:
-    const zn::Settings& m_settings = znStandaloneSession::require().settings();
-};
+    return znStandaloneSession::require().settings();
+}
 
 } // namespace
 
 zndPtxSettings znFileIOHelper::getImportSettingsByFileName(const QString& path, bool interactive)
 {
     const zn::TracedCall call("znFileIOHelper::getImportSettingsByFileName", path, interactive);
-    const Rows rows;
+    const zn::OptimizeSettings& optimize = settings().optimize;
+    const zn::TessellationSettings& tessellation = settings().tessellation;
     auto values = std::make_shared<zndPtxSettings::Values>();
-    values->mergeSubReferenceMaterials = rows.isOn("optimize.mergeMaterials");
-    values->removeEmptyGroups = rows.isOn("optimize.removeEmptyGroups");
-    values->flushTransformations = rows.isOn("optimize.flushTransformations");
-    values->mergeGeometries = rows.isOn("optimize.mergeGeometries");
-    values->keepNurbs = rows.isOn("optimize.keepNurbs");
-    values->unshareNodes = rows.isOn("optimize.unshareNodes");
-    values->sourceReferences = rows.text("optimize.sourceReferences") == QLatin1String("keep")
+    values->mergeSubReferenceMaterials = optimize.mergeMaterials;
+    values->removeEmptyGroups = optimize.removeEmptyGroups;
+    values->flushTransformations = optimize.flushTransformations;
+    values->mergeGeometries = optimize.mergeGeometries;
+    values->keepNurbs = optimize.keepNurbs;
+    values->unshareNodes = optimize.unshareNodes;
+    values->sourceReferences = optimize.sourceReferences == zn::OptimizeSettings::References::Keep
                                    ? zndPtxSettings::KeepReferences
                                    : zndPtxSettings::DissolveReferences;
-    values->useStitching = rows.isOn("tessellation.useStitching");
-    values->stitchingTolerance = rows.number("tessellation.stitchingTolerance");
-    values->chordDeviation = rows.number("tessellation.chordDeviation");
-    values->normalTolerance = rows.number("tessellation.normalTolerance");
-    values->maxChordLength = rows.number("tessellation.maxChordLength");
-    if (const auto* preset = geometry::findTessellationPreset(rows.text("tessellation.preset").toStdString())) {
+    values->useStitching = tessellation.useStitching;
+    values->stitchingTolerance = tessellation.stitchingTolerance;
+    values->chordDeviation = tessellation.chordDeviation;
+    values->normalTolerance = tessellation.normalTolerance;
+    values->maxChordLength = tessellation.maxChordLength;
+    if (const auto* preset = geometry::findTessellationPreset(tessellation.preset.value().toStdString())) {
         values->chordDeviation = preset->chordDeviation;
         values->normalTolerance = preset->normalTolerance;
         values->maxChordLength = preset->maxChordLength;
@@ -52,16 +47,16 @@ zndPtxSettings znFileIOHelper::getImportSettingsByFileName(const QString& path, 
 zndSceneImportSettings znFileIOHelper::getGlobalSceneImportSettings()
 {
     const zn::TracedCall call("znFileIOHelper::getGlobalSceneImportSettings");
-    const Rows rows;
+    const zn::SceneSettings& scene = settings().scene;
     auto values = std::make_shared<zndSceneImportSettings::Values>();
-    values->applyMaterialsFromAssetManager = rows.isOn("scene.applyMaterialAssets");
-    values->centerInOrigin = rows.isOn("scene.centerInOrigin");
-    values->putOnGround = rows.isOn("scene.putOnGround");
+    values->applyMaterialsFromAssetManager = scene.applyMaterialAssets;
+    values->centerInOrigin = scene.centerInOrigin;
+    values->putOnGround = scene.putOnGround;
     return zndSceneImportSettings(std::move(values));
 }
 
 bool znFileIO::getUseGSK()
 {
     const zn::TracedCall call("znFileIO::getUseGSK");
-    return Rows().isOn("optimize.solidKernel");
+    return settings().optimize.solidKernel;
 }

@@ -32,12 +32,12 @@ int grown(int base, int perMegabyte, double megabytes)
 NeedRates ratesOf(const Settings& settings)
 {
     NeedRates rates;
-    rates.mostCores = settings.integer(QStringLiteral("launcher.mostCores"));
-    rates.mostMemory = settings.integer(QStringLiteral("launcher.mostMemory"));
-    rates.memory = settings.integer(QStringLiteral("launcher.memory"));
-    rates.memoryPerMegabyte = settings.integer(QStringLiteral("launcher.memoryPerMegabyte"));
-    rates.seconds = settings.integer(QStringLiteral("launcher.time"));
-    rates.secondsPerMegabyte = settings.integer(QStringLiteral("launcher.timePerMegabyte"));
+    rates.mostCores = settings.launcher.mostCores;
+    rates.mostMemory = settings.launcher.mostMemory;
+    rates.memory = settings.launcher.memory;
+    rates.memoryPerMegabyte = settings.launcher.memoryPerMegabyte;
+    rates.seconds = settings.launcher.time;
+    rates.secondsPerMegabyte = settings.launcher.timePerMegabyte;
     return rates;
 }
 
@@ -64,7 +64,7 @@ Launcher::Launcher(const Settings& settings, const QString& input, const QString
                      {QStringLiteral("memory"), QString::number(m_needs.megabytes)},
                      {QStringLiteral("seconds"), QString::number(m_needs.seconds)},
                      {QStringLiteral("minutes"), QString::number((m_needs.seconds + 59) / 60)}};
-    m_words = filledTemplate(settings.text(QStringLiteral("converter.launcher")), values);
+    m_words = filledTemplate(settings.converter.launcher, values);
 }
 
 QStringList Launcher::converterOptions() const

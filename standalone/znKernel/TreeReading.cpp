@@ -14,10 +14,9 @@ namespace
 formats::ReadOptions readOptions(const Settings& settings)
 {
     formats::ReadOptions options;
-    options.millimetresPerUnit = settings.number(QStringLiteral("mesh.unit"));
-    options.upAxis =
-        settings.text(QStringLiteral("mesh.up")) == QLatin1String("y") ? formats::UpAxis::Y : formats::UpAxis::Z;
-    options.vrmlInMetres = settings.isOn(QStringLiteral("mesh.wrlInMetres"));
+    options.millimetresPerUnit = settings.mesh.unit;
+    options.upAxis = settings.mesh.up == MeshSettings::Axis::Y ? formats::UpAxis::Y : formats::UpAxis::Z;
+    options.vrmlInMetres = settings.mesh.wrlInMetres;
     return options;
 }
 

@@ -66,7 +66,7 @@ void convert(const typename Core::Ptr& core, osg::FieldMask mask, UberMaterials&
 bool znFileIO::getConvertToUberMaterials()
 {
     const zn::TracedCall call("znFileIO::getConvertToUberMaterials");
-    return znStandaloneSession::require().settings().isOn(QStringLiteral("import.uberMaterials"));
+    return znStandaloneSession::require().settings().imports.uberMaterials;
 }
 
 void znFileIO::convertToUberMaterials(const osg::NodePtr& root)

@@ -8,7 +8,7 @@ const znMessage& znPreferences::getData()
 {
     const zn::TracedCall call("znPreferences::getData");
     znStandaloneSession& session = znStandaloneSession::require();
-    const QString folder = session.settings().text(QStringLiteral("files.temporaryFolder"));
+    const QString folder = session.settings().files.temporaryFolder;
     // What somebody put into the preferences directly stays until the setting changes.
     if (folder != session.kernel().preferredFolder)
         session.preferences().set("FileIO tmp path", folder, true);

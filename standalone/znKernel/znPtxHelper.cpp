@@ -3,7 +3,6 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
-#include "standalone/session/SettingRows.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
@@ -34,40 +33,35 @@ QString pathIn(const std::string& folder, const QString& name)
 std::optional<QStringList> ownConverter(const zn::TemplateValues& values)
 {
     const auto type = znFileIOHelper::getFileTypeByFileName(values.input);
-    const auto* const row = znCADFileTypes::findRow(type);
-    if (!row || !row->cadFormat)
+    const auto* own = settings().formats.converter(type);
+    if (!own || own->program.value().isEmpty())
         return std::nullopt;
-    const QString format = QString::fromLatin1(znCADFileTypes::fileTypeName(type));
-    const QString program = settings().text(zn::converterProgramSetting(format));
-    if (program.isEmpty())
-        return std::nullopt;
-    return QStringList(program) + zn::filledTemplate(settings().text(zn::converterArgumentsSetting(format)), values);
+    return QStringList(own->program) + zn::filledTemplate(own->arguments, values);
 }
 
 /// Somebody wants the exact surfaces: to keep them, or to mesh them anew.
 bool needsSurfaces()
 {
-    const bool remeshes = settings().isOn(QStringLiteral("optimize.mergeGeometries")) &&
-                          !settings().isOn(QStringLiteral("optimize.solidKernel"));
-    return remeshes || settings().isOn(QStringLiteral("optimize.keepNurbs"));
+    const bool remeshes = settings().optimize.mergeGeometries && !settings().optimize.solidKernel;
+    return remeshes || settings().optimize.keepNurbs;
 }
 
 /// The words that start the converter of all formats. Beside others it works on one core, and where a launcher runs it
 /// within what that was asked for; options that the user chose come later and win.
 QStringList commonConverter(const zn::TemplateValues& values, const zn::Launcher& launcher)
 {
-    QStringList words{zn::converterProgram(settings().text(QStringLiteral("converter.program")))};
+    QStringList words{zn::converterProgram(settings().converter.program)};
     if (values.externalParts)
         words.append(QLatin1String(protocol::option::ExternalParts));
     QStringList options;
     if (needsSurfaces())
         options << zn::converterOption(setting::KeepBrep, 1);
-    if (const int level = settings().integer(QStringLiteral("mesh.level")); level > 0)
+    if (const int level = settings().mesh.level; level > 0)
         options << zn::converterOption(setting::MeshLevel, level);
     options << launcher.converterOptions();
     if (!launcher.isUsed() && znJobs::JobScheduler::instance().hasSiblingProcesses())
         options << zn::converterOption(setting::Threads, 1);
-    options << settings().text(QStringLiteral("converter.options")).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    options << settings().converter.options.value().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& option : options)
         words << QLatin1String(protocol::option::Set) << option;
     return words << values.input << values.output;
@@ -91,13 +85,13 @@ std::string znPtxHelper::createStylarConvertCommand(const std::string& input, st
                                                     const std::string& outputDir)
 {
     const zn::TracedCall call("znPtxHelper::createStylarConvertCommand", input, outputDir);
-    const QString program = settings().text(QStringLiteral("converter.updateProgram"));
+    const QString program = settings().converter.updateProgram;
     if (program.isEmpty())
         return std::string();
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
     const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral("-updated.styl"));
     convertedFile = output.toStdString();
-    const QString arguments = settings().text(QStringLiteral("converter.updateArguments"));
+    const QString arguments = settings().converter.updateArguments;
     return zn::joinCommand(zn::Launcher(settings(), file, output).words() + QStringList(program) +
                            zn::filledTemplate(arguments, {file, output}))
         .toStdString();

@@ -30,8 +30,7 @@ CopiedSettings& copied()
 
 geometry::TessellationProgram programOf(const zn::Settings& settings)
 {
-    return {settings.text(QStringLiteral("tessellation.program")),
-            settings.number(QStringLiteral("tessellation.timeLimit"))};
+    return {settings.tessellation.program, settings.tessellation.timeLimit};
 }
 
 /// What holds in the living session.

@@ -11,16 +11,17 @@ namespace
 class DocumentFactsTest : public SessionTest
 {
 protected:
-    std::optional<znDocumentFacts> factsOf(const QByteArray& product)
+    std::optional<importer::DocumentFacts> factsOf(const QByteArray& product)
     {
-        return readDocumentFacts(write(QStringLiteral("car.plmxml"),
-                                       "<PLMXML>\n<ProductDef id='pd'>\n" + product + "\n</ProductDef>\n</PLMXML>\n"));
+        return importer::readDocumentFacts(
+            write(QStringLiteral("car.plmxml"),
+                  "<PLMXML>\n<ProductDef id='pd'>\n" + product + "\n</ProductDef>\n</PLMXML>\n"));
     }
 
-    static std::vector<std::string> linesOf(const znDocumentFacts& facts)
+    static std::vector<std::string> linesOf(const importer::DocumentFacts& facts)
     {
         std::vector<std::string> lines;
-        for (const znDanglingReference& reference : facts.dangling)
+        for (const importer::DanglingReference& reference : facts.dangling)
             lines.push_back(QStringLiteral("%1: %2 %3 %4 %5")
                                 .arg(reference.line)
                                 .arg(reference.element, reference.id, reference.attribute, reference.target)
@@ -85,20 +86,20 @@ TEST_F(DocumentFactsTest, ALongListOfReferencesIsCountedWholeAndNamedInPart)
     const auto facts = factsOf("<Part id='p' instanceRefs='" + QByteArray("x ").repeated(1500) + "'/>");
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->danglingCount, 1500u);
-    EXPECT_EQ(facts->dangling.size(), znDocumentFacts::maxDangling);
+    EXPECT_EQ(facts->dangling.size(), importer::DocumentFacts::maxDangling);
 }
 
 TEST_F(DocumentFactsTest, ADocumentWithoutAProductHasNothing)
 {
-    const auto facts = readDocumentFacts(write(QStringLiteral("car.plmxml"), "<PLMXML/>"));
+    const auto facts = importer::readDocumentFacts(write(QStringLiteral("car.plmxml"), "<PLMXML/>"));
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->instances + facts->parts + facts->files, 0u);
 }
 
 TEST_F(DocumentFactsTest, ADocumentThatCannotBeReadHasNoFacts)
 {
-    EXPECT_FALSE(readDocumentFacts(write(QStringLiteral("car.plmxml"), "<Other/>")));
-    EXPECT_FALSE(readDocumentFacts(path(QStringLiteral("none.plmxml"))));
+    EXPECT_FALSE(importer::readDocumentFacts(write(QStringLiteral("car.plmxml"), "<Other/>")));
+    EXPECT_FALSE(importer::readDocumentFacts(path(QStringLiteral("none.plmxml"))));
     EXPECT_FALSE(
         factsOf("<Transform>x y</Transform><Part><Representation><Transform>x</Transform></Representation></Part>"));
 }

@@ -35,7 +35,7 @@ protected:
 TEST_F(RepeatedPartsTest, EmptyPlacesOfALoadedPartGetItsContent)
 {
     makePlaces(2);
-    EXPECT_EQ(fillRepeatedParts(m_root, 9), 0u);
+    EXPECT_EQ(importer::fillRepeatedParts(m_root, 9), 0u);
     const osg::NodePtr part = m_root->getChild(1)->getChild(0);
     for (unsigned i : {0u, 2u, 3u}) {
         ASSERT_THAT(childNames(m_root->getChild(i)), ElementsAre("part"));
@@ -49,8 +49,8 @@ TEST_F(RepeatedPartsTest, EmptyPlacesOfALoadedPartGetItsContent)
 TEST_F(RepeatedPartsTest, NothingChangesTheSecondTime)
 {
     makePlaces(2);
-    fillRepeatedParts(m_root, 100);
-    EXPECT_EQ(fillRepeatedParts(m_root, 100), 0u);
+    importer::fillRepeatedParts(m_root, 100);
+    EXPECT_EQ(importer::fillRepeatedParts(m_root, 100), 0u);
     for (unsigned i = 0; i < 4; ++i)
         EXPECT_EQ(m_root->getChild(i)->getNChildren(), 1u);
 }
@@ -58,7 +58,7 @@ TEST_F(RepeatedPartsTest, NothingChangesTheSecondTime)
 TEST_F(RepeatedPartsTest, PlacesOfAPartThatIsNotLoadedStayEmpty)
 {
     makePlaces(0);
-    EXPECT_EQ(fillRepeatedParts(m_root, 100), 0u);
+    EXPECT_EQ(importer::fillRepeatedParts(m_root, 100), 0u);
     EXPECT_THAT(childNames(m_root->getChild(0)), IsEmpty());
 }
 
@@ -66,7 +66,7 @@ TEST_F(RepeatedPartsTest, PlacesBeyondTheLimitStayEmptyAndAreCounted)
 {
     makePlaces(2);
     // Three nodes a copy, the reference's own counted in.
-    EXPECT_EQ(fillRepeatedParts(m_root, 7), 1u);
+    EXPECT_EQ(importer::fillRepeatedParts(m_root, 7), 1u);
     EXPECT_EQ(m_root->getChild(0)->getNChildren() + m_root->getChild(2)->getNChildren(), 2u);
     EXPECT_EQ(m_root->getChild(3)->getNChildren(), 0u);
 }

@@ -74,21 +74,21 @@ const char* const sampleText = "scene [Group]\n"
 
 TEST_F(SceneTextTest, EachNodeIsALineWithWhatIsSpecialAboutIt)
 {
-    EXPECT_EQ(describeScene(sampleScene()), sampleText);
+    EXPECT_EQ(zn::describeScene(sampleScene()), sampleText);
 }
 
 TEST_F(SceneTextTest, TheTextKeepsItsPointsUnderALocaleWithDecimalCommas)
 {
     if (!std::setlocale(LC_NUMERIC, "de_DE.UTF-8"))
         GTEST_SKIP() << "the machine has no locale with decimal commas";
-    const std::string text = describeScene(sampleScene());
+    const std::string text = zn::describeScene(sampleScene());
     std::setlocale(LC_NUMERIC, "C");
     EXPECT_EQ(text, sampleText);
 }
 
 TEST_F(SceneTextTest, ANullNodeHasNoText)
 {
-    EXPECT_EQ(describeScene(NodePtr()), "");
+    EXPECT_EQ(zn::describeScene(NodePtr()), "");
 }
 
 TEST_F(SceneTextTest, DeepLevelsAreTold)
@@ -99,7 +99,7 @@ TEST_F(SceneTextTest, DeepLevelsAreTold)
         last->addChild(named("n", osg::Group::create()));
         last = last->getChild(0);
     }
-    const std::string text = describeScene(root);
+    const std::string text = zn::describeScene(root);
     EXPECT_NE(text.find("\n" + std::string(120, ' ') + "n [Group]\n"), std::string::npos);
     EXPECT_NE(text.find("\n" + std::string(120, ' ') + "<62> n [Group]\n"), std::string::npos);
 }
@@ -107,7 +107,7 @@ TEST_F(SceneTextTest, DeepLevelsAreTold)
 TEST_F(SceneTextTest, CountsTellSharedContentOnceAndAsPlaced)
 {
     const auto scene = sampleScene();
-    const znSceneCounts counts = countScene(scene);
+    const zn::SceneCounts counts = zn::countScene(scene);
     EXPECT_EQ(counts.nodes, 6u);
     EXPECT_EQ(counts.geometries, 1u);
     EXPECT_EQ(counts.placedGeometries, 2u);
@@ -115,7 +115,7 @@ TEST_F(SceneTextTest, CountsTellSharedContentOnceAndAsPlaced)
     EXPECT_EQ(counts.placedTriangles, 2u);
     EXPECT_EQ(counts.materials, 1u);
     EXPECT_EQ(counts.references, 1u);
-    EXPECT_EQ(countScene(NodePtr()).nodes, 0u);
+    EXPECT_EQ(zn::countScene(NodePtr()).nodes, 0u);
 }
 
 } // namespace

@@ -2,8 +2,9 @@
 
 #include "importer/MissingParts.h"
 #include "importer/SceneText.h"
-#include "tools/znimport/Outputs.h"
-#include "tools/znimport/Variants.h"
+#include "tools/znimport/ChosenSettings.h"
+#include "tools/znimport/OutputFiles.h"
+#include "tools/znimport/VariantSelection.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,6 +13,9 @@
 
 #include <cstdio>
 #include <unistd.h>
+
+namespace znimport
+{
 
 namespace
 {
@@ -32,30 +36,31 @@ void complain(const QString& text)
 Application::Application(CommandLine commandLine)
     : m_commandLine(std::move(commandLine)), m_importer(m_session), m_display(stderr, isatty(STDERR_FILENO) == 1)
 {
-    connect(&m_importer, &znImporter::progressChanged, this,
+    connect(&m_importer, &zn::Importer::progressChanged, this,
             [this](unsigned percent, const QString& text) { m_display.show(percent, text); });
-    connect(&m_importer, &znImporter::partsChanged, this,
-            [this](const znPartCounts& counts, const QString& text) { m_display.showParts(counts, text); });
-    connect(&m_importer, &znImporter::finished, this, &Application::importFinished);
+    connect(&m_importer, &zn::Importer::partsChanged, this,
+            [this](const zn::PartCounts& counts, const QString& text) { m_display.showParts(counts, text); });
+    connect(&m_importer, &zn::Importer::finished, this, &Application::importFinished);
     connect(&m_interrupt, &Interrupt::stopRequested, this, &Application::stop);
 }
 
 int Application::run()
 {
-    if (m_commandLine.clusterNodes > 0 && SlurmAllocation::isWithinOne()) {
+    if (m_commandLine.clusterNodes > 0 && importer::cluster::SlurmAllocation::isWithinOne()) {
         complain(QStringLiteral("--nodes asks for a new allocation, but this is already one (job %1)")
                      .arg(qEnvironmentVariable("SLURM_JOB_ID")));
         return wrongUse;
     }
-    if (const auto error = outputs::complaint(m_commandLine)) {
+    if (const auto error = outputComplaint(m_commandLine)) {
         complain(*error);
         return wrongUse;
     }
-    if (!applySettings())
+    if (const auto error = applySettings(m_commandLine, m_session.settings())) {
+        complain(*error);
         return wrongUse;
+    }
     if (m_commandLine.trace)
         m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
-    m_importer.setRecordsSteps(!m_commandLine.reportFile.isEmpty());
     QTimer::singleShot(0, this, &Application::begin);
     QCoreApplication::exec();
     m_cluster.reset();
@@ -80,9 +85,9 @@ int Application::presentScene()
     if (!applyVariant())
         return failed;
     if (m_commandLine.variants)
-        std::fputs(variants::describe(m_session).c_str(), stdout);
+        std::fputs(describeVariantSets(m_session).c_str(), stdout);
     if (m_commandLine.tree)
-        std::fputs(describeScene(m_session.sceneRoot()).c_str(), stdout);
+        std::fputs(zn::describeScene(m_session.sceneRoot()).c_str(), stdout);
     return writeOutputs() ? exitCode() : failed;
 }
 
@@ -109,22 +114,11 @@ void Application::fail(const QString& text)
     m_report.setError(text);
 }
 
-bool Application::applySettings()
-{
-    for (const auto& [name, value] : m_commandLine.settings) {
-        if (const auto error = m_session.settings().set(name, value)) {
-            complain(*error);
-            return false;
-        }
-    }
-    return true;
-}
-
 bool Application::applyVariant()
 {
     if (!m_commandLine.variant)
         return true;
-    const variants::Result result = variants::apply(m_session, *m_commandLine.variant);
+    const ChosenVariantSet result = chooseVariantSet(m_session, *m_commandLine.variant);
     for (const QString& warning : result.warnings)
         warn(warning);
     if (result.error)
@@ -142,20 +136,20 @@ void Application::begin()
 
 void Application::openCluster()
 {
-    m_cluster = std::make_unique<znClusterImport>(m_session, m_clusterFolder);
-    connect(m_cluster.get(), &znClusterImport::progress, this,
+    m_cluster = std::make_unique<zn::ClusterImport>(m_session, m_clusterFolder);
+    connect(m_cluster.get(), &zn::ClusterImport::progress, this,
             [this](const QString& text) { m_display.show(0, text); });
-    connect(m_cluster.get(), &znClusterImport::opened, this, [this](const QString& text) {
+    connect(m_cluster.get(), &zn::ClusterImport::opened, this, [this](const QString& text) {
         m_display.clear();
         complain(text);
         importNext();
     });
-    connect(m_cluster.get(), &znClusterImport::conversionLost, this, [this](const QString& text) {
+    connect(m_cluster.get(), &zn::ClusterImport::conversionLost, this, [this](const QString& text) {
         m_display.clear();
         warn(text);
     });
-    connect(m_cluster.get(), &znClusterImport::refused, this, &Application::clusterEnded);
-    connect(m_cluster.get(), &znClusterImport::ended, this, &Application::clusterEnded);
+    connect(m_cluster.get(), &zn::ClusterImport::refused, this, &Application::clusterEnded);
+    connect(m_cluster.get(), &zn::ClusterImport::ended, this, &Application::clusterEnded);
     const QString written = m_commandLine.outputFile.isEmpty() ? QString() : QFileInfo(m_commandLine.outputFile).path();
     m_cluster->open({m_commandLine.clusterNodes, m_commandLine.partition,
                      written.isEmpty() ? QDir::currentPath() : written, m_commandLine.files});
@@ -179,10 +173,10 @@ void Application::importNext()
     const QString file = m_commandLine.files.at(m_next++);
     m_display.begin(file);
     m_report.begin();
-    m_importer.import(file);
+    m_importer.import({file, !m_commandLine.reportFile.isEmpty()});
 }
 
-void Application::importFinished(const znImportResult& result)
+void Application::importFinished(const zn::ImportResult& result)
 {
     m_display.clear();
     m_report.add(result);
@@ -191,7 +185,7 @@ void Application::importFinished(const znImportResult& result)
             complain(line);
     if (!result.error.isEmpty() && !result.cancelled)
         complain(result.error);
-    for (const znMissingPart& part : result.missing)
+    for (const zn::MissingPart& part : result.missing)
         complain(QStringLiteral("missing: ") + describe(part));
     if (result.node)
         ++m_imported;
@@ -212,7 +206,7 @@ void Application::stop()
 bool Application::writeOutputs()
 {
     m_display.begin(m_commandLine.snapshotFile);
-    const auto result = outputs::write(
+    const auto result = znimport::writeOutputs(
         m_commandLine, m_session,
         [this](unsigned percent) {
             m_display.show(percent, QStringLiteral("Drawing"));
@@ -233,3 +227,5 @@ int Application::exitCode() const
 {
     return m_incomplete == 0 ? succeeded : partial;
 }
+
+} // namespace znimport

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "importer/cluster/znClusterImport.h"
-#include "importer/znImporter.h"
+#include "importer/Importer.h"
+#include "importer/cluster/ClusterImport.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tools/znimport/CommandLine.h"
@@ -14,6 +14,9 @@
 #include <atomic>
 #include <memory>
 #include <optional>
+
+namespace znimport
+{
 
 /// One run of the tool: imports the files of a command line in turn, prints and writes what was
 /// asked for, and reports on that. An interrupted run reports nothing.
@@ -30,13 +33,12 @@ public:
     int run();
 
 private:
-    bool applySettings();
     void begin();
     void openCluster();
     void clusterEnded(const QString& reason);
     bool applyVariant();
     void importNext();
-    void importFinished(const znImportResult& result);
+    void importFinished(const zn::ImportResult& result);
     void stop();
     /// Prints and writes what was asked for. Gives the exit code so far.
     int presentScene();
@@ -48,10 +50,10 @@ private:
 
     CommandLine m_commandLine;
     std::optional<zn::CallTrace> m_trace;
-    SharedFolder m_clusterFolder; ///< the scene stands on files in it
+    importer::cluster::SharedFolder m_clusterFolder; ///< the scene stands on files in it
     znStandaloneSession m_session;
-    std::unique_ptr<znClusterImport> m_cluster;
-    znImporter m_importer;
+    std::unique_ptr<zn::ClusterImport> m_cluster;
+    zn::Importer m_importer;
     Interrupt m_interrupt;
     ProgressDisplay m_display;
     Report m_report;
@@ -61,3 +63,5 @@ private:
     bool m_clusterFailed = false;
     std::atomic<bool> m_cancelWriting = false;
 };
+
+} // namespace znimport

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 
+namespace znimport
+{
+
 namespace
 {
 
@@ -48,12 +51,9 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
 void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
 {
     if (parser.isSet(QStringLiteral("jobs")))
-        line.settings.emplace_back(QStringLiteral("processes.most"), parser.value(QStringLiteral("jobs")));
-    if (!parser.isSet(QStringLiteral("material-assets")))
-        return;
-    line.assetFolder = parser.value(QStringLiteral("material-assets"));
-    line.settings.emplace_back(QStringLiteral("assets.folder"), *line.assetFolder);
-    line.settings.emplace_back(QStringLiteral("scene.applyMaterialAssets"), QStringLiteral("on"));
+        line.jobs = parser.value(QStringLiteral("jobs"));
+    if (parser.isSet(QStringLiteral("material-assets")))
+        line.assetFolder = parser.value(QStringLiteral("material-assets"));
 }
 
 /// Gives a sentence when a value is wrong.
@@ -182,3 +182,5 @@ QString helpText()
     addOptions(parser);
     return parser.helpText().replace(QCoreApplication::arguments().value(0), QStringLiteral("znimport"));
 }
+
+} // namespace znimport

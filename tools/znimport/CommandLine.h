@@ -7,6 +7,9 @@
 #include <utility>
 #include <vector>
 
+namespace znimport
+{
+
 /// One option of the command line. Help, manual and completion follow from the table of these.
 struct OptionRow {
     const char* shortName; ///< null if it has none
@@ -30,7 +33,8 @@ struct CommandLine {
     QString reportFile;                 ///< empty when no report is wanted
     QString unit;                       ///< of a GLB file; empty for metres
     QString up;                         ///< axis of a GLB file; empty for Y
-    std::optional<QString> assetFolder; ///< of the material assets to apply; the settings tell it too
+    std::optional<QString> jobs;        ///< how many conversions run at a time
+    std::optional<QString> assetFolder; ///< of the material assets to apply
     QString cluster;                    ///< the scheduler that conversions run on; empty to run them here
     int clusterNodes = 0;               ///< 0 leaves it to the scheduler
     QString partition;                  ///< of the cluster; empty for the scheduler's own choice
@@ -59,3 +63,5 @@ QString exitCodesText();
 
 /// The text of `--help`.
 QString helpText();
+
+} // namespace znimport

@@ -5,6 +5,9 @@
 
 #include <QJsonArray>
 
+namespace znimport
+{
+
 namespace
 {
 
@@ -13,7 +16,7 @@ double number(std::size_t value)
     return static_cast<double>(value);
 }
 
-QJsonObject jsonOf(const znDanglingReference& reference)
+QJsonObject jsonOf(const importer::DanglingReference& reference)
 {
     return {{QStringLiteral("line"), reference.line},
             {QStringLiteral("element"), reference.element},
@@ -28,11 +31,11 @@ QJsonObject documentReport(const QString& file)
 {
     if (!znFileIOHelper::isPLMXMLFile(file))
         return {};
-    const auto facts = readDocumentFacts(file);
+    const auto facts = importer::readDocumentFacts(file);
     if (!facts)
         return {};
     QJsonArray dangling;
-    for (const znDanglingReference& reference : facts->dangling)
+    for (const importer::DanglingReference& reference : facts->dangling)
         dangling.append(jsonOf(reference));
     return {{QStringLiteral("instances"), number(facts->instances)},
             {QStringLiteral("parts"), number(facts->parts)},
@@ -42,3 +45,5 @@ QJsonObject documentReport(const QString& file)
             {QStringLiteral("danglingReferences"), number(facts->danglingCount)},
             {QStringLiteral("dangling"), dangling}};
 }
+
+} // namespace znimport

@@ -2,6 +2,11 @@
 
 #include <QJsonObject>
 
+namespace znimport
+{
+
 /// What the PLMXML document at `file` holds, and which of its references lead nowhere; empty for any other file and for
 /// one that cannot be read. Reads the document a second time, since an import tells none of it.
 QJsonObject documentReport(const QString& file);
+
+} // namespace znimport

@@ -6,6 +6,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace znimport
+{
+
 namespace
 {
 
@@ -53,3 +56,5 @@ void Interrupt::received()
     m_requested = true;
     Q_EMIT stopRequested();
 }
+
+} // namespace znimport

@@ -4,6 +4,9 @@
 
 class QSocketNotifier;
 
+namespace znimport
+{
+
 /// Turns the signals by which a user or the system asks a program to stop (SIGINT, SIGTERM, SIGHUP) into a Qt signal.
 /// The second request of this kind ends the program at once, with the exit code 130.
 class Interrupt : public QObject
@@ -25,3 +28,5 @@ private:
     QSocketNotifier* m_notifier;
     bool m_requested = false;
 };
+
+} // namespace znimport

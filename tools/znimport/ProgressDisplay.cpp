@@ -2,6 +2,9 @@
 
 #include <QFileInfo>
 
+namespace znimport
+{
+
 ProgressDisplay::ProgressDisplay(std::FILE* stream, bool moving) : m_stream(stream), m_moving(moving) {}
 
 ProgressDisplay::~ProgressDisplay()
@@ -32,7 +35,7 @@ void ProgressDisplay::show(unsigned percent, const QString& stage)
     m_lineShown = m_moving;
 }
 
-void ProgressDisplay::showParts(const znPartCounts& counts, const QString& text)
+void ProgressDisplay::showParts(const zn::PartCounts& counts, const QString& text)
 {
     if (m_moving || counts.allEnded())
         show(counts.percent(), text);
@@ -45,3 +48,5 @@ void ProgressDisplay::clear()
     m_lineShown = false;
     std::fflush(m_stream);
 }
+
+} // namespace znimport

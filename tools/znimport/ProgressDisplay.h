@@ -7,6 +7,9 @@
 
 #include <cstdio>
 
+namespace znimport
+{
+
 /// Shows what an import is doing: one line that changes on a terminal, otherwise a line for each new stage.
 class ProgressDisplay
 {
@@ -23,7 +26,7 @@ public:
     /// `percent` of 0 stands for a stage without a number.
     void show(unsigned percent, const QString& stage);
     /// How far the parts of the file are, in words. Without a moving line only the end of all parts is worth one.
-    void showParts(const znPartCounts& counts, const QString& text);
+    void showParts(const zn::PartCounts& counts, const QString& text);
     /// Takes the moving line away, so that something else can be written.
     void clear();
 
@@ -35,3 +38,5 @@ private:
     QString m_lastStage;
     QElapsedTimer m_elapsed;
 };
+
+} // namespace znimport

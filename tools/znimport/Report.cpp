@@ -6,10 +6,13 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 
+namespace znimport
+{
+
 namespace
 {
 
-QJsonObject jsonOf(const znSceneCounts& counts)
+QJsonObject jsonOf(const zn::SceneCounts& counts)
 {
     const auto number = [](std::size_t value) { return static_cast<double>(value); };
     return {{QStringLiteral("nodes"), number(counts.nodes)},
@@ -21,7 +24,7 @@ QJsonObject jsonOf(const znSceneCounts& counts)
             {QStringLiteral("placedTriangles"), number(counts.placedTriangles)}};
 }
 
-QJsonObject jsonOf(const znTreeStep& step)
+QJsonObject jsonOf(const zn::TreeStep& step)
 {
     return {{QStringLiteral("name"), step.name},
             {QStringLiteral("seconds"), step.seconds},
@@ -29,7 +32,7 @@ QJsonObject jsonOf(const znTreeStep& step)
             {QStringLiteral("after"), jsonOf(step.after)}};
 }
 
-QJsonObject jsonOf(const znMissingPart& part)
+QJsonObject jsonOf(const zn::MissingPart& part)
 {
     return {{QStringLiteral("file"), part.file},
             {QStringLiteral("reason"), part.reason},
@@ -45,7 +48,7 @@ QJsonArray jsonOf(const std::vector<T>& values)
     return list;
 }
 
-QString stateOf(const znImportResult& result)
+QString stateOf(const zn::ImportResult& result)
 {
     if (result.cancelled)
         return QStringLiteral("cancelled");
@@ -54,7 +57,7 @@ QString stateOf(const znImportResult& result)
     return result.node ? QStringLiteral("partial") : QStringLiteral("failed");
 }
 
-QJsonArray warningsOf(const znImportResult& result)
+QJsonArray warningsOf(const zn::ImportResult& result)
 {
     QStringList lines = result.messages;
     lines.removeAll(result.error);
@@ -76,14 +79,14 @@ std::optional<QString> writeFile(const QString& path, const QByteArray& text)
 
 } // namespace
 
-void Report::add(const znImportResult& result)
+void Report::add(const zn::ImportResult& result)
 {
     QJsonObject file{{QStringLiteral("file"), QFileInfo(result.file).absoluteFilePath()},
                      {QStringLiteral("state"), stateOf(result)},
                      {QStringLiteral("seconds"), secondsOf(m_import)},
                      {QStringLiteral("warnings"), warningsOf(result)},
                      {QStringLiteral("missing"), jsonOf(result.missing)},
-                     {QStringLiteral("counts"), jsonOf(countScene(result.node))},
+                     {QStringLiteral("counts"), jsonOf(zn::countScene(result.node))},
                      {QStringLiteral("steps"), jsonOf(result.steps)}};
     if (!result.error.isEmpty())
         file[QStringLiteral("error")] = result.error;
@@ -106,9 +109,11 @@ std::optional<QString> Report::write(const QString& file, const osg::NodePtr& sc
                        {QStringLiteral("seconds"), secondsOf(m_run)},
                        {QStringLiteral("files"), m_files},
                        {QStringLiteral("outputs"), m_outputs},
-                       {QStringLiteral("scene"), jsonOf(countScene(scene))},
+                       {QStringLiteral("scene"), jsonOf(zn::countScene(scene))},
                        {QStringLiteral("warnings"), QJsonArray::fromStringList(m_warnings)}};
     if (!m_error.isEmpty())
         report[QStringLiteral("error")] = m_error;
     return writeFile(file, QJsonDocument(report).toJson());
 }
+
+} // namespace znimport

@@ -9,6 +9,9 @@
 
 #include <optional>
 
+namespace znimport
+{
+
 /// What a run of the tool tells a program about itself: which files it imported, what the steps of each import changed
 /// and took, what is missing. `docs/report.md` tells the members.
 class Report
@@ -23,7 +26,7 @@ public:
     /// The import of a file begins.
     void begin() { m_import.start(); }
     /// It has ended with `result`; its tree is counted.
-    void add(const znImportResult& result);
+    void add(const zn::ImportResult& result);
     void addWarning(const QString& text) { m_warnings.append(text); }
     /// Why the run failed after the imports.
     void setError(const QString& text) { m_error = text; }
@@ -41,3 +44,5 @@ private:
     QStringList m_warnings;
     QString m_error;
 };
+
+} // namespace znimport

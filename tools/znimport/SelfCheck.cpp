@@ -1,10 +1,10 @@
 #include "tools/znimport/SelfCheck.h"
 
-#include "importer/znImporter.h"
+#include "importer/Importer.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znUtils/InstalledProgram.h"
-#include "tools/znimport/CommandLine.h"
+#include "tools/znimport/ChosenSettings.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,6 +14,9 @@
 
 #include <array>
 #include <cstdio>
+
+namespace znimport
+{
 
 namespace
 {
@@ -60,7 +63,7 @@ public:
         say("znimport", QStringLiteral(ZN_VERSION) + QStringLiteral(", ") +
                             QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
         say("Qt", QString::fromUtf8(qVersion()));
-        checkProgram("converter", zn::converterProgram(m_session.settings().text(QStringLiteral("converter.program"))));
+        checkProgram("converter", zn::converterProgram(m_session.settings().converter.program));
         checkProgram("tessellation", tessellationProgram());
         checkFolder();
         importCube();
@@ -79,7 +82,7 @@ private:
 
     QString tessellationProgram() const
     {
-        const QString setting = m_session.settings().text(QStringLiteral("tessellation.program"));
+        const QString setting = m_session.settings().tessellation.program;
         return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxtessellate")) : setting;
     }
 
@@ -114,22 +117,22 @@ private:
         judge(import(file.fileName()));
     }
 
-    znImportResult import(const QString& file)
+    zn::ImportResult import(const QString& file)
     {
-        znImportResult ended;
-        znImporter importer(m_session);
-        QObject::connect(&importer, &znImporter::finished, &importer, [&ended](const znImportResult& result) {
+        zn::ImportResult ended;
+        zn::Importer importer(m_session);
+        QObject::connect(&importer, &zn::Importer::finished, &importer, [&ended](const zn::ImportResult& result) {
             ended = result;
             QCoreApplication::quit();
         });
-        importer.import(file);
+        importer.import({file});
         QCoreApplication::exec();
         return ended;
     }
 
-    void judge(const znImportResult& result)
+    void judge(const zn::ImportResult& result)
     {
-        const std::size_t triangles = countScene(result.node ? result.node.get() : osg::NodePtr()).triangles;
+        const std::size_t triangles = zn::countScene(result.node ? result.node.get() : osg::NodePtr()).triangles;
         if (result.state != znCADFileTypes::JobSucceeded)
             return cubeFailed(result.error);
         if (triangles != cubeTriangles)
@@ -152,10 +155,11 @@ private:
 int selfCheck(const CommandLine& commandLine)
 {
     znStandaloneSession session;
-    for (const auto& [name, value] : commandLine.settings)
-        if (const auto error = session.settings().set(name, value)) {
-            std::fprintf(stderr, "znimport: %s\n", error->toUtf8().constData());
-            return wrongUse;
-        }
+    if (const auto error = applySettings(commandLine, session.settings())) {
+        std::fprintf(stderr, "znimport: %s\n", error->toUtf8().constData());
+        return wrongUse;
+    }
     return SelfCheck(session).run();
 }
+
+} // namespace znimport

@@ -44,16 +44,16 @@ int main(int argc, char** argv)
     if (translator.load(QLocale(), QStringLiteral("znCADImport"), QStringLiteral("_"),
                         QStringLiteral(":/translations")))
         QCoreApplication::installTranslator(&translator);
-    const CommandLineResult parsed = parseCommandLine(QCoreApplication::arguments().mid(1));
+    const znimport::CommandLineResult parsed = znimport::parseCommandLine(QCoreApplication::arguments().mid(1));
     if (parsed.error)
         return wrongUse(*parsed.error);
     if (parsed.commandLine.help)
-        return print(helpText());
+        return print(znimport::helpText());
     if (parsed.commandLine.version)
         return print(QStringLiteral("znimport " ZN_VERSION "\n"));
     if (parsed.commandLine.helpSettings)
         return print(zn::Settings().helpText());
     if (parsed.commandLine.selfCheck)
-        return selfCheck(parsed.commandLine);
-    return Application(parsed.commandLine).run();
+        return znimport::selfCheck(parsed.commandLine);
+    return znimport::Application(parsed.commandLine).run();
 }

@@ -44,11 +44,11 @@ protected:
             .toStdString();
     }
 
-    bool referencedFiles() const { return m_settings.isOn(QStringLiteral("import.Catia V5.referencedFiles")); }
-    int processes() const { return m_settings.integer(QStringLiteral("processes.most")); }
-    double unit() const { return m_settings.number(QStringLiteral("mesh.unit")); }
-    QString up() const { return m_settings.text(QStringLiteral("mesh.up")); }
-    QString folder() const { return m_settings.text(QStringLiteral("files.temporaryFolder")); }
+    bool referencedFiles() const { return *m_settings.formats.referencedFiles(znCADFileTypes::CatiaV5); }
+    int processes() const { return m_settings.processes.most; }
+    double unit() const { return m_settings.mesh.unit; }
+    QString up() const { return m_settings.mesh.up.text(); }
+    QString folder() const { return m_settings.files.temporaryFolder; }
 
     QTemporaryDir m_folder;
     zn::Settings m_settings;
@@ -65,14 +65,16 @@ TEST_F(SettingsTest, StartWithTheirDefaults)
 
 TEST_F(SettingsTest, EveryDefaultIsAValueOfItsSetting)
 {
-    for (const zn::SettingRow& row : m_settings.rows())
-        EXPECT_FALSE(m_settings.set(row.name, row.defaultText)) << row.name.toStdString();
+    for (const zn::AnySetting* setting : m_settings.all())
+        EXPECT_FALSE(m_settings.set(setting->row().name, setting->row().defaultText))
+            << setting->row().name.toStdString();
 }
 
 TEST_F(SettingsTest, EveryRowHasANameOfItsOwnAndTellsWhatItIsFor)
 {
     std::set<QString> names;
-    for (const zn::SettingRow& row : m_settings.rows()) {
+    for (const zn::AnySetting* setting : m_settings.all()) {
+        const zn::SettingRow& row = setting->row();
         EXPECT_TRUE(names.insert(row.name).second) << row.name.toStdString();
         EXPECT_TRUE(row.help.endsWith(QLatin1Char('.'))) << row.name.toStdString();
         EXPECT_EQ(row.choices.isEmpty(), row.type != zn::SettingType::Choice) << row.name.toStdString();
@@ -150,11 +152,43 @@ TEST_F(SettingsTest, ReadNumbersTheSameUnderALocaleWithACommaAsDecimalPoint)
     std::setlocale(LC_ALL, before.c_str());
 }
 
-TEST_F(SettingsTest, ASwitchThatIsNotInTheTableHasTheAnswerOfTheCaller)
+TEST_F(SettingsTest, MembersReadAndWriteWhatTextsDo)
 {
-    EXPECT_TRUE(m_settings.isOn(QStringLiteral("import.undefined.referencedFiles"), true));
-    EXPECT_FALSE(m_settings.isOn(QStringLiteral("import.undefined.referencedFiles"), false));
-    EXPECT_TRUE(m_settings.isOn(QStringLiteral("import.Catia V5.referencedFiles"), false));
+    EXPECT_EQ(m_settings.processes.most.set(3), std::nullopt);
+    EXPECT_EQ(m_settings.mesh.unit.set(25.4), std::nullopt);
+    EXPECT_EQ(m_settings.mesh.up.set(zn::MeshSettings::Axis::Y), std::nullopt);
+    EXPECT_EQ(m_settings.optimize.keepNurbs.set(true), std::nullopt);
+    EXPECT_EQ(m_settings.assets.folder.set(QStringLiteral("/A b")), std::nullopt);
+    EXPECT_EQ(m_settings.processes.most.text(), QStringLiteral("3"));
+    EXPECT_EQ(m_settings.mesh.unit.text(), QStringLiteral("25.4"));
+    EXPECT_EQ(m_settings.mesh.up.text(), QStringLiteral("y"));
+    EXPECT_EQ(m_settings.optimize.keepNurbs.text(), QStringLiteral("on"));
+    EXPECT_EQ(m_settings.assets.folder.text(), QStringLiteral("/A b"));
+    EXPECT_EQ(set("mesh.up", "Z"), "");
+    EXPECT_EQ(m_settings.mesh.up.value(), zn::MeshSettings::Axis::Z);
+    EXPECT_EQ(set("optimize.keepNurbs", "no"), "");
+    EXPECT_FALSE(m_settings.optimize.keepNurbs);
+}
+
+TEST_F(SettingsTest, MembersRefuseWhatTheirRowsDoNotAllow)
+{
+    EXPECT_EQ(m_settings.processes.most.set(1025).value_or(QString()).toStdString(),
+              "setting 'processes.most' wants a whole number from 0 to 1024, not '1025'");
+    EXPECT_EQ(m_settings.processes.most.value(), 0);
+    EXPECT_TRUE(m_settings.tessellation.preset.set(QStringLiteral("rough")));
+    EXPECT_EQ(m_settings.tessellation.preset.value(), QStringLiteral("custom"));
+}
+
+TEST_F(SettingsTest, AFormatHasTheSettingsThatItsFilesCanNeed)
+{
+    EXPECT_EQ(m_settings.formats.referencedFiles(znCADFileTypes::Undefined), nullptr);
+    EXPECT_EQ(m_settings.formats.referencedFiles(znCADFileTypes::Obj), nullptr);
+    EXPECT_NE(m_settings.formats.referencedFiles(znCADFileTypes::PLMXML), nullptr);
+    EXPECT_EQ(m_settings.formats.converter(znCADFileTypes::PLMXML), nullptr);
+    EXPECT_EQ(set("converter.Catia V5.program", "/opt/c5"), "");
+    ASSERT_NE(m_settings.formats.converter(znCADFileTypes::CatiaV5), nullptr);
+    EXPECT_EQ(m_settings.formats.converter(znCADFileTypes::CatiaV5)->program.value(), QStringLiteral("/opt/c5"));
+    EXPECT_EQ(m_settings.formats.converter(znCADFileTypes::Step)->program.value(), QString());
 }
 
 TEST_F(SettingsTest, HaveARowForTheReferencedFilesOfEachFormatThatCanReferToAny)

@@ -135,7 +135,7 @@ TEST(StandaloneSession, StartsWithNothingOfTheOneBefore)
     EXPECT_EQ(second.sceneRoot()->getNChildren(), 0u);
     EXPECT_FALSE(second.selectedNode());
     EXPECT_TRUE(second.preferences().get("FileIO tmp path").empty());
-    EXPECT_EQ(second.settings().number(QStringLiteral("mesh.unit")), 1.0);
+    EXPECT_EQ(second.settings().mesh.unit, 1.0);
 }
 
 TEST(StandaloneSessionDeathTest, ThereIsOneAtATime)

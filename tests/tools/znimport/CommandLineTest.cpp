@@ -1,7 +1,8 @@
 #include "tools/znimport/CommandLine.h"
-#include "tools/znimport/Outputs.h"
 
 #include <gtest/gtest.h>
+
+using namespace znimport;
 
 namespace
 {
@@ -54,8 +55,7 @@ TEST(CommandLine, JobsIsTheLimitOfProcesses)
 {
     const auto [line, error] = parse({"a.stp", "-j", "3"});
     ASSERT_FALSE(error);
-    EXPECT_EQ(line.settings[0].first, QStringLiteral("processes.most"));
-    EXPECT_EQ(line.settings[0].second, QStringLiteral("3"));
+    EXPECT_EQ(line.jobs, QStringLiteral("3"));
 }
 
 TEST(CommandLine, AVariantSetMayBeNamedAndAllListed)
@@ -92,29 +92,6 @@ TEST(CommandLine, TheHelpShowsEveryOption)
     for (const OptionRow& row : optionTable())
         EXPECT_TRUE(help.contains(QStringLiteral("--") + QString::fromUtf8(row.name))) << row.name;
     EXPECT_TRUE(help.startsWith(QStringLiteral("Usage: znimport [options] FILE...")));
-}
-
-TEST(CommandLine, OutputsThatCannotBeWrittenAreToldBeforeTheImport)
-{
-    const auto complaint = [](std::initializer_list<const char*> words) {
-        return outputs::complaint(parse(words).commandLine).value_or(QString());
-    };
-    EXPECT_EQ(complaint({"a.obj", "-o", "a.glb"}), QString());
-    EXPECT_EQ(complaint({"a.obj", "-o", "A.OSB"}), QString());
-    EXPECT_EQ(complaint({"a.obj", "-o", "a.fbx"}), QStringLiteral("--output writes .glb and .osb files, not 'a.fbx'"));
-    EXPECT_EQ(complaint({"a.obj", "--snapshot", "a.jpg"}), QStringLiteral("--snapshot writes .png files, not 'a.jpg'"));
-    EXPECT_EQ(complaint({"a.obj", "-o", "a.glb", "--unit", "in", "--up", "Z"}), QString());
-    EXPECT_EQ(complaint({"a.obj", "-o", "a.glb", "--unit", "inch"}),
-              QStringLiteral("--unit wants mm, cm, m, in or ft, not 'inch'"));
-    EXPECT_EQ(complaint({"a.obj", "-o", "a.glb", "--up", "x"}), QStringLiteral("--up wants y or z, not 'x'"));
-    EXPECT_EQ(complaint({"a.obj", "-o", "a.osb", "--unit", "mm"}),
-              QStringLiteral("--unit and --up are for .glb files, and --output names none"));
-    EXPECT_EQ(complaint({"a.obj", "--up", "z"}),
-              QStringLiteral("--unit and --up are for .glb files, and --output names none"));
-    EXPECT_EQ(complaint({"a.obj", "--report", "a.stp"}), QStringLiteral("--report writes .json files, not 'a.stp'"));
-    EXPECT_EQ(complaint({"a.obj", "--size", "640"}), QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '640'"));
-    EXPECT_EQ(complaint({"a.obj", "--size", "0x5"}), QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '0x5'"));
-    EXPECT_TRUE(complaint({"a.obj", "--view", "inside"}).contains(QStringLiteral("iso")));
 }
 
 } // namespace

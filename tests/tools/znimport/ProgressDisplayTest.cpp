@@ -26,7 +26,7 @@ protected:
 
 TEST_F(ProgressDisplayTest, WithoutATerminalOnlyTheEndOfAllPartsIsALine)
 {
-    ProgressDisplay display(m_stream, false);
+    znimport::ProgressDisplay display(m_stream, false);
     display.begin(QStringLiteral("/cad/engine.stp"));
     display.showParts({3, 1, 0, 0}, QStringLiteral("0 of 3"));
     display.showParts({3, 2, 1, 0}, QStringLiteral("1 of 3"));
@@ -36,7 +36,7 @@ TEST_F(ProgressDisplayTest, WithoutATerminalOnlyTheEndOfAllPartsIsALine)
 
 TEST_F(ProgressDisplayTest, OnATerminalOneLineChanges)
 {
-    ProgressDisplay display(m_stream, true);
+    znimport::ProgressDisplay display(m_stream, true);
     display.begin(QStringLiteral("/cad/engine.stp"));
     display.showParts({4, 2, 1, 0}, QStringLiteral("1 of 4"));
     const std::string shown = text();

@@ -1,0 +1,58 @@
+#include "importer/Importer.h"
+
+#include "importer/ImportRoad.h"
+#include "standalone/session/znStandaloneSession.h"
+
+using importer::ImportRoad;
+
+namespace zn
+{
+
+Importer::Importer(znStandaloneSession& session, QObject* parent) : QObject(parent), m_session(session)
+{
+    qRegisterMetaType<ImportResult>();
+    qRegisterMetaType<PartCounts>();
+    m_session.setLogSink([this](const char* line) { receiveLog(QString::fromUtf8(line)); });
+}
+
+Importer::~Importer()
+{
+    m_session.setLogSink({});
+}
+
+void Importer::import(const ImportRequest& request)
+{
+    if (m_road) {
+        qWarning("zn::Importer: an import is running already");
+        return;
+    }
+    m_road = ImportRoad::forRequest(request);
+    connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
+    connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
+    connect(m_road.get(), &ImportRoad::ended, this, &Importer::roadEnded);
+    m_road->start();
+}
+
+void Importer::cancel()
+{
+    if (m_road)
+        m_road->cancel();
+}
+
+void Importer::receiveLog(const QString& line)
+{
+    if (m_road)
+        m_road->addMessage(line);
+    Q_EMIT message(line);
+}
+
+void Importer::roadEnded()
+{
+    ImportResult result = m_road->takeResult();
+    m_road.release()->deleteLater();
+    if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
+        result.error = result.messages.last();
+    Q_EMIT finished(result);
+}
+
+} // namespace zn

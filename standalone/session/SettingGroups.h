@@ -1,0 +1,283 @@
+#pragma once
+
+#include "import/znCADFileTypes.h"
+#include "standalone/session/Setting.h"
+
+#include <QCoreApplication>
+
+#include <map>
+
+namespace zn
+{
+
+/// Where translators find the texts of the settings.
+struct SettingHelp {
+    Q_DECLARE_TR_FUNCTIONS(zn::Settings)
+};
+
+/// Settings whose names begin alike. A setting is one member, declared together with its row; it stands in help and
+/// docs at the place that it has here.
+struct SettingGroup {
+    /// The settings of the group join `list`, which must live as long.
+    explicit SettingGroup(SettingList& list) : m_list(list) {}
+
+protected:
+    SettingList& m_list; ///< where settings join
+};
+
+/// Converter processes.
+struct ProcessSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<int> most{
+        m_list, "processes.most", 0, SettingRange{0, 1024},
+        SettingHelp::tr("How many converter processes run at a time; 0 lets cores and free memory decide.")};
+    ///@}
+};
+
+/// Where files go.
+struct FileSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<QString> temporaryFolder{
+        m_list, "files.temporaryFolder", QString(),
+        SettingHelp::tr("Where converted files go; empty for a folder of the session's own, which goes with it.")};
+    ///@}
+};
+
+/// What files of meshes do not say of themselves.
+struct MeshSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    /// An axis that points up.
+    enum class Axis { Y, Z };
+
+    ///@{
+    /// What the help says.
+    Setting<double> unit{m_list, "mesh.unit", 1, SettingRange{1e-6, 1e6, "mm"},
+                         SettingHelp::tr("What one unit of a file without a unit of its own (OBJ, PLY, WRL) is.")};
+    Setting<Axis> up{m_list,
+                     "mesh.up",
+                     Axis::Z,
+                     {QStringLiteral("y"), QStringLiteral("z")},
+                     SettingHelp::tr("Which axis points up in a file that does not say so (OBJ, PLY, WRL).")};
+    Setting<int> level{
+        m_list, "mesh.level", 0, SettingRange{0, 9},
+        SettingHelp::tr("Which level of detail is taken of files that hold several (JT): 0 is the finest; a part with "
+                        "fewer levels gives its coarsest.")};
+    Setting<bool> wrlInMetres{
+        m_list, "mesh.wrlInMetres", false,
+        SettingHelp::tr("Take WRL files by their standard: metres, and Y points up. CAD systems write "
+                        "millimetres and Z up.")};
+    ///@}
+};
+
+/// The converter of all formats, and how it is started. FormatSettings has those of single formats.
+struct ConverterSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<QString> program{m_list, "converter.program", QString(),
+                             SettingHelp::tr("The converter; empty for the installed ptxconvert.")};
+    Setting<QString> options{
+        m_list, "converter.options", QString(),
+        SettingHelp::tr("Settings of the converter, name=value and blank between them; ptxconvert --help-settings "
+                        "lists them.")};
+    Setting<QString> updateProgram{m_list, "converter.updateProgram", QString(),
+                                   SettingHelp::tr("The tool that brings an old Stylar file up to date.")};
+    Setting<QString> updateArguments{
+        m_list, "converter.updateArguments", QStringLiteral("{input} {output}"),
+        SettingHelp::tr("What that tool is given: {input} is the old file, {output} the new one.")};
+    Setting<QString> launcher{
+        m_list, "converter.launcher", QString(),
+        SettingHelp::tr("What stands before the command line of a converter, to run it elsewhere; {cores}, {memory} "
+                        "(MB), {seconds} and {minutes} follow from the size of the input, {input} and {output} are "
+                        "the files. Empty to start it here.")};
+    ///@}
+};
+
+/// What a launcher is told of the needs of converters.
+struct LauncherSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<int> mostCores{
+        m_list, "launcher.mostCores", 8, SettingRange{1, 1e6},
+        SettingHelp::tr("The most that {cores} may be: it is 1, and 1 more for each 32 MB of input.")};
+    Setting<int> memory{m_list, "launcher.memory", 1024, SettingRange{64, 1e6, "MB"},
+                        SettingHelp::tr("What {memory} is, without launcher.memoryPerMegabyte; the converter stops a "
+                                        "little before it.")};
+    Setting<int> mostMemory{m_list, "launcher.mostMemory", 0, SettingRange{0, 1e6, "MB"},
+                            SettingHelp::tr("The most that {memory} may be; 0 for any.")};
+    Setting<int> memoryPerMegabyte{m_list, "launcher.memoryPerMegabyte", 60, SettingRange{0, 1e6, "MB"},
+                                   SettingHelp::tr("What each megabyte of input adds to {memory}.")};
+    Setting<int> time{m_list, "launcher.time", 660, SettingRange{60, 1e6, "s"},
+                      SettingHelp::tr("What {seconds} is, without launcher.timePerMegabyte; the converter stops a "
+                                      "minute before it.")};
+    Setting<int> timePerMegabyte{m_list, "launcher.timePerMegabyte", 60, SettingRange{0, 1e6, "s"},
+                                 SettingHelp::tr("What each megabyte of input adds to {seconds}.")};
+    ///@}
+};
+
+/// Clusters.
+struct ClusterSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<QString> allocation{
+        m_list, "cluster.allocation", QStringLiteral("--exclusive --mem=0"),
+        SettingHelp::tr("What a cluster's allocation is asked for besides nodes and partition, in the "
+                        "words of salloc; whole nodes by default.")};
+    ///@}
+};
+
+/// What becomes of a converted tree before it comes into the scene.
+struct OptimizeSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    /// What becomes of references.
+    enum class References { Dissolve, Keep };
+
+    ///@{
+    /// What the help says.
+    Setting<bool> mergeMaterials{m_list, "optimize.mergeMaterials", true,
+                                 SettingHelp::tr("Make one material of equal ones.")};
+    Setting<bool> removeEmptyGroups{m_list, "optimize.removeEmptyGroups", false,
+                                    SettingHelp::tr("Remove groups without content.")};
+    Setting<bool> flushTransformations{
+        m_list, "optimize.flushTransformations", false,
+        SettingHelp::tr("Move transforms into the vertices. Parts that are used in several places lose their "
+                        "common geometry.")};
+    Setting<bool> mergeGeometries{
+        m_list, "optimize.mergeGeometries", false,
+        SettingHelp::tr("Merge geometries of one material under one parent, and mesh exact surfaces anew.")};
+    Setting<bool> keepNurbs{m_list, "optimize.keepNurbs", false,
+                            SettingHelp::tr("Keep exact surfaces with the meshes that have them.")};
+    Setting<bool> unshareNodes{m_list, "optimize.unshareNodes", false,
+                               SettingHelp::tr("Give each node a content of its own, so that changes stay local.")};
+    Setting<References> sourceReferences{m_list,
+                                         "optimize.sourceReferences",
+                                         References::Dissolve,
+                                         {QStringLiteral("dissolve"), QStringLiteral("keep")},
+                                         SettingHelp::tr("What becomes of references to part files.")};
+    Setting<bool> solidKernel{
+        m_list, "optimize.solidKernel", false,
+        SettingHelp::tr("Add ambient occlusion to imported trees, and do not merge their geometries.")};
+    ///@}
+};
+
+/// What scenes are written with.
+struct ExportSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<bool> occlusionAsColors{m_list, "export.occlusionAsColors", false,
+                                    SettingHelp::tr("Write ambient occlusion into GLB files, as vertex colors.")};
+    ///@}
+};
+
+/// How exact surfaces are meshed anew.
+struct TessellationSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says. A preset is "custom", or the name of one of `geometry::tessellationPresets`.
+    Setting<QString> preset{m_list, "tessellation.preset", presetWords(), presetHelp()};
+    Setting<QString> program{
+        m_list, "tessellation.program", QString(),
+        SettingHelp::tr("What meshes exact surfaces anew; empty for the installed ptxtessellate.")};
+    Setting<double> timeLimit{m_list, "tessellation.timeLimit", 600, SettingRange{0, 1e6, "s"},
+                              SettingHelp::tr("How long one run of that program may take; 0 for any time.")};
+    Setting<bool> useStitching{m_list, "tessellation.useStitching", false,
+                               SettingHelp::tr("Join free edges of surfaces before they are meshed anew.")};
+    Setting<double> stitchingTolerance{m_list, "tessellation.stitchingTolerance", 0.01, SettingRange{0, 1e6, "mm"},
+                                       SettingHelp::tr("How far apart edges may be to be joined.")};
+    Setting<double> chordDeviation{m_list, "tessellation.chordDeviation", 0.1, SettingRange{1e-6, 1e6, "mm"},
+                                   SettingHelp::tr("How far a new mesh may be from its surface.")};
+    Setting<double> normalTolerance{m_list, "tessellation.normalTolerance", 15, SettingRange{0.1, 90, "degrees"},
+                                    SettingHelp::tr("The largest angle between normals along an edge of a new mesh.")};
+    Setting<double> maxChordLength{m_list, "tessellation.maxChordLength", 0, SettingRange{0, 1e6, "mm"},
+                                   SettingHelp::tr("The longest edge of a new mesh; 0 for any length.")};
+    ///@}
+
+private:
+    static QStringList presetWords();
+    static QString presetHelp();
+};
+
+/// What becomes of a tree in the scene.
+struct SceneSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<bool> applyMaterialAssets{
+        m_list, "scene.applyMaterialAssets", false,
+        SettingHelp::tr("Put the assets of the chosen folder on materials of the same name.")};
+    Setting<bool> centerInOrigin{m_list, "scene.centerInOrigin", false,
+                                 SettingHelp::tr("Move what is imported so that its middle is in the origin.")};
+    Setting<bool> putOnGround{m_list, "scene.putOnGround", false,
+                              SettingHelp::tr("Move what is imported so that its lowest point is at the height 0.")};
+    ///@}
+};
+
+/// What imports make of files of any format.
+struct ImportSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<bool> uberMaterials{m_list, "import.uberMaterials", false,
+                                SettingHelp::tr("Make uber materials of the simple ones that referenced files bring.")};
+    ///@}
+};
+
+/// Assets.
+struct AssetSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<QString> folder{
+        m_list, "assets.folder", QString(),
+        SettingHelp::tr("The folder of material assets: glTF files whose materials have a uuid and a "
+                        "name in their extras.")};
+    ///@}
+};
+
+/// The settings that each format has of its own.
+struct FormatSettings : SettingGroup {
+    using FileType = znCADFileTypes::FileType; ///< a format
+
+    /// What converts the files of one format.
+    struct Converter {
+        /// `format` is the name of the format.
+        Converter(SettingList& list, const QString& format);
+
+        Setting<QString> program;   ///< empty for the converter of all formats
+        Setting<QString> arguments; ///< what that program is given
+    };
+
+    /// The settings of all formats join `list`, which must live as long.
+    explicit FormatSettings(SettingList& list);
+
+    /// The converter of a format's own; null for a format that goes through none.
+    const Converter* converter(FileType type) const;
+
+    /// Whether the part files of an assembly of this format are wanted; null for a format that refers to none.
+    const Setting<bool>* referencedFiles(FileType type) const;
+
+private:
+    std::map<FileType, Converter> m_converters;
+    std::map<FileType, Setting<bool>> m_referencedFiles;
+};
+
+} // namespace zn

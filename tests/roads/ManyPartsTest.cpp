@@ -1,0 +1,58 @@
+// A generated assembly of many part files through the real converter.
+
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Names.h"
+#include "host/OSGSystem/Transform.h"
+#include "importer/Importer.h"
+#include "importer/SceneText.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "tests/support/AssemblyBuilder.h"
+
+#include <QDir>
+#include <QEventLoop>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+TEST(ManyPartsTest, EveryReferenceHasItsPartAndPartsAreReadOnce)
+{
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/many parts äö XXXXXX"));
+    const AssemblyPlan plan{12, 130};
+    const QString file = QString::fromStdString(plan.write(folder.path().toStdString()));
+    ASSERT_FALSE(file.isEmpty());
+    znStandaloneSession session;
+    ASSERT_FALSE(session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)));
+    ASSERT_FALSE(session.settings().set(QStringLiteral("processes.most"), QStringLiteral("2")));
+    zn::Importer importer(session);
+    QEventLoop loop;
+    zn::ImportResult result;
+    QObject::connect(&importer, &zn::Importer::finished, &loop, [&](const zn::ImportResult& end) {
+        result = end;
+        loop.quit();
+    });
+    QTimer::singleShot(110000, &loop, &QEventLoop::quit);
+    importer.import({file});
+    loop.exec();
+    ASSERT_EQ(result.state, znCADFileTypes::JobSucceeded) << result.error.toStdString();
+    const zn::SceneCounts counts = zn::countScene(result.node);
+    EXPECT_EQ(counts.geometries, 12u);
+    EXPECT_EQ(counts.placedGeometries, 130u);
+    EXPECT_EQ(counts.placedTriangles, 130u * 12u);
+    const osg::NodePtr top = result.node->getChild(0);
+    ASSERT_EQ(top->getNChildren(), 130u);
+    const osg::NodePtr place = top->getChild(117);
+    EXPECT_STREQ(osg::getName(place), "place 117");
+    const auto transform = osg::fcCast<osg::Transform>(place->getCore());
+    ASSERT_TRUE(transform);
+    EXPECT_EQ(transform->getMatrix()[12], 340);
+    EXPECT_EQ(transform->getMatrix()[13], 20);
+    EXPECT_EQ(transform->getMatrix()[14], 5);
+    EXPECT_STREQ(osg::getName(place->getChild(0)), "box 9");
+    result.node = osg::NodePtr();
+}
+
+} // namespace

@@ -1,0 +1,205 @@
+#include "tests/roads/PlmxmlImport.h"
+#include "standalone/scenefile/ConvertedTree.h"
+
+using namespace znCADFileTypes;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+class PlmxmlImportTest : public PlmxmlImport
+{
+};
+
+TEST_F(PlmxmlImportTest, ConvertedAndReadPartsComeInAndNoConvertedFileStays)
+{
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    writeTriangle(QStringLiteral("plate.obj"));
+    const zn::ImportResult result = importParts({"bolt.stp", "plate.obj"});
+    EXPECT_EQ(result.state, JobSucceeded);
+    EXPECT_EQ(result.error, QString());
+    EXPECT_THAT(result.missing, IsEmpty());
+    ASSERT_TRUE(result.node);
+    EXPECT_TRUE(result.node->getParent() == m_session.sceneRoot());
+    EXPECT_EQ(nameOf(partOf(result, 0)), "P0");
+    EXPECT_THAT(childNames(partOf(result, 0)->getChild(0)), ElementsAre("head"));
+    EXPECT_EQ(partOf(result, 1)->getChild(0)->getNChildren(), 1u);
+    drainEvents();
+    EXPECT_EQ(outputs(), QStringList());
+}
+
+TEST_F(PlmxmlImportTest, ProgressTellsDocumentPartsLoadingAndConversions)
+{
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    writePart(QStringLiteral("nut.stp"), {"ring"});
+    writeTriangle(QStringLiteral("plate.obj"));
+    importParts({"bolt.stp", "plate.obj", "nut.stp"});
+    EXPECT_EQ(m_texts, texts({"Reading document", "Part files found: 3", "Loading plate.obj", "Optimising"}));
+    ASSERT_THAT(m_counts, testing::Not(IsEmpty()));
+    EXPECT_EQ(m_counts.front(), (zn::PartCounts{3, 0, 1, 0}));
+    EXPECT_EQ(m_counts.back(), (zn::PartCounts{3, 0, 3, 0}));
+    EXPECT_THAT(m_counts, testing::Contains(zn::PartCounts{3, 1, 1, 0}));
+}
+
+TEST_F(PlmxmlImportTest, WhatIsMissingIsNamedWithReasonAndInstances)
+{
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    write(QStringLiteral("nut.stp"), "log \"Error: the moon is full\"\nexit 7");
+    write(QStringLiteral("flat.obj"), "no triangle");
+    const zn::ImportResult result = importParts({"nut.stp", "bolt.stp", "none.wrl", "nut.stp", "flat.obj"});
+    EXPECT_EQ(result.state, JobPartial);
+    EXPECT_EQ(result.error, QString());
+    ASSERT_TRUE(result.node);
+    const QStringList missing = missingTexts(result);
+    ASSERT_EQ(missing.size(), 3);
+    EXPECT_EQ(missing[0], QStringLiteral("flat.obj: there are no faces, lines or points in it [I4/P4]"));
+    EXPECT_EQ(missing[1], QStringLiteral("none.wrl: there is no such file [I2/P2]"));
+    EXPECT_TRUE(missing[2].startsWith(QStringLiteral("nut.stp: The file is damaged. the moon is full")))
+        << missing[2].toStdString();
+    EXPECT_TRUE(missing[2].endsWith(QStringLiteral("[I0/P0 I3/P3]"))) << missing[2].toStdString();
+    EXPECT_EQ(m_counts.back(), (zn::PartCounts{3, 0, 1, 2}));
+}
+
+TEST_F(PlmxmlImportTest, AFileThatTheHostReadsComesInAtAllItsPlaces)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    const zn::ImportResult result = importParts({"plate.obj", "plate.obj", "plate.obj"});
+    EXPECT_EQ(result.state, JobSucceeded);
+    ASSERT_TRUE(result.node);
+    const osg::NodePtr first = partOf(result, 0)->getChild(0)->getChild(0)->getChild(0);
+    ASSERT_TRUE(first->getCore());
+    for (unsigned i = 1; i < 3; ++i) {
+        const osg::NodePtr reference = partOf(result, i)->getChild(0);
+        ASSERT_EQ(reference->getNChildren(), 1u);
+        EXPECT_EQ(reference->getChild(0)->getChild(0)->getCore(), first->getCore());
+    }
+}
+
+TEST_F(PlmxmlImportTest, PartsThatTheConverterLeftOutMakeAnImportPartial)
+{
+    const Root part(makeReference("part root", path(QStringLiteral("bolt.stp"))));
+    osg::setTags(addGroup(part.get(), "ring place"),
+                 {osg::converted::missingTag({"/cad/ring.stp", "the file is not there"})});
+    writeScene(QStringLiteral("made/bolt.stp"), part.get());
+    write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")));
+    const zn::ImportResult result = importParts({"bolt.stp"});
+    EXPECT_EQ(result.state, JobPartial);
+    EXPECT_EQ(missingTexts(result), texts({"ring.stp: the file is not there []"}));
+}
+
+TEST_F(PlmxmlImportTest, PartFilesThatNobodyWantsAreNotMissing)
+{
+    set("import.PLMXML.referencedFiles", QStringLiteral("off"));
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    const zn::ImportResult result = importParts({"bolt.stp", "none.stp"});
+    EXPECT_EQ(result.state, JobSucceeded);
+    EXPECT_THAT(result.missing, IsEmpty());
+    EXPECT_THAT(m_counts, IsEmpty());
+    EXPECT_EQ(referenceOf(partOf(result, 0)->getChild(0))->getState(), 0u);
+}
+
+TEST_F(PlmxmlImportTest, ADocumentThatIsNotThereFailsOnce)
+{
+    int ends = 0;
+    QObject::connect(&m_importer, &zn::Importer::finished, [&ends] { ++ends; });
+    const QString file = path(QStringLiteral("none.plmxml"));
+    const zn::ImportResult result = import(file);
+    EXPECT_EQ(result.state, JobFailed);
+    EXPECT_FALSE(result.node);
+    EXPECT_EQ(result.error, file + QStringLiteral(": there is no such file"));
+    drainEvents();
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(PlmxmlImportTest, AnUnreadableDocumentFailsWithLineAndColumn)
+{
+    const QString file = write(QStringLiteral("car.plmxml"), "<PLMXML>\n  <ProductDef>\n </Product>\n</PLMXML>\n");
+    const zn::ImportResult result = import(file);
+    EXPECT_EQ(result.state, JobFailed);
+    EXPECT_FALSE(result.node);
+    EXPECT_TRUE(result.error.startsWith(file + QStringLiteral(":3:"))) << result.error.toStdString();
+    EXPECT_EQ(m_session.sceneRoot()->getNChildren(), 0u);
+}
+
+TEST_F(PlmxmlImportTest, ADocumentWhoseAssemblyHasNoEndFailsWithThePath)
+{
+    const QString file =
+        write(QStringLiteral("car.plmxml"), "<PLMXML><ProductDef><InstanceGraph rootRefs='i'><Instance id='i' "
+                                            "partRef='p'/></InstanceGraph><Part id='p' name='P' instanceRefs='i'/>"
+                                            "</ProductDef></PLMXML>");
+    const zn::ImportResult result = import(file);
+    EXPECT_EQ(result.state, JobFailed);
+    EXPECT_TRUE(result.error.contains(QStringLiteral("refers to itself"))) << result.error.toStdString();
+}
+
+TEST_F(PlmxmlImportTest, AnExceptionOfTheDocumentIsTheReason)
+{
+    // The tree that was being built has nobody who could hold it.
+    leavesOnPurpose({"Node car", "Name", "Transform", "Node", "Transform", "Node I0", "Name", "Transform", "Node P0",
+                     "Name", "Transform"});
+    const zn::ImportResult result = importParts({"."});
+    EXPECT_EQ(result.state, JobFailed);
+    EXPECT_FALSE(result.node);
+    EXPECT_TRUE(result.error.startsWith(result.file + QStringLiteral(": "))) << result.error.toStdString();
+    EXPECT_FALSE(result.error.contains(QStringLiteral("no tree")));
+}
+
+TEST_F(PlmxmlImportTest, CancelEndsTheConversionsAndKeepsWhatCameIn)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    std::vector<std::string> locations{"plate.obj"};
+    for (int i = 0; i < 5; ++i) {
+        const QString name = QStringLiteral("slow%1.stp").arg(i);
+        writePart(name, {"head"}, line("append", QStringLiteral("runs"), "run") + "progress 5 Merge\nwait 600000\n");
+        locations.push_back(name.toStdString());
+    }
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+        if (has(QStringLiteral("runs")))
+            m_importer.cancel();
+    });
+    watch.start(1);
+    const zn::ImportResult result = importParts(locations);
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.state, JobPartial);
+    EXPECT_EQ(result.missing.size(), 5u);
+    ASSERT_TRUE(result.node);
+    EXPECT_EQ(partOf(result, 0)->getChild(0)->getNChildren(), 1u);
+    EXPECT_LE(readLines(QStringLiteral("runs")).size(), 3);
+    drainEvents();
+    EXPECT_EQ(outputs(), QStringList());
+}
+
+TEST_F(PlmxmlImportTest, ConversionsThatBeginAfterTheCancelEndAtOnce)
+{
+    writePart(QStringLiteral("slow.stp"), {"head"}, "wait 600000\n");
+    QObject::connect(&m_importer, &zn::Importer::progressChanged, [this](unsigned, const QString& text) {
+        if (text == QStringLiteral("Reading document"))
+            m_importer.cancel();
+    });
+    const zn::ImportResult result = importParts({"slow.stp"});
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.state, JobPartial);
+    EXPECT_EQ(result.missing.size(), 1u);
+}
+
+TEST_F(PlmxmlImportTest, ACancelBeforeTheDocumentIsReadLeavesNothing)
+{
+    const QString file = documentOf({"none.stp"});
+    QTimer::singleShot(0, [this] { m_importer.cancel(); });
+    const zn::ImportResult result = import(file);
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.state, JobFailed);
+    EXPECT_EQ(result.error, QString());
+    EXPECT_THAT(result.missing, IsEmpty());
+}
+
+TEST_F(PlmxmlImportTest, AFolderIsNoDocument)
+{
+    EXPECT_TRUE(QDir().mkpath(path(QStringLiteral("folder.plmxml"))));
+    const QString file = path(QStringLiteral("folder.plmxml"));
+    EXPECT_EQ(import(file).error, file + QStringLiteral(": this is no file"));
+}
+
+} // namespace

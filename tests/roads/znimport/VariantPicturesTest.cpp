@@ -1,0 +1,87 @@
+// Pictures of variant sets, from functions and on the whole road of a model with bookmarks.
+
+#include "host/znOpenSGExt/ExtReference.h"
+#include "standalone/scenefile/SceneFile.h"
+#include "tests/roads/znimport/ToolRun.h"
+#include "tests/support/BookmarkScene.h"
+#include "tests/support/QtPrinters.h"
+
+#include <QImage>
+
+namespace
+{
+
+class VariantPicturesTest : public ToolRun
+{
+protected:
+    /// The car of `bookmarkscene` as a file of the surface modeller.
+    QString writeCar() const
+    {
+        const osg::ExtReferencePtr core = osg::ExtReferenceBase::create();
+        const osg::FileReferencePtr source = osg::FileReferenceBase::create();
+        source->setPath(path("car.styl").toStdString());
+        core->setSourceFile(source);
+        core->setState(2);
+        const osg::RefPtr<osg::NodePtr> car(bookmarkscene::make());
+        car->setCore(core);
+        EXPECT_FALSE(osg::writeSceneFile(car, path("made.osb")).error);
+        return writeCad("car.styl", path("made.osb"));
+    }
+    QStringList pictures() const { return QDir(path("pictures")).entryList(QDir::Files | QDir::Hidden); }
+    QImage picture(const char* name) const { return QImage(QDir(path("pictures")).filePath(text(name))); }
+};
+
+/// The paint at a place: "light" or "dark" glass, the "orange" box or the "grey" body.
+const char* paintAt(const QImage& image, int x, int y)
+{
+    const QColor color = image.pixelColor(x, y);
+    if (color.red() > 1.5 * color.blue())
+        return "orange";
+    if (color.lightness() < 60)
+        return "dark";
+    return color.blue() > color.red() + 10 ? "light" : "grey";
+}
+
+TEST_F(VariantPicturesTest, EachBookmarkOfAModelBecomesAPictureFromItsViewpoint)
+{
+    const Ending ending = znimport(withScriptedChild({writeCar(), text("--variants"), text("--snapshot-variants"),
+                                                      path("pictures"), text("--size"), text("320x200")}));
+    ASSERT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    EXPECT_EQ(ending.output, text("Open Roof [Exterior] from Open Roof_vp\nNight [Exterior] from Night_vp\nJourney\n"));
+    EXPECT_EQ(pictures(), (QStringList{text("Journey.png"), text("Night.png"), text("Open Roof.png")}));
+    ASSERT_EQ(picture("Night.png").size(), QSize(320, 200));
+    EXPECT_STREQ(paintAt(picture("Open Roof.png"), 160, 100), "grey");
+    // The side of the car: its body in the middle, the roof above that.
+    EXPECT_STREQ(paintAt(picture("Night.png"), 160, 100), "grey");
+    EXPECT_STREQ(paintAt(picture("Night.png"), 160, 82), "dark");
+}
+
+TEST_F(VariantPicturesTest, ANamedViewCountsForAllSets)
+{
+    const Ending ending = znimport(withScriptedChild({writeCar(), text("--snapshot-variants"), path("pictures"),
+                                                      text("--size"), text("320x200"), text("--view"), text("top")}));
+    ASSERT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    EXPECT_STREQ(paintAt(picture("Open Roof.png"), 160, 100), "grey");
+    EXPECT_STREQ(paintAt(picture("Night.png"), 160, 100), "dark");
+    EXPECT_STREQ(paintAt(picture("Journey.png"), 160, 100), "orange");
+}
+
+TEST_F(VariantPicturesTest, ASceneWithoutSetsGivesAWarning)
+{
+    const QString file = write("a.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    const Ending ending = znimport({file, text("--snapshot-variants"), path("pictures")});
+    EXPECT_EQ(ending.exitCode, 0);
+    EXPECT_TRUE(ending.errors.contains(text("znimport: there are no variant sets to draw\n")))
+        << ending.errors.toStdString();
+    EXPECT_EQ(pictures(), QStringList());
+}
+
+TEST_F(VariantPicturesTest, AFileInPlaceOfTheFolderIsWrongUse)
+{
+    const QString file = write("a.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    const Ending ending = znimport({file, text("--snapshot-variants"), file});
+    EXPECT_EQ(ending.exitCode, 2);
+    EXPECT_EQ(ending.errors, text("znimport: --snapshot-variants wants a folder, and '%1' is a file\n").arg(file));
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+#include "tools/znimport/ChosenSettings.h"
+
+#include "standalone/session/Settings.h"
+#include "tests/support/QtPrinters.h"
+#include "tools/znimport/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+TEST(ChosenSettings, OptionsAndAssignmentsAreSet)
+{
+    znimport::CommandLine line;
+    line.jobs = QStringLiteral("3");
+    line.assetFolder = QString::fromUtf8("/Möbel");
+    line.settings = {{QStringLiteral("mesh.unit"), QStringLiteral("25.4")}};
+    zn::Settings settings;
+    EXPECT_EQ(znimport::applySettings(line, settings), std::nullopt);
+    EXPECT_EQ(settings.processes.most.value(), 3);
+    EXPECT_EQ(settings.assets.folder.value(), QString::fromUtf8("/Möbel"));
+    EXPECT_TRUE(settings.scene.applyMaterialAssets);
+    EXPECT_EQ(settings.mesh.unit.value(), 25.4);
+}
+
+TEST(ChosenSettings, AnAssignmentWinsOverAnOption)
+{
+    znimport::CommandLine line;
+    line.jobs = QStringLiteral("3");
+    line.settings = {{QStringLiteral("processes.most"), QStringLiteral("5")}};
+    zn::Settings settings;
+    EXPECT_EQ(znimport::applySettings(line, settings), std::nullopt);
+    EXPECT_EQ(settings.processes.most.value(), 5);
+}
+
+TEST(ChosenSettings, TheFirstThatIsWrongIsTold)
+{
+    znimport::CommandLine line;
+    line.jobs = QStringLiteral("many");
+    line.settings = {{QStringLiteral("mesh.unti"), QStringLiteral("2")}};
+    zn::Settings settings;
+    EXPECT_EQ(znimport::applySettings(line, settings),
+              QStringLiteral("setting 'processes.most' wants a whole number from 0 to 1024, not 'many'"));
+}
+
+} // namespace

@@ -1,0 +1,24 @@
+#include "tools/znimport/ChosenSettings.h"
+
+#include "standalone/session/Settings.h"
+#include "tools/znimport/CommandLine.h"
+
+namespace znimport
+{
+
+std::optional<QString> applySettings(const CommandLine& line, zn::Settings& settings)
+{
+    std::optional<QString> error;
+    if (line.jobs)
+        error = settings.processes.most.setText(*line.jobs);
+    if (!error && line.assetFolder) {
+        settings.assets.folder.set(*line.assetFolder);
+        settings.scene.applyMaterialAssets.set(true);
+    }
+    for (const auto& [name, value] : line.settings)
+        if (!error)
+            error = settings.set(name, value);
+    return error;
+}
+
+} // namespace znimport

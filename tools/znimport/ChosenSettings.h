@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace zn
+{
+class Settings;
+}
+
+namespace znimport
+{
+
+struct CommandLine;
+
+/// Sets what the command line chooses: its options that stand for settings, then those of `--set`. Gives a sentence at
+/// the first that is wrong; what came before it is set then.
+std::optional<QString> applySettings(const CommandLine& line, zn::Settings& settings);
+
+} // namespace znimport

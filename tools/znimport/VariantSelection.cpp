@@ -1,0 +1,48 @@
+#include "tools/znimport/VariantSelection.h"
+
+#include "standalone/session/VariantSets.h"
+#include "standalone/session/znStandaloneSession.h"
+#include "standalone/znKernel/KernelState.h"
+
+namespace znimport
+{
+
+namespace
+{
+
+QString lineOf(const znVariantSet& set)
+{
+    QString line = set.getName();
+    if (set.getGroup())
+        line += QStringLiteral(" [%1]").arg(set.getGroup()->getName());
+    if (!set.m_viewpointName.isEmpty())
+        line += QStringLiteral(" from ") + set.m_viewpointName;
+    return line;
+}
+
+QString allNames(znStandaloneSession& session)
+{
+    const QStringList all = zn::variantSetNames(session);
+    return all.isEmpty() ? QStringLiteral("the scene has none")
+                         : QStringLiteral("the scene has '%1'").arg(all.join(QStringLiteral("', '")));
+}
+
+} // namespace
+
+std::string describeVariantSets(znStandaloneSession& session)
+{
+    std::string text;
+    for (const auto& set : session.kernel().variants.sets())
+        text += lineOf(*set).toStdString() + '\n';
+    return text;
+}
+
+ChosenVariantSet chooseVariantSet(znStandaloneSession& session, const QString& setName)
+{
+    const std::optional<QStringList> warnings = zn::applyVariantSet(session, setName);
+    if (!warnings)
+        return {QStringLiteral("there is no variant set '%1'; %2").arg(setName, allNames(session)), {}};
+    return {{}, *warnings};
+}
+
+} // namespace znimport

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+
+#include <optional>
+#include <string>
+
+class znStandaloneSession;
+
+namespace znimport
+{
+
+/// One line a set: its name, its group in brackets, and the viewpoint behind "from", as far as it has them.
+std::string describeVariantSets(znStandaloneSession& session);
+
+/// How the choice of a set went.
+struct ChosenVariantSet {
+    std::optional<QString> error; ///< there is no such set; names those that there are
+    QStringList warnings;
+};
+
+/// Applies the set of this name.
+ChosenVariantSet chooseVariantSet(znStandaloneSession& session, const QString& setName);
+
+} // namespace znimport
