@@ -1,8 +1,8 @@
 #include "standalone/OSGSystem/Attachments.h"
 
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <algorithm>
 #include <utility>
@@ -137,12 +137,10 @@ void setName(const AttachmentContainerPtr& container, const std::string& name)
     const AttachmentPtr old = container->findAttachment(NameAttachment::_type.getGroupId());
     if (name.empty() && !old)
         return;
-    beginEditCP(container, AttachmentContainer::AttachmentsFieldMask, 1);
     if (name.empty())
-        container->subAttachment(old);
+        detach(container, old);
     else
-        container->addAttachment(NameAttachment::create(name));
-    endEditCP(container, AttachmentContainer::AttachmentsFieldMask, 1);
+        attach(container, NameAttachment::create(name));
 }
 
 } // namespace osg
