@@ -6,6 +6,7 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/OSGSystem/Mesh.h"
 
 #include <algorithm>
@@ -125,14 +126,6 @@ std::string indentation(unsigned depth)
     return depth > most ? text + "<" + std::to_string(depth) + "> " : text;
 }
 
-osg::MaterialPtr materialOf(const osg::NodeCorePtr& core)
-{
-    if (const auto drawable = osg::fcCast<osg::MaterialDrawable>(core))
-        return drawable->getMaterial();
-    const auto group = osg::fcCast<osg::MaterialGroup>(core);
-    return group ? group->getMaterial() : osg::MaterialPtr();
-}
-
 } // namespace
 
 SceneCounts countScene(const osg::NodePtr& root)
@@ -146,7 +139,7 @@ SceneCounts countScene(const osg::NodePtr& root)
         const osg::NodeCorePtr core = node->getCore();
         if (osg::fcCast<osg::ExtReference>(core))
             ++counts.references;
-        if (const osg::MaterialPtr material = materialOf(core))
+        if (const osg::MaterialPtr material = osg::materialOf(core))
             materials.insert(material.get());
         const auto geometry = osg::fcCast<osg::Geometry>(core);
         if (!geometry)

@@ -72,7 +72,7 @@ private:
         auto* vertices = static_cast<float*>(rtcSetNewGeometryBuffer(
             geometry.get(), RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, sizeof(osg::Vec3f), mesh.positions.size()));
         for (const osg::Vec3f& p : mesh.positions) {
-            const Eigen::Vector3d placed = part.placement * render::toEigen(p).cast<double>();
+            const Eigen::Vector3d placed = part.placement * osg::toEigen(p).cast<double>();
             for (int i = 0; i < 3; ++i)
                 *vertices++ = float(placed[i]);
         }

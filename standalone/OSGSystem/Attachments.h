@@ -42,6 +42,15 @@ struct AttachmentAccess {
     static void copyAll(const AttachmentContainer& from, AttachmentContainer& to);
 };
 
+/// A fresh object of class `T` with copies of the attachments of `from`, for the copy functions of classes.
+template <class T>
+T* copyWithAttachments(const AttachmentContainer& from)
+{
+    T* result = T::create().get();
+    AttachmentAccess::copyAll(from, *result);
+    return result;
+}
+
 /// The attachment that holds the name of its container.
 class NameAttachment final : public Attachment
 {

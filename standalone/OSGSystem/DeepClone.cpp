@@ -1,7 +1,9 @@
-#include "host/OSGSystem/Edit.h"
+#include "standalone/OSGSystem/DeepClone.h"
+
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <unordered_map>
 
@@ -27,15 +29,6 @@ private:
     std::unordered_map<const NodeCore*, NodeCorePtr> m_copies;
 };
 
-void giveOwnCore(const NodePtr& node, CoreCopies& copies)
-{
-    if (!node->getCore())
-        return;
-    beginEditCP(node, Node::CoreFieldMask, 1);
-    node->setCore(copies.copyOf(node->getCore()));
-    endEditCP(node, Node::CoreFieldMask, 1);
-}
-
 void appendToName(const NodePtr& node, const std::string& suffix)
 {
     const char* name = getName(node);
@@ -45,18 +38,17 @@ void appendToName(const NodePtr& node, const std::string& suffix)
 
 } // namespace
 
-NodePtr deepCloneTree(const NodePtr& node, const std::string& nameSuffix)
+void partFromOriginal(const NodePtr& root, const std::string& nameSuffix)
 {
-    const NodePtr root = cloneTree(node, true);
     CoreCopies copies;
     traverse(root, [&](const NodePtr& step) {
         if (!step)
             return Action::Skip;
-        giveOwnCore(step, copies);
+        if (step->getCore())
+            exchangeCore(step, copies.copyOf(step->getCore()));
         appendToName(step, nameSuffix);
         return Action::Continue;
     });
-    return root;
 }
 
 } // namespace osg

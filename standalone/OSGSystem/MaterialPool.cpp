@@ -1,29 +1,14 @@
 #include "host/OSGSystem/MaterialPool.h"
 
-#include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/MaterialDrawable.h"
-#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "standalone/OSGSystem/Attachments.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 
 #include <algorithm>
 #include <unordered_set>
 
 namespace osg
 {
-
-namespace
-{
-
-MaterialPtr materialOf(const NodeCorePtr& core)
-{
-    if (const auto group = fcCast<MaterialGroup>(core))
-        return group->getMaterial();
-    const auto drawable = fcCast<MaterialDrawable>(core);
-    return drawable ? drawable->getMaterial() : MaterialPtr();
-}
-
-} // namespace
 
 FieldContainerType MaterialPoolBase::_type("MaterialPool", &Group::_type);
 

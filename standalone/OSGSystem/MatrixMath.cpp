@@ -1,5 +1,7 @@
 #include "standalone/OSGSystem/MatrixMath.h"
 
+#include "standalone/OSGSystem/EigenValues.h"
+
 #include <Eigen/Dense>
 
 namespace osg
@@ -8,19 +10,7 @@ namespace osg
 namespace
 {
 
-Eigen::Matrix4d toEigen(const Matrix& matrix)
-{
-    return Eigen::Map<const Eigen::Matrix4f>(matrix.values.data()).cast<double>();
-}
-
-Matrix fromEigen(const Eigen::Matrix4d& matrix)
-{
-    Matrix result;
-    Eigen::Map<Eigen::Matrix4f>(result.values.data()) = matrix.cast<float>();
-    return result;
-}
-
-Eigen::Quaterniond toEigen(const Quaternion& q)
+Eigen::Quaterniond unitQuaternion(const Quaternion& q)
 {
     return Eigen::Quaterniond(double(q.w), double(q.x), double(q.y), double(q.z)).normalized();
 }
@@ -110,7 +100,7 @@ Matrix scaleMatrix(const Vec3f& scale)
 Matrix rotationMatrix(const Quaternion& rotation)
 {
     Eigen::Matrix4d result = Eigen::Matrix4d::Identity();
-    result.topLeftCorner<3, 3>() = toEigen(rotation).toRotationMatrix();
+    result.topLeftCorner<3, 3>() = unitQuaternion(rotation).toRotationMatrix();
     return fromEigen(result);
 }
 
@@ -138,11 +128,11 @@ Components decomposed(const Matrix& matrix)
 
 Matrix composed(const Components& components)
 {
-    const Eigen::Matrix3d axes = toEigen(components.scaleOrientation).toRotationMatrix();
+    const Eigen::Matrix3d axes = unitQuaternion(components.scaleOrientation).toRotationMatrix();
     const Eigen::Vector3d scale(double(components.scale.x), double(components.scale.y), double(components.scale.z));
     Eigen::Matrix4d result = Eigen::Matrix4d::Identity();
     result.topLeftCorner<3, 3>() =
-        toEigen(components.rotation).toRotationMatrix() * axes * scale.asDiagonal() * axes.transpose();
+        unitQuaternion(components.rotation).toRotationMatrix() * axes * scale.asDiagonal() * axes.transpose();
     const Vec3f& t = components.translation;
     result.topRightCorner<3, 1>() = Eigen::Vector3d(double(t.x), double(t.y), double(t.z));
     return fromEigen(result);

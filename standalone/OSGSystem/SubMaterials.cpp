@@ -12,8 +12,8 @@ std::vector<MaterialPtr> directSubMaterials(const MaterialPtr& material)
 {
     if (const auto choices = fcCast<SwitchMaterial>(material))
         return choices->getMaterials();
-    if (const auto mirroring = fcCast<UBRDFMaterial>(material); mirroring && mirroring->getEnvironment())
-        return {mirroring->getEnvironment()};
+    if (const auto brdf = fcCast<UBRDFMaterial>(material); brdf && brdf->getEnvironment())
+        return {brdf->getEnvironment()};
     return {};
 }
 

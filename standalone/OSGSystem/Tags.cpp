@@ -1,7 +1,8 @@
 #include "standalone/OSGSystem/Tags.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
+#include "standalone/OSGSystem/EditScope.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <utility>
 
@@ -56,17 +57,14 @@ void setTags(const AttachmentContainerPtr& container, std::vector<std::string> t
     if (!container || (tags.empty() && !attachment))
         return;
     if (attachment && !tags.empty()) {
-        beginEditCP(attachment, TagAttachment::TagsFieldMask, 1);
+        const EditScope edit(attachment, TagAttachment::TagsFieldMask);
         attachment->setTags(std::move(tags));
-        endEditCP(attachment, TagAttachment::TagsFieldMask, 1);
         return;
     }
-    beginEditCP(container, AttachmentContainer::AttachmentsFieldMask, 1);
     if (attachment)
-        container->subAttachment(attachment);
+        detach(container, attachment);
     else
-        container->addAttachment(TagAttachment::create(std::move(tags)));
-    endEditCP(container, AttachmentContainer::AttachmentsFieldMask, 1);
+        attach(container, TagAttachment::create(std::move(tags)));
 }
 
 } // namespace osg

@@ -1,7 +1,8 @@
 #include "host/OSGSystem/TreeFunctions.h"
 
-#include "host/OSGSystem/Edit.h"
+#include "standalone/OSGSystem/DeepClone.h"
 #include "standalone/OSGSystem/NodeAccess.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <vector>
 
@@ -34,12 +35,17 @@ NodePtr cloneTree(const NodePtr& node, bool copyAttachments)
     return root;
 }
 
+NodePtr deepCloneTree(const NodePtr& node, const std::string& nameSuffix)
+{
+    const NodePtr root = cloneTree(node, true);
+    partFromOriginal(root, nameSuffix);
+    return root;
+}
+
 NodePtr makeNodeFor(const NodeCorePtr& core)
 {
     const NodePtr node = Node::create();
-    beginEditCP(node, Node::CoreFieldMask, 1);
-    node->setCore(core);
-    endEditCP(node, Node::CoreFieldMask, 1);
+    exchangeCore(node, core);
     return node;
 }
 

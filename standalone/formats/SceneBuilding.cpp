@@ -1,28 +1,15 @@
 #include "standalone/formats/SceneBuilding.h"
 
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/OSGSystem/EditScope.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <utility>
 
 namespace formats
 {
-
-namespace
-{
-
-/// Runs `change` within the bracket of one field.
-template <class Ptr, class Change>
-void edit(const Ptr& container, osg::FieldMask mask, Change change)
-{
-    osg::beginEditCP(container, mask, 1);
-    change();
-    osg::endEditCP(container, mask, 1);
-}
-
-} // namespace
 
 FreshTree::~FreshTree()
 {
@@ -50,13 +37,8 @@ osg::NodePtr makeGroup(const std::string& name)
 osg::NodePtr makeTransform(const std::string& name, const osg::Matrix& matrix)
 {
     const osg::Transform3DPtr core = osg::Transform3DBase::create();
-    edit(core, osg::TransformBase::MatrixFieldMask, [&] { core->setMatrix(matrix); });
+    osg::edit(core, osg::TransformBase::MatrixFieldMask, [&] { core->setMatrix(matrix); });
     return makeNode(name, core);
-}
-
-void addChild(const osg::NodePtr& parent, const osg::NodePtr& child)
-{
-    edit(parent, osg::Node::ChildrenFieldMask, [&] { parent->addChild(child); });
 }
 
 osg::GeometryPtr makeGeometry(const std::string& name, osg::Mesh mesh, const osg::MaterialPtr& material)
@@ -64,9 +46,9 @@ osg::GeometryPtr makeGeometry(const std::string& name, osg::Mesh mesh, const osg
     const osg::GeometryPtr core = osg::GeometryBase::create();
     auto shared = std::make_shared<const osg::Mesh>(std::move(mesh));
     osg::setName(core, name);
-    edit(core, osg::GeometryBase::MeshFieldMask, [&] { osg::GeometryAccess::setMesh(*core, std::move(shared)); });
+    osg::exchangeMesh(core, std::move(shared));
     if (material)
-        edit(core, osg::MaterialDrawableBase::MaterialFieldMask, [&] { core->setMaterial(material); });
+        osg::edit(core, osg::MaterialDrawableBase::MaterialFieldMask, [&] { core->setMaterial(material); });
     return core;
 }
 
@@ -75,12 +57,12 @@ osg::SimpleMaterialPtr makeMaterial(const std::string& name, const MaterialLook&
     using Base = osg::SimpleMaterialBase;
     const osg::SimpleMaterialPtr material = Base::create();
     osg::setName(material, name);
-    edit(material, Base::AmbientFieldMask, [&] { material->setAmbient(look.ambient); });
-    edit(material, Base::DiffuseFieldMask, [&] { material->setDiffuse(look.diffuse); });
-    edit(material, Base::EmissionFieldMask, [&] { material->setEmission(look.emission); });
-    edit(material, Base::SpecularFieldMask, [&] { material->setSpecular(look.specular); });
-    edit(material, Base::ShininessFieldMask, [&] { material->setShininess(look.shininess); });
-    edit(material, Base::TransparencyFieldMask, [&] { material->setTransparency(look.transparency); });
+    osg::edit(material, Base::AmbientFieldMask, [&] { material->setAmbient(look.ambient); });
+    osg::edit(material, Base::DiffuseFieldMask, [&] { material->setDiffuse(look.diffuse); });
+    osg::edit(material, Base::EmissionFieldMask, [&] { material->setEmission(look.emission); });
+    osg::edit(material, Base::SpecularFieldMask, [&] { material->setSpecular(look.specular); });
+    osg::edit(material, Base::ShininessFieldMask, [&] { material->setShininess(look.shininess); });
+    osg::edit(material, Base::TransparencyFieldMask, [&] { material->setTransparency(look.transparency); });
     return material;
 }
 
@@ -100,7 +82,7 @@ osg::NodePtr placeForContent(const osg::NodePtr& root, const ReadOptions& option
     if (matrix.isIdentity())
         return root;
     const osg::NodePtr place = makeTransform({}, matrix);
-    addChild(root, place);
+    osg::addChild(root, place);
     return place;
 }
 

@@ -32,7 +32,6 @@ osg::NodePtr makeNode(const std::string& name, const osg::NodeCorePtr& core);
 osg::NodePtr makeGroup(const std::string& name);
 /// A node of this name with a transform of the kind that a finished import has.
 osg::NodePtr makeTransform(const std::string& name, const osg::Matrix& matrix);
-void addChild(const osg::NodePtr& parent, const osg::NodePtr& child);
 
 /// A geometry core of this name; `material` may be null.
 osg::GeometryPtr makeGeometry(const std::string& name, osg::Mesh mesh, const osg::MaterialPtr& material);

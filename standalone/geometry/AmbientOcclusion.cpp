@@ -1,5 +1,6 @@
 #include "standalone/geometry/AmbientOcclusion.h"
 
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/OcclusionRays.h"
 #include "standalone/render/Camera.h"
@@ -159,7 +160,7 @@ void store(const osg::NodePtr& root, const render::PartList& list, Occlusion& oc
     }
     for (const osg::GeometryPtr& geometry : geometriesBelow(root))
         if (const auto found = changed.find(&osg::GeometryAccess::mesh(*geometry)); found != changed.end())
-            exchangeMesh(geometry, found->second);
+            osg::exchangeMesh(geometry, found->second);
 }
 
 } // namespace

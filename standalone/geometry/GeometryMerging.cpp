@@ -1,8 +1,10 @@
 #include "standalone/geometry/GeometryMerging.h"
 
+#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Material.h"
 #include "standalone/OSGSystem/Attachments.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/IndexRepair.h"
 #include "standalone/geometry/MeshJoining.h"
@@ -91,8 +93,7 @@ osg::GeometryPtr mergedGeometry(const Companions& companions)
         return {};
     const osg::GeometryPtr first = geometryOf(companions.front());
     const osg::GeometryPtr result(static_cast<osg::Geometry*>(osg::ContainerAccess::copy(*first).get()));
-    osg::AttachmentAccess::copyAll(*first, *result);
-    exchangeMesh(result, std::make_shared<const osg::Mesh>(*std::move(mesh)));
+    osg::exchangeMesh(result, std::make_shared<const osg::Mesh>(*std::move(mesh)));
     return result;
 }
 
@@ -100,9 +101,7 @@ void replace(const Companions& companions, const osg::GeometryPtr& merged)
 {
     const osg::NodePtr first = companions.front();
     const osg::NodePtr parent = first->getParent();
-    osg::beginEditCP(first, osg::Node::CoreFieldMask, 1);
-    first->setCore(merged);
-    osg::endEditCP(first, osg::Node::CoreFieldMask, 1);
+    osg::exchangeCore(first, merged);
     osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
     for (std::size_t i = 1; i < companions.size(); ++i)
         parent->subChild(companions[i]);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
 #include "standalone/OSGSystem/Mesh.h"
 #include "standalone/treeops/Walk.h"
 
@@ -26,14 +25,6 @@ inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
             geometry && known.insert(geometry->getContainerId()).second)
             found.push_back(geometry);
     return found;
-}
-
-/// Gives `geometry` another mesh within an edit of its own.
-inline void exchangeMesh(const osg::GeometryPtr& geometry, std::shared_ptr<const osg::Mesh> mesh)
-{
-    osg::beginEditCP(geometry, osg::GeometryBase::MeshFieldMask, 1);
-    osg::GeometryAccess::setMesh(*geometry, std::move(mesh));
-    osg::endEditCP(geometry, osg::GeometryBase::MeshFieldMask, 1);
 }
 
 } // namespace geometry

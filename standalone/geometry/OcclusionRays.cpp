@@ -24,9 +24,9 @@ std::vector<Surroundings> surroundingsOf(const osg::Mesh& mesh)
         if (std::any_of(corner, corner + 3,
                         [&](std::uint32_t c) { return c >= all.size() || !render::isDrawable(mesh.positions[c]); }))
             continue;
-        const Eigen::Vector3f a = render::toEigen(mesh.positions[corner[0]]);
-        const Eigen::Vector3f b = render::toEigen(mesh.positions[corner[1]]);
-        const Eigen::Vector3f c = render::toEigen(mesh.positions[corner[2]]);
+        const Eigen::Vector3f a = osg::toEigen(mesh.positions[corner[0]]);
+        const Eigen::Vector3f b = osg::toEigen(mesh.positions[corner[1]]);
+        const Eigen::Vector3f c = osg::toEigen(mesh.positions[corner[2]]);
         const Eigen::Vector3f normal = (b - a).cross(c - a);
         for (std::size_t k = 0; k < 3; ++k) {
             all[corner[k]].centers += (a + b + c) / 3;
@@ -42,7 +42,7 @@ Eigen::Vector3f normalOf(const osg::Mesh& mesh, std::size_t vertex, const Surrou
 {
     Eigen::Vector3f normal = around.normals;
     if (mesh.normals.size() == mesh.positions.size()) {
-        const Eigen::Vector3f own = render::toEigen(mesh.normals[vertex]);
+        const Eigen::Vector3f own = osg::toEigen(mesh.normals[vertex]);
         if (own.allFinite() && own.squaredNorm() > 0)
             normal = own;
     }
@@ -68,7 +68,7 @@ std::vector<Lookout> lookoutsOf(const osg::Mesh& mesh)
     for (std::size_t i = 0; i < around.size(); ++i) {
         if (around[i].triangles == 0)
             continue;
-        const Eigen::Vector3f vertex = render::toEigen(mesh.positions[i]);
+        const Eigen::Vector3f vertex = osg::toEigen(mesh.positions[i]);
         const Eigen::Vector3f middle = around[i].centers / around[i].triangles;
         lookouts[i] = {vertex + inward * (middle - vertex), normalOf(mesh, i, around[i])};
     }

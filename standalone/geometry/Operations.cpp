@@ -2,6 +2,7 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znOpenSGUtils/znOptimize.h"
 #include "host/znUtils/znLog.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/AmbientOcclusion.h"
 #include "standalone/geometry/GeometryMerging.h"
 #include "standalone/geometry/GeometryWalk.h"
@@ -47,7 +48,7 @@ void triangulateMesh(const osg::GeometryPtr& geometry, bool dropFlat)
     if (result.leftOut > 0)
         Texts::tell(geometry, Texts::leftOut(result.leftOut));
     if (!mesh.primitives.empty() || result.mesh.triangles.size() != mesh.triangles.size())
-        geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
 }
 
 } // namespace
@@ -73,7 +74,7 @@ void znOptimize::removeNURBS(const osg::NodePtr& root)
             continue;
         osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
         mesh.brep = {};
-        geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
     }
 }
 
@@ -86,7 +87,7 @@ void znNodeUtils::verifyIndexMap(const osg::NodePtr& root)
             continue;
         geometry::Repaired result = geometry::repaired(mesh);
         Texts::tell(geometry, result.changes.join(QStringLiteral("; ")));
-        geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
     }
 }
 

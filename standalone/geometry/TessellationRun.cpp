@@ -6,6 +6,7 @@
 #include "protocol/ExitCode.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
@@ -96,10 +97,8 @@ private:
             auto mesh = std::make_shared<osg::Mesh>();
             mesh->brep = m_tasks[number].brep;
             const osg::GeometryPtr geometry = osg::Geometry::create();
-            exchangeMesh(geometry, std::move(mesh));
-            osg::beginEditCP(root, osg::Node::ChildrenFieldMask, 1);
-            root->addChild(osg::makeNodeFor(geometry));
-            osg::endEditCP(root, osg::Node::ChildrenFieldMask, 1);
+            osg::exchangeMesh(geometry, std::move(mesh));
+            osg::addChild(root, osg::makeNodeFor(geometry));
         }
         const auto result = osg::writeSceneFile(root, input());
         if (!result)

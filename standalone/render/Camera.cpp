@@ -145,7 +145,7 @@ Camera fitPerspective(const PartList& list, const EyeAxes& axes, const FrameShap
 
 std::optional<Camera> cameraOf(const Eye& eye, const StagePlace& stage, const FrameShape& frame)
 {
-    const Eigen::Matrix4d matrix = Eigen::Map<const Eigen::Matrix4f>(eye.placement.values.data()).cast<double>();
+    const Eigen::Matrix4d matrix = osg::toEigen(eye.placement);
     const Eigen::Vector3d back = matrix.col(2).head<3>();
     const Eigen::Vector3d up = matrix.col(1).head<3>();
     const double half = eye.isPerspective ? std::tan(double(eye.fieldOfView) * std::acos(-1.0) / 360)

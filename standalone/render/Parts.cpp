@@ -30,7 +30,7 @@ struct Step {
 Eigen::Affine3d toAffine(const osg::Matrix& matrix)
 {
     Eigen::Affine3d result;
-    result.matrix() = Eigen::Map<const Eigen::Matrix4f>(matrix.values.data()).cast<double>();
+    result.matrix() = osg::toEigen(matrix);
     result.makeAffine();
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
+#include "standalone/OSGSystem/EigenValues.h"
 #include "standalone/OSGSystem/Mesh.h"
 #include "standalone/render/Look.h"
 #include "standalone/render/Watch.h"
@@ -53,11 +54,6 @@ inline bool isDrawable(const osg::Vec3f& p)
     return std::abs(p.x) < limit && std::abs(p.y) < limit && std::abs(p.z) < limit;
 }
 
-inline Eigen::Vector3f toEigen(const osg::Vec3f& v)
-{
-    return {v.x, v.y, v.z};
-}
-
 /// Calls `visit` with each drawable position that triangles, lines and points of `mesh` use, more than once where they
 /// share it.
 template <class Visitor>
@@ -66,7 +62,7 @@ void forEachUsedPosition(const osg::Mesh& mesh, Visitor visit)
     for (const osg::Buffer<std::uint32_t>* indices : {&mesh.triangles, &mesh.lines, &mesh.points})
         for (const std::uint32_t index : *indices)
             if (index < mesh.positions.size() && isDrawable(mesh.positions[index]))
-                visit(toEigen(mesh.positions[index]));
+                visit(osg::toEigen(mesh.positions[index]));
 }
 
 } // namespace render

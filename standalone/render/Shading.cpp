@@ -48,8 +48,8 @@ Eigen::Vector3f smoothNormal(const Placed& placed, const Corners& corners, const
     const osg::Buffer<osg::Vec3f>& normals = placed.surface->mesh().normals;
     if (normals.size() != placed.surface->mesh().positions.size())
         return flat;
-    const Eigen::Vector3f local = toEigen(normals[corners[0]]) * (1 - hit.u - hit.v) +
-                                  toEigen(normals[corners[1]]) * hit.u + toEigen(normals[corners[2]]) * hit.v;
+    const Eigen::Vector3f local = osg::toEigen(normals[corners[0]]) * (1 - hit.u - hit.v) +
+                                  osg::toEigen(normals[corners[1]]) * hit.u + osg::toEigen(normals[corners[2]]) * hit.v;
     const Eigen::Vector3f normal = placed.normalMatrix * local.normalized();
     const float length = normal.norm();
     return length > 0 && std::isfinite(length) ? turnedTo(normal / length, flat) : flat;

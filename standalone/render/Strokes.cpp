@@ -19,7 +19,7 @@ Eigen::Vector4f* newVertices(RTCGeometry geometry, std::size_t count)
 
 Eigen::Vector4f ballAt(const osg::Vec3f& position, const Eigen::Vector3f& origin, float radius)
 {
-    const Eigen::Vector3f center = toEigen(position) - origin;
+    const Eigen::Vector3f center = osg::toEigen(position) - origin;
     return {center.x(), center.y(), center.z(), radius};
 }
 

@@ -1,9 +1,9 @@
 #include "standalone/session/SceneExtras.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/OSGSystem/Tags.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
@@ -15,34 +15,6 @@ namespace zn
 
 namespace
 {
-
-void addChild(const osg::NodePtr& parent, const osg::NodePtr& child)
-{
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(child);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-}
-
-void subChild(const osg::NodePtr& parent, const osg::NodePtr& child)
-{
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->subChild(child);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-}
-
-void attach(const osg::NodePtr& root, const osg::AttachmentPtr& attachment)
-{
-    osg::beginEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
-    root->addAttachment(attachment);
-    osg::endEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
-}
-
-void detach(const osg::NodePtr& root, const osg::AttachmentPtr& attachment)
-{
-    osg::beginEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
-    root->subAttachment(attachment);
-    osg::endEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
-}
 
 osg::UberCameraPtr cameraOf(const osg::NodePtr& node)
 {
@@ -67,7 +39,7 @@ void dropKnownViewpoints(const CameraTree& cameras, const osg::NodePtr& track)
         const osg::NodePtr node = track->getChild(i - 1);
         const osg::UberCameraPtr camera = cameraOf(node);
         if (camera && cameras.findViewpoint(znUberCameraUtils::getName(camera)).cameraId != 0)
-            subChild(track, node);
+            osg::subChild(track, node);
     }
 }
 
@@ -79,13 +51,13 @@ void takeCamera(CameraTree& cameras, const osg::NodePtr& node)
     const osg::UberCameraPtr camera = cameraOf(node);
     const osg::NodePtr known = camera ? cameras.findCamera(znUberCameraUtils::getName(camera)) : osg::NodePtr();
     if (!known)
-        return addChild(cameras.root(), node);
+        return osg::addChild(cameras.root(), node);
     while (node->getNChildren() > 0) {
         const osg::NodePtr track = node->getChild(0);
         if (track->getNChildren() > 0)
-            addChild(known, track);
+            osg::addChild(known, track);
         else
-            subChild(node, track);
+            osg::subChild(node, track);
     }
 }
 
@@ -104,10 +76,10 @@ void takeCameras(CameraTree& cameras, const osg::NodePtr& root)
     const osg::RefPtr<osg::NodePtr> carried(carriedCameras(root));
     if (!carried)
         return;
-    subChild(root, carried);
+    osg::subChild(root, carried);
     while (carried->getNChildren() > 0) {
         const osg::RefPtr<osg::NodePtr> node(carried->getChild(0));
-        subChild(carried, node);
+        osg::subChild(carried, node);
         takeCamera(cameras, node);
         listCameras(cameras, cameras.root());
     }
@@ -120,21 +92,21 @@ SceneWithExtras::SceneWithExtras(znStandaloneSession& session) : m_root(session.
     osg::VariantTable table = session.kernel().variants.table(m_root);
     m_hasVariants = !table.empty();
     if (m_hasVariants)
-        attach(m_root, osg::VariantAttachment::create(std::move(table)));
+        osg::attach(m_root, osg::VariantAttachment::create(std::move(table)));
     const osg::NodePtr cameras = session.kernel().cameras.root();
     if (cameras->getNChildren() == 0)
         return;
     m_cameras = cameras;
     osg::setTags(m_cameras, {camerasTag});
-    addChild(m_root, m_cameras);
+    osg::addChild(m_root, m_cameras);
 }
 
 SceneWithExtras::~SceneWithExtras()
 {
     if (m_hasVariants)
-        detach(m_root, osg::VariantAttachment::of(m_root));
+        osg::detach(m_root, osg::VariantAttachment::of(m_root));
     if (m_cameras)
-        subChild(m_root, m_cameras);
+        osg::subChild(m_root, m_cameras);
 }
 
 QStringList takeExtras(znStandaloneSession& session, const osg::NodePtr& root)
@@ -144,7 +116,7 @@ QStringList takeExtras(znStandaloneSession& session, const osg::NodePtr& root)
     QStringList complaints;
     if (const auto variants = osg::VariantAttachment::of(root)) {
         complaints = session.kernel().variants.adopt(variants->table(), root);
-        detach(root, variants);
+        osg::detach(root, variants);
     }
     takeCameras(session.kernel().cameras, root);
     listCameras(session.kernel().cameras, root);

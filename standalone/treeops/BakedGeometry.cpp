@@ -1,10 +1,11 @@
 #include "standalone/treeops/BakedGeometry.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Node.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/OSGSystem/EigenValues.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/MeshTriangulation.h"
 
 #include <Eigen/Dense>
@@ -16,11 +17,6 @@ namespace treeops
 
 namespace
 {
-
-Eigen::Matrix4d toEigen(const osg::Matrix& matrix)
-{
-    return Eigen::Map<const Eigen::Matrix4f>(matrix.values.data()).cast<double>();
-}
 
 std::vector<osg::Vec3f> placedPositions(const osg::Buffer<osg::Vec3f>& positions, const Eigen::Matrix4d& matrix)
 {
@@ -63,25 +59,11 @@ std::vector<std::uint32_t> turnedTriangles(const osg::Buffer<std::uint32_t>& tri
     return turned;
 }
 
-void exchangeMesh(const osg::GeometryPtr& geometry, std::shared_ptr<const osg::Mesh> mesh)
-{
-    osg::beginEditCP(geometry, osg::GeometryBase::MeshFieldMask, 1);
-    osg::GeometryAccess::setMesh(*geometry, std::move(mesh));
-    osg::endEditCP(geometry, osg::GeometryBase::MeshFieldMask, 1);
-}
-
-void exchangeCore(const osg::NodePtr& node, const osg::NodeCorePtr& core)
-{
-    osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
-    node->setCore(core);
-    osg::endEditCP(node, osg::Node::CoreFieldMask, 1);
-}
-
 } // namespace
 
 osg::Mesh transformed(const osg::Mesh& mesh, const osg::Matrix& matrix)
 {
-    const Eigen::Matrix4d m = toEigen(matrix);
+    const Eigen::Matrix4d m = osg::toEigen(matrix);
     const Eigen::Matrix3d axes = m.topLeftCorner<3, 3>();
     // Strips and fans have no order that turns them round.
     osg::Mesh result = axes.determinant() < 0 ? geometry::triangulated(mesh).mesh : mesh;
@@ -117,17 +99,17 @@ void BakedGeometry::bake(const osg::NodePtr& node, const osg::Matrix& matrix)
 {
     const auto source = osg::fcCast<osg::Geometry>(node->getCore());
     if (const osg::GeometryPtr known = remembered(source, matrix))
-        return exchangeCore(node, known);
+        return osg::exchangeCore(node, known);
     const std::shared_ptr<const osg::Mesh> original = osg::GeometryAccess::sharedMesh(*source);
     if (!original)
         return;
     auto mesh = std::make_shared<const osg::Mesh>(transformed(*original, matrix));
     if (source->getRefCount() == 1)
-        return exchangeMesh(source, std::move(mesh));
+        return osg::exchangeMesh(source, std::move(mesh));
     const osg::GeometryPtr copy(static_cast<osg::Geometry*>(osg::ContainerAccess::copy(*source).get()));
     m_entries[{source->getContainerId(), matrix.values}] = {copy->getContainerId(), original, mesh};
-    exchangeMesh(copy, std::move(mesh));
-    exchangeCore(node, copy);
+    osg::exchangeMesh(copy, std::move(mesh));
+    osg::exchangeCore(node, copy);
 }
 
 } // namespace treeops

@@ -8,6 +8,7 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "standalone/OSGSystem/MatrixMath.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,9 +31,7 @@ osg::TransformPtr ownTransform(const osg::NodePtr& node)
 {
     const osg::NodeCorePtr core = node->getCore();
     if (core->getRefCount() > 1) {
-        osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
-        node->setCore(osg::NodeCorePtr(static_cast<osg::NodeCore*>(osg::ContainerAccess::copy(*core).get())));
-        osg::endEditCP(node, osg::Node::CoreFieldMask, 1);
+        osg::exchangeCore(node, osg::NodeCorePtr(static_cast<osg::NodeCore*>(osg::ContainerAccess::copy(*core).get())));
     }
     return osg::fcCast<osg::Transform>(node->getCore());
 }

@@ -6,9 +6,9 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
-#include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -45,10 +45,10 @@ public:
 private:
     void applyToCore(const osg::NodeCorePtr& core)
     {
-        const osg::MaterialPtr material = materialOf(core);
+        const osg::MaterialPtr material = osg::materialOf(core);
         const osg::MaterialPtr asset = assetFor(material);
         if (asset != material)
-            setMaterial(core, asset);
+            osg::setMaterial(core, asset);
         else if (const auto choices = osg::fcCast<osg::SwitchMaterial>(material))
             applyToChoices(choices);
     }

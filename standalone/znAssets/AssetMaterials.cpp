@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGExt/AssetAttachment.h"
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -20,13 +21,6 @@ namespace
 {
 
 constexpr int largestEdge = 16'384;
-
-void attach(const osg::MaterialPtr& material, const osg::AttachmentPtr& attachment)
-{
-    osg::beginEditCP(material, osg::AttachmentContainer::AttachmentsFieldMask, 1);
-    material->addAttachment(attachment);
-    osg::endEditCP(material, osg::AttachmentContainer::AttachmentsFieldMask, 1);
-}
 
 /// Null, with what is wrong in `complaint`, when there is no picture of a bearable size.
 QImage pictureAt(const QString& path, QString& complaint)
@@ -72,7 +66,7 @@ osg::MaterialPtr makeEnvironment(const QString& path, QStringList& complaints)
     if (picture.isNull())
         complaints.append(complaint);
     else
-        attach(environment, imageFrom(path, picture));
+        osg::attach(environment, imageFrom(path, picture));
     return environment;
 }
 
@@ -96,7 +90,7 @@ osg::MaterialPtr makeAssetMaterial(const AssetLibrary::Entry& entry, QStringList
 {
     const osg::UBRDFMaterialPtr material = osg::UBRDFMaterial::create();
     osg::setName(material, entry.asset.name);
-    attach(material, uuidAttachment(entry.asset.uuid));
+    osg::attach(material, uuidAttachment(entry.asset.uuid));
     osg::beginEditCP(material, osg::AllFieldsMask, 1);
     material->setLook(surfaceOf(entry.asset.look));
     if (!entry.asset.environmentImage.empty()) {

@@ -7,6 +7,7 @@
 #include "standalone/OSGSystem/Bounds.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "standalone/OSGSystem/MatrixMath.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -21,14 +22,6 @@ osg::Vec3f wantedShift(const osg::Box& box, bool centerInOrigin, bool putOnGroun
     if (putOnGround)
         shift.z = float(-box.low[2]);
     return shift;
-}
-
-/// Gives `node` the core, within its edit.
-void exchangeCore(const osg::NodePtr& node, const osg::NodeCorePtr& core)
-{
-    osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
-    node->setCore(core);
-    osg::endEditCP(node, osg::Node::CoreFieldMask, 1);
 }
 
 /// Hangs `node` below a new node with this core, at the same place.
@@ -48,7 +41,8 @@ void move(const osg::NodePtr& node, const osg::Vec3f& shift)
     const osg::Matrix before = osg::translationMatrix(shift);
     if (osg::fcCast<osg::Transform>(core)) {
         if (core->getRefCount() > 1)
-            exchangeCore(node, osg::NodeCorePtr(static_cast<osg::NodeCore*>(osg::ContainerAccess::copy(*core).get())));
+            osg::exchangeCore(node,
+                              osg::NodeCorePtr(static_cast<osg::NodeCore*>(osg::ContainerAccess::copy(*core).get())));
         const auto own = osg::fcCast<osg::Transform>(node->getCore());
         osg::beginEditCP(own, osg::TransformBase::MatrixFieldMask, 1);
         own->setMatrix(before * own->getMatrix());
@@ -58,7 +52,7 @@ void move(const osg::NodePtr& node, const osg::Vec3f& shift)
     const osg::Transform3DPtr transform = osg::Transform3DBase::create();
     transform->setMatrix(before);
     if (!core || core->getType().getId() == osg::Group::_type.getId())
-        exchangeCore(node, transform);
+        osg::exchangeCore(node, transform);
     else if (node->getParent())
         putAbove(node, transform);
 }

@@ -5,6 +5,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znKernel/znScenegraph.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -31,9 +32,7 @@ void giveOwnCore(const osg::NodePtr& node, bool keepMaterials)
     const osg::NodeCorePtr own = copyOf<osg::NodeCore>(shared);
     if (!keepMaterials)
         giveOwnMaterial(own);
-    osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
-    node->setCore(own);
-    osg::endEditCP(node, osg::Node::CoreFieldMask, 1);
+    osg::exchangeCore(node, own);
 }
 
 } // namespace

@@ -2,12 +2,11 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
-#include "host/OSGSystem/Geometry.h"
-#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znKernel/znFileIO.h"
 #include "standalone/OSGSystem/Attachments.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znOpenSGUberMaterial/MaterialLook.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -47,18 +46,12 @@ private:
     std::unordered_map<const osg::SimpleMaterial*, osg::RefPtr<osg::UberMaterialPtr>> m_made;
 };
 
-/// `Core` holds a material under the mask `mask`.
-template <class Core>
-void convert(const typename Core::Ptr& core, osg::FieldMask mask, UberMaterials& materials)
+void convert(const osg::NodeCorePtr& core, UberMaterials& materials)
 {
-    if (!core)
-        return;
-    const osg::MaterialPtr material = materials.of(core->getMaterial());
-    if (material == core->getMaterial())
-        return;
-    osg::beginEditCP(core, mask, 1);
-    core->setMaterial(material);
-    osg::endEditCP(core, mask, 1);
+    const osg::MaterialPtr before = osg::materialOf(core);
+    const osg::MaterialPtr material = materials.of(before);
+    if (material != before)
+        osg::setMaterial(core, material);
 }
 
 } // namespace
@@ -75,10 +68,7 @@ void znFileIO::convertToUberMaterials(const osg::NodePtr& root)
     UberMaterials materials;
     osg::traverse(root, [&materials](const osg::NodePtr& node) {
         const osg::NodeCorePtr core = node ? node->getCore() : osg::NodeCorePtr();
-        convert<osg::MaterialGroup>(osg::fcCast<osg::MaterialGroup>(core), osg::MaterialGroup::MaterialFieldMask,
-                                    materials);
-        convert<osg::Geometry>(osg::fcCast<osg::Geometry>(core), osg::MaterialDrawableBase::MaterialFieldMask,
-                               materials);
+        convert(core, materials);
         return osg::Action::Continue;
     });
 }

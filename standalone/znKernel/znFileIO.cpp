@@ -1,8 +1,8 @@
 #include "host/znKernel/znFileIO.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "standalone/znKernel/TreeReading.h"
@@ -13,11 +13,8 @@ namespace
 
 void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
 {
-    if (!node || !parent)
-        return;
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(node);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    if (node && parent)
+        osg::addChild(parent, node);
 }
 
 /// False when nothing was loaded.

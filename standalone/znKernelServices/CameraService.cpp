@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "standalone/znKernelServices/Services.h"
@@ -17,13 +18,6 @@ namespace
 zn::CameraTree& cameras()
 {
     return znStandaloneSession::require().kernel().cameras;
-}
-
-void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
-{
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(node);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
 }
 
 osg::UberCameraPtr coreOf(const zndObject& object)
@@ -43,7 +37,7 @@ osg::NodePtr makeCamera(const QString& name, int projection)
         camera->setProjection(osg::UberCameraBase::Parallel);
         osg::endEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
     }
-    hang(node, cameras().root());
+    osg::addChild(cameras().root(), node);
     return node;
 }
 
@@ -64,7 +58,7 @@ public:
             return {};
         const osg::NodePtr track = osg::makeNodeFor(osg::Group::create());
         osg::setName(track, name.toStdString());
-        hang(track, zn::nodeOf(camera));
+        osg::addChild(zn::nodeOf(camera), track);
         return zndNode(track->getContainerId());
     }
 

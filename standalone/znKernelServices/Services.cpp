@@ -1,8 +1,8 @@
 #include "host/znKernelServices/znKernelServiceFactory.h"
 
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/znKernelServices/Services.h"
 
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znOpenSGExt/ExtReference.h"
@@ -18,11 +18,8 @@ public:
     {
         const zn::TracedCall call("znReferenceService::createReference", parent.getObjectId());
         const osg::NodePtr node = osg::makeNodeFor(osg::ExtReferenceBase::create());
-        if (const osg::NodePtr place = znTypeConverter::convertNode(parent)) {
-            osg::beginEditCP(place, osg::Node::ChildrenFieldMask, 1);
-            place->addChild(node);
-            osg::endEditCP(place, osg::Node::ChildrenFieldMask, 1);
-        }
+        if (const osg::NodePtr place = znTypeConverter::convertNode(parent))
+            osg::addChild(place, node);
         return zndReferenceNode(node->getContainerId());
     }
 };

@@ -1,11 +1,11 @@
 #include "host/znOpenSGUberCamera/znUberCameraPool.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/session/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -28,9 +28,7 @@ osg::NodePtr hang(const osg::UberCameraPtr& camera, const osg::NodePtr& parent)
 {
     const osg::NodePtr node = osg::makeNodeFor(camera);
     osg::setName(node, znUberCameraUtils::getName(camera).toStdString());
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    parent->addChild(node);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    osg::addChild(parent, node);
     return node;
 }
 

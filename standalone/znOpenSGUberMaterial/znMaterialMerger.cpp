@@ -4,7 +4,7 @@
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/znOpenSGUtils/NodeMaterials.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <map>
@@ -96,12 +96,12 @@ void znMaterialMerger::reuseMaterials(const std::vector<znNodePtr>& roots, const
     for (const znNodePtr& root : roots)
         osg::traverse(root, [&](const osg::NodePtr& node) {
             const osg::NodeCorePtr core = node ? node->getCore() : osg::NodeCorePtr();
-            const osg::MaterialPtr material = zn::materialOf(core);
+            const osg::MaterialPtr material = osg::materialOf(core);
             const osg::MaterialPtr wanted = material ? materials.of(material) : material;
             if (wanted == material)
                 return osg::Action::Continue;
             former.emplace_back(material);
-            zn::setMaterial(core, wanted);
+            osg::setMaterial(core, wanted);
             return osg::Action::Continue;
         });
 }

@@ -1,30 +1,15 @@
 // Materials of nodes.
 
-#include "standalone/znOpenSGUtils/NodeMaterials.h"
-
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
-#include "host/OSGSystem/MaterialDrawable.h"
-#include "host/OSGSystem/MaterialGroup.h"
+#include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
-
-/// `Core` holds a material under the mask `mask`.
-template <class Core>
-bool give(const typename Core::Ptr& core, osg::FieldMask mask, const osg::MaterialPtr& material)
-{
-    if (!core)
-        return false;
-    osg::beginEditCP(core, mask, 1);
-    core->setMaterial(material);
-    osg::endEditCP(core, mask, 1);
-    return true;
-}
 
 osg::MaterialPtr copyOf(const osg::MaterialPtr& material)
 {
@@ -33,26 +18,10 @@ osg::MaterialPtr copyOf(const osg::MaterialPtr& material)
 
 } // namespace
 
-osg::MaterialPtr zn::materialOf(const osg::NodeCorePtr& core)
-{
-    if (const auto group = osg::fcCast<osg::MaterialGroup>(core))
-        return group->getMaterial();
-    const auto drawable = osg::fcCast<osg::MaterialDrawable>(core);
-    return drawable ? drawable->getMaterial() : osg::MaterialPtr();
-}
-
-bool zn::setMaterial(const osg::NodeCorePtr& core, const osg::MaterialPtr& material)
-{
-    return give<osg::MaterialGroup>(osg::fcCast<osg::MaterialGroup>(core), osg::MaterialGroupBase::MaterialFieldMask,
-                                    material) ||
-           give<osg::MaterialDrawable>(osg::fcCast<osg::MaterialDrawable>(core),
-                                       osg::MaterialDrawableBase::MaterialFieldMask, material);
-}
-
 osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::getMaterial", node);
-    return node ? zn::materialOf(node->getCore()) : osg::MaterialPtr();
+    return node ? osg::materialOf(node->getCore()) : osg::MaterialPtr();
 }
 
 bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy)
@@ -62,10 +31,10 @@ bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& 
     bool isChanged = false;
     osg::traverse(node, [&](const osg::NodePtr& step) {
         const osg::NodeCorePtr core = step ? step->getCore() : osg::NodeCorePtr();
-        if (zn::setMaterial(core, material))
+        if (osg::setMaterial(core, material))
             isChanged = true;
-        if (asCopy && zn::materialOf(core) == material)
-            zn::setMaterial(core, copyOf(material));
+        if (asCopy && osg::materialOf(core) == material)
+            osg::setMaterial(core, copyOf(material));
         return below ? osg::Action::Continue : osg::Action::Skip;
     });
     return isChanged;

@@ -1,7 +1,8 @@
 #include "standalone/znOpenSGUtils/NodeProperties.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Edit.h"
+#include "standalone/OSGSystem/EditScope.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 namespace osg
 {
@@ -18,9 +19,7 @@ NodeProperties::Ptr NodeProperties::made(const NodePtr& node)
     if (const Ptr found = of(node))
         return found;
     const Ptr properties(new NodeProperties);
-    beginEditCP(node, AttachmentContainer::AttachmentsFieldMask, 1);
-    node->addAttachment(properties);
-    endEditCP(node, AttachmentContainer::AttachmentsFieldMask, 1);
+    attach(node, properties);
     return properties;
 }
 
@@ -53,17 +52,15 @@ FieldContainerPtr NodeProperties::copy() const
 void setLocked(const NodePtr& node, bool locked)
 {
     const NodeProperties::Ptr properties = NodeProperties::made(node);
-    beginEditCP(properties, NodeProperties::LockedFieldMask, 1);
+    const EditScope edit(properties, NodeProperties::LockedFieldMask);
     properties->setLocked(locked);
-    endEditCP(properties, NodeProperties::LockedFieldMask, 1);
 }
 
 void setAsset(const NodePtr& node, NodeProperties::Asset asset)
 {
     const NodeProperties::Ptr properties = NodeProperties::made(node);
-    beginEditCP(properties, NodeProperties::AssetFieldMask, 1);
+    const EditScope edit(properties, NodeProperties::AssetFieldMask);
     properties->setAsset(asset);
-    endEditCP(properties, NodeProperties::AssetFieldMask, 1);
 }
 
 } // namespace osg

@@ -2,6 +2,7 @@
 
 #include "host/OSGSystem/Names.h"
 #include "host/znUtils/znLog.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/Remeshing.h"
 #include "standalone/geometry/TessellationRun.h"
@@ -125,7 +126,7 @@ void znRetessellation::rebuildSurfaces()
             continue;
         const osg::GeometryPtr geometry = m_state->geometries[i];
         const osg::Mesh& old = osg::GeometryAccess::mesh(*geometry);
-        geometry::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(geometry::remeshed(old, *made)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(geometry::remeshed(old, *made)));
     }
 }
 

@@ -4,10 +4,9 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Drawable.h"
-#include "host/OSGSystem/MaterialDrawable.h"
-#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/OSGSystem/SubMaterials.h"
 
 #include <QCoreApplication>
@@ -31,14 +30,6 @@ std::string nameOf(const osg::MaterialPtr& material)
     return name ? name : "";
 }
 
-osg::MaterialPtr materialOf(const osg::NodeCorePtr& core)
-{
-    if (const auto drawable = osg::fcCast<osg::MaterialDrawable>(core))
-        return drawable->getMaterial();
-    const auto group = osg::fcCast<osg::MaterialGroup>(core);
-    return group ? group->getMaterial() : osg::MaterialPtr();
-}
-
 /// Of materials of one name the first one in the tree.
 MaterialsByName materialsBelow(const osg::NodePtr& root)
 {
@@ -46,7 +37,7 @@ MaterialsByName materialsBelow(const osg::NodePtr& root)
     osg::traverse(root, [&](const osg::NodePtr& node) {
         if (!node)
             return osg::Action::Skip;
-        for (const osg::MaterialPtr& material : osg::subMaterialsFirst(materialOf(node->getCore()))) {
+        for (const osg::MaterialPtr& material : osg::subMaterialsFirst(osg::materialOf(node->getCore()))) {
             const QString name = QString::fromStdString(nameOf(material));
             if (!materials.contains(name))
                 materials[name] = material;

@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "protocol/FileNames.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "tools/ptxconvert/core/LastWords.h"
@@ -146,7 +147,7 @@ private:
         const osg::RefPtr<osg::NodePtr> root(osg::makeNodeFor(osg::Group::create()));
         for (const Part& part : m_parts) {
             const osg::GeometryPtr geometry = osg::Geometry::create();
-            geometry::exchangeMesh(geometry, part.mesh ? part.mesh : std::make_shared<const osg::Mesh>());
+            osg::exchangeMesh(geometry, part.mesh ? part.mesh : std::make_shared<const osg::Mesh>());
             const osg::NodePtr node = osg::makeNodeFor(geometry);
             osg::setName(node, part.reason);
             root->addChild(node);

@@ -2,6 +2,7 @@
 
 #include "host/OSGSystem/Names.h"
 #include "standalone/OSGSystem/MatrixMath.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/formats/SceneBuilding.h"
 #include "standalone/formats/gltf/GltfMeshes.h"
 
@@ -153,7 +154,7 @@ void GltfTree::add(const Step& step)
     const osg::Matrix matrix = matrixOf(from, step.node);
     m_task.countNodes(1 + geometries.size());
     const osg::NodePtr node = makeNodeFor(from, matrix, geometries);
-    addChild(step.parent, node);
+    osg::addChild(step.parent, node);
     addCamera(node, from.camera);
     for (const int child : from.children)
         m_queue.push_back({child, node, step.depth + 1});
@@ -180,21 +181,21 @@ void GltfTree::addCamera(const osg::NodePtr& parent, int camera)
     if (camera < 0 || index >= m_cameras.size() || !m_cameras[index])
         return;
     m_task.countNodes(1);
-    addChild(parent, makeNode(m_cameras[index]->name, makeCamera(*m_cameras[index])));
+    osg::addChild(parent, makeNode(m_cameras[index]->name, makeCamera(*m_cameras[index])));
 }
 
 /// Named after the mesh.
 void GltfTree::addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& core)
 {
     const char* name = osg::getName(core);
-    addChild(parent, makeNode(name ? name : "", core));
+    osg::addChild(parent, makeNode(name ? name : "", core));
 }
 
 osg::NodePtr GltfTree::build()
 {
     FreshTree tree(makeGroup({}));
     const osg::NodePtr place = makeTransform(sceneName(), toMillimetresZUp(millimetresPerMetre, UpAxis::Y));
-    addChild(tree.root(), place);
+    osg::addChild(tree.root(), place);
     for (const int node : rootNodes())
         m_queue.push_back({node, place, 3});
     for (std::size_t i = 0; i < m_queue.size(); ++i)

@@ -13,7 +13,7 @@ namespace
 
 /// Calls `visit` with the bytes of each thing that a vertex carries.
 template <class Visitor>
-void visitVertex(const MeshArrays& arrays, std::uint32_t vertex, Visitor visit)
+void visitVertex(const osg::MeshArrays& arrays, std::uint32_t vertex, Visitor visit)
 {
     const auto bytesIn = [&](const auto& array) {
         if (!array.empty())
@@ -26,7 +26,7 @@ void visitVertex(const MeshArrays& arrays, std::uint32_t vertex, Visitor visit)
 }
 
 struct VertexHash {
-    const MeshArrays* arrays;
+    const osg::MeshArrays* arrays;
     std::size_t operator()(std::uint32_t vertex) const
     {
         std::size_t hash = 0;
@@ -44,7 +44,7 @@ bool same(const std::vector<T>& array, std::uint32_t a, std::uint32_t b)
 }
 
 struct VertexEqual {
-    const MeshArrays* arrays;
+    const osg::MeshArrays* arrays;
     bool operator()(std::uint32_t a, std::uint32_t b) const
     {
         return same(arrays->positions, a, b) && same(arrays->normals, a, b) && same(arrays->texCoords, a, b) &&
@@ -58,7 +58,7 @@ struct Welding {
     std::vector<std::uint32_t> newIndex;
 };
 
-Welding weld(const MeshArrays& arrays)
+Welding weld(const osg::MeshArrays& arrays)
 {
     Welding result;
     result.newIndex.resize(arrays.positions.size());
@@ -95,7 +95,7 @@ void renumber(std::vector<std::uint32_t>& indices, const std::vector<std::uint32
 
 } // namespace
 
-osg::Mesh weldedMesh(MeshArrays arrays)
+osg::Mesh weldedMesh(osg::MeshArrays arrays)
 {
     const Welding welding = weld(arrays);
     keep(arrays.positions, welding.kept);
@@ -104,15 +104,7 @@ osg::Mesh weldedMesh(MeshArrays arrays)
     keep(arrays.colors, welding.kept);
     for (std::vector<std::uint32_t>* indices : {&arrays.triangles, &arrays.lines, &arrays.points})
         renumber(*indices, welding.newIndex);
-    osg::Mesh mesh;
-    mesh.positions = std::move(arrays.positions);
-    mesh.normals = std::move(arrays.normals);
-    mesh.texCoords = std::move(arrays.texCoords);
-    mesh.colors = std::move(arrays.colors);
-    mesh.triangles = std::move(arrays.triangles);
-    mesh.lines = std::move(arrays.lines);
-    mesh.points = std::move(arrays.points);
-    return mesh;
+    return osg::meshOf(std::move(arrays));
 }
 
 } // namespace formats

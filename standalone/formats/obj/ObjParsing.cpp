@@ -71,7 +71,7 @@ std::optional<std::size_t> numberIn(const aiString& name, std::size_t count)
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-void appendVertices(const aiMesh& from, MeshArrays& to)
+void appendVertices(const aiMesh& from, osg::MeshArrays& to)
 {
     for (unsigned i = 0; i < from.mNumVertices; ++i) {
         const aiVector3D& position = from.mVertices[i];
@@ -85,7 +85,7 @@ void appendVertices(const aiMesh& from, MeshArrays& to)
     }
 }
 
-void appendElements(const aiMesh& from, MeshArrays& to)
+void appendElements(const aiMesh& from, osg::MeshArrays& to)
 {
     for (unsigned i = 0; i < from.mNumFaces; ++i) {
         const aiFace& face = from.mFaces[i];
@@ -105,7 +105,7 @@ std::vector<osg::Mesh> meshesOf(const aiScene& scene, std::size_t count)
         const std::optional<std::size_t> section = numberIn(node.mName, count);
         if (!section || node.mNumMeshes != 1)
             continue;
-        MeshArrays arrays;
+        osg::MeshArrays arrays;
         appendVertices(*scene.mMeshes[node.mMeshes[0]], arrays);
         appendElements(*scene.mMeshes[node.mMeshes[0]], arrays);
         meshes[*section] = weldedMesh(std::move(arrays));

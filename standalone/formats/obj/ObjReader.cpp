@@ -1,5 +1,6 @@
 #include "standalone/formats/obj/ObjReader.h"
 
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/formats/FileBytes.h"
 #include "standalone/formats/obj/ObjParsing.h"
 
@@ -27,7 +28,7 @@ std::vector<ObjSection> namesOf(const std::vector<ObjSection>& sections)
 
 osg::NodePtr added(const osg::NodePtr& parent, const osg::NodePtr& child)
 {
-    addChild(parent, child);
+    osg::addChild(parent, child);
     return child;
 }
 
@@ -88,11 +89,11 @@ void ObjTree::add(const ObjSection& section, const osg::Mesh& mesh)
     }
     const osg::GeometryPtr core = makeGeometry({}, mesh, material(section.material));
     if (!isAlone(section))
-        addChild(groupHome(section.object, section.group), makeNode(section.material, core));
+        osg::addChild(groupHome(section.object, section.group), makeNode(section.material, core));
     else if (section.group.empty())
-        addChild(m_place, makeNode(section.object, core));
+        osg::addChild(m_place, makeNode(section.object, core));
     else
-        addChild(objectHome(section.object), makeNode(section.group, core));
+        osg::addChild(objectHome(section.object), makeNode(section.group, core));
 }
 
 /// The node that `make` makes at the first call with these names.

@@ -1,6 +1,8 @@
 #include "standalone/formats/ply/PlyReader.h"
 
+#include "standalone/OSGSystem/MeshArrays.h"
 #include "standalone/OSGSystem/Polygons.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/formats/FileBytes.h"
 #include "standalone/formats/SceneBuilding.h"
 #include "standalone/formats/ply/PlyValues.h"
@@ -98,12 +100,7 @@ private:
     std::unique_ptr<PlyValues> m_values;
     ReadTask& m_task;
     std::array<bool, SlotCount + 1> m_has = {}; ///< with a place for what is not read
-    std::vector<osg::Vec3f> m_positions;
-    std::vector<osg::Vec3f> m_normals;
-    std::vector<osg::Vec2f> m_texCoords;
-    std::vector<osg::Color4f> m_colors;
-    std::vector<std::uint32_t> m_triangles;
-    std::vector<std::uint32_t> m_lines;
+    osg::MeshArrays m_arrays;
     std::vector<std::uint32_t> m_corners; ///< of the face that is read
     std::uint64_t m_polygonWork = 0;
 };
@@ -112,21 +109,13 @@ osg::Mesh PlyElements::read()
 {
     for (const PlyElement& element : m_header.elements)
         readElement(element);
-    if (m_positions.empty())
+    if (m_arrays.positions.empty())
         m_task.fail(ReadErrorCode::Empty, tr("there are no vertices in it"));
-    osg::Mesh mesh;
-    if (m_triangles.empty() && m_lines.empty()) {
-        std::vector<std::uint32_t> points(m_positions.size());
-        std::iota(points.begin(), points.end(), 0u);
-        mesh.points = std::move(points);
+    if (m_arrays.triangles.empty() && m_arrays.lines.empty()) {
+        m_arrays.points.resize(m_arrays.positions.size());
+        std::iota(m_arrays.points.begin(), m_arrays.points.end(), 0u);
     }
-    mesh.positions = std::move(m_positions);
-    mesh.normals = std::move(m_normals);
-    mesh.texCoords = std::move(m_texCoords);
-    mesh.colors = std::move(m_colors);
-    mesh.triangles = std::move(m_triangles);
-    mesh.lines = std::move(m_lines);
-    return mesh;
+    return osg::meshOf(std::move(m_arrays));
 }
 
 void PlyElements::readElement(const PlyElement& element)
@@ -166,7 +155,7 @@ bool PlyElements::has(std::initializer_list<Slot> slots) const
 /// Where the values of a vertex go, property by property; `SlotCount` for what is not read.
 std::vector<Slot> PlyElements::prepareVertices(const PlyElement& element)
 {
-    if (!m_positions.empty())
+    if (!m_arrays.positions.empty())
         fail(tr("there are vertices already"));
     std::vector<Slot> slots;
     for (const PlyProperty& property : element.properties) {
@@ -178,7 +167,7 @@ std::vector<Slot> PlyElements::prepareVertices(const PlyElement& element)
         fail(tr("the vertices have no x, y and z"));
     const std::uint64_t arrays = 1u + has({NormalX, NormalY, NormalZ}) + has({Red, Green, Blue}) + has({U, V});
     m_task.countVertices(element.count * arrays, m_values->place());
-    m_positions.reserve(element.count);
+    m_arrays.positions.reserve(element.count);
     return slots;
 }
 
@@ -208,20 +197,21 @@ float PlyElements::takeVertexValue(Slot slot, PlyType type)
 
 void PlyElements::addVertex(const VertexValues& values)
 {
-    m_positions.push_back({values[X], values[Y], values[Z]});
+    m_arrays.positions.push_back({values[X], values[Y], values[Z]});
     if (has({NormalX, NormalY, NormalZ}))
-        m_normals.push_back({values[NormalX], values[NormalY], values[NormalZ]});
+        m_arrays.normals.push_back({values[NormalX], values[NormalY], values[NormalZ]});
     if (has({U, V}))
-        m_texCoords.push_back({values[U], values[V]});
+        m_arrays.texCoords.push_back({values[U], values[V]});
     if (has({Red, Green, Blue}))
-        m_colors.push_back({values[Red], values[Green], values[Blue], values[Alpha]});
+        m_arrays.colors.push_back({values[Red], values[Green], values[Blue], values[Alpha]});
 }
 
 std::uint32_t PlyElements::takeIndex(PlyType type)
 {
     const double index = m_values->take(type);
-    if (!(index >= 0) || index >= static_cast<double>(m_positions.size()))
-        fail(tr("an index reaches beyond the %1 vertices before it").arg(static_cast<qulonglong>(m_positions.size())));
+    if (!(index >= 0) || index >= static_cast<double>(m_arrays.positions.size()))
+        fail(tr("an index reaches beyond the %1 vertices before it")
+                 .arg(static_cast<qulonglong>(m_arrays.positions.size())));
     return static_cast<std::uint32_t>(index);
 }
 
@@ -253,7 +243,7 @@ void PlyElements::face(const PlyProperty& list)
     m_corners.clear();
     for (std::uint64_t i = 0; i < length; ++i)
         m_corners.push_back(takeIndex(list.type));
-    osg::appendPolygon(m_positions, m_corners, m_triangles);
+    osg::appendPolygon(m_arrays.positions, m_corners, m_arrays.triangles);
 }
 
 void PlyElements::strips(const PlyElement& element)
@@ -276,15 +266,15 @@ void PlyElements::strip(const PlyProperty& list)
             m_corners.clear();
             continue;
         }
-        if (!(index < static_cast<double>(m_positions.size())))
+        if (!(index < static_cast<double>(m_arrays.positions.size())))
             fail(tr("an index reaches beyond the %1 vertices before it")
-                     .arg(static_cast<qulonglong>(m_positions.size())));
+                     .arg(static_cast<qulonglong>(m_arrays.positions.size())));
         m_corners.push_back(static_cast<std::uint32_t>(index));
         const std::size_t last = m_corners.size() - 1;
         if (last >= 2) {
             const bool isEven = last % 2 == 0;
-            m_triangles.insert(m_triangles.end(), {m_corners[last - (isEven ? 2 : 1)],
-                                                   m_corners[last - (isEven ? 1 : 2)], m_corners[last]});
+            m_arrays.triangles.insert(m_arrays.triangles.end(), {m_corners[last - (isEven ? 2 : 1)],
+                                                                 m_corners[last - (isEven ? 1 : 2)], m_corners[last]});
         }
     }
 }
@@ -301,7 +291,7 @@ void PlyElements::edges(const PlyElement& element)
                 skip(property);
         }
         if (ends.size() == 2)
-            m_lines.insert(m_lines.end(), ends.begin(), ends.end());
+            m_arrays.lines.insert(m_arrays.lines.end(), ends.begin(), ends.end());
     }
 }
 
@@ -333,7 +323,7 @@ osg::NodePtr readPly(ReadTask& task)
     const PlyHeader header = readPlyHeader(file.text(), task);
     osg::Mesh mesh = PlyElements(header, file.text(), task).read();
     FreshTree tree(makeGroup({}));
-    addChild(placeForContent(tree.root(), task.options()), makeNode({}, makeGeometry({}, std::move(mesh), {})));
+    osg::addChild(placeForContent(tree.root(), task.options()), makeNode({}, makeGeometry({}, std::move(mesh), {})));
     return tree.take();
 }
 

@@ -1,9 +1,10 @@
 #include "standalone/formats/vrml/VrmlTree.h"
 
-#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
+#include "standalone/OSGSystem/EditScope.h"
 #include "standalone/OSGSystem/MatrixMath.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/formats/vrml/VrmlGeometry.h"
 #include "standalone/formats/vrml/VrmlParser.h"
 #include "standalone/formats/vrml/VrmlTransforms.h"
@@ -19,14 +20,6 @@ namespace
 {
 
 constexpr std::size_t maxInlineDepth = 16;
-
-template <class Ptr, class Change>
-void edit(const Ptr& container, osg::FieldMask mask, Change change)
-{
-    osg::beginEditCP(container, mask, 1);
-    change();
-    osg::endEditCP(container, mask, 1);
-}
 
 } // namespace
 
@@ -66,7 +59,7 @@ void Tree::add(const Node& node, const osg::NodePtr& parent)
         addShape(node, parent);
         break;
     case NodeKind::Viewpoint:
-        addChild(parent, makeNode(node.name, coreOf(node, [&] { return makeCamera(node); })));
+        osg::addChild(parent, makeNode(node.name, coreOf(node, [&] { return makeCamera(node); })));
         break;
     default:
         break; // what stands here by itself is not seen
@@ -93,11 +86,11 @@ osg::NodePtr Tree::makeGroupFor(const Node& node, const osg::NodePtr& parent)
         if (!std::all_of(matrix.values.begin(), matrix.values.end(), [](float v) { return std::isfinite(v); }))
             source().fail(ReadErrorCode::Damaged, tr("this transform has no finite numbers"), node.offset);
         const osg::Transform3DPtr transform = osg::Transform3DBase::create();
-        edit(transform, osg::TransformBase::MatrixFieldMask, [&] { transform->setMatrix(matrix); });
+        osg::edit(transform, osg::TransformBase::MatrixFieldMask, [&] { transform->setMatrix(matrix); });
         return transform;
     });
     const osg::NodePtr made = makeNode(node.name, core);
-    addChild(parent, made);
+    osg::addChild(parent, made);
     return made;
 }
 
@@ -133,7 +126,7 @@ void Tree::addShape(const Node& node, const osg::NodePtr& parent)
         return;
     m_hasGeometry = true;
     const Node* geometry = node.node("geometry");
-    addChild(parent, makeNode(node.name.empty() && geometry ? geometry->name : node.name, core));
+    osg::addChild(parent, makeNode(node.name.empty() && geometry ? geometry->name : node.name, core));
 }
 
 const osg::Mesh& Tree::meshFor(const Node& geometry)
@@ -167,8 +160,8 @@ osg::NodeCorePtr Tree::makeCamera(const Node& node) const
     const auto degrees = float(std::clamp(radians * 180 / std::numbers::pi, 0.1, 179.0));
     const std::span<const std::string> description = node.strings("description");
     osg::setName(camera, description.empty() || description.front().empty() ? node.name : description.front());
-    edit(camera, osg::TransformBase::MatrixFieldMask, [&] { camera->setMatrix(place); });
-    edit(camera, Base::FieldOfViewFieldMask, [&] { camera->setFieldOfView(degrees); });
+    osg::edit(camera, osg::TransformBase::MatrixFieldMask, [&] { camera->setMatrix(place); });
+    osg::edit(camera, Base::FieldOfViewFieldMask, [&] { camera->setFieldOfView(degrees); });
     return camera;
 }
 

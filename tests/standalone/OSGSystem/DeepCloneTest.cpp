@@ -1,3 +1,5 @@
+#include "standalone/OSGSystem/DeepClone.h"
+
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SimpleMaterial.h"

@@ -121,20 +121,4 @@ TEST_F(TransformTest, AScaleOfZeroKeepsTheRotation)
     expectNear(transform->getMatrix(), osg::rotationMatrix({0, half, 0, half}));
 }
 
-TEST_F(TransformTest, AProductAppliesTheRightFactorFirst)
-{
-    const osg::Matrix product = osg::translationMatrix({10, 0, 0}) * osg::scaleMatrix({2, 2, 2});
-    EXPECT_EQ(osg::transformPoint(product, {1, 1, 1}), (osg::Vec3f{12, 2, 2}));
-    EXPECT_EQ(osg::transformVector(product, {1, 1, 1}), (osg::Vec3f{2, 2, 2}));
-}
-
-TEST_F(TransformTest, TheInverseUndoesAndAFlatMatrixHasNone)
-{
-    const osg::Matrix matrix = osg::translationMatrix({10, 5, 0}) * osg::rotationMatrix({0, 0, half, half});
-    const auto inverse = osg::inverted(matrix);
-    ASSERT_TRUE(inverse);
-    expectNear(*inverse * matrix, osg::Matrix());
-    EXPECT_FALSE(osg::inverted(osg::scaleMatrix({1, 0, 1})));
-}
-
 } // namespace

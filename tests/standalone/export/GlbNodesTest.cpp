@@ -108,7 +108,7 @@ TEST_F(GlbNodesTest, TransformsAreExact)
 {
     osg::Matrix matrix;
     matrix.values = {0, 2, 0, 0, -3, 0, 0, 0, 0, 0, 0.1f, 0, 10.1f, -20.2f, 30.3f, 1};
-    formats::addChild(add(formats::makeTransform("Turned", matrix)), formats::makeGroup("Below"));
+    osg::addChild(add(formats::makeTransform("Turned", matrix)), formats::makeGroup("Below"));
     add(formats::makeTransform("Still", osg::Matrix()));
     const GlbFile file = written();
     EXPECT_EQ(matrixOf(file.json["nodes"][1]), matrix);
@@ -124,8 +124,8 @@ TEST_F(GlbNodesTest, MirroredSmallAndLargeTransformsArrive)
                                     osg::Vec3f{1000, 1000, 1000}, osg::Vec3f{25.4f, 254, 2.54f}}) {
         const osg::Matrix turn = osg::rotationMatrix({0.1f, 0.2f, 0.3f, 0.9f});
         matrices.push_back(osg::translationMatrix({1234.5f, 0, -3}) * turn * osg::scaleMatrix(scale));
-        formats::addChild(add(formats::makeTransform("Scaled", matrices.back())),
-                          formats::makeNode("", geometry("", triangle())));
+        osg::addChild(add(formats::makeTransform("Scaled", matrices.back())),
+                      formats::makeNode("", geometry("", triangle())));
     }
     const GlbFile file = written();
     for (std::size_t i = 0; i < matrices.size(); ++i)
@@ -137,7 +137,7 @@ TEST_F(GlbNodesTest, AShearingTransformBecomesTwoNodes)
 {
     osg::Matrix matrix;
     matrix.values = {1, 0, 0, 0, 0.5f, 2, 0, 0, 0, 0, 1, 0, 7, 8, 9, 1};
-    formats::addChild(add(formats::makeTransform("Sheared", matrix)), formats::makeGroup("Below"));
+    osg::addChild(add(formats::makeTransform("Sheared", matrix)), formats::makeGroup("Below"));
     const GlbFile file = written();
     const json& outer = file.json["nodes"][1];
     EXPECT_EQ(outer["name"], "Sheared");
@@ -152,8 +152,8 @@ TEST_F(GlbNodesTest, AShearingTransformBecomesTwoNodes)
 
 TEST_F(GlbNodesTest, AFlatTransformIsAllowed)
 {
-    formats::addChild(add(formats::makeTransform("Flat", osg::scaleMatrix({3, 2, 0}))),
-                      formats::makeNode("", geometry("", triangle())));
+    osg::addChild(add(formats::makeTransform("Flat", osg::scaleMatrix({3, 2, 0}))),
+                  formats::makeNode("", geometry("", triangle())));
     const GlbFile file = written();
     const osg::Matrix matrix = matrixOf(file.json["nodes"][1]);
     EXPECT_NEAR(matrix[0], 3, 1e-5);
@@ -165,7 +165,7 @@ TEST_F(GlbNodesTest, WhatHangsBelowATransformWithoutFiniteNumbersIsLeftOut)
 {
     osg::Matrix matrix;
     matrix[12] = std::numeric_limits<float>::infinity();
-    formats::addChild(add(formats::makeTransform("Nowhere", matrix)), formats::makeGroup("Below"));
+    osg::addChild(add(formats::makeTransform("Nowhere", matrix)), formats::makeGroup("Below"));
     const GlbFile file = written();
     EXPECT_EQ(file.json["nodes"][1], json::parse(R"({"name": "Nowhere"})"));
     EXPECT_EQ(file.json["nodes"].size(), 2u);
@@ -177,7 +177,7 @@ TEST_F(GlbNodesTest, WhatHangsBelowATransformWithoutFiniteNumbersIsLeftOut)
 TEST_F(GlbNodesTest, InactiveNodesAreLeftOutWithWhatHangsBelow)
 {
     const osg::NodePtr hidden = add(formats::makeGroup("Hidden"));
-    formats::addChild(hidden, formats::makeNode("Below", geometry("", triangle())));
+    osg::addChild(hidden, formats::makeNode("Below", geometry("", triangle())));
     add(formats::makeGroup("Seen"));
     osg::beginEditCP(hidden, osg::Node::ActiveFieldMask, 1);
     hidden->setActive(false);
@@ -198,7 +198,7 @@ TEST_F(GlbNodesTest, AReferenceWithoutContentTellsItsFile)
         return core;
     };
     add(formats::makeNode("Empty", reference("teile/Gehäuse 外壳.jt")));
-    formats::addChild(add(formats::makeNode("Loaded", reference("teile/deckel.jt"))), formats::makeGroup("Content"));
+    osg::addChild(add(formats::makeNode("Loaded", reference("teile/deckel.jt"))), formats::makeGroup("Content"));
     const GlbFile file = written();
     EXPECT_EQ(file.json["nodes"][1]["extras"], json::parse(R"({"externalReference": "teile/Gehäuse 外壳.jt"})"));
     EXPECT_FALSE(file.json["nodes"][2].contains("extras"));
@@ -224,8 +224,8 @@ TEST_F(GlbNodesTest, TheMaterialOfAGroupIsSeenOnWhatHangsBelow)
     osg::endEditCP(group, osg::MaterialGroupBase::MaterialFieldMask, 1);
     add(formats::makeNode("Plain", shared));
     const osg::NodePtr painted = add(formats::makeNode("Painted", group));
-    formats::addChild(painted, formats::makeNode("a", shared));
-    formats::addChild(painted, formats::makeNode("b", shared));
+    osg::addChild(painted, formats::makeNode("a", shared));
+    osg::addChild(painted, formats::makeNode("b", shared));
     const GlbFile file = written();
     EXPECT_EQ(file.json["meshes"].size(), 2u);
     EXPECT_EQ(file.json["materials"][file.primitive(0)["material"].get<std::size_t>()]["name"], "own");
@@ -238,7 +238,7 @@ TEST_F(GlbNodesTest, AChainOfAHundredThousandNodesIsWritten)
     osg::NodePtr bottom = root.get();
     for (int i = 0; i < 100'000; ++i) {
         const osg::NodePtr next = osg::makeNodeFor(osg::Group::create());
-        formats::addChild(bottom, next);
+        osg::addChild(bottom, next);
         bottom = next;
     }
     const QString path = pathOf(QStringLiteral("deep.glb"));

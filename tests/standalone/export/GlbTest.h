@@ -4,6 +4,7 @@
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/export/GlbWriter.h"
 #include "standalone/formats/SceneBuilding.h"
 #include "tests/gltf-validator/GltfValidator.h"
@@ -49,7 +50,7 @@ protected:
 
     osg::NodePtr add(const osg::NodePtr& child)
     {
-        formats::addChild(root.get(), child);
+        osg::addChild(root.get(), child);
         return child;
     }
 

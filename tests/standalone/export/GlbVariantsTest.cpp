@@ -132,7 +132,7 @@ TEST_F(GlbVariantsTest, TheMaterialOfAGroupAboveHasVariantsToo)
     const osg::MaterialGroupPtr group = osg::MaterialGroupBase::create();
     group->setMaterial(glass("Roof Glass"));
     const osg::NodePtr node = add(osg::makeNodeFor(group));
-    formats::addChild(node, formats::makeNode("roof", geometry("", triangle(), paint("own", 1))));
+    osg::addChild(node, formats::makeNode("roof", geometry("", triangle(), paint("own", 1))));
     osg::VariantTable table;
     table.sets = {{"Day", "", "", {}, {{"Roof Glass", "Clear"}}, {}}};
     attach(table);
@@ -205,7 +205,7 @@ TEST_F(GlbVariantsTest, ACameraBelowAScaleKeepsItsOwnSize)
 {
     const osg::NodePtr scaled =
         add(formats::makeTransform("scaled", {{0, 20, 0, 0, -20, 0, 0, 0, 0, 0, 20, 0, 1, 2, 3, 1}}));
-    formats::addChild(scaled, osg::makeNodeFor(osg::UberCameraBase::create()));
+    osg::addChild(scaled, osg::makeNodeFor(osg::UberCameraBase::create()));
     json file = writtenJson();
     for (const json& scale : file["nodes"][3]["scale"])
         EXPECT_NEAR(scale.get<double>(), 50, 1e-4);

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "standalone/OSGSystem/Mesh.h"
+#include "standalone/OSGSystem/MeshArrays.h"
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 namespace ptx
 {
@@ -15,18 +14,18 @@ class MeshBuilder
 {
 public:
     bool hasRoomFor(std::size_t vertices) const;
-    bool isEmpty() const { return m_triangles.empty() && m_lines.empty() && m_points.empty(); }
-    std::size_t triangleCount() const { return m_triangles.size() / 3; }
+    bool isEmpty() const { return m_arrays.triangles.empty() && m_arrays.lines.empty() && m_arrays.points.empty(); }
+    std::size_t triangleCount() const { return m_arrays.triangles.size() / 3; }
 
     /// The number of the vertex.
     std::uint32_t addVertex(const osg::Vec3f& position, const osg::Vec3f& normal);
     std::uint32_t addVertex(const osg::Vec3f& position);
     /// Of the vertex that was added last: a display colour, and a place in a picture.
-    void addColor(const osg::Color4f& color) { m_colors.push_back(color); }
-    void addTexCoord(const osg::Vec2f& place) { m_texCoords.push_back(place); }
+    void addColor(const osg::Color4f& color) { m_arrays.colors.push_back(color); }
+    void addTexCoord(const osg::Vec2f& place) { m_arrays.texCoords.push_back(place); }
     void addTriangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
     void addLine(std::uint32_t a, std::uint32_t b);
-    void addPoint(std::uint32_t a) { m_points.push_back(a); }
+    void addPoint(std::uint32_t a) { m_arrays.points.push_back(a); }
     /// Ends a face: the triangles added since the last one are its range. A face without triangles leaves none.
     void endFace();
 
@@ -34,14 +33,7 @@ public:
     std::shared_ptr<const osg::Mesh> take();
 
 private:
-    std::vector<osg::Vec3f> m_positions;
-    std::vector<osg::Vec3f> m_normals;
-    std::vector<osg::Color4f> m_colors;
-    std::vector<osg::Vec2f> m_texCoords;
-    std::vector<std::uint32_t> m_triangles;
-    std::vector<std::uint32_t> m_lines;
-    std::vector<std::uint32_t> m_points;
-    std::vector<osg::FaceRange> m_faces;
+    osg::MeshArrays m_arrays;
     std::uint32_t m_faceStart = 0;
 };
 

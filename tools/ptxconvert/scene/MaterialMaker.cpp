@@ -1,7 +1,7 @@
 #include "tools/ptxconvert/scene/MaterialMaker.h"
 
 #include "host/OSGSystem/Names.h"
-#include "tools/ptxconvert/scene/EditScope.h"
+#include "standalone/OSGSystem/EditScope.h"
 
 #include <cmath>
 #include <cstdio>
@@ -34,7 +34,7 @@ osg::SimpleMaterialPtr MaterialMaker::make(int appearance) const
     using Fields = osg::SimpleMaterial;
     const Appearance& look = appearance == NoAppearance ? DefaultAppearance : m_appearances[appearance];
     const osg::SimpleMaterialPtr material = Fields::create();
-    const EditScope edit(material, Fields::DiffuseFieldMask | Fields::TransparencyFieldMask);
+    const osg::EditScope edit(material, Fields::DiffuseFieldMask | Fields::TransparencyFieldMask);
     material->setDiffuse({look.red, look.green, look.blue});
     material->setTransparency(1 - look.alpha);
     osg::setName(material, appearance == NoAppearance ? "default" : appearanceName(look));

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/scene/PartCores.h"
 
-#include "tools/ptxconvert/scene/EditScope.h"
+#include "standalone/OSGSystem/EditScope.h"
 
 namespace ptx
 {
@@ -17,7 +17,7 @@ const std::vector<osg::RefPtr<osg::GeometryPtr>>& PartCores::of(std::size_t body
 osg::GeometryPtr PartCores::make(const Piece& piece, const Look& look)
 {
     const osg::GeometryPtr geometry = osg::Geometry::create();
-    const EditScope edit(geometry, osg::Geometry::MeshFieldMask | osg::Geometry::MaterialFieldMask);
+    const osg::EditScope edit(geometry, osg::Geometry::MeshFieldMask | osg::Geometry::MaterialFieldMask);
     osg::GeometryAccess::setMesh(*geometry, piece.mesh);
     geometry->setMaterial(m_materials.materialFor(look.resolved(piece.appearance)));
     return geometry;

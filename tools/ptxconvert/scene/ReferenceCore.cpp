@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/scene/ReferenceCore.h"
 
-#include "tools/ptxconvert/scene/EditScope.h"
+#include "standalone/OSGSystem/EditScope.h"
 
 namespace ptx
 {
@@ -11,7 +11,7 @@ namespace
 osg::FileReferencePtr fileOf(const Reference& reference)
 {
     const osg::FileReferencePtr file = osg::FileReference::create();
-    const EditScope edit(file, osg::FileReference::PathFieldMask | osg::FileReference::RelativePathFieldMask);
+    const osg::EditScope edit(file, osg::FileReference::PathFieldMask | osg::FileReference::RelativePathFieldMask);
     file->setPath(reference.file);
     file->setRelativePath(reference.written);
     return file;
@@ -22,7 +22,7 @@ osg::FileReferencePtr fileOf(const Reference& reference)
 osg::ExtReferencePtr makeReferenceCore(const Reference& reference)
 {
     const osg::ExtReferencePtr core = osg::ExtReference::create();
-    const EditScope edit(core, osg::ExtReference::SourceFileFieldMask);
+    const osg::EditScope edit(core, osg::ExtReference::SourceFileFieldMask);
     core->setSourceFile(fileOf(reference));
     return core;
 }

@@ -2,9 +2,9 @@
 
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/OSGSystem/EditScope.h"
 #include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/model/Model.h"
-#include "tools/ptxconvert/scene/EditScope.h"
 #include "tools/ptxconvert/scene/ReferenceCore.h"
 
 #include <filesystem>
@@ -23,7 +23,7 @@ osg::NodePtr makeRootNode(const std::string& input, const Model& model)
 {
     const osg::ExtReferencePtr core = makeReferenceCore({0, input, {}});
     const osg::NodePtr node = osg::makeNodeFor(core);
-    const EditScope edit(core, osg::ExtReference::StateFieldMask);
+    const osg::EditScope edit(core, osg::ExtReference::StateFieldMask);
     core->setState(Loaded);
     osg::setName(node, std::filesystem::path(input).filename().string());
     std::vector<std::string> tags = {osg::converted::ConvertedTag};

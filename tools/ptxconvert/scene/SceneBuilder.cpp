@@ -3,8 +3,9 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/OSGSystem/EditScope.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "tools/ptxconvert/scene/EditScope.h"
 #include "tools/ptxconvert/scene/NodeNames.h"
 #include "tools/ptxconvert/scene/OverrideTracker.h"
 #include "tools/ptxconvert/scene/PartCores.h"
@@ -94,7 +95,7 @@ private:
         if (std::vector<std::string> tags = nodeTags(occurrence, product); !tags.empty())
             osg::setTags(node, std::move(tags));
         if (!occurrence.isVisible) {
-            const EditScope edit(node, osg::Node::ActiveFieldMask);
+            const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
             node->setActive(false);
         }
         const Look look = around.overriddenBy(occurrence.appearance).below(product.appearance);
@@ -109,7 +110,7 @@ private:
         const osg::Transform3DPtr transform = reference == m_references.end()
                                                   ? osg::Transform3D::create()
                                                   : osg::Transform3DPtr(makeReferenceCore(*reference->second));
-        const EditScope edit(transform, osg::Transform3D::MatrixFieldMask);
+        const osg::EditScope edit(transform, osg::Transform3D::MatrixFieldMask);
         transform->setMatrix(occurrence.placement);
         return transform;
     }
@@ -127,8 +128,7 @@ private:
 
     void append(const osg::NodePtr& parent, const osg::NodePtr& node)
     {
-        const EditScope edit(parent, osg::Node::ChildrenFieldMask);
-        parent->addChild(node);
+        osg::addChild(parent, node);
         ++m_scene.nodes;
     }
 

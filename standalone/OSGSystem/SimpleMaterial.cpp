@@ -1,10 +1,10 @@
 #include "host/OSGSystem/SimpleMaterial.h"
+
 #include "standalone/OSGSystem/Attachments.h"
 
 namespace osg
 {
 
-FieldContainerType MaterialBase::_type("Material", &AttachmentContainer::_type, "Material");
 FieldContainerType ChunkMaterialBase::_type("ChunkMaterial", &MaterialBase::_type);
 FieldContainerType SimpleMaterialBase::_type("SimpleMaterial", &ChunkMaterialBase::_type);
 

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+
+namespace osg
+{
+
+/// The material that `core` holds: that of a material group, or of what is drawn. Null when it holds none or is null.
+MaterialPtr materialOf(const NodeCorePtr& core);
+
+/// Gives `material` to `core` within the bracket of its field; null takes the material away. False when `core` cannot
+/// hold one or is null.
+bool setMaterial(const NodeCorePtr& core, const MaterialPtr& material);
+
+} // namespace osg

@@ -1,0 +1,8 @@
+#include "host/OSGSystem/Drawable.h"
+
+namespace osg
+{
+
+FieldContainerType DrawableBase::_type("Drawable", &NodeCore::_type);
+
+} // namespace osg
