@@ -91,7 +91,7 @@ private:
 
     [[noreturn]] void fail(const QString& message) const
     {
-        m_task.fail(ReadErrorCode::Damaged, message, m_values->place());
+        m_task.fail(ErrorCode::Damaged, message, m_values->place());
     }
 
     const PlyHeader& m_header;
@@ -113,7 +113,7 @@ osg::Mesh PlyElements::read()
     for (const PlyElement& element : m_header.elements)
         readElement(element);
     if (m_positions.empty())
-        m_task.fail(ReadErrorCode::Empty, tr("there are no vertices in it"));
+        m_task.fail(ErrorCode::Empty, tr("there are no vertices in it"));
     osg::Mesh mesh;
     if (m_triangles.empty() && m_lines.empty()) {
         std::vector<std::uint32_t> points(m_positions.size());
@@ -230,7 +230,7 @@ void PlyElements::countPolygon(std::uint64_t corners)
     if (corners <= smallPolygon)
         return;
     if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_task.fail(ReadErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
+        m_task.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
                     m_values->place());
 }
 
