@@ -17,9 +17,14 @@ set(ZN_STANDALONE_HEADERS
   standalone/OSGSystem/ContainerRegistry.h
   standalone/OSGSystem/Mesh.h
   standalone/export/GlbWriter.h
+  standalone/formats/Error.h
+  standalone/formats/Expected.h
+  standalone/formats/Note.h
   standalone/render/Snapshot.h
   standalone/render/SnapshotView.h
+  standalone/scenefile/ReadSceneFile.h
   standalone/scenefile/SceneFile.h
+  standalone/scenefile/WriteSceneFile.h
   standalone/session/SceneExtras.h
   standalone/session/Session.h
   standalone/session/Setting.h

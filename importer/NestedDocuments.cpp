@@ -32,14 +32,14 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 
 [[noreturn]] void failWithoutTree(const formats::ReadTask& task, const znPLMXMLLoaderJob& job)
 {
-    using formats::ReadErrorCode;
+    using files::ErrorCode;
     if (!job.getErrorText().isEmpty())
-        task.fail(ReadErrorCode::Damaged, job.getErrorText());
+        task.fail(ErrorCode::Damaged, job.getErrorText());
     const auto fault = findDocumentFault(task.path());
     if (!fault)
-        task.fail(ReadErrorCode::Damaged, NestedDocuments::tr("the document gave no tree"));
+        task.fail(ErrorCode::Damaged, NestedDocuments::tr("the document gave no tree"));
     const QString place = NestedDocuments::tr("line %1, column %2").arg(fault->line).arg(fault->column);
-    task.fail(ReadErrorCode::Damaged, fault->reason, fault->line > 0 ? place : QString());
+    task.fail(ErrorCode::Damaged, fault->reason, fault->line > 0 ? place : QString());
 }
 
 } // namespace
@@ -80,15 +80,15 @@ osg::NodePtr NestedDocuments::read(formats::ReadTask& task)
 
 void NestedDocuments::refuse(const formats::ReadTask& task, const QString& document) const
 {
-    using formats::ReadErrorCode;
+    using files::ErrorCode;
     if (document.isEmpty())
-        task.fail(ReadErrorCode::NotFound, tr("there is no such file"));
+        task.fail(ErrorCode::NotFound, tr("there is no such file"));
     if (m_open.contains(document))
-        task.fail(ReadErrorCode::Damaged, tr("the document leads back to itself"));
+        task.fail(ErrorCode::Damaged, tr("the document leads back to itself"));
     if (m_open.size() >= maxDepth)
-        task.fail(ReadErrorCode::LimitExceeded, tr("more than %1 documents are nested").arg(maxDepth));
+        task.fail(ErrorCode::LimitExceeded, tr("more than %1 documents are nested").arg(maxDepth));
     if (m_count >= maxCount)
-        task.fail(ReadErrorCode::LimitExceeded, tr("the import has more than %1 documents").arg(maxCount));
+        task.fail(ErrorCode::LimitExceeded, tr("the import has more than %1 documents").arg(maxCount));
 }
 
 osg::NodePtr NestedDocuments::load(const formats::ReadTask& task)

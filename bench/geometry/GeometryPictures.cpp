@@ -48,7 +48,7 @@ int main(int argc, char** argv)
         return 2;
     znStandaloneSession session;
     const QDir folder(QString::fromLocal8Bit(argv[2]));
-    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(argv[1])).root);
+    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(argv[1])).value());
     draw(root, folder.filePath(QStringLiteral("converted.png")), 18);
     for (const geometry::TessellationPreset& preset : geometry::tessellationPresets) {
         meshAnew(root, preset);

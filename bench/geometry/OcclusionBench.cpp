@@ -149,7 +149,7 @@ double median(std::vector<double> values)
 
 void measure(const char* file)
 {
-    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(file)).root);
+    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(file)).value());
     if (!root) {
         std::printf("%s cannot be read\n", file);
         return;

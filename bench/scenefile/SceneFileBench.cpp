@@ -95,11 +95,11 @@ public:
 
     double openSeconds() const
     {
-        osg::SceneFileReadResult result;
+        files::Result<osg::NodePtr> result = osg::NodePtr();
         const double seconds = secondsOf([&] { result = osg::readSceneFile(path()); });
         if (!result || !m_good)
             std::abort();
-        const NodeRef root(result.root);
+        const NodeRef root(result.value());
         return seconds;
     }
 

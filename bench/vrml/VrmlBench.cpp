@@ -89,7 +89,7 @@ void readSheet(benchmark::State& state, Normals normals)
         },
         [&] {
             osg::RefPtr<osg::NodePtr> root;
-            const double seconds = secondsOf([&] { root = formats::readScene(path).root; });
+            const double seconds = secondsOf([&] { root = formats::readScene(path).value(); });
             if (!root.get())
                 std::abort();
             best = std::min(best, seconds);

@@ -177,17 +177,17 @@ std::size_t GlbArrays::indices(const osg::Buffer<std::uint32_t>& array, std::siz
                                               [](std::uint32_t index) { return index; });
 }
 
-void GlbArrays::write(GlbOutput& output) const
+void GlbArrays::write(files::OutputFile& output) const
 {
     std::vector<std::byte> block(blockSize);
     for (const Part& part : m_parts) {
         const std::size_t perBlock = blockSize / part.elementSize;
-        for (std::size_t first = 0; first < part.count; first += perBlock) {
+        for (std::size_t first = 0; first < part.count && output.isSound(); first += perBlock) {
             const std::size_t count = std::min(perBlock, part.count - first);
             part.fill(first, count, block.data());
             output.write(block.data(), count * part.elementSize);
         }
-        output.pad('\0');
+        output.pad(4);
     }
 }
 

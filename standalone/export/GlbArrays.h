@@ -2,7 +2,7 @@
 
 #include "standalone/OSGSystem/Mesh.h"
 #include "standalone/export/GlbJson.h"
-#include "standalone/export/GlbOutput.h"
+#include "standalone/formats/OutputFile.h"
 
 #include <functional>
 #include <map>
@@ -29,7 +29,7 @@ public:
     const JsonList& views() const { return m_views; }
     /// The bytes of all arrays, each filled up to a multiple of four.
     std::uint64_t size() const { return m_size; }
-    void write(GlbOutput& output) const;
+    void write(files::OutputFile& output) const;
 
 private:
     enum class Use { Positions, Normals, TexCoords, Colors, ShortIndices, Indices };

@@ -2,7 +2,8 @@
 
 #include "host/OSGSystem/Names.h"
 #include "standalone/OSGSystem/ColorSpace.h"
-#include "standalone/export/GlbFailure.h"
+#include "standalone/formats/Failure.h"
+#include "standalone/formats/Text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -93,8 +94,9 @@ std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, cons
 {
     const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
     if (!isSound(mesh))
-        throw WriteFailure(WriteErrorCode::InvalidMesh,
-                           tr("the arrays of the mesh '%1' do not fit together").arg(nameOf(geometry)));
+        throw files::Failure(
+            {{files::tr("the arrays of the mesh '%1' do not fit together").arg(nameOf(geometry)), {}, {}},
+             files::ErrorCode::InvalidMesh});
     Json primitives;
     const Json mappings = variantMappings(material);
     for (const Kind& kind : kinds) {
@@ -152,7 +154,7 @@ osg::Buffer<std::uint32_t> GlbMeshes::drawable(const osg::Buffer<std::uint32_t>&
     if (isPlaced)
         return indices;
     std::vector<std::uint32_t> placed = placedElements(indices, corners, mesh.positions);
-    m_warnings << tr("%1 elements of a mesh without finite positions were left out")
+    m_warnings << files::tr("%1 elements of a mesh without finite positions were left out")
                       .arg(static_cast<qulonglong>((indices.size() - placed.size()) / corners));
     return placed;
 }

@@ -21,7 +21,7 @@ public:
     GlbMeshes(const GlbVariants& variants, const WriteOptions& options) : m_variants(variants), m_options(options) {}
 
     /// The number of the mesh of `geometry`, none if it draws nothing. `material` is seen instead of the own one unless
-    /// it is null. Throws `WriteFailure` when the mesh breaks the promises of `osg::Mesh`.
+    /// it is null. Throws `files::Failure` when the mesh breaks the promises of `osg::Mesh`.
     std::optional<std::size_t> number(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material);
 
     const JsonList& list() const { return m_list; }

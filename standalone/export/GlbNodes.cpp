@@ -6,7 +6,7 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/OSGSystem/MatrixMath.h"
-#include "standalone/export/GlbFailure.h"
+#include "standalone/formats/Text.h"
 
 #include <cmath>
 #include <utility>
@@ -98,7 +98,7 @@ void GlbNodes::add(Step step)
         json["name"] = name;
     addVariants(step.node, json);
     if (!placement)
-        m_warnings << tr("what hangs below '%1' was left out because its transform has no finite numbers")
+        m_warnings << files::tr("what hangs below '%1' was left out because its transform has no finite numbers")
                           .arg(QString::fromUtf8(name ? name : ""));
     else if (placement->inner.empty())
         addContent(step, json);

@@ -1,7 +1,11 @@
 #include "standalone/export/GlbWriter.h"
 
-#include "standalone/export/GlbFailure.h"
 #include "standalone/export/GlbNodes.h"
+#include "standalone/formats/Failure.h"
+#include "standalone/formats/OutputFile.h"
+#include "standalone/formats/Text.h"
+
+#include <QtEndian>
 
 #include <limits>
 #include <new>
@@ -90,94 +94,87 @@ std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
 
 std::uint64_t fileSize(const std::string& document, std::uint64_t binarySize)
 {
-    const std::uint64_t size =
-        headerSize + chunkHeaderSize + document.size() + (binarySize > 0 ? chunkHeaderSize + binarySize : 0);
-    if (size > std::numeric_limits<std::uint32_t>::max())
-        throw WriteFailure(WriteErrorCode::TooLarge,
-                           tr("the file would have %1 bytes; a binary glTF file can have 4294967295")
-                               .arg(static_cast<qulonglong>(size)));
-    return size;
+    return headerSize + chunkHeaderSize + document.size() + (binarySize > 0 ? chunkHeaderSize + binarySize : 0);
 }
 
-void writeChunk(GlbOutput& output, std::uint32_t type, std::uint64_t size)
+void writeNumber(files::OutputFile& output, std::uint32_t number)
 {
-    output.writeNumber(static_cast<std::uint32_t>(size));
-    output.writeNumber(type);
+    const std::uint32_t bytes = qToLittleEndian(number);
+    output.write(&bytes, sizeof(bytes));
 }
 
-std::uint64_t writeFile(const std::string& document, const GlbArrays& arrays, const QString& path)
+void writeChunkHeader(files::OutputFile& output, std::uint32_t type, std::uint64_t size)
+{
+    writeNumber(output, static_cast<std::uint32_t>(size));
+    writeNumber(output, type);
+}
+
+files::Error errorOf(files::ErrorCode code, const QString& message)
+{
+    return {{message, {}, {}}, code};
+}
+
+/// The size of the file.
+files::Expected<std::uint64_t> writeFile(const std::string& document, const GlbArrays& arrays, const QString& path)
 {
     const std::uint64_t size = fileSize(document, arrays.size());
-    GlbOutput output(path);
-    output.writeNumber(magic);
-    output.writeNumber(version);
-    output.writeNumber(static_cast<std::uint32_t>(size));
-    writeChunk(output, jsonChunk, document.size());
+    if (size > std::numeric_limits<std::uint32_t>::max())
+        return errorOf(files::ErrorCode::TooLarge,
+                       files::tr("the file would have %1 bytes; a binary glTF file can have 4294967295")
+                           .arg(static_cast<qulonglong>(size)));
+    files::OutputFile output(path);
+    writeNumber(output, magic);
+    writeNumber(output, version);
+    writeNumber(output, static_cast<std::uint32_t>(size));
+    writeChunkHeader(output, jsonChunk, document.size());
     output.write(document.data(), document.size());
     if (arrays.size() > 0) {
-        writeChunk(output, binaryChunk, arrays.size());
+        writeChunkHeader(output, binaryChunk, arrays.size());
         arrays.write(output);
     }
-    output.commit();
+    if (const files::Expected<void> complete = output.commit(); !complete)
+        return complete.error();
     return size;
 }
 
-WriteResult written(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
+std::vector<files::Note> notesOf(const QStringList& texts, const QString& path)
 {
-    if (!root)
-        throw WriteFailure(WriteErrorCode::NothingToWrite, tr("there is no tree to write"));
-    const GlbNodes nodes(root, options);
-    WriteResult result;
-    result.bytes = writeFile(documentOf(nodes, options), nodes.meshes().arrays(), path);
-    result.warnings = nodes.warnings();
-    result.nodes = nodes.list().size();
-    result.meshes = nodes.meshes().list().size();
-    return result;
+    std::vector<files::Note> notes;
+    for (const QString& text : texts)
+        notes.push_back({text, path, {}});
+    return notes;
 }
 
-WriteResult failed(WriteError error, const QString& path)
+files::Result<Written> written(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
 {
-    error.file = path;
-    WriteResult result;
-    result.error = std::move(error);
-    return result;
+    if (!root)
+        return errorOf(files::ErrorCode::NothingToWrite, files::tr("there is no tree to write"));
+    const GlbNodes nodes(root, options);
+    const files::Expected<std::uint64_t> bytes = writeFile(documentOf(nodes, options), nodes.meshes().arrays(), path);
+    if (!bytes)
+        return bytes.error();
+    return {Written{bytes.value(), nodes.list().size(), nodes.meshes().list().size()}, notesOf(nodes.warnings(), path)};
+}
+
+files::Result<Written> writtenOrError(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
+{
+    try {
+        return written(root, path, options);
+    } catch (const files::Failure& failure) {
+        return failure.error();
+    } catch (const std::bad_alloc&) {
+        return errorOf(files::ErrorCode::OutOfMemory, files::tr("there is not enough memory to write the file"));
+    }
 }
 
 } // namespace
 
-const char* writeErrorName(WriteErrorCode code)
+files::Result<Written> write(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
 {
-    switch (code) {
-    case WriteErrorCode::NothingToWrite:
-        return "NothingToWrite";
-    case WriteErrorCode::InvalidMesh:
-        return "InvalidMesh";
-    case WriteErrorCode::TooLarge:
-        return "TooLarge";
-    case WriteErrorCode::CannotCreate:
-        return "CannotCreate";
-    case WriteErrorCode::WriteFailed:
-        return "WriteFailed";
-    case WriteErrorCode::OutOfMemory:
-        return "OutOfMemory";
-    }
-    return "Unknown";
-}
-
-QString WriteError::toString() const
-{
-    return tr("%1: %2").arg(file, message);
-}
-
-WriteResult write(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
-{
-    try {
-        return written(root, path, options);
-    } catch (const WriteFailure& failure) {
-        return failed(failure.error(), path);
-    } catch (const std::bad_alloc&) {
-        return failed({WriteErrorCode::OutOfMemory, tr("there is not enough memory to write the file"), {}}, path);
-    }
+    files::Result<Written> result = writtenOrError(root, path, options);
+    if (!result)
+        result.error().file = path;
+    return result;
 }
 
 } // namespace glb

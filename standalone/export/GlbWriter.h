@@ -1,19 +1,18 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
+#include "standalone/formats/Expected.h"
 
 #include <QString>
-#include <QStringList>
 
 #include <cstdint>
-#include <optional>
 
 /// Writes trees as binary glTF 2.0 files.
 ///
 /// The file is in metres and Y up, as glTF asks, unless the options say otherwise: one matrix at its top node turns
 /// millimetres and Z up into that, and no vertex changes. A file of another unit or axis tells it in `asset.extras` as
-/// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that geometries share
-/// are written once. Materials become metallic-roughness ones that are no metal. Display colours become linear ones,
+/// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that
+/// geometries share are written once. Materials become metallic-roughness ones that are no metal. Display colours become linear ones,
 /// normals unit vectors. Lines and points become primitives of their own modes.
 ///
 /// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
@@ -26,29 +25,6 @@
 /// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
 namespace glb
 {
-
-/// Why there is no file.
-enum class WriteErrorCode {
-    NothingToWrite, ///< the root is null
-    InvalidMesh,    ///< a mesh that breaks the promises of `osg::Mesh`
-    TooLarge,       ///< more than the 4 GiB that a binary glTF file can have
-    CannotCreate,   ///< the folder is missing or not writable, or the target is no regular file
-    WriteFailed,    ///< the disk is full, or a size limit of the process was met
-    OutOfMemory,    ///< memory ran out
-};
-
-/// The code as a word for logs, such as "TooLarge".
-const char* writeErrorName(WriteErrorCode code);
-
-/// What went wrong, as a value.
-struct WriteError {
-    WriteErrorCode code = WriteErrorCode::WriteFailed; ///< what kind of fault it is
-    QString message;                                   ///< for people; without the file's name
-    QString file;                                      ///< as given
-
-    /// File and message in one line.
-    QString toString() const;
-};
 
 /// The axis of a file that points up.
 enum class UpAxis {
@@ -66,20 +42,16 @@ struct WriteOptions {
     bool occlusionAsColors = false;
 };
 
-/// What a write gave: numbers of a complete file, or the reason why there is none.
-struct WriteResult {
-    std::optional<WriteError> error; ///< none after a success
-    QStringList warnings;            ///< what is not in the file as it is in the tree
-    std::uint64_t bytes = 0;         ///< the size of the file
-    std::uint64_t nodes = 0;         ///< nodes in the file
-    std::uint64_t meshes = 0;        ///< meshes in the file, a shared one counted once
-
-    /// Whether the file was written.
-    explicit operator bool() const { return !error; }
+/// Numbers of a complete file.
+struct Written {
+    std::uint64_t bytes = 0;  ///< the size of the file
+    std::uint64_t nodes = 0;  ///< nodes in the file
+    std::uint64_t meshes = 0; ///< meshes in the file, a shared one counted once
 };
 
 /// Writes `root` and what hangs below it to `path`. What stood there before is replaced at one stroke when the new file
-/// is complete; on failure it stays as it was and nothing new is left in the folder. Throws nothing.
-WriteResult write(const osg::NodePtr& root, const QString& path, const WriteOptions& options = {});
+/// is complete; on failure it stays as it was and nothing new is left in the folder. Throws nothing. The warnings tell
+/// what is not in the file as it is in the tree.
+files::Result<Written> write(const osg::NodePtr& root, const QString& path, const WriteOptions& options = {});
 
 } // namespace glb

@@ -1,5 +1,7 @@
 #include "standalone/formats/ReadTask.h"
 
+#include "standalone/formats/Failure.h"
+
 namespace formats
 {
 
@@ -10,47 +12,24 @@ constexpr std::size_t maxWarnings = 100;
 
 } // namespace
 
-const char* readErrorName(ReadErrorCode code)
-{
-    switch (code) {
-    case ReadErrorCode::NotFound:
-        return "NotFound";
-    case ReadErrorCode::NotReadable:
-        return "NotReadable";
-    case ReadErrorCode::UnknownFormat:
-        return "UnknownFormat";
-    case ReadErrorCode::Empty:
-        return "Empty";
-    case ReadErrorCode::Damaged:
-        return "Damaged";
-    case ReadErrorCode::Unsupported:
-        return "Unsupported";
-    case ReadErrorCode::LimitExceeded:
-        return "LimitExceeded";
-    case ReadErrorCode::OutOfMemory:
-        return "OutOfMemory";
-    }
-    return "Unknown";
-}
-
-QString ReadNote::toString() const
-{
-    return place.isEmpty() ? tr("%1: %2").arg(file, message) : tr("%1: %2 (%3)").arg(file, message, place);
-}
-
 QString linePlace(std::uint64_t line)
 {
     return tr("line %1").arg(line);
 }
 
-void ReadTask::fail(ReadErrorCode code, const QString& message, const QString& place) const
+void ReadTask::fail(ErrorCode code, const QString& message, const QString& place) const
 {
     failIn(m_path, code, message, place);
 }
 
-void ReadTask::failIn(const QString& file, ReadErrorCode code, const QString& message, const QString& place) const
+void ReadTask::fail(const Error& error) const
 {
-    throw ReadFailure({{message, file, place}, code});
+    throw files::Failure(error);
+}
+
+void ReadTask::failIn(const QString& file, ErrorCode code, const QString& message, const QString& place) const
+{
+    fail({{message, file, place}, code});
 }
 
 void ReadTask::warnIn(const QString& file, const QString& message, const QString& place)
@@ -61,9 +40,9 @@ void ReadTask::warnIn(const QString& file, const QString& message, const QString
         ++m_moreWarnings;
 }
 
-std::vector<ReadNote> ReadTask::warnings() const
+std::vector<Note> ReadTask::warnings() const
 {
-    std::vector<ReadNote> all = m_warnings;
+    std::vector<Note> all = m_warnings;
     if (m_moreWarnings > 0)
         all.push_back({tr("%1 more warnings").arg(m_moreWarnings), m_path, {}});
     return all;
@@ -73,14 +52,14 @@ void ReadTask::countNodes(std::uint64_t count)
 {
     m_nodes += count;
     if (m_nodes > m_options.limits.maxNodes)
-        fail(ReadErrorCode::LimitExceeded, tr("more than %1 nodes").arg(m_options.limits.maxNodes));
+        fail(ErrorCode::LimitExceeded, tr("more than %1 nodes").arg(m_options.limits.maxNodes));
 }
 
 void ReadTask::countVertices(std::uint64_t count, const QString& place)
 {
     const std::uint64_t limit = m_options.limits.maxVertices;
     if (count > limit || m_vertices > limit - count)
-        fail(ReadErrorCode::LimitExceeded, tr("more than %1 vertices").arg(limit), place);
+        fail(ErrorCode::LimitExceeded, tr("more than %1 vertices").arg(limit), place);
     m_vertices += count;
 }
 
@@ -88,7 +67,7 @@ void ReadTask::countFileBytes(const QString& file, std::uint64_t count)
 {
     const std::uint64_t limit = m_options.limits.maxFileBytes;
     if (count > limit || m_fileBytes > limit - count)
-        failIn(file, ReadErrorCode::LimitExceeded, tr("more than %1 bytes to read").arg(limit));
+        failIn(file, ErrorCode::LimitExceeded, tr("more than %1 bytes to read").arg(limit));
     m_fileBytes += count;
 }
 

@@ -1,34 +1,16 @@
 #pragma once
 
 #include "standalone/formats/SceneReader.h"
+#include "standalone/formats/Text.h"
 
-#include <QCoreApplication>
-
-#include <exception>
 #include <vector>
 
 namespace formats
 {
 
-/// A text for people, in their language.
-inline QString tr(const char* text)
-{
-    return QCoreApplication::translate("formats", text);
-}
+using files::tr;
 
-/// How a reader leaves its work when it fails; `SceneReaders::read` turns it into a value.
-class ReadFailure : public std::exception
-{
-public:
-    explicit ReadFailure(ReadError error) : m_error(std::move(error)) {}
-    const ReadError& error() const { return m_error; }
-    const char* what() const noexcept override { return "ReadFailure"; }
-
-private:
-    ReadError m_error;
-};
-
-/// One run of a reader: what it is asked for, its warnings, and its limits.
+/// One run of a reader: what it is asked for, its warnings, and its limits. It fails by `files::Failure`.
 class ReadTask
 {
 public:
@@ -38,14 +20,15 @@ public:
     const ReadOptions& options() const { return m_options; }
 
     /// Ends the run.
-    [[noreturn]] void fail(ReadErrorCode code, const QString& message, const QString& place = {}) const;
+    [[noreturn]] void fail(ErrorCode code, const QString& message, const QString& place = {}) const;
+    [[noreturn]] void fail(const Error& error) const;
     /// The same because of another file.
-    [[noreturn]] void failIn(const QString& file, ReadErrorCode code, const QString& message,
+    [[noreturn]] void failIn(const QString& file, ErrorCode code, const QString& message,
                              const QString& place = {}) const;
 
     void warn(const QString& message, const QString& place = {}) { warnIn(m_path, message, place); }
     void warnIn(const QString& file, const QString& message, const QString& place = {});
-    std::vector<ReadNote> warnings() const;
+    std::vector<Note> warnings() const;
 
     /// Hold what is about to be made against the limits.
     void countNodes(std::uint64_t count);
@@ -55,7 +38,7 @@ public:
 private:
     QString m_path;
     ReadOptions m_options;
-    std::vector<ReadNote> m_warnings;
+    std::vector<Note> m_warnings;
     std::uint64_t m_moreWarnings = 0;
     std::uint64_t m_nodes = 0;
     std::uint64_t m_vertices = 0;

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
+#include "standalone/formats/Expected.h"
 
 #include <QString>
 
 #include <cstdint>
-#include <optional>
-#include <vector>
 
 /// Readers of mesh formats: one file in, one tree out.
 ///
@@ -16,33 +15,9 @@
 namespace formats
 {
 
-enum class ReadErrorCode {
-    NotFound,
-    NotReadable,   ///< a folder, a pipe or a device, or nothing that this user may read
-    UnknownFormat, ///< no reader for the extension
-    Empty,         ///< nothing to import in it
-    Damaged,
-    Unsupported, ///< sound, but it needs what the reader does not have
-    LimitExceeded,
-    OutOfMemory,
-};
-
-/// The code as a word for logs, such as "LimitExceeded".
-const char* readErrorName(ReadErrorCode code);
-
-/// Something to tell about a file.
-struct ReadNote {
-    QString message; ///< for people; without file and place
-    QString file;    ///< the file that it is about, which may be one that the main file refers to
-    QString place;   ///< where in the file, as near as it is known: a line, a byte or an element; may be empty
-
-    /// File, message and place in one line.
-    QString toString() const;
-};
-
-struct ReadError : ReadNote {
-    ReadErrorCode code = ReadErrorCode::Damaged;
-};
+using files::Error;
+using files::ErrorCode;
+using files::Note;
 
 enum class UpAxis { Y, Z };
 
@@ -64,17 +39,10 @@ struct ReadOptions {
     ReadLimits limits;
 };
 
-struct ReadResult {
-    /// A plain group without a parent and with the count 0: the caller takes the first reference. It bears the name of
-    /// the file without folder and extension; meshes and transforms hang below it. Null on error, and then nothing that
-    /// was made for it is left alive.
-    osg::NodePtr root;
-    std::optional<ReadError> error;
-    /// What is not as in the file; also with an error. After a hundred of them the rest is counted in one.
-    std::vector<ReadNote> warnings;
-
-    explicit operator bool() const { return static_cast<bool>(root); }
-};
+/// The root of what was read: a plain group without a parent and with the count 0, so that the caller takes the first
+/// reference. It bears the name of the file without folder and extension; meshes and transforms hang below it. After a
+/// failure nothing that was made for it is left alive. After a hundred warnings the rest is counted in one.
+using ReadResult = files::Result<osg::NodePtr>;
 
 /// Reads `path` with the built-in reader for its extension.
 ReadResult readScene(const QString& path, const ReadOptions& options = {});

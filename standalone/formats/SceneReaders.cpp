@@ -1,6 +1,7 @@
 #include "standalone/formats/SceneReaders.h"
 
 #include "host/OSGSystem/Names.h"
+#include "standalone/formats/Failure.h"
 #include "standalone/formats/ReadTask.h"
 #include "standalone/formats/gltf/GltfReader.h"
 #include "standalone/formats/obj/ObjReader.h"
@@ -23,15 +24,28 @@ osg::NodePtr readBy(const SceneReaders& readers, ReadTask& task)
     const QFileInfo info(task.path());
     const SceneFormat* format = readers.find(info.suffix());
     if (!format)
-        task.fail(ReadErrorCode::UnknownFormat, tr("there is no reader for files of this extension"));
+        task.fail(ErrorCode::UnknownFormat, tr("there is no reader for files of this extension"));
     const osg::NodePtr root = format->read(task);
     osg::setName(root, info.completeBaseName().toStdString());
     return root;
 }
 
-ReadError errorOf(const ReadTask& task, ReadErrorCode code, const QString& message)
+Error errorOf(const ReadTask& task, ErrorCode code, const QString& message)
 {
     return {{message, task.path(), {}}, code};
+}
+
+files::Expected<osg::NodePtr> rootOrError(const SceneReaders& readers, ReadTask& task)
+{
+    try {
+        return readBy(readers, task);
+    } catch (const files::Failure& failure) {
+        return failure.error();
+    } catch (const std::bad_alloc&) {
+        return errorOf(task, ErrorCode::OutOfMemory, tr("there is not enough memory for this file"));
+    } catch (const std::exception& exception) {
+        return errorOf(task, ErrorCode::Damaged, QString::fromUtf8(exception.what()));
+    }
 }
 
 } // namespace
@@ -66,18 +80,8 @@ const SceneFormat* SceneReaders::find(const QString& extension) const
 ReadResult SceneReaders::read(const QString& path, const ReadOptions& options) const
 {
     ReadTask task(path, options);
-    ReadResult result;
-    try {
-        result.root = readBy(*this, task);
-    } catch (const ReadFailure& failure) {
-        result.error = failure.error();
-    } catch (const std::bad_alloc&) {
-        result.error = errorOf(task, ReadErrorCode::OutOfMemory, tr("there is not enough memory for this file"));
-    } catch (const std::exception& exception) {
-        result.error = errorOf(task, ReadErrorCode::Damaged, QString::fromUtf8(exception.what()));
-    }
-    result.warnings = task.warnings();
-    return result;
+    files::Expected<osg::NodePtr> root = rootOrError(*this, task);
+    return {std::move(root), task.warnings()};
 }
 
 ReadResult readScene(const QString& path, const ReadOptions& options)

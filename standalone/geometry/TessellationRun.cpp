@@ -102,7 +102,7 @@ private:
         }
         const auto result = osg::writeSceneFile(root, input());
         if (!result)
-            failAll(batch, result.error->message);
+            failAll(batch, result.error().message);
         return bool(result);
     }
 
@@ -153,10 +153,10 @@ private:
 
     void takeOutput(const Batch& batch)
     {
-        const osg::SceneFileReadResult result = osg::readSceneFile(output());
+        const files::Result<osg::NodePtr> result = osg::readSceneFile(output());
         if (!result)
-            return failAll(batch, result.error->message);
-        const osg::RefPtr<osg::NodePtr> root(result.root);
+            return failAll(batch, result.error().message);
+        const osg::RefPtr<osg::NodePtr> root(result.value());
         if (root->getNChildren() != batch.size())
             return failAll(batch, tr("meshing gave a wrong number of meshes"));
         for (std::size_t i = 0; i < batch.size(); ++i) {

@@ -1,4 +1,4 @@
-#include "standalone/scenefile/SceneFormat.h"
+#include "standalone/scenefile/Checksum.h"
 
 #include <zlib.h>
 

@@ -1,17 +1,20 @@
 #include "standalone/scenefile/ChunkFile.h"
 
+#include "standalone/scenefile/Checksum.h"
+#include "standalone/scenefile/SceneErrors.h"
+
 #include <cstring>
 
 namespace osg::scenefile
 {
 
-Result<ChunkFile> ChunkFile::open(SceneBytes bytes)
+files::Expected<ChunkFile> ChunkFile::open(SceneBytes bytes)
 {
     ChunkFile file(std::move(bytes));
-    if (const auto error = file.readHeader())
-        return *error;
-    if (const auto error = file.readTable())
-        return *error;
+    if (const files::Expected<void> header = file.readHeader(); !header)
+        return header.error();
+    if (const files::Expected<void> table = file.readTable(); !table)
+        return table.error();
     return file;
 }
 
@@ -20,9 +23,9 @@ std::span<const std::byte> ChunkFile::content(const ChunkEntry& chunk) const
     return m_bytes.bytes.subspan(chunk.offset, chunk.size);
 }
 
-std::optional<SceneFileError> ChunkFile::readHeader()
+files::Expected<void> ChunkFile::readHeader()
 {
-    using Code = SceneFileErrorCode;
+    using Code = files::ErrorCode;
     const std::uint64_t size = m_bytes.bytes.size();
     if (size < sizeof m_header)
         return makeError(Code::NotASceneFile, Text::tr("The file is too short for a scene file"));
@@ -41,12 +44,12 @@ std::optional<SceneFileError> ChunkFile::readHeader()
         return makeError(Code::Truncated,
                          Text::tr("The file has %1 bytes; its header says %2").arg(size).arg(m_header.fileSize),
                          offsetof(FileHeader, fileSize));
-    return std::nullopt;
+    return {};
 }
 
-std::optional<SceneFileError> ChunkFile::readTable()
+files::Expected<void> ChunkFile::readTable()
 {
-    using Code = SceneFileErrorCode;
+    using Code = files::ErrorCode;
     const std::uint64_t size = m_bytes.bytes.size();
     const std::uint64_t place = m_header.tableOffset;
     const std::uint64_t length = std::uint64_t(m_header.chunkCount) * sizeof(ChunkEntry);
@@ -64,16 +67,16 @@ std::optional<SceneFileError> ChunkFile::readTable()
             return makeError(Code::DamagedTable, Text::tr("Chunk %1 lies outside the file or is not aligned").arg(i),
                              place + i * sizeof(ChunkEntry));
     }
-    return std::nullopt;
+    return {};
 }
 
-std::optional<SceneFileError> ChunkFile::wrongChecksum() const
+files::Expected<void> ChunkFile::verifyChecksums() const
 {
     for (const ChunkEntry& chunk : m_chunks)
         if (checksum(m_bytes.bytes.data() + chunk.offset, chunk.size) != chunk.checksum)
-            return makeError(SceneFileErrorCode::WrongChecksum, Text::tr("The checksum of a chunk does not match"),
+            return makeError(files::ErrorCode::WrongChecksum, Text::tr("The checksum of a chunk does not match"),
                              chunk.offset);
-    return std::nullopt;
+    return {};
 }
 
 } // namespace osg::scenefile

@@ -10,18 +10,18 @@ namespace osg::scenefile
 class ChunkFile
 {
 public:
-    static Result<ChunkFile> open(SceneBytes bytes);
+    static files::Expected<ChunkFile> open(SceneBytes bytes);
 
     const SceneBytes& data() const { return m_bytes; }
     const std::vector<ChunkEntry>& chunks() const { return m_chunks; }
     std::span<const std::byte> content(const ChunkEntry& chunk) const;
-    /// Reads all chunks.
-    std::optional<SceneFileError> wrongChecksum() const;
+    /// Reads all chunks; fails at the first whose checksum is wrong.
+    files::Expected<void> verifyChecksums() const;
 
 private:
     explicit ChunkFile(SceneBytes bytes) : m_bytes(std::move(bytes)) {}
-    std::optional<SceneFileError> readHeader();
-    std::optional<SceneFileError> readTable();
+    files::Expected<void> readHeader();
+    files::Expected<void> readTable();
 
     SceneBytes m_bytes;
     FileHeader m_header;

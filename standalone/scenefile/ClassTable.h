@@ -1,7 +1,7 @@
 #pragma once
 
+#include "standalone/scenefile/ClassWarnings.h"
 #include "standalone/scenefile/SceneCodecs.h"
-#include "standalone/scenefile/SceneFileError.h"
 
 #include <algorithm>
 

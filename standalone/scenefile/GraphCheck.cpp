@@ -1,5 +1,7 @@
 #include "standalone/scenefile/GraphCheck.h"
 
+#include "standalone/scenefile/SceneErrors.h"
+
 #include <algorithm>
 
 namespace osg::scenefile
@@ -10,7 +12,7 @@ namespace fb = osg::sceneformat;
 namespace
 {
 
-using Code = SceneFileErrorCode;
+using Code = files::ErrorCode;
 
 constexpr std::uint64_t bytesPerText = 32;
 constexpr unsigned maxMaterialNesting = 100;
@@ -30,7 +32,7 @@ public:
     {
     }
 
-    std::optional<SceneFileError> run()
+    files::Expected<void> run()
     {
         checkNodes();
         each(m_scene.cores(), [this](const fb::Core& core) { checkCore(core); });
@@ -41,7 +43,7 @@ public:
         each(m_scene.attachments(), [this](const fb::Attachment& attachment) { checkAttachment(attachment); });
         each(m_scene.file_references(), [this](const fb::FileReference& file) { checkFile(file); });
         each(m_scene.classes(), [this](const fb::ClassName& name) { checkClassName(name); });
-        return m_error;
+        return m_error ? files::Expected<void>(*m_error) : files::Expected<void>();
     }
 
 private:
@@ -238,7 +240,7 @@ private:
     const fb::Scene& m_scene;
     const std::byte* m_start;
     const SceneFileReadOptions& m_options;
-    std::optional<SceneFileError> m_error;
+    std::optional<files::Error> m_error;
     std::vector<std::uint8_t> m_materialNesting; ///< of the materials that were checked
     std::uint64_t m_usedLinks = 0;
     std::uint64_t m_textBytes = 0;
@@ -268,7 +270,7 @@ bool isSound(std::span<const std::byte> graph)
 
 } // namespace
 
-Result<const fb::Scene*> checkedGraph(const ChunkFile& file, const SceneFileReadOptions& options)
+files::Expected<const fb::Scene*> checkedGraph(const ChunkFile& file, const SceneFileReadOptions& options)
 {
     const ChunkEntry* chunk = onlyGraphChunk(file);
     if (!chunk)
@@ -278,8 +280,8 @@ Result<const fb::Scene*> checkedGraph(const ChunkFile& file, const SceneFileRead
         return makeError(Code::DamagedGraph, Text::tr("The graph of the scene is damaged"), chunk->offset);
     const fb::Scene* scene = fb::GetScene(graph.data());
     GraphCheck check(*scene, file.data().bytes.data(), options);
-    if (const auto error = check.run())
-        return *error;
+    if (const files::Expected<void> checked = check.run(); !checked)
+        return checked.error();
     return scene;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "standalone/scenefile/ClassWarnings.h"
 #include "standalone/scenefile/MeshReader.h"
 #include "standalone/scenefile/SceneCodecs.h"
 

@@ -3,6 +3,7 @@
 #include "standalone/OSGSystem/Attachments.h"
 #include "standalone/OSGSystem/SubMaterials.h"
 #include "standalone/scenefile/MeshCheck.h"
+#include "standalone/scenefile/SceneErrors.h"
 #include "standalone/scenefile/VariantFields.h"
 
 #include <limits>
@@ -24,20 +25,19 @@ const T* pointerTo(const std::optional<T>& value)
 
 } // namespace
 
-std::optional<SceneFileError> GraphWriter::collect(const NodePtr& root)
+files::Expected<void> GraphWriter::collect(const NodePtr& root)
 {
     collectNodes(root);
     collectCores();
     collectMaterials();
     collectAttachments();
     collectFileReferences();
-    if (auto error = collectMeshes())
-        return error;
+    if (const files::Expected<void> collected = collectMeshes(); !collected)
+        return collected;
     if (!hasRoomFor(recordBytes))
-        return makeError(SceneFileErrorCode::LimitExceeded,
-                         Text::tr("The graph of the scene is too large for the file"));
+        return makeError(files::ErrorCode::LimitExceeded, Text::tr("The graph of the scene is too large for the file"));
     finish();
-    return std::nullopt;
+    return {};
 }
 
 std::span<const std::byte> GraphWriter::graph() const
@@ -131,15 +131,15 @@ void GraphWriter::collectFileReferences()
     }
 }
 
-std::optional<SceneFileError> GraphWriter::collectMeshes()
+files::Expected<void> GraphWriter::collectMeshes()
 {
     MeshCheck check(std::numeric_limits<std::uint64_t>::max());
     for (std::size_t i = 0; i < m_meshes.objects().size() && hasRoomFor(2 * recordBytes); ++i) {
         if (const auto defect = check.defect(*m_meshes.objects()[i]))
-            return makeError(SceneFileErrorCode::InvalidMesh, *defect);
+            return makeError(files::ErrorCode::InvalidMesh, *defect);
         addMesh(*m_meshes.objects()[i]);
     }
-    return std::nullopt;
+    return {};
 }
 
 template <class T>

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "standalone/scenefile/ArrayPlan.h"
+#include "standalone/scenefile/ClassWarnings.h"
 #include "standalone/scenefile/SceneCodecs.h"
-#include "standalone/scenefile/SceneFileError.h"
 #include "standalone/scenefile/TextNumbers.h"
+#include "standalone/scenefile/WriteSceneFile.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -49,7 +50,7 @@ class GraphWriter final : private ObjectNumbers
 public:
     explicit GraphWriter(const SceneFileWriteOptions& options) : m_limit(options.maxGraphBytes) {}
 
-    std::optional<SceneFileError> collect(const NodePtr& root);
+    files::Expected<void> collect(const NodePtr& root);
 
     std::span<const std::byte> graph() const;
     const ArrayPlan& meshArrays() const { return m_meshArrays; }
@@ -76,7 +77,7 @@ private:
     void collectMaterials();
     void collectAttachments();
     void collectFileReferences();
-    std::optional<SceneFileError> collectMeshes();
+    files::Expected<void> collectMeshes();
     void addMesh(const Mesh& mesh);
     void finish();
 

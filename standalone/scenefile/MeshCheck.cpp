@@ -1,6 +1,6 @@
 #include "standalone/scenefile/MeshCheck.h"
 
-#include "standalone/scenefile/SceneFileError.h"
+#include "standalone/scenefile/SceneErrors.h"
 
 #include <algorithm>
 

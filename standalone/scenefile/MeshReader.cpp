@@ -1,6 +1,7 @@
 #include "standalone/scenefile/MeshReader.h"
 
 #include "standalone/scenefile/MeshCheck.h"
+#include "standalone/scenefile/SceneErrors.h"
 
 namespace osg::scenefile
 {
@@ -71,7 +72,7 @@ std::optional<Mesh> meshOf(const ChunkFile& file, const fb::Mesh& record)
 
 } // namespace
 
-Result<MeshList> readMeshes(const ChunkFile& file, const fb::Scene& scene)
+files::Expected<MeshList> readMeshes(const ChunkFile& file, const fb::Scene& scene)
 {
     const std::byte* start = file.data().bytes.data();
     MeshCheck check(file.data().bytes.size());
@@ -83,10 +84,10 @@ Result<MeshList> readMeshes(const ChunkFile& file, const fb::Scene& scene)
         const auto offset = static_cast<std::uint64_t>(reinterpret_cast<const std::byte*>(record) - start);
         std::optional<Mesh> mesh = meshOf(file, *record);
         if (!mesh)
-            return makeError(SceneFileErrorCode::DamagedMesh, Text::tr("An array of a mesh lies outside its chunk"),
+            return makeError(files::ErrorCode::DamagedMesh, Text::tr("An array of a mesh lies outside its chunk"),
                              offset);
         if (const auto defect = check.defect(*mesh))
-            return makeError(SceneFileErrorCode::DamagedMesh, *defect, offset);
+            return makeError(files::ErrorCode::DamagedMesh, *defect, offset);
         meshes.push_back(std::make_shared<const Mesh>(*std::move(mesh)));
     }
     return meshes;

@@ -12,6 +12,6 @@ using MeshList = std::vector<std::shared_ptr<const Mesh>>;
 
 /// The meshes of a checked graph. Their arrays stand on the bytes of the file and keep them alive. Each array lies within
 /// its chunk, and each mesh keeps the promises of `osg::Mesh`.
-Result<MeshList> readMeshes(const ChunkFile& file, const sceneformat::Scene& scene);
+files::Expected<MeshList> readMeshes(const ChunkFile& file, const sceneformat::Scene& scene);
 
 } // namespace osg::scenefile

@@ -5,7 +5,7 @@
 namespace osg::scenefile
 {
 
-/// `readSceneFile` for a file whose bytes are there already; its errors name no file.
-SceneFileReadResult readScene(SceneBytes bytes, const SceneFileReadOptions& options);
+/// `readSceneFile` for a file whose bytes are there already; its errors and warnings name no file.
+files::Result<NodePtr> readScene(SceneBytes bytes, const SceneFileReadOptions& options);
 
 } // namespace osg::scenefile

@@ -1,5 +1,6 @@
 #include "standalone/scenefile/SceneBytes.h"
 
+#include "standalone/scenefile/SceneErrors.h"
 #include "standalone/scenefile/SceneFormat.h"
 
 #include <QFile>
@@ -22,26 +23,26 @@ std::shared_ptr<std::byte> alignedBlock(std::size_t size)
     return {block, [](std::byte* memory) { ::operator delete(memory, alignment); }};
 }
 
-Result<SceneBytes> mapped(const std::shared_ptr<QFile>& file, std::size_t size)
+files::Expected<SceneBytes> mapped(const std::shared_ptr<QFile>& file, std::size_t size)
 {
     const uchar* memory = file->map(0, static_cast<qint64>(size));
     if (!memory)
-        return makeError(SceneFileErrorCode::ReadFailed, file->errorString());
+        return makeError(files::ErrorCode::ReadFailed, file->errorString());
     // The map outlives the descriptor, and goes with the object.
     file->close();
     return SceneBytes{file, {reinterpret_cast<const std::byte*>(memory), size}};
 }
 
-Result<SceneBytes> readWhole(QFile& file, std::size_t size)
+files::Expected<SceneBytes> readWhole(QFile& file, std::size_t size)
 {
     const std::shared_ptr<std::byte> block = alignedBlock(size);
     std::size_t done = 0;
     while (done < size) {
         const qint64 got = file.read(reinterpret_cast<char*>(block.get()) + done, static_cast<qint64>(size - done));
         if (got < 0)
-            return makeError(SceneFileErrorCode::ReadFailed, file.errorString(), done);
+            return makeError(files::ErrorCode::ReadFailed, file.errorString(), done);
         if (got == 0)
-            return makeError(SceneFileErrorCode::Truncated, Text::tr("The file ends early"), done);
+            return makeError(files::ErrorCode::Truncated, Text::tr("The file ends early"), done);
         done += static_cast<std::size_t>(got);
     }
     return SceneBytes{block, {block.get(), size}};
@@ -56,21 +57,21 @@ SceneBytes copyBytes(std::span<const std::byte> bytes)
     return {block, {block.get(), bytes.size()}};
 }
 
-Result<SceneBytes> openBytes(const QString& path, const SceneFileReadOptions& options)
+files::Expected<SceneBytes> openBytes(const QString& path, const SceneFileReadOptions& options)
 {
     if (path.isEmpty())
-        return makeError(SceneFileErrorCode::NotFound, Text::tr("The file has no name"));
+        return makeError(files::ErrorCode::NotFound, Text::tr("The file has no name"));
     const QFileInfo info(path);
     if (info.exists() && !info.isFile())
-        return makeError(SceneFileErrorCode::NotRegular, Text::tr("This is not a regular file"));
+        return makeError(files::ErrorCode::NotRegular, Text::tr("This is not a regular file"));
     const auto file = std::make_shared<QFile>(path);
     if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return makeError(SceneFileErrorCode::NotFound, file->errorString());
+        return makeError(files::ErrorCode::NotFound, file->errorString());
     const auto size = static_cast<std::uint64_t>(file->size());
     if (size > options.maxFileBytes)
-        return makeError(SceneFileErrorCode::LimitExceeded, Text::tr("The file is larger than the limit allows"));
+        return makeError(files::ErrorCode::LimitExceeded, Text::tr("The file is larger than the limit allows"));
     if (size < sizeof(FileHeader))
-        return makeError(SceneFileErrorCode::NotASceneFile, Text::tr("The file is too short for a scene file"));
+        return makeError(files::ErrorCode::NotASceneFile, Text::tr("The file is too short for a scene file"));
     return options.copyIntoMemory ? readWhole(*file, size) : mapped(file, size);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "standalone/scenefile/SceneFileError.h"
+#include "standalone/scenefile/ReadSceneFile.h"
 
 #include <cstddef>
 #include <memory>
@@ -19,6 +19,6 @@ struct SceneBytes {
 SceneBytes copyBytes(std::span<const std::byte> bytes);
 
 /// Maps the file, or reads it if the options want a copy.
-Result<SceneBytes> openBytes(const QString& path, const SceneFileReadOptions& options);
+files::Expected<SceneBytes> openBytes(const QString& path, const SceneFileReadOptions& options);
 
 } // namespace osg::scenefile

@@ -48,7 +48,4 @@ constexpr std::uint64_t alignedUp(std::uint64_t value, std::uint64_t alignment)
     return (value + alignment - 1) / alignment * alignment;
 }
 
-/// CRC-32 (ISO-HDLC, the one of zlib) of `size` bytes, going on from `start`.
-std::uint32_t checksum(const void* data, std::size_t size, std::uint32_t start = 0);
-
 } // namespace osg::scenefile

@@ -1,5 +1,9 @@
+#include "standalone/scenefile/WriteSceneFile.h"
+
+#include "standalone/formats/OutputFile.h"
+#include "standalone/scenefile/Checksum.h"
 #include "standalone/scenefile/GraphWriter.h"
-#include "standalone/scenefile/OutputFile.h"
+#include "standalone/scenefile/SceneErrors.h"
 #include "standalone/scenefile/SceneFormat.h"
 
 #include <new>
@@ -17,9 +21,9 @@ namespace
 class ChunkStream
 {
 public:
-    ChunkStream(OutputFile& file, ChunkType type) : m_file(file)
+    ChunkStream(files::OutputFile& file, ChunkType type) : m_file(file)
     {
-        m_file.pad();
+        m_file.pad(chunkAlignment);
         m_entry.type = type;
         m_entry.offset = m_file.position();
     }
@@ -27,7 +31,7 @@ public:
     void append(const void* data, std::uint64_t size)
     {
         m_file.write(data, size);
-        if (m_file.error())
+        if (!m_file.isSound())
             return;
         m_entry.checksum = checksum(data, size, m_entry.checksum);
         m_entry.size += size;
@@ -42,18 +46,18 @@ public:
     const ChunkEntry& entry() const { return m_entry; }
 
 private:
-    OutputFile& m_file;
+    files::OutputFile& m_file;
     ChunkEntry m_entry;
 };
 
-ChunkEntry writeGraph(OutputFile& file, std::span<const std::byte> graph)
+ChunkEntry writeGraph(files::OutputFile& file, std::span<const std::byte> graph)
 {
     ChunkStream chunk(file, ChunkType::Graph);
     chunk.append(graph.data(), graph.size());
     return chunk.entry();
 }
 
-ChunkEntry writeArrays(OutputFile& file, ChunkType type, const ArrayPlan& plan)
+ChunkEntry writeArrays(files::OutputFile& file, ChunkType type, const ArrayPlan& plan)
 {
     ChunkStream chunk(file, type);
     for (const ArrayPlan::Piece& piece : plan.pieces()) {
@@ -64,9 +68,9 @@ ChunkEntry writeArrays(OutputFile& file, ChunkType type, const ArrayPlan& plan)
 }
 
 /// The header goes last, so that a file is never taken for good before it is.
-void writeTableAndHeader(OutputFile& file, const std::array<ChunkEntry, ChunkTotal>& chunks)
+void writeTableAndHeader(files::OutputFile& file, const std::array<ChunkEntry, ChunkTotal>& chunks)
 {
-    file.pad();
+    file.pad(chunkAlignment);
     FileHeader header;
     header.chunkCount = ChunkTotal;
     header.tableOffset = file.position();
@@ -77,49 +81,56 @@ void writeTableAndHeader(OutputFile& file, const std::array<ChunkEntry, ChunkTot
     file.rewrite(&header, sizeof header);
 }
 
-SceneFileWriteResult write(const NodePtr& root, const QString& path, const SceneFileWriteOptions& options)
+/// The size of the file.
+files::Expected<std::uint64_t> writeChunks(const GraphWriter& graph, const QString& path)
 {
-    SceneFileWriteResult result;
-    if (!root) {
-        result.error = makeError(SceneFileErrorCode::NothingToWrite, Text::tr("There is no scene to write"));
-        return result;
-    }
-    GraphWriter graph(options);
-    result.error = graph.collect(root);
-    result.warnings = graph.warnings().all();
-    if (result.error)
-        return result;
-    OutputFile file(path);
+    files::OutputFile file(path);
     const FileHeader placeholder = {};
     file.write(&placeholder, sizeof placeholder);
     std::array<ChunkEntry, ChunkTotal> chunks;
     chunks[GraphChunk] = writeGraph(file, graph.graph());
     chunks[MeshChunk] = writeArrays(file, ChunkType::Mesh, graph.meshArrays());
     chunks[BRepChunk] = writeArrays(file, ChunkType::BRep, graph.breps());
-    file.pad();
-    result.bytes = file.position() + sizeof chunks;
+    file.pad(chunkAlignment);
+    const std::uint64_t size = file.position() + sizeof chunks;
     writeTableAndHeader(file, chunks);
-    file.commit();
-    result.error = file.error();
-    return result;
+    if (const files::Expected<void> complete = file.commit(); !complete)
+        return makeError(complete.error().code, complete.error().message, file.position());
+    return size;
+}
+
+files::Result<std::uint64_t> write(const NodePtr& root, const QString& path, const SceneFileWriteOptions& options)
+{
+    if (!root)
+        return makeError(files::ErrorCode::NothingToWrite, Text::tr("There is no scene to write"));
+    GraphWriter graph(options);
+    if (const files::Expected<void> collected = graph.collect(root); !collected)
+        return {collected.error(), graph.warnings().notes()};
+    return {writeChunks(graph, path), graph.warnings().notes()};
+}
+
+files::Result<std::uint64_t> writeOrError(const NodePtr& root, const QString& path,
+                                          const SceneFileWriteOptions& options)
+{
+    try {
+        return write(root, path, options);
+    } catch (const std::bad_alloc&) {
+        return outOfMemory();
+    }
 }
 
 } // namespace
 
 } // namespace scenefile
 
-SceneFileWriteResult writeSceneFile(const NodePtr& root, const QString& path, const SceneFileWriteOptions& options)
+files::Result<std::uint64_t> writeSceneFile(const NodePtr& root, const QString& path,
+                                            const SceneFileWriteOptions& options)
 {
-    SceneFileWriteResult result;
-    try {
-        result = scenefile::write(root, path, options);
-    } catch (const std::bad_alloc&) {
-        result.error = scenefile::outOfMemory();
-    }
-    if (result.error) {
-        result.error->file = path;
-        result.bytes = 0;
-    }
+    files::Result<std::uint64_t> result = scenefile::writeOrError(root, path, options);
+    if (!result)
+        result.error().file = path;
+    for (files::Note& warning : result.warnings)
+        warning.file = path;
     return result;
 }
 

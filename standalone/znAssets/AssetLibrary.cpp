@@ -38,10 +38,12 @@ const AssetLibrary::Entry* AssetLibrary::entryAt(const Index& index, const QStri
 
 void AssetLibrary::read(const QString& file, QStringList& complaints)
 {
-    const formats::MaterialAssets found = formats::readMaterialAssets(file);
-    if (found.error)
-        complaints.append(found.error->toString());
-    for (const formats::MaterialAsset& asset : found.assets) {
+    const files::Expected<std::vector<formats::MaterialAsset>> found = formats::readMaterialAssets(file);
+    if (!found) {
+        complaints.append(found.error().toString());
+        return;
+    }
+    for (const formats::MaterialAsset& asset : found.value()) {
         const QString uuid = QString::fromStdString(asset.uuid);
         if (m_byUuid.contains(uuid)) {
             complaints.append(QCoreApplication::translate("znAssets", "%1: the asset %2 is there already, in %3.")

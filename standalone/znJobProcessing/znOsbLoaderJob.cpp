@@ -13,17 +13,18 @@ void znOsbLoaderJob::process()
 {
     if (!m_holdFinish)
         Q_EMIT started();
-    const osg::SceneFileReadResult result = osg::readSceneFile(m_file);
-    m_loadedNode = result.root;
-    m_held = result.root;
-    m_errorText = result.error ? result.error->toString() : QString();
+    const files::Result<osg::NodePtr> result = osg::readSceneFile(m_file);
+    const osg::NodePtr root = result ? result.value() : osg::NodePtr();
+    m_loadedNode = root;
+    m_held = root;
+    m_errorText = result ? QString() : result.error().toStringWithCode();
     m_state = result ? znCADFileTypes::JobSucceeded : znCADFileTypes::JobFailed;
-    if (result.error)
+    if (!result)
         znLog::error(m_errorText.toUtf8().constData());
-    for (const osg::SceneFileWarning& warning : result.warnings)
-        znLog::error((m_file + QStringLiteral(": ") + warning.message()).toUtf8().constData());
+    for (const files::Note& warning : result.warnings)
+        znLog::error(warning.toString().toUtf8().constData());
     if (znStandaloneSession* session = znStandaloneSession::current())
-        for (const QString& complaint : zn::takeExtras(*session, result.root))
+        for (const QString& complaint : zn::takeExtras(*session, root))
             znLog::error((m_file + QStringLiteral(": ") + complaint).toUtf8().constData());
     if (!m_holdFinish)
         Q_EMIT processingFinished();

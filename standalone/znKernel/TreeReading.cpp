@@ -20,7 +20,7 @@ formats::ReadOptions readOptions(const Settings& settings)
     return options;
 }
 
-void log(const formats::ReadNote& note)
+void log(const files::Note& note)
 {
     znLog::error(note.toString().toUtf8().constData());
 }
@@ -30,15 +30,15 @@ void log(const formats::ReadNote& note)
 std::optional<osg::NodePtr> readTree(znStandaloneSession& session, const QString& file)
 {
     const formats::ReadResult result = session.kernel().readers.read(file, readOptions(session.settings()));
-    for (const formats::ReadNote& warning : result.warnings)
+    for (const files::Note& warning : result.warnings)
         log(warning);
-    if (result.error) {
-        log(*result.error);
+    if (!result) {
+        log(result.error());
         return std::nullopt;
     }
-    for (const QString& complaint : takeExtras(session, result.root))
+    for (const QString& complaint : takeExtras(session, result.value()))
         log({complaint, file, {}});
-    return result.root;
+    return result.value();
 }
 
 } // namespace zn

@@ -54,7 +54,7 @@ const std::vector<Layer>& layers()
         {"plmxml", library, Foreign::Portable},
         {"tools/ptxconvert",
          {"tools/ptxconvert", "host", "protocol", vocabulary, "standalone/OSGSystem", "standalone/znOpenSGExt",
-          "standalone/scenefile"}},
+          "standalone/scenefile", "standalone/formats/OutputFile"}},
         {"importer", product},
         {"tools", product},
         {"examples", product},

@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/OutputFile.h"
 
+#include "standalone/formats/OutputFile.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "tools/ptxconvert/core/FileDescriptor.h"
 #include "tools/ptxconvert/core/LastWords.h"
@@ -25,11 +26,9 @@ Failure cannotWrite(const std::string& path, const std::string& why)
 
 } // namespace
 
-// The name is the scene file writer's own, and pinned by a test that stops a conversion while it writes.
 OutputFile::OutputFile(const std::string& path)
     : m_path(path),
-      m_unfinished(
-          (std::filesystem::path(path).parent_path() / (".osb-" + std::to_string(::getpid()) + "-0.part")).string())
+      m_unfinished(QFile::encodeName(files::OutputFile::unfinishedPath(QString::fromStdString(path))).toStdString())
 {
 }
 
@@ -45,9 +44,9 @@ Trouble OutputFile::prepare() const
 
 Trouble OutputFile::write(const osg::NodePtr& root) const
 {
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(root, QString::fromStdString(m_path));
-    if (result.error)
-        return cannotWrite(m_path, result.error->message.toStdString());
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, QString::fromStdString(m_path));
+    if (!result)
+        return cannotWrite(m_path, result.error().message.toStdString());
     lastwords::outputStands();
     return std::nullopt;
 }

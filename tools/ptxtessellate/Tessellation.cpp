@@ -79,10 +79,10 @@ private:
 
     Trouble read()
     {
-        osg::SceneFileReadResult input = osg::readSceneFile(QString::fromUtf8(m_options.input.c_str()));
+        const files::Result<osg::NodePtr> input = osg::readSceneFile(QString::fromUtf8(m_options.input.c_str()));
         if (!input)
-            return Failure{ExitCode::InputUnreadable, input.error->toString().toStdString()};
-        const osg::RefPtr<osg::NodePtr> root(input.root);
+            return Failure{ExitCode::InputUnreadable, input.error().toStringWithCode().toStdString()};
+        const osg::RefPtr<osg::NodePtr> root(input.value());
         for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
             m_parts.push_back({osg::GeometryAccess::mesh(*geometry).brep, {}, {}});
             m_bytes += m_parts.back().brep.size();
@@ -155,7 +155,7 @@ private:
         const auto result = osg::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()));
         if (result)
             return std::nullopt;
-        return Failure{ExitCode::OutputFailed, result.error->toString().toStdString()};
+        return Failure{ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};
     }
 
     const TessellationOptions& m_options;

@@ -74,27 +74,31 @@ std::optional<QString> spaceComplaint(const CommandLine& line)
     return std::nullopt;
 }
 
+void takeWarnings(const std::vector<files::Note>& warnings, WrittenOutputs& result)
+{
+    for (const files::Note& warning : warnings)
+        result.warnings.append(warning.toString());
+}
+
 WrittenOutputs writeScene(const CommandLine& line, const osg::NodePtr& scene)
 {
     const QString& file = line.outputFile;
     WrittenOutputs result;
     if (hasExtension(file, "osb")) {
-        const osg::SceneFileWriteResult written = osg::writeSceneFile(scene, file);
-        for (const osg::SceneFileWarning& warning : written.warnings)
-            result.warnings.append(file + QStringLiteral(": ") + warning.message());
-        if (written.error)
-            result.error = written.error->toString();
+        const files::Result<std::uint64_t> written = osg::writeSceneFile(scene, file);
+        takeWarnings(written.warnings, result);
+        if (!written)
+            result.error = written.error().toStringWithCode();
         return result;
     }
     glb::WriteOptions options;
     options.millimetresPerUnit = millimetresPerUnit(line.unit).value();
     options.upAxis = upAxis(line.up).value();
     options.occlusionAsColors = znStandaloneSession::require().settings().exports.occlusionAsColors;
-    const glb::WriteResult written = glb::write(scene, file, options);
-    for (const QString& warning : written.warnings)
-        result.warnings.append(file + QStringLiteral(": ") + warning);
-    if (written.error)
-        result.error = written.error->toString();
+    const files::Result<glb::Written> written = glb::write(scene, file, options);
+    takeWarnings(written.warnings, result);
+    if (!written)
+        result.error = written.error().toString();
     return result;
 }
 

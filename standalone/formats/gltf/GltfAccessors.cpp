@@ -138,7 +138,7 @@ const tinygltf::Accessor& GltfAccessors::checked(int accessor) const
 {
     const std::vector<tinygltf::Accessor>& all = m_document.model.accessors;
     if (accessor < 0 || static_cast<std::size_t>(accessor) >= all.size())
-        m_task.fail(ReadErrorCode::Damaged, tr("this accessor does not exist"), place(accessor));
+        m_task.fail(ErrorCode::Damaged, tr("this accessor does not exist"), place(accessor));
     return all[static_cast<std::size_t>(accessor)];
 }
 
@@ -146,14 +146,14 @@ const tinygltf::Accessor& GltfAccessors::checked(int accessor, std::initializer_
 {
     const tinygltf::Accessor& result = checked(accessor);
     if (std::find(types.begin(), types.end(), result.type) == types.end())
-        m_task.fail(ReadErrorCode::Damaged, tr("this accessor has the wrong type for its use"), place(accessor));
+        m_task.fail(ErrorCode::Damaged, tr("this accessor has the wrong type for its use"), place(accessor));
     return result;
 }
 
 GltfAccessors::Elements GltfAccessors::within(int view, std::size_t offset, std::size_t count, int componentType,
                                               int components, const QString& place) const
 {
-    const auto fail = [&](const QString& message) { m_task.fail(ReadErrorCode::Damaged, message, place); };
+    const auto fail = [&](const QString& message) { m_task.fail(ErrorCode::Damaged, message, place); };
     const std::vector<tinygltf::BufferView>& views = m_document.model.bufferViews;
     if (view < 0 || static_cast<std::size_t>(view) >= views.size())
         fail(tr("the buffer view %1 does not exist").arg(view));
@@ -205,7 +205,7 @@ void GltfAccessors::visitSparse(int accessor, int components, const Visitor& vis
     const auto offset = [](int value) { return static_cast<std::size_t>(std::max(value, 0)); };
     const auto count = offset(from.sparse.count);
     if (!isIndexType(from.sparse.indices.componentType))
-        m_task.fail(ReadErrorCode::Damaged, tr("the indices have the wrong type"), sparsePlace);
+        m_task.fail(ErrorCode::Damaged, tr("the indices have the wrong type"), sparsePlace);
     const Elements indices = within(from.sparse.indices.bufferView, offset(from.sparse.indices.byteOffset), count,
                                     from.sparse.indices.componentType, 1, sparsePlace);
     const Elements values = within(from.sparse.values.bufferView, offset(from.sparse.values.byteOffset), count,
@@ -213,7 +213,7 @@ void GltfAccessors::visitSparse(int accessor, int components, const Visitor& vis
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint32_t index = indexAt(indices.data + i * indices.stride, indices.componentType);
         if (index >= from.count)
-            m_task.fail(ReadErrorCode::Damaged, tr("the index %1 is outside the accessor").arg(index), sparsePlace);
+            m_task.fail(ErrorCode::Damaged, tr("the index %1 is outside the accessor").arg(index), sparsePlace);
         visit(index, values.data + i * values.stride);
     }
 }
@@ -223,7 +223,7 @@ osg::Buffer<T> GltfAccessors::read(int accessor, const Convert& convert) const
 {
     const Elements from = elements(accessor);
     if (!isVertexType(from.componentType))
-        m_task.fail(ReadErrorCode::Damaged, tr("the numbers have the wrong type"), place(accessor));
+        m_task.fail(ErrorCode::Damaged, tr("the numbers have the wrong type"), place(accessor));
     const std::size_t size = componentSize(from.componentType);
     const auto converted = [&](const std::byte* bytes) {
         Components values = {0, 0, 0, 1};
@@ -278,7 +278,7 @@ osg::Buffer<std::uint32_t> GltfAccessors::indices(int accessor)
     return once(m_indices, accessor, [&]() -> osg::Buffer<std::uint32_t> {
         const tinygltf::Accessor& accessed = checked(accessor, {TINYGLTF_TYPE_SCALAR});
         if (!isIndexType(accessed.componentType) || accessed.bufferView < 0 || accessed.sparse.isSparse)
-            m_task.fail(ReadErrorCode::Damaged, tr("this accessor has the wrong type for indices"), place(accessor));
+            m_task.fail(ErrorCode::Damaged, tr("this accessor has the wrong type for indices"), place(accessor));
         const Elements from = elements(accessor);
         if (from.componentType == TINYGLTF_COMPONENT_TYPE_UNSIGNED_INT && isUsable<std::uint32_t>(from))
             return {from.buffer->owner, reinterpret_cast<const std::uint32_t*>(from.data), from.count};

@@ -43,14 +43,14 @@ Json parseJson(std::string_view text, const ReadTask& task)
 {
     const auto filter = [&](int depth, Json::parse_event_t event, Json& value) {
         if (depth > maxJsonDepth)
-            task.fail(ReadErrorCode::Damaged, tr("the JSON text is nested too deeply"));
+            task.fail(ErrorCode::Damaged, tr("the JSON text is nested too deeply"));
         return event != Json::parse_event_t::key || value != "extras";
     };
     try {
         return Json::parse(text, filter);
     } catch (const Json::parse_error& error) {
         // The library puts its own name in brackets in front.
-        task.fail(ReadErrorCode::Damaged, QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1),
+        task.fail(ErrorCode::Damaged, QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1),
                   tr("byte %1").arg(static_cast<qulonglong>(error.byte)));
     }
 }
@@ -59,11 +59,11 @@ void checkVersion(const Json& json, const ReadTask& task)
 {
     const Json::json_pointer place("/asset/version");
     if (!json.is_object() || !json.contains(place) || !json.at(place).is_string())
-        task.fail(ReadErrorCode::Damaged, tr("this is no glTF: it does not tell its version"),
+        task.fail(ErrorCode::Damaged, tr("this is no glTF: it does not tell its version"),
                   QStringLiteral("/asset/version"));
     const std::string version = json.at(place).get<std::string>();
     if (!version.starts_with("2."))
-        task.fail(ReadErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(textOf(version)));
+        task.fail(ErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(textOf(version)));
 }
 
 bool canRequire(const std::string& extension)
@@ -79,7 +79,7 @@ void checkExtensions(const Json& json, const ReadTask& task)
         return;
     for (const Json& name : *required)
         if (name.is_string() && !canRequire(name.get<std::string>()))
-            task.fail(ReadErrorCode::Unsupported,
+            task.fail(ErrorCode::Unsupported,
                       tr("the file requires the extension %1, which this program does not have")
                           .arg(textOf(name.get<std::string>())),
                       QStringLiteral("/extensionsRequired"));
@@ -123,7 +123,7 @@ GltfBuffer BufferSource::at(const Json& buffer, std::size_t index)
     const bool isSound =
         buffer.is_object() && buffer.contains("byteLength") && buffer["byteLength"].is_number_unsigned();
     if (!isSound)
-        m_task.fail(ReadErrorCode::Damaged, tr("a buffer does not tell its length"), place);
+        m_task.fail(ErrorCode::Damaged, tr("a buffer does not tell its length"), place);
     GltfBuffer result;
     if (buffer.contains("uri") && buffer["uri"].is_string())
         result = fromUri(buffer["uri"].get_ref<const std::string&>(), place);
@@ -131,7 +131,7 @@ GltfBuffer BufferSource::at(const Json& buffer, std::size_t index)
         result = {m_file.owner, reinterpret_cast<const std::byte*>(m_binary.data()), m_binary.size()};
     const auto length = buffer["byteLength"].get<std::uint64_t>();
     if (length > result.size)
-        m_task.fail(ReadErrorCode::Damaged,
+        m_task.fail(ErrorCode::Damaged,
                     tr("a buffer of %1 bytes has only %2")
                         .arg(static_cast<qulonglong>(length))
                         .arg(static_cast<qulonglong>(result.size)),
@@ -145,7 +145,7 @@ GltfBuffer BufferSource::fromUri(const std::string& uri, const QString& place)
     if (uri.starts_with("data:"))
         return decoded(uri, place);
     if (uri.find("://") != std::string::npos)
-        m_task.fail(ReadErrorCode::Unsupported, tr("a buffer is not on this computer: %1").arg(textOf(uri)), place);
+        m_task.fail(ErrorCode::Unsupported, tr("a buffer is not on this computer: %1").arg(textOf(uri)), place);
     const QString relative = QUrl::fromPercentEncoding(QByteArray::fromStdString(uri));
     return fromFile(QFileInfo(m_task.path()).dir().filePath(relative));
 }
@@ -156,11 +156,11 @@ GltfBuffer BufferSource::decoded(std::string_view uri, const QString& place)
     const std::size_t start = uri.find(marker);
     const std::string_view digits = start == std::string_view::npos ? uri : uri.substr(start + marker.size());
     if (digits.size() > std::size_t(std::numeric_limits<int>::max()))
-        m_task.fail(ReadErrorCode::LimitExceeded, tr("the data of a buffer are too long within a text"), place);
+        m_task.fail(ErrorCode::LimitExceeded, tr("the data of a buffer are too long within a text"), place);
     const auto encoded = QByteArray::fromRawData(digits.data(), static_cast<int>(digits.size()));
     const auto result = QByteArray::fromBase64Encoding(encoded, QByteArray::AbortOnBase64DecodingErrors);
     if (start == std::string_view::npos || !result)
-        m_task.fail(ReadErrorCode::Damaged, tr("the data of a buffer are not in base 64"), place);
+        m_task.fail(ErrorCode::Damaged, tr("the data of a buffer are not in base 64"), place);
     const auto size = static_cast<std::size_t>(result.decoded.size());
     auto bytes = std::make_shared_for_overwrite<std::byte[]>(size);
     std::copy_n(reinterpret_cast<const std::byte*>(result.decoded.constData()), size, bytes.get());
@@ -201,7 +201,7 @@ tinygltf::Model parseModel(const std::string& text, const ReadTask& task)
     const bool isSound =
         parser.LoadASCIIFromString(&model, &error, &warning, text.data(), static_cast<unsigned>(text.size()), {});
     if (!isSound || !error.empty())
-        task.fail(ReadErrorCode::Damaged, textOf(error).simplified());
+        task.fail(ErrorCode::Damaged, textOf(error).simplified());
     return model;
 }
 

@@ -32,7 +32,7 @@ private:
     }
     [[noreturn]] void fail(const QString& message) const
     {
-        m_task.fail(ReadErrorCode::Damaged, message, tr("byte %1").arg(static_cast<qulonglong>(m_position)));
+        m_task.fail(ErrorCode::Damaged, message, tr("byte %1").arg(static_cast<qulonglong>(m_position)));
     }
 
     std::string_view m_file;
@@ -45,7 +45,7 @@ void ChunkWalk::readHeader()
     if (m_file.size() < headerSize + chunkHeaderSize)
         fail(tr("the file is too short for its header"));
     if (const std::uint32_t version = numberAt(4); version != 2)
-        m_task.fail(ReadErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(version));
+        m_task.fail(ErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(version));
     const std::uint32_t length = numberAt(8);
     if (length > m_file.size())
         fail(tr("the file ends after %1 of %2 bytes").arg(static_cast<qulonglong>(m_file.size())).arg(length));
@@ -79,7 +79,7 @@ GltfFrame splitGltf(const FileBytes& file, const ReadTask& task)
     walk.readHeader();
     GltfFrame frame;
     if (walk.takeChunk(frame.json) != jsonChunk)
-        task.fail(ReadErrorCode::Damaged, tr("the first chunk is not JSON text"), tr("byte %1").arg(headerSize));
+        task.fail(ErrorCode::Damaged, tr("the first chunk is not JSON text"), tr("byte %1").arg(headerSize));
     std::string_view content;
     while (!walk.atEnd() && frame.binary.empty())
         if (walk.takeChunk(content) == binaryChunk)

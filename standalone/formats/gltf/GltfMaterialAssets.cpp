@@ -1,5 +1,6 @@
 #include "standalone/formats/gltf/GltfMaterialAssets.h"
 
+#include "standalone/formats/Failure.h"
 #include "standalone/formats/gltf/GltfDocument.h"
 #include "standalone/formats/gltf/GltfFrame.h"
 #include "standalone/formats/gltf/GltfMaterials.h"
@@ -68,25 +69,16 @@ std::vector<MaterialAsset> assetsIn(const QString& path, const ReadOptions& opti
     return assets;
 }
 
-ReadError outOfMemory(const QString& path)
-{
-    ReadError error;
-    error.message = tr("There is not enough memory for the file.");
-    error.file = path;
-    error.code = ReadErrorCode::OutOfMemory;
-    return error;
-}
-
 } // namespace
 
-MaterialAssets readMaterialAssets(const QString& path, const ReadOptions& options)
+files::Expected<std::vector<MaterialAsset>> readMaterialAssets(const QString& path, const ReadOptions& options)
 {
     try {
-        return {assetsIn(path, options), std::nullopt};
-    } catch (const ReadFailure& failure) {
-        return {{}, failure.error()};
+        return assetsIn(path, options);
+    } catch (const files::Failure& failure) {
+        return failure.error();
     } catch (const std::bad_alloc&) {
-        return {{}, outOfMemory(path)};
+        return Error{{tr("There is not enough memory for the file."), path, {}}, ErrorCode::OutOfMemory};
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include "standalone/formats/SceneBuilding.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,13 +17,7 @@ struct MaterialAsset {
     MaterialLook look;
 };
 
-struct MaterialAssets {
-    /// Those with a uuid, in the order of the file.
-    std::vector<MaterialAsset> assets;
-    std::optional<ReadError> error; ///< then there are none
-};
-
-/// Reads the material assets of the glTF file at `path`. Throws nothing.
-MaterialAssets readMaterialAssets(const QString& path, const ReadOptions& options = {});
+/// Reads the material assets of the glTF file at `path`: those with a uuid, in the order of the file. Throws nothing.
+files::Expected<std::vector<MaterialAsset>> readMaterialAssets(const QString& path, const ReadOptions& options = {});
 
 } // namespace formats

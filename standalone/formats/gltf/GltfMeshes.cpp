@@ -38,7 +38,7 @@ const GltfMeshes::Geometries& GltfMeshes::geometries(int mesh, const QString& pl
     if (!isNew)
         return entry->second;
     if (mesh < 0 || static_cast<std::size_t>(mesh) >= m_document.model.meshes.size())
-        m_task.fail(ReadErrorCode::Damaged, tr("the mesh %1 does not exist").arg(mesh), place);
+        m_task.fail(ErrorCode::Damaged, tr("the mesh %1 does not exist").arg(mesh), place);
     const tinygltf::Mesh& from = m_document.model.meshes[static_cast<std::size_t>(mesh)];
     for (std::size_t i = 0; i < from.primitives.size(); ++i) {
         const QString own = QStringLiteral("/meshes/%1/primitives/%2").arg(QString::number(mesh), QString::number(i));
@@ -60,9 +60,9 @@ osg::Mesh GltfMeshes::meshOf(const tinygltf::Primitive& primitive, const QString
         return mesh;
     }
     if (isCompressed(primitive))
-        m_task.fail(ReadErrorCode::Unsupported, tr("this mesh is compressed (KHR_draco_mesh_compression)"), place);
+        m_task.fail(ErrorCode::Unsupported, tr("this mesh is compressed (KHR_draco_mesh_compression)"), place);
     if (m_accessors.count(positions) > std::numeric_limits<std::uint32_t>::max())
-        m_task.fail(ReadErrorCode::LimitExceeded, tr("a primitive has too many vertices"), place);
+        m_task.fail(ErrorCode::LimitExceeded, tr("a primitive has too many vertices"), place);
     mesh.positions = m_accessors.vectors(positions);
     addVertexData(primitive, place, mesh);
     addElements(primitive, place, mesh);
@@ -74,7 +74,7 @@ void GltfMeshes::addVertexData(const tinygltf::Primitive& primitive, const QStri
     const auto accessorOf = [&](const char* name) {
         const int accessor = attribute(primitive, name);
         if (accessor >= 0 && m_accessors.count(accessor) != mesh.positions.size())
-            m_task.fail(ReadErrorCode::Damaged, tr("the attributes have different lengths"),
+            m_task.fail(ErrorCode::Damaged, tr("the attributes have different lengths"),
                         place + QStringLiteral("/attributes/") + QLatin1String(name));
         return accessor;
     };
@@ -90,11 +90,11 @@ void GltfMeshes::addElements(const tinygltf::Primitive& primitive, const QString
 {
     const std::size_t corners = gltfCorners(primitive.mode);
     if (corners == 0)
-        m_task.fail(ReadErrorCode::Damaged, tr("the mode %1 does not exist").arg(primitive.mode), place);
+        m_task.fail(ErrorCode::Damaged, tr("the mode %1 does not exist").arg(primitive.mode), place);
     const auto vertices = static_cast<std::uint32_t>(mesh.positions.size());
     const osg::Buffer<std::uint32_t> indices = elements(primitive, vertices);
     if (!indices.empty() && *std::max_element(indices.begin(), indices.end()) >= vertices)
-        m_task.fail(ReadErrorCode::Damaged, tr("an index reaches beyond the %1 vertices").arg(vertices),
+        m_task.fail(ErrorCode::Damaged, tr("an index reaches beyond the %1 vertices").arg(vertices),
                     place + QStringLiteral("/indices"));
     (corners == 3 ? mesh.triangles : corners == 2 ? mesh.lines : mesh.points) = indices;
 }
@@ -118,7 +118,7 @@ osg::MaterialPtr GltfMeshes::material(int index, const QString& place)
     if (index < 0)
         return {};
     if (static_cast<std::size_t>(index) >= m_document.model.materials.size())
-        m_task.fail(ReadErrorCode::Damaged, tr("the material %1 does not exist").arg(index), place);
+        m_task.fail(ErrorCode::Damaged, tr("the material %1 does not exist").arg(index), place);
     const auto [entry, isNew] = m_materials.try_emplace(index);
     if (isNew) {
         const tinygltf::Material& from = m_document.model.materials[static_cast<std::size_t>(index)];

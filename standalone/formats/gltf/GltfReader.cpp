@@ -92,7 +92,7 @@ osg::Matrix GltfTree::matrixOf(const tinygltf::Node& node, int index) const
 {
     const osg::Matrix matrix = matrixFrom(node);
     if (!std::all_of(matrix.values.begin(), matrix.values.end(), [](float value) { return std::isfinite(value); }))
-        m_task.fail(ReadErrorCode::Damaged, tr("the transform of this node has no finite numbers"), nodePlace(index));
+        m_task.fail(ErrorCode::Damaged, tr("the transform of this node has no finite numbers"), nodePlace(index));
     return matrix;
 }
 
@@ -122,7 +122,7 @@ std::vector<int> GltfTree::rootNodes()
         return nodesWithoutParent();
     const auto scene = static_cast<std::size_t>(std::max(m_model.defaultScene, 0));
     if (scene >= m_model.scenes.size())
-        m_task.fail(ReadErrorCode::Damaged, tr("the scene %1 does not exist").arg(m_model.defaultScene),
+        m_task.fail(ErrorCode::Damaged, tr("the scene %1 does not exist").arg(m_model.defaultScene),
                     QStringLiteral("/scene"));
     if (m_model.scenes.size() > 1)
         m_task.warn(
@@ -134,13 +134,12 @@ std::vector<int> GltfTree::rootNodes()
 const tinygltf::Node& GltfTree::enter(const Step& step)
 {
     if (step.node < 0 || static_cast<std::size_t>(step.node) >= m_seen.size())
-        m_task.fail(ReadErrorCode::Damaged, tr("this node does not exist"), nodePlace(step.node));
+        m_task.fail(ErrorCode::Damaged, tr("this node does not exist"), nodePlace(step.node));
     if (m_seen[static_cast<std::size_t>(step.node)])
-        m_task.fail(ReadErrorCode::Damaged, tr("this node hangs below itself or below two others"),
-                    nodePlace(step.node));
+        m_task.fail(ErrorCode::Damaged, tr("this node hangs below itself or below two others"), nodePlace(step.node));
     if (step.depth > m_task.options().limits.maxDepth)
-        m_task.fail(ReadErrorCode::LimitExceeded,
-                    tr("the tree is deeper than %1").arg(m_task.options().limits.maxDepth), nodePlace(step.node));
+        m_task.fail(ErrorCode::LimitExceeded, tr("the tree is deeper than %1").arg(m_task.options().limits.maxDepth),
+                    nodePlace(step.node));
     m_seen[static_cast<std::size_t>(step.node)] = true;
     return m_model.nodes[static_cast<std::size_t>(step.node)];
 }
@@ -201,7 +200,7 @@ osg::NodePtr GltfTree::build()
     for (std::size_t i = 0; i < m_queue.size(); ++i)
         add(Step(m_queue[i]));
     if (!m_hasGeometry)
-        m_task.fail(ReadErrorCode::Empty, tr("there is no mesh in the scene of this file"));
+        m_task.fail(ErrorCode::Empty, tr("there is no mesh in the scene of this file"));
     return tree.take();
 }
 

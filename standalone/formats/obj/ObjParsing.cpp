@@ -153,7 +153,7 @@ ParsedObj parseObj(ObjText obj, const MtlText& mtl, const ReadTask& task)
     importer.SetIOHandler(new TextFiles(text, mtl.text));
     const aiScene* scene = importer.ReadFile(objName, aiProcess_Triangulate);
     if (!scene || !scene->mRootNode)
-        task.fail(ReadErrorCode::Damaged, QString::fromUtf8(importer.GetErrorString()));
+        task.fail(ErrorCode::Damaged, QString::fromUtf8(importer.GetErrorString()));
     return {meshesOf(*scene, sections), materialsOf(*scene, mtl.numbers.size())};
 }
 

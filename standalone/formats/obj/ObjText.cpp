@@ -69,7 +69,7 @@ private:
 
     [[noreturn]] void fail(const QString& message) const
     {
-        m_task.fail(ReadErrorCode::Damaged, message, linePlace(m_lines.number()));
+        m_task.fail(ErrorCode::Damaged, message, linePlace(m_lines.number()));
     }
 
     using SectionKey = std::tuple<std::string, std::string, std::string, bool, bool>;
@@ -128,7 +128,7 @@ ObjText ObjChecker::run()
         takeBareVertices();
     tellWhatIsMissing();
     if (m_result.sections.empty())
-        m_task.fail(ReadErrorCode::Empty, tr("there are no faces, lines or points in it"));
+        m_task.fail(ErrorCode::Empty, tr("there are no faces, lines or points in it"));
     return std::move(m_result);
 }
 
@@ -313,7 +313,7 @@ void ObjChecker::countPolygon(std::uint64_t corners)
     if (corners <= smallPolygon)
         return;
     if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_task.fail(ReadErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
+        m_task.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
                     linePlace(m_lines.number()));
 }
 
@@ -321,7 +321,7 @@ void ObjChecker::checkReach(Kind kind, const QString& name) const
 {
     const Reach& reach = m_reach[kind];
     if (reach.largest > reach.count)
-        m_task.fail(ReadErrorCode::Damaged,
+        m_task.fail(ErrorCode::Damaged,
                     tr("%1 %2 is asked for, but there are %3").arg(name).arg(reach.largest).arg(reach.count),
                     linePlace(reach.line));
 }
@@ -351,7 +351,7 @@ void ObjChecker::tellWhatIsMissing()
 ObjText checkObj(std::string_view text, ReadTask& task)
 {
     if (text.find('\0') != std::string_view::npos)
-        task.fail(ReadErrorCode::Damaged, tr("this is no text"),
+        task.fail(ErrorCode::Damaged, tr("this is no text"),
                   tr("byte %1").arg(static_cast<qulonglong>(text.find('\0'))));
     return ObjChecker(text, task).run();
 }

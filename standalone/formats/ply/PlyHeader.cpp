@@ -51,7 +51,7 @@ private:
     PlyType takeType(std::string_view& line);
     [[noreturn]] void fail(const QString& message) const
     {
-        m_task.fail(ReadErrorCode::Damaged, message, linePlace(m_header.lines));
+        m_task.fail(ErrorCode::Damaged, message, linePlace(m_header.lines));
     }
 
     std::string_view m_file;

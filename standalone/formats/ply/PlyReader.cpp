@@ -93,7 +93,7 @@ private:
 
     [[noreturn]] void fail(const QString& message) const
     {
-        m_task.fail(ReadErrorCode::Damaged, message, m_values->place());
+        m_task.fail(ErrorCode::Damaged, message, m_values->place());
     }
 
     const PlyHeader& m_header;
@@ -110,7 +110,7 @@ osg::Mesh PlyElements::read()
     for (const PlyElement& element : m_header.elements)
         readElement(element);
     if (m_arrays.positions.empty())
-        m_task.fail(ReadErrorCode::Empty, tr("there are no vertices in it"));
+        m_task.fail(ErrorCode::Empty, tr("there are no vertices in it"));
     if (m_arrays.triangles.empty() && m_arrays.lines.empty()) {
         m_arrays.points.resize(m_arrays.positions.size());
         std::iota(m_arrays.points.begin(), m_arrays.points.end(), 0u);
@@ -220,7 +220,7 @@ void PlyElements::countPolygon(std::uint64_t corners)
     if (corners <= smallPolygon)
         return;
     if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_task.fail(ReadErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
+        m_task.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
                     m_values->place());
 }
 

@@ -30,7 +30,7 @@ public:
 protected:
     explicit PlyValues(const ReadTask& task) : m_task(task) {}
 
-    [[noreturn]] void fail(const QString& message) const { m_task.fail(ReadErrorCode::Damaged, message, place()); }
+    [[noreturn]] void fail(const QString& message) const { m_task.fail(ErrorCode::Damaged, message, place()); }
 
 private:
     const ReadTask& m_task;

@@ -58,7 +58,7 @@ void MeshMaker::checkPolygonWork(std::uint64_t corners)
     if (corners <= smallPolygon)
         return;
     if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_source.fail(ReadErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
+        m_source.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
                       m_set.offset);
 }
 
@@ -257,7 +257,7 @@ osg::Mesh MeshMaker::splitMesh()
 osg::Mesh MeshMaker::run()
 {
     if (m_set.corners.size() >= std::numeric_limits<std::uint32_t>::max())
-        m_source.fail(ReadErrorCode::LimitExceeded, tr("the faces have too many corners"), m_set.offset);
+        m_source.fail(ErrorCode::LimitExceeded, tr("the faces have too many corners"), m_set.offset);
     collectFaces();
     if (m_faces.empty())
         return {};

@@ -47,7 +47,7 @@ int inflateSome(z_stream& stream, std::string_view& input, char* out, std::size_
 
 [[noreturn]] void failDamaged(const ReadTask& task, const QString& path)
 {
-    task.failIn(path, ReadErrorCode::Damaged, tr("the compressed data are damaged or end too early"));
+    task.failIn(path, ErrorCode::Damaged, tr("the compressed data are damaged or end too early"));
 }
 
 } // namespace
@@ -61,7 +61,7 @@ FileBytes gunzip(ReadTask& task, const QString& path, std::string_view packed)
 {
     Inflater inflater;
     if (!inflater.isGood())
-        task.failIn(path, ReadErrorCode::OutOfMemory, tr("there is not enough memory for this file"));
+        task.failIn(path, ErrorCode::OutOfMemory, tr("there is not enough memory for this file"));
     auto text = std::make_shared<std::string>();
     std::string_view left = packed;
     while (isGzip(left)) {

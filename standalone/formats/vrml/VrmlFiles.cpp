@@ -1,5 +1,6 @@
 #include "standalone/formats/vrml/VrmlFiles.h"
 
+#include "standalone/formats/Failure.h"
 #include "standalone/formats/vrml/VrmlParser.h"
 
 #include <QDir>
@@ -54,13 +55,13 @@ const File* Files::openInline(const Node& inlined, const File& from)
     if (known != m_files.end())
         return known->second.get();
     if (m_files.size() >= maxFiles)
-        from.source.fail(ReadErrorCode::LimitExceeded, tr("more than %1 files").arg(static_cast<qulonglong>(maxFiles)),
+        from.source.fail(ErrorCode::LimitExceeded, tr("more than %1 files").arg(static_cast<qulonglong>(maxFiles)),
                          inlined.offset);
     m_files[path] = nullptr;
     try {
         return &open(path);
-    } catch (const ReadFailure& failure) {
-        if (failure.error().code == ReadErrorCode::LimitExceeded)
+    } catch (const files::Failure& failure) {
+        if (failure.error().code == ErrorCode::LimitExceeded)
             throw;
         m_task.warnIn(failure.error().file, failure.error().message, failure.error().place);
         return nullptr;

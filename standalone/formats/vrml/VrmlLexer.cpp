@@ -48,7 +48,7 @@ Lexer::Lexer(const Source& source)
 
 void Lexer::fail(const QString& message) const
 {
-    m_source.fail(ReadErrorCode::Damaged, message, static_cast<std::size_t>(m_here - m_begin));
+    m_source.fail(ErrorCode::Damaged, message, static_cast<std::size_t>(m_here - m_begin));
 }
 
 inline void Lexer::skipBlanks()
@@ -214,7 +214,7 @@ void Lexer::skipToClosing()
     for (std::uint64_t open = 1; open > 0;) {
         const char c = peek();
         if (m_here == m_end)
-            m_source.fail(ReadErrorCode::Damaged, tr("what begins here does not end"), start);
+            m_source.fail(ErrorCode::Damaged, tr("what begins here does not end"), start);
         if (c == '"') {
             skipString();
             continue;

@@ -1,4 +1,4 @@
-#include "standalone/formats/vrml/VrmlNodes.h"
+#include "standalone/formats/vrml/VrmlNodeTypes.h"
 
 #include <algorithm>
 

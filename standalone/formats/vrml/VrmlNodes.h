@@ -89,9 +89,6 @@ private:
     std::map<std::string, std::uint32_t, std::less<>> m_slots;
 };
 
-/// The built-in type of this name; null for others.
-const NodeType* builtInType(std::string_view name);
-
 /// A type that a file declares: its fields with their defaults, and the nodes that stand for an instance.
 class Prototype : public NodeType
 {

@@ -1,6 +1,7 @@
 #include "standalone/formats/vrml/VrmlParser.h"
 
 #include "standalone/formats/vrml/VrmlLexer.h"
+#include "standalone/formats/vrml/VrmlNodeTypes.h"
 #include "standalone/formats/vrml/VrmlPrototypes.h"
 #include "standalone/formats/vrml/VrmlValues.h"
 
@@ -61,7 +62,7 @@ public:
     Deeper(std::uint64_t& depth, Lexer& lexer) : m_depth(depth)
     {
         if (++m_depth > maxNesting)
-            lexer.source().fail(ReadErrorCode::LimitExceeded, tr("nodes are nested deeper than %1").arg(maxNesting),
+            lexer.source().fail(ErrorCode::LimitExceeded, tr("nodes are nested deeper than %1").arg(maxNesting),
                                 lexer.offset());
     }
     Deeper(const Deeper&) = delete;
@@ -140,11 +141,11 @@ void Parser::interfaceField(Prototype& prototype)
     const std::string_view access = m_lexer.takeWord();
     const bool isField = access == "field" || access == "exposedField";
     if (!isField && access != "eventIn" && access != "eventOut")
-        m_source.fail(ReadErrorCode::Damaged, tr("'%1' is no kind of field").arg(quoted(access)), offset);
+        m_source.fail(ErrorCode::Damaged, tr("'%1' is no kind of field").arg(quoted(access)), offset);
     const std::string_view type = m_lexer.takeWord();
     std::optional<FieldSpec> spec = fieldSpecOf(type, toUtf8(m_lexer.takeWord()));
     if (!spec)
-        m_source.fail(ReadErrorCode::Damaged, tr("'%1' is no type of a field").arg(quoted(type)), offset);
+        m_source.fail(ErrorCode::Damaged, tr("'%1' is no type of a field").arg(quoted(type)), offset);
     ValuePtr otherwise = isField ? value(*spec) : ValuePtr();
     prototype.addField(std::move(*spec), std::move(otherwise));
 }

@@ -54,7 +54,7 @@ Node* Expansion::copy(const Node& node)
     if (known != m_copies.end())
         return known->second;
     if (++m_depth > maxNesting)
-        m_source.fail(ReadErrorCode::LimitExceeded, tr("nodes are nested deeper than %1").arg(maxNesting), node.offset);
+        m_source.fail(ErrorCode::LimitExceeded, tr("nodes are nested deeper than %1").arg(maxNesting), node.offset);
     const bool isInstance = node.kind() == NodeKind::Prototype;
     const std::uint64_t defaults = isInstance ? node.type->fields().size() : 0;
     Node* result = &createNode(m_store, m_source, *node.type, node.offset, node.fields.size() + defaults);
@@ -92,7 +92,7 @@ Node& createNode(NodeStore& store, const Source& source, const NodeType& type, s
 {
     Node* node = store.create(type, offset, fields);
     if (!node)
-        source.fail(ReadErrorCode::LimitExceeded, tr("more than %1 nodes").arg(source.task().options().limits.maxNodes),
+        source.fail(ErrorCode::LimitExceeded, tr("more than %1 nodes").arg(source.task().options().limits.maxNodes),
                     offset);
     return *node;
 }

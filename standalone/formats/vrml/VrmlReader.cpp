@@ -28,7 +28,7 @@ osg::NodePtr readVrml(ReadTask& task)
     vrml::Tree content(files, task);
     content.build(file, placeForContent(tree.root(), placeOptions(task.options())));
     if (!content.hasGeometry())
-        task.fail(ReadErrorCode::Empty, tr("there is nothing to draw in it"));
+        task.fail(ErrorCode::Empty, tr("there is nothing to draw in it"));
     return tree.take();
 }
 

@@ -37,12 +37,12 @@ void Source::checkHeader() const
     if (start.starts_with("\xEF\xBB\xBF"))
         start.remove_prefix(3);
     if (start.starts_with("#VRML V1.0"))
-        fail(ReadErrorCode::Unsupported, tr("this is a VRML 1.0 file; only VRML 2.0 (VRML97) is read"), 0);
+        fail(ErrorCode::Unsupported, tr("this is a VRML 1.0 file; only VRML 2.0 (VRML97) is read"), 0);
     if (!start.starts_with("#VRML V2.0"))
-        fail(ReadErrorCode::Damaged, tr("this is no VRML 2.0 file"), 0);
+        fail(ErrorCode::Damaged, tr("this is no VRML 2.0 file"), 0);
 }
 
-void Source::fail(ReadErrorCode code, const QString& message, std::size_t offset) const
+void Source::fail(ErrorCode code, const QString& message, std::size_t offset) const
 {
     m_task.failIn(m_path, code, message, place(offset));
 }

@@ -19,7 +19,7 @@ public:
     std::string_view text() const { return m_bytes.text(); }
     ReadTask& task() const { return m_task; }
 
-    [[noreturn]] void fail(ReadErrorCode code, const QString& message, std::size_t offset) const;
+    [[noreturn]] void fail(ErrorCode code, const QString& message, std::size_t offset) const;
     void warn(const QString& message, std::size_t offset) const;
     /// "line 12, column 3"; both count from 1, columns in bytes.
     QString place(std::size_t offset) const;

@@ -153,7 +153,7 @@ void checkSize(const Node& node, const Source& source, std::uint64_t rows, std::
     const std::uint64_t limit =
         std::min<std::uint64_t>(source.task().options().limits.maxVertices, std::numeric_limits<std::int32_t>::max());
     if (rows > 0 && columns > limit / rows)
-        source.fail(ReadErrorCode::LimitExceeded, tr("more than %1 vertices").arg(limit), node.offset);
+        source.fail(ErrorCode::LimitExceeded, tr("more than %1 vertices").arg(limit), node.offset);
 }
 
 } // namespace

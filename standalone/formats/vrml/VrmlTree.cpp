@@ -40,7 +40,7 @@ void Tree::add(const Node& node, const osg::NodePtr& parent)
 {
     const std::uint64_t limit = std::min(maxNesting, m_task.options().limits.maxDepth);
     if (m_depth >= limit)
-        source().fail(ReadErrorCode::LimitExceeded, tr("nodes are nested deeper than %1").arg(limit), node.offset);
+        source().fail(ErrorCode::LimitExceeded, tr("nodes are nested deeper than %1").arg(limit), node.offset);
     m_task.countNodes(1);
     ++m_depth;
     switch (node.kind()) {
@@ -84,7 +84,7 @@ osg::NodePtr Tree::makeGroupFor(const Node& node, const osg::NodePtr& parent)
             return osg::Group::create();
         const osg::Matrix matrix = matrixOf(node);
         if (!std::all_of(matrix.values.begin(), matrix.values.end(), [](float v) { return std::isfinite(v); }))
-            source().fail(ReadErrorCode::Damaged, tr("this transform has no finite numbers"), node.offset);
+            source().fail(ErrorCode::Damaged, tr("this transform has no finite numbers"), node.offset);
         const osg::Transform3DPtr transform = osg::Transform3DBase::create();
         osg::edit(transform, osg::TransformBase::MatrixFieldMask, [&] { transform->setMatrix(matrix); });
         return transform;
@@ -113,7 +113,7 @@ void Tree::addInline(const Node& node, const osg::NodePtr& parent)
     if (std::find(m_open.begin(), m_open.end(), file) != m_open.end())
         return source().warn(tr("the file '%1' takes itself in").arg(file->source.path()), node.offset);
     if (m_open.size() > maxInlineDepth)
-        source().fail(ReadErrorCode::LimitExceeded,
+        source().fail(ErrorCode::LimitExceeded,
                       tr("files take in each other deeper than %1").arg(static_cast<qulonglong>(maxInlineDepth)),
                       node.offset);
     build(*file, makeGroupFor(node, parent));

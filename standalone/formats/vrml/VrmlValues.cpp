@@ -12,7 +12,7 @@ Ints takeBool(Lexer& lexer)
     const std::string_view word = lexer.takeWord();
     const bool isTrue = word == "TRUE" || word == "true";
     if (!isTrue && word != "FALSE" && word != "false")
-        lexer.source().fail(ReadErrorCode::Damaged, tr("'%1' is neither TRUE nor FALSE").arg(quoted(word)), offset);
+        lexer.source().fail(ErrorCode::Damaged, tr("'%1' is neither TRUE nor FALSE").arg(quoted(word)), offset);
     return {isTrue ? 1 : 0};
 }
 
@@ -29,7 +29,7 @@ Floats takeFloats(Lexer& lexer, const FieldSpec& spec)
         values.push_back(lexer.takeFloat());
     if (values.size() % spec.floats != 0)
         lexer.source().fail(
-            ReadErrorCode::Damaged,
+            ErrorCode::Damaged,
             tr("the number of numbers in '%1' is no multiple of %2").arg(quoted(spec.name)).arg(spec.floats), offset);
     return values;
 }

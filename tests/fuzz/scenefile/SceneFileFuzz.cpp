@@ -33,17 +33,17 @@ void use(const osg::RefPtr<osg::NodePtr>& root)
 {
     touchEverything(root);
     osg::scenefile::GraphWriter writer({});
-    require(!writer.collect(root));
+    require(static_cast<bool>(writer.collect(root)));
     require(!writer.graph().empty());
 }
 
 void readAndUse(const filebuilder::Bytes& bytes, bool verifyChecksums)
 {
-    const osg::SceneFileReadResult result =
+    const files::Result<osg::NodePtr> result =
         osg::scenefile::readScene(osg::scenefile::copyBytes(bytes), limits(verifyChecksums));
-    require(result.error.has_value() != static_cast<bool>(result.root));
-    if (result.root)
-        use(osg::RefPtr<osg::NodePtr>(result.root));
+    require(!result || result.value());
+    if (result)
+        use(osg::RefPtr<osg::NodePtr>(result.value()));
     require(osg::livingContainerCount() == 0);
     osg::sweepContainers();
 }

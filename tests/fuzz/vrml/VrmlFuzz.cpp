@@ -56,11 +56,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     file.write(data, size);
     formats::SceneReaders readers;
     readers.add({QStringLiteral("VRML97"), {QString()}, formats::readVrml});
-    formats::ReadResult result = readers.read(file.name(), limits());
-    require(bool(result) != result.error.has_value());
-    if (result.root)
-        touchEverything(osg::RefPtr<osg::NodePtr>(result.root));
-    result.root = osg::NodePtr();
+    const formats::ReadResult result = readers.read(file.name(), limits());
+    require(!result || result.value());
+    if (result)
+        touchEverything(osg::RefPtr<osg::NodePtr>(result.value()));
     require(osg::livingContainerCount() == 0);
     osg::sweepContainers();
     return 0;

@@ -24,7 +24,7 @@ protected:
         core->setState(2);
         const osg::RefPtr<osg::NodePtr> car(bookmarkscene::make());
         car->setCore(core);
-        EXPECT_FALSE(osg::writeSceneFile(car, path("made.osb")).error);
+        EXPECT_TRUE(osg::writeSceneFile(car, path("made.osb")));
         return writeCad("car.styl", path("made.osb"));
     }
     QStringList pictures() const { return QDir(path("pictures")).entryList(QDir::Files | QDir::Hidden); }

@@ -98,9 +98,9 @@ TEST_F(ZnimportTest, VariantSetsAreListedAndAppliedAndStayInTheOutput)
                                     QStringLiteral("Open Roof"), QStringLiteral("-o"), saved});
     EXPECT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
     EXPECT_EQ(ending.output, QStringLiteral("Open Roof [Exterior]\nPlain\n"));
-    const osg::SceneFileReadResult read = osg::readSceneFile(saved);
+    const files::Result<osg::NodePtr> read = osg::readSceneFile(saved);
     ASSERT_TRUE(read);
-    const osg::RefPtr<osg::NodePtr> root(read.root);
+    const osg::RefPtr<osg::NodePtr> root(read.value());
     ASSERT_TRUE(osg::VariantAttachment::of(root));
     EXPECT_EQ(osg::VariantAttachment::of(root)->table().sets[0].name, "Open Roof");
     const osg::NodePtr car = root->getChild(0);

@@ -24,7 +24,7 @@ TEST_P(GlbCorpusTest, EveryImportedFileIsWrittenAsAValidOne)
         if (!read)
             continue;
         SCOPED_TRACE(step.fileName().toStdString());
-        root = read.root;
+        root = read.value();
         written();
         ++count;
     }

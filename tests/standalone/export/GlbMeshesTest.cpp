@@ -181,8 +181,7 @@ TEST_F(GlbMeshesTest, ElementsWithoutFinitePositionsAreLeftOut)
     mesh.triangles = std::vector<std::uint32_t>{0, 1, 3, 2, 1, 0};
     const GlbFile file = writtenMesh(mesh);
     EXPECT_THAT(file.array<std::uint16_t>(file.primitive(0)["indices"]), ElementsAre(2, 1, 0));
-    EXPECT_THAT(result.warnings,
-                ElementsAre(QStringLiteral("1 elements of a mesh without finite positions were left out")));
+    EXPECT_THAT(warnings(), ElementsAre(QStringLiteral("1 elements of a mesh without finite positions were left out")));
 }
 
 class GlbMaterialsTest : public GlbMeshesTest

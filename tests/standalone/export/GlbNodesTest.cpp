@@ -169,7 +169,7 @@ TEST_F(GlbNodesTest, WhatHangsBelowATransformWithoutFiniteNumbersIsLeftOut)
     const GlbFile file = written();
     EXPECT_EQ(file.json["nodes"][1], json::parse(R"({"name": "Nowhere"})"));
     EXPECT_EQ(file.json["nodes"].size(), 2u);
-    EXPECT_THAT(result.warnings,
+    EXPECT_THAT(warnings(),
                 ElementsAre(QStringLiteral(
                     "what hangs below 'Nowhere' was left out because its transform has no finite numbers")));
 }

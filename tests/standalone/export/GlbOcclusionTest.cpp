@@ -21,7 +21,7 @@ protected:
         options.occlusionAsColors = asColors;
         const QString path = pathOf(QStringLiteral("dark.glb"));
         result = glb::write(root.get(), path, options);
-        EXPECT_TRUE(result) << (result.error ? result.error->toString().toStdString() : "");
+        EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         return GlbFile(path);
     }
 };

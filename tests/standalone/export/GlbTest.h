@@ -41,11 +41,20 @@ protected:
     {
         const QString path = pathOf(QString::fromUtf8("Größe 大小.glb"));
         result = glb::write(root.get(), path, options);
-        EXPECT_TRUE(result) << (result.error ? result.error->toString().toStdString() : "");
+        EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         if (gltfvalidator::isInstalled()) {
             EXPECT_EQ(gltfvalidator::validate(path), gltfvalidator::Verdict());
         }
         return GlbFile(path);
+    }
+
+    /// What the last write had to tell.
+    QStringList warnings() const
+    {
+        QStringList texts;
+        for (const files::Note& warning : result.warnings)
+            texts << warning.message;
+        return texts;
     }
 
     osg::NodePtr add(const osg::NodePtr& child)
@@ -71,7 +80,7 @@ protected:
 
     osg::RefPtr<osg::NodePtr> root;
     glb::WriteOptions options;
-    glb::WriteResult result;
+    files::Result<glb::Written> result = glb::Written();
 
 private:
     QTemporaryDir m_folder;

@@ -24,12 +24,12 @@ protected:
     /// The error of a write that must fail, in one line.
     QString errorOf(const osg::NodePtr& tree, const QString& path)
     {
-        const glb::WriteResult failed = glb::write(tree, path);
-        if (!failed.error)
+        const files::Result<glb::Written> failed = glb::write(tree, path);
+        if (failed)
             return QStringLiteral("none");
-        EXPECT_EQ(failed.error->file, path);
-        return QString::fromLatin1(glb::writeErrorName(failed.error->code)) + QStringLiteral(" ") +
-               failed.error->message;
+        EXPECT_EQ(failed.error().file, path);
+        return QString::fromLatin1(files::errorName(failed.error().code)) + QStringLiteral(" ") +
+               failed.error().message;
     }
 
     QString fileWith(const QString& name, const QByteArray& content) const
@@ -57,7 +57,7 @@ TEST_F(GlbWriterTest, TheFrameIsThatOfABinaryFile)
     EXPECT_EQ(file.bytes().mid(file.binaryChunk() + 4, 4), QByteArray("BIN\0", 4));
     EXPECT_EQ(file.word(file.binaryChunk()), 44u); // 36 bytes of positions, 6 of indices, 2 of padding
     EXPECT_EQ(file.binaryChunk() + 8 + 44, file.size());
-    EXPECT_EQ(result.bytes, static_cast<std::uint64_t>(file.size()));
+    EXPECT_EQ(result->bytes, static_cast<std::uint64_t>(file.size()));
     EXPECT_EQ(file.json["asset"]["version"], "2.0");
     EXPECT_EQ(file.json["asset"]["generator"], "znCADImport " ZN_VERSION);
 }
@@ -82,8 +82,8 @@ TEST_F(GlbWriterTest, AReadFileComesBackWithItsSizeAndColours)
     written();
     const formats::ReadResult read = formats::readScene(pathOf(QString::fromUtf8("Größe 大小.glb")));
     ASSERT_TRUE(read);
-    const osg::RefPtr<osg::NodePtr> kept(read.root);
-    const osg::NodePtr metres = read.root->getChild(0);
+    const osg::RefPtr<osg::NodePtr> kept(read.value());
+    const osg::NodePtr metres = read.value()->getChild(0);
     const osg::NodePtr top = metres->getChild(0);
     const osg::Matrix& outer = osg::fcCast<osg::Transform>(metres->getCore())->getMatrix();
     const osg::Matrix& inner = osg::fcCast<osg::Transform>(top->getCore())->getMatrix();

@@ -51,13 +51,13 @@ protected:
         EXPECT_TRUE(audit.unbracketed().empty());
         EXPECT_TRUE(audit.idleBrackets().empty());
         EXPECT_TRUE(audit.unmatchedEnds().empty());
-        EXPECT_NE(result.error.has_value(), bool(result));
-        if (result.root) {
-            EXPECT_EQ(result.root->getRefCount(), 0u);
-            EXPECT_EQ(&result.root->getCore()->getType(), &osg::Group::_type);
-            EXPECT_TRUE(result.root->getParent() == osg::NullFC);
+        EXPECT_TRUE(!result || result.value());
+        if (result) {
+            EXPECT_EQ(result.value()->getRefCount(), 0u);
+            EXPECT_EQ(&result.value()->getCore()->getType(), &osg::Group::_type);
+            EXPECT_TRUE(result.value()->getParent() == osg::NullFC);
         }
-        m_root = result.root;
+        m_root = result ? result.value() : osg::NodePtr();
         return result;
     }
 
@@ -65,16 +65,16 @@ protected:
     QString errorOf(const QString& path, const formats::ReadOptions& options = {})
     {
         const formats::ReadResult result = read(path, options);
-        if (!result.error)
+        if (result)
             return QStringLiteral("none");
-        return QString::fromLatin1(formats::readErrorName(result.error->code)) + QStringLiteral(" ") +
-               QString(result.error->toString()).remove(m_folder.path() + QStringLiteral("/"));
+        return QString::fromLatin1(files::errorName(result.error().code)) + QStringLiteral(" ") +
+               QString(result.error().toString()).remove(m_folder.path() + QStringLiteral("/"));
     }
 
-    static QStringList texts(const std::vector<formats::ReadNote>& notes)
+    static QStringList texts(const std::vector<files::Note>& notes)
     {
         QStringList result;
-        for (const formats::ReadNote& note : notes)
+        for (const files::Note& note : notes)
             result << note.message + QStringLiteral(" @ ") + note.place;
         return result;
     }

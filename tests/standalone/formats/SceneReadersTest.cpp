@@ -39,10 +39,10 @@ TEST_F(SceneReadersTest, WhatIsNoReadableFileIsNamed)
               QString::fromUtf8("NotFound fehlt 没有.obj: the file does not exist"));
     QDir().mkpath(pathOf(QStringLiteral("folder.obj")));
     EXPECT_EQ(errorOf(pathOf(QStringLiteral("folder.obj"))),
-              QStringLiteral("NotReadable folder.obj: this is no regular file"));
+              QStringLiteral("NotRegular folder.obj: this is no regular file"));
     const QString pipe = pathOf(QStringLiteral("pipe.glb"));
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    EXPECT_EQ(errorOf(pipe), QStringLiteral("NotReadable pipe.glb: this is no regular file"));
+    EXPECT_EQ(errorOf(pipe), QStringLiteral("NotRegular pipe.glb: this is no regular file"));
 }
 
 TEST_F(SceneReadersTest, TheRootBearsTheNameOfTheFile)
@@ -57,7 +57,7 @@ TEST_F(SceneReadersTest, AHostAddsAReaderToItsOwnTable)
     own.add({QStringLiteral("Own"), {QStringLiteral("own")}, readOneGroup});
     const formats::ReadResult result = own.read(write(QStringLiteral("a.own"), "x"));
     EXPECT_TRUE(result);
-    discard(result.root);
+    discard(result.value());
     EXPECT_EQ(SceneReaders::builtIn().find(QStringLiteral("own")), nullptr);
     EXPECT_NE(own.find(QStringLiteral("obj")), nullptr);
 }
@@ -79,10 +79,10 @@ TEST_F(SceneReadersTest, AnExceptionOfALibraryBecomesAnError)
     own.add(
         {QStringLiteral("Starves"), {QStringLiteral("s")}, [](ReadTask&) -> osg::NodePtr { throw std::bad_alloc(); }});
     const formats::ReadResult thrown = own.read(QStringLiteral("a.t"));
-    ASSERT_TRUE(thrown.error);
-    EXPECT_EQ(thrown.error->toString(), QStringLiteral("a.t: the library gave up"));
-    EXPECT_EQ(thrown.error->code, formats::ReadErrorCode::Damaged);
-    EXPECT_EQ(own.read(QStringLiteral("a.s")).error->code, formats::ReadErrorCode::OutOfMemory);
+    ASSERT_FALSE(thrown);
+    EXPECT_EQ(thrown.error().toString(), QStringLiteral("a.t: the library gave up"));
+    EXPECT_EQ(thrown.error().code, files::ErrorCode::Damaged);
+    EXPECT_EQ(own.read(QStringLiteral("a.s")).error().code, files::ErrorCode::OutOfMemory);
 }
 
 TEST_F(SceneReadersTest, AFailedReadKeepsItsWarnings)
@@ -90,10 +90,10 @@ TEST_F(SceneReadersTest, AFailedReadKeepsItsWarnings)
     SceneReaders own;
     own.add({QStringLiteral("Warns"), {QStringLiteral("w")}, [](ReadTask& task) -> osg::NodePtr {
                  task.warn(QStringLiteral("odd"), QStringLiteral("line 3"));
-                 task.fail(formats::ReadErrorCode::Damaged, QStringLiteral("broken"), QStringLiteral("line 4"));
+                 task.fail(files::ErrorCode::Damaged, QStringLiteral("broken"), QStringLiteral("line 4"));
              }});
     const formats::ReadResult result = own.read(QStringLiteral("a.w"));
-    EXPECT_EQ(result.error->toString(), QStringLiteral("a.w: broken (line 4)"));
+    EXPECT_EQ(result.error().toString(), QStringLiteral("a.w: broken (line 4)"));
     EXPECT_THAT(texts(result.warnings), testing::ElementsAre(QStringLiteral("odd @ line 3")));
 }
 
@@ -108,7 +108,7 @@ TEST_F(SceneReadersTest, AfterAHundredWarningsTheRestIsCounted)
     const formats::ReadResult result = own.read(QStringLiteral("a.n"));
     ASSERT_EQ(result.warnings.size(), 101u);
     EXPECT_EQ(result.warnings.back().message, QStringLiteral("150 more warnings"));
-    discard(result.root);
+    discard(result.value());
 }
 
 /// Sets a locale with a decimal comma, where the machine has one.

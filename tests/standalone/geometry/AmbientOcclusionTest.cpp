@@ -175,7 +175,7 @@ TEST_F(AmbientOcclusionTest, ASceneFileKeepsIt)
     add(root, geometry(mesh));
     const QString file = path(QStringLiteral("scene.osb"));
     ASSERT_TRUE(osg::writeSceneFile(root, file));
-    const osg::RefPtr<osg::NodePtr> read(osg::readSceneFile(file).root);
+    const osg::RefPtr<osg::NodePtr> read(osg::readSceneFile(file).value());
     ASSERT_TRUE(read);
     EXPECT_THAT(meshOf(read->getChild(0)).occlusion.span(), testing::ElementsAre(0.25f, 0.5f, 0.875f));
 }

@@ -69,7 +69,7 @@ protected:
     }
 
     /// What the reader says of a file with one attachment of variants.
-    static osg::SceneFileReadResult
+    static files::Result<osg::NodePtr>
     readVariants(const std::function<flatbuffers::Offset<fb::Variants>(Builder&)>& variants,
                  const osg::SceneFileReadOptions& options = {})
     {
@@ -104,7 +104,7 @@ TEST_F(VariantsInFileTest, ATableWithoutRecordsIsEmpty)
 {
     const auto result = readVariants([](Builder&) { return flatbuffers::Offset<fb::Variants>(); });
     ASSERT_TRUE(result);
-    const NodeRef root(result.root);
+    const NodeRef root(result.value());
     EXPECT_TRUE(osg::VariantAttachment::of(root)->table().empty());
 }
 
@@ -133,9 +133,9 @@ TEST_F(VariantsInFileTest, TextsThatAreNotThereAreRefused)
         },
     };
     for (std::size_t i = 0; i < damages.size(); ++i) {
-        const osg::SceneFileReadResult result = readVariants(damages[i]);
-        ASSERT_TRUE(result.error) << i;
-        EXPECT_EQ(result.error->code, Code::DamagedGraph) << i;
+        const files::Result<osg::NodePtr> result = readVariants(damages[i]);
+        ASSERT_FALSE(result) << i;
+        EXPECT_EQ(result.error().code, Code::DamagedGraph) << i;
     }
 }
 
@@ -151,12 +151,12 @@ TEST_F(VariantsInFileTest, APathThatManyStatesShareIsCountedEachTime)
     };
     osg::SceneFileReadOptions options;
     options.maxTextBytes = 500'000;
-    NodeRef kept(readVariants(record, options).root);
+    NodeRef kept(readVariants(record, options).value());
     EXPECT_TRUE(kept);
     options.maxTextBytes = 400'000;
-    const osg::SceneFileReadResult result = readVariants(record, options);
-    ASSERT_TRUE(result.error);
-    EXPECT_EQ(result.error->code, Code::LimitExceeded);
+    const files::Result<osg::NodePtr> result = readVariants(record, options);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code, Code::LimitExceeded);
 }
 
 TEST_F(VariantsInFileTest, PathsLeadToNodesAndBack)

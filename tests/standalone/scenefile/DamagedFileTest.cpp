@@ -37,29 +37,28 @@ protected:
     static void expectError(const Bytes& bytes, Code code, std::uint64_t offset,
                             const osg::SceneFileReadOptions& options = {})
     {
-        const osg::SceneFileReadResult result = read(bytes, options);
-        ASSERT_TRUE(result.error) << "expected " << osg::sceneFileErrorName(code);
-        EXPECT_FALSE(result.root);
-        EXPECT_STREQ(osg::sceneFileErrorName(result.error->code), osg::sceneFileErrorName(code));
-        EXPECT_EQ(result.error->offset, offset);
-        EXPECT_FALSE(result.error->message.isEmpty());
+        const files::Result<osg::NodePtr> result = read(bytes, options);
+        ASSERT_FALSE(result) << "expected " << files::errorName(code);
+        EXPECT_STREQ(files::errorName(result.error().code), files::errorName(code));
+        EXPECT_EQ(result.error().place, QStringLiteral("byte %1").arg(offset));
+        EXPECT_FALSE(result.error().message.isEmpty());
     }
 
     /// Either a sound tree, which is walked with all its arrays, or an error.
     static void expectErrorOrTree(const Bytes& bytes)
     {
-        const osg::SceneFileReadResult result = read(bytes);
-        EXPECT_NE(static_cast<bool>(result.root), result.error.has_value());
-        if (result.root)
-            touchEverything(NodeRef(result.root));
+        const files::Result<osg::NodePtr> result = read(bytes);
+        EXPECT_TRUE(!result || result.value());
+        if (result)
+            touchEverything(NodeRef(result.value()));
     }
 };
 
 TEST_F(DamagedFileTest, TheSampleIsSound)
 {
-    const osg::SceneFileReadResult result = read(sample(), verified());
+    const files::Result<osg::NodePtr> result = read(sample(), verified());
     ASSERT_TRUE(result);
-    touchEverything(NodeRef(result.root));
+    touchEverything(NodeRef(result.value()));
 }
 
 TEST_F(DamagedFileTest, EachByteOfTheHeaderCounts)
@@ -102,7 +101,7 @@ TEST_F(DamagedFileTest, OtherVersionsAreToldApart)
     const Bytes good = sample();
     expectError(withHeader(good, [](FileHeader& h) { h.version = 2; }), Code::UnsupportedVersion, 8);
     expectError(withHeader(good, [](FileHeader& h) { h.version = 0; }), Code::UnsupportedVersion, 8);
-    EXPECT_EQ(read(withHeader(good, [](FileHeader& h) { h.version = 7; })).error->message,
+    EXPECT_EQ(read(withHeader(good, [](FileHeader& h) { h.version = 7; })).error().message,
               QStringLiteral("The file has the version 7; this program reads version 1"));
 }
 
@@ -143,7 +142,7 @@ TEST_F(DamagedFileTest, AChunkOutsideTheFileIsTold)
 TEST_F(DamagedFileTest, AChunkOfAnotherTypeOrSizeIsTold)
 {
     const Bytes good = sample();
-    const auto code = [](const Bytes& bytes) { return read(bytes).error.value().code; };
+    const auto code = [](const Bytes& bytes) { return read(bytes).error().code; };
     EXPECT_EQ(code(withChunk(good, 0, [](ChunkEntry& c) { c.type = ChunkType::Mesh; })), Code::DamagedTable);
     EXPECT_EQ(code(withChunk(good, 1, [](ChunkEntry& c) { c.type = ChunkType::Graph; })), Code::DamagedTable);
     EXPECT_EQ(code(withChunk(good, 1, [](ChunkEntry& c) { c.type = ChunkType::BRep; })), Code::DamagedMesh);
@@ -158,7 +157,7 @@ TEST_F(DamagedFileTest, AWrongChecksumAloneIsSeenOnlyOnDemand)
 {
     const Bytes bytes = withChunk(sample(), 1, [](ChunkEntry& c) { c.checksum ^= 1; });
     expectError(bytes, Code::WrongChecksum, chunkOf(bytes, 1).offset, verified());
-    const NodeRef root(read(bytes).root);
+    const NodeRef root(read(bytes).value());
     EXPECT_TRUE(root);
 }
 
@@ -166,7 +165,7 @@ TEST_F(DamagedFileTest, ChunksOfUnknownTypesArePassedOver)
 {
     const Graph graph;
     const Bytes bytes = fileOf({{ChunkType{0x31313131}, Bytes(100)}, {ChunkType::Graph, graph.bytes()}});
-    const NodeRef root(read(bytes, verified()).root);
+    const NodeRef root(read(bytes, verified()).value());
     ASSERT_TRUE(root);
     EXPECT_STREQ(osg::getName(root.get()), "text");
 }
@@ -202,12 +201,12 @@ TEST_F(DamagedFileTest, AFileOnDiskThatIsCutShortIsAnError)
 {
     const Bytes good = sample();
     ASSERT_TRUE(QFile::resize(path(), static_cast<qint64>(chunkOf(good, 1).offset)));
-    const osg::SceneFileReadResult result = osg::readSceneFile(path());
-    ASSERT_TRUE(result.error);
-    EXPECT_EQ(result.error->code, Code::Truncated);
-    EXPECT_EQ(result.error->file, path());
+    const files::Result<osg::NodePtr> result = osg::readSceneFile(path());
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code, Code::Truncated);
+    EXPECT_EQ(result.error().file, path());
     const QString text = QStringLiteral(": The file has %1 bytes; its header says %2 (Truncated at byte 16)");
-    EXPECT_EQ(result.error->toString(), path() + text.arg(chunkOf(good, 1).offset).arg(good.size()));
+    EXPECT_EQ(result.error().toStringWithCode(), path() + text.arg(chunkOf(good, 1).offset).arg(good.size()));
 }
 
 TEST_F(DamagedFileTest, RandomBytesAreErrors)
@@ -239,11 +238,11 @@ TEST_F(DamagedFileTest, RandomDamageGivesAnErrorOrASoundTree)
             bytes[place] = round % 2 ? bytes[place] ^ std::byte(1u << random() % 8) : static_cast<std::byte>(random());
         }
         seal(bytes);
-        const osg::SceneFileReadResult result = read(bytes);
-        ASSERT_NE(static_cast<bool>(result.root), result.error.has_value());
-        trees += result.root ? 1 : 0;
-        if (result.root)
-            touchEverything(NodeRef(result.root));
+        const files::Result<osg::NodePtr> result = read(bytes);
+        ASSERT_TRUE(!result || result.value());
+        trees += result ? 1 : 0;
+        if (result)
+            touchEverything(NodeRef(result.value()));
     }
     EXPECT_GT(trees, 100);
     EXPECT_LT(trees, 5'900);

@@ -18,12 +18,15 @@ protected:
     static void expectError(const Bytes& bytes, Code code, const char* message,
                             const osg::SceneFileReadOptions& options = {})
     {
-        const osg::SceneFileReadResult result = read(bytes, options);
-        ASSERT_TRUE(result.error) << "expected: " << message;
-        EXPECT_STREQ(osg::sceneFileErrorName(result.error->code), osg::sceneFileErrorName(code));
-        EXPECT_EQ(result.error->message, QString::fromUtf8(message));
-        EXPECT_GE(result.error->offset, 64u);
-        EXPECT_LT(result.error->offset, bytes.size());
+        const files::Result<osg::NodePtr> result = read(bytes, options);
+        ASSERT_FALSE(result) << "expected: " << message;
+        EXPECT_STREQ(files::errorName(result.error().code), files::errorName(code));
+        EXPECT_EQ(result.error().message, QString::fromUtf8(message));
+        const QStringList place = result.error().place.split(QLatin1Char(' '));
+        ASSERT_EQ(place.size(), 2) << result.error().place.toStdString();
+        EXPECT_EQ(place[0], QStringLiteral("byte"));
+        EXPECT_GE(place[1].toULongLong(), 64u);
+        EXPECT_LT(place[1].toULongLong(), bytes.size());
     }
     static void expectDamaged(const Graph& graph, const char* message)
     {
@@ -46,7 +49,7 @@ protected:
     }
 
     /// A mesh of four vertices, at the start of the chunk 1, with these indices behind them.
-    static osg::SceneFileReadResult readTriangles(const std::vector<std::uint32_t>& indices)
+    static files::Result<osg::NodePtr> readTriangles(const std::vector<std::uint32_t>& indices)
     {
         const Graph graph = withMesh([&](Builder& builder) {
             const fb::Array positions(0, 4, 1);
@@ -62,7 +65,7 @@ protected:
 
 TEST_F(DamagedGraphTest, TheGraphOfTheseTestsIsSound)
 {
-    const NodeRef root(read(Graph().file()).root);
+    const NodeRef root(read(Graph().file()).value());
     ASSERT_TRUE(root);
     EXPECT_STREQ(osg::getName(root.get()), "text");
     EXPECT_EQ(&root->getCore()->getType(), &osg::Group::_type);
@@ -83,10 +86,10 @@ TEST_F(DamagedGraphTest, AFileHasOneGraph)
     const Bytes none = fileOf({{ChunkType::Mesh, graph}});
     const Bytes two = fileOf({{ChunkType::Graph, graph}, {ChunkType::Graph, graph}});
     for (const Bytes& bytes : {none, two, fileOf({})}) {
-        const osg::SceneFileReadResult result = read(bytes);
-        ASSERT_TRUE(result.error);
-        EXPECT_EQ(result.error->code, Code::DamagedTable);
-        EXPECT_EQ(result.error->message, QStringLiteral("The file does not have exactly one graph"));
+        const files::Result<osg::NodePtr> result = read(bytes);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error().code, Code::DamagedTable);
+        EXPECT_EQ(result.error().message, QStringLiteral("The file does not have exactly one graph"));
     }
 }
 
@@ -110,7 +113,7 @@ TEST_F(DamagedGraphTest, NodesFormOneTree)
     expectDamaged(nodes({1, 2, 0}), message);
     expectDamaged(nodes({1, 0, 1, 0}), message);
     expectDamaged(nodes({0xFFFFFFFF, 0, 0}), message);
-    const NodeRef root(read(nodes({2, 0, 1, 0}).file()).root);
+    const NodeRef root(read(nodes({2, 0, 1, 0}).file()).value());
     ASSERT_TRUE(root);
     EXPECT_EQ(root->getNChildren(), 2u);
     EXPECT_EQ(root->getChild(1)->getNChildren(), 1u);
@@ -139,7 +142,7 @@ TEST_F(DamagedGraphTest, LinksAreUsedUp)
     graph.nodes = {fb::Node(0, 0, 0, 0xFFFFFFFF, 0)};
     expectDamaged(graph, message);
     graph.nodes = {fb::Node(0, 0, 0, 1, 0)};
-    const NodeRef root(read(graph.file()).root);
+    const NodeRef root(read(graph.file()).value());
     EXPECT_TRUE(root->findAttachment(osg::TagAttachment::_type.getGroupId()));
 }
 
@@ -219,7 +222,7 @@ TEST_F(DamagedGraphTest, ArraysLieWithinAChunkOfTheirKind)
                })
             .file(Bytes(120), Bytes(120));
     };
-    const NodeRef sound(read(positions(0, 10, 1)).root);
+    const NodeRef sound(read(positions(0, 10, 1)).value());
     EXPECT_TRUE(sound);
     expectError(positions(0, 11, 1), Code::DamagedMesh, message);
     expectError(positions(4, 10, 1), Code::DamagedMesh, message);
@@ -244,7 +247,7 @@ TEST_F(DamagedGraphTest, BRepDataLiesInAChunkOfItsOwnKind)
                })
             .file(Bytes(120), Bytes(33));
     };
-    const NodeRef sound(read(brep(1, 32, 2)).root);
+    const NodeRef sound(read(brep(1, 32, 2)).value());
     EXPECT_TRUE(sound);
     expectError(brep(2, 32, 2), Code::DamagedMesh, "An array of a mesh lies outside its chunk");
     expectError(brep(0, 1, 1), Code::DamagedMesh, "An array of a mesh lies outside its chunk");
@@ -252,12 +255,12 @@ TEST_F(DamagedGraphTest, BRepDataLiesInAChunkOfItsOwnKind)
 
 TEST_F(DamagedGraphTest, IndicesHaveTheirVertices)
 {
-    const NodeRef sound(readTriangles({0, 1, 3, 3, 2, 1}).root);
+    const NodeRef sound(readTriangles({0, 1, 3, 3, 2, 1}).value());
     EXPECT_TRUE(sound);
     const auto message = [](const std::vector<std::uint32_t>& indices) {
-        const osg::SceneFileReadResult result = readTriangles(indices);
-        EXPECT_EQ(result.error.value().code, Code::DamagedMesh);
-        return result.error.value().message;
+        const files::Result<osg::NodePtr> result = readTriangles(indices);
+        EXPECT_EQ(result.error().code, Code::DamagedMesh);
+        return result.error().message;
     };
     EXPECT_EQ(message({0, 1, 2, 0, 1, 4}), QStringLiteral("A mesh has the index 4 and only 4 vertices"));
     EXPECT_EQ(message({0xFFFFFFFF, 0, 1}), QStringLiteral("A mesh has the index 4294967295 and only 4 vertices"));
@@ -291,7 +294,7 @@ TEST_F(DamagedGraphTest, FacesCoverTheTriangles)
         bytes.insert(bytes.end(), tail.begin(), tail.end());
         return bytes;
     };
-    const NodeRef sound(read(graph(2).file(chunk({0, 1, 1, 1}))).root);
+    const NodeRef sound(read(graph(2).file(chunk({0, 1, 1, 1}))).value());
     EXPECT_TRUE(sound);
     const char* message = "The faces of a mesh do not cover its triangles in order";
     for (const auto& ranges : std::vector<std::vector<std::uint32_t>>{
@@ -346,13 +349,13 @@ TEST_F(DamagedGraphTest, LimitsHold)
     graph.nodes = {fb::Node(1, 2, 1, 0, 0), fb::Node(0, 0, 1, 0, 0), fb::Node(0, 0, 0, 0, 0)};
     osg::SceneFileReadOptions options;
     options.maxContainers = 6; // three nodes, two names, one core
-    const NodeRef root(read(graph.file(), options).root);
+    const NodeRef root(read(graph.file(), options).value());
     EXPECT_TRUE(root);
     options.maxContainers = 5;
     expectError(graph.file(), Code::LimitExceeded, "The scene has more objects than the limit allows", options);
     options = {};
     options.maxTextBytes = 2 * (32 + 4) + 4 * 32 + 5 + 14 + 4 + 8; // two names and four classes
-    const NodeRef again(read(graph.file(), options).root);
+    const NodeRef again(read(graph.file(), options).value());
     EXPECT_TRUE(again);
     options.maxTextBytes -= 1;
     expectError(graph.file(), Code::LimitExceeded, "The texts of the scene exceed the limit", options);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "standalone/scenefile/Checksum.h"
 #include "standalone/scenefile/GraphWriter.h"
 #include "standalone/scenefile/SceneFormat.h"
 

@@ -88,11 +88,11 @@ protected:
     {
         osg::SceneFileReadOptions options;
         options.verifyChecksums = true;
-        const osg::SceneFileReadResult result =
+        const files::Result<osg::NodePtr> result =
             osg::readSceneFile(QStringLiteral(ZN_GOLDEN_FOLDER "/version-1.osb"), options);
-        ASSERT_TRUE(result) << result.error->toString().toStdString();
+        ASSERT_TRUE(result) << result.error().toString().toStdString();
         EXPECT_TRUE(result.warnings.empty());
-        m_root = result.root;
+        m_root = result.value();
     }
     void TearDown() override
     {

@@ -12,12 +12,12 @@ class OpenFailureTest : public SceneFileTest
 protected:
     static void expectError(const QString& file, Code code, const osg::SceneFileReadOptions& options = {})
     {
-        const osg::SceneFileReadResult result = osg::readSceneFile(file, options);
+        const files::Result<osg::NodePtr> result = osg::readSceneFile(file, options);
         EXPECT_FALSE(result);
-        ASSERT_TRUE(result.error);
-        EXPECT_STREQ(osg::sceneFileErrorName(result.error->code), osg::sceneFileErrorName(code));
-        EXPECT_EQ(result.error->file, file);
-        EXPECT_FALSE(result.error->message.isEmpty());
+        ASSERT_FALSE(result);
+        EXPECT_STREQ(files::errorName(result.error().code), files::errorName(code));
+        EXPECT_EQ(result.error().file, file);
+        EXPECT_FALSE(result.error().message.isEmpty());
     }
 
     void put(const char* content) const
@@ -59,7 +59,7 @@ TEST_F(OpenFailureTest, AFileBeyondTheLimit)
     const std::vector<std::byte> bytes = written(NodeRef(osg::Node::create()));
     osg::SceneFileReadOptions options;
     options.maxFileBytes = bytes.size();
-    const NodeRef root(osg::readSceneFile(path(), options).root);
+    const NodeRef root(osg::readSceneFile(path(), options).value());
     EXPECT_TRUE(root);
     options.maxFileBytes = bytes.size() - 1;
     expectError(path(), Code::LimitExceeded, options);
@@ -67,10 +67,10 @@ TEST_F(OpenFailureTest, AFileBeyondTheLimit)
 
 TEST_F(OpenFailureTest, EachCodeHasItsName)
 {
-    EXPECT_STREQ(osg::sceneFileErrorName(Code::NotFound), "NotFound");
-    EXPECT_STREQ(osg::sceneFileErrorName(Code::OutOfMemory), "OutOfMemory");
-    EXPECT_STREQ(osg::sceneFileErrorName(Code::ReadFailed), "ReadFailed");
-    EXPECT_STREQ(osg::sceneFileErrorName(Code::WriteFailed), "WriteFailed");
+    EXPECT_STREQ(files::errorName(Code::NotFound), "NotFound");
+    EXPECT_STREQ(files::errorName(Code::OutOfMemory), "OutOfMemory");
+    EXPECT_STREQ(files::errorName(Code::ReadFailed), "ReadFailed");
+    EXPECT_STREQ(files::errorName(Code::WriteFailed), "WriteFailed");
 }
 
 } // namespace

@@ -58,12 +58,12 @@ TEST_F(RoundTripTest, TheRootComesBackAsStoredUncountedAndWithoutParent)
     const NodeRef parent(named("parent"));
     parent->addChild(named("stored"));
     written(parent->getChild(0));
-    const osg::SceneFileReadResult result = osg::readSceneFile(path());
+    const files::Result<osg::NodePtr> result = osg::readSceneFile(path());
     ASSERT_TRUE(result);
-    EXPECT_EQ(result.root->getRefCount(), 0u);
-    EXPECT_FALSE(result.root->getParent());
-    EXPECT_STREQ(osg::getName(result.root), "stored");
-    discard(result.root);
+    EXPECT_EQ(result.value()->getRefCount(), 0u);
+    EXPECT_FALSE(result.value()->getParent());
+    EXPECT_STREQ(osg::getName(result.value()), "stored");
+    discard(result.value());
 }
 
 TEST_F(RoundTripTest, NamesMayHoldAnyBytes)

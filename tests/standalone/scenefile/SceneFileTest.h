@@ -15,7 +15,7 @@ class SceneFileTest : public SceneGraphTest
 {
 protected:
     using NodeRef = osg::RefPtr<osg::NodePtr>;
-    using Code = osg::SceneFileErrorCode;
+    using Code = files::ErrorCode;
 
     SceneFileTest() : m_folder(QDir::tempPath() + QString::fromUtf8("/scene files ä-XXXXXX")) {}
 
@@ -37,14 +37,14 @@ protected:
     /// The bytes of the file that `root` is written to.
     std::vector<std::byte> written(const osg::NodePtr& root) const
     {
-        const osg::SceneFileWriteResult result = osg::writeSceneFile(root, path());
-        EXPECT_TRUE(result) << (result.error ? result.error->toString().toStdString() : "");
+        const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
+        EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         return contentOf(path());
     }
 
     /// Reads from memory, where the sanitizers see each step outside the file.
-    static osg::SceneFileReadResult read(const std::vector<std::byte>& bytes,
-                                         const osg::SceneFileReadOptions& options = {})
+    static files::Result<osg::NodePtr> read(const std::vector<std::byte>& bytes,
+                                            const osg::SceneFileReadOptions& options = {})
     {
         return osg::scenefile::readScene(osg::scenefile::copyBytes(bytes), options);
     }
@@ -53,10 +53,10 @@ protected:
     NodeRef roundTrip(const osg::NodePtr& root) const
     {
         written(root);
-        const osg::SceneFileReadResult result = osg::readSceneFile(path());
-        EXPECT_TRUE(result) << (result.error ? result.error->toString().toStdString() : "");
+        const files::Result<osg::NodePtr> result = osg::readSceneFile(path());
+        EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         EXPECT_TRUE(result.warnings.empty());
-        return NodeRef(result.root);
+        return NodeRef(result.value());
     }
 
     /// The core that comes back of one that was written and read.

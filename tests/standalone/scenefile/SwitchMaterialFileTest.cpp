@@ -37,7 +37,7 @@ protected:
     }
 
     /// What the reader says of materials that hold each other as told: one list of numbers for each.
-    static osg::SceneFileReadResult readNested(const std::vector<std::vector<std::uint32_t>>& inside)
+    static files::Result<osg::NodePtr> readNested(const std::vector<std::vector<std::uint32_t>>& inside)
     {
         Graph graph;
         graph.classes = {{"Group"}, {"SwitchMaterial"}};
@@ -103,13 +103,13 @@ TEST_F(SwitchMaterialFileTest, ARingInMemoryIsCut)
 
 TEST_F(SwitchMaterialFileTest, MaterialsHoldOnlyThoseBeforeThem)
 {
-    NodeRef kept(readNested({{}, {1, 0, 1}}).root);
+    NodeRef kept(readNested({{}, {1, 0, 1}}).value());
     EXPECT_TRUE(kept);
     for (const auto& inside : std::vector<std::vector<std::vector<std::uint32_t>>>{{{1}}, {{}, {2}}, {{2}, {}}}) {
-        const osg::SceneFileReadResult result = readNested(inside);
-        ASSERT_TRUE(result.error);
-        EXPECT_EQ(result.error->code, Code::DamagedGraph);
-        EXPECT_EQ(result.error->message, QStringLiteral("A reference has no target"));
+        const files::Result<osg::NodePtr> result = readNested(inside);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error().code, Code::DamagedGraph);
+        EXPECT_EQ(result.error().message, QStringLiteral("A reference has no target"));
     }
 }
 
@@ -118,12 +118,12 @@ TEST_F(SwitchMaterialFileTest, NestingHasALimit)
     std::vector<std::vector<std::uint32_t>> inside = {{}};
     for (std::uint32_t number = 1; number <= 100; ++number)
         inside.push_back({number});
-    NodeRef kept(readNested(inside).root);
+    NodeRef kept(readNested(inside).value());
     EXPECT_TRUE(kept);
     inside.push_back({101});
-    const osg::SceneFileReadResult result = readNested(inside);
-    ASSERT_TRUE(result.error);
-    EXPECT_EQ(result.error->message, QStringLiteral("The materials are nested too deeply"));
+    const files::Result<osg::NodePtr> result = readNested(inside);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().message, QStringLiteral("The materials are nested too deeply"));
 }
 
 } // namespace

@@ -7,13 +7,23 @@
 #include "tests/standalone/scenefile/FileBuilder.h"
 #include "tests/standalone/scenefile/SceneFileTest.h"
 
+#include <gmock/gmock.h>
+
 namespace
 {
 
 using namespace filebuilder;
 using UnknownClassTest = SceneFileTest;
 using Builder = flatbuffers::FlatBufferBuilder;
-using Warnings = std::vector<osg::SceneFileWarning>;
+using testing::ElementsAre;
+
+std::vector<std::string> textsOf(const std::vector<files::Note>& warnings)
+{
+    std::vector<std::string> texts;
+    for (const files::Note& warning : warnings)
+        texts.push_back(warning.message.toStdString());
+    return texts;
+}
 
 /// A group that no codec knows.
 class Elevator final : public osg::Group
@@ -54,12 +64,11 @@ TEST_F(UnknownClassTest, TheReaderTakesTheNearestBaseItKnows)
         const fb::Matrix matrix(std::array<float, 16>{3, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 5, 6, 7, 1});
         return std::vector{fb::CreateCore(builder, 0, 0, 0, &matrix), fb::CreateCore(builder, 0)};
     };
-    const osg::SceneFileReadResult result = read(graph.file());
-    const NodeRef root(result.root);
+    const files::Result<osg::NodePtr> result = read(graph.file());
+    const NodeRef root(result.value());
     ASSERT_TRUE(root);
-    EXPECT_EQ(result.warnings, (Warnings{{"MotorisedTransform", "Transform", 2}}));
-    EXPECT_EQ(result.warnings[0].message(),
-              QStringLiteral("2 objects of the class MotorisedTransform were taken as Transform"));
+    EXPECT_THAT(textsOf(result.warnings),
+                ElementsAre("2 objects of the class MotorisedTransform were taken as Transform"));
     ASSERT_EQ(&root->getCore()->getType(), &osg::TransformBase::_type);
     EXPECT_EQ(static_cast<const osg::Transform*>(root->getCore().get())->getMatrix()[12], 5);
 }
@@ -79,11 +88,12 @@ TEST_F(UnknownClassTest, TheReaderLeavesOutWhatItKnowsNoBaseOf)
         const auto tags = builder.CreateVector(std::vector<std::uint32_t>{0});
         return std::vector{fb::CreateAttachment(builder, 2), fb::CreateAttachment(builder, 4, tags)};
     };
-    const osg::SceneFileReadResult result = read(graph.file());
-    const NodeRef root(result.root);
+    const files::Result<osg::NodePtr> result = read(graph.file());
+    const NodeRef root(result.value());
     ASSERT_TRUE(root);
-    EXPECT_EQ(result.warnings, (Warnings{{"Smell", "", 1}, {"Velvet", "", 1}, {"Cloud", "", 1}}));
-    EXPECT_EQ(result.warnings[0].message(), QStringLiteral("1 objects of the class Smell were left out"));
+    EXPECT_THAT(textsOf(result.warnings),
+                ElementsAre("1 objects of the class Smell were left out", "1 objects of the class Velvet were left out",
+                            "1 objects of the class Cloud were left out"));
     EXPECT_FALSE(root->getCore());
     EXPECT_STREQ(osg::getName(root.get()), "text");
     EXPECT_EQ(osg::tagsOf(root.get()), std::vector<std::string>{"text"});
@@ -97,9 +107,9 @@ TEST_F(UnknownClassTest, AClassOfAnotherKindIsUnknown)
 {
     Graph graph;
     graph.classes = {{"SimpleMaterial"}};
-    const osg::SceneFileReadResult result = read(graph.file());
-    const NodeRef root(result.root);
-    EXPECT_EQ(result.warnings, (Warnings{{"SimpleMaterial", "", 1}}));
+    const files::Result<osg::NodePtr> result = read(graph.file());
+    const NodeRef root(result.value());
+    EXPECT_THAT(textsOf(result.warnings), ElementsAre("1 objects of the class SimpleMaterial were left out"));
     EXPECT_FALSE(root->getCore());
 }
 
@@ -109,10 +119,10 @@ TEST_F(UnknownClassTest, TheWriterTakesTheNearestBaseItKnows)
     osg::setName(core, "lift");
     const NodeRef root(osg::makeNodeFor(core));
     root->addChild(osg::makeNodeFor(core));
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(root, path());
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
     EXPECT_TRUE(result);
-    EXPECT_EQ(result.warnings, (Warnings{{"Elevator", "Group", 1}}));
-    const NodeRef back(osg::readSceneFile(path()).root);
+    EXPECT_THAT(textsOf(result.warnings), ElementsAre("1 objects of the class Elevator were taken as Group"));
+    const NodeRef back(osg::readSceneFile(path()).value());
     EXPECT_EQ(&back->getCore()->getType(), &osg::Group::_type);
     EXPECT_STREQ(osg::getName(back->getCore()), "lift");
     EXPECT_TRUE(back->getCore() == back->getChild(0)->getCore());
@@ -125,11 +135,12 @@ TEST_F(UnknownClassTest, TheWriterLeavesOutWhatItKnowsNoBaseOf)
     root->addChild(osg::makeNodeFor(core));
     root->addAttachment(osg::AttachmentPtr(new Sticker));
     osg::setTags(root.get(), {"kept"});
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(root, path());
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
     EXPECT_TRUE(result);
-    EXPECT_EQ(result.warnings, (Warnings{{"Hologram", "", 1}, {"Sticker", "", 1}}));
-    const osg::SceneFileReadResult back = osg::readSceneFile(path());
-    const NodeRef backRoot(back.root);
+    EXPECT_THAT(textsOf(result.warnings), ElementsAre("1 objects of the class Hologram were left out",
+                                                      "1 objects of the class Sticker were left out"));
+    const files::Result<osg::NodePtr> back = osg::readSceneFile(path());
+    const NodeRef backRoot(back.value());
     EXPECT_TRUE(back.warnings.empty());
     EXPECT_FALSE(backRoot->getCore());
     EXPECT_EQ(backRoot->getNChildren(), 1u);

@@ -22,13 +22,12 @@ protected:
         return NodeRef(osg::makeNodeFor(geometryOf(std::make_shared<const osg::Mesh>(std::move(mesh)))));
     }
 
-    static void expectError(const osg::SceneFileWriteResult& result, Code code)
+    static void expectError(const files::Result<std::uint64_t>& result, Code code)
     {
         EXPECT_FALSE(result);
-        ASSERT_TRUE(result.error);
-        EXPECT_STREQ(osg::sceneFileErrorName(result.error->code), osg::sceneFileErrorName(code));
-        EXPECT_FALSE(result.error->message.isEmpty());
-        EXPECT_EQ(result.bytes, 0u);
+        ASSERT_FALSE(result);
+        EXPECT_STREQ(files::errorName(result.error().code), files::errorName(code));
+        EXPECT_FALSE(result.error().message.isEmpty());
     }
 };
 
@@ -58,17 +57,17 @@ private:
 
 TEST_F(WriteFailureTest, NoSceneIsAnError)
 {
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(osg::NodePtr(), path());
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(osg::NodePtr(), path());
     expectError(result, Code::NothingToWrite);
-    EXPECT_EQ(result.error->file, path());
+    EXPECT_EQ(result.error().file, path());
     EXPECT_EQ(filesLeft(), QStringList());
 }
 
 TEST_F(WriteFailureTest, TheSizeIsTold)
 {
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(sample(), path());
-    EXPECT_EQ(result.bytes, contentOf(path()).size());
-    EXPECT_GT(result.bytes, 64u);
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(sample(), path());
+    EXPECT_EQ(result.value(), contentOf(path()).size());
+    EXPECT_GT(result.value(), 64u);
 }
 
 TEST_F(WriteFailureTest, OnlyTheFileIsLeft)
@@ -77,7 +76,7 @@ TEST_F(WriteFailureTest, OnlyTheFileIsLeft)
                        "ber uns \xE2\x82\xAC.osb";
     EXPECT_TRUE(osg::writeSceneFile(sample(), path(name)));
     EXPECT_EQ(filesLeft(), QStringList(QString::fromUtf8(name)));
-    const NodeRef back(osg::readSceneFile(path(name)).root);
+    const NodeRef back(osg::readSceneFile(path(name)).value());
     EXPECT_TRUE(back);
 }
 
@@ -114,8 +113,8 @@ TEST_F(WriteFailureTest, AReadOnlyFolderIsAnError)
     const auto writeAsNobody = [&] {
         if (geteuid() == 0 && setuid(65534) != 0)
             _exit(2);
-        const osg::SceneFileWriteResult result = osg::writeSceneFile(sample(), path());
-        _exit(result.error && result.error->code == Code::CannotCreate ? 0 : 1);
+        const files::Result<std::uint64_t> result = osg::writeSceneFile(sample(), path());
+        _exit(!result && result.error().code == Code::CannotCreate ? 0 : 1);
     };
     EXPECT_EXIT(writeAsNobody(), testing::ExitedWithCode(0), "");
     ASSERT_EQ(chmod(folder.constData(), 0700), 0);
@@ -150,9 +149,9 @@ TEST_F(WriteFailureTest, AnUnsoundMeshIsNotWritten)
     mesh.positions = std::vector<osg::Vec3f>(3);
     mesh.triangles = std::vector<std::uint32_t>{0, 1, 3};
     const NodeRef root(osg::makeNodeFor(geometryOf(std::make_shared<const osg::Mesh>(std::move(mesh)))));
-    const osg::SceneFileWriteResult result = osg::writeSceneFile(root, path());
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
     expectError(result, Code::InvalidMesh);
-    EXPECT_EQ(result.error->message, QStringLiteral("A mesh has the index 3 and only 3 vertices"));
+    EXPECT_EQ(result.error().message, QStringLiteral("A mesh has the index 3 and only 3 vertices"));
     EXPECT_EQ(filesLeft(), QStringList());
 }
 

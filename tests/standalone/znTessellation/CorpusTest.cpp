@@ -23,7 +23,7 @@ protected:
         const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/ptxconvert");
         ASSERT_EQ(QProcess::execute(program, {QStringLiteral("--set"), QStringLiteral("keep-brep=1"), m_input, output}),
                   0);
-        root->addChild(osg::readSceneFile(output).root);
+        root->addChild(osg::readSceneFile(output).value());
     }
 
     /// Area and volume of all distinct geometries together.

@@ -151,9 +151,9 @@ TEST_F(BookmarkRoadTest, ASavedSceneHasTheSameSets)
         const zn::SceneWithExtras scene(m_session);
         ASSERT_TRUE(osg::writeSceneFile(scene.root(), path(text("saved.osb"))));
     }
-    const osg::SceneFileReadResult read = osg::readSceneFile(path(text("saved.osb")));
+    const files::Result<osg::NodePtr> read = osg::readSceneFile(path(text("saved.osb")));
     ASSERT_TRUE(read);
-    const osg::RefPtr<osg::NodePtr> root(read.root);
+    const osg::RefPtr<osg::NodePtr> root(read.value());
     const auto variants = osg::VariantAttachment::of(root);
     ASSERT_TRUE(variants);
     ASSERT_EQ(variants->table().sets.size(), 3u);

@@ -118,7 +118,8 @@ int ConvertRun::run(const QStringList& arguments)
 
 osg::NodePtr ConvertRun::scene()
 {
-    m_scene = osg::readSceneFile(QString::fromStdString(output())).root;
+    const files::Result<osg::NodePtr> read = osg::readSceneFile(QString::fromStdString(output()));
+    m_scene = read ? read.value() : osg::NodePtr();
     return m_scene;
 }
 

@@ -29,9 +29,9 @@ protected:
     QString outcome(const QString& path)
     {
         const formats::ReadResult result = read(path);
-        if (result.error)
-            return QString::fromLatin1(formats::readErrorName(result.error->code)) + QStringLiteral(" ") +
-                   QString(result.error->toString()).remove(QString::fromUtf8(folder) + QStringLiteral("/"));
+        if (!result)
+            return QString::fromLatin1(files::errorName(result.error().code)) + QStringLiteral(" ") +
+                   QString(result.error().toString()).remove(QString::fromUtf8(folder) + QStringLiteral("/"));
         std::size_t indices = 0;
         osg::traverse(root(), [&](const osg::NodePtr& node) {
             if (geometry(node))
