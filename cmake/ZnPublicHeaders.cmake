@@ -20,11 +20,11 @@ set(ZN_STANDALONE_HEADERS
   standalone/render/Snapshot.h
   standalone/render/SnapshotView.h
   standalone/scenefile/SceneFile.h
-  standalone/session/SceneExtras.h
+  standalone/loading/SceneExtras.h
   standalone/session/Session.h
   standalone/session/Settings.h
-  standalone/session/VariantSets.h
-  standalone/session/znStandaloneSession.h
+  standalone/znVariants/VariantSets.h
+  standalone/startup/znStandaloneSession.h
   standalone/znUtils/CallTrace.h
   standalone/znUtils/LogSink.h)
 

@@ -1,7 +1,8 @@
 #include "importer/znImporter.h"
 
 #include "importer/ImportRoad.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znKernel/LoadedGeometries.h"
 
 #include <utility>
 
@@ -51,6 +52,7 @@ void znImporter::receiveLog(const QString& line)
 void znImporter::roadEnded()
 {
     m_road.release()->deleteLater();
+    m_session.state<zn::LoadedGeometries>().entries.clear();
     if (m_result.state == znCADFileTypes::JobFailed && m_result.error.isEmpty() && !m_result.messages.isEmpty())
         m_result.error = m_result.messages.last();
     const znImportResult result = std::exchange(m_result, znImportResult());

@@ -76,7 +76,4 @@ struct ReadResult {
     explicit operator bool() const { return static_cast<bool>(root); }
 };
 
-/// Reads `path` with the built-in reader for its extension.
-ReadResult readScene(const QString& path, const ReadOptions& options = {});
-
 } // namespace formats

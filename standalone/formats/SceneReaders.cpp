@@ -2,10 +2,6 @@
 
 #include "host/OSGSystem/Names.h"
 #include "standalone/formats/ReadTask.h"
-#include "standalone/formats/gltf/GltfReader.h"
-#include "standalone/formats/obj/ObjReader.h"
-#include "standalone/formats/ply/PlyReader.h"
-#include "standalone/formats/vrml/VrmlReader.h"
 
 #include <QFileInfo>
 
@@ -36,19 +32,6 @@ ReadError errorOf(const ReadTask& task, ReadErrorCode code, const QString& messa
 
 } // namespace
 
-const SceneReaders& SceneReaders::builtIn()
-{
-    static const SceneReaders table = [] {
-        SceneReaders rows;
-        rows.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, readObj});
-        rows.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, readGltf});
-        rows.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, readPly});
-        rows.add({QStringLiteral("VRML97"), {QStringLiteral("wrl"), QStringLiteral("wrz")}, readVrml});
-        return rows;
-    }();
-    return table;
-}
-
 void SceneReaders::add(SceneFormat format)
 {
     m_formats.push_back(std::move(format));
@@ -78,11 +61,6 @@ ReadResult SceneReaders::read(const QString& path, const ReadOptions& options) c
     }
     result.warnings = task.warnings();
     return result;
-}
-
-ReadResult readScene(const QString& path, const ReadOptions& options)
-{
-    return SceneReaders::builtIn().read(path, options);
 }
 
 } // namespace formats

@@ -1,7 +1,23 @@
 #include "host/znKernel/znScenegraph.h"
 
-#include "standalone/session/znStandaloneSession.h"
+#include "host/OSGSystem/Group.h"
+#include "host/OSGSystem/Names.h"
+#include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/session/Session.h"
+#include "standalone/znKernel/NodeUnsharing.h"
+#include "standalone/znKernel/ReferenceReload.h"
+#include "standalone/znKernel/SceneGround.h"
 #include "standalone/znUtils/CallTrace.h"
+
+namespace
+{
+
+/// Stands beside the scene, not in it; null before the first import.
+struct EnvironmentSwitch {
+    osg::RefPtr<osg::NodePtr> node;
+};
+
+} // namespace
 
 bool znScenegraph::isEmpty()
 {
@@ -12,11 +28,50 @@ bool znScenegraph::isEmpty()
 osg::NodePtr znScenegraph::getRoot()
 {
     const zn::TracedCall call("znScenegraph::getRoot");
-    return znStandaloneSession::require().sceneRoot();
+    return zn::Session::require().sceneRoot();
 }
 
 osg::NodePtr znScenegraph::getSelectedNode()
 {
     const zn::TracedCall call("znScenegraph::getSelectedNode");
-    return znStandaloneSession::require().selectedNode();
+    return zn::Session::require().selectedNode();
+}
+
+bool znScenegraph::reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& loaded,
+                                  std::vector<osg::NodePtr>& contents, bool replace, bool merge, bool select)
+{
+    const zn::TracedCall call("znScenegraph::reloadFromFile", reference, replace, merge, select);
+    zn::Session& session = zn::Session::require();
+    if (!zn::reloadReference(session, reference, contents, replace))
+        return false;
+    loaded = reference;
+    if (select)
+        session.select(reference);
+    return true;
+}
+
+osg::NodePtr znScenegraph::environmentGeometrySwitch()
+{
+    const zn::TracedCall call("znScenegraph::environmentGeometrySwitch");
+    return zn::Session::require().state<EnvironmentSwitch>().node;
+}
+
+osg::NodePtr znScenegraph::createEnvironmentGeometrySwitch(const osg::NodePtr& content)
+{
+    const zn::TracedCall call("znScenegraph::createEnvironmentGeometrySwitch", content);
+    zn::Session& session = zn::Session::require();
+    const osg::NodePtr made = osg::makeNodeFor(osg::Group::create());
+    osg::setName(made, "EnvironmentGeometrySwitch");
+    made->setActive(false);
+    made->addChild(content ? content : zn::makeGroundBelow(session.sceneRoot()));
+    session.state<EnvironmentSwitch>().node = made;
+    return made;
+}
+
+znNodePtr znScenegraph::unshareNode(const osg::NodePtr& node, DuplicateBehaviour behaviour, bool recursive,
+                                    bool keepMaterials)
+{
+    const zn::TracedCall call("znScenegraph::unshareNode", node, int(behaviour), recursive, keepMaterials);
+    zn::giveOwnCores(node, recursive, keepMaterials);
+    return znNodePtr(node);
 }

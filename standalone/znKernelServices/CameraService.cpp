@@ -1,14 +1,12 @@
-#include "host/znKernelServices/znCameraService.h"
+#include "standalone/znKernelServices/CameraService.h"
 
-#include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
-#include "standalone/znKernelServices/Services.h"
+#include "standalone/session/Session.h"
 #include "standalone/znKernelServices/WrappedNodes.h"
+#include "standalone/znOpenSGUberCamera/CameraTree.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -16,7 +14,7 @@ namespace
 
 zn::CameraTree& cameras()
 {
-    return znStandaloneSession::require().kernel().cameras;
+    return zn::Session::require().state<zn::CameraTree>();
 }
 
 void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
@@ -24,12 +22,6 @@ void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
     osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
     parent->addChild(node);
     osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-}
-
-osg::UberCameraPtr coreOf(const zndObject& object)
-{
-    const osg::NodePtr node = zn::nodeOf(object);
-    return node ? osg::fcCast<osg::UberCamera>(node->getCore()) : osg::UberCameraPtr();
 }
 
 osg::NodePtr makeCamera(const QString& name, int projection)
@@ -60,7 +52,7 @@ public:
     zndNode createCameraTrack(const QString& name, const zndCameraNode& camera) override
     {
         const zn::TracedCall call("znCameraService::createCameraTrack", name, camera.getObjectId());
-        if (!coreOf(camera))
+        if (!zn::cameraOf(camera))
             return {};
         const osg::NodePtr track = osg::makeNodeFor(osg::Group::create());
         osg::setName(track, name.toStdString());
@@ -80,20 +72,4 @@ public:
 std::unique_ptr<znCameraService> zn::makeCameraService()
 {
     return std::make_unique<CameraService>();
-}
-
-std::uint64_t zndCameraBaseNode::getId() const
-{
-    const osg::UberCameraPtr camera = coreOf(*this);
-    return camera ? camera->getContainerId() : 0;
-}
-
-zndNode zndCameraNode::getDefaultCameraTrack() const
-{
-    const zn::TracedCall call("zndCameraNode::getDefaultCameraTrack", getObjectId());
-    const osg::NodePtr node = zn::nodeOf(*this);
-    for (unsigned i = 0; node && i < node->getNChildren(); ++i)
-        if (!osg::fcCast<osg::UberCamera>(node->getChild(i)->getCore()))
-            return zndNode(node->getChild(i)->getContainerId());
-    return {};
 }

@@ -330,7 +330,7 @@ TEST_F(FileLoaderJob, FillFailsWhenTheLoadFails)
 
 TEST_F(FileLoaderJob, FillSucceedsWithoutANodeWhenTheLoadBringsNoTree)
 {
-    m_session.kernel().readers.add(
+    m_session.state<formats::SceneReaders>().add(
         {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) { return osg::NodePtr(); }});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesOnPurpose({"Node"});
@@ -351,7 +351,7 @@ TEST_F(FileLoaderJob, FillIgnoresWhatTheLoadBringsBesideItsFirstNode)
         addGroup(second, "content of second");
         return second;
     };
-    m_session.kernel().readers.add({QStringLiteral("test"), {QStringLiteral("fake")}, readTwo});
+    m_session.state<formats::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readTwo});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesOnPurpose({"Node", "Node first", "Group", "Name", "Node two", "Group", "Name", "Node content of second",
                      "Group", "Name"});
@@ -367,7 +367,7 @@ TEST_F(FileLoaderJob, FillKeepsTheOrderOfTheContent)
             addGroup(root, name);
         return root;
     };
-    m_session.kernel().readers.add({QStringLiteral("test"), {QStringLiteral("fake")}, readThree});
+    m_session.state<formats::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readThree});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesSplicedNodes("three");
     load(write(QStringLiteral("three.fake"), "x"), wrapped(reference));

@@ -5,7 +5,7 @@
 #include "host/OSGSystem/Transform.h"
 #include "importer/SceneText.h"
 #include "importer/znImporter.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "tests/support/AssemblyBuilder.h"
 
 #include <QDir>

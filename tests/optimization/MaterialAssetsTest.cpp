@@ -6,7 +6,9 @@
 #include "host/znOpenSGUtils/znDefaultEnvironment.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
 #include "standalone/OSGSystem/Tags.h"
+#include "standalone/znKernel/ControllerCalls.h"
 #include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUtils/HelperCalls.h"
 #include "tests/optimization/MaterialTest.h"
 
 #include <QUrl>
@@ -28,12 +30,12 @@ class MaterialAssetsTest : public MaterialTest
 protected:
     MaterialAssetsTest()
     {
-        m_session.kernel().helperCalls["loadMaterialAsset"] = [this](znMessage& message, int) {
+        m_session.state<zn::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
             QString uuid;
             EXPECT_TRUE(message.get("uuid", uuid));
             m_asked.push_back(uuid.toStdString());
             return answer(message, m_assets[uuid.toStdString()]);
-        };
+        });
     }
     static bool answer(znMessage& message, const boost::any& value)
     {
@@ -275,15 +277,15 @@ class AppliedAssets : public MaterialAssetsTest
 protected:
     AppliedAssets()
     {
-        m_session.kernel().controllerCalls["getSelectedMaterialAssetDirectory"] = [this](znMessage& message, int) {
+        m_session.state<zn::ControllerCalls>().table.offer("getSelectedMaterialAssetDirectory", [this](znMessage& message, int) {
             if (!m_url.empty())
                 message.set("url", m_url, true);
             return !m_url.empty();
-        };
-        m_session.kernel().controllerCalls["applyMaterialAssetsToNodes"] = [this](znMessage& message, int) {
+        });
+        m_session.state<zn::ControllerCalls>().table.offer("applyMaterialAssetsToNodes", [this](znMessage& message, int) {
             EXPECT_TRUE(message.get("url", m_appliedUrl));
             return message.get("nodes", m_appliedNodes);
-        };
+        });
     }
 
     boost::any m_url;

@@ -3,8 +3,8 @@
 #include "standalone/export/GlbWriter.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/SceneExtras.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/loading/SceneExtras.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "tools/znimport/Variants.h"
 

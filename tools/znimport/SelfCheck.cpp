@@ -1,7 +1,7 @@
 #include "tools/znimport/SelfCheck.h"
 
 #include "importer/znImporter.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znUtils/InstalledProgram.h"
 #include "tools/znimport/CommandLine.h"

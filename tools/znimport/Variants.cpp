@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 
 #include <QSet>

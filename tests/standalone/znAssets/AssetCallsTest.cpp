@@ -1,3 +1,4 @@
+#include "standalone/znOpenSGUtils/HelperCalls.h"
 #include "tests/standalone/znAssets/AssetTest.h"
 
 #include <QImage>
@@ -195,13 +196,13 @@ TEST_F(NamedCalls, WhatNobodyKnowsFails)
 TEST_F(NamedCalls, AHostAddsItsOwnAndIsToldTheCaller)
 {
     int told = 0;
-    m_session.kernel().helperCalls["double"] = [&told](znMessage& message, int caller) {
+    m_session.state<zn::HelperCalls>().table.offer("double", [&told](znMessage& message, int caller) {
         told = caller;
         int number = 0;
         message.get("number", number);
         message.set("result", 2 * number, true);
         return true;
-    };
+    });
     znMessage message;
     message.set("number", 21, true);
     EXPECT_TRUE(znOpenSGUtils::call("double", message, 7));

@@ -11,7 +11,7 @@
 #include "standalone/export/GlbWriter.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/SceneExtras.h"
+#include "standalone/loading/SceneExtras.h"
 #include "standalone/znKernel/KernelState.h"
 #include "tests/gltf-validator/GltfValidator.h"
 #include "tests/standalone/export/GlbFile.h"

@@ -2,7 +2,7 @@
 
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/KernelState.h"
 #include "tests/support/BookmarkScene.h"
 #include "tests/support/QtPrinters.h"

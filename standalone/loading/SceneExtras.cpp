@@ -1,0 +1,156 @@
+#include "standalone/loading/SceneExtras.h"
+
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/TreeFunctions.h"
+#include "host/znOpenSGUberCamera/znUberCameraUtils.h"
+#include "standalone/OSGSystem/Tags.h"
+#include "standalone/session/Session.h"
+#include "standalone/znOpenSGUberCamera/CameraTree.h"
+#include "standalone/znVariants/VariantStore.h"
+
+#include <algorithm>
+
+namespace zn
+{
+
+namespace
+{
+
+void addChild(const osg::NodePtr& parent, const osg::NodePtr& child)
+{
+    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    parent->addChild(child);
+    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+}
+
+void subChild(const osg::NodePtr& parent, const osg::NodePtr& child)
+{
+    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    parent->subChild(child);
+    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+}
+
+void attach(const osg::NodePtr& root, const osg::AttachmentPtr& attachment)
+{
+    osg::beginEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    root->addAttachment(attachment);
+    osg::endEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+}
+
+void detach(const osg::NodePtr& root, const osg::AttachmentPtr& attachment)
+{
+    osg::beginEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+    root->subAttachment(attachment);
+    osg::endEditCP(root, osg::AttachmentContainer::AttachmentsFieldMask, 1);
+}
+
+osg::UberCameraPtr cameraOf(const osg::NodePtr& node)
+{
+    return osg::fcCast<osg::UberCamera>(node->getCore());
+}
+
+/// The child of `root` that a file carries its cameras in; null when there is none.
+osg::NodePtr carriedCameras(const osg::NodePtr& root)
+{
+    for (unsigned i = root->getNChildren(); i > 0; --i) {
+        const std::vector<std::string>& tags = osg::tagsOf(root->getChild(i - 1));
+        if (std::find(tags.begin(), tags.end(), SceneWithExtras::camerasTag) != tags.end())
+            return root->getChild(i - 1);
+    }
+    return {};
+}
+
+/// Takes viewpoints out of `track` whose names the session has.
+void dropKnownViewpoints(const CameraTree& cameras, const osg::NodePtr& track)
+{
+    for (unsigned i = track->getNChildren(); i > 0; --i) {
+        const osg::NodePtr node = track->getChild(i - 1);
+        const osg::UberCameraPtr camera = cameraOf(node);
+        if (camera && cameras.findViewpoint(znUberCameraUtils::getName(camera)).cameraId != 0)
+            subChild(track, node);
+    }
+}
+
+/// Hangs a camera that a file carried into the session's tree; what is new in one of a known name goes below that.
+void takeCamera(CameraTree& cameras, const osg::NodePtr& node)
+{
+    for (unsigned i = 0; i < node->getNChildren(); ++i)
+        dropKnownViewpoints(cameras, node->getChild(i));
+    const osg::UberCameraPtr camera = cameraOf(node);
+    const osg::NodePtr known = camera ? cameras.findCamera(znUberCameraUtils::getName(camera)) : osg::NodePtr();
+    if (!known)
+        return addChild(cameras.root(), node);
+    while (node->getNChildren() > 0) {
+        const osg::NodePtr track = node->getChild(0);
+        if (track->getNChildren() > 0)
+            addChild(known, track);
+        else
+            subChild(node, track);
+    }
+}
+
+void listCameras(CameraTree& cameras, const osg::NodePtr& root)
+{
+    osg::traverse(root, [&](const osg::NodePtr& node) {
+        const osg::UberCameraPtr camera = node ? cameraOf(node) : osg::UberCameraPtr();
+        if (camera)
+            cameras.list(camera, node);
+        return node ? osg::Action::Continue : osg::Action::Skip;
+    });
+}
+
+void takeCameras(CameraTree& cameras, const osg::NodePtr& root)
+{
+    const osg::RefPtr<osg::NodePtr> carried(carriedCameras(root));
+    if (!carried)
+        return;
+    subChild(root, carried);
+    while (carried->getNChildren() > 0) {
+        const osg::RefPtr<osg::NodePtr> node(carried->getChild(0));
+        subChild(carried, node);
+        takeCamera(cameras, node);
+        listCameras(cameras, cameras.root());
+    }
+}
+
+} // namespace
+
+SceneWithExtras::SceneWithExtras(Session& session) : m_root(session.sceneRoot())
+{
+    osg::VariantTable table = session.state<VariantStore>().table(m_root);
+    m_hasVariants = !table.empty();
+    if (m_hasVariants)
+        attach(m_root, osg::VariantAttachment::create(std::move(table)));
+    const osg::NodePtr cameras = session.state<CameraTree>().root();
+    if (cameras->getNChildren() == 0)
+        return;
+    m_cameras = cameras;
+    osg::setTags(m_cameras, {camerasTag});
+    addChild(m_root, m_cameras);
+}
+
+SceneWithExtras::~SceneWithExtras()
+{
+    if (m_hasVariants)
+        detach(m_root, osg::VariantAttachment::of(m_root));
+    if (m_cameras)
+        subChild(m_root, m_cameras);
+}
+
+QStringList takeExtras(Session& session, const osg::NodePtr& root)
+{
+    if (!root)
+        return {};
+    QStringList complaints;
+    if (const auto variants = osg::VariantAttachment::of(root)) {
+        complaints = session.state<VariantStore>().adopt(variants->table(), root);
+        detach(root, variants);
+    }
+    auto& cameras = session.state<CameraTree>();
+    takeCameras(cameras, root);
+    listCameras(cameras, root);
+    return complaints;
+}
+
+} // namespace zn
