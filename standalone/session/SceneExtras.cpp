@@ -6,7 +6,8 @@
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "standalone/OSGSystem/Tags.h"
 #include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/StoredVariants.h"
 
 #include <algorithm>
 
@@ -117,11 +118,11 @@ void takeCameras(CameraTree& cameras, const osg::NodePtr& root)
 
 SceneWithExtras::SceneWithExtras(znStandaloneSession& session) : m_root(session.sceneRoot())
 {
-    osg::VariantTable table = session.kernel().variants.table(m_root);
+    osg::VariantTable table = storedVariants(sessionVariants(session), m_root);
     m_hasVariants = !table.empty();
     if (m_hasVariants)
         attach(m_root, osg::VariantAttachment::create(std::move(table)));
-    const osg::NodePtr cameras = session.kernel().cameras.root();
+    const osg::NodePtr cameras = sessionCameras(session).root();
     if (cameras->getNChildren() == 0)
         return;
     m_cameras = cameras;
@@ -143,11 +144,11 @@ QStringList takeExtras(znStandaloneSession& session, const osg::NodePtr& root)
         return {};
     QStringList complaints;
     if (const auto variants = osg::VariantAttachment::of(root)) {
-        complaints = session.kernel().variants.adopt(variants->table(), root);
+        complaints = addStoredVariants(sessionVariants(session), variants->table(), root);
         detach(root, variants);
     }
-    takeCameras(session.kernel().cameras, root);
-    listCameras(session.kernel().cameras, root);
+    takeCameras(sessionCameras(session), root);
+    listCameras(sessionCameras(session), root);
     return complaints;
 }
 

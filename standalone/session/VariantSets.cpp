@@ -1,7 +1,8 @@
 #include "standalone/session/VariantSets.h"
 
 #include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 namespace zn
 {
@@ -9,17 +10,17 @@ namespace zn
 QStringList variantSetNames(znStandaloneSession& session)
 {
     QStringList names;
-    for (const auto& set : session.kernel().variants.sets())
+    for (const auto& set : sessionVariants(session).sets())
         names << set->getName();
     return names;
 }
 
 std::optional<QStringList> applyVariantSet(znStandaloneSession& session, const QString& name)
 {
-    const znVariantSet* set = session.kernel().variants.findSet(name);
+    const znVariantSet* set = sessionVariants(session).findSet(name);
     if (!set)
         return std::nullopt;
-    return VariantStore::apply(*set, session.kernel().cameras);
+    return SessionVariants::apply(*set, sessionCameras(session));
 }
 
 } // namespace zn

@@ -6,7 +6,7 @@
 #include "standalone/OSGSystem/Bounds.h"
 #include "standalone/OSGSystem/Mesh.h"
 #include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUtils/NodesBesideScene.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <algorithm>
@@ -50,7 +50,7 @@ osg::NodePtr makeGround()
 osg::NodePtr znScenegraph::environmentGeometrySwitch()
 {
     const zn::TracedCall call("znScenegraph::environmentGeometrySwitch");
-    return znStandaloneSession::require().kernel().environmentSwitch;
+    return zn::nodesBesideScene().environmentSwitch;
 }
 
 osg::NodePtr znScenegraph::createEnvironmentGeometrySwitch(const osg::NodePtr& content)
@@ -60,6 +60,6 @@ osg::NodePtr znScenegraph::createEnvironmentGeometrySwitch(const osg::NodePtr& c
     osg::setName(made, "EnvironmentGeometrySwitch");
     made->setActive(false);
     made->addChild(content ? content : makeGround());
-    znStandaloneSession::require().kernel().environmentSwitch = made;
+    zn::nodesBesideScene().environmentSwitch = made;
     return made;
 }

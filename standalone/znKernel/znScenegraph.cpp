@@ -1,6 +1,8 @@
 #include "host/znKernel/znScenegraph.h"
 
+#include "host/OSGSystem/Cast.h"
 #include "standalone/session/znStandaloneSession.h"
+#include "standalone/znOpenSGUtils/NodesBesideScene.h"
 #include "standalone/znUtils/CallTrace.h"
 
 bool znScenegraph::isEmpty()
@@ -19,4 +21,10 @@ osg::NodePtr znScenegraph::getSelectedNode()
 {
     const zn::TracedCall call("znScenegraph::getSelectedNode");
     return znStandaloneSession::require().selectedNode();
+}
+
+osg::MaterialPoolPtr znScenegraph::getMaterialPool()
+{
+    const zn::TracedCall call("znScenegraph::getMaterialPool");
+    return osg::fcCast<osg::MaterialPool>(zn::poolOfScene(true)->getCore());
 }

@@ -6,9 +6,9 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
 #include "standalone/znKernelServices/Services.h"
 #include "standalone/znKernelServices/WrappedNodes.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -16,7 +16,7 @@ namespace
 
 zn::CameraTree& cameras()
 {
-    return znStandaloneSession::require().kernel().cameras;
+    return zn::sessionCameras();
 }
 
 void hang(const osg::NodePtr& node, const osg::NodePtr& parent)

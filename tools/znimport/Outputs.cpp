@@ -5,7 +5,7 @@
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/session/SceneExtras.h"
 #include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "tools/znimport/Variants.h"
 
 #include <QDir>
@@ -118,7 +118,7 @@ struct Drawing {
 render::SnapshotOptions optionsOf(const Drawing& drawing)
 {
     render::SnapshotOptions options;
-    options.eye = eyeFor(drawing.line, drawing.session.kernel().cameras);
+    options.eye = eyeFor(drawing.line, zn::sessionCameras(drawing.session));
     const auto size = sizeFromText(drawing.line.snapshotSize).value();
     options.width = size.first;
     options.height = size.second;

@@ -11,6 +11,7 @@
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
 #include "host/znOpenSGUtils/znOpenSGUtils.h"
+#include "standalone/znAssets/SessionAssets.h"
 #include "standalone/znKernel/KernelState.h"
 #include "tests/standalone/session/SessionTest.h"
 
