@@ -6,8 +6,8 @@
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "standalone/OSGSystem/Tags.h"
 #include "standalone/session/Session.h"
-#include "standalone/znOpenSGUberCamera/CameraTree.h"
-#include "standalone/znVariants/VariantStore.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/StoredVariants.h"
 
 #include <algorithm>
 
@@ -118,11 +118,11 @@ void takeCameras(CameraTree& cameras, const osg::NodePtr& root)
 
 SceneWithExtras::SceneWithExtras(Session& session) : m_root(session.sceneRoot())
 {
-    osg::VariantTable table = session.state<VariantStore>().table(m_root);
+    osg::VariantTable table = storedVariants(sessionVariants(session), m_root);
     m_hasVariants = !table.empty();
     if (m_hasVariants)
         attach(m_root, osg::VariantAttachment::create(std::move(table)));
-    const osg::NodePtr cameras = session.state<CameraTree>().root();
+    const osg::NodePtr cameras = sessionCameras(session).root();
     if (cameras->getNChildren() == 0)
         return;
     m_cameras = cameras;
@@ -144,10 +144,10 @@ QStringList takeExtras(Session& session, const osg::NodePtr& root)
         return {};
     QStringList complaints;
     if (const auto variants = osg::VariantAttachment::of(root)) {
-        complaints = session.state<VariantStore>().adopt(variants->table(), root);
+        complaints = addStoredVariants(sessionVariants(session), variants->table(), root);
         detach(root, variants);
     }
-    auto& cameras = session.state<CameraTree>();
+    CameraTree& cameras = sessionCameras(session);
     takeCameras(cameras, root);
     listCameras(cameras, root);
     return complaints;

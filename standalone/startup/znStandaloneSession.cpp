@@ -6,7 +6,6 @@
 #include "standalone/znAssets/AssetCalls.h"
 #include "standalone/znJobProcessing/ProcessLimit.h"
 #include "standalone/znKernel/ControllerCalls.h"
-#include "standalone/znKernel/KernelState.h"
 #include "standalone/znKernelServices/CameraService.h"
 #include "standalone/znKernelServices/ReferenceService.h"
 #include "standalone/znOpenSGUtils/HelperCalls.h"
@@ -37,8 +36,7 @@ znJobs::ProcessLimitProvider processLimitOf(const zn::Settings& settings)
 } // namespace
 
 znStandaloneSession::znStandaloneSession()
-    : m_referenceService(zn::makeReferenceService()), m_cameraService(zn::makeCameraService()),
-      m_kernel(std::make_unique<zn::KernelState>())
+    : m_referenceService(zn::makeReferenceService()), m_cameraService(zn::makeCameraService())
 {
     setService<znReferenceService>(m_referenceService.get());
     setService<znCameraService>(m_cameraService.get());
@@ -61,7 +59,6 @@ std::vector<osg::LivingContainer> znStandaloneSession::end()
     znKernelServiceFactory::the()->m_services.clear();
     znUtils::setTemporaryFolder({});
     znUtils::setLogSink({});
-    m_kernel.reset();
     clear();
     std::vector<osg::LivingContainer> left = osg::livingContainers();
     osg::sweepContainers();

@@ -13,11 +13,6 @@
 class znCameraService;
 class znReferenceService;
 
-namespace zn
-{
-struct KernelState;
-}
-
 /// The open host while it lives: every state that the contract's static calls reach belongs to one session. One is alive
 /// at a time, on the thread of the application object, which must exist.
 ///
@@ -56,14 +51,10 @@ public:
         dropService(typeid(T).hash_code());
     }
 
-    /// What the implementation keeps; of no use outside of it.
-    zn::KernelState& kernel() const { return *m_kernel; }
-
 private:
     static void listService(std::size_t type, znBaseService* service);
     static void dropService(std::size_t type);
 
     std::unique_ptr<znReferenceService> m_referenceService;
     std::unique_ptr<znCameraService> m_cameraService;
-    std::unique_ptr<zn::KernelState> m_kernel;
 };

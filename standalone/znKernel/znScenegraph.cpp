@@ -1,5 +1,6 @@
 #include "host/znKernel/znScenegraph.h"
 
+#include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
@@ -7,17 +8,8 @@
 #include "standalone/znKernel/NodeUnsharing.h"
 #include "standalone/znKernel/ReferenceReload.h"
 #include "standalone/znKernel/SceneGround.h"
+#include "standalone/znOpenSGUtils/NodesBesideScene.h"
 #include "standalone/znUtils/CallTrace.h"
-
-namespace
-{
-
-/// Stands beside the scene, not in it; null before the first import.
-struct EnvironmentSwitch {
-    osg::RefPtr<osg::NodePtr> node;
-};
-
-} // namespace
 
 bool znScenegraph::isEmpty()
 {
@@ -53,18 +45,17 @@ bool znScenegraph::reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& l
 osg::NodePtr znScenegraph::environmentGeometrySwitch()
 {
     const zn::TracedCall call("znScenegraph::environmentGeometrySwitch");
-    return zn::Session::require().state<EnvironmentSwitch>().node;
+    return zn::nodesBesideScene().environmentSwitch;
 }
 
 osg::NodePtr znScenegraph::createEnvironmentGeometrySwitch(const osg::NodePtr& content)
 {
     const zn::TracedCall call("znScenegraph::createEnvironmentGeometrySwitch", content);
-    zn::Session& session = zn::Session::require();
     const osg::NodePtr made = osg::makeNodeFor(osg::Group::create());
     osg::setName(made, "EnvironmentGeometrySwitch");
     made->setActive(false);
-    made->addChild(content ? content : zn::makeGroundBelow(session.sceneRoot()));
-    session.state<EnvironmentSwitch>().node = made;
+    made->addChild(content ? content : zn::makeGroundBelow(zn::Session::require().sceneRoot()));
+    zn::nodesBesideScene().environmentSwitch = made;
     return made;
 }
 
@@ -74,4 +65,10 @@ znNodePtr znScenegraph::unshareNode(const osg::NodePtr& node, DuplicateBehaviour
     const zn::TracedCall call("znScenegraph::unshareNode", node, int(behaviour), recursive, keepMaterials);
     zn::giveOwnCores(node, recursive, keepMaterials);
     return znNodePtr(node);
+}
+
+osg::MaterialPoolPtr znScenegraph::getMaterialPool()
+{
+    const zn::TracedCall call("znScenegraph::getMaterialPool");
+    return osg::fcCast<osg::MaterialPool>(zn::poolOfScene(true)->getCore());
 }

@@ -4,18 +4,12 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
-#include "standalone/session/Session.h"
 #include "standalone/znKernelServices/WrappedNodes.h"
-#include "standalone/znOpenSGUberCamera/CameraTree.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
-
-zn::CameraTree& cameras()
-{
-    return zn::Session::require().state<zn::CameraTree>();
-}
 
 void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
 {
@@ -28,14 +22,14 @@ osg::NodePtr makeCamera(const QString& name, int projection)
 {
     const osg::UberCameraPtr camera = osg::UberCameraBase::create();
     const osg::NodePtr node = osg::makeNodeFor(camera);
-    cameras().list(camera, node);
+    zn::sessionCameras().list(camera, node);
     znUberCameraUtils::setName(camera, name, false);
     if (projection == osg::UberCameraBase::Parallel) {
         osg::beginEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
         camera->setProjection(osg::UberCameraBase::Parallel);
         osg::endEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
     }
-    hang(node, cameras().root());
+    hang(node, zn::sessionCameras().root());
     return node;
 }
 
@@ -45,7 +39,7 @@ public:
     zndCameraNode createCamera(const QString& name, int projection) override
     {
         const zn::TracedCall call("znCameraService::createCamera", name, projection);
-        const osg::NodePtr known = cameras().findCamera(name);
+        const osg::NodePtr known = zn::sessionCameras().findCamera(name);
         return zndCameraNode((known ? known : makeCamera(name, projection))->getContainerId());
     }
 
@@ -63,7 +57,7 @@ public:
     zndCameraBaseNode findViewpoint(const QString& name) override
     {
         const zn::TracedCall call("znCameraService::findViewpoint", name);
-        return zndCameraBaseNode(cameras().findViewpoint(name).nodeId);
+        return zndCameraBaseNode(zn::sessionCameras().findViewpoint(name).nodeId);
     }
 };
 

@@ -8,17 +8,17 @@
 osg::MaterialPtr znUberMaterialUtils::getBRDFEnvironment(const osg::MaterialPtr& material)
 {
     const zn::TracedCall call("znUberMaterialUtils::getBRDFEnvironment", material);
-    const auto mirroring = osg::fcCast<osg::UBRDFMaterial>(material);
-    return mirroring ? mirroring->getEnvironment() : osg::MaterialPtr();
+    const auto brdf = osg::fcCast<osg::UBRDFMaterial>(material);
+    return brdf ? brdf->getEnvironment() : osg::MaterialPtr();
 }
 
 void znUberMaterialUtils::setBRDFEnvironment(const osg::MaterialPtr& material, const osg::MaterialPtr& environment)
 {
     const zn::TracedCall call("znUberMaterialUtils::setBRDFEnvironment", material, environment);
-    const auto mirroring = osg::fcCast<osg::UBRDFMaterial>(material);
-    if (!mirroring)
+    const auto brdf = osg::fcCast<osg::UBRDFMaterial>(material);
+    if (!brdf)
         return;
-    osg::beginEditCP(mirroring, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
-    mirroring->setEnvironment(environment);
-    osg::endEditCP(mirroring, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
+    osg::beginEditCP(brdf, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
+    brdf->setEnvironment(environment);
+    osg::endEditCP(brdf, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
 }

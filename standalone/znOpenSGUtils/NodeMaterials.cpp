@@ -1,5 +1,3 @@
-// Materials of nodes.
-
 #include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include "host/OSGSystem/Cast.h"
@@ -7,9 +5,7 @@
 #include "host/OSGSystem/MaterialDrawable.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "host/znOpenSGUtils/znNodeUtils.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
@@ -49,18 +45,11 @@ bool zn::setMaterial(const osg::NodeCorePtr& core, const osg::MaterialPtr& mater
                                        osg::MaterialDrawableBase::MaterialFieldMask, material);
 }
 
-osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
+bool zn::setMaterialOfTree(const osg::NodePtr& root, const osg::MaterialPtr& material, bool below, bool asCopy)
 {
-    const zn::TracedCall call("znNodeUtils::getMaterial", node);
-    return node ? zn::materialOf(node->getCore()) : osg::MaterialPtr();
-}
-
-bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy)
-{
-    const zn::TracedCall call("znNodeUtils::setMaterial", node, material, below, asCopy);
     const osg::RefPtr<osg::MaterialPtr> holder(material);
     bool isChanged = false;
-    osg::traverse(node, [&](const osg::NodePtr& step) {
+    osg::traverse(root, [&](const osg::NodePtr& step) {
         const osg::NodeCorePtr core = step ? step->getCore() : osg::NodeCorePtr();
         if (zn::setMaterial(core, material))
             isChanged = true;

@@ -1,8 +1,8 @@
 #include "standalone/znVariants/VariantSets.h"
 
 #include "standalone/session/Session.h"
-#include "standalone/znOpenSGUberCamera/CameraTree.h"
-#include "standalone/znVariants/VariantStore.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 namespace zn
 {
@@ -10,17 +10,17 @@ namespace zn
 QStringList variantSetNames(Session& session)
 {
     QStringList names;
-    for (const auto& set : session.state<VariantStore>().sets())
+    for (const auto& set : sessionVariants(session).sets())
         names << set->getName();
     return names;
 }
 
 std::optional<QStringList> applyVariantSet(Session& session, const QString& name)
 {
-    const znVariantSet* set = session.state<VariantStore>().findSet(name);
+    const znVariantSet* set = sessionVariants(session).findSet(name);
     if (!set)
         return std::nullopt;
-    return VariantStore::apply(*set, session.state<CameraTree>());
+    return SessionVariants::apply(*set, sessionCameras(session));
 }
 
 } // namespace zn

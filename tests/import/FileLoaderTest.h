@@ -5,7 +5,6 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "import/znFileLoaderJob.h"
 #include "standalone/formats/SceneReaders.h"
-#include "standalone/znKernel/KernelState.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/LoadRecorder.h"
 #include "tests/support/QtPrinters.h"

@@ -3,6 +3,7 @@
 #include "host/znJobProcessing/znJobQueue.h"
 #include "host/znKernelServices/znReferenceService.h"
 #include "standalone/OSGSystem/EditAudit.h"
+#include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "tests/import/FileLoaderTest.h"
 
 using testing::Contains;
@@ -257,7 +258,7 @@ TEST_F(FileLoaderJob, RefreshTakesNoNoticeOfALock)
 {
     const osg::NodePtr reference = addReference(m_root, "reference");
     setSmartPath(reference, m_file);
-    m_session.kernel().nodePredicates.getLock = [](const osg::NodePtr&) { return true; };
+    zn::nodePredicates().getLock = [](const osg::NodePtr&) { return true; };
     load(m_file, wrapped(reference));
     EXPECT_EQ(reference->getNChildren(), 1u);
     EXPECT_EQ(m_root->getNChildren(), 2u);

@@ -131,7 +131,8 @@ TEST_F(PlmxmlNestingTest, TheOuterDocumentIsTheCurrentOneAgainAfterAnInnerOne)
     writePart(QStringLiteral("bolt.stp"), {"head"});
     documentOf({}, QStringLiteral("axle.plmxml"));
     std::string current;
-    QObject::connect(&m_importer, &znImporter::partsChanged, [&] { current = m_session.state<zn::UserInterfaceState>().textureBase; });
+    QObject::connect(&m_importer, &znImporter::partsChanged,
+                     [&] { current = m_session.state<zn::UserInterfaceState>().textureBase; });
     importParts({"axle.plmxml", "bolt.stp"});
     EXPECT_EQ(current, path(QStringLiteral("car.plmxml")).toStdString());
     EXPECT_EQ(m_session.state<zn::UserInterfaceState>().textureBase, "");

@@ -92,7 +92,8 @@ TEST_F(PtxLoaderJobTest, TheHostIsBusyAndSearchesInTheFoldersFileWhileItLoads)
     refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
     const auto job = makeLoader();
     zn::UserInterfaceState seen;
-    QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobFinished, [&] { seen = m_session.state<zn::UserInterfaceState>(); });
+    QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobFinished,
+                     [&] { seen = m_session.state<zn::UserInterfaceState>(); });
     job->run();
     EXPECT_TRUE(seen.busy);
     EXPECT_FALSE(seen.inputBlocked);

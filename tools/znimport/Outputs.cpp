@@ -1,11 +1,11 @@
 #include "tools/znimport/Outputs.h"
 
 #include "standalone/export/GlbWriter.h"
+#include "standalone/loading/SceneExtras.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/loading/SceneExtras.h"
 #include "standalone/startup/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "tools/znimport/Variants.h"
 
 #include <QDir>
@@ -118,7 +118,7 @@ struct Drawing {
 render::SnapshotOptions optionsOf(const Drawing& drawing)
 {
     render::SnapshotOptions options;
-    options.eye = eyeFor(drawing.line, drawing.session.kernel().cameras);
+    options.eye = eyeFor(drawing.line, zn::sessionCameras(drawing.session));
     const auto size = sizeFromText(drawing.line.snapshotSize).value();
     options.width = size.first;
     options.height = size.second;

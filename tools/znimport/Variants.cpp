@@ -3,7 +3,8 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "standalone/startup/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 #include <QSet>
 
@@ -49,24 +50,24 @@ QString fileName(const QString& setName)
 std::string describe(znStandaloneSession& session)
 {
     std::string text;
-    for (const auto& set : session.kernel().variants.sets())
+    for (const auto& set : zn::sessionVariants(session).sets())
         text += lineOf(*set).toStdString() + '\n';
     return text;
 }
 
 Result apply(znStandaloneSession& session, const QString& setName)
 {
-    const zn::VariantStore& store = session.kernel().variants;
+    const zn::SessionVariants& store = zn::sessionVariants(session);
     const znVariantSet* set = store.findSet(setName);
     if (!set)
         return {QStringLiteral("there is no variant set '%1'; %2").arg(setName, allNames(session)), {}};
-    return {{}, zn::VariantStore::apply(*set, session.kernel().cameras)};
+    return {{}, zn::SessionVariants::apply(*set, zn::sessionCameras(session))};
 }
 
 QStringList names(znStandaloneSession& session)
 {
     QStringList names;
-    for (const auto& set : session.kernel().variants.sets())
+    for (const auto& set : zn::sessionVariants(session).sets())
         names << set->getName();
     return names;
 }
@@ -88,14 +89,14 @@ QStringList fileNames(const QStringList& setNames)
 
 KeptLook::KeptLook(znStandaloneSession& session) : m_session(session)
 {
-    const zn::VariantStore& store = session.kernel().variants;
+    const zn::SessionVariants& store = zn::sessionVariants(session);
     for (const auto& variant : store.nodeVariants())
         if (const osg::NodePtr node = variant->getNode())
             m_actives.emplace_back(node, node->isActive());
     for (const auto& variant : store.materialVariants())
         if (const auto choices = osg::fcCast<osg::SwitchMaterial>(variant->getMaterial()))
             m_choices.emplace_back(choices, choices->getChoice());
-    if (const osg::UberCameraPtr view = session.kernel().cameras.view())
+    if (const osg::UberCameraPtr view = zn::sessionCameras(session).view())
         m_viewId = view->getContainerId();
 }
 
@@ -111,7 +112,7 @@ KeptLook::~KeptLook()
         material->setChoice(choice);
         osg::endEditCP(material, osg::SwitchMaterialBase::ChoiceFieldMask, 1);
     }
-    m_session.kernel().cameras.look(m_viewId);
+    zn::sessionCameras(m_session).look(m_viewId);
 }
 
 } // namespace variants

@@ -13,7 +13,8 @@
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "host/znVariants/znVariants.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
@@ -52,7 +53,6 @@ protected:
     }
 
     osg::NodePtr root() { return m_session->sceneRoot(); }
-    zn::KernelState& kernel() { return m_session->kernel(); }
 
     osg::NodePtr add(const osg::NodePtr& parent, const osg::NodeCorePtr& core, const char* name)
     {
@@ -131,7 +131,7 @@ TEST_F(SceneExtrasTest, TheSceneIsAsBeforeWhenItIsSaved)
     save("scene.osb");
     EXPECT_EQ(root()->getNChildren(), 1u);
     EXPECT_FALSE(osg::VariantAttachment::of(root()));
-    EXPECT_FALSE(kernel().cameras.root()->getParent());
+    EXPECT_FALSE(zn::sessionCameras().root()->getParent());
 }
 
 TEST_F(SceneExtrasTest, ASceneWithoutExtrasGetsNone)
@@ -146,8 +146,8 @@ TEST_F(SceneExtrasTest, ALoadedFileBringsItsVariants)
 {
     ASSERT_EQ(load(savedScene()), 131003);
     EXPECT_THAT(m_log, IsEmpty());
-    ASSERT_EQ(kernel().variants.sets().size(), 2u);
-    EXPECT_EQ(kernel().variants.sets()[1]->getName(), text("Plain"));
+    ASSERT_EQ(zn::sessionVariants().sets().size(), 2u);
+    EXPECT_EQ(zn::sessionVariants().sets()[1]->getName(), text("Plain"));
     znVariantSet* set = znVariants::findVariantSet(text("Open Roof"));
     ASSERT_TRUE(set);
     EXPECT_EQ(set->getGroup()->getName(), text("Außen"));
@@ -160,14 +160,15 @@ TEST_F(SceneExtrasTest, ALoadedFileBringsItsVariants)
 TEST_F(SceneExtrasTest, ALoadedSetCanBeApplied)
 {
     load(savedScene());
-    EXPECT_EQ(zn::VariantStore::apply(*znVariants::findVariantSet(text("Open Roof")), kernel().cameras), QStringList());
+    EXPECT_EQ(zn::SessionVariants::apply(*znVariants::findVariantSet(text("Open Roof")), zn::sessionCameras()),
+              QStringList());
     const osg::NodePtr body = root()->getChild(0)->getChild(0);
     EXPECT_TRUE(body->getChild(0)->isActive());
     EXPECT_FALSE(body->getChild(1)->isActive());
     const auto roof = osg::fcCast<osg::MaterialGroup>(body->getChild(0)->getCore());
     EXPECT_EQ(osg::fcCast<osg::SwitchMaterial>(roof->getMaterial())->getChoice(), 1u);
-    ASSERT_TRUE(kernel().cameras.view());
-    EXPECT_EQ(kernel().cameras.view()->getTranslation(), (osg::Vec3f{100, -200, 300}));
+    ASSERT_TRUE(zn::sessionCameras().view());
+    EXPECT_EQ(zn::sessionCameras().view()->getTranslation(), (osg::Vec3f{100, -200, 300}));
 }
 
 TEST_F(SceneExtrasTest, LoadedCamerasStandBesideTheSceneAndInThePool)
@@ -175,7 +176,7 @@ TEST_F(SceneExtrasTest, LoadedCamerasStandBesideTheSceneAndInThePool)
     load(savedScene());
     EXPECT_EQ(root()->getChild(0)->getNChildren(), 1u);
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 2u);
-    const osg::NodePtr camera = kernel().cameras.findCamera(text("Camera1"));
+    const osg::NodePtr camera = zn::sessionCameras().findCamera(text("Camera1"));
     ASSERT_TRUE(camera);
     EXPECT_STREQ(osg::getName(camera->getChild(0)), "Camera1_track");
     EXPECT_STREQ(osg::getName(camera->getChild(0)->getChild(0)), "Open Roof_vp");
@@ -186,8 +187,8 @@ TEST_F(SceneExtrasTest, ASecondLoadAddsNoSecondSetAndNoSecondViewpoint)
     const QString path = savedScene();
     load(path);
     load(path);
-    EXPECT_EQ(kernel().variants.sets().size(), 2u);
-    EXPECT_EQ(kernel().variants.groups().size(), 1u);
+    EXPECT_EQ(zn::sessionVariants().sets().size(), 2u);
+    EXPECT_EQ(zn::sessionVariants().groups().size(), 1u);
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 2u);
     EXPECT_EQ(znVariants::findVariantSet(text("Open Roof"))->getNodeStates().size(), 4u);
 }
@@ -197,11 +198,11 @@ TEST_F(SceneExtrasTest, NewViewpointsOfAKnownCameraComeBelowIt)
     const QString path = savedScene();
     addViewpoint("Camera1", "other_vp");
     load(path);
-    const osg::NodePtr camera = kernel().cameras.findCamera(text("Camera1"));
-    EXPECT_EQ(kernel().cameras.root()->getNChildren(), 1u);
+    const osg::NodePtr camera = zn::sessionCameras().findCamera(text("Camera1"));
+    EXPECT_EQ(zn::sessionCameras().root()->getNChildren(), 1u);
     EXPECT_EQ(camera->getNChildren(), 2u);
-    EXPECT_NE(kernel().cameras.findViewpoint(text("Open Roof_vp")).cameraId, 0u);
-    EXPECT_NE(kernel().cameras.findViewpoint(text("other_vp")).cameraId, 0u);
+    EXPECT_NE(zn::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId, 0u);
+    EXPECT_NE(zn::sessionCameras().findViewpoint(text("other_vp")).cameraId, 0u);
 }
 
 TEST_F(SceneExtrasTest, CamerasInATreeEnterThePoolWhereTheyAre)
@@ -226,7 +227,7 @@ TEST_F(SceneExtrasTest, EntriesWithoutTargetAreTold)
     EXPECT_EQ(zn::takeExtras(*m_session, tree),
               QStringList({text("the variant set 'S' names a material 'Paint' that is not there"),
                            text("the variant set 'S' names a node that is not there")}));
-    EXPECT_EQ(kernel().variants.sets().size(), 1u);
+    EXPECT_EQ(zn::sessionVariants().sets().size(), 1u);
     EXPECT_TRUE(znVariants::findVariantSet(text("S"))->getGroup() == nullptr);
     EXPECT_FALSE(osg::VariantAttachment::of(tree));
 }

@@ -128,9 +128,9 @@ TEST_F(LoadMaterialAsset, ACleanUpGivesUpWhatNobodyElseHolds)
     writeAssets(QStringLiteral("a.gltf"), material(R"("uuid":"u-1")") + "," + material(R"("uuid":"u-2")"));
     const osg::RefPtr<osg::MaterialPtr> used(load("u-1"));
     load("u-2");
-    EXPECT_EQ(m_session.kernel().assetItems.count(), 2U);
+    EXPECT_EQ(zn::sessionAssets().count(), 2U);
     znAssetItemFactory::the().cleanupMaterialItems();
-    EXPECT_EQ(m_session.kernel().assetItems.count(), 1U);
+    EXPECT_EQ(zn::sessionAssets().count(), 1U);
     EXPECT_TRUE(load("u-1") == used.get());
 }
 

@@ -3,7 +3,8 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 #include "tests/support/BookmarkScene.h"
 #include "tests/support/QtPrinters.h"
 #include "tests/tools/znimport/ToolRun.h"
@@ -107,7 +108,7 @@ TEST(VariantFileNames, NamesThatWouldBeOneFileAreNumbered)
 TEST(KeptLookTest, WhatASetChangesComesBack)
 {
     znStandaloneSession session;
-    zn::VariantStore& store = session.kernel().variants;
+    zn::SessionVariants& store = zn::sessionVariants();
     const osg::NodePtr node = osg::makeNodeFor(osg::Group::create());
     session.sceneRoot()->addChild(node);
     const osg::RefPtr<osg::SwitchMaterialPtr> glass(bookmarkscene::roofGlass());
@@ -122,7 +123,7 @@ TEST(KeptLookTest, WhatASetChangesComesBack)
     }
     EXPECT_TRUE(node->isActive());
     EXPECT_EQ(glass->getChoice(), 0u);
-    EXPECT_FALSE(session.kernel().cameras.view());
+    EXPECT_FALSE(zn::sessionCameras().view());
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/znVariants/znVariantSet.h"
-#include "standalone/znVariants/VariantTable.h"
+#include "standalone/session/Session.h"
 
 #include <QHash>
 #include <QStringList>
@@ -15,7 +15,7 @@ namespace zn
 class CameraTree;
 
 /// The variants of one session, in the order in which they were made.
-class VariantStore
+class SessionVariants
 {
 public:
     template <class T>
@@ -42,12 +42,6 @@ public:
     /// met; the others are.
     static QStringList apply(const znVariantSet& set, CameraTree& cameras);
 
-    /// What files store of the variants whose materials are alive and whose nodes are at or below `root`.
-    osg::VariantTable table(const osg::NodePtr& root) const;
-    /// Adds what a file stored: groups and sets of a known name take it up, as do variants. Gives a sentence for each
-    /// entry whose material or node is not in the tree at `root`.
-    QStringList adopt(const osg::VariantTable& table, const osg::NodePtr& root);
-
 private:
     Owned<znVariantGroup> m_groups;
     Owned<znVariantSet> m_sets;
@@ -58,5 +52,8 @@ private:
     QHash<unsigned, znMaterialVariant*> m_materialVariantsById;
     QHash<unsigned, znNodeVariant*> m_nodeVariantsById;
 };
+
+/// The variants of a session.
+SessionVariants& sessionVariants(Session& session = Session::require());
 
 } // namespace zn

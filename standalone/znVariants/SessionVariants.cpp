@@ -1,4 +1,4 @@
-#include "standalone/znVariants/VariantStore.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 #include "standalone/znOpenSGUberCamera/CameraTree.h"
 
@@ -14,7 +14,7 @@ namespace
 
 QString tr(const char* text)
 {
-    return QCoreApplication::translate("VariantStore", text);
+    return QCoreApplication::translate("SessionVariants", text);
 }
 
 void applyStates(const std::vector<std::unique_ptr<znVariantState>>& states, QStringList& complaints)
@@ -36,31 +36,31 @@ void applyViewpoint(const QString& name, CameraTree& cameras, QStringList& compl
 
 } // namespace
 
-znVariantGroup* VariantStore::findGroup(const QString& name) const
+znVariantGroup* SessionVariants::findGroup(const QString& name) const
 {
     const auto isNamed = [&](const auto& group) { return group->getName() == name; };
     const auto found = std::find_if(m_groups.begin(), m_groups.end(), isNamed);
     return found == m_groups.end() ? nullptr : found->get();
 }
 
-znVariantSet* VariantStore::findSet(const QString& name) const
+znVariantSet* SessionVariants::findSet(const QString& name) const
 {
     return m_setsByName.value(name);
 }
 
-znMaterialVariant* VariantStore::findMaterialVariant(const QString& name) const
+znMaterialVariant* SessionVariants::findMaterialVariant(const QString& name) const
 {
     return m_materialVariantsByName.value(name);
 }
 
-znVariantGroup* VariantStore::addGroup(const QString& name)
+znVariantGroup* SessionVariants::addGroup(const QString& name)
 {
     if (name.isEmpty() || findGroup(name))
         return nullptr;
     return m_groups.emplace_back(std::make_unique<znVariantGroup>(name)).get();
 }
 
-znVariantSet* VariantStore::addSet(const QString& name, znVariantGroup* group)
+znVariantSet* SessionVariants::addSet(const QString& name, znVariantGroup* group)
 {
     if (name.isEmpty() || findSet(name))
         return nullptr;
@@ -68,7 +68,7 @@ znVariantSet* VariantStore::addSet(const QString& name, znVariantGroup* group)
 }
 
 /// Of materials of one name the first one is found.
-znMaterialVariant& VariantStore::materialVariant(const osg::MaterialPtr& material)
+znMaterialVariant& SessionVariants::materialVariant(const osg::MaterialPtr& material)
 {
     znMaterialVariant*& variant = m_materialVariantsById[material->getContainerId()];
     if (variant)
@@ -79,7 +79,7 @@ znMaterialVariant& VariantStore::materialVariant(const osg::MaterialPtr& materia
     return *variant;
 }
 
-znNodeVariant& VariantStore::nodeVariant(const osg::NodePtr& node)
+znNodeVariant& SessionVariants::nodeVariant(const osg::NodePtr& node)
 {
     znNodeVariant*& variant = m_nodeVariantsById[node->getContainerId()];
     if (!variant)
@@ -87,13 +87,18 @@ znNodeVariant& VariantStore::nodeVariant(const osg::NodePtr& node)
     return *variant;
 }
 
-QStringList VariantStore::apply(const znVariantSet& set, CameraTree& cameras)
+QStringList SessionVariants::apply(const znVariantSet& set, CameraTree& cameras)
 {
     QStringList complaints;
     applyStates(set.getMaterialStates(), complaints);
     applyStates(set.getNodeStates(), complaints);
     applyViewpoint(set.m_viewpointName, cameras, complaints);
     return complaints;
+}
+
+SessionVariants& sessionVariants(Session& session)
+{
+    return session.state<SessionVariants>();
 }
 
 } // namespace zn

@@ -1,10 +1,19 @@
 #include "host/znOpenSGUtils/znOptimize.h"
 
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/session/Session.h"
 #include "standalone/treeops/GroupCleaning.h"
 #include "standalone/treeops/TransformFlushing.h"
-#include "standalone/znKernel/KernelState.h"
 #include "standalone/znUtils/CallTrace.h"
+
+namespace
+{
+
+/// Geometries of one session that scales went into, so that parts which are used many times stay shared.
+struct FlushedScales {
+    treeops::BakedGeometry geometries;
+};
+
+} // namespace
 
 void znOptimize::cleanupGroupNodes(const osg::NodePtr& root)
 {
@@ -27,5 +36,5 @@ void znOptimize::flushTransformationsKeepFaceNormals(const osg::NodePtr& root)
 void znOptimize::flushSelectedTransformationScales(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znOptimize::flushSelectedTransformationScales", node);
-    treeops::flushScalesAbove(node, znStandaloneSession::require().kernel().flushedScales);
+    treeops::flushScalesAbove(node, zn::Session::require().state<FlushedScales>().geometries);
 }

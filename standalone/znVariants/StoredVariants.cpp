@@ -1,14 +1,9 @@
-// Variants on their way into a file and out of it.
+#include "standalone/znVariants/StoredVariants.h"
 
-#include "standalone/znVariants/VariantStore.h"
-
-#include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/Drawable.h"
-#include "host/OSGSystem/MaterialDrawable.h"
-#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "standalone/OSGSystem/SubMaterials.h"
+#include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include <QCoreApplication>
 
@@ -22,21 +17,13 @@ using MaterialsByName = QHash<QString, osg::MaterialPtr>;
 
 QString tr(const char* text)
 {
-    return QCoreApplication::translate("VariantStore", text);
+    return QCoreApplication::translate("StoredVariants", text);
 }
 
 std::string nameOf(const osg::MaterialPtr& material)
 {
     const char* name = osg::getName(material);
     return name ? name : "";
-}
-
-osg::MaterialPtr materialOf(const osg::NodeCorePtr& core)
-{
-    if (const auto drawable = osg::fcCast<osg::MaterialDrawable>(core))
-        return drawable->getMaterial();
-    const auto group = osg::fcCast<osg::MaterialGroup>(core);
-    return group ? group->getMaterial() : osg::MaterialPtr();
 }
 
 /// Of materials of one name the first one in the tree.
@@ -87,8 +74,8 @@ osg::VariantTable::Set storedSet(const znVariantSet& set, const osg::NodePtr& ro
 class SetAdoption
 {
 public:
-    SetAdoption(VariantStore& store, znVariantSet& set, QStringList& complaints)
-        : m_store(store), m_set(set), m_complaints(complaints)
+    SetAdoption(SessionVariants& variants, znVariantSet& set, QStringList& complaints)
+        : m_variants(variants), m_set(set), m_complaints(complaints)
     {
     }
 
@@ -105,7 +92,7 @@ public:
         for (const osg::VariantTable::MaterialState& entry : stored.materials) {
             const QString name = QString::fromStdString(entry.material);
             if (const osg::MaterialPtr material = materials.value(name))
-                m_set.add(&m_store.materialVariant(material), QString::fromStdString(entry.state));
+                m_set.add(&m_variants.materialVariant(material), QString::fromStdString(entry.state));
             else
                 m_complaints
                     << tr("the variant set '%1' names a material '%2' that is not there").arg(m_set.getName(), name);
@@ -116,43 +103,43 @@ public:
     {
         for (const osg::VariantTable::NodeState& entry : stored.nodes) {
             if (const osg::NodePtr node = osg::nodeAt(entry.node, root))
-                m_set.add(&m_store.nodeVariant(node), QString::fromStdString(entry.state));
+                m_set.add(&m_variants.nodeVariant(node), QString::fromStdString(entry.state));
             else
                 m_complaints << tr("the variant set '%1' names a node that is not there").arg(m_set.getName());
         }
     }
 
 private:
-    VariantStore& m_store;
+    SessionVariants& m_variants;
     znVariantSet& m_set;
     QStringList& m_complaints;
 };
 
 } // namespace
 
-osg::VariantTable VariantStore::table(const osg::NodePtr& root) const
+osg::VariantTable storedVariants(const SessionVariants& variants, const osg::NodePtr& root)
 {
     osg::VariantTable result;
-    for (const auto& group : m_groups)
+    for (const auto& group : variants.groups())
         result.groups.push_back(group->getName().toStdString());
-    for (const auto& set : m_sets)
+    for (const auto& set : variants.sets())
         result.sets.push_back(storedSet(*set, root));
     return result;
 }
 
-QStringList VariantStore::adopt(const osg::VariantTable& table, const osg::NodePtr& root)
+QStringList addStoredVariants(SessionVariants& variants, const osg::VariantTable& table, const osg::NodePtr& root)
 {
     QStringList complaints;
     for (const std::string& group : table.groups)
-        addGroup(QString::fromStdString(group));
+        variants.addGroup(QString::fromStdString(group));
     const MaterialsByName materials = materialsBelow(root);
     for (const osg::VariantTable::Set& stored : table.sets) {
         const QString name = QString::fromStdString(stored.name);
-        addSet(name, findGroup(QString::fromStdString(stored.group)));
-        znVariantSet* set = findSet(name);
+        variants.addSet(name, variants.findGroup(QString::fromStdString(stored.group)));
+        znVariantSet* set = variants.findSet(name);
         if (!set)
             continue;
-        SetAdoption adoption(*this, *set, complaints);
+        SetAdoption adoption(variants, *set, complaints);
         adoption.viewpoints(stored);
         adoption.materials(stored, materials);
         adoption.nodes(stored, root);

@@ -1,18 +1,21 @@
-// The environment of scenes that bring none.
+#include "host/znOpenSGUtils/znDefaultEnvironment.h"
 
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/ImageAttachment.h"
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGUberMaterial/UberMaterial.h"
-#include "host/znOpenSGUtils/znDefaultEnvironment.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/session/Session.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <array>
 
 namespace
 {
+
+/// The one of a session; null until it is asked for.
+struct DefaultEnvironment {
+    osg::RefPtr<osg::MaterialPtr> material;
+};
 
 using Color = std::array<double, 3>;
 
@@ -67,7 +70,7 @@ osg::MaterialPtr made()
 osg::MaterialPtr znDefaultEnvironment::getDefault()
 {
     const zn::TracedCall call("znDefaultEnvironment::getDefault");
-    osg::RefPtr<osg::MaterialPtr>& environment = znStandaloneSession::require().kernel().materials.defaultEnvironment;
+    osg::RefPtr<osg::MaterialPtr>& environment = zn::Session::require().state<DefaultEnvironment>().material;
     if (!environment)
         environment = made();
     return environment;

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "standalone/startup/znStandaloneSession.h"
