@@ -25,13 +25,13 @@ set(ZN_STANDALONE_HEADERS
   standalone/scenefile/ReadSceneFile.h
   standalone/scenefile/SceneFile.h
   standalone/scenefile/WriteSceneFile.h
-  standalone/session/SceneExtras.h
+  standalone/loading/SceneExtras.h
   standalone/session/Session.h
   standalone/session/Setting.h
   standalone/session/SettingGroups.h
   standalone/session/Settings.h
-  standalone/session/VariantSets.h
-  standalone/session/znStandaloneSession.h
+  standalone/znVariants/VariantSets.h
+  standalone/startup/znStandaloneSession.h
   standalone/znUtils/CallTrace.h
   standalone/znUtils/LogSink.h)
 

@@ -1,7 +1,7 @@
 #include "importer/Importer.h"
 
 #include "importer/ImportRoad.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 using importer::ImportRoad;
 

@@ -5,8 +5,7 @@
 #include "importer/DocumentFault.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 #include "standalone/formats/ReadTask.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QEventLoop>
 #include <QFileInfo>
@@ -45,15 +44,15 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 } // namespace
 
 NestedDocuments::NestedDocuments(znStandaloneSession& session, const QString& outermost)
-    : m_session(session), m_readersBefore(session.kernel().readers), m_open{canonical(outermost)}
+    : m_session(session), m_readersBefore(session.state<formats::SceneReaders>()), m_open{canonical(outermost)}
 {
-    session.kernel().readers.add(
+    session.state<formats::SceneReaders>().add(
         {QStringLiteral("PLMXML"), {QStringLiteral("plmxml")}, [this](formats::ReadTask& task) { return read(task); }});
 }
 
 NestedDocuments::~NestedDocuments()
 {
-    m_session.kernel().readers = m_readersBefore;
+    m_session.state<formats::SceneReaders>() = m_readersBefore;
 }
 
 /// The outer document is the current one again afterwards, and at work.

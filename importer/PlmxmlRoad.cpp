@@ -8,7 +8,7 @@
 #include "importer/PartImports.h"
 #include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QFileInfo>
 

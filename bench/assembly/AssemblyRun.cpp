@@ -3,7 +3,7 @@
 #include "host/znJobProcessing/znJobQueue.h"
 #include "importer/SceneText.h"
 #include "loader/znPtxLoaderJob.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QDateTime>
 #include <QDir>

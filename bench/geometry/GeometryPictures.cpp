@@ -8,7 +8,7 @@
 #include "standalone/geometry/TessellationPresets.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -7,7 +7,7 @@
 #include "standalone/render/Camera.h"
 #include "standalone/render/RayScene.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>
 

@@ -6,7 +6,7 @@
 #include "standalone/geometry/BrepPack.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "tools/ptxconvert/kernel/Meshing.h"
 
 #include <BinTools.hxx>

@@ -3,7 +3,7 @@
 #include "bench/optimize/GeneratedTree.h"
 #include "importer/Importer.h"
 #include "optimization/znPtxTreeOptimizationJob.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QEventLoop>
 

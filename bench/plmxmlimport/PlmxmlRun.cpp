@@ -4,7 +4,7 @@
 #include "host/znJobProcessing/znOsbLoaderJob.h"
 #include "importer/SceneText.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>

@@ -4,7 +4,7 @@
 #include "bench/productstructure/AssemblyDocuments.h"
 #include "cad/visualization/PLMXMLProductStructure.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <benchmark/benchmark.h>
 

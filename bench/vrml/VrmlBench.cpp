@@ -3,7 +3,7 @@
 // "ratio" is the time of the reader over the time of the scan; "MB/s" is the speed of the reader.
 
 #include "bench/support/Ratio.h"
-#include "standalone/formats/SceneReader.h"
+#include "standalone/startup/BuiltInReaders.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -89,7 +89,7 @@ void readSheet(benchmark::State& state, Normals normals)
         },
         [&] {
             osg::RefPtr<osg::NodePtr> root;
-            const double seconds = secondsOf([&] { root = formats::readScene(path).value(); });
+            const double seconds = secondsOf([&] { root = zn::builtInReaders().read(path).value(); });
             if (!root.get())
                 std::abort();
             best = std::min(best, seconds);

@@ -3,7 +3,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znJobProcessing/znJobQueue.h"
 #include "loader/znPtxLoaderJob.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

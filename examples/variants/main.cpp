@@ -4,8 +4,11 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znVariants/znVariants.h"
 #include "importer/Importer.h"
+#include "importer/znImporter.h"
 #include "standalone/session/VariantSets.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znVariants/VariantSets.h"
 
 #include <QCoreApplication>
 #include <QTextStream>

@@ -2,7 +2,7 @@
 
 #include "importer/cluster/ClusterProbe.h"
 #include "importer/cluster/NodeLosses.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 
 #include <QCoreApplication>

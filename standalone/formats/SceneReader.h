@@ -44,7 +44,4 @@ struct ReadOptions {
 /// failure nothing that was made for it is left alive. After a hundred warnings the rest is counted in one.
 using ReadResult = files::Result<osg::NodePtr>;
 
-/// Reads `path` with the built-in reader for its extension.
-ReadResult readScene(const QString& path, const ReadOptions& options = {});
-
 } // namespace formats

@@ -3,10 +3,6 @@
 #include "host/OSGSystem/Names.h"
 #include "standalone/formats/Failure.h"
 #include "standalone/formats/ReadTask.h"
-#include "standalone/formats/gltf/GltfReader.h"
-#include "standalone/formats/obj/ObjReader.h"
-#include "standalone/formats/ply/PlyReader.h"
-#include "standalone/formats/vrml/VrmlReader.h"
 
 #include <QFileInfo>
 
@@ -50,19 +46,6 @@ files::Expected<osg::NodePtr> rootOrError(const SceneReaders& readers, ReadTask&
 
 } // namespace
 
-const SceneReaders& SceneReaders::builtIn()
-{
-    static const SceneReaders table = [] {
-        SceneReaders rows;
-        rows.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, readObj});
-        rows.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, readGltf});
-        rows.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, readPly});
-        rows.add({QStringLiteral("VRML97"), {QStringLiteral("wrl"), QStringLiteral("wrz")}, readVrml});
-        return rows;
-    }();
-    return table;
-}
-
 void SceneReaders::add(SceneFormat format)
 {
     m_formats.push_back(std::move(format));
@@ -82,11 +65,6 @@ ReadResult SceneReaders::read(const QString& path, const ReadOptions& options) c
     ReadTask task(path, options);
     files::Expected<osg::NodePtr> root = rootOrError(*this, task);
     return {std::move(root), task.warnings()};
-}
-
-ReadResult readScene(const QString& path, const ReadOptions& options)
-{
-    return SceneReaders::builtIn().read(path, options);
 }
 
 } // namespace formats

@@ -23,14 +23,11 @@ struct SceneFormat {
     ReadFunction read;
 };
 
-/// The table of the formats that can be read. It is a value: a host that brings readers of its own copies the built-in
-/// table and adds them.
+/// A table of formats that can be read. It is a value, and knows no reader by itself: whoever makes one adds what it is to
+/// read.
 class SceneReaders
 {
 public:
-    /// The formats of this program.
-    static const SceneReaders& builtIn();
-
     /// A later row wins where two have the same extension.
     void add(SceneFormat format);
     const std::vector<SceneFormat>& formats() const { return m_formats; }

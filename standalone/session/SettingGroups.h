@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/znCADFileTypes.h"
+#include "import/filetypes/znCADFileTypes.h"
 #include "standalone/session/Setting.h"
 
 #include <QCoreApplication>

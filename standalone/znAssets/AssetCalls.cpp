@@ -7,8 +7,9 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
 #include "standalone/OSGSystem/CoreMaterial.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/session/Session.h"
+#include "standalone/znAssets/SessionAssets.h"
+#include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include <QFileInfo>
 #include <QUrl>
@@ -24,7 +25,7 @@ namespace
 
 QString chosenFolder()
 {
-    return znStandaloneSession::require().settings().assets.folder;
+    return Session::require().settings().assets.folder;
 }
 
 /// Puts the assets of a folder on materials that bear their names.
@@ -80,8 +81,7 @@ private:
             return material;
         const auto [asset, isNew] = m_assets.try_emplace(name);
         if (isNew)
-            asset->second =
-                znStandaloneSession::require().kernel().assetItems.materialByName(m_folder, QString::fromUtf8(name));
+            asset->second = sessionAssets().materialByName(m_folder, QString::fromUtf8(name));
         return asset->second ? asset->second : material;
     }
 
@@ -96,8 +96,7 @@ bool loadMaterialAsset(znMessage& message, int)
     QString uuid;
     if (!message.get("uuid", uuid))
         return false;
-    AssetItems& items = znStandaloneSession::require().kernel().assetItems;
-    const osg::MaterialPtr material = items.materialByUuid(chosenFolder(), uuid);
+    const osg::MaterialPtr material = sessionAssets().materialByUuid(chosenFolder(), uuid);
     if (material)
         message.set("material", material, true);
     return static_cast<bool>(material);

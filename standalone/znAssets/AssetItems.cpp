@@ -1,11 +1,7 @@
 #include "standalone/znAssets/AssetItems.h"
 
-#include "host/znAssets/znAssetItemFactory.h"
 #include "host/znUtils/znLog.h"
-#include "standalone/session/znStandaloneSession.h"
 #include "standalone/znAssets/AssetMaterials.h"
-#include "standalone/znKernel/KernelState.h"
-#include "standalone/znUtils/CallTrace.h"
 
 namespace zn
 {
@@ -61,15 +57,3 @@ void AssetItems::cleanUp()
 }
 
 } // namespace zn
-
-znAssetItemFactory& znAssetItemFactory::the()
-{
-    static znAssetItemFactory factory;
-    return factory;
-}
-
-void znAssetItemFactory::cleanupMaterialItems()
-{
-    const zn::TracedCall call("znAssetItemFactory::cleanupMaterialItems");
-    znStandaloneSession::require().kernel().assetItems.cleanUp();
-}

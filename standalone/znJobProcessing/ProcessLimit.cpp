@@ -1,8 +1,5 @@
 #include "standalone/znJobProcessing/ProcessLimit.h"
 
-#include "host/znJobProcessing/znParallelJobManager.h"
-#include "standalone/znUtils/CallTrace.h"
-
 #include <algorithm>
 #include <fstream>
 #include <limits>
@@ -41,6 +38,12 @@ void setProcessLimitProvider(ProcessLimitProvider newProvider)
     provider() = std::move(newProvider);
 }
 
+unsigned processLimit()
+{
+    const ProcessLimitProvider& chosen = provider();
+    return chosen ? std::max(chosen(), 1U) : defaultProcessLimit();
+}
+
 unsigned processLimitFor(unsigned processors, unsigned long megabytes)
 {
     return static_cast<unsigned>(std::clamp<unsigned long>(megabytes / 1024, 1, std::max(processors, 1U)));
@@ -53,21 +56,3 @@ unsigned defaultProcessLimit()
 }
 
 } // namespace znJobs
-
-znParallelJobManager* znParallelJobManager::the()
-{
-    static znParallelJobManager manager;
-    return &manager;
-}
-
-unsigned znJobs::processLimit()
-{
-    const ProcessLimitProvider& chosen = provider();
-    return chosen ? std::max(chosen(), 1U) : defaultProcessLimit();
-}
-
-unsigned int znParallelJobManager::getMaxNumProcesses() const
-{
-    const zn::TracedCall call("znParallelJobManager::getMaxNumProcesses");
-    return znJobs::processLimit();
-}

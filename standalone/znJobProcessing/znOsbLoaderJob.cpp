@@ -1,9 +1,9 @@
 #include "host/znJobProcessing/znOsbLoaderJob.h"
 
 #include "host/znUtils/znLog.h"
+#include "standalone/loading/SceneExtras.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/SceneExtras.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/session/Session.h"
 
 znOsbLoaderJob::znOsbLoaderJob(const QString& file) : znAbstractProcessingJob(nullptr), m_file(file) {}
 
@@ -23,7 +23,7 @@ void znOsbLoaderJob::process()
         znLog::error(m_errorText.toUtf8().constData());
     for (const files::Note& warning : result.warnings)
         znLog::error(warning.toString().toUtf8().constData());
-    if (znStandaloneSession* session = znStandaloneSession::current())
+    if (zn::Session* session = zn::Session::current())
         for (const QString& complaint : zn::takeExtras(*session, root))
             znLog::error((m_file + QStringLiteral(": ") + complaint).toUtf8().constData());
     if (!m_holdFinish)

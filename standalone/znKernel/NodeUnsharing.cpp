@@ -1,12 +1,15 @@
+#include "standalone/znKernel/NodeUnsharing.h"
+
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/MaterialDrawable.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "host/znKernel/znScenegraph.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "standalone/OSGSystem/SceneEdits.h"
-#include "standalone/znUtils/CallTrace.h"
+
+namespace zn
+{
 
 namespace
 {
@@ -37,20 +40,13 @@ void giveOwnCore(const osg::NodePtr& node, bool keepMaterials)
 
 } // namespace
 
-znNodePtr::znNodePtr() = default;
-znNodePtr::znNodePtr(const osg::NodePtr& node) : m_node(node) {}
-znNodePtr::znNodePtr(const znNodePtr&) = default;
-znNodePtr& znNodePtr::operator=(const znNodePtr&) = default;
-znNodePtr::~znNodePtr() = default;
-
-znNodePtr znScenegraph::unshareNode(const osg::NodePtr& node, DuplicateBehaviour behaviour, bool recursive,
-                                    bool keepMaterials)
+void giveOwnCores(const osg::NodePtr& root, bool recursive, bool keepMaterials)
 {
-    const zn::TracedCall call("znScenegraph::unshareNode", node, int(behaviour), recursive, keepMaterials);
-    osg::traverse(node, [&](const osg::NodePtr& step) {
+    osg::traverse(root, [&](const osg::NodePtr& step) {
         if (step)
             giveOwnCore(step, keepMaterials);
         return recursive ? osg::Action::Continue : osg::Action::Skip;
     });
-    return znNodePtr(node);
 }
+
+} // namespace zn

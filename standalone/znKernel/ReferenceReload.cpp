@@ -1,11 +1,13 @@
+#include "standalone/znKernel/ReferenceReload.h"
+
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Group.h"
-#include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/TreeReading.h"
-#include "standalone/znUtils/CallTrace.h"
+#include "standalone/loading/TreeReading.h"
+
+namespace zn
+{
 
 namespace
 {
@@ -60,25 +62,21 @@ void markLoaded(const osg::ExtReferencePtr& core)
 
 } // namespace
 
-bool znScenegraph::reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& loaded,
-                                  std::vector<osg::NodePtr>& contents, bool replace, bool merge, bool select)
+bool reloadReference(Session& session, const osg::NodePtr& reference, std::vector<osg::NodePtr>& contents, bool replace)
 {
-    const zn::TracedCall call("znScenegraph::reloadFromFile", reference, replace, merge, select);
     const auto core = osg::fcCast<osg::ExtReference>(reference ? reference->getCore() : osg::NodeCorePtr());
     const QString file = core ? fileOf(core) : QString();
     if (file.isEmpty())
         return false;
-    znStandaloneSession& session = znStandaloneSession::require();
-    const std::optional<osg::NodePtr> root = zn::readTree(session, file);
+    const std::optional<osg::NodePtr> root = readTree(session, file);
     if (!root)
         return false;
     const unsigned firstNew = replace ? 0 : reference->getNChildren();
     exchangeContents(reference, *root, replace);
     markLoaded(core);
-    loaded = reference;
     for (unsigned i = firstNew; i < reference->getNChildren(); ++i)
         contents.push_back(reference->getChild(i));
-    if (select)
-        session.select(reference);
     return true;
 }
+
+} // namespace zn

@@ -3,9 +3,12 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "standalone/OSGSystem/SceneEdits.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/loading/TreeReading.h"
+#include "standalone/session/Session.h"
+#include "standalone/znKernel/GeometryImportTransformations.h"
+#include "standalone/znKernel/LoadedGeometries.h"
 #include "standalone/znKernel/TreeReading.h"
+#include "standalone/znKernel/UberMaterialConversion.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -17,14 +20,19 @@ void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
         osg::addChild(parent, node);
 }
 
+std::vector<znFileIO::loadedS>& loadedIn(zn::Session& session)
+{
+    return session.state<zn::LoadedGeometries>().entries;
+}
+
 /// False when nothing was loaded.
-bool loadFile(znStandaloneSession& session, const QString& file, const osg::NodePtr& parent)
+bool loadFile(zn::Session& session, const QString& file, const osg::NodePtr& parent)
 {
     const std::optional<osg::NodePtr> root = zn::readTree(session, file);
     if (!root)
         return false;
     hang(*root, parent);
-    session.kernel().loadedGeometries.emplace_back(*root);
+    loadedIn(session).emplace_back(*root);
     return true;
 }
 
@@ -40,20 +48,47 @@ osg::NodePtr znFileIO::loadedS::getNode() const
 int znFileIO::load(const std::vector<QString>& files, osg::NodePtr parent, bool sceneWasEmpty, bool merge, bool select)
 {
     const zn::TracedCall call("znFileIO::load", files, parent, sceneWasEmpty, merge, select);
-    znStandaloneSession& session = znStandaloneSession::require();
-    session.kernel().lastLoad = {files, parent ? parent->getContainerId() : 0, sceneWasEmpty, merge, select};
+    zn::Session& session = zn::Session::require();
+    if (const auto& observe = session.state<zn::LoadObserver>().observe)
+        observe({files, parent, sceneWasEmpty, merge, select});
     std::size_t loaded = 0;
     for (const QString& file : files)
         loaded += loadFile(session, file, parent) ? 1 : 0;
     if (loaded == 0)
         return 0;
     if (select)
-        session.select(session.kernel().loadedGeometries.back().getNode());
+        session.select(loadedIn(session).back().getNode());
     return loaded == files.size() ? LoadedFully : LoadedInPart;
 }
 
 const std::vector<znFileIO::loadedS>& znFileIO::getLoadedGeometriesList()
 {
     const zn::TracedCall call("znFileIO::getLoadedGeometriesList");
-    return znStandaloneSession::require().kernel().loadedGeometries;
+    return loadedIn(zn::Session::require());
+}
+
+bool znFileIO::getConvertToUberMaterials()
+{
+    const zn::TracedCall call("znFileIO::getConvertToUberMaterials");
+    return zn::Session::require().settings().imports.uberMaterials;
+}
+
+void znFileIO::convertToUberMaterials(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znFileIO::convertToUberMaterials", root);
+    zn::convertToUberMaterials(root);
+}
+
+bool znFileIO::getUseGSK()
+{
+    const zn::TracedCall call("znFileIO::getUseGSK");
+    return zn::Session::require().settings().optimize.solidKernel;
+}
+
+void znFileIO::applyGeometryImportTransformations(const osg::NodePtr& root, const QString& path, bool reserved,
+                                                  bool centerInOrigin, bool putOnGround)
+{
+    const zn::TracedCall call("znFileIO::applyGeometryImportTransformations", root, path, reserved, centerInOrigin,
+                              putOnGround);
+    zn::applyGeometryImportTransformations(root, centerInOrigin, putOnGround);
 }

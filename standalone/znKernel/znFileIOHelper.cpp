@@ -1,8 +1,11 @@
 #include "host/znKernel/znFileIOHelper.h"
 
+#include "host/OSGSystem/Cast.h"
+#include "host/znOpenSGExt/FileInfo.h"
 #include "protocol/Formats.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/session/Session.h"
+#include "standalone/znKernel/ImportSettingValues.h"
+#include "standalone/znKernel/MixedAssemblies.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
@@ -53,9 +56,9 @@ bool znFileIOHelper::isAssemblyFile(const QString& path)
 bool znFileIOHelper::canContainMixedAssemblies(const QString& path)
 {
     const zn::TracedCall call("znFileIOHelper::canContainMixedAssemblies", path);
-    const znStandaloneSession* session = znStandaloneSession::current();
-    if (session && session->kernel().canContainMixedAssemblies)
-        return session->kernel().canContainMixedAssemblies(path);
+    zn::Session* session = zn::Session::current();
+    if (session && session->state<zn::MixedAssemblies>().canContain)
+        return session->state<zn::MixedAssemblies>().canContain(path);
     return mixedAssemblyTypes().contains(getFileTypeByFileName(path));
 }
 
@@ -81,4 +84,24 @@ bool znFileIOHelper::isPLMXMLFile(const QString& path)
 {
     const zn::TracedCall call("znFileIOHelper::isPLMXMLFile", path);
     return getFileTypeByFileName(path) == PLMXML;
+}
+
+QString znFileIOHelper::getFileNameFromFileInfo(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znFileIOHelper::getFileNameFromFileInfo", node);
+    const auto info =
+        node ? osg::fcCast<osg::FileInfo>(node->findAttachment(osg::FileInfo::_type.getGroupId())) : osg::FileInfoPtr();
+    return info ? QString::fromStdString(info->getFileName()) : QString();
+}
+
+zndPtxSettings znFileIOHelper::getImportSettingsByFileName(const QString& path, bool interactive)
+{
+    const zn::TracedCall call("znFileIOHelper::getImportSettingsByFileName", path, interactive);
+    return zn::ptxSettings(zn::Session::require().settings());
+}
+
+zndSceneImportSettings znFileIOHelper::getGlobalSceneImportSettings()
+{
+    const zn::TracedCall call("znFileIOHelper::getGlobalSceneImportSettings");
+    return zn::sceneImportSettings(zn::Session::require().settings());
 }

@@ -1,6 +1,6 @@
 #include "host/znKernel/znImportOptions.h"
 
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/session/Session.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -13,7 +13,7 @@ bool areReferencedFilesWanted(const std::string& formatName)
         const auto fileType = static_cast<znCADFileTypes::FileType>(type);
         if (formatName != znCADFileTypes::fileTypeName(fileType))
             continue;
-        const auto* setting = znStandaloneSession::require().settings().formats.referencedFiles(fileType);
+        const auto* setting = zn::Session::require().settings().formats.referencedFiles(fileType);
         return !setting || setting->value();
     }
     return true;

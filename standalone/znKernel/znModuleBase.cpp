@@ -1,13 +1,13 @@
 #include "host/znKernel/znModuleBase.h"
 
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/session/Session.h"
+#include "standalone/znKernel/MessageModules.h"
 #include "standalone/znUtils/CallTrace.h"
 
 void znModuleBase::sendMessage(znMessage& message, bool toAll)
 {
     const zn::TracedCall call("znModuleBase::sendMessage", message.getCode(), toAll);
-    for (const auto& module : znStandaloneSession::require().kernel().modules)
+    for (const auto& module : zn::Session::require().state<zn::MessageModules>().modules)
         if (module(message) && !toAll)
             return;
 }

@@ -3,7 +3,8 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/scenefile/ConvertedTree.h"
+#include "standalone/session/Session.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
@@ -12,6 +13,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <optional>
 
 namespace
@@ -21,7 +23,7 @@ namespace setting = protocol::setting;
 
 zn::Settings& settings()
 {
-    return znStandaloneSession::require().settings();
+    return zn::Session::require().settings();
 }
 
 QString pathIn(const std::string& folder, const QString& name)
@@ -104,7 +106,23 @@ QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string&
     QString text = zn::exitCodeMeaning(exitCode);
     if (const QString error = zn::lastErrorOfLog(log); !error.isEmpty())
         text += QLatin1Char(' ') + error;
-    if (const QString kept = zn::keptLog(log, znStandaloneSession::require().temporaryFolder()); !kept.isEmpty())
+    if (const QString kept = zn::keptLog(log, zn::Session::require().temporaryFolder()); !kept.isEmpty())
         text += QStringLiteral(" [log: %1]").arg(kept);
     return text;
+}
+
+bool znPtxHelper::isConvertedPtxTree(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znPtxHelper::isConvertedPtxTree", root);
+    return osg::converted::isConvertedTree(root);
+}
+
+void znPtxHelper::removePtxTag(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znPtxHelper::removePtxTag", root);
+    if (!osg::converted::isConvertedTree(root))
+        return;
+    std::vector<std::string> tags = osg::tagsOf(root);
+    std::erase(tags, osg::converted::ConvertedTag);
+    osg::setTags(root, std::move(tags));
 }

@@ -1,24 +1,18 @@
-#include "host/znKernelServices/znCameraService.h"
+#include "standalone/znKernelServices/CameraService.h"
 
-#include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "standalone/OSGSystem/SceneEdits.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/session/Session.h"
 #include "standalone/znKernelServices/Services.h"
 #include "standalone/znKernelServices/WrappedNodes.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
-
-zn::CameraTree& cameras()
-{
-    return znStandaloneSession::require().kernel().cameras;
-}
 
 osg::UberCameraPtr coreOf(const zndObject& object)
 {
@@ -30,14 +24,14 @@ osg::NodePtr makeCamera(const QString& name, int projection)
 {
     const osg::UberCameraPtr camera = osg::UberCameraBase::create();
     const osg::NodePtr node = osg::makeNodeFor(camera);
-    cameras().list(camera, node);
+    zn::sessionCameras().list(camera, node);
     znUberCameraUtils::setName(camera, name, false);
     if (projection == osg::UberCameraBase::Parallel) {
         osg::beginEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
         camera->setProjection(osg::UberCameraBase::Parallel);
         osg::endEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
     }
-    osg::addChild(cameras().root(), node);
+    osg::addChild(zn::sessionCameras().root(), node);
     return node;
 }
 
@@ -47,14 +41,14 @@ public:
     zndCameraNode createCamera(const QString& name, int projection) override
     {
         const zn::TracedCall call("znCameraService::createCamera", name, projection);
-        const osg::NodePtr known = cameras().findCamera(name);
+        const osg::NodePtr known = zn::sessionCameras().findCamera(name);
         return zndCameraNode((known ? known : makeCamera(name, projection))->getContainerId());
     }
 
     zndNode createCameraTrack(const QString& name, const zndCameraNode& camera) override
     {
         const zn::TracedCall call("znCameraService::createCameraTrack", name, camera.getObjectId());
-        if (!coreOf(camera))
+        if (!zn::cameraOf(camera))
             return {};
         const osg::NodePtr track = osg::makeNodeFor(osg::Group::create());
         osg::setName(track, name.toStdString());
@@ -65,7 +59,7 @@ public:
     zndCameraBaseNode findViewpoint(const QString& name) override
     {
         const zn::TracedCall call("znCameraService::findViewpoint", name);
-        return zndCameraBaseNode(cameras().findViewpoint(name).nodeId);
+        return zndCameraBaseNode(zn::sessionCameras().findViewpoint(name).nodeId);
     }
 };
 
@@ -74,20 +68,4 @@ public:
 std::unique_ptr<znCameraService> zn::makeCameraService()
 {
     return std::make_unique<CameraService>();
-}
-
-std::uint64_t zndCameraBaseNode::getId() const
-{
-    const osg::UberCameraPtr camera = coreOf(*this);
-    return camera ? camera->getContainerId() : 0;
-}
-
-zndNode zndCameraNode::getDefaultCameraTrack() const
-{
-    const zn::TracedCall call("zndCameraNode::getDefaultCameraTrack", getObjectId());
-    const osg::NodePtr node = zn::nodeOf(*this);
-    for (unsigned i = 0; node && i < node->getNChildren(); ++i)
-        if (!osg::fcCast<osg::UberCamera>(node->getChild(i)->getCore()))
-            return zndNode(node->getChild(i)->getContainerId());
-    return {};
 }

@@ -73,17 +73,6 @@ private:
 
 } // namespace
 
-bool znMaterialComparison::areEqual(const osg::MaterialPtr& a, const osg::MaterialPtr& b,
-                                    MaterialCompareSettings settings)
-{
-    if (!a || !b || &a->getType() != &b->getType())
-        return false;
-    if (a == b)
-        return true;
-    return (!(settings & CompareNames) || nameOf(a) == nameOf(b)) &&
-           (!(settings & CompareFields) || osg::FieldContainer::isEqual(a, b));
-}
-
 void znMaterialMerger::reuseMaterials(const std::vector<znNodePtr>& roots, const std::set<unsigned>& known,
                                       const znMaterialComparison::MaterialCompareSettings& compare,
                                       MaterialMergeSettings merge)

@@ -1,8 +1,8 @@
+#include "standalone/znOpenSGUtils/FileInfos.h"
+
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/znOpenSGExt/FileInfo.h"
-#include "host/znOpenSGUtils/znNodeUtils.h"
-#include "standalone/znUtils/CallTrace.h"
 
 namespace
 {
@@ -21,9 +21,8 @@ osg::FileInfoPtr fileInfoOf(const osg::NodePtr& node)
 
 } // namespace
 
-void znNodeUtils::setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format)
+void zn::setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format)
 {
-    const zn::TracedCall call("znNodeUtils::setFileInfo", node, fileName, format);
     if (!node)
         return;
     const osg::FileInfoPtr info = fileInfoOf(node);

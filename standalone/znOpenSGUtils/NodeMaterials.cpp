@@ -1,9 +1,8 @@
-// Materials of nodes.
+#include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "host/znOpenSGUtils/znNodeUtils.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -18,18 +17,11 @@ osg::MaterialPtr copyOf(const osg::MaterialPtr& material)
 
 } // namespace
 
-osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
+bool zn::setMaterialOfTree(const osg::NodePtr& root, const osg::MaterialPtr& material, bool below, bool asCopy)
 {
-    const zn::TracedCall call("znNodeUtils::getMaterial", node);
-    return node ? osg::materialOf(node->getCore()) : osg::MaterialPtr();
-}
-
-bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy)
-{
-    const zn::TracedCall call("znNodeUtils::setMaterial", node, material, below, asCopy);
     const osg::RefPtr<osg::MaterialPtr> holder(material);
     bool isChanged = false;
-    osg::traverse(node, [&](const osg::NodePtr& step) {
+    osg::traverse(root, [&](const osg::NodePtr& step) {
         const osg::NodeCorePtr core = step ? step->getCore() : osg::NodeCorePtr();
         if (osg::setMaterial(core, material))
             isChanged = true;

@@ -1,16 +1,22 @@
+#include "standalone/znOpenSGUtils/TransformKinds.h"
+
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
-#include "host/OSGSystem/Node.h"
 #include "host/OSGSystem/Transform3D.h"
-#include "host/znOpenSGUtils/znNodeUtils.h"
 #include "standalone/OSGSystem/Attachments.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
-#include "standalone/znUtils/CallTrace.h"
+#include "standalone/session/Session.h"
+
+#include <unordered_map>
 
 namespace
 {
+
+/// What one session converted.
+struct ConvertedTransforms {
+    /// From the id of a plain transform to that of the one that took its place.
+    std::unordered_map<std::uint32_t, std::uint32_t> ids;
+};
 
 /// True for the two types that only place what hangs below them.
 bool isPlainTransform(const osg::FieldContainerType& type)
@@ -29,10 +35,10 @@ osg::Transform3DPtr converted(const osg::TransformPtr& transform)
 }
 
 /// The one that took the place of `transform` before; null if none did, or if it is no longer alike.
-osg::Transform3DPtr earlier(const zn::KernelState& kernel, const osg::TransformPtr& transform)
+osg::Transform3DPtr earlier(const ConvertedTransforms& known, const osg::TransformPtr& transform)
 {
-    const auto found = kernel.convertedTransforms.find(transform->getContainerId());
-    if (found == kernel.convertedTransforms.end())
+    const auto found = known.ids.find(transform->getContainerId());
+    if (found == known.ids.end())
         return {};
     const auto result = osg::fcCast<osg::Transform3D>(osg::FieldContainerFactory::the()->getContainer(found->second));
     return result && result->getMatrix() == transform->getMatrix() ? result : osg::Transform3DPtr();
@@ -40,21 +46,19 @@ osg::Transform3DPtr earlier(const zn::KernelState& kernel, const osg::TransformP
 
 } // namespace
 
-bool znNodeUtils::convertTransformToTransform3D(const osg::NodePtr& node)
+bool zn::convertToTransform3D(const osg::NodePtr& node)
 {
-    const zn::TracedCall call("znNodeUtils::convertTransformToTransform3D", node);
     const auto transform = node ? osg::fcCast<osg::Transform>(node->getCore()) : osg::TransformPtr();
     if (!transform || !isPlainTransform(transform->getType()))
         return false;
-    zn::KernelState& kernel = znStandaloneSession::require().kernel();
-    osg::Transform3DPtr core = transform->getRefCount() > 1 || !kernel.convertedTransforms.empty()
-                                   ? earlier(kernel, transform)
-                                   : osg::Transform3DPtr();
+    auto& known = Session::require().state<ConvertedTransforms>();
+    osg::Transform3DPtr core =
+        transform->getRefCount() > 1 || !known.ids.empty() ? earlier(known, transform) : osg::Transform3DPtr();
     if (!core) {
         core = converted(transform);
         // Only a core that others hold can be met again.
         if (transform->getRefCount() > 1)
-            kernel.convertedTransforms[transform->getContainerId()] = core->getContainerId();
+            known.ids[transform->getContainerId()] = core->getContainerId();
     }
     osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
     node->setCore(core);

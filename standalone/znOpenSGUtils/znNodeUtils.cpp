@@ -1,53 +1,110 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
-#include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "standalone/OSGSystem/Tags.h"
+#include "standalone/geometry/VertexColors.h"
+#include "standalone/znOpenSGUtils/ContainerNames.h"
+#include "standalone/znOpenSGUtils/FileInfos.h"
+#include "standalone/znOpenSGUtils/NodeMaterials.h"
+#include "standalone/znOpenSGUtils/NodePredicates.h"
+#include "standalone/znOpenSGUtils/NodeRemoval.h"
+#include "standalone/znOpenSGUtils/NodeTags.h"
+#include "standalone/znOpenSGUtils/TransformKinds.h"
 #include "standalone/znUtils/CallTrace.h"
-
-namespace
-{
-
-using Predicate = std::function<bool(const osg::NodePtr& node)>;
-
-/// What stands in for a predicate in the living session; null for nothing.
-const Predicate* standIn(Predicate zn::NodePredicates::*predicate)
-{
-    const znStandaloneSession* session = znStandaloneSession::current();
-    if (!session || !(session->kernel().nodePredicates.*predicate))
-        return nullptr;
-    return &(session->kernel().nodePredicates.*predicate);
-}
-
-} // namespace
 
 bool znNodeUtils::getLock(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::getLock", node);
-    if (const Predicate* other = standIn(&zn::NodePredicates::getLock))
-        return (*other)(node);
-    const osg::NodeProperties::Ptr properties = osg::NodeProperties::of(node);
-    return properties && properties->isLocked();
+    return zn::isLocked(node);
 }
 
 bool znNodeUtils::hasLockedParent(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::hasLockedParent", node);
-    if (const Predicate* other = standIn(&zn::NodePredicates::hasLockedParent))
-        return (*other)(node);
-    if (!node)
-        return false;
-    for (osg::NodePtr parent = node->getParent(); parent; parent = parent->getParent())
-        if (getLock(parent))
-            return true;
-    return false;
+    return zn::hasLockedAncestor(node);
 }
 
 bool znNodeUtils::isUneditedAssetRoot(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::isUneditedAssetRoot", node);
-    if (const Predicate* other = standIn(&zn::NodePredicates::isUneditedAssetRoot))
-        return (*other)(node);
-    const osg::NodeProperties::Ptr properties = osg::NodeProperties::of(node);
-    return properties && properties->asset() == osg::NodeProperties::Asset::Root;
+    return zn::isUneditedAssetRoot(node);
+}
+
+std::vector<std::string> znNodeUtils::getTags(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znNodeUtils::getTags", node);
+    return osg::tagsOf(node);
+}
+
+bool znNodeUtils::hasTag(const osg::NodePtr& node, const std::string& tag)
+{
+    const zn::TracedCall call("znNodeUtils::hasTag", node, tag);
+    return zn::hasTag(node, tag);
+}
+
+void znNodeUtils::removeTag(const osg::NodePtr& node, const std::string& tag)
+{
+    const zn::TracedCall call("znNodeUtils::removeTag", node, tag);
+    zn::removeTags(node, {tag});
+}
+
+void znNodeUtils::removeTags(const osg::NodePtr& node, const std::vector<std::string>& tags)
+{
+    const zn::TracedCall call("znNodeUtils::removeTags", node, tags);
+    zn::removeTags(node, tags);
+}
+
+void znNodeUtils::getNodesWithTag(const osg::NodePtr& root, const std::string& tag, std::vector<znNodePtr>& nodes)
+{
+    const zn::TracedCall call("znNodeUtils::getNodesWithTag", root, tag);
+    zn::appendNodesWithTag(root, tag, nodes);
+}
+
+osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znNodeUtils::getMaterial", node);
+    return node ? zn::materialOf(node->getCore()) : osg::MaterialPtr();
+}
+
+bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy)
+{
+    const zn::TracedCall call("znNodeUtils::setMaterial", node, material, below, asCopy);
+    return zn::setMaterialOfTree(node, material, below, asCopy);
+}
+
+const char* znNodeUtils::getName(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znNodeUtils::getName", node);
+    return zn::nameOrEmpty(node);
+}
+
+void znNodeUtils::setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName)
+{
+    const zn::TracedCall call("znNodeUtils::setName", node, name, keep);
+    if (formerName)
+        *formerName = zn::nameOrEmpty(node);
+    zn::rename(node, name, keep);
+}
+
+void znNodeUtils::setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format)
+{
+    const zn::TracedCall call("znNodeUtils::setFileInfo", node, fileName, format);
+    zn::setFileInfo(node, fileName, format);
+}
+
+bool znNodeUtils::convertTransformToTransform3D(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znNodeUtils::convertTransformToTransform3D", node);
+    return zn::convertToTransform3D(node);
+}
+
+void znNodeUtils::destroy(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znNodeUtils::destroy", node);
+    zn::removeNode(node);
+}
+
+void znNodeUtils::removeVertexColors(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znNodeUtils::removeVertexColors", root);
+    geometry::removeVertexColors(root);
 }

@@ -6,7 +6,7 @@
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/Remeshing.h"
 #include "standalone/geometry/TessellationRun.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/session/Session.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QCoreApplication>
@@ -37,7 +37,7 @@ geometry::TessellationProgram programOf(const zn::Settings& settings)
 /// What holds in the living session.
 geometry::TessellationProgram currentProgram()
 {
-    return copied().session == znStandaloneSession::require().id() ? copied().program : programOf(zn::Settings());
+    return copied().session == zn::Session::require().id() ? copied().program : programOf(zn::Settings());
 }
 
 class Texts
@@ -78,7 +78,7 @@ znRetessellation::~znRetessellation() = default;
 void znRetessellation::copySettings()
 {
     const zn::TracedCall call("znRetessellation::copySettings");
-    znStandaloneSession& session = znStandaloneSession::require();
+    zn::Session& session = zn::Session::require();
     copied() = {session.id(), programOf(session.settings())};
 }
 
@@ -112,7 +112,7 @@ void znRetessellation::applyTessellation()
     const zn::TracedCall call("znRetessellation::applyTessellation");
     if (m_state->tasks.empty() || m_state->isApplied)
         return;
-    const QString folder = znStandaloneSession::require().temporaryFolder();
+    const QString folder = zn::Session::require().temporaryFolder();
     geometry::runTessellation(m_state->tasks, m_state->wish, currentProgram(), folder);
     m_state->isApplied = true;
 }

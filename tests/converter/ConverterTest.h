@@ -1,7 +1,7 @@
 #pragma once
 
 #include "converter/znPtxConverterJob.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znKernel/MixedAssemblies.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/standalone/znJobProcessing/ProcessTestJobs.h"
 
@@ -37,7 +37,7 @@ protected:
     }
     void allowMixedAssemblies(bool allowed)
     {
-        m_session.kernel().canContainMixedAssemblies = [allowed](const QString&) { return allowed; };
+        m_session.state<zn::MixedAssemblies>().canContain = [allowed](const QString&) { return allowed; };
     }
 
     QString outputFolder() const { return path(QStringLiteral("out put")); }

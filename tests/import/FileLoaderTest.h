@@ -4,8 +4,9 @@
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "import/znFileLoaderJob.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/formats/SceneReaders.h"
 #include "tests/standalone/session/SessionTest.h"
+#include "tests/support/LoadRecorder.h"
 #include "tests/support/QtPrinters.h"
 
 #include <QSignalSpy>
@@ -58,7 +59,7 @@ protected:
         return osg::fcCast<osg::ExtReference>(node->getCore());
     }
 
-    const zn::LoadRequest& lastLoad() const { return m_session.kernel().lastLoad; }
+    LoadRecorder::Request lastLoad() const { return m_loads.latest(); }
 
     /// What the splice leaves behind: the node that it loaded below, and the emptied root of the file.
     void leavesSplicedNodes(const std::string& fileName)
@@ -66,6 +67,7 @@ protected:
         leavesOnPurpose({"Node", "Node " + fileName, "Group", "Name"});
     }
 
+    const LoadRecorder m_loads{m_session};
     const osg::NodePtr m_root = m_session.sceneRoot();
     const osg::NodePtr m_part = addGroup(m_root, "part");
     const QString m_file = writeTriangle(QString::fromUtf8("Größe 1.obj"));

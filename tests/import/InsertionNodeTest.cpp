@@ -1,4 +1,5 @@
 #include "host/OSGSystem/Geometry.h"
+#include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "standalone/znOpenSGUtils/NodeProperties.h"
 #include "tests/import/FileLoaderTest.h"
 
@@ -31,7 +32,7 @@ protected:
         return target;
     }
 
-    zn::NodePredicates& predicates() { return m_session.kernel().nodePredicates; }
+    zn::NodePredicates& predicates() { return zn::nodePredicates(); }
 };
 
 bool isNull(const osg::NodePtr& node)

@@ -3,6 +3,7 @@
 #include "host/znJobProcessing/znJobQueue.h"
 #include "host/znKernelServices/znReferenceService.h"
 #include "standalone/OSGSystem/EditAudit.h"
+#include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "tests/import/FileLoaderTest.h"
 
 using testing::Contains;
@@ -257,7 +258,7 @@ TEST_F(FileLoaderJob, RefreshTakesNoNoticeOfALock)
 {
     const osg::NodePtr reference = addReference(m_root, "reference");
     setSmartPath(reference, m_file);
-    m_session.kernel().nodePredicates.getLock = [](const osg::NodePtr&) { return true; };
+    zn::nodePredicates().getLock = [](const osg::NodePtr&) { return true; };
     load(m_file, wrapped(reference));
     EXPECT_EQ(reference->getNChildren(), 1u);
     EXPECT_EQ(m_root->getNChildren(), 2u);
@@ -330,7 +331,7 @@ TEST_F(FileLoaderJob, FillFailsWhenTheLoadFails)
 
 TEST_F(FileLoaderJob, FillSucceedsWithoutANodeWhenTheLoadBringsNoTree)
 {
-    m_session.kernel().readers.add(
+    m_session.state<formats::SceneReaders>().add(
         {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) { return osg::NodePtr(); }});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesOnPurpose({"Node"});
@@ -351,7 +352,7 @@ TEST_F(FileLoaderJob, FillIgnoresWhatTheLoadBringsBesideItsFirstNode)
         addGroup(second, "content of second");
         return second;
     };
-    m_session.kernel().readers.add({QStringLiteral("test"), {QStringLiteral("fake")}, readTwo});
+    m_session.state<formats::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readTwo});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesOnPurpose({"Node", "Node first", "Group", "Name", "Node two", "Group", "Name", "Node content of second",
                      "Group", "Name"});
@@ -367,7 +368,7 @@ TEST_F(FileLoaderJob, FillKeepsTheOrderOfTheContent)
             addGroup(root, name);
         return root;
     };
-    m_session.kernel().readers.add({QStringLiteral("test"), {QStringLiteral("fake")}, readThree});
+    m_session.state<formats::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readThree});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesSplicedNodes("three");
     load(write(QStringLiteral("three.fake"), "x"), wrapped(reference));

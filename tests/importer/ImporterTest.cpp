@@ -2,7 +2,8 @@
 
 #include "host/OSGSystem/Names.h"
 #include "importer/SceneText.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "tests/support/LoadRecorder.h"
 
 #include <QDir>
 #include <QEventLoop>
@@ -94,6 +95,17 @@ TEST_F(ImporterTest, FilesImportOneAfterTheOther)
     import(file);
     import(file);
     EXPECT_EQ(session.sceneRoot()->getNChildren(), 2u);
+}
+
+TEST_F(ImporterTest, TheListOfLoadsIsEmptyWhenAnImportHasEnded)
+{
+    const LoadRecorder loads(session);
+    std::size_t listed = 1;
+    QObject::connect(&importer, &znImporter::finished,
+                     [&listed] { listed = znFileIO::getLoadedGeometriesList().size(); });
+    ASSERT_TRUE(import(write(QStringLiteral("plate.obj"), plateObj)).node);
+    EXPECT_EQ(loads.requests().size(), 1u);
+    EXPECT_EQ(listed, 0u);
 }
 
 TEST_F(ImporterTest, ASecondImportIsRefusedWhileOneRuns)

@@ -1,5 +1,6 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "standalone/OSGSystem/EditAudit.h"
+#include "standalone/znKernel/UserInterfaceState.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/loader/LoaderTest.h"
 
@@ -90,15 +91,16 @@ TEST_F(PtxLoaderJobTest, TheHostIsBusyAndSearchesInTheFoldersFileWhileItLoads)
 {
     refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
     const auto job = makeLoader();
-    zn::FrontState seen;
-    QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobFinished, [&] { seen = m_session.kernel().front; });
+    zn::UserInterfaceState seen;
+    QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobFinished,
+                     [&] { seen = m_session.state<zn::UserInterfaceState>(); });
     job->run();
     EXPECT_TRUE(seen.busy);
     EXPECT_FALSE(seen.inputBlocked);
     EXPECT_EQ(seen.cancelledRefinements, 1u);
     EXPECT_EQ(seen.textureBase, path(QStringLiteral("out put/engine.osb")).toStdString());
-    EXPECT_FALSE(m_session.kernel().front.busy);
-    EXPECT_EQ(m_session.kernel().front.textureBase, "");
+    EXPECT_FALSE(m_session.state<zn::UserInterfaceState>().busy);
+    EXPECT_EQ(m_session.state<zn::UserInterfaceState>().textureBase, "");
 }
 
 TEST_F(PtxLoaderJobTest, AFileThatCannotBeLoadedEndsTheJobAtOnce)
@@ -221,7 +223,7 @@ TEST_F(PtxLoaderJobTest, AnExceptionWhileChildrenAreMadeCarriesTheRunningStateIn
     EXPECT_EQ(lines.back(), "processingFinished");
     EXPECT_THAT(log.lines(), Contains(QStringLiteral("finished 4")));
     EXPECT_EQ(log.count(QStringLiteral("finished")), 1);
-    EXPECT_FALSE(m_session.kernel().front.busy);
+    EXPECT_FALSE(m_session.state<zn::UserInterfaceState>().busy);
     EXPECT_TRUE(job->getLoadedNode());
 }
 

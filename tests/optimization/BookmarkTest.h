@@ -6,7 +6,8 @@
 #include "host/znOpenSGUberCamera/znUberCameraPool.h"
 #include "host/znVariants/znVariants.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 #include "tests/optimization/MaterialTest.h"
 
 /// A session with ways to build trees with bookmarks.
@@ -32,7 +33,7 @@ protected:
         const osg::UberCameraPtr camera = osg::UberCamera::create();
         const osg::NodePtr node = add(parent, camera);
         osg::setTags(node, tags);
-        znStandaloneSession::require().kernel().cameras.list(camera, node);
+        zn::sessionCameras().list(camera, node);
         return camera;
     }
     /// Puts a material of this name into the pool of the scene.
@@ -43,7 +44,7 @@ protected:
         return material;
     }
 
-    zn::VariantStore& variants() { return m_session.kernel().variants; }
+    zn::SessionVariants& variants() { return zn::sessionVariants(); }
     static std::string stateOf(const char* set, const char* material)
     {
         const znVariantState* state =

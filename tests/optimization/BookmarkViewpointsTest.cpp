@@ -18,7 +18,7 @@ protected:
     std::vector<std::string> cameraTree()
     {
         std::vector<std::string> lines;
-        osg::traverse(m_session.kernel().cameras.root(), [&lines](const osg::NodePtr& node) {
+        osg::traverse(zn::sessionCameras().root(), [&lines](const osg::NodePtr& node) {
             std::string dots;
             for (osg::NodePtr parent = node->getParent(); parent; parent = parent->getParent())
                 dots += '.';
@@ -144,8 +144,8 @@ TEST_F(BookmarkViewpoints, SwitchingToTheSetLooksThroughItsCamera)
 {
     const osg::UberCameraPtr camera = addCamera(addBookmark("Red"), {"A"});
     convertStylarBookmarks(root, false);
-    EXPECT_THAT(texts(zn::VariantStore::apply(*set("Red"), m_session.kernel().cameras)), IsEmpty());
-    EXPECT_TRUE(m_session.kernel().cameras.view() == camera);
+    EXPECT_THAT(texts(zn::SessionVariants::apply(*set("Red"), zn::sessionCameras())), IsEmpty());
+    EXPECT_TRUE(zn::sessionCameras().view() == camera);
 }
 
 } // namespace

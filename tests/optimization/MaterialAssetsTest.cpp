@@ -6,7 +6,9 @@
 #include "host/znOpenSGUtils/znDefaultEnvironment.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znKernel/ControllerCalls.h"
+#include "standalone/znOpenSGUtils/HelperCalls.h"
+#include "standalone/znOpenSGUtils/MaterialUses.h"
 #include "tests/optimization/MaterialTest.h"
 
 #include <QUrl>
@@ -29,12 +31,12 @@ class MaterialAssetsTest : public MaterialTest
 protected:
     MaterialAssetsTest()
     {
-        m_session.kernel().helperCalls["loadMaterialAsset"] = [this](znMessage& message, int) {
+        m_session.state<zn::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
             QString uuid;
             EXPECT_TRUE(message.get("uuid", uuid));
             m_asked.push_back(uuid.toStdString());
             return answer(message, m_assets[uuid.toStdString()]);
-        };
+        });
     }
     static bool answer(znMessage& message, const boost::any& value)
     {
@@ -92,7 +94,7 @@ TEST_F(LoadAssetMaterial, AnAssetIsLoadedAndMarkedOnceARun)
     loadAssetMaterial(held(copyOfAsset(simple("x"), "1")), m_cache);
     EXPECT_TRUE(loadAssetMaterial(held(copyOfAsset(simple("y"), "1")), m_cache) == paint);
     EXPECT_THAT(m_asked, ElementsAre("1"));
-    const auto& uses = m_session.kernel().materials.uses;
+    const auto& uses = zn::materialUses();
     ASSERT_EQ(uses.size(), 2U);
     EXPECT_EQ(uses.at(paint->getContainerId()).count, 1U);
     EXPECT_EQ(uses.at(red->getContainerId()).count, 1U);
@@ -127,7 +129,7 @@ TEST_F(LoadAssetMaterial, AnAssetThatIsNotThereIsAskedForAgain)
     EXPECT_FALSE(loadAssetMaterial(copy, m_cache));
     EXPECT_THAT(m_asked, ElementsAre("lost", "lost"));
     EXPECT_THAT(m_cache, IsEmpty());
-    EXPECT_THAT(m_session.kernel().materials.uses, IsEmpty());
+    EXPECT_THAT(zn::materialUses(), IsEmpty());
 }
 
 TEST_F(LoadAssetMaterial, ANullMaterialIsNoMaterial)
@@ -276,15 +278,17 @@ class AppliedAssets : public MaterialAssetsTest
 protected:
     AppliedAssets()
     {
-        m_session.kernel().controllerCalls["getSelectedMaterialAssetDirectory"] = [this](znMessage& message, int) {
-            if (!m_url.empty())
-                message.set("url", m_url, true);
-            return !m_url.empty();
-        };
-        m_session.kernel().controllerCalls["applyMaterialAssetsToNodes"] = [this](znMessage& message, int) {
-            EXPECT_TRUE(message.get("url", m_appliedUrl));
-            return message.get("nodes", m_appliedNodes);
-        };
+        m_session.state<zn::ControllerCalls>().table.offer("getSelectedMaterialAssetDirectory",
+                                                           [this](znMessage& message, int) {
+                                                               if (!m_url.empty())
+                                                                   message.set("url", m_url, true);
+                                                               return !m_url.empty();
+                                                           });
+        m_session.state<zn::ControllerCalls>().table.offer("applyMaterialAssetsToNodes",
+                                                           [this](znMessage& message, int) {
+                                                               EXPECT_TRUE(message.get("url", m_appliedUrl));
+                                                               return message.get("nodes", m_appliedNodes);
+                                                           });
     }
 
     boost::any m_url;

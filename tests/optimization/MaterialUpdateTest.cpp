@@ -1,7 +1,7 @@
 #include "optimization/MaterialUpdate.h"
 
 #include "host/znOpenSGUtils/znDefaultEnvironment.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUtils/HelperCalls.h"
 #include "tests/optimization/MaterialTest.h"
 
 using namespace optimization;
@@ -17,7 +17,7 @@ class MaterialUpdateTest : public MaterialTest
 protected:
     MaterialUpdateTest()
     {
-        m_session.kernel().helperCalls["loadMaterialAsset"] = [this](znMessage& message, int) {
+        m_session.state<zn::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
             QString uuid;
             message.get("uuid", uuid);
             m_asked.push_back(uuid.toStdString());
@@ -26,7 +26,7 @@ protected:
                 return false;
             message.set("material", found->second.get(), true);
             return true;
-        };
+        });
         m_assets["1"] = osg::MaterialPtr(mirroring("asset 1"));
         m_assets["2"] = osg::MaterialPtr(mirroring("asset 2"));
     }

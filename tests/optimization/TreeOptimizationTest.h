@@ -2,7 +2,6 @@
 
 #include "optimization/znPtxTreeOptimizationJob.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "standalone/znKernel/KernelState.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 #include "tests/support/QtPrinters.h"

@@ -2,6 +2,7 @@
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
+#include "standalone/znKernel/UserInterfaceState.h"
 #include "standalone/znOpenSGUtils/NodeProperties.h"
 #include "tests/optimization/TreeOptimizationTest.h"
 
@@ -342,7 +343,7 @@ TEST_F(Job, TheFirstTreeOfASceneRenewsTheEnvironment)
     tree = makeTree();
     EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
     EXPECT_EQ(znScenegraph::environmentGeometrySwitch(), environment);
-    EXPECT_EQ(m_session.kernel().front.shownWholes, 1u);
+    EXPECT_EQ(m_session.state<zn::UserInterfaceState>().shownWholes, 1u);
 }
 
 TEST_F(Job, SceneSettingsMoveTheTree)

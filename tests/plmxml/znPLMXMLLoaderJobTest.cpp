@@ -4,6 +4,8 @@
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/StructureText.h"
 #include "tests/loader/LoaderTest.h"
+#include "tests/support/LoadRecorder.h"
+#include "tests/support/ReferenceRecorder.h"
 
 #include <QElapsedTimer>
 #include <QMetaMethod>
@@ -153,12 +155,13 @@ TEST_F(PLMXMLLoaderJobTest, AMissingDocumentFailsAndIsToldTwice)
 
 TEST_F(PLMXMLLoaderJobTest, AnUnreadableDocumentEndsWellWithoutANode)
 {
+    const ReferenceRecorder recorder(m_session);
     make(write(QStringLiteral("car.plmxml"), "<Other/>"));
     EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
     EXPECT_THAT(lines, ElementsAre("started", "processed", "finished 0"));
     EXPECT_FALSE(job->getLoadedNode());
     EXPECT_THAT(m_log, ElementsAre("Couldn't open '" + path(QStringLiteral("car.plmxml")).toStdString() + "'!"));
-    const auto& notices = m_session.kernel().referenceNotices;
+    const auto& notices = recorder.notifications();
     ASSERT_EQ(notices.size(), 1u);
     EXPECT_EQ(notices[0].rootId, 0u);
     EXPECT_EQ(notices[0].code, 9);
@@ -446,9 +449,10 @@ TEST_F(PLMXMLLoaderJobTest, AllPartFilesAreFoundBeforeTheFirstIsLoaded)
 
 TEST_F(PLMXMLLoaderJobTest, TheHostIsAskedForOneFileBelowItsReference)
 {
+    const LoadRecorder recorder(m_session);
     writeTriangle(QStringLiteral("a.obj"));
     EXPECT_EQ(import({"a.obj"}), znCADFileTypes::JobSucceeded);
-    const zn::LoadRequest& load = m_session.kernel().lastLoad;
+    const LoadRecorder::Request load = recorder.latest();
     EXPECT_EQ(load.files, std::vector<QString>{path(QStringLiteral("a.obj"))});
     EXPECT_EQ(load.parentId, tree->getChild(0)->getChild(0)->getChild(0)->getContainerId());
     EXPECT_FALSE(load.sceneWasEmpty || load.merge || load.select);

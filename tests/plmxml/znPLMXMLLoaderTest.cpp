@@ -4,10 +4,10 @@
 #include "host/OSGSystem/Transform3D.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/OSGSystem/EditAudit.h"
-#include "standalone/znKernel/KernelState.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/StructureText.h"
 #include "tests/standalone/session/SessionTest.h"
+#include "tests/support/ReferenceRecorder.h"
 
 #include <utility>
 
@@ -315,9 +315,10 @@ TEST_F(PLMXMLLoaderTest, AssignmentsDoTheSameAndBearTheirOwnObject)
 
 TEST_F(PLMXMLLoaderTest, TheHostIsToldOfTheTree)
 {
+    const ReferenceRecorder recorder(m_session);
     znPLMXMLLoader loader(documentOfParts({"a.jt"}));
     ASSERT_TRUE(load(loader));
-    const auto& notices = m_session.kernel().referenceNotices;
+    const auto& notices = recorder.notifications();
     ASSERT_EQ(notices.size(), 1u);
     EXPECT_EQ(notices[0].rootId, tree->getContainerId());
     EXPECT_EQ(notices[0].code, 6);
@@ -339,6 +340,7 @@ TEST_F(PLMXMLLoaderTest, TransformsAreConvertedParentsFirstBeforeTheHostIsTold)
 
 TEST_F(PLMXMLLoaderTest, ARootThatMovesKeepsItsTransformBelowTheReference)
 {
+    const ReferenceRecorder recorder(m_session);
     const osg::TransformPtr core = osg::Transform::create();
     osg::Matrix matrix;
     matrix[12] = 7;
@@ -355,8 +357,8 @@ TEST_F(PLMXMLLoaderTest, ARootThatMovesKeepsItsTransformBelowTheReference)
     ASSERT_EQ(root->getNChildren(), 1u);
     EXPECT_EQ(root->getChild(0), before);
     EXPECT_EQ(before->getCore(), core);
-    ASSERT_EQ(m_session.kernel().referenceNotices.size(), 1u);
-    EXPECT_EQ(m_session.kernel().referenceNotices[0].rootId, root->getContainerId());
+    ASSERT_EQ(recorder.notifications().size(), 1u);
+    EXPECT_EQ(recorder.notifications()[0].rootId, root->getContainerId());
 }
 
 TEST_F(PLMXMLLoaderTest, ARootWithoutATransformKeepsItsCoreBelowTheReference)

@@ -8,7 +8,7 @@
 #include "importer/SceneText.h"
 #include "standalone/OSGSystem/MatrixMath.h"
 #include "standalone/OSGSystem/Mesh.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QEventLoop>
 #include <QTimer>

@@ -4,7 +4,7 @@
 
 #include "importer/SceneText.h"
 #include "importer/Importer.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/roads/BrepText.h"
 

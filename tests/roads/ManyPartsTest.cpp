@@ -5,7 +5,9 @@
 #include "host/OSGSystem/Transform.h"
 #include "importer/Importer.h"
 #include "importer/SceneText.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "importer/znImporter.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "tests/support/AssemblyBuilder.h"
 
 #include <QDir>

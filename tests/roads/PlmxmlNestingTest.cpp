@@ -1,6 +1,9 @@
 #include "importer/NestedDocuments.h"
 #include "importer/SceneText.h"
+#include "standalone/formats/SceneReaders.h"
 #include "standalone/znKernel/FrontState.h"
+#include "standalone/znKernel/UserInterfaceState.h"
+#include "tests/importer/PlmxmlImport.h"
 #include "tests/roads/PlmxmlImport.h"
 
 using namespace znCADFileTypes;
@@ -129,11 +132,12 @@ TEST_F(PlmxmlNestingTest, TheOuterDocumentIsTheCurrentOneAgainAfterAnInnerOne)
     writePart(QStringLiteral("bolt.stp"), {"head"});
     documentOf({}, QStringLiteral("axle.plmxml"));
     std::string current;
-    QObject::connect(&m_importer, &zn::Importer::partsChanged, [&] { current = m_session.kernel().front.textureBase; });
+    QObject::connect(&m_importer, &zn::Importer::partsChanged,
+                     [&] { current = m_session.state<zn::UserInterfaceState>().textureBase; });
     importParts({"axle.plmxml", "bolt.stp"});
     EXPECT_EQ(current, path(QStringLiteral("car.plmxml")).toStdString());
-    EXPECT_EQ(m_session.kernel().front.textureBase, "");
-    EXPECT_FALSE(m_session.kernel().front.busy);
+    EXPECT_EQ(m_session.state<zn::UserInterfaceState>().textureBase, "");
+    EXPECT_FALSE(m_session.state<zn::UserInterfaceState>().busy);
 }
 
 TEST_F(PlmxmlNestingTest, CancelReachesTheConversionsOfAnInnerDocument)
@@ -155,9 +159,9 @@ TEST_F(PlmxmlNestingTest, CancelReachesTheConversionsOfAnInnerDocument)
 
 TEST_F(PlmxmlNestingTest, TheReaderGoesWithTheImport)
 {
-    EXPECT_EQ(m_session.kernel().readers.find(QStringLiteral("plmxml")), nullptr);
+    EXPECT_EQ(m_session.state<formats::SceneReaders>().find(QStringLiteral("plmxml")), nullptr);
     importParts({});
-    EXPECT_EQ(m_session.kernel().readers.find(QStringLiteral("plmxml")), nullptr);
+    EXPECT_EQ(m_session.state<formats::SceneReaders>().find(QStringLiteral("plmxml")), nullptr);
 }
 
 } // namespace

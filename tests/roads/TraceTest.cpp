@@ -3,7 +3,7 @@
 #include "host/znUtils/znFile.h"
 #include "importer/Importer.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QDir>

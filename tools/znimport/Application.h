@@ -2,7 +2,10 @@
 
 #include "importer/Importer.h"
 #include "importer/cluster/ClusterImport.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "importer/cluster/znClusterImport.h"
+#include "importer/znImporter.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tools/znimport/CommandLine.h"
 #include "tools/znimport/Interrupt.h"

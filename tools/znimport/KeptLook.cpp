@@ -2,22 +2,23 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 namespace znimport
 {
 
 KeptLook::KeptLook(znStandaloneSession& session) : m_session(session)
 {
-    const zn::VariantStore& store = session.kernel().variants;
+    const zn::SessionVariants& store = zn::sessionVariants(session);
     for (const auto& variant : store.nodeVariants())
         if (const osg::NodePtr node = variant->getNode())
             m_actives.emplace_back(node, node->isActive());
     for (const auto& variant : store.materialVariants())
         if (const auto choices = osg::fcCast<osg::SwitchMaterial>(variant->getMaterial()))
             m_choices.emplace_back(choices, choices->getChoice());
-    if (const osg::UberCameraPtr view = session.kernel().cameras.view())
+    if (const osg::UberCameraPtr view = zn::sessionCameras(session).view())
         m_viewId = view->getContainerId();
 }
 
@@ -33,7 +34,7 @@ KeptLook::~KeptLook()
         material->setChoice(choice);
         osg::endEditCP(material, osg::SwitchMaterialBase::ChoiceFieldMask, 1);
     }
-    m_session.kernel().cameras.look(m_viewId);
+    zn::sessionCameras(m_session).look(m_viewId);
 }
 
 } // namespace znimport

@@ -1,15 +1,18 @@
 #include "tools/znimport/OutputFiles.h"
 
 #include "standalone/export/GlbWriter.h"
+#include "standalone/loading/SceneExtras.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/session/SceneExtras.h"
 #include "standalone/session/VariantSets.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "tools/znimport/KeptLook.h"
 #include "tools/znimport/VariantFileNames.h"
 #include "tools/znimport/VariantSelection.h"
+#include "tools/znimport/Variants.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -124,7 +127,7 @@ struct Drawing {
 render::SnapshotOptions optionsOf(const Drawing& drawing)
 {
     render::SnapshotOptions options;
-    options.eye = eyeFor(drawing.line, drawing.session.kernel().cameras);
+    options.eye = eyeFor(drawing.line, zn::sessionCameras(drawing.session));
     const auto size = sizeFromText(drawing.line.snapshotSize).value();
     options.width = size.first;
     options.height = size.second;

@@ -1,7 +1,9 @@
 #include "tools/znimport/SelfCheck.h"
 
 #include "importer/Importer.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "importer/znImporter.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znUtils/InstalledProgram.h"
 #include "tools/znimport/ChosenSettings.h"

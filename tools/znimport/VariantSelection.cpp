@@ -1,8 +1,8 @@
 #include "tools/znimport/VariantSelection.h"
 
 #include "standalone/session/VariantSets.h"
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 namespace znimport
 {
@@ -32,7 +32,7 @@ QString allNames(znStandaloneSession& session)
 std::string describeVariantSets(znStandaloneSession& session)
 {
     std::string text;
-    for (const auto& set : session.kernel().variants.sets())
+    for (const auto& set : zn::sessionVariants(session).sets())
         text += lineOf(*set).toStdString() + '\n';
     return text;
 }

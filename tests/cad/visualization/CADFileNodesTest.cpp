@@ -5,7 +5,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/OSGSystem/EditAudit.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znKernel/MessageModules.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/TableStructure.h"
 #include "tests/standalone/session/SessionTest.h"
@@ -281,7 +281,7 @@ protected:
     /// Lets a module of the host answer with this value.
     void answer(const boost::any& value)
     {
-        m_session.kernel().modules.emplace_back([this, value](znMessage& message) {
+        m_session.state<zn::MessageModules>().modules.emplace_back([this, value](znMessage& message) {
             m_codes.push_back(message.getCode());
             QString file;
             EXPECT_TRUE(message.get("filename", file));

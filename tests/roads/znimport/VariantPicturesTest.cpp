@@ -2,6 +2,9 @@
 
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/scenefile/SceneFile.h"
+#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 #include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 #include "tests/support/QtPrinters.h"

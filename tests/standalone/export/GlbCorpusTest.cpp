@@ -1,5 +1,5 @@
-#include "standalone/formats/SceneReader.h"
 #include "tests/standalone/export/GlbTest.h"
+#include "tests/support/BuiltInReading.h"
 
 #include <QDirIterator>
 
@@ -20,7 +20,7 @@ TEST_P(GlbCorpusTest, EveryImportedFileIsWrittenAsAValidOne)
     QDirIterator step(folder, QDir::Files, QDirIterator::Subdirectories);
     int count = 0;
     while (step.hasNext()) {
-        const formats::ReadResult read = formats::readScene(step.next());
+        const formats::ReadResult read = readScene(step.next());
         if (!read)
             continue;
         SCOPED_TRACE(step.fileName().toStdString());

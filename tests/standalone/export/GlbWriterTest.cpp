@@ -1,7 +1,7 @@
 #include "standalone/export/GlbWriter.h"
 
-#include "standalone/formats/SceneReader.h"
 #include "tests/standalone/export/GlbTest.h"
+#include "tests/support/BuiltInReading.h"
 
 #include <gmock/gmock.h>
 
@@ -80,7 +80,7 @@ TEST_F(GlbWriterTest, AReadFileComesBackWithItsSizeAndColours)
     look.diffuse = {0.5f, 0.25f, 0.125f};
     add(formats::makeNode("Painted", geometry("", triangle(), formats::makeMaterial("paint", look))));
     written();
-    const formats::ReadResult read = formats::readScene(pathOf(QString::fromUtf8("Größe 大小.glb")));
+    const formats::ReadResult read = readScene(pathOf(QString::fromUtf8("Größe 大小.glb")));
     ASSERT_TRUE(read);
     const osg::RefPtr<osg::NodePtr> kept(read.value());
     const osg::NodePtr metres = read.value()->getChild(0);

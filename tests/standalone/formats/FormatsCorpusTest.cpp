@@ -75,7 +75,7 @@ TEST_P(FormatsCorpusTest, EveryFileImportsOrFailsWithItsNameAndACause)
     const QStringList files = filesBelow(folder.path());
     EXPECT_FALSE(files.isEmpty());
     for (const QString& file : files) {
-        const formats::ReadResult result = formats::readScene(file);
+        const formats::ReadResult result = readScene(file);
         EXPECT_TRUE(!result || result.value()) << file.toStdString();
         print(folder.relativeFilePath(file), result);
         if (!result) {

@@ -9,6 +9,7 @@
 #include "standalone/OSGSystem/Mesh.h"
 #include "standalone/formats/SceneReader.h"
 #include "tests/standalone/OSGSystem/SceneGraphTest.h"
+#include "tests/support/BuiltInReading.h"
 #include "tests/support/QtPrinters.h"
 
 #include <QDir>
@@ -47,7 +48,7 @@ protected:
     formats::ReadResult read(const QString& path, const formats::ReadOptions& options = {})
     {
         const osg::EditAudit audit;
-        const formats::ReadResult result = formats::readScene(path, options);
+        const formats::ReadResult result = ::readScene(path, options);
         EXPECT_TRUE(audit.unbracketed().empty());
         EXPECT_TRUE(audit.idleBrackets().empty());
         EXPECT_TRUE(audit.unmatchedEnds().empty());

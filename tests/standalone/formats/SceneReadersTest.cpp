@@ -53,21 +53,21 @@ TEST_F(SceneReadersTest, TheRootBearsTheNameOfTheFile)
 
 TEST_F(SceneReadersTest, AHostAddsAReaderToItsOwnTable)
 {
-    SceneReaders own = SceneReaders::builtIn();
+    SceneReaders own = zn::builtInReaders();
     own.add({QStringLiteral("Own"), {QStringLiteral("own")}, readOneGroup});
     const formats::ReadResult result = own.read(write(QStringLiteral("a.own"), "x"));
     EXPECT_TRUE(result);
     discard(result.value());
-    EXPECT_EQ(SceneReaders::builtIn().find(QStringLiteral("own")), nullptr);
+    EXPECT_EQ(zn::builtInReaders().find(QStringLiteral("own")), nullptr);
     EXPECT_NE(own.find(QStringLiteral("obj")), nullptr);
 }
 
 TEST_F(SceneReadersTest, ALaterRowWins)
 {
-    SceneReaders own = SceneReaders::builtIn();
+    SceneReaders own = zn::builtInReaders();
     own.add({QStringLiteral("Own OBJ"), {QStringLiteral("obj")}, readOneGroup});
     EXPECT_EQ(own.find(QStringLiteral("obj"))->name, QStringLiteral("Own OBJ"));
-    EXPECT_EQ(SceneReaders::builtIn().find(QStringLiteral("obj"))->name, QStringLiteral("Wavefront OBJ"));
+    EXPECT_EQ(zn::builtInReaders().find(QStringLiteral("obj"))->name, QStringLiteral("Wavefront OBJ"));
 }
 
 TEST_F(SceneReadersTest, AnExceptionOfALibraryBecomesAnError)

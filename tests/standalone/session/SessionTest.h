@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,3 +1,4 @@
+#include "standalone/znOpenSGUtils/HelperCalls.h"
 #include "tests/standalone/znAssets/AssetTest.h"
 
 #include <QImage>
@@ -127,9 +128,9 @@ TEST_F(LoadMaterialAsset, ACleanUpGivesUpWhatNobodyElseHolds)
     writeAssets(QStringLiteral("a.gltf"), material(R"("uuid":"u-1")") + "," + material(R"("uuid":"u-2")"));
     const osg::RefPtr<osg::MaterialPtr> used(load("u-1"));
     load("u-2");
-    EXPECT_EQ(m_session.kernel().assetItems.count(), 2U);
+    EXPECT_EQ(zn::sessionAssets().count(), 2U);
     znAssetItemFactory::the().cleanupMaterialItems();
-    EXPECT_EQ(m_session.kernel().assetItems.count(), 1U);
+    EXPECT_EQ(zn::sessionAssets().count(), 1U);
     EXPECT_TRUE(load("u-1") == used.get());
 }
 
@@ -195,13 +196,13 @@ TEST_F(NamedCalls, WhatNobodyKnowsFails)
 TEST_F(NamedCalls, AHostAddsItsOwnAndIsToldTheCaller)
 {
     int told = 0;
-    m_session.kernel().helperCalls["double"] = [&told](znMessage& message, int caller) {
+    m_session.state<zn::HelperCalls>().table.offer("double", [&told](znMessage& message, int caller) {
         told = caller;
         int number = 0;
         message.get("number", number);
         message.set("result", 2 * number, true);
         return true;
-    };
+    });
     znMessage message;
     message.set("number", 21, true);
     EXPECT_TRUE(znOpenSGUtils::call("double", message, 7));

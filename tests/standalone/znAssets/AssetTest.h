@@ -11,7 +11,7 @@
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
 #include "host/znOpenSGUtils/znOpenSGUtils.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znAssets/SessionAssets.h"
 #include "tests/standalone/session/SessionTest.h"
 
 #include <QUrl>

@@ -3,8 +3,8 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/OSGSystem/EditAudit.h"
+#include "standalone/formats/SceneReaders.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/znKernel/KernelState.h"
 #include "tests/standalone/session/SessionTest.h"
 
 using testing::ElementsAre;
@@ -32,7 +32,7 @@ protected:
     /// A reader of files with the extension "fake" that gives this root.
     void readFakeFilesAs(const osg::NodePtr& root)
     {
-        m_session.kernel().readers.add(
+        m_session.state<formats::SceneReaders>().add(
             {QStringLiteral("test"), {QStringLiteral("fake")}, [root](formats::ReadTask&) { return root; }});
         refer(write(QStringLiteral("part.fake"), "x"));
     }

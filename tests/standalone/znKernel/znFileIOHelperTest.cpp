@@ -1,6 +1,7 @@
 #include "host/znKernel/znFileIOHelper.h"
 
-#include "standalone/znKernel/KernelState.h"
+#include "host/znOpenSGExt/FileInfo.h"
+#include "standalone/znKernel/MixedAssemblies.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
@@ -127,13 +128,24 @@ using FileIOHelperInSession = SessionTest;
 TEST_F(FileIOHelperInSession, MixedAssembliesCanBeDecidedOtherwise)
 {
     std::vector<QString> asked;
-    m_session.kernel().canContainMixedAssemblies = [&](const QString& path) {
+    m_session.state<zn::MixedAssemblies>().canContain = [&](const QString& path) {
         asked.push_back(path);
         return path.endsWith(QStringLiteral(".styl"));
     };
     EXPECT_TRUE(znFileIOHelper::canContainMixedAssemblies(QStringLiteral("a.styl")));
     EXPECT_FALSE(znFileIOHelper::canContainMixedAssemblies(QStringLiteral("a.skp")));
     EXPECT_THAT(asked, testing::ElementsAre(QStringLiteral("a.styl"), QStringLiteral("a.skp")));
+}
+
+TEST_F(FileIOHelperInSession, TheFileInfoNamesTheFile)
+{
+    const osg::NodePtr root = m_session.sceneRoot();
+    EXPECT_EQ(znFileIOHelper::getFileNameFromFileInfo(root), QString());
+    EXPECT_EQ(znFileIOHelper::getFileNameFromFileInfo({}), QString());
+    const osg::FileInfoPtr info = osg::FileInfoBase::create();
+    info->setFileName("/cars/größe 轴.stp");
+    root->addAttachment(info);
+    EXPECT_EQ(znFileIOHelper::getFileNameFromFileInfo(root), QString::fromUtf8("/cars/größe 轴.stp"));
 }
 
 } // namespace

@@ -5,8 +5,9 @@
 #include "host/OSGSystem/Transform.h"
 #include "standalone/OSGSystem/EditAudit.h"
 #include "standalone/OSGSystem/Mesh.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/formats/SceneReaders.h"
 #include "tests/standalone/session/SessionTest.h"
+#include "tests/support/LoadRecorder.h"
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -145,21 +146,23 @@ TEST_F(FileIOTest, WhatWasLoadedBecomesTheSelectionIfThatIsWanted)
     EXPECT_TRUE(m_session.selectedNode() == m_root->getChild(1));
 }
 
-TEST_F(FileIOTest, TheSessionRemembersWhatTheLatestLoadAskedFor)
+TEST_F(FileIOTest, AnObserverIsToldWhatEachLoadAsksFor)
 {
+    const LoadRecorder recorder(m_session);
     const osg::NodePtr parent = addGroup(m_root, "parent");
     const QString file = path(QStringLiteral("missing.obj"));
     znFileIO::load({file}, parent, true, false, true);
-    EXPECT_THAT(m_session.kernel().lastLoad.files, ElementsAre(file));
-    EXPECT_EQ(m_session.kernel().lastLoad.parentId, parent->getContainerId());
-    EXPECT_TRUE(m_session.kernel().lastLoad.sceneWasEmpty);
-    EXPECT_FALSE(m_session.kernel().lastLoad.merge);
-    EXPECT_TRUE(m_session.kernel().lastLoad.select);
+    EXPECT_THAT(recorder.latest().files, ElementsAre(file));
+    EXPECT_EQ(recorder.latest().parentId, parent->getContainerId());
+    EXPECT_TRUE(recorder.latest().sceneWasEmpty);
+    EXPECT_FALSE(recorder.latest().merge);
+    EXPECT_TRUE(recorder.latest().select);
     znFileIO::load({}, osg::NodePtr(), false, true, false);
-    EXPECT_EQ(m_session.kernel().lastLoad.parentId, 0u);
-    EXPECT_FALSE(m_session.kernel().lastLoad.sceneWasEmpty);
-    EXPECT_TRUE(m_session.kernel().lastLoad.merge);
-    EXPECT_FALSE(m_session.kernel().lastLoad.select);
+    EXPECT_EQ(recorder.requests().size(), 2u);
+    EXPECT_EQ(recorder.latest().parentId, 0u);
+    EXPECT_FALSE(recorder.latest().sceneWasEmpty);
+    EXPECT_TRUE(recorder.latest().merge);
+    EXPECT_FALSE(recorder.latest().select);
 }
 
 TEST_F(FileIOTest, UnitAndUpAxisOfFilesWithoutThemAreSettings)
@@ -192,16 +195,17 @@ TEST_F(FileIOTest, VrmlFilesComeAsTheyAreUnlessTheyMeanMetres)
 
 TEST_F(FileIOTest, AHostCanBringReadersOfItsOwn)
 {
-    m_session.kernel().readers.add({QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) {
-                                        return osg::makeNodeFor(osg::Group::create());
-                                    }});
+    m_session.state<formats::SceneReaders>().add(
+        {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) {
+             return osg::makeNodeFor(osg::Group::create());
+         }});
     EXPECT_EQ(load({write(QStringLiteral("one.fake"), "x")}, m_root), 131003);
     EXPECT_THAT(childNames(m_root), ElementsAre("one"));
 }
 
 TEST_F(FileIOTest, AReaderWithoutATreeIsALoadWithoutANode)
 {
-    m_session.kernel().readers.add(
+    m_session.state<formats::SceneReaders>().add(
         {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) { return osg::NodePtr(); }});
     EXPECT_EQ(load({write(QStringLiteral("none.fake"), "x")}, m_root), 131003);
     EXPECT_EQ(m_root->getNChildren(), 0u);
@@ -218,6 +222,20 @@ TEST_F(FileIOTest, TheTreeIsHungWithinTheBracketOfTheChildren)
                 Contains(osg::EditAudit::Record{m_root->getContainerId(), "Node", osg::Node::ChildrenFieldMask}));
     EXPECT_EQ(audit.openBrackets(), 0u);
     EXPECT_THAT(audit.unmatchedEnds(), IsEmpty());
+}
+
+TEST_F(FileIOTest, TheSolidKernelIsARow)
+{
+    EXPECT_FALSE(znFileIO::getUseGSK());
+    EXPECT_FALSE(m_session.settings().set(QStringLiteral("optimize.solidKernel"), QStringLiteral("on")));
+    EXPECT_TRUE(znFileIO::getUseGSK());
+}
+
+TEST_F(FileIOTest, UberMaterialsAreASettingThatIsOffAtFirst)
+{
+    EXPECT_FALSE(znFileIO::getConvertToUberMaterials());
+    EXPECT_FALSE(m_session.settings().set(QStringLiteral("import.uberMaterials"), QStringLiteral("on")));
+    EXPECT_TRUE(znFileIO::getConvertToUberMaterials());
 }
 
 } // namespace

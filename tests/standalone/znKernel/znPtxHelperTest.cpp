@@ -2,6 +2,7 @@
 
 #include "host/znJobProcessing/znJobQueue.h"
 #include "host/znJobProcessing/znProcessJob.h"
+#include "standalone/OSGSystem/Tags.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
@@ -152,6 +153,21 @@ TEST_F(znPtxHelperTest, TheLastErrorOfTheLogIsTheReasonAndTheLogIsNamed)
         write(QStringLiteral("größe.log"), "Error: first\nNote: more\n  Error: no shape in #12 ä\nend\n");
     EXPECT_EQ(znPtxHelper::getProcessErrorDescription(25, log.toStdString()).toStdString(),
               "There is nothing to import in the file. no shape in #12 ä [log: " + log.toStdString() + "]");
+}
+
+TEST_F(znPtxHelperTest, ATreeIsConvertedUntilTheMarkIsTakenAway)
+{
+    const osg::NodePtr tree = addGroup(m_session.sceneRoot(), "tree");
+    EXPECT_FALSE(znPtxHelper::isConvertedPtxTree(tree));
+    EXPECT_FALSE(znPtxHelper::isConvertedPtxTree({}));
+    osg::setTags(tree, {"ptx::format=STEP", "ptx::converted", "mine"});
+    EXPECT_TRUE(znPtxHelper::isConvertedPtxTree(tree));
+    znPtxHelper::removePtxTag(tree);
+    EXPECT_FALSE(znPtxHelper::isConvertedPtxTree(tree));
+    EXPECT_THAT(osg::tagsOf(tree), ElementsAre("ptx::format=STEP", "mine"));
+    znPtxHelper::removePtxTag(tree);
+    znPtxHelper::removePtxTag({});
+    EXPECT_EQ(osg::tagsOf(tree).size(), 2u);
 }
 
 } // namespace

@@ -13,7 +13,7 @@
 #include "host/znQRPCUtils/znQRPCConverter.h"
 #include "standalone/OSGSystem/EditAudit.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUtils/MaterialUses.h"
 #include "tests/standalone/session/SessionTest.h"
 
 using testing::ElementsAre;
@@ -230,7 +230,7 @@ TEST_F(MaterialTrees, MarksOfUseAddUpAndKeepTheMaterial)
     znMaterials::addRef(steel, osg::NodePtr(), 0);
     znMaterials::addRef(steel, root, 0);
     znMaterials::addRef(osg::MaterialPtr(), root, 0);
-    const auto& uses = m_session.kernel().materials.uses;
+    const auto& uses = zn::materialUses();
     ASSERT_EQ(uses.size(), 1U);
     EXPECT_EQ(uses.at(steel->getContainerId()).count, 2U);
     EXPECT_EQ(steel->getRefCount(), 1U);

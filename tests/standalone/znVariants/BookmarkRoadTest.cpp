@@ -9,10 +9,11 @@
 #include "host/znVariants/znVariants.h"
 #include "optimization/BookmarkConversion.h"
 #include "standalone/export/GlbWriter.h"
+#include "standalone/loading/SceneExtras.h"
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/SceneExtras.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 #include "tests/gltf-validator/GltfValidator.h"
 #include "tests/standalone/export/GlbFile.h"
 #include "tests/standalone/session/SessionTest.h"
@@ -48,11 +49,10 @@ protected:
     void convert() { optimization::convertStylarBookmarks(m_car, false); }
 
     osg::NodePtr part(unsigned index) const { return m_car->getChild(index); }
-    zn::KernelState& kernel() { return m_session.kernel(); }
 
     QStringList apply(const char* set)
     {
-        return zn::VariantStore::apply(*znVariants::findVariantSet(text(set)), kernel().cameras);
+        return zn::SessionVariants::apply(*znVariants::findVariantSet(text(set)), zn::sessionCameras());
     }
 
     /// The picture of the scene as it is now; also into the folder ZN_PICTURES when that is set.
@@ -61,8 +61,8 @@ protected:
         render::SnapshotOptions options;
         options.width = 320;
         options.height = 200;
-        if (const osg::UberCameraPtr view = kernel().cameras.view())
-            options.eye = render::Eye{kernel().cameras.placementOf(view), true, view->getFieldOfView(), 0};
+        if (const osg::UberCameraPtr view = zn::sessionCameras().view())
+            options.eye = render::Eye{zn::sessionCameras().placementOf(view), true, view->getFieldOfView(), 0};
         const render::SnapshotResult result = render::renderSnapshot(m_session.sceneRoot(), options);
         EXPECT_FALSE(result.error) << result.error.message.toStdString();
         const QString folder = qEnvironmentVariable("ZN_PICTURES");
@@ -91,7 +91,7 @@ TEST_F(BookmarkRoadTest, BookmarksBecomeSetsVariantsAndViewpoints)
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 2u);
     convert();
     EXPECT_EQ(m_car->getNChildren(), 3u);
-    const auto& sets = kernel().variants.sets();
+    const auto& sets = zn::sessionVariants().sets();
     ASSERT_EQ(sets.size(), 3u);
     EXPECT_EQ(sets[0]->getName(), text("Open Roof"));
     EXPECT_EQ(sets[0]->getGroup()->getName(), text("Exterior"));
@@ -99,11 +99,11 @@ TEST_F(BookmarkRoadTest, BookmarksBecomeSetsVariantsAndViewpoints)
     EXPECT_EQ(sets[1]->findMaterialVariant(text("Roof Glass"))->m_stateName, text("Tinted"));
     EXPECT_TRUE(sets[2]->getGroup() == nullptr);
     EXPECT_EQ(sets[2]->m_viewpointName, QString());
-    EXPECT_EQ(kernel().variants.nodeVariants().size(), 2u);
+    EXPECT_EQ(zn::sessionVariants().nodeVariants().size(), 2u);
     EXPECT_EQ(osg::tagsOf(part(1)), std::vector<std::string>{"fragile"});
     EXPECT_TRUE(osg::tagsOf(part(2)).empty());
     // One camera with one track, and a viewpoint of each bookmark that had a camera.
-    EXPECT_EQ(kernel().cameras.root()->getNChildren(), 1u);
+    EXPECT_EQ(zn::sessionCameras().root()->getNChildren(), 1u);
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 3u);
 }
 
@@ -115,9 +115,9 @@ TEST_F(BookmarkRoadTest, EachSetShowsItsPicture)
     EXPECT_STREQ(middleOf(picture("open-roof")), "grey");
     EXPECT_EQ(apply("Night"), QStringList());
     EXPECT_TRUE(part(1)->isActive());
-    EXPECT_EQ(kernel().cameras.view()->getTranslation(), (osg::Vec3f{2000, -7000, 700}));
+    EXPECT_EQ(zn::sessionCameras().view()->getTranslation(), (osg::Vec3f{2000, -7000, 700}));
     picture("night-from-its-side");
-    kernel().cameras.look(kernel().cameras.findViewpoint(text("Open Roof_vp")).cameraId);
+    zn::sessionCameras().look(zn::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId);
     EXPECT_STREQ(middleOf(picture("night")), "dark");
     EXPECT_EQ(apply("Journey"), QStringList());
     EXPECT_STREQ(middleOf(picture("journey")), "orange");

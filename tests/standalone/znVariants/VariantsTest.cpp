@@ -1,7 +1,8 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/znVariants/znVariants.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
@@ -28,8 +29,8 @@ protected:
         return choices;
     }
 
-    zn::VariantStore& store() { return m_session.kernel().variants; }
-    QStringList apply(const znVariantSet& set) { return zn::VariantStore::apply(set, m_session.kernel().cameras); }
+    zn::SessionVariants& store() { return zn::sessionVariants(); }
+    QStringList apply(const znVariantSet& set) { return zn::SessionVariants::apply(set, zn::sessionCameras()); }
 };
 
 QString text(const char* utf8)

@@ -1,9 +1,10 @@
 #include "tools/znimport/KeptLook.h"
 
-#include "standalone/session/znStandaloneSession.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/startup/znStandaloneSession.h"
 #include "tests/support/BookmarkScene.h"
 #include "tools/znimport/VariantSelection.h"
+#include "standalone/znOpenSGUberCamera/SessionCameras.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ namespace
 TEST(KeptLookTest, WhatASetChangesComesBack)
 {
     znStandaloneSession session;
-    zn::VariantStore& store = session.kernel().variants;
+    zn::SessionVariants& store = zn::sessionVariants();
     const osg::NodePtr node = osg::makeNodeFor(osg::Group::create());
     session.sceneRoot()->addChild(node);
     const osg::RefPtr<osg::SwitchMaterialPtr> glass(bookmarkscene::roofGlass());
@@ -28,7 +29,7 @@ TEST(KeptLookTest, WhatASetChangesComesBack)
     }
     EXPECT_TRUE(node->isActive());
     EXPECT_EQ(glass->getChoice(), 0u);
-    EXPECT_FALSE(session.kernel().cameras.view());
+    EXPECT_FALSE(zn::sessionCameras().view());
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "host/znOpenSGExt/FileInfo.h"
 #include "host/znOpenSGUtils/znDefaultEnvironment.h"
 #include "optimization/MaterialUpdate.h"
-#include "standalone/znKernel/KernelState.h"
+#include "standalone/znAssets/SessionAssets.h"
 #include "tests/optimization/MaterialTest.h"
 
 #include <QUrl>
@@ -35,7 +35,7 @@ TEST_F(AssetLibraryTest, CopiesOfAssetsBecomeTheMaterialsOfTheLibrary)
     EXPECT_STREQ(osg::getName(materialOf(a)), "gold");
     EXPECT_TRUE(materialOf(b) == materialOf(a));
     EXPECT_STREQ(osg::getName(choices->getMaterial(0)), "tin");
-    EXPECT_EQ(m_session.kernel().assetItems.count(), 2U);
+    EXPECT_EQ(zn::sessionAssets().count(), 2U);
 }
 
 TEST_F(AssetLibraryTest, AnAssetWhosePictureIsLostMirrorsTheDefaultEnvironment)

@@ -1,0 +1,14 @@
+#include "standalone/geometry/VertexColors.h"
+
+#include "standalone/geometry/GeometryWalk.h"
+
+void geometry::removeVertexColors(const osg::NodePtr& root)
+{
+    for (const osg::GeometryPtr& geometry : geometriesBelow(root)) {
+        if (osg::GeometryAccess::mesh(*geometry).colors.empty())
+            continue;
+        osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
+        mesh.colors = {};
+        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
+    }
+}

@@ -1,0 +1,45 @@
+#include "standalone/loading/TreeReading.h"
+
+#include "host/znUtils/znLog.h"
+#include "standalone/formats/SceneReaders.h"
+#include "standalone/loading/SceneExtras.h"
+#include "standalone/session/Session.h"
+
+namespace zn
+{
+
+namespace
+{
+
+formats::ReadOptions readOptions(const Settings& settings)
+{
+    formats::ReadOptions options;
+    options.millimetresPerUnit = settings.mesh.unit;
+    options.upAxis = settings.mesh.up == MeshSettings::Axis::Y ? formats::UpAxis::Y : formats::UpAxis::Z;
+    options.vrmlInMetres = settings.mesh.wrlInMetres;
+    return options;
+}
+
+void log(const files::Note& note)
+{
+    znLog::error(note.toString().toUtf8().constData());
+}
+
+} // namespace
+
+std::optional<osg::NodePtr> readTree(Session& session, const QString& file)
+{
+    const formats::ReadResult result =
+        session.state<formats::SceneReaders>().read(file, readOptions(session.settings()));
+    for (const files::Note& warning : result.warnings)
+        log(warning);
+    if (!result) {
+        log(result.error());
+        return std::nullopt;
+    }
+    for (const QString& complaint : takeExtras(session, result.value()))
+        log({complaint, file, {}});
+    return result.value();
+}
+
+} // namespace zn

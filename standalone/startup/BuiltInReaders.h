@@ -1,0 +1,11 @@
+#pragma once
+
+#include "standalone/formats/SceneReaders.h"
+
+namespace zn
+{
+
+/// The formats that a session reads from its start: the mesh formats of this program, and scene files.
+formats::SceneReaders builtInReaders();
+
+} // namespace zn

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host/znInterfaces/znReferenceInterface.h"
+
+namespace zn
+{
+
+/// Keeps nothing itself: each notification goes to the observer of the session that is alive, and nowhere without one.
+class SessionReferences final : public znReferenceInterface
+{
+public:
+    void notifyReferences(const osg::NodePtr& root, int code, int argument) override;
+};
+
+} // namespace zn

@@ -1,0 +1,15 @@
+#include "host/znInterfaces/znInterfaceFactory.h"
+
+#include "standalone/znInterfaces/SessionReferences.h"
+
+znInterfaceFactory* znInterfaceFactory::the()
+{
+    static znInterfaceFactory only;
+    return &only;
+}
+
+znInterfaceObject* znInterfaceFactory::get(std::type_index type) const
+{
+    static zn::SessionReferences references;
+    return type == typeid(znReferenceInterface) ? &references : nullptr;
+}

@@ -1,0 +1,4 @@
+#include "host/znInterfaces/znInterfaceObject.h"
+
+znInterfaceObject::znInterfaceObject() = default;
+znInterfaceObject::~znInterfaceObject() = default;

@@ -1,0 +1,4 @@
+#include "host/znInterfaces/znReferenceInterface.h"
+
+znReferenceInterface::znReferenceInterface() = default;
+znReferenceInterface::~znReferenceInterface() = default;

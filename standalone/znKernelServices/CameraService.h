@@ -1,0 +1,13 @@
+#pragma once
+
+#include "host/znKernelServices/znCameraService.h"
+
+#include <memory>
+
+namespace zn
+{
+
+/// Makes cameras in the camera tree of the living session.
+std::unique_ptr<znCameraService> makeCameraService();
+
+} // namespace zn

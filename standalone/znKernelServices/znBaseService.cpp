@@ -1,0 +1,3 @@
+#include "host/znKernelServices/znBaseService.h"
+
+znBaseService::~znBaseService() = default;

@@ -1,0 +1,7 @@
+#include "host/znKernelServices/znKernelServiceFactory.h"
+
+znKernelServiceFactory* znKernelServiceFactory::the()
+{
+    static znKernelServiceFactory factory;
+    return &factory;
+}

@@ -1,0 +1,9 @@
+#include "host/znKernelServices/zndCameraBaseNode.h"
+
+#include "standalone/znKernelServices/WrappedNodes.h"
+
+std::uint64_t zndCameraBaseNode::getId() const
+{
+    const osg::UberCameraPtr camera = zn::cameraOf(*this);
+    return camera ? camera->getContainerId() : 0;
+}

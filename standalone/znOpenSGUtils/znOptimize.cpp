@@ -1,0 +1,40 @@
+#include "host/znOpenSGUtils/znOptimize.h"
+
+#include "standalone/session/Session.h"
+#include "standalone/treeops/GroupCleaning.h"
+#include "standalone/treeops/TransformFlushing.h"
+#include "standalone/znUtils/CallTrace.h"
+
+namespace
+{
+
+/// Geometries of one session that scales went into, so that parts which are used many times stay shared.
+struct FlushedScales {
+    treeops::BakedGeometry geometries;
+};
+
+} // namespace
+
+void znOptimize::cleanupGroupNodes(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znOptimize::cleanupGroupNodes", root);
+    treeops::cleanupGroupNodes(root);
+}
+
+void znOptimize::removeEmptyGroups(const osg::NodePtr& root, bool keepNamed)
+{
+    const zn::TracedCall call("znOptimize::removeEmptyGroups", root, keepNamed);
+    treeops::removeEmptyGroups(root, keepNamed);
+}
+
+void znOptimize::flushTransformationsKeepFaceNormals(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znOptimize::flushTransformationsKeepFaceNormals", root);
+    treeops::flushTransformations(root);
+}
+
+void znOptimize::flushSelectedTransformationScales(const osg::NodePtr& node)
+{
+    const zn::TracedCall call("znOptimize::flushSelectedTransformationScales", node);
+    treeops::flushScalesAbove(node, zn::Session::require().state<FlushedScales>().geometries);
+}

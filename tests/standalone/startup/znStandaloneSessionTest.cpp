@@ -1,0 +1,152 @@
+#include "standalone/startup/znStandaloneSession.h"
+
+#include "host/znJobProcessing/znParallelJobManager.h"
+#include "host/znUtils/znFile.h"
+#include "host/znUtils/znLog.h"
+#include "standalone/znJobProcessing/ProcessLimit.h"
+#include "tests/standalone/session/SessionTest.h"
+#include "tests/support/QtPrinters.h"
+
+#include <QFileInfo>
+
+#include <memory>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+TEST(StandaloneSession, IsTheLivingOneUntilItEnds)
+{
+    EXPECT_EQ(znStandaloneSession::current(), nullptr);
+    {
+        znStandaloneSession session;
+        EXPECT_EQ(znStandaloneSession::current(), &session);
+        EXPECT_EQ(&znStandaloneSession::require(), &session);
+        session.end();
+        EXPECT_EQ(znStandaloneSession::current(), nullptr);
+    }
+    EXPECT_EQ(znStandaloneSession::current(), nullptr);
+}
+
+TEST(StandaloneSession, HasAnIdOfItsOwn)
+{
+    std::uint64_t first = 0;
+    {
+        first = znStandaloneSession().id();
+    }
+    EXPECT_NE(first, 0u);
+    EXPECT_NE(znStandaloneSession().id(), first);
+}
+
+TEST(StandaloneSession, LeavesNothingAliveByItself)
+{
+    znStandaloneSession session;
+    EXPECT_THAT(session.end(), IsEmpty());
+    EXPECT_THAT(session.end(), IsEmpty());
+}
+
+TEST(StandaloneSession, NamesAndSweepsWhatIsLeftAlive)
+{
+    znStandaloneSession session;
+    session.sceneRoot()->addChild(osg::Node::create());
+    const osg::NodePtr forgotten = osg::Node::create();
+    osg::setName(forgotten, "forgotten");
+    forgotten.addRef();
+    const std::uint32_t id = forgotten->getContainerId();
+    const std::vector<osg::LivingContainer> left = session.end();
+    ASSERT_EQ(left.size(), 2u);
+    EXPECT_EQ(left[0].type, "Node");
+    EXPECT_EQ(left[0].name, "forgotten");
+    EXPECT_EQ(left[0].id, id);
+    EXPECT_EQ(left[0].references, 1u);
+    EXPECT_EQ(left[1].type, "Name");
+    EXPECT_EQ(osg::livingContainerCount(), 0u);
+}
+
+TEST(StandaloneSession, ItsDestructionSweepsTheContainersAsWell)
+{
+    {
+        const znStandaloneSession session;
+        osg::Node::create().addRef();
+    }
+    EXPECT_EQ(osg::livingContainerCount(), 0u);
+}
+
+TEST(StandaloneSession, ItsTemporaryFolderIsPrivateAndGoesWithIt)
+{
+    QString folder;
+    {
+        const znStandaloneSession session;
+        folder = session.temporaryFolder();
+        EXPECT_TRUE(QFileInfo(folder).isDir());
+        EXPECT_EQ(QFileInfo(folder).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther),
+                  QFile::Permissions());
+        EXPECT_EQ(znFile::getTmpDir(), folder.toStdString());
+        EXPECT_TRUE(QDir(folder).mkpath(QStringLiteral("sub/deeper")));
+        QFile inside(folder + QStringLiteral("/sub/deeper/part.osb"));
+        EXPECT_TRUE(inside.open(QIODevice::WriteOnly));
+    }
+    EXPECT_FALSE(QFileInfo::exists(folder));
+    EXPECT_EQ(znFile::getTmpDir(), QDir::tempPath().toStdString());
+}
+
+TEST(StandaloneSession, ItsLogCanBeHeardWhileItLives)
+{
+    std::vector<std::string> heard;
+    testing::internal::CaptureStderr();
+    {
+        znStandaloneSession session;
+        znLog::error("before");
+        session.setLogSink([&](const char* text) { heard.emplace_back(text); });
+        znLog::error("Couldn't open 'ä'!");
+    }
+    znLog::error("after");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "before\nafter\n");
+    EXPECT_THAT(heard, ElementsAre("Couldn't open 'ä'!"));
+}
+
+TEST(StandaloneSession, ItsSettingBoundsTheProcessesFromTheNextQuestionOn)
+{
+    const unsigned byDefault = znJobs::defaultProcessLimit();
+    {
+        znStandaloneSession session;
+        EXPECT_EQ(znParallelJobManager::the()->getMaxNumProcesses(), byDefault);
+        EXPECT_FALSE(session.settings().set(QStringLiteral("processes.most"), QStringLiteral("17")));
+        EXPECT_EQ(znParallelJobManager::the()->getMaxNumProcesses(), 17u);
+        EXPECT_FALSE(session.settings().set(QStringLiteral("processes.most"), QStringLiteral("0")));
+        EXPECT_EQ(znParallelJobManager::the()->getMaxNumProcesses(), byDefault);
+        EXPECT_FALSE(session.settings().set(QStringLiteral("processes.most"), QStringLiteral("17")));
+    }
+    EXPECT_EQ(znParallelJobManager::the()->getMaxNumProcesses(), byDefault);
+}
+
+TEST(StandaloneSession, StartsWithNothingOfTheOneBefore)
+{
+    {
+        znStandaloneSession first;
+        first.sceneRoot()->addChild(osg::Node::create());
+        first.select(first.sceneRoot());
+        first.preferences().set("FileIO tmp path", boost::any(1), true);
+        EXPECT_FALSE(first.settings().set(QStringLiteral("mesh.unit"), QStringLiteral("2")));
+    }
+    znStandaloneSession second;
+    EXPECT_EQ(second.sceneRoot()->getNChildren(), 0u);
+    EXPECT_FALSE(second.selectedNode());
+    EXPECT_TRUE(second.preferences().get("FileIO tmp path").empty());
+    EXPECT_EQ(second.settings().mesh.unit, 1.0);
+}
+
+TEST(StandaloneSessionDeathTest, ThereIsOneAtATime)
+{
+    const znStandaloneSession session;
+    EXPECT_DEATH(znStandaloneSession(), "a second session was started while one is alive");
+}
+
+TEST(StandaloneSessionDeathTest, TheHostIsNotCalledWithoutOne)
+{
+    EXPECT_DEATH(znStandaloneSession::require(), "the host was called without a session");
+}
+
+} // namespace
