@@ -5,10 +5,8 @@
 #include "host/znVariants/znVariants.h"
 #include "importer/Importer.h"
 #include "importer/znImporter.h"
-#include "standalone/session/VariantSets.h"
-#include "standalone/startup/znStandaloneSession.h"
-#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znVariants/VariantSets.h"
+#include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>
 #include <QTextStream>

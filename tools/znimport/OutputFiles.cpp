@@ -5,7 +5,7 @@
 #include "standalone/render/Snapshot.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/session/SceneExtras.h"
-#include "standalone/session/VariantSets.h"
+#include "standalone/znVariants/VariantSets.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"

@@ -1,6 +1,6 @@
 #include "tools/znimport/VariantSelection.h"
 
-#include "standalone/session/VariantSets.h"
+#include "standalone/znVariants/VariantSets.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znVariants/SessionVariants.h"
 
