@@ -27,7 +27,7 @@ endfunction()
 # The objects of a test or bench that runs whole imports.
 set(ZN_IMPORTER_OBJECTS
   zn_importer zn_plmxml zn_cadvisualization zn_cadxml zn_tinyxml zn_optimization zn_loader zn_converter zn_import zn_kernel
-  zn_geometry zn_breppack zn_render zn_utils zn_formats zn_scenefile zn_scene zn_jobs zn_filetypes)
+  zn_geometry zn_render zn_utils zn_formats zn_scenefile zn_scene zn_jobs zn_filetypes)
 
 # The test framework's headers take half of a test's compile time: they are precompiled once for all tests, which makes
 # GCC 12 raise false alarms on joined strings. Tests themselves need little optimisation: more takes half as long again.

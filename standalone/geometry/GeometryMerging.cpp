@@ -91,7 +91,6 @@ osg::GeometryPtr mergedGeometry(const Companions& companions)
         return {};
     const osg::GeometryPtr first = geometryOf(companions.front());
     const osg::GeometryPtr result(static_cast<osg::Geometry*>(osg::ContainerAccess::copy(*first).get()));
-    osg::AttachmentAccess::copyAll(*first, *result);
     exchangeMesh(result, std::make_shared<const osg::Mesh>(*std::move(mesh)));
     return result;
 }
@@ -114,7 +113,7 @@ void replace(const Companions& companions, const osg::GeometryPtr& merged)
 void mergeGeometry(const osg::NodePtr& root)
 {
     Places all;
-    for (const osg::NodePtr& node : treeops::parentsFirst(root))
+    for (const osg::NodePtr& node : parentsFirst(root))
         for (Companions& companions : companionsBelow(node))
             all[signatureOf(companions)].push_back(std::move(companions));
     for (auto& [signature, places] : all) {

@@ -22,11 +22,11 @@ std::vector<Surroundings> surroundingsOf(const osg::Mesh& mesh)
     for (std::size_t i = 0; i + 2 < mesh.triangles.size(); i += 3) {
         const std::uint32_t* corner = mesh.triangles.data() + i;
         if (std::any_of(corner, corner + 3,
-                        [&](std::uint32_t c) { return c >= all.size() || !render::isDrawable(mesh.positions[c]); }))
+                        [&](std::uint32_t c) { return c >= all.size() || !rays::isDrawable(mesh.positions[c]); }))
             continue;
-        const Eigen::Vector3f a = render::toEigen(mesh.positions[corner[0]]);
-        const Eigen::Vector3f b = render::toEigen(mesh.positions[corner[1]]);
-        const Eigen::Vector3f c = render::toEigen(mesh.positions[corner[2]]);
+        const Eigen::Vector3f a = rays::toEigen(mesh.positions[corner[0]]);
+        const Eigen::Vector3f b = rays::toEigen(mesh.positions[corner[1]]);
+        const Eigen::Vector3f c = rays::toEigen(mesh.positions[corner[2]]);
         const Eigen::Vector3f normal = (b - a).cross(c - a);
         for (std::size_t k = 0; k < 3; ++k) {
             all[corner[k]].centers += (a + b + c) / 3;
@@ -42,7 +42,7 @@ Eigen::Vector3f normalOf(const osg::Mesh& mesh, std::size_t vertex, const Surrou
 {
     Eigen::Vector3f normal = around.normals;
     if (mesh.normals.size() == mesh.positions.size()) {
-        const Eigen::Vector3f own = render::toEigen(mesh.normals[vertex]);
+        const Eigen::Vector3f own = rays::toEigen(mesh.normals[vertex]);
         if (own.allFinite() && own.squaredNorm() > 0)
             normal = own;
     }
@@ -68,18 +68,18 @@ std::vector<Lookout> lookoutsOf(const osg::Mesh& mesh)
     for (std::size_t i = 0; i < around.size(); ++i) {
         if (around[i].triangles == 0)
             continue;
-        const Eigen::Vector3f vertex = render::toEigen(mesh.positions[i]);
+        const Eigen::Vector3f vertex = rays::toEigen(mesh.positions[i]);
         const Eigen::Vector3f middle = around[i].centers / around[i].triangles;
         lookouts[i] = {vertex + inward * (middle - vertex), normalOf(mesh, i, around[i])};
     }
     return lookouts;
 }
 
-void addOpenness(const render::Sky& sky, const std::vector<Lookout>& lookouts, const Eigen::Affine3d& placement,
+void addOpenness(const rays::Sky& sky, const std::vector<Lookout>& lookouts, const Eigen::Affine3d& placement,
                  std::vector<float>& sums)
 {
     const Eigen::Matrix3f normals = normalMatrixOf(placement);
-    const render::SkyRays rays = {0, 0, sky.raysPerPixel()};
+    const rays::SkyRays rays = {0, 0, sky.raysPerPixel()};
     for (std::size_t i = 0; i < lookouts.size(); ++i) {
         const Eigen::Vector3f normal = (normals * lookouts[i].normal).stableNormalized();
         if (!(normal.squaredNorm() > 0.5f)) {
@@ -87,7 +87,7 @@ void addOpenness(const render::Sky& sky, const std::vector<Lookout>& lookouts, c
             continue;
         }
         const Eigen::Vector3f position = (placement * lookouts[i].position.cast<double>()).cast<float>();
-        sums[i] += sky.openness(position, normal, render::skyReach, rays);
+        sums[i] += sky.openness(position, normal, rays::skyReach, rays);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Node.h"
 #include "standalone/OSGSystem/ContainerRegistry.h"
+#include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/MeshTriangulation.h"
 
 #include <Eigen/Dense>
@@ -63,13 +64,6 @@ std::vector<std::uint32_t> turnedTriangles(const osg::Buffer<std::uint32_t>& tri
     return turned;
 }
 
-void exchangeMesh(const osg::GeometryPtr& geometry, std::shared_ptr<const osg::Mesh> mesh)
-{
-    osg::beginEditCP(geometry, osg::GeometryBase::MeshFieldMask, 1);
-    osg::GeometryAccess::setMesh(*geometry, std::move(mesh));
-    osg::endEditCP(geometry, osg::GeometryBase::MeshFieldMask, 1);
-}
-
 void exchangeCore(const osg::NodePtr& node, const osg::NodeCorePtr& core)
 {
     osg::beginEditCP(node, osg::Node::CoreFieldMask, 1);
@@ -123,10 +117,10 @@ void BakedGeometry::bake(const osg::NodePtr& node, const osg::Matrix& matrix)
         return;
     auto mesh = std::make_shared<const osg::Mesh>(transformed(*original, matrix));
     if (source->getRefCount() == 1)
-        return exchangeMesh(source, std::move(mesh));
+        return geometry::exchangeMesh(source, std::move(mesh));
     const osg::GeometryPtr copy(static_cast<osg::Geometry*>(osg::ContainerAccess::copy(*source).get()));
     m_entries[{source->getContainerId(), matrix.values}] = {copy->getContainerId(), original, mesh};
-    exchangeMesh(copy, std::move(mesh));
+    geometry::exchangeMesh(copy, std::move(mesh));
     exchangeCore(node, copy);
 }
 

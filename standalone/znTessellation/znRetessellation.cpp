@@ -4,8 +4,8 @@
 #include "host/znUtils/znLog.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/Remeshing.h"
-#include "standalone/geometry/TessellationRun.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "standalone/session/Session.h"
+#include "standalone/znTessellation/TessellationRun.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QCoreApplication>
@@ -16,29 +16,16 @@
 namespace
 {
 
-/// What the last `copySettings` of a session took.
-struct CopiedSettings {
-    std::uint64_t session = 0;
-    geometry::TessellationProgram program;
-};
-
-CopiedSettings& copied()
-{
-    static CopiedSettings only;
-    return only;
-}
-
-geometry::TessellationProgram programOf(const zn::Settings& settings)
+zn::TessellationProgram programOf(const zn::Settings& settings)
 {
     return {settings.text(QStringLiteral("tessellation.program")),
             settings.number(QStringLiteral("tessellation.timeLimit"))};
 }
 
-/// What holds in the living session.
-geometry::TessellationProgram currentProgram()
-{
-    return copied().session == znStandaloneSession::require().id() ? copied().program : programOf(zn::Settings());
-}
+/// What the last `copySettings` of a session took; the defaults before the first one.
+struct CopiedSettings {
+    zn::TessellationProgram program = programOf(zn::Settings());
+};
 
 class Texts
 {
@@ -64,10 +51,10 @@ void tell(const QString& text)
 } // namespace
 
 struct znRetessellation::State {
-    geometry::TessellationWish wish;
+    zn::TessellationWish wish;
     std::set<std::uint32_t> known;
     std::vector<osg::RefPtr<osg::GeometryPtr>> geometries; ///< with an exact surface, as the tasks
-    std::vector<geometry::TessellationTask> tasks;
+    std::vector<zn::TessellationTask> tasks;
     std::size_t withoutSurface = 0;
     bool isApplied = false;
 };
@@ -78,8 +65,8 @@ znRetessellation::~znRetessellation() = default;
 void znRetessellation::copySettings()
 {
     const zn::TracedCall call("znRetessellation::copySettings");
-    znStandaloneSession& session = znStandaloneSession::require();
-    copied() = {session.id(), programOf(session.settings())};
+    zn::Session& session = zn::Session::require();
+    session.state<CopiedSettings>().program = programOf(session.settings());
 }
 
 void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
@@ -112,8 +99,9 @@ void znRetessellation::applyTessellation()
     const zn::TracedCall call("znRetessellation::applyTessellation");
     if (m_state->tasks.empty() || m_state->isApplied)
         return;
-    const QString folder = znStandaloneSession::require().temporaryFolder();
-    geometry::runTessellation(m_state->tasks, m_state->wish, currentProgram(), folder);
+    zn::Session& session = zn::Session::require();
+    zn::runTessellation(m_state->tasks, m_state->wish, session.state<CopiedSettings>().program,
+                        session.temporaryFolder());
     m_state->isApplied = true;
 }
 

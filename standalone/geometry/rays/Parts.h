@@ -2,8 +2,8 @@
 
 #include "host/OSGSystem/Node.h"
 #include "standalone/OSGSystem/Mesh.h"
-#include "standalone/render/Look.h"
-#include "standalone/render/Watch.h"
+#include "standalone/geometry/rays/Look.h"
+#include "standalone/geometry/rays/Watch.h"
 
 #include <Eigen/Geometry>
 
@@ -13,7 +13,7 @@
 #include <memory>
 #include <vector>
 
-namespace render
+namespace geometry::rays
 {
 
 /// A mesh that is drawn, once for all its uses.
@@ -69,4 +69,4 @@ void forEachUsedPosition(const osg::Mesh& mesh, Visitor visit)
                 visit(toEigen(mesh.positions[index]));
 }
 
-} // namespace render
+} // namespace geometry::rays
