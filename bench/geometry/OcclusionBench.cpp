@@ -4,8 +4,7 @@
 #include "standalone/geometry/AmbientOcclusion.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/OcclusionRays.h"
-#include "standalone/render/Camera.h"
-#include "standalone/render/RayScene.h"
+#include "standalone/geometry/rays/RayScene.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
 
@@ -39,11 +38,11 @@ struct alignas(32) Packet {
 class BareScene
 {
 public:
-    BareScene(const render::PartList& list, int threads) : m_device(rtcNewDevice(settings(threads).c_str()))
+    BareScene(const geometry::rays::PartList& list, int threads) : m_device(rtcNewDevice(settings(threads).c_str()))
     {
         m_scene.reset(rtcNewScene(m_device.get()));
         rtcSetSceneFlags(m_scene.get(), RTC_SCENE_FLAG_ROBUST);
-        for (const render::Part& part : list.parts)
+        for (const geometry::rays::Part& part : list.parts)
             add(part, *list.shapes[part.shape].mesh);
         rtcCommitScene(m_scene.get());
     }
@@ -66,9 +65,9 @@ public:
 private:
     static std::string settings(int threads) { return "threads=" + std::to_string(threads); }
 
-    void add(const render::Part& part, const osg::Mesh& mesh)
+    void add(const geometry::rays::Part& part, const osg::Mesh& mesh)
     {
-        const render::GeometryHandle geometry(rtcNewGeometry(m_device.get(), RTC_GEOMETRY_TYPE_TRIANGLE));
+        const geometry::rays::GeometryHandle geometry(rtcNewGeometry(m_device.get(), RTC_GEOMETRY_TYPE_TRIANGLE));
         auto* vertices = static_cast<float*>(rtcSetNewGeometryBuffer(
             geometry.get(), RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, sizeof(osg::Vec3f), mesh.positions.size()));
         for (const osg::Vec3f& p : mesh.positions) {
@@ -97,23 +96,23 @@ private:
         return blocked;
     }
 
-    render::DeviceHandle m_device;
-    render::SceneHandle m_scene;
+    geometry::rays::DeviceHandle m_device;
+    geometry::rays::SceneHandle m_scene;
 };
 
 /// Rays of the directions of a cosine-weighted sky, ready to be shot, from at most `most` vertices.
-std::vector<Packet> packetsOf(const render::PartList& list, std::size_t most)
+std::vector<Packet> packetsOf(const geometry::rays::PartList& list, std::size_t most)
 {
     std::vector<Packet> packets;
     std::size_t taken = 0;
-    for (const render::Part& part : list.parts) {
+    for (const geometry::rays::Part& part : list.parts) {
         for (const geometry::Lookout& lookout : geometry::lookoutsOf(*list.shapes[part.shape].mesh)) {
             if (!(lookout.normal.squaredNorm() > 0.5f) || taken++ >= most)
                 continue;
             const Eigen::Vector3f n =
                 (part.placement.linear() * lookout.normal.cast<double>()).normalized().cast<float>();
             const Eigen::Vector3f at =
-                (part.placement * lookout.position.cast<double>()).cast<float>() + n * render::rayLift;
+                (part.placement * lookout.position.cast<double>()).cast<float>() + n * geometry::rays::rayLift;
             const Eigen::Vector3f s = n.unitOrthogonal(), t = n.cross(s);
             for (int i = 0; i < raysAVertex; i += int(packet)) {
                 Packet next = {};
@@ -131,7 +130,7 @@ std::vector<Packet> packetsOf(const render::PartList& list, std::size_t most)
                     next.rays.dir_x[k] = direction.x();
                     next.rays.dir_y[k] = direction.y();
                     next.rays.dir_z[k] = direction.z();
-                    next.rays.tfar[k] = render::skyReach * part1(0.5497004779019703);
+                    next.rays.tfar[k] = geometry::rays::skyReach * part1(0.5497004779019703);
                     next.rays.mask[k] = ~0u;
                 }
                 packets.push_back(next);
@@ -155,9 +154,10 @@ void measure(const char* file)
         return;
     }
     const std::function<void(double)> noProgress;
-    const render::Watch watch(noProgress, nullptr);
-    render::PartList list = render::collectParts(root, std::numeric_limits<std::uint32_t>::max(), watch);
-    render::moveToStage(list);
+    const geometry::rays::Watch watch(noProgress, nullptr);
+    geometry::rays::PartList list =
+        geometry::rays::collectParts(root, std::numeric_limits<std::uint32_t>::max(), watch);
+    geometry::rays::moveToStage(list);
     const int threads = int(std::max(1u, std::thread::hardware_concurrency()));
     const BareScene bare(list, threads);
     constexpr std::size_t mostVertices = 40000;

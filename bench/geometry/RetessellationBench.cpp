@@ -3,7 +3,7 @@
 
 #include "host/OSGSystem/Group.h"
 #include "host/znTessellation/znRetessellation.h"
-#include "standalone/geometry/BrepPack.h"
+#include "standalone/OSGSystem/BrepPack.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
@@ -36,7 +36,7 @@ std::vector<TopoDS_Shape> shapesBelow(const osg::NodePtr& root)
 {
     std::vector<TopoDS_Shape> shapes;
     for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
-        const auto breps = geometry::unpackBreps(osg::GeometryAccess::mesh(*geometry).brep);
+        const auto breps = osg::unpackBreps(osg::GeometryAccess::mesh(*geometry).brep);
         for (const osg::Buffer<std::byte>& brep : breps.value()) {
             std::istringstream stream(std::string(reinterpret_cast<const char*>(brep.data()), brep.size()));
             TopoDS_Shape shape;

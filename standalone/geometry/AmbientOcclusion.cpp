@@ -3,8 +3,7 @@
 #include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/OcclusionRays.h"
-#include "standalone/render/Camera.h"
-#include "standalone/render/RayScene.h"
+#include "standalone/geometry/rays/RayScene.h"
 
 #include <QCoreApplication>
 
@@ -33,7 +32,7 @@ constexpr std::size_t verticesAPiece = 1024;
 class Occlusion
 {
 public:
-    Occlusion(const render::PartList& list, const OcclusionOptions& options)
+    Occlusion(const rays::PartList& list, const OcclusionOptions& options)
         : m_list(list), m_options(options), m_places(list.shapes.size()), m_values(list.shapes.size())
     {
         std::vector<std::vector<std::size_t>> uses(list.shapes.size());
@@ -43,9 +42,9 @@ public:
             choosePlaces(shape, uses[shape]);
     }
 
-    void run(const render::RayScene& scene, int threads)
+    void run(const rays::RayScene& scene, int threads)
     {
-        const render::Sky sky(scene, m_options.rays);
+        const rays::Sky sky(scene, m_options.rays);
         std::vector<std::jthread> helpers;
         try {
             for (int i = 1; i < threads; ++i)
@@ -74,7 +73,7 @@ private:
             m_pieces.push_back({shape, first, std::min(first + verticesAPiece, mesh.positions.size())});
     }
 
-    void takePieces(const render::Sky& sky)
+    void takePieces(const rays::Sky& sky)
     {
         try {
             std::size_t known = m_list.shapes.size();
@@ -90,7 +89,7 @@ private:
         }
     }
 
-    void work(const render::Sky& sky, const Piece& piece, const std::vector<Lookout>& lookouts)
+    void work(const rays::Sky& sky, const Piece& piece, const std::vector<Lookout>& lookouts)
     {
         const std::vector<Lookout> mine(lookouts.begin() + std::ptrdiff_t(piece.first),
                                         lookouts.begin() + std::ptrdiff_t(piece.end));
@@ -103,7 +102,7 @@ private:
         m_rays += mine.size() * places.size() * std::uint64_t(m_options.rays);
     }
 
-    const render::PartList& m_list;
+    const rays::PartList& m_list;
     const OcclusionOptions& m_options;
     std::vector<std::vector<std::size_t>> m_places; ///< parts, for each shape
     std::vector<std::vector<float>> m_values;
@@ -125,17 +124,14 @@ public:
     }
 };
 
-OcclusionResult measure(render::PartList& list, Occlusion& occlusion, const OcclusionOptions& options)
+OcclusionResult measure(rays::PartList& list, Occlusion& occlusion, const OcclusionOptions& options)
 {
     const std::function<void(double)> noProgress;
-    render::Watch watch(noProgress, nullptr);
+    rays::Watch watch(noProgress, nullptr);
     const int cores = int(std::max(std::thread::hardware_concurrency(), 1u));
     const int threads = options.threads > 0 ? options.threads : cores;
-    const render::RayDevice device(threads, watch);
-    // Nobody looks: nothing is moved towards an eye.
-    render::Camera camera;
-    camera.back = Eigen::Vector3f::Zero();
-    const render::RayScene scene(device, list, camera, {}, watch);
+    const rays::RayDevice device(threads, watch);
+    const rays::RayScene scene(device, list, Eigen::Vector3f::Zero(), {}, watch);
     if (device.isOutOfMemory())
         throw std::bad_alloc();
     if (device.hasFailed())
@@ -147,7 +143,7 @@ OcclusionResult measure(render::PartList& list, Occlusion& occlusion, const Occl
 }
 
 /// Gives the geometries at and below `root` their meshes with values. Those that share a mesh go on sharing it.
-void store(const osg::NodePtr& root, const render::PartList& list, Occlusion& occlusion)
+void store(const osg::NodePtr& root, const rays::PartList& list, Occlusion& occlusion)
 {
     std::map<const osg::Mesh*, std::shared_ptr<const osg::Mesh>> changed;
     for (std::size_t shape = 0; shape < list.shapes.size(); ++shape) {
@@ -169,11 +165,11 @@ OcclusionResult addAmbientOcclusion(const osg::NodePtr& root, const OcclusionOpt
 {
     try {
         const std::function<void(double)> noProgress;
-        const render::Watch watch(noProgress, nullptr);
-        render::PartList list = render::collectParts(root, std::numeric_limits<std::uint32_t>::max(), watch);
+        const rays::Watch watch(noProgress, nullptr);
+        rays::PartList list = rays::collectParts(root, std::numeric_limits<std::uint32_t>::max(), watch);
         if (list.parts.empty())
             return {};
-        render::moveToStage(list);
+        rays::moveToStage(list);
         Occlusion occlusion(list, options);
         OcclusionResult result = measure(list, occlusion, options);
         if (result.error.isEmpty())

@@ -20,8 +20,8 @@ struct OcclusionResult {
     std::uint64_t rays = 0; ///< how many were cast
 };
 
-/// What `znNodeUtils::addAmbientOcclusionData` does; see there. The same tree gives the same values, whatever the number
-/// of threads. Rays reach half as far as the radius of the ball around the tree, and nearer things count more.
+/// What `znNodeUtils::addAmbientOcclusionData` does; see there. The same tree gives the same values, whatever the
+/// number of threads. Rays reach half as far as the radius of the ball around the tree, and nearer things count more.
 OcclusionResult addAmbientOcclusion(const osg::NodePtr& root, const OcclusionOptions& options = {});
 
 } // namespace geometry

@@ -113,7 +113,7 @@ void replace(const Companions& companions, const osg::GeometryPtr& merged)
 void mergeGeometry(const osg::NodePtr& root)
 {
     Places all;
-    for (const osg::NodePtr& node : treeops::parentsFirst(root))
+    for (const osg::NodePtr& node : parentsFirst(root))
         for (Companions& companions : companionsBelow(node))
             all[signatureOf(companions)].push_back(std::move(companions));
     for (auto& [signature, places] : all) {

@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "standalone/OSGSystem/Mesh.h"
-#include "standalone/treeops/Walk.h"
+#include "standalone/geometry/NodeWalk.h"
 
 #include <unordered_set>
 
@@ -20,7 +20,7 @@ inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
 {
     std::vector<osg::GeometryPtr> found;
     std::unordered_set<std::uint32_t> known;
-    for (const osg::NodePtr& node : treeops::parentsFirst(root))
+    for (const osg::NodePtr& node : parentsFirst(root))
         if (const osg::GeometryPtr geometry = geometryOf(node);
             geometry && known.insert(geometry->getContainerId()).second)
             found.push_back(geometry);

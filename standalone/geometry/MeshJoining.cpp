@@ -1,6 +1,6 @@
 #include "standalone/geometry/MeshJoining.h"
 
-#include "standalone/geometry/BrepPack.h"
+#include "standalone/OSGSystem/BrepPack.h"
 
 #include <algorithm>
 #include <limits>
@@ -56,7 +56,7 @@ osg::Buffer<std::byte> joinedBreps(Meshes meshes)
     std::vector<osg::Buffer<std::byte>> all;
     for (const auto& mesh : meshes)
         all.push_back(mesh->brep);
-    return packBreps(all);
+    return osg::packBreps(all);
 }
 
 bool fits(Meshes meshes)

@@ -22,7 +22,8 @@ struct MeshMake {
 MeshMake makeOf(const osg::Mesh& mesh);
 
 /// `meshes`, all of one make and without primitives, one after the other in one mesh. Triangles without faces count as
-/// one face, unless none of the meshes has faces. Nothing when there are more vertices or triangles than 32 bits can count.
+/// one face, unless none of the meshes has faces. Nothing when there are more vertices or triangles than 32 bits can
+/// count.
 std::optional<osg::Mesh> joined(std::span<const std::shared_ptr<const osg::Mesh>> meshes);
 
 } // namespace geometry

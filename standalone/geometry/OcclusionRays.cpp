@@ -22,7 +22,7 @@ std::vector<Surroundings> surroundingsOf(const osg::Mesh& mesh)
     for (std::size_t i = 0; i + 2 < mesh.triangles.size(); i += 3) {
         const std::uint32_t* corner = mesh.triangles.data() + i;
         if (std::any_of(corner, corner + 3,
-                        [&](std::uint32_t c) { return c >= all.size() || !render::isDrawable(mesh.positions[c]); }))
+                        [&](std::uint32_t c) { return c >= all.size() || !rays::isDrawable(mesh.positions[c]); }))
             continue;
         const Eigen::Vector3f a = osg::toEigen(mesh.positions[corner[0]]);
         const Eigen::Vector3f b = osg::toEigen(mesh.positions[corner[1]]);
@@ -75,11 +75,11 @@ std::vector<Lookout> lookoutsOf(const osg::Mesh& mesh)
     return lookouts;
 }
 
-void addOpenness(const render::Sky& sky, const std::vector<Lookout>& lookouts, const Eigen::Affine3d& placement,
+void addOpenness(const rays::Sky& sky, const std::vector<Lookout>& lookouts, const Eigen::Affine3d& placement,
                  std::vector<float>& sums)
 {
     const Eigen::Matrix3f normals = normalMatrixOf(placement);
-    const render::SkyRays rays = {0, 0, sky.raysPerPixel()};
+    const rays::SkyRays rays = {0, 0, sky.raysPerPixel()};
     for (std::size_t i = 0; i < lookouts.size(); ++i) {
         const Eigen::Vector3f normal = (normals * lookouts[i].normal).stableNormalized();
         if (!(normal.squaredNorm() > 0.5f)) {
@@ -87,7 +87,7 @@ void addOpenness(const render::Sky& sky, const std::vector<Lookout>& lookouts, c
             continue;
         }
         const Eigen::Vector3f position = (placement * lookouts[i].position.cast<double>()).cast<float>();
-        sums[i] += sky.openness(position, normal, render::skyReach, rays);
+        sums[i] += sky.openness(position, normal, rays::skyReach, rays);
     }
 }
 

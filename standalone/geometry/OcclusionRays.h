@@ -1,7 +1,7 @@
 #pragma once
 
-#include "standalone/render/Parts.h"
-#include "standalone/render/Sky.h"
+#include "standalone/geometry/rays/Parts.h"
+#include "standalone/geometry/rays/Sky.h"
 
 namespace geometry
 {
@@ -18,7 +18,7 @@ std::vector<Lookout> lookoutsOf(const osg::Mesh& mesh);
 
 /// How open the places `lookouts` are to the sky when their mesh stands at `placement` on the stage; 1 where the vertex
 /// belongs to no triangle. They are added to `sums`, which is as long.
-void addOpenness(const render::Sky& sky, const std::vector<Lookout>& lookouts, const Eigen::Affine3d& placement,
+void addOpenness(const rays::Sky& sky, const std::vector<Lookout>& lookouts, const Eigen::Affine3d& placement,
                  std::vector<float>& sums);
 
 } // namespace geometry

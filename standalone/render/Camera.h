@@ -1,6 +1,8 @@
 #pragma once
 
-#include "standalone/render/Parts.h"
+#include "standalone/geometry/rays/Parts.h"
+#include "standalone/geometry/rays/Ray.h"
+#include "standalone/render/Rays.h"
 #include "standalone/render/SnapshotView.h"
 
 #include <Eigen/Core>
@@ -10,11 +12,6 @@
 
 namespace render
 {
-
-struct Ray {
-    Eigen::Vector3f origin;
-    Eigen::Vector3f direction; ///< of length 1
-};
 
 /// The axes of an eye: `back` points from the scene to the eye.
 struct EyeAxes {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "standalone/geometry/rays/Sky.h"
 #include "standalone/render/Ground.h"
 #include "standalone/render/Shading.h"
-#include "standalone/render/Sky.h"
 
 namespace render
 {

@@ -1,6 +1,6 @@
 #include "standalone/render/Shading.h"
 
-#include "standalone/render/LightColor.h"
+#include "standalone/geometry/rays/LightColor.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "standalone/render/RayScene.h"
+#include "standalone/geometry/rays/RayScene.h"
+#include "standalone/render/Camera.h"
 
 namespace render
 {

@@ -1,6 +1,6 @@
 #include "standalone/render/Snapshot.h"
 
-#include "standalone/render/LightColor.h"
+#include "standalone/geometry/rays/LightColor.h"
 #include "standalone/render/TileCrew.h"
 
 #include <QCoreApplication>
@@ -127,7 +127,7 @@ SnapshotResult renderParts(PartList& list, const SnapshotOptions& options, Watch
     const RayDevice device(threadsFor(options), watch);
     if (device.hasFailed())
         return deviceFailure(device);
-    const RayScene scene(device, list, camera, strokeRadii(camera, options), watch);
+    const RayScene scene(device, list, camera.back, strokeRadii(camera, options), watch);
     if (device.hasFailed())
         return deviceFailure(device);
     if (watch.cancelled())

@@ -79,14 +79,14 @@ struct SnapshotResult {
     std::size_t leftOut = 0;
 };
 
-/// Draws what is active in the tree at `root`, fitted into the picture or seen from an eye: ray casting on the CPU, no display needed.
+/// Draws what is active in the tree at `root`, fitted into the picture or seen from an eye: ray casting on the CPU, no
+/// display needed.
 ///
 /// The standard views are parallel projections, the iso view has a mild perspective. Surfaces have their material's
 /// diffuse colour or their vertex colours, are lit from both sides and darkened where they are hidden from the sky, as
-/// the mesh tells (`osg::Mesh::occlusion`) or else as rays find;
-/// lines and points are thin flat strokes, darkened or lightened where they would not stand out from the backdrop.
-/// Triangles with positions that are not finite or with indices out of range are left out.
-/// Vertex arrays are read in place. The tree must not change meanwhile.
+/// the mesh tells (`osg::Mesh::occlusion`) or else as rays find; lines and points are thin flat strokes, darkened or
+/// lightened where they would not stand out from the backdrop. Triangles with positions that are not finite or with
+/// indices out of range are left out. Vertex arrays are read in place. The tree must not change meanwhile.
 SnapshotResult renderSnapshot(const osg::NodePtr& root, const SnapshotOptions& options);
 
 /// As `renderSnapshot`, into a PNG file. It is written under another name in the same folder and renamed when complete,

@@ -1,6 +1,6 @@
 #include "standalone/render/Tile.h"
 
-#include "standalone/render/LightColor.h"
+#include "standalone/geometry/rays/LightColor.h"
 
 #include <array>
 #include <cmath>

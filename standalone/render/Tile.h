@@ -1,8 +1,9 @@
 #pragma once
 
+#include "standalone/geometry/rays/Watch.h"
 #include "standalone/render/FeatureLines.h"
+#include "standalone/render/Rays.h"
 #include "standalone/render/Snapshot.h"
-#include "standalone/render/Watch.h"
 
 #include <QPoint>
 #include <QRect>

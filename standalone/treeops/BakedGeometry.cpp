@@ -6,6 +6,7 @@
 #include "standalone/OSGSystem/ContainerRegistry.h"
 #include "standalone/OSGSystem/EigenValues.h"
 #include "standalone/OSGSystem/SceneEdits.h"
+#include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/MeshTriangulation.h"
 
 #include <Eigen/Dense>

@@ -14,8 +14,8 @@ namespace treeops
 {
 
 /// `mesh` with `matrix` applied to its vertices. Normals stay upright on their faces and become unit vectors; a matrix
-/// that mirrors turns the triangles round, so that they keep facing outward. What does not depend on the place is shared
-/// with `mesh`; exact surfaces do not follow and are left out.
+/// that mirrors turns the triangles round, so that they keep facing outward. What does not depend on the place is
+/// shared with `mesh`; exact surfaces do not follow and are left out.
 osg::Mesh transformed(const osg::Mesh& mesh, const osg::Matrix& matrix);
 
 /// Geometries whose vertices were moved. It remembers what became of a geometry under a matrix, so that its other uses
@@ -23,8 +23,8 @@ osg::Mesh transformed(const osg::Mesh& mesh, const osg::Matrix& matrix);
 class BakedGeometry
 {
 public:
-    /// Gives `node`, whose core is a geometry, one with `matrix` in its vertices: the remembered one, or its own changed
-    /// in place when no other node has it, else a copy.
+    /// Gives `node`, whose core is a geometry, one with `matrix` in its vertices: the remembered one, or its own
+    /// changed in place when no other node has it, else a copy.
     void bake(const osg::NodePtr& node, const osg::Matrix& matrix);
 
 private:

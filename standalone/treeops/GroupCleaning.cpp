@@ -8,7 +8,7 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/OSGSystem/Attachments.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "standalone/treeops/Walk.h"
+#include "standalone/geometry/NodeWalk.h"
 
 namespace treeops
 {
@@ -70,7 +70,7 @@ void dissolveChildren(const osg::NodePtr& parent, Predicate isSuperfluous)
 void cleanupGroupNodes(const osg::NodePtr& root)
 {
     // Children first: what a group gives to its parent is clean already.
-    const std::vector<osg::NodePtr> nodes = parentsFirst(root);
+    const std::vector<osg::NodePtr> nodes = geometry::parentsFirst(root);
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
         dissolveChildren(*node, saysNothing);
 }
@@ -82,7 +82,7 @@ void removeEmptyGroups(const osg::NodePtr& root, bool keepNamed)
         return node->getNChildren() == 0 && node->isActive() && isHolder(node) && osg::tagsOf(node).empty() &&
                !(keepNamed && name && *name);
     };
-    const std::vector<osg::NodePtr> nodes = parentsFirst(root);
+    const std::vector<osg::NodePtr> nodes = geometry::parentsFirst(root);
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
         dissolveChildren(*node, isEmpty);
 }

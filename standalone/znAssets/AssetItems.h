@@ -12,8 +12,8 @@ namespace zn
 class AssetItems
 {
 public:
-    /// The material of the asset with this uuid or name in `folder`; null when there is none. The materials are kept here;
-    /// a caller that keeps one beyond the next clean-up takes a reference.
+    /// The material of the asset with this uuid or name in `folder`; null when there is none. The materials are kept
+    /// here; a caller that keeps one beyond the next clean-up takes a reference.
     osg::MaterialPtr materialByUuid(const QString& folder, const QString& uuid);
     osg::MaterialPtr materialByName(const QString& folder, const QString& name);
 

@@ -24,8 +24,8 @@ public:
 
     /// An empty library.
     AssetLibrary() = default;
-    /// Reads all files of `folder` in the order of their paths. Gives in `complaints` a sentence for each file that could
-    /// not be read and each uuid that comes twice; the first one counts.
+    /// Reads all files of `folder` in the order of their paths. Gives in `complaints` a sentence for each file that
+    /// could not be read and each uuid that comes twice; the first one counts.
     AssetLibrary(const QString& folder, QStringList& complaints);
 
     const QString& folder() const { return m_folder; }

@@ -5,8 +5,8 @@
 namespace zn
 {
 
-/// Says on `node` which file the tree below it comes from, and of which format. Null leaves what is there as it is, and a
-/// null node is ignored.
+/// Says on `node` which file the tree below it comes from, and of which format. Null leaves what is there as it is,
+/// and a null node is ignored.
 void setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format);
 
 } // namespace zn

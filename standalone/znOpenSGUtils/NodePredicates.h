@@ -17,8 +17,8 @@ struct NodePredicates {
 NodePredicates& nodePredicates();
 
 ///@{
-/// What the session answers; without one, or without an answer of its own, what the node itself says. A null node has no
-/// property.
+/// What the session answers; without one, or without an answer of its own, what the node itself says. A null node has
+/// no property.
 bool isLocked(const osg::NodePtr& node);
 bool hasLockedAncestor(const osg::NodePtr& node);
 bool isUneditedAssetRoot(const osg::NodePtr& node);

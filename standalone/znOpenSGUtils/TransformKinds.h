@@ -5,8 +5,8 @@
 namespace zn
 {
 
-/// Makes the plain transform of `node` one that the host's tools move, with the same matrix, name and attachments. Nodes
-/// that shared the old core share the new one once each has been converted in the living session.
+/// Makes the plain transform of `node` one that the host's tools move, with the same matrix, name and attachments.
+/// Nodes that shared the old core share the new one once each has been converted in the living session.
 /// @return whether the core was exchanged; that of a null node, and one of another class, is not
 bool convertToTransform3D(const osg::NodePtr& node);
 

@@ -1,9 +1,13 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 
+#include "host/znUtils/znLog.h"
 #include "standalone/OSGSystem/Tags.h"
+#include "standalone/geometry/AmbientOcclusion.h"
+#include "standalone/geometry/TreeRepair.h"
 #include "standalone/geometry/VertexColors.h"
 #include "standalone/znOpenSGUtils/ContainerNames.h"
 #include "standalone/znOpenSGUtils/FileInfos.h"
+#include "standalone/znOpenSGUtils/GeometryMessages.h"
 #include "standalone/znOpenSGUtils/NodeMaterials.h"
 #include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "standalone/znOpenSGUtils/NodeRemoval.h"
@@ -107,4 +111,18 @@ void znNodeUtils::removeVertexColors(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znNodeUtils::removeVertexColors", root);
     geometry::removeVertexColors(root);
+}
+
+void znNodeUtils::verifyIndexMap(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znNodeUtils::verifyIndexMap", root);
+    zn::tell(geometry::repairMeshes(root));
+}
+
+void znNodeUtils::addAmbientOcclusionData(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znNodeUtils::addAmbientOcclusionData", root);
+    const geometry::OcclusionResult result = geometry::addAmbientOcclusion(root);
+    if (!result.error.isEmpty())
+        znLog::error(result.error.toUtf8().constData());
 }

@@ -1,8 +1,12 @@
 #include "host/znOpenSGUtils/znOptimize.h"
 
+#include "standalone/geometry/ExactSurfaces.h"
+#include "standalone/geometry/GeometryMerging.h"
+#include "standalone/geometry/TreeTriangulation.h"
 #include "standalone/session/Session.h"
 #include "standalone/treeops/GroupCleaning.h"
 #include "standalone/treeops/TransformFlushing.h"
+#include "standalone/znOpenSGUtils/GeometryMessages.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace
@@ -37,4 +41,22 @@ void znOptimize::flushSelectedTransformationScales(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znOptimize::flushSelectedTransformationScales", node);
     treeops::flushScalesAbove(node, zn::Session::require().state<FlushedScales>().geometries);
+}
+
+void znOptimize::triangulate(const osg::NodePtr& root, bool dropFlat)
+{
+    const zn::TracedCall call("znOptimize::triangulate", root, dropFlat);
+    zn::tell(geometry::triangulate(root, dropFlat));
+}
+
+void znOptimize::mergeGeometry(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znOptimize::mergeGeometry", root);
+    geometry::mergeGeometry(root);
+}
+
+void znOptimize::removeNURBS(const osg::NodePtr& root)
+{
+    const zn::TracedCall call("znOptimize::removeNURBS", root);
+    geometry::removeExactSurfaces(root);
 }

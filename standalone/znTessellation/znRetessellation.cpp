@@ -5,8 +5,8 @@
 #include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/geometry/Remeshing.h"
-#include "standalone/geometry/TessellationRun.h"
 #include "standalone/session/Session.h"
+#include "standalone/znTessellation/TessellationRun.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QCoreApplication>
@@ -17,28 +17,15 @@
 namespace
 {
 
-/// What the last `copySettings` of a session took.
-struct CopiedSettings {
-    std::uint64_t session = 0;
-    geometry::TessellationProgram program;
-};
-
-CopiedSettings& copied()
-{
-    static CopiedSettings only;
-    return only;
-}
-
-geometry::TessellationProgram programOf(const zn::Settings& settings)
+zn::TessellationProgram programOf(const zn::Settings& settings)
 {
     return {settings.tessellation.program, settings.tessellation.timeLimit};
 }
 
-/// What holds in the living session.
-geometry::TessellationProgram currentProgram()
-{
-    return copied().session == zn::Session::require().id() ? copied().program : programOf(zn::Settings());
-}
+/// What the last `copySettings` of a session took; the defaults before the first one.
+struct CopiedSettings {
+    zn::TessellationProgram program = programOf(zn::Settings());
+};
 
 class Texts
 {
@@ -64,10 +51,10 @@ void tell(const QString& text)
 } // namespace
 
 struct znRetessellation::State {
-    geometry::TessellationWish wish;
+    zn::TessellationWish wish;
     std::set<std::uint32_t> known;
     std::vector<osg::RefPtr<osg::GeometryPtr>> geometries; ///< with an exact surface, as the tasks
-    std::vector<geometry::TessellationTask> tasks;
+    std::vector<zn::TessellationTask> tasks;
     std::size_t withoutSurface = 0;
     bool isApplied = false;
 };
@@ -79,7 +66,7 @@ void znRetessellation::copySettings()
 {
     const zn::TracedCall call("znRetessellation::copySettings");
     zn::Session& session = zn::Session::require();
-    copied() = {session.id(), programOf(session.settings())};
+    session.state<CopiedSettings>().program = programOf(session.settings());
 }
 
 void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
@@ -112,8 +99,9 @@ void znRetessellation::applyTessellation()
     const zn::TracedCall call("znRetessellation::applyTessellation");
     if (m_state->tasks.empty() || m_state->isApplied)
         return;
-    const QString folder = zn::Session::require().temporaryFolder();
-    geometry::runTessellation(m_state->tasks, m_state->wish, currentProgram(), folder);
+    zn::Session& session = zn::Session::require();
+    zn::runTessellation(m_state->tasks, m_state->wish, session.state<CopiedSettings>().program,
+                        session.temporaryFolder());
     m_state->isApplied = true;
 }
 

@@ -1,6 +1,6 @@
 #include "tools/ptxtessellate/BrepMeshing.h"
 
-#include "standalone/geometry/BrepPack.h"
+#include "standalone/OSGSystem/BrepPack.h"
 #include "tools/ptxconvert/kernel/FaceMesh.h"
 #include "tools/ptxconvert/kernel/KernelGuard.h"
 #include "tools/ptxconvert/kernel/Meshing.h"
@@ -63,7 +63,7 @@ public:
 
     Trouble read(const osg::Buffer<std::byte>& brep)
     {
-        const auto members = geometry::unpackBreps(brep);
+        const auto members = osg::unpackBreps(brep);
         if (!members)
             return Failure{ExitCode::Damaged, "the exact surface is damaged"};
         TopoDS_Compound all;

@@ -1,6 +1,6 @@
 #include "host/znOpenSGUtils/znOptimize.h"
+#include "standalone/OSGSystem/BrepPack.h"
 #include "standalone/OSGSystem/Tags.h"
-#include "standalone/geometry/BrepPack.h"
 #include "tests/standalone/geometry/MeshMeasures.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 
@@ -62,11 +62,25 @@ TEST_F(MergeTest, GeometriesOfOneMaterialBecomeOneWithAllFacesInOrder)
     EXPECT_THAT(mesh.faces.span(), ElementsAre(osg::FaceRange{0, 1}, osg::FaceRange{1, 1}, osg::FaceRange{2, 1}));
     EXPECT_DOUBLE_EQ(measuresOf(mesh).area, 12 + 6);
     EXPECT_EQ(osg::fcCast<osg::Geometry>(root->getChild(0)->getCore())->getMaterial(), m_red.get());
-    const auto breps = geometry::unpackBreps(mesh.brep);
+    const auto breps = osg::unpackBreps(mesh.brep);
     ASSERT_TRUE(breps);
     ASSERT_EQ(breps->size(), 2u);
     EXPECT_EQ((*breps)[0].size(), 7u);
     EXPECT_EQ((*breps)[1].size(), 5u);
+}
+
+TEST_F(MergeTest, TheMergedGeometryGetsTheNameOfTheFirstInOneCopy)
+{
+    const osg::GeometryPtr first = geometry();
+    osg::setName(first, "seat");
+    addPart(root, first, "first");
+    addPart(root, geometry(square()), "second");
+    const unsigned before = osg::Group::create()->getContainerId();
+    znOptimize::mergeGeometry(root);
+    const unsigned after = osg::Group::create()->getContainerId();
+    EXPECT_STREQ(osg::getName(root->getChild(0)->getCore()), "seat");
+    // A geometry and its name.
+    EXPECT_EQ(after - before, 1u + 2u);
 }
 
 TEST_F(MergeTest, OtherMaterialsParentsAndMakesStayApart)

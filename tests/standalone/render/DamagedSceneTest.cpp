@@ -1,4 +1,4 @@
-#include "standalone/render/Surface.h"
+#include "standalone/geometry/rays/Surface.h"
 #include "tests/standalone/render/RenderTest.h"
 
 #include <cmath>

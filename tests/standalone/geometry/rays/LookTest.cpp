@@ -1,4 +1,4 @@
-#include "standalone/render/Look.h"
+#include "standalone/geometry/rays/Look.h"
 
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/SwitchMaterial.h"
@@ -20,12 +20,12 @@ TEST_F(LookTest, ASwitchMaterialLooksLikeItsChoice)
     blue->setTransparency(0.25f);
     choices->addMaterial(red);
     choices->addMaterial(blue);
-    EXPECT_EQ(render::lookOf(choices.get()).diffuse, Eigen::Vector3f(1, 0, 0));
+    EXPECT_EQ(geometry::rays::lookOf(choices.get()).diffuse, Eigen::Vector3f(1, 0, 0));
     choices->setChoice(1);
-    EXPECT_EQ(render::lookOf(choices.get()).diffuse, Eigen::Vector3f(0, 0, 1));
-    EXPECT_EQ(render::lookOf(choices.get()).alpha, 0.75f);
+    EXPECT_EQ(geometry::rays::lookOf(choices.get()).diffuse, Eigen::Vector3f(0, 0, 1));
+    EXPECT_EQ(geometry::rays::lookOf(choices.get()).alpha, 0.75f);
     choices->setChoice(2);
-    EXPECT_EQ(render::lookOf(choices.get()).diffuse, Eigen::Vector3f(0.6f, 0.6f, 0.6f));
+    EXPECT_EQ(geometry::rays::lookOf(choices.get()).diffuse, Eigen::Vector3f(0.6f, 0.6f, 0.6f));
 }
 
 TEST_F(LookTest, AnUberMaterialHasItsOwnLook)
@@ -35,8 +35,8 @@ TEST_F(LookTest, AnUberMaterialHasItsOwnLook)
     look.diffuse = {0, 1, 0};
     look.emission = {1, 0, 0};
     material->setLook(look);
-    EXPECT_EQ(render::lookOf(material.get()).diffuse, Eigen::Vector3f(0, 1, 0));
-    EXPECT_EQ(render::lookOf(material.get()).emission, Eigen::Vector3f(1, 0, 0));
+    EXPECT_EQ(geometry::rays::lookOf(material.get()).diffuse, Eigen::Vector3f(0, 1, 0));
+    EXPECT_EQ(geometry::rays::lookOf(material.get()).emission, Eigen::Vector3f(1, 0, 0));
 }
 
 } // namespace

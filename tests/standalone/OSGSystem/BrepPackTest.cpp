@@ -1,4 +1,4 @@
-#include "standalone/geometry/BrepPack.h"
+#include "standalone/OSGSystem/BrepPack.h"
 
 #include <gmock/gmock.h>
 
@@ -26,7 +26,7 @@ std::string text(const osg::Buffer<std::byte>& buffer)
 std::vector<std::string> membersOf(const osg::Buffer<std::byte>& pack)
 {
     std::vector<std::string> result;
-    const auto members = geometry::unpackBreps(pack);
+    const auto members = osg::unpackBreps(pack);
     EXPECT_TRUE(members);
     for (const auto& member : members.value_or(std::vector<osg::Buffer<std::byte>>()))
         result.push_back(text(member));
@@ -36,33 +36,33 @@ std::vector<std::string> membersOf(const osg::Buffer<std::byte>& pack)
 TEST(BrepPack, OneMemberStandsForItself)
 {
     const auto one = bytes("surface");
-    EXPECT_EQ(geometry::packBreps(std::vector{one}), one);
+    EXPECT_EQ(osg::packBreps(std::vector{one}), one);
     EXPECT_THAT(membersOf(one), ElementsAre("surface"));
 }
 
 TEST(BrepPack, SeveralMembersComeBackInOrder)
 {
-    const auto pack = geometry::packBreps(std::vector{bytes("a"), bytes("second"), bytes("third")});
+    const auto pack = osg::packBreps(std::vector{bytes("a"), bytes("second"), bytes("third")});
     EXPECT_EQ(pack.size(), 8u + 8 + 3 * 8 + 12);
     EXPECT_THAT(membersOf(pack), ElementsAre("a", "second", "third"));
 }
 
 TEST(BrepPack, APackWithinAPackBecomesPartOfIt)
 {
-    const auto inner = geometry::packBreps(std::vector{bytes("b"), bytes("c")});
-    const auto pack = geometry::packBreps(std::vector{bytes("a"), inner, bytes("d")});
+    const auto inner = osg::packBreps(std::vector{bytes("b"), bytes("c")});
+    const auto pack = osg::packBreps(std::vector{bytes("a"), inner, bytes("d")});
     EXPECT_THAT(membersOf(pack), ElementsAre("a", "b", "c", "d"));
 }
 
 TEST(BrepPack, ADamagedHeadIsRefused)
 {
-    const std::string sound = text(geometry::packBreps(std::vector{bytes("one"), bytes("three")}));
-    EXPECT_FALSE(geometry::unpackBreps(bytes(sound + "x")));
-    EXPECT_FALSE(geometry::unpackBreps(bytes(sound.substr(0, sound.size() - 1))));
+    const std::string sound = text(osg::packBreps(std::vector{bytes("one"), bytes("three")}));
+    EXPECT_FALSE(osg::unpackBreps(bytes(sound + "x")));
+    EXPECT_FALSE(osg::unpackBreps(bytes(sound.substr(0, sound.size() - 1))));
     for (const std::size_t place : {8, 15, 16, 23, 24, 31}) {
         std::string damaged = sound;
         damaged[place] = char(damaged[place] + 64);
-        EXPECT_FALSE(geometry::unpackBreps(bytes(damaged))) << "byte " << place;
+        EXPECT_FALSE(osg::unpackBreps(bytes(damaged))) << "byte " << place;
     }
 }
 

@@ -1,4 +1,4 @@
-#include "standalone/render/Parts.h"
+#include "standalone/geometry/rays/Parts.h"
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/MaterialGroup.h"
@@ -6,7 +6,7 @@
 
 #include <unordered_map>
 
-namespace render
+namespace geometry::rays
 {
 
 namespace
@@ -142,4 +142,4 @@ double moveToStage(PartList& list)
     return scale;
 }
 
-} // namespace render
+} // namespace geometry::rays

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "standalone/render/RayScene.h"
+#include "standalone/geometry/rays/RayScene.h"
 
 #include <array>
 #include <vector>
 
-namespace render
+namespace geometry::rays
 {
 
 /// A few of the rays of one pixel into the sky.
@@ -18,8 +18,8 @@ struct SkyRays {
 /// Measures how open a place is to the sky, with a few rays.
 ///
 /// The rays of a pixel and those of its neighbours within a square of `patternSide` pixels are all different and
-/// together cover the half-sphere evenly; the pattern repeats from square to square. So a mean over such a square has no
-/// noise, and a picture no randomness.
+/// together cover the half-sphere evenly; the pattern repeats from square to square. So a mean over such a square has
+/// no noise, and a picture no randomness.
 class Sky
 {
 public:
@@ -50,4 +50,4 @@ inline constexpr float skyReach = 0.5f;
 /// Rays start this far above a surface, so that they do not meet it.
 inline constexpr float rayLift = 2e-4f;
 
-} // namespace render
+} // namespace geometry::rays

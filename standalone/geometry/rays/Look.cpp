@@ -1,12 +1,12 @@
-#include "standalone/render/Look.h"
+#include "standalone/geometry/rays/Look.h"
 
 #include "standalone/OSGSystem/SubMaterials.h"
-#include "standalone/render/LightColor.h"
+#include "standalone/geometry/rays/LightColor.h"
 #include "standalone/znOpenSGUberMaterial/MaterialLook.h"
 
 #include <cmath>
 
-namespace render
+namespace geometry::rays
 {
 
 Look lookOf(const osg::MaterialPtr& material)
@@ -21,4 +21,4 @@ Look lookOf(const osg::MaterialPtr& material)
     return look;
 }
 
-} // namespace render
+} // namespace geometry::rays

@@ -1,10 +1,10 @@
-#include "standalone/geometry/BrepPack.h"
+#include "standalone/OSGSystem/BrepPack.h"
 
 #include <array>
 #include <cstring>
 #include <memory>
 
-namespace geometry
+namespace osg
 {
 
 namespace
@@ -14,12 +14,12 @@ namespace
 constexpr std::array<unsigned char, 8> packMagic = {0x89, 'Z', 'N', 'B', 'R', 'E', 'P', 'S'};
 constexpr std::size_t wordSize = sizeof(std::uint64_t);
 
-bool isPack(const osg::Buffer<std::byte>& brep)
+bool isPack(const Buffer<std::byte>& brep)
 {
     return brep.size() >= 2 * wordSize && std::memcmp(brep.data(), packMagic.data(), packMagic.size()) == 0;
 }
 
-std::uint64_t wordAt(const osg::Buffer<std::byte>& brep, std::size_t word)
+std::uint64_t wordAt(const Buffer<std::byte>& brep, std::size_t word)
 {
     std::uint64_t value = 0;
     std::memcpy(&value, brep.data() + word * wordSize, wordSize);
@@ -34,10 +34,10 @@ void append(std::vector<std::byte>& bytes, const void* data, std::size_t size)
 
 } // namespace
 
-osg::Buffer<std::byte> packBreps(std::span<const osg::Buffer<std::byte>> breps)
+Buffer<std::byte> packBreps(std::span<const Buffer<std::byte>> breps)
 {
-    std::vector<osg::Buffer<std::byte>> members;
-    for (const osg::Buffer<std::byte>& brep : breps) {
+    std::vector<Buffer<std::byte>> members;
+    for (const Buffer<std::byte>& brep : breps) {
         const auto inner = unpackBreps(brep).value_or(std::vector{brep});
         members.insert(members.end(), inner.begin(), inner.end());
     }
@@ -47,24 +47,24 @@ osg::Buffer<std::byte> packBreps(std::span<const osg::Buffer<std::byte>> breps)
     append(bytes, packMagic.data(), packMagic.size());
     const std::uint64_t count = members.size();
     append(bytes, &count, wordSize);
-    for (const osg::Buffer<std::byte>& member : members) {
+    for (const Buffer<std::byte>& member : members) {
         const std::uint64_t size = member.size();
         append(bytes, &size, wordSize);
     }
-    for (const osg::Buffer<std::byte>& member : members)
+    for (const Buffer<std::byte>& member : members)
         append(bytes, member.data(), member.size());
     return bytes;
 }
 
-std::optional<std::vector<osg::Buffer<std::byte>>> unpackBreps(const osg::Buffer<std::byte>& brep)
+std::optional<std::vector<Buffer<std::byte>>> unpackBreps(const Buffer<std::byte>& brep)
 {
     if (!isPack(brep))
         return std::vector{brep};
     const std::uint64_t count = wordAt(brep, 1);
     if (count > brep.size() / wordSize - 2)
         return std::nullopt;
-    const auto owner = std::make_shared<const osg::Buffer<std::byte>>(brep);
-    std::vector<osg::Buffer<std::byte>> members;
+    const auto owner = std::make_shared<const Buffer<std::byte>>(brep);
+    std::vector<Buffer<std::byte>> members;
     std::size_t next = (2 + count) * wordSize;
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint64_t size = wordAt(brep, 2 + i);
@@ -76,4 +76,4 @@ std::optional<std::vector<osg::Buffer<std::byte>>> unpackBreps(const osg::Buffer
     return next == brep.size() ? std::optional(members) : std::nullopt;
 }
 
-} // namespace geometry
+} // namespace osg

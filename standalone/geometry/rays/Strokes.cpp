@@ -1,6 +1,6 @@
-#include "standalone/render/Strokes.h"
+#include "standalone/geometry/rays/Strokes.h"
 
-namespace render
+namespace geometry::rays
 {
 
 namespace
@@ -74,4 +74,4 @@ void Strokes::addPoints(const RayDevice& device, float radius)
     rtcAttachGeometryByID(m_scene.get(), geometry.get(), Points);
 }
 
-} // namespace render
+} // namespace geometry::rays

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "standalone/render/EmbreeHandles.h"
-#include "standalone/render/Watch.h"
+#include "standalone/geometry/rays/EmbreeHandles.h"
+#include "standalone/geometry/rays/Watch.h"
 
 #include <mutex>
 #include <string>
 
-namespace render
+namespace geometry::rays
 {
 
 /// The ray tracer, which remembers the first error that it ran into.
@@ -37,4 +37,4 @@ private:
     DeviceHandle m_device;
 };
 
-} // namespace render
+} // namespace geometry::rays

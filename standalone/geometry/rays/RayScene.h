@@ -1,15 +1,15 @@
 #pragma once
 
-#include "standalone/render/Camera.h"
-#include "standalone/render/Strokes.h"
-#include "standalone/render/Surface.h"
+#include "standalone/geometry/rays/Ray.h"
+#include "standalone/geometry/rays/Strokes.h"
+#include "standalone/geometry/rays/Surface.h"
 
 #include <map>
 #include <optional>
 #include <span>
 #include <utility>
 
-namespace render
+namespace geometry::rays
 {
 
 /// One use of a surface or of strokes on the stage; the other of the two is null.
@@ -46,9 +46,10 @@ struct StrokeRadii {
 class RayScene
 {
 public:
-    /// `device` and what the shapes of `list` hold must outlive the scene. With errors on the device, or after a cancel,
-    /// the scene is incomplete.
-    RayScene(const RayDevice& device, const PartList& list, const Camera& camera, const StrokeRadii& radii,
+    /// `device` and what the shapes of `list` hold must outlive the scene. With errors on the device, or after a
+    /// cancel, the scene is incomplete.
+    /// @param towardsEye a direction of length 1; zero when nobody looks
+    RayScene(const RayDevice& device, const PartList& list, const Eigen::Vector3f& towardsEye, const StrokeRadii& radii,
              Watch& watch);
 
     /// What `ray` meets first beyond the distance `from`.
@@ -78,4 +79,4 @@ private:
     RTCScene m_blockers = nullptr; ///< one of the two
 };
 
-} // namespace render
+} // namespace geometry::rays

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "standalone/render/Parts.h"
-#include "standalone/render/RayDevice.h"
+#include "standalone/geometry/rays/Parts.h"
+#include "standalone/geometry/rays/RayDevice.h"
 
-namespace render
+namespace geometry::rays
 {
 
 /// The lines and points of a shape as thin rods and small balls.
@@ -36,4 +36,4 @@ private:
     SceneHandle m_scene;
 };
 
-} // namespace render
+} // namespace geometry::rays

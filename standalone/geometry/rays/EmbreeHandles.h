@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace render
+namespace geometry::rays
 {
 
 struct DeviceRelease {
@@ -22,4 +22,4 @@ using DeviceHandle = std::unique_ptr<RTCDeviceTy, DeviceRelease>;
 using SceneHandle = std::unique_ptr<RTCSceneTy, SceneRelease>;
 using GeometryHandle = std::unique_ptr<RTCGeometryTy, GeometryRelease>;
 
-} // namespace render
+} // namespace geometry::rays

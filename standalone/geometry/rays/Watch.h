@@ -3,10 +3,10 @@
 #include <atomic>
 #include <functional>
 
-namespace render
+namespace geometry::rays
 {
 
-/// Tells how far a picture is and asks whether it is still wanted. `report` belongs to the calling thread, `cancelled`
+/// Tells how far the work is and asks whether it is still wanted. `report` belongs to the calling thread, `cancelled`
 /// may be called from any.
 class Watch
 {
@@ -32,4 +32,4 @@ private:
     double m_done = -1;
 };
 
-} // namespace render
+} // namespace geometry::rays

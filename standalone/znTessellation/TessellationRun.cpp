@@ -1,4 +1,4 @@
-#include "standalone/geometry/TessellationRun.h"
+#include "standalone/znTessellation/TessellationRun.h"
 
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
@@ -17,7 +17,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace geometry
+namespace zn
 {
 
 namespace
@@ -34,7 +34,7 @@ constexpr double graceSeconds = 30;
 
 QString programPath(const QString& setting)
 {
-    return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxtessellate")) : setting;
+    return setting.isEmpty() ? installedProgram(QStringLiteral("ptxtessellate")) : setting;
 }
 
 /// As the C locale writes it, exactly.
@@ -110,7 +110,7 @@ private:
     QString launch() const
     {
         znJobs::ChildProcess child(nullptr);
-        child.launch(zn::joinCommand(QStringList(programPath(m_program.path)) + arguments()));
+        child.launch(joinCommand(QStringList(programPath(m_program.path)) + arguments()));
         if (!child.waitForStarted(-1))
             return tr("%1 cannot be started").arg(child.program());
         const bool hasLimit = m_program.secondsLimit > 0;
@@ -162,7 +162,7 @@ private:
         for (std::size_t i = 0; i < batch.size(); ++i) {
             TessellationTask& task = m_tasks[batch[i]];
             const osg::NodePtr node = root->getChild(static_cast<unsigned>(i));
-            const osg::GeometryPtr geometry = geometryOf(node);
+            const osg::GeometryPtr geometry = geometry::geometryOf(node);
             if (geometry && !osg::GeometryAccess::mesh(*geometry).triangles.empty())
                 task.mesh = osg::GeometryAccess::sharedMesh(*geometry);
             else
@@ -216,4 +216,4 @@ void runTessellation(std::vector<TessellationTask>& tasks, const TessellationWis
     TessellationRun(tasks, wish, program, folder).run();
 }
 
-} // namespace geometry
+} // namespace zn

@@ -1,8 +1,8 @@
-#include "standalone/render/Sky.h"
+#include "standalone/geometry/rays/Sky.h"
 
 #include <cmath>
 
-namespace render
+namespace geometry::rays
 {
 
 namespace
@@ -61,4 +61,4 @@ float Sky::openness(const Eigen::Vector3f& position, const Eigen::Vector3f& norm
     return 1 - float(m_scene.countBlocked(segments)) / float(rays.count);
 }
 
-} // namespace render
+} // namespace geometry::rays

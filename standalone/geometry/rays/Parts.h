@@ -3,8 +3,8 @@
 #include "host/OSGSystem/Node.h"
 #include "standalone/OSGSystem/EigenValues.h"
 #include "standalone/OSGSystem/Mesh.h"
-#include "standalone/render/Look.h"
-#include "standalone/render/Watch.h"
+#include "standalone/geometry/rays/Look.h"
+#include "standalone/geometry/rays/Watch.h"
 
 #include <Eigen/Geometry>
 
@@ -14,7 +14,7 @@
 #include <memory>
 #include <vector>
 
-namespace render
+namespace geometry::rays
 {
 
 /// A mesh that is drawn, once for all its uses.
@@ -65,4 +65,4 @@ void forEachUsedPosition(const osg::Mesh& mesh, Visitor visit)
                 visit(osg::toEigen(mesh.positions[index]));
 }
 
-} // namespace render
+} // namespace geometry::rays

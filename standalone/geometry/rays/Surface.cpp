@@ -1,8 +1,8 @@
-#include "standalone/render/Surface.h"
+#include "standalone/geometry/rays/Surface.h"
 
 #include <algorithm>
 
-namespace render
+namespace geometry::rays
 {
 
 namespace
@@ -72,4 +72,4 @@ const std::uint32_t* Surface::indices()
     return m_ownIndices.data();
 }
 
-} // namespace render
+} // namespace geometry::rays

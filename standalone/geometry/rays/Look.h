@@ -4,7 +4,7 @@
 
 #include <Eigen/Core>
 
-namespace render
+namespace geometry::rays
 {
 
 /// What the picture takes from a material: amounts of light, and the coverage.
@@ -14,7 +14,8 @@ struct Look {
     float alpha = 1; ///< 1 is opaque
 };
 
-/// The look of `material`, or of what a switch material shows; a light grey when it is null or of a class without a colour.
+/// The look of `material`, or of what a switch material shows; a light grey when it is null or of a class without a
+/// colour.
 Look lookOf(const osg::MaterialPtr& material);
 
-} // namespace render
+} // namespace geometry::rays

@@ -1,6 +1,6 @@
-#include "standalone/render/RayDevice.h"
+#include "standalone/geometry/rays/RayDevice.h"
 
-namespace render
+namespace geometry::rays
 {
 
 RayDevice::RayDevice(int threads, const Watch& watch) : m_watch(watch)
@@ -53,4 +53,4 @@ std::string RayDevice::errorText() const
     return m_text;
 }
 
-} // namespace render
+} // namespace geometry::rays

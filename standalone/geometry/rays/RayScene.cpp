@@ -1,4 +1,4 @@
-#include "standalone/render/RayScene.h"
+#include "standalone/geometry/rays/RayScene.h"
 
 #include <Eigen/SVD>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace render
+namespace geometry::rays
 {
 
 namespace
@@ -123,14 +123,14 @@ RTCIntersectContext coherentContext()
 
 } // namespace
 
-RayScene::RayScene(const RayDevice& device, const PartList& list, const Camera& camera, const StrokeRadii& radii,
-                   Watch& watch)
+RayScene::RayScene(const RayDevice& device, const PartList& list, const Eigen::Vector3f& towardsEye,
+                   const StrokeRadii& radii, Watch& watch)
     : m_device(device), m_visible(device.makeScene())
 {
     m_placed.reserve(list.parts.size());
     for (std::size_t i = 0; i < list.parts.size() && !watch.cancelled() && !device.hasFailed(); ++i) {
         const Part& part = list.parts[i];
-        const Eigen::Translation3d nudge(camera.back.cast<double>() * (nudgeStep * double(i % nudges)));
+        const Eigen::Translation3d nudge(towardsEye.cast<double>() * (nudgeStep * double(i % nudges)));
         add(part, list.shapes[part.shape], nudge * invertible(part.placement), radii);
         if (i % partsAReport == 0)
             watch.report(0.2 * double(i) / double(list.parts.size()));
@@ -252,4 +252,4 @@ int RayScene::countBlocked(std::span<const Segment> segments) const
     return blocked;
 }
 
-} // namespace render
+} // namespace geometry::rays

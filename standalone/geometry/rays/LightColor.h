@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace render
+namespace geometry::rays
 {
 
 /// A display colour as an amount of light in each channel; channels out of 0 to 1 are clamped.
@@ -22,4 +22,4 @@ inline float luminance(const Eigen::Vector3f& light)
     return light.dot(Eigen::Vector3f(0.2126f, 0.7152f, 0.0722f));
 }
 
-} // namespace render
+} // namespace geometry::rays

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "standalone/render/Parts.h"
-#include "standalone/render/RayDevice.h"
+#include "standalone/geometry/rays/Parts.h"
+#include "standalone/geometry/rays/RayDevice.h"
 
 #include <vector>
 
-namespace render
+namespace geometry::rays
 {
 
 /// The triangles of a shape as the ray tracer has them, for all uses of the shape.
@@ -40,4 +40,4 @@ private:
 /// True when `bytes` after `end` can be read without leaving the page that the byte before `end` is in.
 bool isReadablePast(const void* end, std::size_t bytes);
 
-} // namespace render
+} // namespace geometry::rays

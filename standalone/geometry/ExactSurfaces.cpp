@@ -1,0 +1,14 @@
+#include "standalone/geometry/ExactSurfaces.h"
+
+#include "standalone/geometry/GeometryWalk.h"
+
+void geometry::removeExactSurfaces(const osg::NodePtr& root)
+{
+    for (const osg::GeometryPtr& geometry : geometriesBelow(root)) {
+        if (osg::GeometryAccess::mesh(*geometry).brep.empty())
+            continue;
+        osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
+        mesh.brep = {};
+        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
+    }
+}

@@ -1,0 +1,23 @@
+#include "standalone/geometry/TreeRepair.h"
+
+#include "standalone/geometry/GeometryWalk.h"
+#include "standalone/geometry/IndexRepair.h"
+
+namespace geometry
+{
+
+std::vector<GeometryNote> repairMeshes(const osg::NodePtr& root)
+{
+    std::vector<GeometryNote> notes;
+    for (const osg::GeometryPtr& geometry : geometriesBelow(root)) {
+        const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
+        if (isSound(mesh))
+            continue;
+        Repaired result = repaired(mesh);
+        notes.push_back({geometry, result.changes.join(QStringLiteral("; "))});
+        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
+    }
+    return notes;
+}
+
+} // namespace geometry

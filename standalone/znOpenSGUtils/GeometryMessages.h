@@ -1,0 +1,13 @@
+#pragma once
+
+#include "standalone/geometry/GeometryNote.h"
+
+#include <vector>
+
+namespace zn
+{
+
+/// Tells the user each of `notes`, with the name of its geometry.
+void tell(const std::vector<geometry::GeometryNote>& notes);
+
+} // namespace zn
