@@ -7,7 +7,7 @@
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/session/znStandaloneSession.h"
-#include "tools/ptxconvert/kernel/Meshing.h"
+#include "tools/ptxconvert/kernel/meshing/Meshing.h"
 
 #include <BinTools.hxx>
 #include <TopoDS_Shape.hxx>

@@ -1,5 +1,5 @@
-#include "tools/ptxconvert/Conversion.h"
-#include "tools/ptxconvert/kernel/KernelVersion.h"
+#include "tools/ptxconvert/conversion/Conversion.h"
+#include "tools/ptxconvert/kernel/OcctVersion.h"
 
 #include <clocale>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/core/Monitor.h"
 
-#include "tools/ptxconvert/core/LastWords.h"
+#include "tools/ptxconvert/core/ProcessEnd.h"
 
 namespace ptx
 {

@@ -1,10 +1,10 @@
 #include "tools/ptxconvert/readers/brep/BrepReader.h"
 
-#include "tools/ptxconvert/core/Creep.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
-#include "tools/ptxconvert/kernel/KernelSetup.h"
+#include "tools/ptxconvert/core/TimedProgress.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
-#include "tools/ptxconvert/kernel/ShapeQueries.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeQueries.h"
 
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>

@@ -1,11 +1,11 @@
 #include "tools/ptxconvert/readers/iges/IgesReader.h"
 
-#include "tools/ptxconvert/core/Creep.h"
+#include "tools/ptxconvert/core/TimedProgress.h"
 #include "tools/ptxconvert/kernel/DocumentWalker.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
-#include "tools/ptxconvert/kernel/KernelProgress.h"
-#include "tools/ptxconvert/kernel/KernelSetup.h"
 #include "tools/ptxconvert/kernel/LooseFaces.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
+#include "tools/ptxconvert/kernel/OcctProgress.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
 
 #include <IGESCAFControl_Reader.hxx>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tools/ptxconvert/core/Outcome.h"
-#include "tools/ptxconvert/readers/jt/SceneGraph.h"
-#include "tools/ptxconvert/readers/jt/Shape.h"
+#include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
+#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
 
 #include <memory>
 #include <string>

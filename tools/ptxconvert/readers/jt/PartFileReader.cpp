@@ -5,8 +5,8 @@
 #include "tools/ptxconvert/readers/FileContent.h"
 #include "tools/ptxconvert/readers/PartFiles.h"
 #include "tools/ptxconvert/readers/ReferenceGraph.h"
-#include "tools/ptxconvert/readers/jt/Facts.h"
-#include "tools/ptxconvert/readers/jt/Structure.h"
+#include "tools/ptxconvert/readers/jt/ProductTree.h"
+#include "tools/ptxconvert/readers/jt/graph/NodeFacts.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/ptxconvert/core/Creep.h"
 #include "tools/ptxconvert/core/Progress.h"
+#include "tools/ptxconvert/core/TimedProgress.h"
 
 #include <cstdint>
 #include <fstream>

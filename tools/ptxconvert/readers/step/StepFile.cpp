@@ -1,9 +1,9 @@
 #include "tools/ptxconvert/readers/step/StepFile.h"
 
 #include "standalone/scenefile/ConvertedTree.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
-#include "tools/ptxconvert/kernel/KernelProgress.h"
-#include "tools/ptxconvert/kernel/KernelSetup.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
+#include "tools/ptxconvert/kernel/OcctProgress.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/readers/MappedFile.h"
 #include "tools/ptxconvert/readers/Reader.h"
 #include "tools/ptxconvert/readers/step/CountingBuffer.h"

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/step/StepReader.h"
 
-#include "tools/ptxconvert/kernel/KernelSetup.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
 #include "tools/ptxconvert/readers/step/PartReferences.h"
 #include "tools/ptxconvert/readers/step/ReferenceScan.h"

@@ -1,0 +1,90 @@
+#include "tools/ptxconvert/readers/jt/container/CountedText.h"
+#include "tools/ptxconvert/readers/jt/graph/SceneElements.h"
+
+namespace ptx::jt
+{
+
+namespace
+{
+
+constexpr std::uint32_t IgnoredFlag = 1;
+
+std::vector<Id> readIds(Cursor& in)
+{
+    std::vector<Id> ids(in.count(sizeof(Id)));
+    for (Id& id : ids)
+        id = in.i32();
+    return ids;
+}
+
+void readBase(Cursor& in, int major, SceneNode& node)
+{
+    skipBlockVersion(in, major);
+    node.isIgnored = (in.u32() & IgnoredFlag) != 0;
+    node.attributes = readIds(in);
+}
+
+void readGroup(Cursor& in, int major, SceneNode& node)
+{
+    skipBlockVersion(in, major);
+    node.children = readIds(in);
+}
+
+void readPartition(Cursor& in, int major, SceneNode& node)
+{
+    if (major >= 10)
+        in.u8();
+    in.u32();
+    node.file = readText(in);
+}
+
+bool isGroup(ElementKind kind, int baseType)
+{
+    switch (kind) {
+    case ElementKind::Group:
+    case ElementKind::Lod:
+    case ElementKind::Partition:
+    case ElementKind::Switch:
+    case ElementKind::Part:
+    case ElementKind::MetaData:
+        return true;
+    case ElementKind::Unknown:
+        return baseType == BaseGroup;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+void skipBlockVersion(Cursor& in, int major)
+{
+    if (major >= 10)
+        in.u8();
+    else if (major == 9)
+        in.i16();
+}
+
+SceneNode readNode(Cursor& in, int major, ElementKind kind, int baseType)
+{
+    SceneNode node;
+    node.kind = kind != ElementKind::Unknown ? kind
+                : baseType == BaseGroup      ? ElementKind::Group
+                : baseType == BaseShape      ? ElementKind::Shape
+                                             : ElementKind::Node;
+    readBase(in, major, node);
+    if (isGroup(kind, baseType))
+        readGroup(in, major, node);
+    if (kind == ElementKind::Instance) {
+        skipBlockVersion(in, major);
+        node.children = {in.i32()};
+    } else if (kind == ElementKind::Partition) {
+        readPartition(in, major, node);
+    } else if (kind == ElementKind::Switch) {
+        in.take(major >= 10 ? 1 : 2);
+        node.selected = in.i32();
+    }
+    return node;
+}
+
+} // namespace ptx::jt
