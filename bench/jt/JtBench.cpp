@@ -15,7 +15,9 @@
 #include <iterator>
 #include <string>
 
-using namespace ptx::jt;
+using namespace ptx::jt::container;
+using namespace ptx::jt::graph;
+using namespace ptx::jt::shapes;
 
 namespace
 {

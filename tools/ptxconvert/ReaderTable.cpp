@@ -1,4 +1,5 @@
-#include "tools/ptxconvert/readers/Reader.h"
+#include "tools/ptxconvert/ReaderTable.h"
+
 #include "tools/ptxconvert/readers/brep/BrepReader.h"
 #include "tools/ptxconvert/readers/iges/IgesReader.h"
 #include "tools/ptxconvert/readers/jt/JtReader.h"
@@ -10,7 +11,7 @@
 namespace ptx
 {
 
-std::span<const Format> formats()
+Formats formats()
 {
     static const std::array<Format, 5> rows = {step::format(), iges::format(), jt::format(), stl::format(),
                                                brep::format()};

@@ -9,7 +9,9 @@
 
 #include <cstdlib>
 
-using namespace ptx::jt;
+using namespace ptx::jt::container;
+using namespace ptx::jt::graph;
+using namespace ptx::jt::shapes;
 
 namespace
 {

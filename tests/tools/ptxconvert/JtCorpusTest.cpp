@@ -59,7 +59,7 @@ ptx::jt::JtFile opened(const std::string& path)
     return std::move(file.value());
 }
 
-std::size_t countKind(const ptx::jt::SceneGraph& graph, ptx::jt::ElementKind kind)
+std::size_t countKind(const ptx::jt::graph::SceneGraph& graph, ptx::jt::graph::ElementKind kind)
 {
     return static_cast<std::size_t>(std::count_if(graph.nodes.begin(), graph.nodes.end(),
                                                   [&](const auto& node) { return node.second.kind == kind; }));
@@ -85,7 +85,7 @@ TEST(JtCorpus, EveryFileHasItsVersionNodesInstancesAndReferences)
         const ptx::jt::JtFile file = opened(corpusFolder() + figures.file);
         EXPECT_EQ(std::to_string(file.framing.major) + "." + std::to_string(file.framing.minor), figures.version);
         EXPECT_EQ(file.graph.nodes.size(), figures.nodes);
-        EXPECT_EQ(countKind(file.graph, ptx::jt::ElementKind::Instance), figures.instanceNodes);
+        EXPECT_EQ(countKind(file.graph, ptx::jt::graph::ElementKind::Instance), figures.instanceNodes);
         EXPECT_THAT(file.graph.warnings, testing::IsEmpty());
         std::vector<std::string> names;
         for (const auto& [id, node] : file.graph.nodes)

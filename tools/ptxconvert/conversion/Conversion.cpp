@@ -22,8 +22,9 @@ namespace
 class Conversion
 {
 public:
-    explicit Conversion(const CommandLine& line)
-        : m_line(line), m_log(line.output + ".log"), m_progressFile(line.output + ".tmp"), m_output(line.output)
+    Conversion(const CommandLine& line, Formats formats)
+        : m_line(line), m_formats(formats), m_log(line.output + ".log"), m_progressFile(line.output + ".tmp"),
+          m_output(line.output)
     {
     }
 
@@ -32,7 +33,7 @@ public:
         Outcome<InputFile> input = lookAtInput(m_line.input);
         if (!m_log.isOpen())
             return fail({ExitCode::OutputFailed, "cannot write " + m_line.output + ".log"});
-        lastwords::install(m_log, m_progress, m_output.unfinishedPath());
+        processend::install(m_log, m_progress, m_output.unfinishedPath());
         tellStart();
         if (!input)
             return fail(input.failure());
@@ -58,7 +59,7 @@ private:
 
     Trouble work(Limits& limits, const InputFile& input)
     {
-        const Outcome<const Format*> format = chooseFormat(m_line.input, input.head, input.size);
+        const Outcome<const Format*> format = chooseFormat(m_formats, m_line.input, input.head, input.size);
         if (!format)
             return format.failure();
         if (m_line.externalParts && !(format.value()->refersToParts && format.value()->refersToParts(m_line.input)))
@@ -97,7 +98,7 @@ private:
 
     void tellStart()
     {
-        m_log.info("ptxconvert " ZN_VERSION ", CAD kernel " + std::string(kernelVersion()));
+        m_log.info("ptxconvert " ZN_VERSION ", CAD kernel " + std::string(occtVersion()));
         m_log.info("input  " + m_line.input);
         m_log.info("output " + m_line.output);
         for (const std::string& assignment : m_line.assignments)
@@ -120,6 +121,7 @@ private:
     }
 
     const CommandLine& m_line;
+    Formats m_formats;
     Log m_log;
     Progress m_progress;
     ProgressFile m_progressFile;
@@ -129,9 +131,9 @@ private:
 
 } // namespace
 
-ExitCode convert(const CommandLine& line)
+ExitCode convert(const CommandLine& line, Formats formats)
 {
-    return Conversion(line).run();
+    return Conversion(line, formats).run();
 }
 
 } // namespace ptx

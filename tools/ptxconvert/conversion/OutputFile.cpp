@@ -48,7 +48,7 @@ Trouble OutputFile::write(const osg::NodePtr& root) const
     const osg::SceneFileWriteResult result = osg::writeSceneFile(root, QString::fromStdString(m_path));
     if (result.error)
         return cannotWrite(m_path, result.error->message.toStdString());
-    lastwords::outputStands();
+    processend::outputStands();
     return std::nullopt;
 }
 

@@ -39,7 +39,7 @@ void Monitor::look()
     Usage usage = measureUsage();
     usage.wallSeconds = m_log.seconds();
     if (const Trouble trouble = m_limits.check(usage, m_progress.signs()))
-        lastwords::end(m_log, {trouble->code, trouble->message + " (in stage " + stageWord(m_progress.stage()) + ")"});
+        processend::end(m_log, {trouble->code, trouble->message + " (in stage " + stageWord(m_progress.stage()) + ")"});
 }
 
 } // namespace ptx

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <vector>
 
-namespace ptx::lastwords
+namespace ptx::processend
 {
 
 namespace
@@ -126,4 +126,4 @@ void end(Log& log, const Failure& failure)
     ::_exit(static_cast<int>(failure.code));
 }
 
-} // namespace ptx::lastwords
+} // namespace ptx::processend

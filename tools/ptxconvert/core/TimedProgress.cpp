@@ -6,12 +6,12 @@
 namespace ptx
 {
 
-Creep::Creep(Progress& progress, double start, double seconds)
+TimedProgress::TimedProgress(Progress& progress, double start, double seconds)
     : m_progress(progress), m_thread([this, start, seconds] { run(start, seconds); })
 {
 }
 
-Creep::~Creep()
+TimedProgress::~TimedProgress()
 {
     {
         const std::lock_guard lock(m_mutex);
@@ -21,7 +21,7 @@ Creep::~Creep()
     m_thread.join();
 }
 
-void Creep::run(double start, double seconds)
+void TimedProgress::run(double start, double seconds)
 {
     const auto begin = std::chrono::steady_clock::now();
     std::unique_lock lock(m_mutex);

@@ -11,14 +11,14 @@ namespace ptx
 
 /// Moves the present stage on by the clock while a step runs that says nothing of its own. It approaches the end and
 /// never reaches it, and it is no sign of progress: a step that hangs still counts as a stall.
-class Creep
+class TimedProgress
 {
 public:
     /// From `start` (share of the stage) towards its end; half of the way takes about `seconds`.
-    Creep(Progress& progress, double start, double seconds);
-    ~Creep();
-    Creep(const Creep&) = delete;
-    Creep& operator=(const Creep&) = delete;
+    TimedProgress(Progress& progress, double start, double seconds);
+    ~TimedProgress();
+    TimedProgress(const TimedProgress&) = delete;
+    TimedProgress& operator=(const TimedProgress&) = delete;
 
 private:
     void run(double start, double seconds);

@@ -17,12 +17,12 @@ namespace ptx
 
 using namespace osg::converted;
 
-DocumentFacts::DocumentFacts(const Handle(TDocStd_Document) & document)
+DocumentProperties::DocumentProperties(const Handle(TDocStd_Document) & document)
     : m_layers(XCAFDoc_DocumentTool::LayerTool(document->Main()))
 {
 }
 
-std::vector<std::string> DocumentFacts::of(const TDF_Label& label) const
+std::vector<std::string> DocumentProperties::of(const TDF_Label& label) const
 {
     std::vector<std::string> tags;
     TDF_LabelSequence layers;
@@ -36,7 +36,7 @@ std::vector<std::string> DocumentFacts::of(const TDF_Label& label) const
     return tags;
 }
 
-bool DocumentFacts::isVisible(const TDF_Label& label) const
+bool DocumentProperties::isVisible(const TDF_Label& label) const
 {
     TDF_LabelSequence layers;
     m_layers->GetLayers(label, layers);
@@ -46,7 +46,7 @@ bool DocumentFacts::isVisible(const TDF_Label& label) const
     return true;
 }
 
-void DocumentFacts::addValidation(const TDF_Label& label, std::vector<std::string>& tags)
+void DocumentProperties::addValidation(const TDF_Label& label, std::vector<std::string>& tags)
 {
     double value = 0;
     if (XCAFDoc_Volume::Get(label, value))

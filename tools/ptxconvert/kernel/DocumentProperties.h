@@ -13,10 +13,10 @@ namespace ptx
 {
 
 /// What a document says of its labels beside names and colours: layers and validation properties.
-class DocumentFacts
+class DocumentProperties
 {
 public:
-    explicit DocumentFacts(const Handle(TDocStd_Document) & document);
+    explicit DocumentProperties(const Handle(TDocStd_Document) & document);
 
     /// As tags, see standalone/scenefile/ConvertedTree.h.
     std::vector<std::string> of(const TDF_Label& label) const;

@@ -158,7 +158,7 @@ private:
 
     DocumentContent m_content;
     const Complete& m_complete;
-    DocumentFacts m_facts;
+    DocumentProperties m_facts;
     Handle(XCAFDoc_ShapeTool) m_shapes;
     DocumentColors m_colors;
     const Job& m_job;

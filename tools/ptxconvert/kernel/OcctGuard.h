@@ -13,7 +13,7 @@ namespace ptx
 {
 
 /// The text of an exception of the CAD kernel.
-inline std::string kernelText(const Standard_Failure& failure)
+inline std::string failureText(const Standard_Failure& failure)
 {
     const char* text = failure.GetMessageString();
     return std::string(failure.DynamicType()->Name()) + (text && *text ? std::string(": ") + text : std::string());
@@ -29,7 +29,7 @@ Trouble guarded(const char* doing, Work work)
     } catch (const Standard_OutOfMemory&) {
         throw std::bad_alloc();
     } catch (const Standard_Failure& failure) {
-        return Failure{ExitCode::Damaged, std::string(doing) + " failed: " + kernelText(failure)};
+        return Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failureText(failure)};
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& failure) {

@@ -8,10 +8,10 @@ namespace ptx
 {
 
 /// Hands the kernel's own progress on. The kernel may call from any of its threads.
-class KernelProgress : public Message_ProgressIndicator
+class OcctProgress : public Message_ProgressIndicator
 {
 public:
-    explicit KernelProgress(Progress& progress) : m_progress(progress) {}
+    explicit OcctProgress(Progress& progress) : m_progress(progress) {}
 
     void Show(const Message_ProgressScope&, const Standard_Boolean) override { m_progress.report(GetPosition()); }
 

@@ -53,7 +53,7 @@ Handle(NoHealing) & noHealing()
 
 } // namespace
 
-void setUpKernel()
+void setUpOcct()
 {
     Message::DefaultMessenger()->RemovePrinters(STANDARD_TYPE(Message_Printer));
     XCAFDoc_ShapeTool::SetAutoNaming(false);
@@ -80,7 +80,7 @@ double precisionOf(const TopoDS_Shape& shape, double otherwise)
     return child.More() ? noHealing()->precision(child.Value(), otherwise) : otherwise;
 }
 
-const char* kernelVersion()
+const char* occtVersion()
 {
     return OCC_VERSION_COMPLETE;
 }

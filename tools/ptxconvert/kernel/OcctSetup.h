@@ -9,7 +9,7 @@ namespace ptx
 
 /// Silences the kernel's own messages on standard output, keeps it from making names up, and keeps shape healing out of
 /// its readers, where it would run one part after another. To be called once, before the first reader is made.
-void setUpKernel();
+void setUpOcct();
 
 /// A new document that holds lengths in millimetres.
 Handle(TDocStd_Document) newDocument();

@@ -4,6 +4,6 @@ namespace ptx
 {
 
 /// Version of the CAD kernel.
-const char* kernelVersion();
+const char* occtVersion();
 
 } // namespace ptx

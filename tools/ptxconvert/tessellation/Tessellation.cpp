@@ -41,7 +41,7 @@ public:
 
     ExitCode run()
     {
-        lastwords::install(m_log, m_progress, m_options.output);
+        processend::install(m_log, m_progress, m_options.output);
         std::error_code unknown;
         const std::uintmax_t bytes = std::filesystem::file_size(m_options.input, unknown);
         Limits limits(m_options.settings, unknown ? 0 : bytes);

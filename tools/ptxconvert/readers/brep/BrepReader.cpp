@@ -36,7 +36,8 @@ Match probe(std::string_view head, std::uint64_t)
 
 Trouble readShape(const Job& job, TopoDS_Shape& shape)
 {
-    const Creep creep(job.progress, 0, 1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    const TimedProgress timedProgress(job.progress, 0,
+                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     std::ifstream stream(job.input, std::ios::binary);
     char mark[MarkWithin] = {};
     stream.read(mark, MarkWithin);
@@ -54,7 +55,7 @@ Trouble readShape(const Job& job, TopoDS_Shape& shape)
 
 Outcome<Model> readBrep(const Job& job)
 {
-    setUpKernel();
+    setUpOcct();
     job.progress.begin(Stage::ReadAndProcess);
     std::vector<ShapeBody> shapes(1);
     if (Trouble trouble = guarded("reading the BREP file", [&] { return readShape(job, shapes[0].shape); }))

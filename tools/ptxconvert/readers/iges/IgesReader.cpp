@@ -24,7 +24,8 @@ constexpr double SecondsPerMegabyte = 0.2;
 Trouble read(IGESCAFControl_Reader& reader, const Job& job)
 {
     job.progress.begin(Stage::ReadAndProcess);
-    const Creep creep(job.progress, 0, 1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    const TimedProgress timedProgress(job.progress, 0,
+                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     if (reader.ReadFile(job.input.c_str()) != IFSelect_RetDone)
         return Failure{ExitCode::Damaged, "the text is not an IGES file that can be read"};
     return std::nullopt;
@@ -33,7 +34,7 @@ Trouble read(IGESCAFControl_Reader& reader, const Job& job)
 Trouble transfer(IGESCAFControl_Reader& reader, Handle(TDocStd_Document) & document, const Job& job)
 {
     job.progress.begin(Stage::Convert);
-    Handle(KernelProgress) progress = new KernelProgress(job.progress);
+    Handle(OcctProgress) progress = new OcctProgress(job.progress);
     if (!reader.Transfer(document, progress->Start()))
         return Failure{ExitCode::NothingToImport, "the file is an IGES file, but none of its entities is a shape"};
     return std::nullopt;
@@ -76,7 +77,7 @@ Match probe(std::string_view head, std::uint64_t)
 
 Outcome<Model> readIges(const Job& job)
 {
-    setUpKernel();
+    setUpOcct();
     Outcome<DocumentContent> content = readContent(job);
     if (!content)
         return content.failure();

@@ -31,7 +31,7 @@ struct BodyResult {
 };
 
 /// The placement that the attributes of `node` give it.
-Placement placementOf(const SceneGraph& graph, const SceneNode& node);
+graph::Placement placementOf(const graph::SceneGraph& graph, const graph::SceneNode& node);
 
 class Pieces;
 
@@ -44,34 +44,34 @@ public:
 
     /// Says for which starts bodies are going to be made, in this order: their shapes are decoded ahead on the threads
     /// that there are.
-    void expect(const std::vector<std::vector<Id>>& starts);
+    void expect(const std::vector<std::vector<graph::Id>>& starts);
 
     /// The body of the shapes at and below `starts`, which are `top` itself or children of it. The attributes of `top`
     /// do not count but for what they forbid to those below.
-    BodyResult make(Id top, const std::vector<Id>& starts);
+    BodyResult make(graph::Id top, const std::vector<graph::Id>& starts);
 
     std::size_t triangles() const { return m_triangles; }
     int level() const { return m_context.level; }
 
 private:
     struct Frame {
-        Id id = 0;
-        Placement placement{};
-        Finish finish;
+        graph::Id id = 0;
+        graph::Placement placement{};
+        graph::InheritedMaterial inherited;
     };
 
-    void add(const Shape& shape, const Frame& frame, Pieces& pieces, BodyResult& result);
-    void addShapesBelow(const std::vector<Id>& starts, std::vector<Id>& shapes, std::size_t& steps) const;
-    std::size_t wantedLevel(const SceneNode& node) const;
-    std::vector<Id> chosenChildren(const SceneNode& node);
-    bool isReadable(Id start);
-    const Shape& decoded(Id id, const SceneNode& node);
+    void add(const shapes::Shape& shape, const Frame& frame, Pieces& pieces, BodyResult& result);
+    void addShapesBelow(const std::vector<graph::Id>& starts, std::vector<graph::Id>& shapes, std::size_t& steps) const;
+    std::size_t wantedLevel(const graph::SceneNode& node) const;
+    std::vector<graph::Id> chosenChildren(const graph::SceneNode& node);
+    bool isReadable(graph::Id start);
+    const shapes::Shape& decoded(graph::Id id, const graph::SceneNode& node);
 
     BodyContext m_context;
     std::size_t m_steps; ///< that are left; shared nodes could multiply them without end
     std::size_t m_triangles = 0;
     std::unique_ptr<ShapeSupply> m_supply;
-    std::map<Id, Shape> m_decoded; ///< shapes of the body in work
+    std::map<graph::Id, shapes::Shape> m_decoded; ///< shapes of the body in work
 };
 
 } // namespace ptx::jt

@@ -16,7 +16,7 @@ namespace
 
 constexpr int LongestChain = 256;
 
-osg::Matrix matrixOf(const Placement& placement, double unit)
+osg::Matrix matrixOf(const graph::Placement& placement, double unit)
 {
     osg::Matrix matrix;
     for (unsigned i = 0; i < 16; ++i)
@@ -24,15 +24,15 @@ osg::Matrix matrixOf(const Placement& placement, double unit)
     return matrix;
 }
 
-bool isStructure(ElementKind kind)
+bool isStructure(graph::ElementKind kind)
 {
-    return kind == ElementKind::Instance || kind == ElementKind::Part || kind == ElementKind::MetaData ||
-           kind == ElementKind::Partition;
+    return kind == graph::ElementKind::Instance || kind == graph::ElementKind::Part ||
+           kind == graph::ElementKind::MetaData || kind == graph::ElementKind::Partition;
 }
 
-bool isAlternative(ElementKind kind)
+bool isAlternative(graph::ElementKind kind)
 {
-    return kind == ElementKind::Lod || kind == ElementKind::Switch;
+    return kind == graph::ElementKind::Lod || kind == graph::ElementKind::Switch;
 }
 
 unsigned threadsOf(const Job& job)
@@ -70,23 +70,23 @@ public:
 private:
     /// A product whose contents are still to be made.
     struct Open {
-        Id id;
+        graph::Id id;
         std::size_t product;
     };
 
     /// A body that is still to be made, for products that are one node in several colours.
     struct Planned {
-        Id top;
-        std::vector<Id> starts;
+        graph::Id top;
+        std::vector<graph::Id> starts;
         std::vector<std::size_t> products;
     };
 
     /// What lies on the way from a node to the product that stands for its child.
     struct Chain {
-        const SceneNode* target = nullptr;
-        Id id = 0;
-        Placement placement = NoMove;
-        Finish finish;
+        const graph::SceneNode* target = nullptr;
+        graph::Id id = 0;
+        graph::Placement placement = graph::NoMove;
+        graph::InheritedMaterial inherited;
         bool isVisible = true;
         std::string name;
         std::vector<std::string> tags;
@@ -95,18 +95,18 @@ private:
     // What holds no part of a structure at any depth is geometry.
     void findStructure()
     {
-        std::unordered_map<Id, std::vector<Id>> parents;
-        std::vector<Id> open;
+        std::unordered_map<graph::Id, std::vector<graph::Id>> parents;
+        std::vector<graph::Id> open;
         for (const auto& [id, node] : m_graph.nodes) {
-            for (const Id child : node.children)
+            for (const graph::Id child : node.children)
                 parents[child].push_back(id);
             if (isStructure(node.kind) && m_structure.insert(id).second)
                 open.push_back(id);
         }
         while (!open.empty()) {
-            const Id id = open.back();
+            const graph::Id id = open.back();
             open.pop_back();
-            for (const Id parent : parents[id])
+            for (const graph::Id parent : parents[id])
                 if (m_structure.insert(parent).second)
                     open.push_back(parent);
         }
@@ -115,49 +115,49 @@ private:
     // A node without a name is called as the first that uses it.
     void findNames()
     {
-        for (const Id id : nodesFromRootDown(m_graph)) {
-            const SceneNode& node = m_graph.nodes.at(id);
+        for (const graph::Id id : graph::nodesFromRootDown(m_graph)) {
+            const graph::SceneNode& node = m_graph.nodes.at(id);
             std::string& name = m_names[id];
-            if (std::string own = nameOf(node); !own.empty())
+            if (std::string own = graph::nameOf(node); !own.empty())
                 name = std::move(own);
-            if (node.kind == ElementKind::Instance || node.kind == ElementKind::Group)
-                for (const Id child : node.children)
+            if (node.kind == graph::ElementKind::Instance || node.kind == graph::ElementKind::Group)
+                for (const graph::Id child : node.children)
                     m_names.try_emplace(child, name);
         }
     }
 
-    bool hasStructure(Id id) const { return m_structure.contains(id); }
+    bool hasStructure(graph::Id id) const { return m_structure.contains(id); }
 
     void addRoots()
     {
-        const SceneNode* root = m_graph.find(m_graph.root);
+        const graph::SceneNode* root = m_graph.find(m_graph.root);
         if (!root)
             return;
-        bool isShell = root->kind == ElementKind::Partition && !root->children.empty();
-        for (const Id child : root->children)
+        bool isShell = root->kind == graph::ElementKind::Partition && !root->children.empty();
+        for (const graph::Id child : root->children)
             isShell = isShell && hasStructure(child);
-        m_model.tags = tagsOf(*root);
+        m_model.tags = graph::tagsOf(*root);
         if (!isShell)
             return addOccurrence(m_model.roots, m_graph.root, {});
         Chain around;
         around.placement = placementOf(m_graph, *root);
-        around.finish = finishOf(m_graph, *root, {}, m_model.appearances);
-        for (const Id child : root->children)
+        around.inherited = graph::inheritedMaterial(m_graph, *root, {}, m_model.appearances);
+        for (const graph::Id child : root->children)
             addOccurrence(m_model.roots, child, around);
     }
 
     // Every occurrence becomes a node at least; the scene refuses what is beyond its limit.
     bool isFull() const { return m_mostOccurrences > 0 && static_cast<double>(m_occurrences) > m_mostOccurrences; }
 
-    void addOccurrence(std::vector<Occurrence>& to, Id id, Chain chain)
+    void addOccurrence(std::vector<Occurrence>& to, graph::Id id, Chain chain)
     {
         if (isFull() || !follow(id, chain))
             return;
         ++m_occurrences;
         Occurrence occurrence;
-        occurrence.product = productOf(chain.id, *chain.target, chain.finish.appearance);
-        if (chain.finish.final & ColourField)
-            occurrence.appearance = chain.finish.appearance;
+        occurrence.product = productOf(chain.id, *chain.target, chain.inherited.appearance);
+        if (chain.inherited.final & graph::ColourField)
+            occurrence.appearance = chain.inherited.appearance;
         occurrence.name = std::move(chain.name);
         occurrence.placement = matrixOf(chain.placement, m_unit);
         occurrence.isVisible = chain.isVisible;
@@ -166,23 +166,23 @@ private:
     }
 
     // Instances add to what they lead to; they are no node of their own. A reference may lead nowhere.
-    bool follow(Id id, Chain& chain)
+    bool follow(graph::Id id, Chain& chain)
     {
         for (int depth = 0; depth < LongestChain; ++depth) {
-            const SceneNode* node = m_graph.find(id);
+            const graph::SceneNode* node = m_graph.find(id);
             if (!node)
                 return false;
-            chain.placement = combined(placementOf(m_graph, *node), chain.placement);
-            chain.finish = finishOf(m_graph, *node, chain.finish, m_model.appearances);
+            chain.placement = graph::combined(placementOf(m_graph, *node), chain.placement);
+            chain.inherited = graph::inheritedMaterial(m_graph, *node, chain.inherited, m_model.appearances);
             chain.isVisible = chain.isVisible && !node->isIgnored;
-            if (node->kind != ElementKind::Instance) {
+            if (node->kind != graph::ElementKind::Instance) {
                 chain.target = node;
                 chain.id = id;
                 return true;
             }
             if (chain.name.empty())
-                chain.name = nameOf(*node);
-            for (std::string& tag : tagsOf(*node))
+                chain.name = graph::nameOf(*node);
+            for (std::string& tag : graph::tagsOf(*node))
                 chain.tags.push_back(std::move(tag));
             if (node->children.empty())
                 return false;
@@ -192,14 +192,14 @@ private:
         return false;
     }
 
-    std::size_t productOf(Id id, const SceneNode& node, int appearance)
+    std::size_t productOf(graph::Id id, const graph::SceneNode& node, int appearance)
     {
         const auto [entry, isNew] = m_products.try_emplace({id, appearance}, m_model.products.size());
         if (isNew) {
             Product product;
             product.name = m_names[id];
             product.appearance = appearance;
-            product.tags = tagsOf(node);
+            product.tags = graph::tagsOf(node);
             if (isExternal(m_graph, id, node))
                 product.externalNames = {node.file};
             m_model.products.push_back(std::move(product));
@@ -210,10 +210,10 @@ private:
 
     void fill(Open open)
     {
-        const SceneNode& node = *m_graph.find(open.id);
+        const graph::SceneNode& node = *m_graph.find(open.id);
         std::vector<Occurrence> children;
-        std::vector<Id> shapes;
-        for (const Id child : shownChildren(node)) {
+        std::vector<graph::Id> shapes;
+        for (const graph::Id child : shownChildren(node)) {
             if (hasStructure(child))
                 addOccurrence(children, child, {});
             else
@@ -224,23 +224,23 @@ private:
             giveBody(open, {open.id});
         else if (!shapes.empty())
             giveBody(open, shapes);
-        else if (node.kind == ElementKind::Part && node.children.empty())
+        else if (node.kind == graph::ElementKind::Part && node.children.empty())
             m_job.log.info("part \"" + m_model.products[open.product].name + "\" has no mesh");
     }
 
-    std::vector<Id> shownChildren(const SceneNode& node) const
+    std::vector<graph::Id> shownChildren(const graph::SceneNode& node) const
     {
         if (!isAlternative(node.kind) || node.children.empty())
             return node.children;
         const std::int32_t last = static_cast<std::int32_t>(node.children.size()) - 1;
-        const std::int32_t chosen = node.kind == ElementKind::Switch
+        const std::int32_t chosen = node.kind == graph::ElementKind::Switch
                                         ? node.selected
                                         : std::min(last, static_cast<std::int32_t>(m_bodies.level()));
-        return chosen < 0 || chosen > last ? std::vector<Id>()
-                                           : std::vector<Id>{node.children[static_cast<std::size_t>(chosen)]};
+        return chosen < 0 || chosen > last ? std::vector<graph::Id>()
+                                           : std::vector<graph::Id>{node.children[static_cast<std::size_t>(chosen)]};
     }
 
-    void giveBody(Open open, const std::vector<Id>& starts)
+    void giveBody(Open open, const std::vector<graph::Id>& starts)
     {
         const auto [entry, isNew] = m_planOf.try_emplace(open.id, m_planned.size());
         if (isNew)
@@ -250,7 +250,7 @@ private:
 
     void makeBodies()
     {
-        std::vector<std::vector<Id>> starts;
+        std::vector<std::vector<graph::Id>> starts;
         for (const Planned& plan : m_planned)
             starts.push_back(plan.starts);
         m_bodies.expect(starts);
@@ -277,18 +277,19 @@ private:
     }
 
     const JtFile& m_file;
-    const SceneGraph& m_graph;
+    const graph::SceneGraph& m_graph;
     double m_unit;
     const Job& m_job;
     double m_mostOccurrences;
     std::size_t m_occurrences = 0;
-    std::unordered_set<Id> m_lookedAtInTheEnd; ///< beyond the limit each node is filled once at most, for its body
+    /// Beyond the limit each node is filled once at most, for its body.
+    std::unordered_set<graph::Id> m_lookedAtInTheEnd;
     Model m_model;
     BodyMaker m_bodies;
-    std::unordered_set<Id> m_structure;
-    std::unordered_map<Id, std::string> m_names;
-    std::map<std::pair<Id, int>, std::size_t> m_products;
-    std::unordered_map<Id, std::size_t> m_planOf;
+    std::unordered_set<graph::Id> m_structure;
+    std::unordered_map<graph::Id, std::string> m_names;
+    std::map<std::pair<graph::Id, int>, std::size_t> m_products;
+    std::unordered_map<graph::Id, std::size_t> m_planOf;
     std::vector<Planned> m_planned;
     std::vector<Open> m_open;
 };

@@ -33,7 +33,7 @@ private:
     std::uint64_t m_done = 0;
     double m_share;
     Progress& m_progress;
-    std::optional<Creep> m_creep;
+    std::optional<TimedProgress> m_timedProgress;
 };
 
 } // namespace ptx

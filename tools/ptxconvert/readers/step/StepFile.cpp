@@ -85,7 +85,7 @@ private:
     Trouble transfer()
     {
         begin(Stage::Convert);
-        Handle(KernelProgress) progress = new KernelProgress(m_job.progress);
+        Handle(OcctProgress) progress = new OcctProgress(m_job.progress);
         if (!m_reader.Transfer(m_document, progress->Start()))
             return nothingToImport(m_job.input, "none of its entities is a product or a shape");
         warnOfUntranslatedEntities(m_reader, m_job.log);

@@ -37,7 +37,7 @@ Outcome<DocumentContent> readWithParts(const Job& job)
 
 Outcome<Model> readStep(const Job& job)
 {
-    setUpKernel();
+    setUpOcct();
     Outcome<DocumentContent> content = readWithParts(job);
     if (!content)
         return content.failure();

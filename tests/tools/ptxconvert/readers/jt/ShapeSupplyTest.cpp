@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace ptx::jt;
+using namespace ptx::jt::graph;
+using namespace ptx::jt::shapes;
 
 namespace
 {

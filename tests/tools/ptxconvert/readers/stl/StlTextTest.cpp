@@ -1,12 +1,8 @@
 #include "tools/ptxconvert/readers/stl/StlText.h"
-#include "tools/ptxconvert/readers/stl/StlBinary.h"
-#include "tools/ptxconvert/readers/stl/StlMesh.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <cstring>
-#include <limits>
 
 using namespace ptx;
 using namespace ptx::stl;
@@ -31,18 +27,6 @@ std::string complaint(const std::string& text)
     const Outcome<TextResult> result = readText(text, progress);
     EXPECT_FALSE(result);
     return result ? "" : result.failure().message;
-}
-
-std::string binary(std::uint32_t announced, const std::vector<std::array<float, 12>>& facets)
-{
-    std::string content(80, 's');
-    for (int i = 0; i < 4; ++i)
-        content += static_cast<char>(announced >> 8 * i & 0xFF);
-    for (const auto& facet : facets) {
-        content.append(reinterpret_cast<const char*>(facet.data()), 48);
-        content.append(2, '\0');
-    }
-    return content;
 }
 
 } // namespace
@@ -110,54 +94,4 @@ TEST(StlText, CutOffFileKeepsItsCompleteTriangles)
         EXPECT_TRUE(result.value().isCutOff) << length;
         EXPECT_EQ(result.value().solids.at(0).facets.size(), 1u) << length;
     }
-}
-
-TEST(StlBinary, ReadsTheAnnouncedTriangles)
-{
-    Progress progress;
-    const Outcome<Solid> solid =
-        readBinary(binary(1, {{0, 0, 1, 1, 2, 3, 4.5f, 2, 3, 1, 60, 3}}) + "bytes of its writer", progress);
-    ASSERT_TRUE(solid);
-    ASSERT_EQ(solid.value().facets.size(), 1u);
-    EXPECT_EQ(solid.value().facets[0].corners[1], (osg::Vec3f{4.5f, 2, 3}));
-    EXPECT_EQ(solid.value().facets[0].normal, (osg::Vec3f{0, 0, 1}));
-}
-
-TEST(StlBinary, CountIsHeldAgainstTheSizeBeforeAnythingIsMade)
-{
-    Progress progress;
-    const Outcome<Solid> solid = readBinary(binary(0xFFFFFFFF, {{}}), progress);
-    ASSERT_FALSE(solid);
-    EXPECT_EQ(solid.failure().message,
-              "the binary STL file is cut off: 214748364834 bytes are announced, 134 are there");
-    EXPECT_FALSE(readBinary("short", progress));
-}
-
-TEST(StlBinary, CornersThatAreNoNumbersAreDamage)
-{
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    Progress progress;
-    const Outcome<Solid> solid = readBinary(binary(2, {{}, {0, 0, 1, 1, 2, 3, nan, 2, 3, 1, 60, 3}}), progress);
-    ASSERT_FALSE(solid);
-    EXPECT_EQ(solid.failure().message, "triangle 2 at byte 134 has a corner that is no number");
-}
-
-TEST(StlMesh, SharesCornersOfTheSamePlaceAndNormal)
-{
-    const Facet lower{{}, {{{0, 0, 5}, {1, 0, 5}, {1, 1, 5}}}};
-    const Facet upper{{}, {{{0, 0, 5}, {1, 1, 5}, {0, 1, 5}}}};
-    const Facet other{{}, {{{0, 0, 5}, {0, 0, 6}, {1, 0, 5}}}};
-    const auto mesh = meshOf({"", {lower, upper, other}}, 2);
-    EXPECT_EQ(mesh->positions.size(), 4u + 3u);
-    EXPECT_EQ(mesh->triangles.size(), 9u);
-    EXPECT_EQ(mesh->positions[1], (osg::Vec3f{2, 0, 10}));
-    EXPECT_EQ(mesh->normals[0], (osg::Vec3f{0, 0, 1}));
-}
-
-TEST(StlMesh, TriangleWithoutAreaKeepsItsPlace)
-{
-    const Facet flat{{0, 1, 0}, {{{7, 0, 0}, {7, 0, 0}, {8, 0, 0}}}};
-    const auto mesh = meshOf({"", {flat}}, 1);
-    EXPECT_EQ(mesh->triangles.size(), 3u);
-    EXPECT_EQ(mesh->normals[0], (osg::Vec3f{0, 1, 0}));
 }

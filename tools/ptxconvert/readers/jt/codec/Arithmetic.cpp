@@ -1,8 +1,8 @@
-#include "tools/ptxconvert/readers/jt/codec/EntropyCodecs.h"
+#include "tools/ptxconvert/readers/jt/codec/Arithmetic.h"
 
 #include "tools/ptxconvert/readers/jt/codec/BitReader.h"
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 namespace
@@ -17,7 +17,7 @@ struct Slots {
 } // namespace
 
 Values decodeArithmetic(const CodeText& text, const std::vector<CodeTable>& tables, const Values& escaped,
-                        Cursor& cursor)
+                        container::Cursor& cursor)
 {
     std::vector<Slots> slots(tables.size());
     for (std::size_t t = 0; t < tables.size(); ++t)
@@ -74,4 +74,4 @@ Values decodeArithmetic(const CodeText& text, const std::vector<CodeTable>& tabl
     return nextEscaped == escaped.size() ? values : failed(cursor, "an array leaves escaped values over");
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -1,13 +1,13 @@
-#include "tools/ptxconvert/readers/jt/codec/EntropyCodecs.h"
+#include "tools/ptxconvert/readers/jt/codec/BitLengths.h"
 
 #include "tools/ptxconvert/readers/jt/codec/BitReader.h"
 
 #include <bit>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
-Values decodeBitLengths(const CodeText& text, Cursor& cursor)
+Values decodeBitLengths(const CodeText& text, container::Cursor& cursor)
 {
     BitReader bits(text.words, text.flip);
     Values values;
@@ -28,7 +28,7 @@ Values decodeBitLengths(const CodeText& text, Cursor& cursor)
     return values;
 }
 
-Values decodeBitLengths(const CodeText& text, int major, Cursor& cursor)
+Values decodeBitLengths(const CodeText& text, int major, container::Cursor& cursor)
 {
     const bool isMark2 = major < 10;
     BitReader bits(text.words, text.flip);
@@ -82,4 +82,4 @@ Values decodeBitLengths(const CodeText& text, int major, Cursor& cursor)
     return bits.isBeyond(text.bits) ? failed(cursor, "an array has fewer bits than its values need") : values;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 /// Takes bits from the most significant one down. Beyond the end there are zeros without end: see `position`.
@@ -12,7 +12,7 @@ class BitReader
 {
 public:
     /// `flip` 3 reads 32-bit words that are stored with their low byte first, 0 plain bytes.
-    explicit BitReader(Bytes bytes, unsigned flip = 0) : m_bytes(bytes), m_flip(flip) {}
+    explicit BitReader(container::Bytes bytes, unsigned flip = 0) : m_bytes(bytes), m_flip(flip) {}
 
     std::uint64_t position() const { return m_at; }
     bool isBeyond(std::uint64_t bits) const { return m_at > bits; }
@@ -43,9 +43,9 @@ public:
     }
 
 private:
-    Bytes m_bytes;
+    container::Bytes m_bytes;
     std::uint64_t m_at = 0;
     unsigned m_flip;
 };
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -4,10 +4,10 @@
 
 #include <limits>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
-std::vector<CodeTable> readTables(Cursor& cursor)
+std::vector<CodeTable> readTables(container::Cursor& cursor)
 {
     BitReader bits(cursor.rest());
     const std::uint64_t end = cursor.left() * 8;
@@ -61,7 +61,7 @@ std::vector<CodeTable> readTables(Cursor& cursor)
     return tables;
 }
 
-std::vector<CodeTable> readTable(Cursor& cursor, int major)
+std::vector<CodeTable> readTable(container::Cursor& cursor, int major)
 {
     BitReader bits(cursor.rest());
     const std::uint64_t end = cursor.left() * 8;
@@ -89,4 +89,4 @@ std::vector<CodeTable> readTable(Cursor& cursor, int major)
     return {table};
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

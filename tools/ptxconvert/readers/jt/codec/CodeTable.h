@@ -2,7 +2,7 @@
 
 #include "tools/ptxconvert/readers/jt/codec/CodeText.h"
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 /// What one symbol of a packed array stands for, and how often it occurs.
@@ -17,9 +17,9 @@ struct CodeEntry {
 using CodeTable = std::vector<CodeEntry>;
 
 /// The one or two tables of an array of version 8; none when they are damaged, which `cursor` tells.
-std::vector<CodeTable> readTables(Cursor& cursor);
+std::vector<CodeTable> readTables(container::Cursor& cursor);
 
 /// The one table of an array of version `major`, 9 or 10; none when it is damaged, which `cursor` tells.
-std::vector<CodeTable> readTable(Cursor& cursor, int major);
+std::vector<CodeTable> readTable(container::Cursor& cursor, int major);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -4,14 +4,14 @@
 
 #include <vector>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 using Values = std::vector<std::int32_t>;
 
 /// The bits of one packed array.
 struct CodeText {
-    Bytes words; ///< of 32 bits each
+    container::Bytes words; ///< of 32 bits each
     std::uint64_t bits = 0;
     std::size_t count = 0;   ///< of the values that come out
     std::size_t symbols = 0; ///< that the bits stand for
@@ -19,10 +19,10 @@ struct CodeText {
 };
 
 /// Tells `cursor` what is wrong with an array. @return no values
-inline Values failed(Cursor& cursor, const char* what)
+inline Values failed(container::Cursor& cursor, const char* what)
 {
     cursor.fail(what);
     return {};
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

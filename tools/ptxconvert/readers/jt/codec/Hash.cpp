@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/jt/codec/Hash.h"
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 namespace
@@ -69,4 +69,4 @@ std::uint32_t hash16(std::span<const std::int32_t> values, std::uint32_t seed)
     return state.c;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

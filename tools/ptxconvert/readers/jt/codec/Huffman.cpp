@@ -1,8 +1,8 @@
-#include "tools/ptxconvert/readers/jt/codec/EntropyCodecs.h"
+#include "tools/ptxconvert/readers/jt/codec/Huffman.h"
 
 #include "tools/ptxconvert/readers/jt/codec/BitReader.h"
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 namespace
@@ -59,7 +59,7 @@ private:
 
 } // namespace
 
-Values decodeHuffman(const CodeText& text, const CodeTable& table, const Values& escaped, Cursor& cursor)
+Values decodeHuffman(const CodeText& text, const CodeTable& table, const Values& escaped, container::Cursor& cursor)
 {
     std::vector<TreeNode> nodes;
     nodes.reserve(2 * table.size());
@@ -94,4 +94,4 @@ Values decodeHuffman(const CodeText& text, const CodeTable& table, const Values&
     return nextEscaped == escaped.size() ? values : failed(cursor, "an array leaves escaped values over");
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

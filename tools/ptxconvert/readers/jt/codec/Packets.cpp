@@ -1,8 +1,10 @@
 #include "tools/ptxconvert/readers/jt/codec/Packets.h"
 
-#include "tools/ptxconvert/readers/jt/codec/EntropyCodecs.h"
+#include "tools/ptxconvert/readers/jt/codec/Arithmetic.h"
+#include "tools/ptxconvert/readers/jt/codec/BitLengths.h"
+#include "tools/ptxconvert/readers/jt/codec/Huffman.h"
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 namespace
@@ -99,7 +101,7 @@ Values PacketReader::readLater(int depth)
         return checked(decodeBitLengths(text, m_major, m_cursor), text.count);
     if (text.words.size() / 4 < text.count)
         return failed(m_cursor, "an array has fewer bits than its values need");
-    Cursor words(text.words, m_cursor.isBigEndian());
+    container::Cursor words(text.words, m_cursor.isBigEndian());
     Values values(text.count);
     for (std::int32_t& value : values)
         value = words.i32();
@@ -164,4 +166,4 @@ Values PacketReader::movedToFront(std::size_t count, int depth)
     return values;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

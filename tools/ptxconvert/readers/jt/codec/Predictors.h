@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tools/ptxconvert/readers/jt/codec/Packets.h"
+#include "tools/ptxconvert/readers/jt/codec/CodeText.h"
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 /// How an array's values are guessed from those before; the packet holds what is left. The first four are never guessed.
@@ -29,4 +29,4 @@ inline void predict(Values& values, Predictor predictor)
     }
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

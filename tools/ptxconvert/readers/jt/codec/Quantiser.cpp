@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 namespace
@@ -12,7 +12,7 @@ namespace
 constexpr unsigned MostBits = 32;
 constexpr std::array<double, 4> HsvRanges = {6, 1, 1, 1};
 
-unsigned readBits(Cursor& in)
+unsigned readBits(container::Cursor& in)
 {
     const unsigned bits = in.u8();
     if (bits > MostBits)
@@ -22,7 +22,7 @@ unsigned readBits(Cursor& in)
 
 } // namespace
 
-Quantiser Quantiser::read(Cursor& in)
+Quantiser Quantiser::read(container::Cursor& in)
 {
     Quantiser quantiser;
     quantiser.least = in.f32();
@@ -37,7 +37,7 @@ float Quantiser::value(std::int32_t code) const
     return static_cast<float>(steps > 0 ? least + static_cast<std::uint32_t>(code) * (most - least) / steps : least);
 }
 
-ColourQuantiser ColourQuantiser::read(Cursor& in)
+ColourQuantiser ColourQuantiser::read(container::Cursor& in)
 {
     ColourQuantiser quantiser;
     quantiser.isHsv = in.u8() != 0;
@@ -94,4 +94,4 @@ Vector rgbOf(float hue, float saturation, float value)
     return rgb;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -6,7 +6,7 @@
 #include <array>
 #include <span>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 /// Numbers as codes of equal steps within a range.
@@ -15,7 +15,7 @@ struct Quantiser {
     double most = 0;
     unsigned bits = 0;
 
-    static Quantiser read(Cursor& in);
+    static Quantiser read(container::Cursor& in);
     float value(std::int32_t code) const;
 };
 
@@ -24,7 +24,7 @@ struct ColourQuantiser {
     bool isHsv = false; ///< hue, saturation and value instead of red, green and blue
     std::array<Quantiser, 4> channels;
 
-    static ColourQuantiser read(Cursor& in);
+    static ColourQuantiser read(container::Cursor& in);
     Colour value(const std::array<std::int32_t, 4>& codes) const;
 };
 
@@ -40,4 +40,4 @@ TextureCoordinate bounded(const TextureCoordinate& place);
 /// Red, green and blue of a hue from 0 to 6, a saturation and a value from 0 to 1.
 Vector rgbOf(float hue, float saturation, float value);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace ptx::jt
+namespace ptx::jt::codec
 {
 
 using Vector = std::array<float, 3>;
@@ -13,4 +13,4 @@ using Colour = std::array<float, 4>;
 /// (0, 0) is the lower left corner of the picture.
 using TextureCoordinate = std::array<float, 2>;
 
-} // namespace ptx::jt
+} // namespace ptx::jt::codec

@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <vector>
 
-namespace ptx::jt
+namespace ptx::jt::container
 {
 
 using Bytes = std::span<const std::uint8_t>;
@@ -95,4 +95,4 @@ private:
     Damage m_damage;
 };
 
-} // namespace ptx::jt
+} // namespace ptx::jt::container

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ptx::jt
+namespace ptx::jt::container
 {
 
 /// Sixteen bytes as a text writes them: byte order of the file undone.
@@ -42,9 +42,6 @@ Framing readFraming(Bytes file);
 /// The unpacked data of a segment of a type that is packed as a whole; `damage` tells why it is empty.
 std::vector<std::uint8_t> unpack(const Segment& segment, bool isBigEndian, Damage& damage);
 
-/// A zlib stream in full; `damage`, which names `offset`, tells why it is empty.
-std::vector<std::uint8_t> inflateZlib(Bytes packed, std::size_t offset, Damage& damage);
-
 /// The next element of a list.
 struct Element {
     std::string type; ///< its GUID as text
@@ -55,4 +52,4 @@ struct Element {
 /// Whether there was one: false at the mark of the end and at the end of the data.
 bool nextElement(Cursor& list, Element& element);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::container

@@ -1,10 +1,12 @@
+#include "tools/ptxconvert/readers/jt/graph/AttributeElements.h"
 #include "tools/ptxconvert/readers/jt/codec/Quantiser.h"
-#include "tools/ptxconvert/readers/jt/graph/SceneElements.h"
+
+#include "tools/ptxconvert/readers/jt/container/BlockVersion.h"
 
 #include <bit>
 #include <cmath>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -42,9 +44,9 @@ unsigned fieldsIn(std::uint32_t flags, int major)
            (flags & bits.vertexColours ? VertexColourField : 0u);
 }
 
-AttributeHead readHead(Cursor& in, int major)
+AttributeHead readHead(container::Cursor& in, int major)
 {
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     AttributeHead head;
     head.state = in.u8();
     head.inhibited = in.u32();
@@ -55,22 +57,22 @@ AttributeHead readHead(Cursor& in, int major)
     return head;
 }
 
-Colour readColour(Cursor& in)
+codec::Colour readColour(container::Cursor& in)
 {
-    Colour colour{};
+    codec::Colour colour{};
     for (float& channel : colour)
         channel = in.f32();
-    return bounded(colour);
+    return codec::bounded(colour);
 }
 
-std::optional<Material> readMaterial(Cursor& in, int major, const AttributeHead& head)
+std::optional<Material> readMaterial(container::Cursor& in, int major, const AttributeHead& head)
 {
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     const unsigned flags = in.number<std::uint16_t>();
     if (major < 9 && (flags & ShortForms) && (flags & ShortAmbient))
         in.f32();
     else
-        in.take(sizeof(Colour));
+        in.take(sizeof(codec::Colour));
     Material material;
     material.diffuse = readColour(in);
     material.hidesVertexColours = (flags & HidesVertexColours) != 0;
@@ -81,7 +83,7 @@ std::optional<Material> readMaterial(Cursor& in, int major, const AttributeHead&
 }
 
 // Real files hold noise where a placement has none, and a common divisor at times.
-void normalise(Cursor& in, Placement& placement)
+void normalise(container::Cursor& in, Placement& placement)
 {
     const double divisor = placement[15];
     placement[3] = placement[7] = placement[11] = 0;
@@ -93,9 +95,9 @@ void normalise(Cursor& in, Placement& placement)
             in.fail("a placement is not finite");
 }
 
-std::optional<Placement> readTransform(Cursor& in, int major)
+std::optional<Placement> readTransform(container::Cursor& in, int major)
 {
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     const unsigned mask = in.number<std::uint16_t>();
     const bool isDouble = in.left() >= std::size_t{8} * static_cast<unsigned>(std::popcount(mask));
     Placement placement = NoMove;
@@ -108,7 +110,7 @@ std::optional<Placement> readTransform(Cursor& in, int major)
 
 } // namespace
 
-Attribute readAttribute(Cursor& in, int major, ElementKind kind)
+Attribute readAttribute(container::Cursor& in, int major, ElementKind kind)
 {
     const AttributeHead head = readHead(in, major);
     Attribute attribute;
@@ -121,4 +123,4 @@ Attribute readAttribute(Cursor& in, int major, ElementKind kind)
     return attribute;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

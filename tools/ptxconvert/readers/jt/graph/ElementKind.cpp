@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -53,4 +53,4 @@ ElementKind kindOf(std::string_view guid)
     return row != Rows.end() && row->guid == guid ? row->kind : ElementKind::Unknown;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

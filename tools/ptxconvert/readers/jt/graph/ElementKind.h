@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 /// The kinds of elements that the reader knows by name. Others are told by their base type alone.
@@ -33,4 +33,4 @@ enum BaseType { BaseNode = 0, BaseGroup = 1, BaseShape = 2 };
 /// The kind of the elements of type `guid`, a text with dashes in lower case.
 ElementKind kindOf(std::string_view guid);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

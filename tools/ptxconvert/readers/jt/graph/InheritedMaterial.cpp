@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/jt/graph/InheritedMaterial.h"
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -9,7 +9,7 @@ namespace
 constexpr Appearance Opaque = {0, 0, 0, 1};
 
 // An alpha alone says nothing where there is no colour.
-int mixed(int appearance, const Colour& diffuse, unsigned fields, AppearanceTable& appearances)
+int mixed(int appearance, const codec::Colour& diffuse, unsigned fields, AppearanceTable& appearances)
 {
     const bool isNew = appearance == NoAppearance;
     if (isNew && !(fields & ColourField))
@@ -22,25 +22,26 @@ int mixed(int appearance, const Colour& diffuse, unsigned fields, AppearanceTabl
     return appearances.indexOf(look);
 }
 
-Finish changed(Finish finish, const Material& material, AppearanceTable& appearances)
+InheritedMaterial changed(InheritedMaterial inherited, const Material& material, AppearanceTable& appearances)
 {
-    const unsigned fields = material.given & (material.isForced ? AllFields : ~finish.final);
-    finish.appearance = mixed(finish.appearance, material.diffuse, fields, appearances);
+    const unsigned fields = material.given & (material.isForced ? AllFields : ~inherited.final);
+    inherited.appearance = mixed(inherited.appearance, material.diffuse, fields, appearances);
     if (fields & VertexColourField)
-        finish.hidesVertexColours = material.hidesVertexColours;
-    finish.final |= material.final & fields;
-    return finish;
+        inherited.hidesVertexColours = material.hidesVertexColours;
+    inherited.final |= material.final & fields;
+    return inherited;
 }
 
 } // namespace
 
-Finish finishOf(const SceneGraph& graph, const SceneNode& node, const Finish& around, AppearanceTable& appearances)
+InheritedMaterial inheritedMaterial(const SceneGraph& graph, const SceneNode& node, const InheritedMaterial& around,
+                                    AppearanceTable& appearances)
 {
-    Finish finish = around;
+    InheritedMaterial inherited = around;
     for (const Id id : node.attributes)
         if (const auto at = graph.attributes.find(id); at != graph.attributes.end() && at->second.material)
-            finish = changed(finish, *at->second.material, appearances);
-    return finish;
+            inherited = changed(inherited, *at->second.material, appearances);
+    return inherited;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

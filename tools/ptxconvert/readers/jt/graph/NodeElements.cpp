@@ -1,7 +1,8 @@
+#include "tools/ptxconvert/readers/jt/graph/NodeElements.h"
+#include "tools/ptxconvert/readers/jt/container/BlockVersion.h"
 #include "tools/ptxconvert/readers/jt/container/CountedText.h"
-#include "tools/ptxconvert/readers/jt/graph/SceneElements.h"
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -9,7 +10,7 @@ namespace
 
 constexpr std::uint32_t IgnoredFlag = 1;
 
-std::vector<Id> readIds(Cursor& in)
+std::vector<Id> readIds(container::Cursor& in)
 {
     std::vector<Id> ids(in.count(sizeof(Id)));
     for (Id& id : ids)
@@ -17,25 +18,25 @@ std::vector<Id> readIds(Cursor& in)
     return ids;
 }
 
-void readBase(Cursor& in, int major, SceneNode& node)
+void readBase(container::Cursor& in, int major, SceneNode& node)
 {
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     node.isIgnored = (in.u32() & IgnoredFlag) != 0;
     node.attributes = readIds(in);
 }
 
-void readGroup(Cursor& in, int major, SceneNode& node)
+void readGroup(container::Cursor& in, int major, SceneNode& node)
 {
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     node.children = readIds(in);
 }
 
-void readPartition(Cursor& in, int major, SceneNode& node)
+void readPartition(container::Cursor& in, int major, SceneNode& node)
 {
     if (major >= 10)
         in.u8();
     in.u32();
-    node.file = readText(in);
+    node.file = container::readText(in);
 }
 
 bool isGroup(ElementKind kind, int baseType)
@@ -57,15 +58,7 @@ bool isGroup(ElementKind kind, int baseType)
 
 } // namespace
 
-void skipBlockVersion(Cursor& in, int major)
-{
-    if (major >= 10)
-        in.u8();
-    else if (major == 9)
-        in.i16();
-}
-
-SceneNode readNode(Cursor& in, int major, ElementKind kind, int baseType)
+SceneNode readNode(container::Cursor& in, int major, ElementKind kind, int baseType)
 {
     SceneNode node;
     node.kind = kind != ElementKind::Unknown ? kind
@@ -76,7 +69,7 @@ SceneNode readNode(Cursor& in, int major, ElementKind kind, int baseType)
     if (isGroup(kind, baseType))
         readGroup(in, major, node);
     if (kind == ElementKind::Instance) {
-        skipBlockVersion(in, major);
+        container::skipBlockVersion(in, major);
         node.children = {in.i32()};
     } else if (kind == ElementKind::Partition) {
         readPartition(in, major, node);
@@ -87,4 +80,4 @@ SceneNode readNode(Cursor& in, int major, ElementKind kind, int baseType)
     return node;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

@@ -1,12 +1,12 @@
 #include "tools/ptxconvert/readers/jt/graph/NodeFacts.h"
 
 #include "standalone/scenefile/ConvertedTree.h"
-#include "tools/ptxconvert/readers/jt/container/CountedText.h"
+#include "tools/ptxconvert/readers/jt/graph/GivenNames.h"
 
 #include <array>
 #include <unordered_set>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -84,4 +84,4 @@ std::optional<Unit> unitOf(const SceneGraph& graph)
     return std::nullopt;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

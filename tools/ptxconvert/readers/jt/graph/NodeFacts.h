@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 /// The name that the properties of a node give it; empty if none does.
@@ -27,4 +27,4 @@ std::optional<Unit> unitOf(const SceneGraph& graph);
 /// The nodes of `graph` that the root leads to, level by level from the root on, each once.
 std::vector<Id> nodesFromRootDown(const SceneGraph& graph);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

@@ -1,10 +1,12 @@
+#include "tools/ptxconvert/readers/jt/graph/PropertyElements.h"
 #include "tools/ptxconvert/readers/jt/container/CountedText.h"
-#include "tools/ptxconvert/readers/jt/graph/SceneElements.h"
+
+#include "tools/ptxconvert/readers/jt/container/BlockVersion.h"
 
 #include <charconv>
 #include <cstdio>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -18,7 +20,7 @@ std::string numberText(float value)
 }
 
 // Months count from 0 in the file.
-std::string dateText(Cursor& in)
+std::string dateText(container::Cursor& in)
 {
     std::array<int, 6> parts{};
     for (int& part : parts)
@@ -29,23 +31,23 @@ std::string dateText(Cursor& in)
     return text;
 }
 
-LateLoaded readLateLoaded(Cursor& in)
+LateLoaded readLateLoaded(container::Cursor& in)
 {
     LateLoaded late;
-    late.segment = readGuid(in);
+    late.segment = container::readGuid(in);
     late.type = in.i32();
     return late;
 }
 
 enum ProxyType { ProxyNothing, ProxyText, ProxyInteger, ProxyFloat, ProxyDate };
 
-std::string proxyValue(Cursor& in, int type)
+std::string proxyValue(container::Cursor& in, int type)
 {
     switch (type) {
     case ProxyNothing:
         return {};
     case ProxyText:
-        return readText(in);
+        return container::readText(in);
     case ProxyInteger:
         return std::to_string(in.i32());
     case ProxyFloat:
@@ -58,14 +60,14 @@ std::string proxyValue(Cursor& in, int type)
     }
 }
 
-Properties readProxy(Cursor& in, int major)
+Properties readProxy(container::Cursor& in, int major)
 {
     if (major >= 9) {
         in.i32();
-        skipBlockVersion(in, major);
+        container::skipBlockVersion(in, major);
     }
     Properties properties;
-    for (std::string key = readText(in); in.isOk() && !key.empty(); key = readText(in)) {
+    for (std::string key = container::readText(in); in.isOk() && !key.empty(); key = container::readText(in)) {
         const int type = in.u8();
         std::string value = proxyValue(in, type);
         if (in.isOk())
@@ -92,14 +94,14 @@ void addPair(Id key, Id value, const Atoms& atoms, SceneNode& node, std::size_t&
 
 } // namespace
 
-void readAtom(Cursor& in, int major, ElementKind kind, Id id, Atoms& atoms)
+void readAtom(container::Cursor& in, int major, ElementKind kind, Id id, Atoms& atoms)
 {
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     in.u32();
-    skipBlockVersion(in, major);
+    container::skipBlockVersion(in, major);
     switch (kind) {
     case ElementKind::StringAtom:
-        atoms.texts.try_emplace(id, readText(in));
+        atoms.texts.try_emplace(id, container::readText(in));
         break;
     case ElementKind::IntegerAtom:
         atoms.texts.try_emplace(id, std::to_string(in.i32()));
@@ -118,7 +120,7 @@ void readAtom(Cursor& in, int major, ElementKind kind, Id id, Atoms& atoms)
     }
 }
 
-void readPropertyTable(Cursor& in, const Atoms& atoms, SceneGraph& graph)
+void readPropertyTable(container::Cursor& in, const Atoms& atoms, SceneGraph& graph)
 {
     if (in.left() == 0)
         return;
@@ -136,15 +138,15 @@ void readPropertyTable(Cursor& in, const Atoms& atoms, SceneGraph& graph)
         graph.warnings.emplace_back("properties repeat more text than is kept; the rest is left out");
 }
 
-Properties readPropertyProxy(Bytes data, int major, bool isBigEndian, Damage& damage)
+Properties readPropertyProxy(container::Bytes data, int major, bool isBigEndian, container::Damage& damage)
 {
-    Cursor list(data, isBigEndian);
-    Element element{{}, 0, list};
-    if (!nextElement(list, element) || kindOf(element.type) != ElementKind::PropertyProxy)
+    container::Cursor list(data, isBigEndian);
+    container::Element element{{}, 0, list};
+    if (!container::nextElement(list, element) || kindOf(element.type) != ElementKind::PropertyProxy)
         return {};
     Properties properties = readProxy(element.data, major);
     damage = element.data.damage();
     return properties;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

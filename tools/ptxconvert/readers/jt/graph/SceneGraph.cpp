@@ -1,8 +1,10 @@
 #include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
 
-#include "tools/ptxconvert/readers/jt/graph/SceneElements.h"
+#include "tools/ptxconvert/readers/jt/graph/AttributeElements.h"
+#include "tools/ptxconvert/readers/jt/graph/NodeElements.h"
+#include "tools/ptxconvert/readers/jt/graph/PropertyElements.h"
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 namespace
@@ -11,29 +13,30 @@ namespace
 class GraphReader
 {
 public:
-    GraphReader(Bytes data, int major, bool isBigEndian) : m_list(data, isBigEndian), m_major(major) {}
+    GraphReader(container::Bytes data, int major, bool isBigEndian) : m_list(data, isBigEndian), m_major(major) {}
 
     SceneGraph read()
     {
-        Element element{{}, 0, m_list};
-        while (nextElement(m_list, element))
+        container::Element element{{}, 0, m_list};
+        while (container::nextElement(m_list, element))
             addNodeOrAttribute(element);
-        while (nextElement(m_list, element))
+        while (container::nextElement(m_list, element))
             addAtom(element);
         if (m_list.isOk())
             readPropertyTable(m_list, m_atoms, m_graph);
-        m_graph.damage = m_graph.nodes.empty() ? Damage{"the scene graph holds no nodes", 0} : m_list.damage();
+        m_graph.damage =
+            m_graph.nodes.empty() ? container::Damage{"the scene graph holds no nodes", 0} : m_list.damage();
         return std::move(m_graph);
     }
 
 private:
-    static bool isNode(const Element& element, ElementKind kind)
+    static bool isNode(const container::Element& element, ElementKind kind)
     {
         return (kind >= ElementKind::Node && kind <= ElementKind::Shape) ||
                (kind == ElementKind::Unknown && element.base <= BaseShape);
     }
 
-    void addNodeOrAttribute(Element& element)
+    void addNodeOrAttribute(container::Element& element)
     {
         const ElementKind kind = kindOf(element.type);
         const Id id = element.data.i32();
@@ -47,14 +50,14 @@ private:
         checkElement(element, id);
     }
 
-    void addAtom(Element& element)
+    void addAtom(container::Element& element)
     {
         const Id id = element.data.i32();
         readAtom(element.data, m_major, kindOf(element.type), id, m_atoms);
         checkElement(element, id);
     }
 
-    void checkElement(const Element& element, Id id)
+    void checkElement(const container::Element& element, Id id)
     {
         if (!element.data.isOk())
             m_graph.warnings.push_back("element " + std::to_string(id) + " of the scene graph at " +
@@ -62,7 +65,7 @@ private:
                                        element.data.damage().what);
     }
 
-    Cursor m_list;
+    container::Cursor m_list;
     int m_major;
     Atoms m_atoms;
     SceneGraph m_graph;
@@ -70,19 +73,9 @@ private:
 
 } // namespace
 
-Placement combined(const Placement& inner, const Placement& outer)
-{
-    Placement result{};
-    for (std::size_t row = 0; row < 4; ++row)
-        for (std::size_t column = 0; column < 4; ++column)
-            for (std::size_t k = 0; k < 4; ++k)
-                result[4 * row + column] += inner[4 * row + k] * outer[4 * k + column];
-    return result;
-}
-
-SceneGraph readSceneGraph(Bytes data, int major, bool isBigEndian)
+SceneGraph readSceneGraph(container::Bytes data, int major, bool isBigEndian)
 {
     return GraphReader(data, major, isBigEndian).read();
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

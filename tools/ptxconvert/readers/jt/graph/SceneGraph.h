@@ -3,6 +3,7 @@
 #include "tools/ptxconvert/readers/jt/codec/Vectors.h"
 #include "tools/ptxconvert/readers/jt/container/Segments.h"
 #include "tools/ptxconvert/readers/jt/graph/ElementKind.h"
+#include "tools/ptxconvert/readers/jt/graph/Placement.h"
 
 #include <array>
 #include <cstdint>
@@ -12,23 +13,15 @@
 #include <utility>
 #include <vector>
 
-namespace ptx::jt
+namespace ptx::jt::graph
 {
 
 /// Number of an element within its file.
 using Id = std::int32_t;
 
-/// Acts on row vectors and is stored row by row, the translation in the elements 12 to 14.
-using Placement = std::array<double, 16>;
-
-inline constexpr Placement NoMove = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
-
-/// What `inner` does, and then `outer`.
-Placement combined(const Placement& inner, const Placement& outer);
-
 /// A segment that an element says is to be loaded when it is needed.
 struct LateLoaded {
-    Guid segment{};
+    container::Guid segment{};
     int type = 0;
 };
 
@@ -51,7 +44,7 @@ enum MaterialField : unsigned { ColourField = 1, AlphaField = 2, VertexColourFie
 
 /// A material. It changes what nodes further up say, field by field.
 struct Material {
-    Colour diffuse{};
+    codec::Colour diffuse{};
     bool hidesVertexColours = false; ///< its colour counts where vertices have one of their own
     unsigned given = AllFields;      ///< the fields that it changes
     unsigned final = 0;              ///< the fields that materials further down do not change
@@ -70,7 +63,7 @@ struct SceneGraph {
     std::unordered_map<Id, SceneNode> nodes;
     std::unordered_map<Id, Attribute> attributes;
     std::vector<std::string> warnings;
-    Damage damage;
+    container::Damage damage;
 
     /// Null when there is none.
     const SceneNode* find(Id id) const
@@ -81,10 +74,6 @@ struct SceneGraph {
 };
 
 /// Reads `data`, the unpacked scene graph segment of a file of version `major`.
-SceneGraph readSceneGraph(Bytes data, int major, bool isBigEndian);
+SceneGraph readSceneGraph(container::Bytes data, int major, bool isBigEndian);
 
-/// The properties that a metadata segment, unpacked to `data`, gives the node that names it. What is wrong ends the list
-/// early and is told by `damage`. A segment of another kind of metadata holds none.
-Properties readPropertyProxy(Bytes data, int major, bool isBigEndian, Damage& damage);
-
-} // namespace ptx::jt
+} // namespace ptx::jt::graph

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -22,7 +22,8 @@ Code unpacked(std::uint32_t packed, unsigned bits)
 
 } // namespace
 
-Vector directionOf(std::uint32_t sextant, std::uint32_t octant, std::uint32_t theta, std::uint32_t psi, unsigned bits)
+codec::Vector directionOf(std::uint32_t sextant, std::uint32_t octant, std::uint32_t theta, std::uint32_t psi,
+                          unsigned bits)
 {
     constexpr double Widest = 0.615479709;
     const double range = std::ldexp(1.0, static_cast<int>(bits));
@@ -32,26 +33,27 @@ Vector directionOf(std::uint32_t sextant, std::uint32_t octant, std::uint32_t th
     const auto x = static_cast<float>(std::cos(t) * std::cos(p));
     const auto y = static_cast<float>(std::sin(p));
     const auto z = static_cast<float>(std::sin(t) * std::cos(p));
-    const std::array<Vector, 6> orders = {{{x, y, z}, {z, y, x}, {y, z, x}, {y, x, z}, {z, x, y}, {x, z, y}}};
-    Vector direction = orders[sextant % 6];
+    const std::array<codec::Vector, 6> orders = {{{x, y, z}, {z, y, x}, {y, z, x}, {y, x, z}, {z, x, y}, {x, z, y}}};
+    codec::Vector direction = orders[sextant % 6];
     for (unsigned axis = 0; axis < 3; ++axis)
         if (!(octant & (4u >> axis)))
             direction[axis] = -direction[axis];
     return direction;
 }
 
-std::vector<Vector> readDirections(ShapeInput& input, Predictor predictor, unsigned bits, std::uint32_t& hash)
+std::vector<codec::Vector> readDirections(ShapeInput& input, codec::Predictor predictor, unsigned bits,
+                                          std::uint32_t& hash)
 {
-    std::vector<Vector> directions;
+    std::vector<codec::Vector> directions;
     if (bits < 1 || bits > MostBits) {
         input.in.fail("normals have an impossible number of bits");
         return directions;
     }
     const bool isPacked = input.major >= 10;
-    std::array<Values, 4> parts;
+    std::array<codec::Values, 4> parts;
     for (std::size_t i = 0; i < (isPacked ? 1u : 4u); ++i) {
         parts[i] = input.array(predictor);
-        hash = hash32(parts[i], hash);
+        hash = codec::hash32(parts[i], hash);
         if (parts[i].size() != parts[0].size()) {
             input.in.fail("the components of an array differ in number");
             return directions;
@@ -70,4 +72,4 @@ std::vector<Vector> readDirections(ShapeInput& input, Predictor predictor, unsig
     return directions;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

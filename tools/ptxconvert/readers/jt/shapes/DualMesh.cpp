@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <bit>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -37,7 +37,7 @@ public:
         m_room = 4 * topology.valences.size() + 64;
         for (const std::int32_t valence : topology.valences)
             m_room += valence > 0 ? static_cast<std::size_t>(valence) : 0;
-        for (const Values& degrees : topology.degrees)
+        for (const codec::Values& degrees : topology.degrees)
             m_room += 4 * degrees.size();
         // Every search of a ring is short in real meshes; damaged ones must not make it quadratic.
         m_steps = 4096 * m_room;
@@ -361,4 +361,4 @@ Connectivity rebuild(const Topology& topology)
     return Rebuild(topology).run();
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

@@ -6,19 +6,19 @@
 #include <cstdint>
 #include <vector>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 /// The decoded arrays from which the connectivity of a mesh is rebuilt.
 struct Topology {
-    std::array<Values, 8> degrees;
-    Values valences;
-    Values groups;
-    Values flags;
+    std::array<codec::Values, 8> degrees;
+    codec::Values valences;
+    codec::Values groups;
+    codec::Values flags;
     std::array<std::vector<std::uint64_t>, 8> masks;
     std::vector<std::uint32_t> largeMasks;
-    Values splitSymbols;
-    Values splitPositions;
+    codec::Values splitSymbols;
+    codec::Values splitPositions;
 };
 
 /// A corner of a polygon: numbers into the positions and into the attribute records.
@@ -43,4 +43,4 @@ struct Connectivity {
 /// Rebuilds the triangles. Polygons that only close open borders are left out; others are cut into fans.
 Connectivity rebuild(const Topology& topology);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

@@ -1,7 +1,8 @@
+#include "tools/ptxconvert/readers/jt/shapes/IndexLists.h"
 #include "tools/ptxconvert/readers/jt/codec/Hash.h"
-#include "tools/ptxconvert/readers/jt/shapes/ShapeReaders.h"
+#include "tools/ptxconvert/readers/jt/shapes/VertexArrays.h"
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -47,10 +48,10 @@ private:
         m_input.compare(hash, "the check sum of the indices is wrong");
     }
 
-    Values list(std::int64_t size, std::uint32_t& hash)
+    codec::Values list(std::int64_t size, std::uint32_t& hash)
     {
-        Values values = m_input.array(m_input.major >= 10 ? Predictor::Lag1 : Predictor::None);
-        hash = hash32(values, hash);
+        codec::Values values = m_input.array(m_input.major >= 10 ? codec::Predictor::Lag1 : codec::Predictor::None);
+        hash = codec::hash32(values, hash);
         if (static_cast<std::int64_t>(values.size()) != size)
             m_in.fail("a list of indices has another size than it says");
         return values;
@@ -60,8 +61,8 @@ private:
     void readRepeatCounts(std::int32_t records)
     {
         const std::int32_t positions = m_input.major >= 10 ? -1 : m_in.i32();
-        const Values counts = m_input.array(Predictor::None);
-        m_input.compare(hash32(counts, 0), "the check sum of the repeated positions is wrong");
+        const codec::Values counts = m_input.array(codec::Predictor::None);
+        m_input.compare(codec::hash32(counts, 0), "the check sum of the repeated positions is wrong");
         std::int64_t end = 0;
         for (const std::int32_t count : counts) {
             end += count;
@@ -93,11 +94,11 @@ private:
     }
 
     ShapeInput& m_input;
-    Cursor& m_in;
+    container::Cursor& m_in;
     ShapeKind m_kind;
     Shape& m_shape;
-    Values m_starts;
-    Values m_index;
+    codec::Values m_starts;
+    codec::Values m_index;
     std::vector<std::int64_t> m_ends; ///< by position: the record behind its last one
 };
 
@@ -105,8 +106,8 @@ private:
 
 void readIndexLists(ShapeInput& input, ShapeKind kind, Shape& shape)
 {
-    skipHead(input);
+    skipShapeHead(input);
     IndexLists(input, kind, shape).read();
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

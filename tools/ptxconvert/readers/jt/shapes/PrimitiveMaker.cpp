@@ -2,7 +2,7 @@
 
 #include "standalone/OSGSystem/Polygons.h"
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -56,7 +56,7 @@ void PrimitiveMaker::addStrip(std::size_t from, std::size_t to)
 bool PrimitiveMaker::addPolygon(std::size_t from, std::size_t to)
 {
     if (m_positions.empty())
-        for (const Vector& p : m_shape.positions)
+        for (const codec::Vector& p : m_shape.positions)
             m_positions.push_back({p[0], p[1], p[2]});
     std::vector<std::uint32_t> corners;
     for (std::size_t j = from; j < to; ++j) {
@@ -76,4 +76,4 @@ bool PrimitiveMaker::addPolygon(std::size_t from, std::size_t to)
     return true;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

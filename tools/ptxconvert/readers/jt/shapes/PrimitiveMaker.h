@@ -1,9 +1,10 @@
 #pragma once
 
 #include "host/OSGSystem/Math.h"
-#include "tools/ptxconvert/readers/jt/shapes/ShapeReaders.h"
+#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
+#include "tools/ptxconvert/readers/jt/shapes/ShapeKind.h"
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 /// Makes what is drawn out of lists of vertices.
@@ -12,7 +13,7 @@ class PrimitiveMaker
 public:
     /// `index` names the vertices of all primitives of `shape`, one after another. Both outlive the maker, and the shape
     /// has its positions.
-    PrimitiveMaker(const Values& index, Shape& shape) : m_index(index), m_shape(shape) {}
+    PrimitiveMaker(const codec::Values& index, Shape& shape) : m_index(index), m_shape(shape) {}
 
     /// Adds the vertices from `from` on as far as `to`.
     /// @return whether that can be done: polygons have to have their corners, and take time that has an end
@@ -24,10 +25,10 @@ private:
     void addStrip(std::size_t from, std::size_t to);
     bool addPolygon(std::size_t from, std::size_t to);
 
-    const Values& m_index;
+    const codec::Values& m_index;
     Shape& m_shape;
     std::vector<osg::Vec3f> m_positions; ///< as the cutting of polygons wants them
     std::uint64_t m_work = 0;            ///< squares of the corners of large polygons
 };
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

@@ -1,10 +1,12 @@
 #include "tools/ptxconvert/readers/jt/shapes/Shape.h"
 
-#include "tools/ptxconvert/readers/jt/shapes/ShapeReaders.h"
+#include "tools/ptxconvert/readers/jt/shapes/IndexLists.h"
+#include "tools/ptxconvert/readers/jt/shapes/TopologicalShape.h"
+#include "tools/ptxconvert/readers/jt/shapes/VertexLists.h"
 
 #include <optional>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -81,7 +83,7 @@ bool areCornersThere(Shape& shape)
            std::all_of(shape.lines.begin(), shape.lines.end(), pass) && pass(shape.points);
 }
 
-Damage readElement(const Element& element, int major, Shape& shape)
+container::Damage readElement(const container::Element& element, int major, Shape& shape)
 {
     ShapeInput input(element.data, major);
     if (const std::optional<ShapeKind> kind = shapeKindOf(element.type, major))
@@ -96,12 +98,12 @@ Damage readElement(const Element& element, int major, Shape& shape)
 
 } // namespace
 
-Shape readShape(const Segment& segment, int major, bool isBigEndian)
+Shape readShape(const container::Segment& segment, int major, bool isBigEndian)
 {
     Shape shape;
-    Cursor list(segment.data, isBigEndian, segment.offset);
-    Element element{{}, 0, list};
-    if (nextElement(list, element))
+    container::Cursor list(segment.data, isBigEndian, segment.offset);
+    container::Element element{{}, 0, list};
+    if (container::nextElement(list, element))
         shape.damage = readElement(element, major, shape);
     else
         shape.damage = {"a shape segment holds no element", segment.offset};
@@ -113,4 +115,4 @@ Shape readShape(const Segment& segment, int major, bool isBigEndian)
     return shape;
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

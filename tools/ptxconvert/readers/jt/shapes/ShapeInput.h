@@ -5,22 +5,22 @@
 
 #include <algorithm>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 /// The element of a shape segment while it is read: what the readers of its parts share.
 struct ShapeInput {
-    ShapeInput(Cursor data, int version)
+    ShapeInput(container::Cursor data, int version)
         : in(data), packets(in, version, std::max<std::size_t>(LeastValues, ValuesPerByte * in.left())), major(version)
     {
     }
     ShapeInput(const ShapeInput&) = delete;
     ShapeInput& operator=(const ShapeInput&) = delete;
 
-    Values array(Predictor predictor)
+    codec::Values array(codec::Predictor predictor)
     {
-        Values values = packets.read();
-        predict(values, predictor);
+        codec::Values values = packets.read();
+        codec::predict(values, predictor);
         return values;
     }
 
@@ -38,10 +38,10 @@ struct ShapeInput {
     static constexpr std::size_t LeastValues = 1u << 20;
     static constexpr std::size_t ValuesPerByte = 64;
 
-    Cursor in;
-    PacketReader packets;
+    container::Cursor in;
+    codec::PacketReader packets;
     int major;
     unsigned hashes = 0; ///< that were compared
 };
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

@@ -5,7 +5,7 @@
 #include <numeric>
 #include <span>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -13,17 +13,17 @@ namespace
 
 constexpr std::uint32_t NotYet = 0xFFFFFFFFu;
 
-double determinant(const Placement& m)
+double determinant(const graph::Placement& m)
 {
     return m[0] * (m[5] * m[10] - m[6] * m[9]) - m[1] * (m[4] * m[10] - m[6] * m[8]) +
            m[2] * (m[4] * m[9] - m[5] * m[8]);
 }
 
 // Normals turn with the cofactors, which are the inverse's transpose but for a factor.
-Placement cofactors(const Placement& m)
+graph::Placement cofactors(const graph::Placement& m)
 {
     const double sign = determinant(m) < 0 ? -1 : 1;
-    Placement c{};
+    graph::Placement c{};
     for (std::size_t row = 0; row < 3; ++row)
         for (std::size_t column = 0; column < 3; ++column) {
             const std::size_t r1 = (row + 1) % 3 * 4;
@@ -38,8 +38,8 @@ Placement cofactors(const Placement& m)
 class ShapeAdder
 {
 public:
-    ShapeAdder(MeshBuilder& mesh, const Shape& shape, const Placement& placement, double unit)
-        : m_mesh(mesh), m_shape(shape), m_isMoved(placement != NoMove), m_placement(placement),
+    ShapeAdder(MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit)
+        : m_mesh(mesh), m_shape(shape), m_isMoved(placement != graph::NoMove), m_placement(placement),
           m_forNormals(cofactors(placement)), m_unit(unit), m_records(shape.records()),
           m_vertices(shape.positions.size() + m_records, NotYet)
     {
@@ -113,16 +113,16 @@ private:
     void addAttributes(std::uint32_t record)
     {
         if (!m_shape.colours.empty()) {
-            const Colour& c = m_shape.colours[record];
+            const codec::Colour& c = m_shape.colours[record];
             m_mesh.addColor({c[0], c[1], c[2], c[3]});
         }
         if (!m_shape.textureCoordinates.empty()) {
-            const TextureCoordinate& t = m_shape.textureCoordinates[record];
+            const codec::TextureCoordinate& t = m_shape.textureCoordinates[record];
             m_mesh.addTexCoord({t[0], t[1]});
         }
     }
 
-    osg::Vec3f position(const Vector& p) const
+    osg::Vec3f position(const codec::Vector& p) const
     {
         std::array<double, 3> q = {p[0], p[1], p[2]};
         if (m_isMoved)
@@ -131,7 +131,7 @@ private:
                 static_cast<float>(q[2] * m_unit)};
     }
 
-    osg::Vec3f direction(const Vector& n) const
+    osg::Vec3f direction(const codec::Vector& n) const
     {
         if (!m_isMoved)
             return {n[0], n[1], n[2]};
@@ -142,7 +142,7 @@ private:
                 static_cast<float>(d[2] * factor)};
     }
 
-    static std::array<double, 3> times(const Placement& m, const Vector& v, double w)
+    static std::array<double, 3> times(const graph::Placement& m, const codec::Vector& v, double w)
     {
         std::array<double, 3> r{};
         for (std::size_t i = 0; i < 3; ++i)
@@ -154,8 +154,8 @@ private:
     MeshBuilder& m_mesh;
     const Shape& m_shape;
     bool m_isMoved;
-    Placement m_placement;
-    Placement m_forNormals;
+    graph::Placement m_placement;
+    graph::Placement m_forNormals;
     double m_unit;
     std::size_t m_records;
     std::vector<std::uint32_t> m_vertices;
@@ -163,9 +163,9 @@ private:
 
 } // namespace
 
-std::size_t addShape(MeshBuilder& mesh, const Shape& shape, const Placement& placement, double unit)
+std::size_t addShape(MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit)
 {
     return ShapeAdder(mesh, shape, placement, unit).add();
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

@@ -1,8 +1,9 @@
+#include "tools/ptxconvert/readers/jt/shapes/TopologicalShape.h"
 #include "tools/ptxconvert/readers/jt/codec/Hash.h"
-#include "tools/ptxconvert/readers/jt/graph/SceneElements.h"
-#include "tools/ptxconvert/readers/jt/shapes/ShapeReaders.h"
+#include "tools/ptxconvert/readers/jt/container/BlockVersion.h"
+#include "tools/ptxconvert/readers/jt/shapes/VertexArrays.h"
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -16,33 +17,33 @@ public:
 
     Topology read()
     {
-        for (Values& degrees : m_topology.degrees)
-            degrees = hashed(m_input.array(Predictor::None));
-        m_topology.valences = hashed(m_input.array(Predictor::None));
-        m_topology.groups = hashed(m_input.array(Predictor::None));
-        m_topology.flags = m_input.array(Predictor::Lag1);
-        m_hash = hash16(m_topology.flags, m_hash);
+        for (codec::Values& degrees : m_topology.degrees)
+            degrees = hashed(m_input.array(codec::Predictor::None));
+        m_topology.valences = hashed(m_input.array(codec::Predictor::None));
+        m_topology.groups = hashed(m_input.array(codec::Predictor::None));
+        m_topology.flags = m_input.array(codec::Predictor::Lag1);
+        m_hash = codec::hash16(m_topology.flags, m_hash);
         readMasks();
         readLargeMasks();
-        m_topology.splitSymbols = hashed(m_input.array(Predictor::Lag1));
-        m_topology.splitPositions = hashed(m_input.array(Predictor::None));
+        m_topology.splitSymbols = hashed(m_input.array(codec::Predictor::Lag1));
+        m_topology.splitPositions = hashed(m_input.array(codec::Predictor::None));
         m_input.compare(m_hash, "the check sum of the connectivity is wrong");
         return std::move(m_topology);
     }
 
 private:
-    Values hashed(Values values)
+    codec::Values hashed(codec::Values values)
     {
-        m_hash = hash32(values, m_hash);
+        m_hash = codec::hash32(values, m_hash);
         return values;
     }
 
     void readMasks()
     {
         const unsigned lowBits = m_input.major >= 10 ? 32 : 30;
-        std::vector<Values> parts(m_input.major >= 10 ? 9 : 10);
-        for (Values& part : parts)
-            part = m_input.array(Predictor::None);
+        std::vector<codec::Values> parts(m_input.major >= 10 ? 9 : 10);
+        for (codec::Values& part : parts)
+            part = m_input.array(codec::Predictor::None);
         const std::size_t n = parts[7].size();
         for (std::size_t i = 0; i < parts.size(); ++i) {
             if (i > 7)
@@ -50,7 +51,7 @@ private:
             for (std::int32_t& word : parts[i])
                 if (i < 7 && m_input.major < 10)
                     word &= 0x3fffffff;
-            m_hash = hash32(parts[i], m_hash);
+            m_hash = codec::hash32(parts[i], m_hash);
             std::vector<std::uint64_t>& masks = m_topology.masks[std::min<std::size_t>(i, 7)];
             masks.resize(parts[i].size());
             for (std::size_t k = 0; k < parts[i].size(); ++k)
@@ -60,10 +61,10 @@ private:
 
     void readLargeMasks()
     {
-        Values words(m_input.in.count(4));
+        codec::Values words(m_input.in.count(4));
         for (std::int32_t& word : words)
             m_topology.largeMasks.push_back(static_cast<std::uint32_t>(word = m_input.in.i32()));
-        m_hash = hash32(words, m_hash);
+        m_hash = codec::hash32(words, m_hash);
     }
 
     ShapeInput& m_input;
@@ -83,24 +84,9 @@ void readRecords(ShapeInput& input, Shape& shape)
 
 } // namespace
 
-void skipHead(ShapeInput& input)
-{
-    constexpr std::size_t InnerElement = 4 + 16 + 1 + 4;
-    Cursor& in = input.in;
-    in.i32();
-    skipBlockVersion(in, input.major);
-    skipBlockVersion(in, input.major);
-    in.number<std::uint64_t>();
-    if (input.major >= 10)
-        in.take(InnerElement);
-    skipBlockVersion(in, input.major);
-    in.i32();
-    skipBlockVersion(in, input.major);
-}
-
 void readTopologicalShape(ShapeInput& input, Shape& shape)
 {
-    skipHead(input);
+    skipShapeHead(input);
     const Topology topology = TopologyReader(input).read();
     if (!input.in.isOk())
         return;
@@ -113,4 +99,4 @@ void readTopologicalShape(ShapeInput& input, Shape& shape)
     shape.triangles = std::move(mesh.triangles);
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

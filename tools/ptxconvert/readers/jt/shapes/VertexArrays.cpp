@@ -1,11 +1,12 @@
+#include "tools/ptxconvert/readers/jt/shapes/VertexArrays.h"
 #include "tools/ptxconvert/readers/jt/codec/Hash.h"
 #include "tools/ptxconvert/readers/jt/codec/Quantiser.h"
+#include "tools/ptxconvert/readers/jt/container/BlockVersion.h"
 #include "tools/ptxconvert/readers/jt/shapes/Directions.h"
-#include "tools/ptxconvert/readers/jt/shapes/ShapeReaders.h"
 
 #include <bit>
 
-namespace ptx::jt
+namespace ptx::jt::shapes
 {
 
 namespace
@@ -42,7 +43,7 @@ public:
     }
 
 private:
-    using Arrays = std::vector<Values>;
+    using Arrays = std::vector<codec::Values>;
 
     unsigned components(unsigned least, unsigned most, const char* what)
     {
@@ -54,30 +55,30 @@ private:
     }
 
     // Version 9 keeps exponents apart, and sums up float by float.
-    Values floatsOfNine(Predictor predictor, std::uint32_t& hash)
+    codec::Values floatsOfNine(codec::Predictor predictor, std::uint32_t& hash)
     {
-        Values words = m_input.array(predictor);
-        const Values mantissae = m_input.array(predictor);
+        codec::Values words = m_input.array(predictor);
+        const codec::Values mantissae = m_input.array(predictor);
         if (mantissae.size() != words.size())
             m_in.fail("exponents and mantissae differ in number");
         for (std::size_t i = 0; m_in.isOk() && i < words.size(); ++i) {
             words[i] = static_cast<std::int32_t>(static_cast<std::uint32_t>(words[i]) << 23 |
                                                  static_cast<std::uint32_t>(mantissae[i]));
-            hash = hash32({&words[i], 1}, hash);
+            hash = codec::hash32({&words[i], 1}, hash);
         }
         return words;
     }
 
-    Arrays arrays(std::size_t n, bool isFloat, Predictor predictor, const char* whatIsWrong)
+    Arrays arrays(std::size_t n, bool isFloat, codec::Predictor predictor, const char* whatIsWrong)
     {
         std::uint32_t hash = 0;
         Arrays result(n);
-        for (Values& values : result) {
+        for (codec::Values& values : result) {
             if (isFloat && m_input.major < 10) {
                 values = floatsOfNine(predictor, hash);
             } else {
                 values = m_input.array(predictor);
-                hash = hash32(values, hash);
+                hash = codec::hash32(values, hash);
             }
         }
         m_input.compare(hash, whatIsWrong);
@@ -88,25 +89,25 @@ private:
     Arrays arraysOfTen(std::size_t n, const char* whatIsWrong)
     {
         Arrays result(n);
-        for (Values& values : result)
-            values = m_input.array(Predictor::None);
+        for (codec::Values& values : result)
+            values = m_input.array(codec::Predictor::None);
         const auto hash = [&] {
             std::uint32_t sum = 0;
-            for (const Values& values : result)
-                sum = hash32(values, sum);
+            for (const codec::Values& values : result)
+                sum = codec::hash32(values, sum);
             return sum;
         };
         const std::uint32_t stored = m_in.u32();
         if (stored != hash())
-            for (Values& values : result)
-                predict(values, Predictor::Lag1);
+            for (codec::Values& values : result)
+                codec::predict(values, codec::Predictor::Lag1);
         m_input.compare(stored, hash(), whatIsWrong);
         return sameSize(std::move(result));
     }
 
     Arrays sameSize(Arrays result)
     {
-        for (const Values& values : result)
+        for (const codec::Values& values : result)
             if (values.size() != result[0].size())
                 m_in.fail("the components of an array differ in number");
         return m_in.isOk() ? result : Arrays(result.size());
@@ -114,17 +115,18 @@ private:
 
     Arrays attributeArrays(std::size_t n, bool isFloat, const char* whatIsWrong)
     {
-        return m_input.major >= 10 ? arraysOfTen(n, whatIsWrong) : arrays(n, isFloat, Predictor::Lag1, whatIsWrong);
+        return m_input.major >= 10 ? arraysOfTen(n, whatIsWrong)
+                                   : arrays(n, isFloat, codec::Predictor::Lag1, whatIsWrong);
     }
 
     void readPositions()
     {
         components(3, 3, "positions have another number of components than three");
-        std::array<Quantiser, 3> axes;
-        for (Quantiser& axis : axes)
-            axis = Quantiser::read(m_in);
+        std::array<codec::Quantiser, 3> axes;
+        for (codec::Quantiser& axis : axes)
+            axis = codec::Quantiser::read(m_in);
         const bool isFloat = axes[0].bits == 0;
-        const Arrays codes = arrays(3, isFloat, Predictor::Lag1, "the check sum of the positions is wrong");
+        const Arrays codes = arrays(3, isFloat, codec::Predictor::Lag1, "the check sum of the positions is wrong");
         m_shape.positions.resize(codes[0].size());
         for (std::size_t axis = 0; axis < 3; ++axis)
             for (std::size_t i = 0; i < codes[axis].size(); ++i)
@@ -138,10 +140,10 @@ private:
         constexpr const char* WhatIsWrong = "the check sum of the normals is wrong";
         if (bits > 0) {
             std::uint32_t hash = 0;
-            m_shape.normals = readDirections(m_input, Predictor::None, bits, hash);
+            m_shape.normals = readDirections(m_input, codec::Predictor::None, bits, hash);
             return m_input.compare(hash, WhatIsWrong);
         }
-        const Arrays words = arrays(3, true, Predictor::None, WhatIsWrong);
+        const Arrays words = arrays(3, true, codec::Predictor::None, WhatIsWrong);
         for (std::size_t i = 0; i < words[0].size(); ++i)
             m_shape.normals.push_back({floatOf(words[0][i]), floatOf(words[1][i]), floatOf(words[2][i])});
     }
@@ -154,26 +156,27 @@ private:
         if (bits == 0) {
             const Arrays words = attributeArrays(n, true, WhatIsWrong);
             for (std::size_t i = 0; n > 0 && i < words[0].size(); ++i)
-                m_shape.colours.push_back(bounded(Colour{floatOf(words[0][i]), floatOf(words[1][i]),
-                                                         floatOf(words[2][i]), n == 4 ? floatOf(words[3][i]) : 1}));
+                m_shape.colours.push_back(
+                    codec::bounded(codec::Colour{floatOf(words[0][i]), floatOf(words[1][i]), floatOf(words[2][i]),
+                                                 n == 4 ? floatOf(words[3][i]) : 1}));
             return;
         }
-        const ColourQuantiser quantiser = ColourQuantiser::read(m_in);
+        const codec::ColourQuantiser quantiser = codec::ColourQuantiser::read(m_in);
         const Arrays codes = attributeArrays(m_input.major >= 10 ? 1 : 4, false, WhatIsWrong);
         if (m_input.major >= 10) {
             m_shape.leftOut = PackedColours;
             return;
         }
-        m_shape.colours = coloursOf(quantiser, codes, n == 4);
+        m_shape.colours = codec::coloursOf(quantiser, codes, n == 4);
     }
 
     void readTextureCoordinates(bool isKept)
     {
         const unsigned n = components(1, 4, "texture coordinates have an impossible number of components");
         const unsigned bits = m_in.u8();
-        std::vector<Quantiser> axes(bits > 0 ? n : 0);
-        for (Quantiser& axis : axes)
-            axis = Quantiser::read(m_in);
+        std::vector<codec::Quantiser> axes(bits > 0 ? n : 0);
+        for (codec::Quantiser& axis : axes)
+            axis = codec::Quantiser::read(m_in);
         const Arrays codes = attributeArrays(n, bits == 0, "the check sum of the texture coordinates is wrong");
         if (!isKept || n == 0)
             return;
@@ -181,19 +184,34 @@ private:
             return axis >= n ? 0 : bits == 0 ? floatOf(codes[axis][i]) : axes[axis].value(codes[axis][i]);
         };
         for (std::size_t i = 0; i < codes[0].size(); ++i)
-            m_shape.textureCoordinates.push_back(bounded(TextureCoordinate{value(0, i), value(1, i)}));
+            m_shape.textureCoordinates.push_back(codec::bounded(codec::TextureCoordinate{value(0, i), value(1, i)}));
     }
 
     ShapeInput& m_input;
-    Cursor& m_in;
+    container::Cursor& m_in;
     Shape& m_shape;
 };
 
 } // namespace
+
+void skipShapeHead(ShapeInput& input)
+{
+    constexpr std::size_t InnerElement = 4 + 16 + 1 + 4;
+    container::Cursor& in = input.in;
+    in.i32();
+    container::skipBlockVersion(in, input.major);
+    container::skipBlockVersion(in, input.major);
+    in.number<std::uint64_t>();
+    if (input.major >= 10)
+        in.take(InnerElement);
+    container::skipBlockVersion(in, input.major);
+    in.i32();
+    container::skipBlockVersion(in, input.major);
+}
 
 void readVertexArrays(ShapeInput& input, std::uint64_t bindings, Shape& shape)
 {
     VertexArrays(input, shape).read(bindings);
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::shapes

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-using namespace ptx::jt;
+using namespace ptx::jt::codec;
 
 TEST(JtHash, WordsGiveKnownSums)
 {

@@ -1,13 +1,13 @@
 #include "tools/ptxconvert/readers/jt/codec/Packets.h"
 
 #include "tools/ptxconvert/readers/jt/codec/Hash.h"
-#include "tools/ptxconvert/readers/jt/codec/Predictors.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-using namespace ptx::jt;
+using namespace ptx::jt::container;
+using namespace ptx::jt::codec;
 
 namespace
 {
@@ -112,17 +112,4 @@ TEST(JtPackets, CountBeyondTheBudgetIsAnErrorAtItsPlace)
     EXPECT_TRUE(PacketReader(cursor, 9, 3).read().empty());
     EXPECT_STREQ(cursor.damage().what, "an array has more values than its segment can mean");
     EXPECT_EQ(cursor.damage().offset, 4u);
-}
-
-TEST(JtPredictors, FirstFourValuesStandAndLaterOnesAreGuessed)
-{
-    Values steps{1, 2, 4, 7, 1, -1};
-    predict(steps, Predictor::Stride1);
-    EXPECT_EQ(steps, (Values{1, 2, 4, 7, 11, 14}));
-    Values last{5, 6, 7, 8, 3, -1};
-    predict(last, Predictor::Lag1);
-    EXPECT_EQ(last, (Values{5, 6, 7, 8, 11, 10}));
-    Values strip{0, 1, 100, 3, 1, 1};
-    predict(strip, Predictor::StripIndex);
-    EXPECT_EQ(strip, (Values{0, 1, 100, 3, 103, 6}));
 }

@@ -6,7 +6,9 @@
 
 #include <cmath>
 
-using namespace ptx::jt;
+using namespace ptx::jt::container;
+using namespace ptx::jt::codec;
+using namespace ptx::jt::graph;
 using jttest::FileWriter;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -225,4 +227,10 @@ TEST(JtSceneGraph, AMaterialThatInhibitsItsDiffuseColourLeavesTheOneAround)
         EXPECT_FALSE(graph.attributes.at(20).material.value().given & ColourField) << major;
         EXPECT_TRUE(graph.attributes.at(21).material.value().given & ColourField) << major;
     }
+}
+
+TEST(JtSceneGraph, BytesWithoutANodeAreAnError)
+{
+    EXPECT_STREQ(readSceneGraph(std::vector<std::uint8_t>(64, 0xFF), 9, false).damage.what,
+                 "the scene graph holds no nodes");
 }

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace ptx::jt;
+using namespace ptx::jt::codec;
+using namespace ptx::jt::shapes;
 
 namespace
 {

@@ -4,7 +4,8 @@
 
 #include <limits>
 
-using namespace ptx::jt;
+using namespace ptx::jt::graph;
+using namespace ptx::jt::shapes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

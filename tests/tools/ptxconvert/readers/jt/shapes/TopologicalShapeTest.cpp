@@ -6,7 +6,8 @@
 #include <numeric>
 
 using namespace jttest;
-using namespace ptx::jt;
+using namespace ptx::jt::codec;
+using namespace ptx::jt::shapes;
 
 namespace
 {

@@ -3,7 +3,8 @@
 #include <gmock/gmock.h>
 
 using namespace jttest;
-using namespace ptx::jt;
+using namespace ptx::jt::codec;
+using namespace ptx::jt::shapes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pointwise;

@@ -17,7 +17,7 @@ Values residualsOf(const Values& values, Predictor predictor)
     for (std::size_t i = 4; i < values.size(); ++i) {
         Values guess(residuals.begin(), residuals.begin() + static_cast<std::ptrdiff_t>(i));
         guess.push_back(0);
-        ptx::jt::predict(guess, predictor);
+        ptx::jt::codec::predict(guess, predictor);
         residuals[i] =
             static_cast<std::int32_t>(static_cast<std::uint32_t>(values[i]) - static_cast<std::uint32_t>(guess[i]));
     }
@@ -115,7 +115,7 @@ std::uint32_t sumOf(const std::vector<Values>& arrays)
 {
     std::uint32_t sum = 0;
     for (const Values& values : arrays)
-        sum = ptx::jt::hash32(values, sum);
+        sum = ptx::jt::codec::hash32(values, sum);
     return sum;
 }
 
@@ -124,7 +124,7 @@ std::uint32_t sumOfEach(const std::vector<std::vector<float>>& arrays)
     std::uint32_t sum = 0;
     for (const std::vector<float>& values : arrays)
         for (const std::int32_t word : wordsOf(values))
-            sum = ptx::jt::hash32({&word, 1}, sum);
+            sum = ptx::jt::codec::hash32({&word, 1}, sum);
     return sum;
 }
 
@@ -137,11 +137,11 @@ JtBytes laterHead(int major)
     return head.version().i32(9).version(2);
 }
 
-ptx::jt::Shape shapeOf(const std::string& type, const JtBytes& object)
+ptx::jt::shapes::Shape shapeOf(const std::string& type, const JtBytes& object)
 {
     JtBytes list(object.major());
     list.element(type, 4, object);
-    return ptx::jt::readShape({7, 1000, list.data()}, object.major(), false);
+    return ptx::jt::shapes::readShape({7, 1000, list.data()}, object.major(), false);
 }
 
 } // namespace jttest

@@ -14,8 +14,8 @@ inline constexpr const char* PolylineSet = "10dd10a1-2ac8-11d1-9b6b-0080c7bb5997
 inline constexpr const char* PolygonSet = "10dd109f-2ac8-11d1-9b6b-0080c7bb5997";
 inline constexpr const char* PointSet = "98134716-0011-0818-1998-080009835d5a";
 
-using ptx::jt::Predictor;
-using ptx::jt::Values;
+using ptx::jt::codec::Predictor;
+using ptx::jt::codec::Values;
 
 /// Writes what a JT file of one version holds, low byte first, for tests that read it again.
 class JtBytes
@@ -63,6 +63,6 @@ std::uint32_t sumOfEach(const std::vector<std::vector<float>>& arrays);
 JtBytes laterHead(int major);
 
 /// Reads a shape segment that holds one element of this type.
-ptx::jt::Shape shapeOf(const std::string& type, const JtBytes& object);
+ptx::jt::shapes::Shape shapeOf(const std::string& type, const JtBytes& object);
 
 } // namespace jttest
