@@ -3,6 +3,7 @@
 // ptx_jt_fuzz <a folder for findings> <a folder with real files>
 
 #include "tools/ptxconvert/model/MeshBuilder.h"
+#include "tools/ptxconvert/readers/jt/graph/PropertyElements.h"
 #include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
 #include "tools/ptxconvert/readers/jt/shapes/Shape.h"
 #include "tools/ptxconvert/readers/jt/shapes/ShapeMesh.h"

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace ptx::jt;
 using namespace ptx::jt::graph;
 using namespace ptx::jt::shapes;
 
