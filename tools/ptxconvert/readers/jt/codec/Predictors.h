@@ -5,7 +5,8 @@
 namespace ptx::jt::codec
 {
 
-/// How an array's values are guessed from those before; the packet holds what is left. The first four are never guessed.
+/// How an array's values are guessed from those before; the packet holds what is left. The first four are never
+/// guessed.
 enum class Predictor {
     None,
     Lag1,      ///< as the last one

@@ -17,8 +17,8 @@ void readAtom(container::Cursor& in, int major, ElementKind kind, Id id, Atoms& 
 /// The table that gives properties to nodes, which ends the segment.
 void readPropertyTable(container::Cursor& in, const Atoms& atoms, SceneGraph& graph);
 
-/// The properties that a metadata segment, unpacked to `data`, gives the node that names it. What is wrong ends the list
-/// early and is told by `damage`. A segment of another kind of metadata holds none.
+/// The properties that a metadata segment, unpacked to `data`, gives the node that names it. What is wrong ends the
+/// list early and is told by `damage`. A segment of another kind of metadata holds none.
 Properties readPropertyProxy(container::Bytes data, int major, bool isBigEndian, container::Damage& damage);
 
 } // namespace ptx::jt::graph

@@ -7,8 +7,8 @@
 namespace ptx::jt::shapes
 {
 
-/// Versions 9 and 10: polylines and points as lists of indices. What is wrong is told by the input's cursor; corners may
-/// lead nowhere.
+/// Versions 9 and 10: polylines and points as lists of indices. What is wrong is told by the input's cursor; corners
+/// may lead nowhere.
 void readIndexLists(ShapeInput& input, ShapeKind kind, Shape& shape);
 
 } // namespace ptx::jt::shapes

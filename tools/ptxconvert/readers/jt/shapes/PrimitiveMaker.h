@@ -11,8 +11,8 @@ namespace ptx::jt::shapes
 class PrimitiveMaker
 {
 public:
-    /// `index` names the vertices of all primitives of `shape`, one after another. Both outlive the maker, and the shape
-    /// has its positions.
+    /// `index` names the vertices of all primitives of `shape`, one after another. Both outlive the maker, and the
+    /// shape has its positions.
     PrimitiveMaker(const codec::Values& index, Shape& shape) : m_index(index), m_shape(shape) {}
 
     /// Adds the vertices from `from` on as far as `to`.
