@@ -107,7 +107,7 @@ TEST(ConvertFacts, AnAttributeWithoutANameHasThatOfItsProperty)
 {
     Part part;
     addProperty(part.step, part.product.definition, "Finish", textItem("", "steel blue"));
-    EXPECT_THAT(part.tags(), Contains("ptx::attribute::InheritedMaterial=steel blue"));
+    EXPECT_THAT(part.tags(), Contains("ptx::attribute::Finish=steel blue"));
 }
 
 TEST(ConvertFacts, MomentsOriginsAndHolesAreNoAttributes)
