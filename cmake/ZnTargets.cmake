@@ -29,6 +29,10 @@ set(ZN_IMPORTER_OBJECTS
   zn_importer zn_plmxml zn_cadvisualization zn_cadxml zn_tinyxml zn_optimization zn_loader zn_converter zn_import zn_kernel
   zn_geometry zn_breppack zn_render zn_utils zn_formats zn_files zn_scenefile zn_scene zn_jobs zn_filetypes)
 
+# The objects of a test or bench that reads JT files; what knows shapes alone does with the second list.
+set(PTX_JT_SHAPE_OBJECTS ptx_jt_shapes ptx_jt_graph ptx_jt_codec ptx_jt_container ptx_model)
+set(PTX_JT_OBJECTS ptx_jt ${PTX_JT_SHAPE_OBJECTS} ptx_readers ptx_core)
+
 # The test framework's headers take half of a test's compile time: they are precompiled once for all tests, which makes
 # GCC 12 raise false alarms on joined strings. Tests themselves need little optimisation: more takes half as long again.
 set(ZN_TEST_OPTIONS $<$<CONFIG:Release>:-O1>)

@@ -6,8 +6,10 @@
 #include "standalone/OSGSystem/BrepPack.h"
 #include "standalone/geometry/GeometryWalk.h"
 #include "standalone/scenefile/SceneFile.h"
+#include "standalone/session/znStandaloneSession.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "tools/ptxconvert/kernel/Meshing.h"
+#include "tools/ptxconvert/kernel/meshing/Meshing.h"
 
 #include <BinTools.hxx>
 #include <TopoDS_Shape.hxx>

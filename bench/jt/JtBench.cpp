@@ -3,9 +3,9 @@
 // ZN_CORPUS=FOLDER ptx_jt_bench: real files from FOLDER/jt. Without them there is nothing to measure.
 
 #include "tools/ptxconvert/model/MeshBuilder.h"
-#include "tools/ptxconvert/readers/jt/SceneGraph.h"
-#include "tools/ptxconvert/readers/jt/Shape.h"
-#include "tools/ptxconvert/readers/jt/ShapeMesh.h"
+#include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
+#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
+#include "tools/ptxconvert/readers/jt/shapes/ShapeMesh.h"
 
 #include <benchmark/benchmark.h>
 
@@ -15,7 +15,9 @@
 #include <iterator>
 #include <string>
 
-using namespace ptx::jt;
+using namespace ptx::jt::container;
+using namespace ptx::jt::graph;
+using namespace ptx::jt::shapes;
 
 namespace
 {

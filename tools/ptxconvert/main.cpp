@@ -1,5 +1,6 @@
-#include "tools/ptxconvert/Conversion.h"
-#include "tools/ptxconvert/kernel/KernelVersion.h"
+#include "tools/ptxconvert/ReaderTable.h"
+#include "tools/ptxconvert/conversion/Conversion.h"
+#include "tools/ptxconvert/kernel/OcctVersion.h"
 
 #include <clocale>
 #include <cstdio>
@@ -21,11 +22,11 @@ int perform(const ptx::CommandLine& line)
     case ptx::CommandLine::Task::HelpSettings:
         return print(ptx::settingsHelp());
     case ptx::CommandLine::Task::Version:
-        return print("ptxconvert " ZN_VERSION "\nOpen CASCADE " + std::string(ptx::kernelVersion()) + "\n");
+        return print("ptxconvert " ZN_VERSION "\nOpen CASCADE " + std::string(ptx::occtVersion()) + "\n");
     case ptx::CommandLine::Task::Convert:
         break;
     }
-    return static_cast<int>(ptx::convert(line));
+    return static_cast<int>(ptx::convert(line, ptx::formats()));
 }
 
 } // namespace

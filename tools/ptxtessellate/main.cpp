@@ -1,4 +1,4 @@
-#include "tools/ptxtessellate/Tessellation.h"
+#include "tools/ptxconvert/tessellation/Tessellation.h"
 
 #include <clocale>
 #include <cstdio>

@@ -3,13 +3,16 @@
 // ptx_jt_fuzz <a folder for findings> <a folder with real files>
 
 #include "tools/ptxconvert/model/MeshBuilder.h"
-#include "tools/ptxconvert/readers/jt/SceneGraph.h"
-#include "tools/ptxconvert/readers/jt/Shape.h"
-#include "tools/ptxconvert/readers/jt/ShapeMesh.h"
+#include "tools/ptxconvert/readers/jt/graph/PropertyElements.h"
+#include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
+#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
+#include "tools/ptxconvert/readers/jt/shapes/ShapeMesh.h"
 
 #include <cstdlib>
 
-using namespace ptx::jt;
+using namespace ptx::jt::container;
+using namespace ptx::jt::graph;
+using namespace ptx::jt::shapes;
 
 namespace
 {

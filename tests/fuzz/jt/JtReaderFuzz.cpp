@@ -114,7 +114,7 @@ void readAll(std::uint64_t size, bool externalParts, const ptx::Settings& settin
 }
 
 /// Mutates the bytes at `place` alone, whose number stays.
-void mutateWithin(std::uint8_t* data, const ptx::jt::Place& place)
+void mutateWithin(std::uint8_t* data, const ptx::jt::container::Place& place)
 {
     std::vector<std::uint8_t> part(data + place.offset, data + place.offset + place.size);
     LLVMFuzzerMutate(part.data(), part.size(), part.size());
@@ -125,13 +125,14 @@ void mutateWithin(std::uint8_t* data, const ptx::jt::Place& place)
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize, unsigned seed)
 {
-    const ptx::jt::Place graph = seed % 2 ? ptx::jt::plainSceneGraph({data, size}) : ptx::jt::Place();
+    const ptx::jt::container::Place graph =
+        seed % 2 ? ptx::jt::container::plainSceneGraph({data, size}) : ptx::jt::container::Place();
     if (graph.size > 0) {
         mutateWithin(data, graph);
         return size;
     }
     if (seed % 4 == 1) {
-        const std::vector<std::uint8_t> plain = ptx::jt::unpackedFile({data, size});
+        const std::vector<std::uint8_t> plain = ptx::jt::container::unpackedFile({data, size});
         if (!plain.empty() && plain.size() <= maxSize) {
             std::copy(plain.begin(), plain.end(), data);
             return plain.size();

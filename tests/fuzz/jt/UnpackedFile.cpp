@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace ptx::jt
+namespace ptx::jt::container
 {
 
 namespace
@@ -133,4 +133,4 @@ std::vector<std::uint8_t> unpackedFile(Bytes file)
     return Writer(framing).write(file.first(TextSize));
 }
 
-} // namespace ptx::jt
+} // namespace ptx::jt::container

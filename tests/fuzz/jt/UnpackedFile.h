@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tools/ptxconvert/readers/jt/Segments.h"
+#include "tools/ptxconvert/readers/jt/container/Segments.h"
 
-namespace ptx::jt
+namespace ptx::jt::container
 {
 
 /// Where the scene graph of a file lies that does not pack it; empty if the file is damaged or packs it.
@@ -16,4 +16,4 @@ Place plainSceneGraph(Bytes file);
 /// them. Segments of which nothing is read are left out. Empty if the file is damaged.
 std::vector<std::uint8_t> unpackedFile(Bytes file);
 
-} // namespace ptx::jt
+} // namespace ptx::jt::container

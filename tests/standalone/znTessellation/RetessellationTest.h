@@ -3,7 +3,7 @@
 #include "host/znTessellation/znRetessellation.h"
 #include "tests/standalone/geometry/MeshMeasures.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
-#include "tools/ptxconvert/kernel/BrepBlob.h"
+#include "tools/ptxconvert/kernel/meshing/BrepBlob.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>

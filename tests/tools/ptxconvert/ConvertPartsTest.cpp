@@ -284,7 +284,8 @@ TEST(ConvertInlinedParts, NestedAssembliesOfOtherFoldersComeInWithTheirColours)
     const auto red = geometries(nodeNamed(root, "red"));
     ASSERT_EQ(red.size(), 1u);
     EXPECT_EQ(lookOf(red[0]).diffuse, (osg::Color3f{0.75f, 0.25f, 0}));
-    // Twice a quarter turn: (x, y, z) goes to (8 - x, 12 - y, 6 + z) and, with the second at 20, to (18 - x, 12 - y, ...).
+    // Twice a quarter turn: (x, y, z) goes to (8 - x, 12 - y, 6 + z) and, with the second at 20, to (18 - x, 12 - y,
+    // ...).
     expectBox(measure(nodeNamed(root, "top")->getChild(0)), {7, 10, 6}, {8, 12, 9});
     expectBox(measure(nodeNamed(root, "top")->getChild(1)), {14, 8, 6}, {18, 12, 10});
 }

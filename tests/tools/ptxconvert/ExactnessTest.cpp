@@ -24,7 +24,8 @@ using std::numbers::pi;
 namespace
 {
 
-// Fine enough for each share below to be met by a mesh without error, coarse enough for one with a face too few to miss.
+// Fine enough for each share below to be met by a mesh without error, coarse enough for one with a face too few to
+// miss.
 const std::vector<std::string> Fine = {"--set", "tessellation.relative-deviation=0.0002", "--set",
                                        "tessellation.angle=5"};
 constexpr double Share = 0.005;

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/core/Monitor.h"
 
-#include "tools/ptxconvert/core/LastWords.h"
+#include "tools/ptxconvert/core/ProcessEnd.h"
 
 namespace ptx
 {
@@ -39,7 +39,7 @@ void Monitor::look()
     Usage usage = measureUsage();
     usage.wallSeconds = m_log.seconds();
     if (const Trouble trouble = m_limits.check(usage, m_progress.signs()))
-        lastwords::end(m_log, {trouble->code, trouble->message + " (in stage " + stageWord(m_progress.stage()) + ")"});
+        processend::end(m_log, {trouble->code, trouble->message + " (in stage " + stageWord(m_progress.stage()) + ")"});
 }
 
 } // namespace ptx

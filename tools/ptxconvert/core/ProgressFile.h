@@ -17,8 +17,8 @@ class ProgressFile
 public:
     static constexpr int Length = 30; ///< bytes of each write; more than the seed's
 
-    /// Opens `path`, which is created when it is missing. A file that cannot be opened leaves the object without effect:
-    /// a conversion does not fail for want of an audience.
+    /// Opens `path`, which is created when it is missing. A file that cannot be opened leaves the object without
+    /// effect: a conversion does not fail for want of an audience.
     explicit ProgressFile(const std::string& path);
 
     bool isOpen() const { return static_cast<bool>(m_file); }

@@ -1,10 +1,10 @@
 #include "tools/ptxconvert/kernel/DocumentWalker.h"
 
 #include "tools/ptxconvert/kernel/DocumentColors.h"
-#include "tools/ptxconvert/kernel/DocumentFacts.h"
-#include "tools/ptxconvert/kernel/KernelSetup.h"
-#include "tools/ptxconvert/kernel/KernelText.h"
-#include "tools/ptxconvert/kernel/ShapeQueries.h"
+#include "tools/ptxconvert/kernel/DocumentProperties.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
+#include "tools/ptxconvert/kernel/OcctText.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeQueries.h"
 
 #include <TDF_AttributeSequence.hxx>
 #include <TDF_LabelMapHasher.hxx>
@@ -158,7 +158,7 @@ private:
 
     DocumentContent m_content;
     const Complete& m_complete;
-    DocumentFacts m_facts;
+    DocumentProperties m_facts;
     Handle(XCAFDoc_ShapeTool) m_shapes;
     DocumentColors m_colors;
     const Job& m_job;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/ptxconvert/kernel/ShapeBody.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeBody.h"
 #include "tools/ptxconvert/model/Job.h"
 #include "tools/ptxconvert/model/Model.h"
 
@@ -24,8 +24,8 @@ struct DocumentContent {
 
 /// Reads the structure of `document`, each product once. Colour precedence, from strong to weak: occurrence, face,
 /// solid, product, assembly around it.
-/// `complete` is called for each product with its label when all else of it is known but its children's products; it may
-/// add what the reader knows beside the document. It may be empty.
+/// `complete` is called for each product with its label when all else of it is known but its children's products; it
+/// may add what the reader knows beside the document. It may be empty.
 DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
                              const std::function<void(const TDF_Label&, Product&)>& complete = {});
 

@@ -1,9 +1,6 @@
-// Read by the leak checker of the address sanitizer, and linked only with it.
+#include "tools/ptxconvert/kernel/LeakRules.h"
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the checker, a library of its own, asks for these names
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_options();
-
 /// The CAD kernel keeps tables until the process ends. Where its allocator asks for the memory, the checker sees no
 /// further up; memory that our own code loses is still told.
 extern "C" const char* __lsan_default_suppressions()

@@ -1,7 +1,7 @@
 #include "tools/ptxconvert/kernel/MeshExtraction.h"
 
-#include "tools/ptxconvert/kernel/BrepBlob.h"
-#include "tools/ptxconvert/kernel/FaceMesh.h"
+#include "tools/ptxconvert/kernel/meshing/BrepBlob.h"
+#include "tools/ptxconvert/kernel/meshing/FaceMesh.h"
 #include "tools/ptxconvert/model/MeshBuilder.h"
 
 #include <BRepAdaptor_Curve.hxx>

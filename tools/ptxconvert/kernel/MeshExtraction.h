@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tools/ptxconvert/kernel/PartWork.h"
-#include "tools/ptxconvert/kernel/ShapeBody.h"
-#include "tools/ptxconvert/kernel/Tolerance.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeBody.h"
+#include "tools/ptxconvert/kernel/meshing/Tolerance.h"
 
 namespace ptx
 {

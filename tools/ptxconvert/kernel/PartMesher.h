@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/ptxconvert/core/Outcome.h"
-#include "tools/ptxconvert/kernel/ShapeBody.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeBody.h"
 #include "tools/ptxconvert/model/Job.h"
 #include "tools/ptxconvert/model/Model.h"
 

@@ -1,12 +1,12 @@
 #include "tools/ptxconvert/kernel/PartWork.h"
 
 #include "tools/ptxconvert/kernel/Healing.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
 #include "tools/ptxconvert/kernel/MeshExtraction.h"
-#include "tools/ptxconvert/kernel/Meshing.h"
-#include "tools/ptxconvert/kernel/Sewing.h"
-#include "tools/ptxconvert/kernel/ShapeQueries.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
 #include "tools/ptxconvert/kernel/SolidOrientation.h"
+#include "tools/ptxconvert/kernel/meshing/Meshing.h"
+#include "tools/ptxconvert/kernel/meshing/Sewing.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeQueries.h"
 #include "tools/ptxconvert/model/EdgeSplitter.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/ptxconvert/kernel/ShapeBody.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeBody.h"
 #include "tools/ptxconvert/model/Job.h"
 #include "tools/ptxconvert/model/Model.h"
 
@@ -23,7 +23,8 @@ struct PartBudget {
     double mostTriangles = 0; ///< 0: no limit
 };
 
-/// Repairs `part` if the settings ask for it, on several threads if `inParallel`. What the kernel fails on becomes a warning.
+/// Repairs `part` if the settings ask for it, on several threads if `inParallel`. What the kernel fails on becomes a
+/// warning.
 void healPart(ShapeBody& part, const Job& job, bool inParallel);
 
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/kernel/SolidOrientation.h"
 
-#include "tools/ptxconvert/kernel/ShapeQueries.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeQueries.h"
 
 #include <BRepClass3d_SolidClassifier.hxx>
 #include <BRep_Builder.hxx>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/ptxconvert/kernel/ShapeBody.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeBody.h"
 
 #include <cstddef>
 #include <vector>

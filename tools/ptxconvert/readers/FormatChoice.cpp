@@ -22,17 +22,17 @@ std::string lowerExtension(const std::string& path)
     return extension;
 }
 
-const Format* formatOfExtension(const std::string& extension)
+const Format* formatOfExtension(Formats formats, const std::string& extension)
 {
-    for (const Format& format : formats())
+    for (const Format& format : formats)
         if (std::find(format.extensions.begin(), format.extensions.end(), extension) != format.extensions.end())
             return &format;
     return nullptr;
 }
 
-const Format* formatOfContent(std::string_view head, std::uint64_t size)
+const Format* formatOfContent(Formats formats, std::string_view head, std::uint64_t size)
 {
-    for (const Format& format : formats())
+    for (const Format& format : formats)
         if (format.probe(head, size) == Match::Certain)
             return &format;
     return nullptr;
@@ -73,11 +73,11 @@ Failure belied(const std::string& extension, const Format& named, const Format* 
 
 } // namespace
 
-Outcome<const Format*> chooseFormat(const std::string& path, std::string_view head, std::uint64_t size)
+Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, std::string_view head, std::uint64_t size)
 {
     const std::string extension = lowerExtension(path);
-    const Format* named = formatOfExtension(extension);
-    const Format* content = formatOfContent(head, size);
+    const Format* named = formatOfExtension(formats, extension);
+    const Format* content = formatOfContent(formats, head, size);
     if (named && (named == content || (!content && named->probe(head, size) == Match::Possible)))
         return named;
     if (named)

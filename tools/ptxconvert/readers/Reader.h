@@ -18,7 +18,7 @@ enum class Match {
     Certain
 };
 
-/// One format that can be read. Adding a format is a folder with its reader and a row in ReaderTable.cpp.
+/// One format that can be read. Adding a format is a folder with its reader and a row in the program's ReaderTable.cpp.
 struct Format {
     const char* name;                        ///< for a person
     std::span<const char* const> extensions; ///< lower case, without the dot
@@ -40,7 +40,7 @@ inline Trouble requireExternalParts(bool wanted, bool namesParts)
     return Failure{ExitCode::NoExternalParts, "the file names no part in another file"};
 }
 
-/// The formats of this build, in the order in which they are probed.
-std::span<const Format> formats();
+/// The formats of a program, in the order in which they are probed.
+using Formats = std::span<const Format>;
 
 } // namespace ptx

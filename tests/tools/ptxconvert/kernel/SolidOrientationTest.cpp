@@ -1,7 +1,7 @@
 #include "tools/ptxconvert/kernel/SolidOrientation.h"
 
 #include "tools/ptxconvert/kernel/Healing.h"
-#include "tools/ptxconvert/kernel/Meshing.h"
+#include "tools/ptxconvert/kernel/meshing/Meshing.h"
 
 #include <BRepGProp.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>

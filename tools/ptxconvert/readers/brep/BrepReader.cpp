@@ -2,10 +2,13 @@
 
 #include "protocol/Formats.h"
 #include "tools/ptxconvert/core/Creep.h"
+#include "tools/ptxconvert/core/TimedProgress.h"
 #include "tools/ptxconvert/kernel/KernelGuard.h"
 #include "tools/ptxconvert/kernel/KernelSetup.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
-#include "tools/ptxconvert/kernel/ShapeQueries.h"
+#include "tools/ptxconvert/kernel/meshing/ShapeQueries.h"
 
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
@@ -37,7 +40,8 @@ Match probe(std::string_view head, std::uint64_t)
 
 Trouble readShape(const Job& job, TopoDS_Shape& shape)
 {
-    const Creep creep(job.progress, 0, 1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    const TimedProgress timedProgress(job.progress, 0,
+                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     std::ifstream stream(job.input, std::ios::binary);
     char mark[MarkWithin] = {};
     stream.read(mark, MarkWithin);
@@ -55,7 +59,7 @@ Trouble readShape(const Job& job, TopoDS_Shape& shape)
 
 Outcome<Model> readBrep(const Job& job)
 {
-    setUpKernel();
+    setUpOcct();
     job.progress.begin(Stage::ReadAndProcess);
     std::vector<ShapeBody> shapes(1);
     if (Trouble trouble = guarded("reading the BREP file", [&] { return readShape(job, shapes[0].shape); }))

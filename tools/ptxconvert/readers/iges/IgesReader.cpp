@@ -2,11 +2,12 @@
 
 #include "protocol/Formats.h"
 #include "tools/ptxconvert/core/Creep.h"
+#include "tools/ptxconvert/core/TimedProgress.h"
 #include "tools/ptxconvert/kernel/DocumentWalker.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
-#include "tools/ptxconvert/kernel/KernelProgress.h"
-#include "tools/ptxconvert/kernel/KernelSetup.h"
 #include "tools/ptxconvert/kernel/LooseFaces.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
+#include "tools/ptxconvert/kernel/OcctProgress.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
 
 #include <IGESCAFControl_Reader.hxx>
@@ -25,7 +26,8 @@ constexpr double SecondsPerMegabyte = 0.2;
 Trouble read(IGESCAFControl_Reader& reader, const Job& job)
 {
     job.progress.begin(Stage::ReadAndProcess);
-    const Creep creep(job.progress, 0, 1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    const TimedProgress timedProgress(job.progress, 0,
+                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     if (reader.ReadFile(job.input.c_str()) != IFSelect_RetDone)
         return Failure{ExitCode::Damaged, "the text is not an IGES file that can be read"};
     return std::nullopt;
@@ -34,7 +36,7 @@ Trouble read(IGESCAFControl_Reader& reader, const Job& job)
 Trouble transfer(IGESCAFControl_Reader& reader, Handle(TDocStd_Document) & document, const Job& job)
 {
     job.progress.begin(Stage::Convert);
-    Handle(KernelProgress) progress = new KernelProgress(job.progress);
+    Handle(OcctProgress) progress = new OcctProgress(job.progress);
     if (!reader.Transfer(document, progress->Start()))
         return Failure{ExitCode::NothingToImport, "the file is an IGES file, but none of its entities is a shape"};
     return std::nullopt;
@@ -77,7 +79,7 @@ Match probe(std::string_view head, std::uint64_t)
 
 Outcome<Model> readIges(const Job& job)
 {
-    setUpKernel();
+    setUpOcct();
     Outcome<DocumentContent> content = readContent(job);
     if (!content)
         return content.failure();

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/readers/jt/JtFile.h"
 
 #include "tools/ptxconvert/readers/FileContent.h"
+#include "tools/ptxconvert/readers/jt/graph/PropertyElements.h"
 
 namespace ptx::jt
 {
@@ -12,12 +13,12 @@ constexpr int MetadataType = 4;
 constexpr int FirstShapeType = 6;
 constexpr int LastShapeType = 16;
 
-Bytes bytesOf(const std::string& content)
+container::Bytes bytesOf(const std::string& content)
 {
     return {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
 }
 
-Failure damaged(const std::string& path, const Damage& damage)
+Failure damaged(const std::string& path, const container::Damage& damage)
 {
     return {ExitCode::Damaged,
             "the JT file is damaged at " + std::to_string(damage.offset) + ": " + damage.what + " (" + path + ")"};
@@ -34,10 +35,10 @@ public:
 
     Outcome<JtFile> open(bool withMetadata)
     {
-        m_file.framing = readFraming(bytesOf(*m_file.content));
+        m_file.framing = container::readFraming(bytesOf(*m_file.content));
         if (m_file.framing.damage)
             return damaged(m_file.path, m_file.framing.damage);
-        if (const Damage damage = readGraph())
+        if (const container::Damage damage = readGraph())
             return damaged(m_file.path, damage);
         if (withMetadata)
             addMetadata();
@@ -45,16 +46,16 @@ public:
     }
 
 private:
-    Damage readGraph()
+    container::Damage readGraph()
     {
         const auto at = m_file.framing.segments.find(m_file.framing.sceneGraph);
         if (at == m_file.framing.segments.end())
             return {"its scene graph is not in the table of contents", 0};
-        Damage damage;
-        const std::vector<std::uint8_t> data = unpack(at->second, m_file.framing.isBigEndian, damage);
+        container::Damage damage;
+        const std::vector<std::uint8_t> data = container::unpack(at->second, m_file.framing.isBigEndian, damage);
         if (damage)
             return damage;
-        m_file.graph = readSceneGraph(data, m_file.framing.major, m_file.framing.isBigEndian);
+        m_file.graph = graph::readSceneGraph(data, m_file.framing.major, m_file.framing.isBigEndian);
         // What comes before a place that is damaged still counts.
         if (m_file.graph.nodes.empty())
             return m_file.graph.damage;
@@ -63,7 +64,7 @@ private:
         return {};
     }
 
-    void warn(const std::string& where, const Damage& damage)
+    void warn(const std::string& where, const container::Damage& damage)
     {
         m_file.graph.warnings.push_back(where + " at " + std::to_string(damage.offset) + ": " + damage.what);
     }
@@ -71,16 +72,16 @@ private:
     void addMetadata()
     {
         for (auto& [id, node] : m_file.graph.nodes)
-            for (const LateLoaded& late : node.lateLoaded)
+            for (const graph::LateLoaded& late : node.lateLoaded)
                 if (late.type == MetadataType) {
-                    const Properties& properties = metadata(late.segment);
+                    const graph::Properties& properties = metadata(late.segment);
                     m_text += textSize(properties);
                     if (m_text <= MostText)
                         node.properties.insert(node.properties.end(), properties.begin(), properties.end());
                 }
     }
 
-    static std::size_t textSize(const Properties& properties)
+    static std::size_t textSize(const graph::Properties& properties)
     {
         std::size_t size = 0;
         for (const auto& [key, value] : properties)
@@ -88,35 +89,35 @@ private:
         return size;
     }
 
-    const Properties& metadata(const Guid& id)
+    const graph::Properties& metadata(const container::Guid& id)
     {
         const auto [entry, isNew] = m_metadata.try_emplace(id);
         const auto segment = m_file.framing.segments.find(id);
         if (!isNew || segment == m_file.framing.segments.end())
             return entry->second;
-        Damage damage;
-        const std::vector<std::uint8_t> data = unpack(segment->second, m_file.framing.isBigEndian, damage);
+        container::Damage damage;
+        const std::vector<std::uint8_t> data = container::unpack(segment->second, m_file.framing.isBigEndian, damage);
         if (!damage)
-            entry->second = readPropertyProxy(data, m_file.framing.major, m_file.framing.isBigEndian, damage);
+            entry->second = graph::readPropertyProxy(data, m_file.framing.major, m_file.framing.isBigEndian, damage);
         if (damage)
-            warn("the metadata segment " + guidText(id), damage);
+            warn("the metadata segment " + container::guidText(id), damage);
         return entry->second;
     }
 
     static constexpr std::size_t MostText = 256u << 20;
 
     JtFile m_file;
-    std::map<Guid, Properties> m_metadata;
+    std::map<container::Guid, graph::Properties> m_metadata;
     std::size_t m_text = 0;
 };
 
 } // namespace
 
-const Segment* JtFile::shapeSegment(const SceneNode& node) const
+const container::Segment* JtFile::shapeSegment(const graph::SceneNode& node) const
 {
-    const Segment* finest = nullptr;
+    const container::Segment* finest = nullptr;
     int finestType = LastShapeType + 1;
-    for (const LateLoaded& late : node.lateLoaded) {
+    for (const graph::LateLoaded& late : node.lateLoaded) {
         const auto at = framing.segments.find(late.segment);
         if (late.type < FirstShapeType || late.type >= finestType || at == framing.segments.end())
             continue;
@@ -126,11 +127,11 @@ const Segment* JtFile::shapeSegment(const SceneNode& node) const
     return finest;
 }
 
-Shape JtFile::shapeOf(const SceneNode& node) const
+shapes::Shape JtFile::shapeOf(const graph::SceneNode& node) const
 {
-    if (const Segment* segment = shapeSegment(node))
-        return readShape(*segment, framing.major, framing.isBigEndian);
-    Shape none;
+    if (const container::Segment* segment = shapeSegment(node))
+        return shapes::readShape(*segment, framing.major, framing.isBigEndian);
+    shapes::Shape none;
     none.damage = {"a shape has no mesh in the file", 0};
     return none;
 }
@@ -155,9 +156,9 @@ std::vector<std::string> partNamesIn(const std::string& path)
     return names;
 }
 
-bool isExternal(const SceneGraph& graph, Id id, const SceneNode& node)
+bool isExternal(const graph::SceneGraph& graph, graph::Id id, const graph::SceneNode& node)
 {
-    return node.kind == ElementKind::Partition && id != graph.root && !node.file.empty();
+    return node.kind == graph::ElementKind::Partition && id != graph.root && !node.file.empty();
 }
 
 } // namespace ptx::jt

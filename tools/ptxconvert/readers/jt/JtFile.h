@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tools/ptxconvert/core/Outcome.h"
-#include "tools/ptxconvert/readers/jt/SceneGraph.h"
-#include "tools/ptxconvert/readers/jt/Shape.h"
+#include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
+#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
 
 #include <memory>
 #include <string>
@@ -14,13 +14,13 @@ namespace ptx::jt
 struct JtFile {
     std::string path;
     std::unique_ptr<const std::string> content; ///< what the segments refer to
-    Framing framing;
-    SceneGraph graph; ///< with the properties that metadata segments give
+    container::Framing framing;
+    graph::SceneGraph graph; ///< with the properties that metadata segments give
 
     /// The mesh that a shape node names: the finest of those that the file holds; its damage tells why there is none.
-    Shape shapeOf(const SceneNode& node) const;
+    shapes::Shape shapeOf(const graph::SceneNode& node) const;
     /// The segment of that mesh; null when the file holds none.
-    const Segment* shapeSegment(const SceneNode& node) const;
+    const container::Segment* shapeSegment(const graph::SceneNode& node) const;
 };
 
 /// Takes `content`, read from `path`, to pieces. A file without a readable scene graph is damaged.
@@ -30,6 +30,6 @@ Outcome<JtFile> openJtFile(const std::string& path, std::string content);
 std::vector<std::string> partNamesIn(const std::string& path);
 
 /// Whether `node` stands for what another file holds. The first partition of a file names the file itself.
-bool isExternal(const SceneGraph& graph, Id id, const SceneNode& node);
+bool isExternal(const graph::SceneGraph& graph, graph::Id id, const graph::SceneNode& node);
 
 } // namespace ptx::jt

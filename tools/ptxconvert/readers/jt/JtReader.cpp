@@ -15,7 +15,7 @@ constexpr std::size_t LeastHeader = 105;
 
 Match probe(std::string_view head, std::uint64_t size)
 {
-    return size >= LeastHeader && isJtHeader(head) ? Match::Certain : Match::No;
+    return size >= LeastHeader && container::isJtHeader(head) ? Match::Certain : Match::No;
 }
 
 bool refersToParts(const std::string& path)

@@ -5,8 +5,8 @@
 #include "tools/ptxconvert/readers/FileContent.h"
 #include "tools/ptxconvert/readers/PartFiles.h"
 #include "tools/ptxconvert/readers/ReferenceGraph.h"
-#include "tools/ptxconvert/readers/jt/Facts.h"
-#include "tools/ptxconvert/readers/jt/Structure.h"
+#include "tools/ptxconvert/readers/jt/ProductTree.h"
+#include "tools/ptxconvert/readers/jt/graph/NodeFacts.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -30,7 +30,7 @@ struct SkippedType {
 constexpr SkippedType Skipped[] = {{2, "B-rep"},        {3, "PMI"},          {17, "B-rep"}, {18, "wireframe"},
                                    {20, "light B-rep"}, {24, "light B-rep"}, {30, "B-rep"}, {32, "B-rep"}};
 
-void tellSkipped(const Framing& framing, Log& log)
+void tellSkipped(const container::Framing& framing, Log& log)
 {
     std::map<std::string, std::size_t> counts;
     for (const auto& [id, segment] : framing.segments)
@@ -102,9 +102,9 @@ private:
     double millimetres() const { return m_unit ? m_unit->millimetres : m_job.settings.number(Setting::MeshUnit); }
 
     // The unit of the first file holds for all: transforms do the rest.
-    void takeUnit(const SceneGraph& graph, const std::string& path)
+    void takeUnit(const graph::SceneGraph& graph, const std::string& path)
     {
-        const std::optional<Unit> unit = unitOf(graph);
+        const std::optional<graph::Unit> unit = graph::unitOf(graph);
         if (m_isFirst) {
             m_unit = unit;
             if (!unit)
@@ -212,7 +212,7 @@ private:
 
     const Job& m_job;
     Model m_model;
-    std::optional<Unit> m_unit;
+    std::optional<graph::Unit> m_unit;
     bool m_isFirst = true;
     PartFileFinder m_finder;
     std::vector<File> m_open;

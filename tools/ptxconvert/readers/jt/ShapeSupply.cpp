@@ -13,11 +13,11 @@ constexpr std::size_t SlotsOfThread = 4;
 
 } // namespace
 
-ShapeSupply::ShapeSupply(const JtFile& file, const std::vector<Id>& order, unsigned threads)
+ShapeSupply::ShapeSupply(const JtFile& file, const std::vector<graph::Id>& order, unsigned threads)
     : m_file(file), m_ahead(SlotsOfThread * threads)
 {
     m_slots.reserve(order.size());
-    for (const Id id : order)
+    for (const graph::Id id : order)
         m_slots.push_back({id, State::Open, {}, nullptr});
     try {
         for (std::size_t i = 1; i < std::min<std::size_t>(threads, order.size()); ++i)
@@ -38,7 +38,7 @@ ShapeSupply::~ShapeSupply()
         thread.join();
 }
 
-Shape ShapeSupply::decode(Id id) const
+shapes::Shape ShapeSupply::decode(graph::Id id) const
 {
     return m_file.shapeOf(*m_file.graph.find(id));
 }
@@ -84,7 +84,7 @@ void ShapeSupply::decodeInto(Slot& slot)
     }
 }
 
-std::size_t ShapeSupply::findNext(Id id) const
+std::size_t ShapeSupply::findNext(graph::Id id) const
 {
     std::size_t i = m_first;
     while (i < end() && m_slots[i].id != id)
@@ -102,7 +102,7 @@ void ShapeSupply::passOver(std::size_t next)
     m_hasRoom.notify_all();
 }
 
-Shape ShapeSupply::take(Id id)
+shapes::Shape ShapeSupply::take(graph::Id id)
 {
     std::unique_lock lock(m_mutex);
     const std::size_t i = findNext(id);
@@ -119,7 +119,7 @@ Shape ShapeSupply::take(Id id)
         return decode(id);
     }
     m_isDone.wait(lock, [&] { return slot.state == State::Done; });
-    Shape shape = std::move(slot.shape);
+    shapes::Shape shape = std::move(slot.shape);
     const std::exception_ptr failure = slot.failure;
     passOver(i + 1);
     if (failure)

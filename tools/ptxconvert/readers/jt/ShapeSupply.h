@@ -17,7 +17,7 @@ class ShapeSupply
 {
 public:
     /// `order` are the shape nodes that are going to be taken, as far as is known; `threads` counts the taker's own.
-    ShapeSupply(const JtFile& file, const std::vector<Id>& order, unsigned threads);
+    ShapeSupply(const JtFile& file, const std::vector<graph::Id>& order, unsigned threads);
     /// Waits for what is being decoded.
     ~ShapeSupply();
     ShapeSupply(const ShapeSupply&) = delete;
@@ -25,22 +25,22 @@ public:
 
     /// What the node `id`, which is in the file, draws. For one thread. A node that is not next in the order is decoded
     /// on the spot.
-    Shape take(Id id);
+    shapes::Shape take(graph::Id id);
 
 private:
     enum class State { Open, Running, Done };
     struct Slot {
-        Id id;
+        graph::Id id;
         State state = State::Open;
-        Shape shape;
+        shapes::Shape shape;
         std::exception_ptr failure;
     };
 
-    Shape decode(Id id) const;
+    shapes::Shape decode(graph::Id id) const;
     void work();
     void decodeInto(Slot& slot);
     std::size_t end() const;
-    std::size_t findNext(Id id) const;
+    std::size_t findNext(graph::Id id) const;
     void passOver(std::size_t next);
 
     const JtFile& m_file;

@@ -21,8 +21,8 @@ CountingBuffer::int_type CountingBuffer::underflow()
 {
     const std::streamsize count = m_file.sgetn(m_block.data(), static_cast<std::streamsize>(m_block.size()));
     if (count <= 0) {
-        if (!m_creep)
-            m_creep.emplace(m_progress, m_share, 1 + SecondsPerByte * static_cast<double>(m_size));
+        if (!m_timedProgress)
+            m_timedProgress.emplace(m_progress, m_share, 1 + SecondsPerByte * static_cast<double>(m_size));
         return traits_type::eof();
     }
     m_done += static_cast<std::uint64_t>(count);

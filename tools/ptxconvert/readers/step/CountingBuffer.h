@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/ptxconvert/core/Creep.h"
 #include "tools/ptxconvert/core/Progress.h"
+#include "tools/ptxconvert/core/TimedProgress.h"
 
 #include <cstdint>
 #include <fstream>
@@ -33,7 +33,7 @@ private:
     std::uint64_t m_done = 0;
     double m_share;
     Progress& m_progress;
-    std::optional<Creep> m_creep;
+    std::optional<TimedProgress> m_timedProgress;
 };
 
 } // namespace ptx

@@ -10,9 +10,8 @@ class Log;
 namespace ptx::step
 {
 
-/// Warns of entities that the kernel could not read as they should be, by their numbers in the text; of those of one type
-/// with one complaint the first is named and the others are counted. To be called after
-/// the reading.
+/// Warns of entities that the kernel could not read as they should be, by their numbers in the text; of those of one
+/// type with one complaint the first is named and the others are counted. To be called after the reading.
 void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, Log& log);
 
 /// The same of entities that the kernel read and could not translate. To be called after the transfer.

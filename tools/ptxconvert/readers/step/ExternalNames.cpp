@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/readers/step/ExternalNames.h"
 
-#include "tools/ptxconvert/kernel/KernelText.h"
+#include "tools/ptxconvert/kernel/OcctText.h"
 
 #include <Interface_InterfaceModel.hxx>
 #include <STEPCAFControl_Reader.hxx>

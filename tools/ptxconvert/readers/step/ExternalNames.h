@@ -15,7 +15,8 @@ namespace ptx::step
 class ExternalNames
 {
 public:
-    /// Takes the names out of the model that `reader` has read and not yet transferred, and leaves marks in their place.
+    /// Takes the names out of the model that `reader` has read and not yet transferred, and leaves marks in their
+    /// place.
     explicit ExternalNames(STEPCAFControl_Reader& reader);
 
     /// Whether some product refers to another file.

@@ -7,8 +7,8 @@ class STEPCAFControl_Reader;
 namespace ptx::step
 {
 
-/// The length unit of the file as it writes it: "mm", "m", "INCH" ...; empty when it names none. The kernel's own answer
-/// cannot be trusted for every file.
+/// The length unit of the file as it writes it: "mm", "m", "INCH" ...; empty when it names none. The kernel's own
+/// answer cannot be trusted for every file.
 std::string lengthUnit(const STEPCAFControl_Reader& reader);
 
 } // namespace ptx::step

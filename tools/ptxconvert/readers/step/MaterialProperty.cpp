@@ -1,7 +1,7 @@
 #include "tools/ptxconvert/readers/step/MaterialProperty.h"
 
 #include "standalone/scenefile/ConvertedTree.h"
-#include "tools/ptxconvert/kernel/KernelText.h"
+#include "tools/ptxconvert/kernel/OcctText.h"
 
 #include <STEPConstruct_UnitContext.hxx>
 #include <StepBasic_ConversionBasedUnitAndLengthUnit.hxx>

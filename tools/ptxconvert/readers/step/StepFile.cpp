@@ -1,9 +1,9 @@
 #include "tools/ptxconvert/readers/step/StepFile.h"
 
 #include "standalone/scenefile/ConvertedTree.h"
-#include "tools/ptxconvert/kernel/KernelGuard.h"
-#include "tools/ptxconvert/kernel/KernelProgress.h"
-#include "tools/ptxconvert/kernel/KernelSetup.h"
+#include "tools/ptxconvert/kernel/OcctGuard.h"
+#include "tools/ptxconvert/kernel/OcctProgress.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/readers/MappedFile.h"
 #include "tools/ptxconvert/readers/Reader.h"
 #include "tools/ptxconvert/readers/step/CountingBuffer.h"
@@ -83,7 +83,7 @@ private:
     Trouble transfer()
     {
         begin(Stage::Convert);
-        Handle(KernelProgress) progress = new KernelProgress(m_job.progress);
+        Handle(OcctProgress) progress = new OcctProgress(m_job.progress);
         if (!m_reader.Transfer(m_document, progress->Start()))
             return nothingToImport(m_job.input, "none of its entities is a product or a shape");
         warnOfUntranslatedEntities(m_reader, m_job.log);

@@ -2,6 +2,7 @@
 
 #include "protocol/Formats.h"
 #include "tools/ptxconvert/kernel/KernelSetup.h"
+#include "tools/ptxconvert/kernel/OcctSetup.h"
 #include "tools/ptxconvert/kernel/PartMesher.h"
 #include "tools/ptxconvert/readers/step/PartReferences.h"
 #include "tools/ptxconvert/readers/step/ReferenceScan.h"
@@ -38,7 +39,7 @@ Outcome<DocumentContent> readWithParts(const Job& job)
 
 Outcome<Model> readStep(const Job& job)
 {
-    setUpKernel();
+    setUpOcct();
     Outcome<DocumentContent> content = readWithParts(job);
     if (!content)
         return content.failure();

@@ -2,7 +2,7 @@
 
 #include "standalone/scenefile/ConvertedTree.h"
 #include "tools/ptxconvert/core/Settings.h"
-#include "tools/ptxconvert/kernel/KernelText.h"
+#include "tools/ptxconvert/kernel/OcctText.h"
 #include "tools/ptxconvert/readers/step/MaterialProperty.h"
 
 #include <Interface_InterfaceModel.hxx>

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tools/ptxconvert/readers/Reader.h"
+
+namespace ptx
+{
+
+/// The formats of this build, in the order in which they are probed.
+Formats formats();
+
+} // namespace ptx

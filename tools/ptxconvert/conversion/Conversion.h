@@ -1,0 +1,15 @@
+#pragma once
+
+#include "tools/ptxconvert/core/CommandLine.h"
+#include "tools/ptxconvert/core/ExitCode.h"
+#include "tools/ptxconvert/readers/Reader.h"
+
+namespace ptx
+{
+
+/// Runs the conversion that `line` asks for, by the readers of `formats`, which outlive it: input to scene file, with
+/// progress file and log beside it. A limit, a
+/// request to stop or a fatal signal ends the process from within.
+ExitCode convert(const CommandLine& line, Formats formats);
+
+} // namespace ptx

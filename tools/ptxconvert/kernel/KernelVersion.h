@@ -1,9 +1,0 @@
-#pragma once
-
-namespace ptx
-{
-
-/// Version of the CAD kernel.
-const char* kernelVersion();
-
-} // namespace ptx

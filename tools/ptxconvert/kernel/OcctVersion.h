@@ -1,0 +1,9 @@
+#pragma once
+
+namespace ptx
+{
+
+/// Version of the CAD kernel.
+const char* occtVersion();
+
+} // namespace ptx
