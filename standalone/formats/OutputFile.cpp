@@ -115,10 +115,10 @@ Expected<void> OutputFile::commit()
     return m_error ? Expected<void>(*m_error) : Expected<void>();
 }
 
-/// Closing forgets why the rest could not be written.
+/// Closing forgets why the rest could not be written, and a disk that takes a part at first gives its reason at the rest.
 void OutputFile::flush()
 {
-    if (!m_file.flush())
+    if (!m_file.flush() && !m_file.flush())
         fail(ErrorCode::WriteFailed, m_file.errorString());
     m_file.close();
     if (m_file.error() != QFileDevice::NoError)

@@ -2,6 +2,7 @@
 
 #include "standalone/OSGSystem/Mesh.h"
 #include "standalone/scenefile/ReadScene.h"
+#include "standalone/scenefile/SceneFile.h"
 #include "tests/standalone/OSGSystem/SceneGraphTest.h"
 
 #include <QDir>
