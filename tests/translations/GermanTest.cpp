@@ -65,7 +65,8 @@ TEST(TranslationFileTest, EveryTextOfTheSourcesIsTranslated)
     const QString copy = folder.filePath(QStringLiteral("znCADImport_de.ts"));
     ASSERT_TRUE(QFile::copy(root.filePath(QStringLiteral("translations/znCADImport_de.ts")), copy));
     ASSERT_TRUE(QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner));
-    QStringList arguments{QStringLiteral("-silent"), QStringLiteral("-locations"), QStringLiteral("none")};
+    QStringList arguments{QStringLiteral("-silent"), QStringLiteral("-I"), root.path(), QStringLiteral("-locations"),
+                          QStringLiteral("none")};
     for (const char* source : {"converter", "importer", "loader", "tools/znimport"})
         if (root.exists(QString::fromUtf8(source)))
             arguments.append(root.filePath(QString::fromUtf8(source)));
