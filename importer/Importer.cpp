@@ -2,6 +2,7 @@
 
 #include "importer/ImportRoad.h"
 #include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znKernel/LoadedGeometries.h"
 
 using importer::ImportRoad;
 
@@ -50,6 +51,7 @@ void Importer::roadEnded()
 {
     ImportResult result = m_road->takeResult();
     m_road.release()->deleteLater();
+    m_session.state<LoadedGeometries>().entries.clear();
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);

@@ -23,8 +23,8 @@ struct SceneFormat {
     ReadFunction read;
 };
 
-/// A table of formats that can be read. It is a value, and knows no reader by itself: whoever makes one adds what it is to
-/// read.
+/// A table of formats that can be read. It is a value, and knows no reader by itself: whoever makes one adds what it
+/// is to read.
 class SceneReaders
 {
 public:

@@ -1,6 +1,7 @@
 #include "standalone/geometry/ExactSurfaces.h"
 
 #include "standalone/geometry/GeometryWalk.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 void geometry::removeExactSurfaces(const osg::NodePtr& root)
 {
@@ -9,6 +10,6 @@ void geometry::removeExactSurfaces(const osg::NodePtr& root)
             continue;
         osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
         mesh.brep = {};
-        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
     }
 }

@@ -1,6 +1,7 @@
 #include "standalone/geometry/TreeRepair.h"
 
 #include "standalone/geometry/GeometryWalk.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/IndexRepair.h"
 
 namespace geometry
@@ -15,7 +16,7 @@ std::vector<GeometryNote> repairMeshes(const osg::NodePtr& root)
             continue;
         Repaired result = repaired(mesh);
         notes.push_back({geometry, result.changes.join(QStringLiteral("; "))});
-        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
     }
     return notes;
 }

@@ -1,6 +1,7 @@
 #include "standalone/geometry/TreeTriangulation.h"
 
 #include "standalone/geometry/GeometryWalk.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 #include "standalone/geometry/MeshTriangulation.h"
 
 #include <QCoreApplication>
@@ -30,7 +31,7 @@ std::size_t triangulateGeometry(const osg::GeometryPtr& geometry, bool dropFlat)
     if (dropFlat)
         result.mesh = withoutFlatTriangles(result.mesh);
     if (!mesh.primitives.empty() || result.mesh.triangles.size() != mesh.triangles.size())
-        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(result.mesh)));
     return result.leftOut;
 }
 

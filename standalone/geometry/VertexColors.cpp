@@ -1,6 +1,7 @@
 #include "standalone/geometry/VertexColors.h"
 
 #include "standalone/geometry/GeometryWalk.h"
+#include "standalone/OSGSystem/SceneEdits.h"
 
 void geometry::removeVertexColors(const osg::NodePtr& root)
 {
@@ -9,6 +10,6 @@ void geometry::removeVertexColors(const osg::NodePtr& root)
             continue;
         osg::Mesh mesh = osg::GeometryAccess::mesh(*geometry);
         mesh.colors = {};
-        exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
+        osg::exchangeMesh(geometry, std::make_shared<const osg::Mesh>(std::move(mesh)));
     }
 }

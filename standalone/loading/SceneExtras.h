@@ -9,9 +9,9 @@ namespace zn
 
 class Session;
 
-/// What a session keeps beside its scene, hung below the root of the scene for as long as this object lives, so that a
-/// writer of files finds it there: the variants as `osg::VariantAttachment`, the cameras as the last child, a group with
-/// the tag `camerasTag`.
+/// What a session keeps beside its scene, hung below the root of the scene for as long as this object lives, so that
+/// a writer of files finds it there: the variants as `osg::VariantAttachment`, the cameras as the last child, a group
+/// with the tag `camerasTag`.
 class SceneWithExtras
 {
 public:

@@ -13,8 +13,8 @@
 class znCameraService;
 class znReferenceService;
 
-/// The open host while it lives: every state that the contract's static calls reach belongs to one session. One is alive
-/// at a time, on the thread of the application object, which must exist.
+/// The open host while it lives: every state that the contract's static calls reach belongs to one session. One is
+/// alive at a time, on the thread of the application object, which must exist.
 ///
 /// When a session ends, its scene goes, its temporary folder is removed, and containers that are still alive are swept:
 /// pointers to them must not be used any more. All jobs must have ended before.
@@ -37,8 +37,8 @@ public:
     /// Where the host's log goes while this session lives; an empty sink stands for the standard error stream.
     void setLogSink(znUtils::LogSink sink);
 
-    /// Makes `service`, which must live as long as the session, the one that `znKernelServiceFactory::get<T>` finds; null
-    /// stands for a service that is known but missing.
+    /// Makes `service`, which must live as long as the session, the one that `znKernelServiceFactory::get<T>` finds;
+    /// null stands for a service that is known but missing.
     template <class T>
     void setService(znBaseService* service)
     {

@@ -9,7 +9,6 @@
 #include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/session/Session.h"
 #include "standalone/znAssets/SessionAssets.h"
-#include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include <QFileInfo>
 #include <QUrl>

@@ -8,8 +8,8 @@ namespace zn
 
 class Settings;
 
-/// What the settings say now of the trees that the converter makes; later changes do not reach the result. A tessellation
-/// preset wins over the numbers that it stands for.
+/// What the settings say now of the trees that the converter makes; later changes do not reach the result. A
+/// tessellation preset wins over the numbers that it stands for.
 zndPtxSettings ptxSettings(const Settings& settings);
 
 /// What the settings say now of every import; later changes do not reach the result.

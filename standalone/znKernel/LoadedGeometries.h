@@ -8,8 +8,9 @@
 namespace zn
 {
 
-/// What `znFileIO::getLoadedGeometriesList` shows: an entry for each file loaded since the list was last cleared. Entries
-/// hold no tree. Whoever has ended an import clears the list, so that it does not grow with the life of the session.
+/// What `znFileIO::getLoadedGeometriesList` shows: an entry for each file loaded since the list was last cleared.
+/// Entries hold no tree. Whoever has ended an import clears the list, so that it does not grow with the life of the
+/// session.
 struct LoadedGeometries {
     std::vector<znFileIO::loadedS> entries;
 };

@@ -8,8 +8,8 @@
 namespace zn
 {
 
-/// The modules of a host that `znModuleBase::sendMessage` asks, in this order. The open host has none; whoever embeds it
-/// adds its own.
+/// The modules of a host that `znModuleBase::sendMessage` asks, in this order. The open host has none; whoever embeds
+/// it adds its own.
 struct MessageModules {
     /// Puts its answer into a message that it knows and gives true; leaves any other as it is and gives false.
     using Module = std::function<bool(znMessage& message)>;

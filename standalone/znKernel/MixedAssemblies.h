@@ -7,8 +7,8 @@
 namespace zn
 {
 
-/// Answers `znFileIOHelper::canContainMixedAssemblies` in place of the table of formats, for a host whose converters know
-/// better; empty in normal work.
+/// Answers `znFileIOHelper::canContainMixedAssemblies` in place of the table of formats, for a host whose converters
+/// know better; empty in normal work.
 struct MixedAssemblies {
     std::function<bool(const QString& path)> canContain;
 };

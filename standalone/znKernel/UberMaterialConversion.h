@@ -5,8 +5,8 @@
 namespace zn
 {
 
-/// Puts an uber material of the same look, name and attachments in place of each simple one at and below `root`. One that
-/// is used in several places stays one; materials of other classes stay. Null is ignored.
+/// Puts an uber material of the same look, name and attachments in place of each simple one at and below `root`. One
+/// that is used in several places stays one; materials of other classes stay. Null is ignored.
 void convertToUberMaterials(const osg::NodePtr& root);
 
 } // namespace zn

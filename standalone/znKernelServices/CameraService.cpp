@@ -14,12 +14,6 @@
 namespace
 {
 
-osg::UberCameraPtr coreOf(const zndObject& object)
-{
-    const osg::NodePtr node = zn::nodeOf(object);
-    return node ? osg::fcCast<osg::UberCamera>(node->getCore()) : osg::UberCameraPtr();
-}
-
 osg::NodePtr makeCamera(const QString& name, int projection)
 {
     const osg::UberCameraPtr camera = osg::UberCameraBase::create();

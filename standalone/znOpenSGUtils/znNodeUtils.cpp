@@ -8,6 +8,7 @@
 #include "standalone/znOpenSGUtils/ContainerNames.h"
 #include "standalone/znOpenSGUtils/FileInfos.h"
 #include "standalone/znOpenSGUtils/GeometryMessages.h"
+#include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/znOpenSGUtils/NodeMaterials.h"
 #include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "standalone/znOpenSGUtils/NodeRemoval.h"
@@ -66,7 +67,7 @@ void znNodeUtils::getNodesWithTag(const osg::NodePtr& root, const std::string& t
 osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::getMaterial", node);
-    return node ? zn::materialOf(node->getCore()) : osg::MaterialPtr();
+    return node ? osg::materialOf(node->getCore()) : osg::MaterialPtr();
 }
 
 bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy)

@@ -2,12 +2,10 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Drawable.h"
-#include "standalone/znVariants/VariantStore.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "standalone/OSGSystem/CoreMaterial.h"
 #include "standalone/OSGSystem/SubMaterials.h"
-#include "standalone/znOpenSGUtils/NodeMaterials.h"
 
 #include <QCoreApplication>
 

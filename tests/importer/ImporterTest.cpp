@@ -101,7 +101,7 @@ TEST_F(ImporterTest, TheListOfLoadsIsEmptyWhenAnImportHasEnded)
 {
     const LoadRecorder loads(session);
     std::size_t listed = 1;
-    QObject::connect(&importer, &znImporter::finished,
+    QObject::connect(&importer, &zn::Importer::finished,
                      [&listed] { listed = znFileIO::getLoadedGeometriesList().size(); });
     ASSERT_TRUE(import(write(QStringLiteral("plate.obj"), plateObj)).node);
     EXPECT_EQ(loads.requests().size(), 1u);

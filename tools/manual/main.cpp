@@ -15,9 +15,9 @@ manual::Program importTool()
     program.summary = "imports 3D and CAD files into a scene, shows and writes it";
     program.version = ZN_VERSION;
     program.synopsis = "[OPTION]... FILE...";
-    program.exitCodes = exitCodesText().toStdString();
+    program.exitCodes = znimport::exitCodesText().toStdString();
     program.related = {"ptxconvert"};
-    for (const OptionRow& row : optionTable()) {
+    for (const znimport::OptionRow& row : znimport::optionTable()) {
         manual::Option option;
         if (row.shortName)
             option.names.push_back(std::string("-") + row.shortName);

@@ -9,8 +9,8 @@ namespace znimport
 std::optional<QString> applySettings(const CommandLine& line, zn::Settings& settings)
 {
     std::optional<QString> error;
-    if (line.jobs)
-        error = settings.processes.most.setText(*line.jobs);
+    if (!line.jobs.isNull())
+        error = settings.processes.most.setText(line.jobs);
     if (!error && line.assetFolder) {
         settings.assets.folder.set(*line.assetFolder);
         settings.scene.applyMaterialAssets.set(true);

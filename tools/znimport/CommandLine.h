@@ -33,7 +33,7 @@ struct CommandLine {
     QString reportFile;                 ///< empty when no report is wanted
     QString unit;                       ///< of a GLB file; empty for metres
     QString up;                         ///< axis of a GLB file; empty for Y
-    std::optional<QString> jobs;        ///< how many conversions run at a time
+    QString jobs;                       ///< how many conversions run at a time; null when it was not said
     std::optional<QString> assetFolder; ///< of the material assets to apply
     QString cluster;                    ///< the scheduler that conversions run on; empty to run them here
     int clusterNodes = 0;               ///< 0 leaves it to the scheduler

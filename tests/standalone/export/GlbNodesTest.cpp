@@ -60,8 +60,8 @@ TEST_F(GlbNodesTest, TheTopNodeTurnsMillimetresAndZUpIntoMetresAndYUp)
     EXPECT_EQ(file.json["nodes"][0]["children"], json::parse("[1]"));
     EXPECT_FALSE(file.json["asset"].contains("extras"));
     EXPECT_EQ(file.json["nodes"][1], json::parse(R"({"name": "Part", "mesh": 0})"));
-    EXPECT_EQ(result.nodes, 2u);
-    EXPECT_EQ(result.meshes, 1u);
+    EXPECT_EQ(result->nodes, 2u);
+    EXPECT_EQ(result->meshes, 1u);
 }
 
 TEST_F(GlbNodesTest, AnotherUnitAndAxisAreInTheMatrixAndTold)

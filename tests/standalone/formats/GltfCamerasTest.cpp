@@ -58,8 +58,8 @@ TEST_F(GltfCamerasTest, APerspectiveCameraComesInMillimetresBelowItsNode)
 
 TEST_F(GltfCamerasTest, AParallelCameraHasTheHeightOfItsPicture)
 {
-    readWith(R"({"type": "orthographic", "orthographic": {"xmag": 9, "ymag": 1.5, "znear": 0, "zfar": 4}})",
-             R"({"camera": 0})");
+    ASSERT_TRUE(readWith(R"({"type": "orthographic", "orthographic": {"xmag": 9, "ymag": 1.5, "znear": 0, "zfar": 4}})",
+                         R"({"camera": 0})"));
     const osg::UberCameraPtr camera = cameraOf(second()->getChild(0));
     ASSERT_TRUE(camera);
     EXPECT_EQ(camera->getProjection(), osg::UberCameraBase::Parallel);
@@ -70,7 +70,7 @@ TEST_F(GltfCamerasTest, AParallelCameraHasTheHeightOfItsPicture)
 
 TEST_F(GltfCamerasTest, ACameraWithoutAnEndSeesAsFarAsANewOne)
 {
-    readWith(R"({"type": "perspective", "perspective": {"yfov": 1, "znear": 0.01}})", R"({"camera": 0})");
+    ASSERT_TRUE(readWith(R"({"type": "perspective", "perspective": {"yfov": 1, "znear": 0.01}})", R"({"camera": 0})"));
     EXPECT_EQ(cameraOf(second()->getChild(0))->getFar(), 1'000'000);
 }
 

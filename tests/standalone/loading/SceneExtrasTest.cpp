@@ -15,6 +15,7 @@
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
+#include "standalone/znVariants/VariantTable.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 

@@ -163,10 +163,10 @@ TEST_F(DamagedScene, ATreeOfGreatDepthIsDrawn)
 TEST(ReadableMemory, EndsWithThePage)
 {
     alignas(4096) static const char page[4096] = {};
-    EXPECT_FALSE(isReadablePast(page + 4096, 4));
-    EXPECT_FALSE(isReadablePast(page + 4093, 4));
-    EXPECT_TRUE(isReadablePast(page + 4092, 4));
-    EXPECT_TRUE(isReadablePast(page + 12, 4));
+    EXPECT_FALSE(geometry::rays::isReadablePast(page + 4096, 4));
+    EXPECT_FALSE(geometry::rays::isReadablePast(page + 4093, 4));
+    EXPECT_TRUE(geometry::rays::isReadablePast(page + 4092, 4));
+    EXPECT_TRUE(geometry::rays::isReadablePast(page + 12, 4));
 }
 
 TEST_F(DamagedScene, ArraysThatEndWithTheirMemoryAreNotReadBeyond)

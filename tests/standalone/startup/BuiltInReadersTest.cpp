@@ -8,8 +8,9 @@ namespace
 
 TEST(BuiltInReaders, KnowTheMeshFormatsAndSceneFiles)
 {
+    const formats::SceneReaders readers = zn::builtInReaders();
     QStringList extensions;
-    for (const formats::SceneFormat& format : zn::builtInReaders().formats())
+    for (const formats::SceneFormat& format : readers.formats())
         extensions << format.extensions;
     EXPECT_EQ(extensions.join(QLatin1Char(' ')), QStringLiteral("obj gltf glb ply wrl wrz osb"));
 }
@@ -22,11 +23,10 @@ TEST(BuiltInReaders, ADamagedSceneFileIsRefusedWithItsPlace)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("no scene") == 8);
     file.close();
     const formats::ReadResult result = zn::builtInReaders().read(path);
-    ASSERT_TRUE(result.error);
-    EXPECT_EQ(result.error->code, formats::ReadErrorCode::Damaged);
-    EXPECT_EQ(result.error->file, path);
-    EXPECT_EQ(result.error->place.left(5), QStringLiteral("byte "));
-    EXPECT_FALSE(result.root);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code, files::ErrorCode::Damaged);
+    EXPECT_EQ(result.error().file, path);
+    EXPECT_EQ(result.error().place.left(5), QStringLiteral("byte "));
 }
 
 TEST(BuiltInReaders, AreThoseOfANewSession)

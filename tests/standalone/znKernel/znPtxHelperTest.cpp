@@ -164,7 +164,7 @@ TEST_F(znPtxHelperTest, ATreeIsConvertedUntilTheMarkIsTakenAway)
     EXPECT_TRUE(znPtxHelper::isConvertedPtxTree(tree));
     znPtxHelper::removePtxTag(tree);
     EXPECT_FALSE(znPtxHelper::isConvertedPtxTree(tree));
-    EXPECT_THAT(osg::tagsOf(tree), ElementsAre("ptx::format=STEP", "mine"));
+    EXPECT_THAT(osg::tagsOf(tree), testing::ElementsAre("ptx::format=STEP", "mine"));
     znPtxHelper::removePtxTag(tree);
     znPtxHelper::removePtxTag({});
     EXPECT_EQ(osg::tagsOf(tree).size(), 2u);

@@ -11,6 +11,7 @@
 #include "standalone/export/GlbWriter.h"
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/render/Snapshot.h"
+#include "standalone/znVariants/VariantTable.h"
 #include "standalone/scenefile/SceneFile.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"

@@ -1,5 +1,6 @@
 #include "protocol/Formats.h"
 #include "tools/ptxconvert/readers/Reader.h"
+#include "tools/ptxconvert/ReaderTable.h"
 
 #include <gmock/gmock.h>
 
