@@ -13,18 +13,18 @@ set(ZN_LIBRARY_HEADERS
   plmxml/znPLMXMLLoaderJob.h)
 
 set(ZN_STANDALONE_HEADERS
-  standalone/OSGSystem/Buffer.h
-  standalone/OSGSystem/ContainerRegistry.h
-  standalone/OSGSystem/Mesh.h
-  standalone/export/GlbWriter.h
-  standalone/formats/Error.h
-  standalone/formats/Expected.h
-  standalone/formats/Note.h
-  standalone/render/Snapshot.h
-  standalone/render/SnapshotView.h
-  standalone/scenefile/ReadSceneFile.h
-  standalone/scenefile/SceneFile.h
-  standalone/scenefile/WriteSceneFile.h
+  scene/Buffer.h
+  scene/ContainerRegistry.h
+  scene/Mesh.h
+  files/glb/GlbWriter.h
+  files/Error.h
+  files/Expected.h
+  files/Note.h
+  render/Snapshot.h
+  render/SnapshotView.h
+  files/scenefile/ReadSceneFile.h
+  files/scenefile/SceneFile.h
+  files/scenefile/WriteSceneFile.h
   standalone/loading/SceneExtras.h
   standalone/session/Session.h
   standalone/session/Setting.h

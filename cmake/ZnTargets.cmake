@@ -14,7 +14,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
   endif()
 endif()
 
-# zn_object_library(NAME [MOC] SOURCES ... [LIBS ...]): code that libraries and tests link as objects.
+# zn_object_library(NAME [MOC] SOURCES ... [LIBS ...]): the sources of one folder, which libraries, programs and tests link
+# as objects. NAME follows from the path of the folder.
 function(zn_object_library name)
   cmake_parse_arguments(ARG "MOC" "" "SOURCES;LIBS" ${ARGN})
   add_library(${name} OBJECT ${ARG_SOURCES})
@@ -22,16 +23,29 @@ function(zn_object_library name)
   if(ARG_MOC)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
   endif()
+  set_target_properties(${name} PROPERTIES ZN_BUILT_ON "${ARG_LIBS}")
 endfunction()
 
-# The objects of a test or bench that runs whole imports.
-set(ZN_IMPORTER_OBJECTS
-  zn_importer zn_plmxml zn_cadvisualization zn_cadxml zn_tinyxml zn_optimization zn_loader zn_converter zn_import zn_kernel
-  zn_geometry zn_breppack zn_render zn_utils zn_formats zn_files zn_scenefile zn_scene zn_jobs zn_filetypes)
-
-# The objects of a test or bench that reads JT files; what knows shapes alone does with the second list.
-set(PTX_JT_SHAPE_OBJECTS ptx_jt_shapes ptx_jt_graph ptx_jt_codec ptx_jt_container ptx_model)
-set(PTX_JT_OBJECTS ptx_jt ${PTX_JT_SHAPE_OBJECTS} ptx_readers ptx_core)
+# zn_closure(OUT TARGET...): these targets and all that they are built on, once each. An object library hands its own
+# objects to whoever links it, but not those of the object libraries below it.
+function(zn_closure out)
+  set(found)
+  set(todo ${ARGN})
+  while(todo)
+    list(POP_FRONT todo target)
+    if(target IN_LIST found)
+      continue()
+    endif()
+    list(APPEND found ${target})
+    if(TARGET ${target})
+      get_target_property(below ${target} ZN_BUILT_ON)
+      if(below)
+        list(APPEND todo ${below})
+      endif()
+    endif()
+  endwhile()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
 
 # The test framework's headers take half of a test's compile time: they are precompiled once for all tests, which makes
 # GCC 12 raise false alarms on joined strings. Tests themselves need little optimisation: more takes half as long again.
@@ -58,7 +72,8 @@ function(zn_test name)
     set(ARG_TIMEOUT 120)
   endif()
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE zn_settings ${ARG_LIBS} GTest::gmock GTest::gtest)
+  zn_closure(libs ${ARG_LIBS})
+  target_link_libraries(${name} PRIVATE zn_settings ${libs} GTest::gmock GTest::gtest)
   target_compile_options(${name} PRIVATE -fPIC ${ZN_TEST_OPTIONS})
   target_precompile_headers(${name} REUSE_FROM zn_test_headers)
   if(ARG_MOC)
@@ -72,7 +87,8 @@ endfunction()
 function(zn_bench name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE zn_settings ${ARG_LIBS} benchmark::benchmark)
+  zn_closure(libs ${ARG_LIBS})
+  target_link_libraries(${name} PRIVATE zn_settings ${libs} benchmark::benchmark)
 endfunction()
 
 # zn_fuzz(NAME SOURCES ... LIBS ...): one libFuzzer program, built only with ZN_FUZZ.
@@ -82,6 +98,7 @@ function(zn_fuzz name)
   endif()
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE zn_settings ${ARG_LIBS})
+  zn_closure(libs ${ARG_LIBS})
+  target_link_libraries(${name} PRIVATE zn_settings ${libs})
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
 endfunction()

@@ -4,7 +4,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/scenefile/ConvertedTree.h"
+#include "files/scenefile/ConvertedTree.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

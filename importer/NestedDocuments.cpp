@@ -4,7 +4,7 @@
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "standalone/formats/ReadTask.h"
+#include "files/ReadTask.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QEventLoop>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
-#include "standalone/formats/SceneReaders.h"
+#include "files/SceneReaders.h"
 
 #include <QObject>
 #include <QStringList>

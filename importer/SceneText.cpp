@@ -6,8 +6,8 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/CoreMaterial.h"
-#include "standalone/OSGSystem/Mesh.h"
+#include "scene/CoreMaterial.h"
+#include "scene/Mesh.h"
 
 #include <algorithm>
 #include <cstdio>

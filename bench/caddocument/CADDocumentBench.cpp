@@ -1,7 +1,7 @@
 // Loading a document against what the parser alone takes for the same file in the same run, and the growth of searches
 // for occurrences.
 
-#include "bench/caddocument/ChildRun.h"
+#include "bench/support/ChildRun.h"
 #include "bench/caddocument/SampleDocuments.h"
 #include "cad/xml/CADDocument.h"
 #include "cad/xml/CADOccurrence.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bench/converter/ProgramRun.h"
+#include "bench/support/ProgramRun.h"
 #include "bench/support/Ratio.h"
 
 #include <benchmark/benchmark.h>

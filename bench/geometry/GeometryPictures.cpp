@@ -5,9 +5,9 @@
 
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znTessellation/znRetessellation.h"
-#include "standalone/geometry/TessellationPresets.h"
-#include "standalone/render/Snapshot.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "geometry/TessellationPresets.h"
+#include "render/Snapshot.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>

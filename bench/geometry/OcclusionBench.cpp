@@ -1,11 +1,11 @@
 // Rays a second of ambient occlusion against a bare loop of the ray tracer: as many rays of the same kind, from the same
 // places, in the same directions and lengths, on as many threads, with nothing but the calls of the tracer around them.
 
-#include "standalone/geometry/AmbientOcclusion.h"
-#include "standalone/geometry/GeometryWalk.h"
-#include "standalone/geometry/OcclusionRays.h"
-#include "standalone/geometry/rays/RayScene.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "geometry/AmbientOcclusion.h"
+#include "scene/GeometryWalk.h"
+#include "geometry/OcclusionRays.h"
+#include "geometry/rays/RayScene.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>

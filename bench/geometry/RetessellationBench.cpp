@@ -3,13 +3,11 @@
 
 #include "host/OSGSystem/Group.h"
 #include "host/znTessellation/znRetessellation.h"
-#include "standalone/OSGSystem/BrepPack.h"
-#include "standalone/geometry/GeometryWalk.h"
-#include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/znStandaloneSession.h"
+#include "scene/BrepPack.h"
+#include "scene/GeometryWalk.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
-#include "tools/ptxconvert/kernel/Meshing.h"
-#include "tools/ptxconvert/kernel/meshing/Meshing.h"
+#include "ptx/occt/meshing/Meshing.h"
 
 #include <BinTools.hxx>
 #include <TopoDS_Shape.hxx>

@@ -2,10 +2,10 @@
 //
 // ZN_CORPUS=FOLDER ptx_jt_bench: real files from FOLDER/jt. Without them there is nothing to measure.
 
-#include "tools/ptxconvert/model/MeshBuilder.h"
-#include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
-#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
-#include "tools/ptxconvert/readers/jt/shapes/ShapeMesh.h"
+#include "ptx/model/MeshBuilder.h"
+#include "ptx/readers/jt/graph/SceneGraph.h"
+#include "ptx/readers/jt/shapes/Shape.h"
+#include "ptx/readers/jt/shapes/ShapeMesh.h"
 
 #include <benchmark/benchmark.h>
 

@@ -6,8 +6,8 @@
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/Mesh.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Mesh.h"
+#include "scene/Tags.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "bench/plmxmlimport/PlmxmlDocument.h"
 
-#include "tests/tools/ptxconvert/StepText.h"
+#include "tests/support/StepText.h"
 
 #include <fstream>
 

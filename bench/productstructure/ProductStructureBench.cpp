@@ -1,6 +1,6 @@
 // Building the scene of an assembly against loading its document in the same run, and what a record and a node take.
 
-#include "bench/caddocument/ChildRun.h"
+#include "bench/support/ChildRun.h"
 #include "bench/productstructure/AssemblyDocuments.h"
 #include "cad/visualization/PLMXMLProductStructure.h"
 #include "host/OSGSystem/TreeFunctions.h"

@@ -5,8 +5,8 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/Mesh.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "scene/Mesh.h"
+#include "files/scenefile/SceneFile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -4,7 +4,7 @@
 #include "bench/support/Ratio.h"
 #include "host/OSGSystem/Transform.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/ContainerRegistry.h"
+#include "scene/ContainerRegistry.h"
 
 #include <malloc.h>
 

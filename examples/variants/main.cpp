@@ -4,7 +4,6 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znVariants/znVariants.h"
 #include "importer/Importer.h"
-#include "importer/znImporter.h"
 #include "standalone/znVariants/VariantSets.h"
 #include "standalone/startup/znStandaloneSession.h"
 

@@ -1,6 +1,6 @@
 #include "standalone/session/SettingGroups.h"
 
-#include "standalone/geometry/TessellationPresets.h"
+#include "geometry/TessellationPresets.h"
 
 namespace zn
 {

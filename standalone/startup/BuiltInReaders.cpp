@@ -1,11 +1,11 @@
 #include "standalone/startup/BuiltInReaders.h"
 
-#include "standalone/formats/ReadTask.h"
-#include "standalone/formats/gltf/GltfReader.h"
-#include "standalone/formats/obj/ObjReader.h"
-#include "standalone/formats/ply/PlyReader.h"
-#include "standalone/formats/vrml/VrmlReader.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/ReadTask.h"
+#include "files/gltf/GltfReader.h"
+#include "files/obj/ObjReader.h"
+#include "files/ply/PlyReader.h"
+#include "files/vrml/VrmlReader.h"
+#include "files/scenefile/SceneFile.h"
 
 namespace zn
 {

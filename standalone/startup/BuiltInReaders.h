@@ -1,6 +1,6 @@
 #pragma once
 
-#include "standalone/formats/SceneReaders.h"
+#include "files/SceneReaders.h"
 
 namespace zn
 {

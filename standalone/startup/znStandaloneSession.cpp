@@ -1,7 +1,7 @@
 #include "standalone/startup/znStandaloneSession.h"
 
 #include "host/znKernelServices/znKernelServiceFactory.h"
-#include "standalone/OSGSystem/ContainerRegistry.h"
+#include "scene/ContainerRegistry.h"
 #include "standalone/startup/BuiltInReaders.h"
 #include "standalone/znAssets/AssetCalls.h"
 #include "standalone/znJobProcessing/ProcessLimit.h"

@@ -2,7 +2,7 @@
 
 #include "host/HostExport.h"
 #include "host/znKernelServices/znBaseService.h"
-#include "standalone/OSGSystem/ContainerRegistry.h"
+#include "scene/ContainerRegistry.h"
 #include "standalone/session/Session.h"
 #include "standalone/znUtils/LogSink.h"
 

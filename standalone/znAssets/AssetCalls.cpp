@@ -6,7 +6,7 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
-#include "standalone/OSGSystem/CoreMaterial.h"
+#include "scene/CoreMaterial.h"
 #include "standalone/session/Session.h"
 #include "standalone/znAssets/SessionAssets.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "standalone/formats/gltf/GltfMaterialAssets.h"
+#include "files/gltf/GltfMaterialAssets.h"
 
 #include <QDateTime>
 #include <QHash>

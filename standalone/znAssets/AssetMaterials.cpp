@@ -5,7 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGExt/AssetAttachment.h"
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
-#include "standalone/OSGSystem/SceneEdits.h"
+#include "scene/SceneEdits.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "host/znUtils/znLog.h"
 #include "standalone/loading/SceneExtras.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/session/Session.h"
 
 znOsbLoaderJob::znOsbLoaderJob(const QString& file) : znAbstractProcessingJob(nullptr), m_file(file) {}

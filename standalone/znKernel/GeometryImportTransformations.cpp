@@ -5,10 +5,10 @@
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/Bounds.h"
-#include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/OSGSystem/MatrixMath.h"
-#include "standalone/OSGSystem/SceneEdits.h"
+#include "scene/Bounds.h"
+#include "scene/ContainerRegistry.h"
+#include "scene/MatrixMath.h"
+#include "scene/SceneEdits.h"
 
 namespace zn
 {

@@ -1,6 +1,6 @@
 #include "standalone/znKernel/ImportSettingValues.h"
 
-#include "standalone/geometry/TessellationPresets.h"
+#include "geometry/TessellationPresets.h"
 #include "standalone/session/Settings.h"
 #include "standalone/znKernelServices/PtxSettingsValues.h"
 #include "standalone/znKernelServices/SceneImportSettingsValues.h"

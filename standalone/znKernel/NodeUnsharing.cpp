@@ -5,8 +5,8 @@
 #include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/MaterialDrawable.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/OSGSystem/SceneEdits.h"
+#include "scene/ContainerRegistry.h"
+#include "scene/SceneEdits.h"
 
 namespace zn
 {

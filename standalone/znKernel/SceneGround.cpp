@@ -3,8 +3,8 @@
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/Bounds.h"
-#include "standalone/OSGSystem/Mesh.h"
+#include "scene/Bounds.h"
+#include "scene/Mesh.h"
 
 #include <algorithm>
 

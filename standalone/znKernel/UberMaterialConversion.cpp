@@ -4,10 +4,10 @@
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/Attachments.h"
-#include "standalone/OSGSystem/CoreMaterial.h"
+#include "scene/Attachments.h"
+#include "scene/CoreMaterial.h"
 #include "standalone/session/Session.h"
-#include "standalone/znOpenSGUberMaterial/MaterialLook.h"
+#include "scene/MaterialLook.h"
 
 #include <unordered_map>
 

@@ -2,12 +2,11 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
-#include "standalone/OSGSystem/SceneEdits.h"
+#include "scene/SceneEdits.h"
 #include "standalone/loading/TreeReading.h"
 #include "standalone/session/Session.h"
 #include "standalone/znKernel/GeometryImportTransformations.h"
 #include "standalone/znKernel/LoadedGeometries.h"
-#include "standalone/znKernel/TreeReading.h"
 #include "standalone/znKernel/UberMaterialConversion.h"
 #include "standalone/znUtils/CallTrace.h"
 

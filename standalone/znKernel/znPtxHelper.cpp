@@ -3,7 +3,7 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
-#include "standalone/scenefile/ConvertedTree.h"
+#include "files/scenefile/ConvertedTree.h"
 #include "standalone/session/Session.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"

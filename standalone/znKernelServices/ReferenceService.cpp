@@ -1,7 +1,6 @@
 #include "host/znKernelServices/znKernelServiceFactory.h"
-#include "standalone/OSGSystem/SceneEdits.h"
+#include "scene/SceneEdits.h"
 #include "standalone/znKernelServices/ReferenceService.h"
-#include "standalone/znKernelServices/Services.h"
 
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"

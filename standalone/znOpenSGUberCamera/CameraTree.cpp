@@ -5,7 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
-#include "standalone/OSGSystem/MatrixMath.h"
+#include "scene/MatrixMath.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
-#include "standalone/OSGSystem/SceneEdits.h"
+#include "scene/SceneEdits.h"
 #include "standalone/session/Session.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znUtils/CallTrace.h"

@@ -4,7 +4,7 @@
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/CoreMaterial.h"
+#include "scene/CoreMaterial.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "standalone/geometry/GeometryNote.h"
+#include "geometry/GeometryNote.h"
 
 #include <vector>
 

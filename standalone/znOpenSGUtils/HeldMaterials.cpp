@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/SwitchMaterial.h"
-#include "standalone/OSGSystem/SubMaterials.h"
+#include "scene/SubMaterials.h"
 
 #include <unordered_set>
 

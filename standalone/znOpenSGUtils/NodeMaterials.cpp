@@ -3,8 +3,8 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/OSGSystem/CoreMaterial.h"
+#include "scene/ContainerRegistry.h"
+#include "scene/CoreMaterial.h"
 #include "standalone/znUtils/CallTrace.h"
 
 namespace

@@ -1,7 +1,7 @@
 #include "standalone/znOpenSGUtils/NodePredicates.h"
 
 #include "standalone/session/Session.h"
-#include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "scene/NodeProperties.h"
 
 namespace zn
 {

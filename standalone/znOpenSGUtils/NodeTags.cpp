@@ -1,7 +1,7 @@
 #include "standalone/znOpenSGUtils/NodeTags.h"
 
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Tags.h"
 
 #include <algorithm>
 #include <utility>

@@ -4,7 +4,7 @@
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Transform3D.h"
-#include "standalone/OSGSystem/Attachments.h"
+#include "scene/Attachments.h"
 #include "standalone/session/Session.h"
 
 #include <unordered_map>

@@ -1,7 +1,7 @@
 #include "host/znOpenSGUtils/znMaterials.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "standalone/OSGSystem/SubMaterials.h"
+#include "scene/SubMaterials.h"
 #include "standalone/session/Session.h"
 #include "standalone/znOpenSGUtils/ContainerNames.h"
 #include "standalone/znOpenSGUtils/HeldMaterials.h"

@@ -1,11 +1,11 @@
 #include "host/znOpenSGUtils/znOptimize.h"
 
-#include "standalone/geometry/ExactSurfaces.h"
-#include "standalone/geometry/GeometryMerging.h"
-#include "standalone/geometry/TreeTriangulation.h"
+#include "geometry/ExactSurfaces.h"
+#include "geometry/GeometryMerging.h"
+#include "geometry/TreeTriangulation.h"
 #include "standalone/session/Session.h"
-#include "standalone/treeops/GroupCleaning.h"
-#include "standalone/treeops/TransformFlushing.h"
+#include "geometry/GroupCleaning.h"
+#include "geometry/TransformFlushing.h"
 #include "standalone/znOpenSGUtils/GeometryMessages.h"
 #include "standalone/znUtils/CallTrace.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "standalone/OSGSystem/Mesh.h"
+#include "scene/Mesh.h"
 
 #include <QString>
 

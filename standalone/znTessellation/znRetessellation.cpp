@@ -2,9 +2,9 @@
 
 #include "host/OSGSystem/Names.h"
 #include "host/znUtils/znLog.h"
-#include "standalone/OSGSystem/SceneEdits.h"
-#include "standalone/geometry/GeometryWalk.h"
-#include "standalone/geometry/Remeshing.h"
+#include "scene/SceneEdits.h"
+#include "scene/GeometryWalk.h"
+#include "geometry/Remeshing.h"
 #include "standalone/session/Session.h"
 #include "standalone/znTessellation/TessellationRun.h"
 #include "standalone/znUtils/CallTrace.h"

@@ -4,8 +4,8 @@
 #include "host/OSGSystem/Drawable.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/CoreMaterial.h"
-#include "standalone/OSGSystem/SubMaterials.h"
+#include "scene/CoreMaterial.h"
+#include "scene/SubMaterials.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "standalone/znVariants/SessionVariants.h"
-#include "standalone/znVariants/VariantTable.h"
+#include "scene/VariantTable.h"
 
 namespace zn
 {

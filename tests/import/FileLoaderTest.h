@@ -4,7 +4,7 @@
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "import/znFileLoaderJob.h"
-#include "standalone/formats/SceneReaders.h"
+#include "files/SceneReaders.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/LoadRecorder.h"
 #include "tests/support/QtPrinters.h"

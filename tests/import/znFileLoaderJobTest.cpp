@@ -2,7 +2,7 @@
 #include "host/OSGSystem/Geometry.h"
 #include "host/znJobProcessing/znJobQueue.h"
 #include "host/znKernelServices/znReferenceService.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "tests/import/FileLoaderTest.h"
 

@@ -4,8 +4,8 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/Mesh.h"
-#include "tests/standalone/OSGSystem/SceneGraphTest.h"
+#include "scene/Mesh.h"
+#include "tests/scene/SceneGraphTest.h"
 
 #include <clocale>
 

@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "loader/znPtxLoaderJob.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "tests/converter/ConverterTest.h"
 
 #include <QFileInfo>

@@ -1,5 +1,5 @@
 #include "host/znKernel/znFileIOHelper.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znKernel/UserInterfaceState.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/loader/LoaderTest.h"

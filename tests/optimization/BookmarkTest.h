@@ -5,7 +5,7 @@
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGUberCamera/znUberCameraPool.h"
 #include "host/znVariants/znVariants.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Tags.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
 #include "tests/optimization/MaterialTest.h"

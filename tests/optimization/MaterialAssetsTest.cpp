@@ -5,7 +5,7 @@
 #include "host/znOpenSGExt/FileInfo.h"
 #include "host/znOpenSGUtils/znDefaultEnvironment.h"
 #include "host/znOpenSGUtils/znNodePtr.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Tags.h"
 #include "standalone/znKernel/ControllerCalls.h"
 #include "standalone/znOpenSGUtils/HelperCalls.h"
 #include "standalone/znOpenSGUtils/MaterialUses.h"

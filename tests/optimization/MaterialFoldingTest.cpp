@@ -1,6 +1,6 @@
 #include "optimization/MaterialFolding.h"
 
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Tags.h"
 #include "tests/optimization/MaterialTest.h"
 
 #include <limits>

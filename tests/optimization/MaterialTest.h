@@ -7,7 +7,7 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/znOpenSGExt/AssetAttachment.h"
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/standalone/session/SessionTest.h"
 

@@ -5,8 +5,8 @@
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
-#include "standalone/OSGSystem/EditAudit.h"
-#include "tests/standalone/OSGSystem/SceneGraphTest.h"
+#include "scene/EditAudit.h"
+#include "tests/scene/SceneGraphTest.h"
 
 using namespace optimization;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "optimization/znPtxTreeOptimizationJob.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Tags.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 #include "tests/support/QtPrinters.h"

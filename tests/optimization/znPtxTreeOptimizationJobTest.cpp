@@ -3,7 +3,7 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
 #include "standalone/znKernel/UserInterfaceState.h"
-#include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "scene/NodeProperties.h"
 #include "tests/optimization/TreeOptimizationTest.h"
 
 namespace

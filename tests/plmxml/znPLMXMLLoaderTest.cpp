@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/StructureText.h"
 #include "tests/standalone/session/SessionTest.h"

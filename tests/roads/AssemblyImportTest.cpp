@@ -1,6 +1,6 @@
 #include "host/OSGSystem/Group.h"
 #include "importer/Importer.h"
-#include "standalone/scenefile/ConvertedTree.h"
+#include "files/scenefile/ConvertedTree.h"
 #include "tests/loader/LoaderTest.h"
 
 #include <QEventLoop>

@@ -6,8 +6,8 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "importer/SceneText.h"
-#include "standalone/OSGSystem/MatrixMath.h"
-#include "standalone/OSGSystem/Mesh.h"
+#include "scene/MatrixMath.h"
+#include "scene/Mesh.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QEventLoop>

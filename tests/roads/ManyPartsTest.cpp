@@ -5,8 +5,6 @@
 #include "host/OSGSystem/Transform.h"
 #include "importer/Importer.h"
 #include "importer/SceneText.h"
-#include "importer/znImporter.h"
-#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "tests/support/AssemblyBuilder.h"
 

@@ -10,9 +10,9 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "importer/Importer.h"
 #include "importer/SceneText.h"
-#include "standalone/OSGSystem/Bounds.h"
+#include "scene/Bounds.h"
 #include "tests/standalone/session/SessionTest.h"
-#include "tests/tools/ptxconvert/IgesText.h"
+#include "tests/support/IgesText.h"
 
 #include <QDirIterator>
 #include <QEventLoop>

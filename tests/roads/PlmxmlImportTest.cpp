@@ -1,5 +1,5 @@
 #include "tests/roads/PlmxmlImport.h"
-#include "standalone/scenefile/ConvertedTree.h"
+#include "files/scenefile/ConvertedTree.h"
 
 using namespace znCADFileTypes;
 using testing::ElementsAre;

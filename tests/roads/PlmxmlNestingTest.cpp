@@ -1,9 +1,7 @@
 #include "importer/NestedDocuments.h"
 #include "importer/SceneText.h"
-#include "standalone/formats/SceneReaders.h"
-#include "standalone/znKernel/FrontState.h"
+#include "files/SceneReaders.h"
 #include "standalone/znKernel/UserInterfaceState.h"
-#include "tests/importer/PlmxmlImport.h"
 #include "tests/roads/PlmxmlImport.h"
 
 using namespace znCADFileTypes;

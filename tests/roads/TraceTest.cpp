@@ -2,7 +2,7 @@
 
 #include "host/znUtils/znFile.h"
 #include "importer/Importer.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 

@@ -1,6 +1,6 @@
 #include "tests/support/AssemblyBuilder.h"
 
-#include "tests/tools/ptxconvert/StepText.h"
+#include "tests/support/StepText.h"
 
 #include <cstdio>
 #include <fstream>

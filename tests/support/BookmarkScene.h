@@ -6,8 +6,8 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
-#include "standalone/OSGSystem/Mesh.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Mesh.h"
+#include "scene/Tags.h"
 
 #include <memory>
 #include <string>

@@ -1,10 +1,10 @@
 #include "tools/ptxconvert/ReaderTable.h"
 
-#include "tools/ptxconvert/readers/brep/BrepReader.h"
-#include "tools/ptxconvert/readers/iges/IgesReader.h"
-#include "tools/ptxconvert/readers/jt/JtReader.h"
-#include "tools/ptxconvert/readers/step/StepReader.h"
-#include "tools/ptxconvert/readers/stl/StlReader.h"
+#include "ptx/readers/brep/BrepReader.h"
+#include "ptx/readers/iges/IgesReader.h"
+#include "ptx/readers/jt/JtReader.h"
+#include "ptx/readers/step/StepReader.h"
+#include "ptx/readers/stl/StlReader.h"
 
 #include <array>
 

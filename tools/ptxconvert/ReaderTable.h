@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/ptxconvert/readers/Reader.h"
+#include "ptx/readers/Reader.h"
 
 namespace ptx
 {

@@ -1,6 +1,6 @@
 #include "tools/ptxconvert/ReaderTable.h"
-#include "tools/ptxconvert/conversion/Conversion.h"
-#include "tools/ptxconvert/kernel/OcctVersion.h"
+#include "ptx/conversion/Conversion.h"
+#include "ptx/occt/OcctVersion.h"
 
 #include <clocale>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "tools/ptxconvert/tessellation/Tessellation.h"
+#include "ptx/tessellation/Tessellation.h"
 
 #include <clocale>
 #include <cstdio>

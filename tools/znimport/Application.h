@@ -2,9 +2,6 @@
 
 #include "importer/Importer.h"
 #include "importer/cluster/ClusterImport.h"
-#include "importer/cluster/znClusterImport.h"
-#include "importer/znImporter.h"
-#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tools/znimport/CommandLine.h"

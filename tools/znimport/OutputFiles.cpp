@@ -1,18 +1,15 @@
 #include "tools/znimport/OutputFiles.h"
 
-#include "standalone/export/GlbWriter.h"
+#include "files/glb/GlbWriter.h"
 #include "standalone/loading/SceneExtras.h"
-#include "standalone/render/Snapshot.h"
-#include "standalone/scenefile/SceneFile.h"
-#include "standalone/session/SceneExtras.h"
+#include "render/Snapshot.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/znVariants/VariantSets.h"
-#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "tools/znimport/KeptLook.h"
 #include "tools/znimport/VariantFileNames.h"
 #include "tools/znimport/VariantSelection.h"
-#include "tools/znimport/Variants.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,8 +1,6 @@
 #include "tools/znimport/SelfCheck.h"
 
 #include "importer/Importer.h"
-#include "importer/znImporter.h"
-#include "standalone/startup/znStandaloneSession.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znUtils/InstalledProgram.h"

@@ -4,7 +4,7 @@
 #include "cad/xml/CADRepresentation.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znKernel/MessageModules.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/TableStructure.h"

@@ -1,6 +1,6 @@
 #include "cad/visualization/CADNodeRecord.h"
 
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/cad/visualization/TableStructure.h"
 #include "tests/standalone/session/SessionTest.h"
 

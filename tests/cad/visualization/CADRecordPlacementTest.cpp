@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/ComponentTransform.h"
 #include "host/OSGSystem/Transform3D.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/session/SessionTest.h"
 
 #include <cmath>

@@ -4,7 +4,7 @@
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/MaterialPool.h"
 #include "host/znKernel/znScenegraph.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/PLMXMLStructureTest.h"
 

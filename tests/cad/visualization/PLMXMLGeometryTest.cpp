@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/MaterialGroup.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/cad/visualization/PLMXMLStructureTest.h"
 
 namespace HB::Visualization

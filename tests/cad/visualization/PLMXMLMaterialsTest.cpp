@@ -1,6 +1,6 @@
 // What the numbers of a material become in the scene.
 
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/cad/visualization/PLMXMLStructureTest.h"
 
 namespace HB::Visualization

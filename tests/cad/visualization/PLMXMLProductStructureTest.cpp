@@ -4,7 +4,7 @@
 #include "cad/xml/CADPart.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Transform.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/cad/visualization/PLMXMLStructureTest.h"
 
 #include <tinyxml.h>

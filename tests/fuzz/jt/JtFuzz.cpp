@@ -2,11 +2,11 @@
 //
 // ptx_jt_fuzz <a folder for findings> <a folder with real files>
 
-#include "tools/ptxconvert/model/MeshBuilder.h"
-#include "tools/ptxconvert/readers/jt/graph/PropertyElements.h"
-#include "tools/ptxconvert/readers/jt/graph/SceneGraph.h"
-#include "tools/ptxconvert/readers/jt/shapes/Shape.h"
-#include "tools/ptxconvert/readers/jt/shapes/ShapeMesh.h"
+#include "ptx/model/MeshBuilder.h"
+#include "ptx/readers/jt/graph/PropertyElements.h"
+#include "ptx/readers/jt/graph/SceneGraph.h"
+#include "ptx/readers/jt/shapes/Shape.h"
+#include "ptx/readers/jt/shapes/ShapeMesh.h"
 
 #include <cstdlib>
 

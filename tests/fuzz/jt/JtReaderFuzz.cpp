@@ -5,10 +5,10 @@
 //
 // Each input is written to a file: with TMPDIR on a memory disk no slow disk is taken for a slow reader.
 
-#include "standalone/OSGSystem/ContainerRegistry.h"
+#include "scene/ContainerRegistry.h"
 #include "tests/fuzz/jt/UnpackedFile.h"
-#include "tools/ptxconvert/readers/jt/JtReader.h"
-#include "tools/ptxconvert/scene/SceneBuilder.h"
+#include "ptx/readers/jt/JtReader.h"
+#include "ptx/scene/SceneBuilder.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/ptxconvert/readers/jt/container/Segments.h"
+#include "ptx/readers/jt/container/Segments.h"
 
 namespace ptx::jt::container
 {

@@ -2,10 +2,10 @@
 //
 // zn_scenefile_fuzz NEW_FOLDER tests/fuzz/scenefile/corpus tests/standalone/scenefile/golden
 
-#include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/scenefile/ReadScene.h"
-#include "tests/standalone/scenefile/FileBuilder.h"
-#include "tests/standalone/scenefile/TreeWalk.h"
+#include "scene/ContainerRegistry.h"
+#include "files/scenefile/ReadScene.h"
+#include "tests/files/scenefile/FileBuilder.h"
+#include "tests/files/scenefile/TreeWalk.h"
 
 #include <cstdlib>
 

@@ -2,10 +2,10 @@
 //
 // zn_vrml_fuzz -dict=<this folder>/vrml.dict <a folder for findings> <this folder>/corpus
 
-#include "standalone/OSGSystem/ContainerRegistry.h"
-#include "standalone/formats/SceneReaders.h"
-#include "standalone/formats/vrml/VrmlReader.h"
-#include "tests/standalone/scenefile/TreeWalk.h"
+#include "scene/ContainerRegistry.h"
+#include "files/SceneReaders.h"
+#include "files/vrml/VrmlReader.h"
+#include "tests/files/scenefile/TreeWalk.h"
 
 #include <cstdlib>
 

@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 
 #include <QDir>
 #include <QFile>

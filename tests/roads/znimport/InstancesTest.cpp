@@ -2,9 +2,9 @@
 
 #include "host/OSGSystem/Transform3D.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "tests/roads/znimport/ToolRun.h"
-#include "tests/standalone/export/GlbFile.h"
+#include "tests/files/glb/GlbFile.h"
 #include "tests/support/BookmarkScene.h"
 
 namespace

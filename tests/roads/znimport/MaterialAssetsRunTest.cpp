@@ -1,9 +1,9 @@
 // Material assets on the whole road of a converted file.
 
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "tests/roads/znimport/ToolRun.h"
-#include "tests/standalone/export/GlbFile.h"
+#include "tests/files/glb/GlbFile.h"
 #include "tests/support/BookmarkScene.h"
 
 namespace

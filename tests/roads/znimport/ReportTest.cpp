@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 

@@ -1,5 +1,5 @@
-#include "standalone/scenefile/SceneFile.h"
-#include "standalone/znVariants/VariantTable.h"
+#include "files/scenefile/SceneFile.h"
+#include "scene/VariantTable.h"
 #include "tests/gltf-validator/GltfValidator.h"
 #include "tests/support/BookmarkScene.h"
 

@@ -12,10 +12,10 @@
 #include "host/znOpenSGUberCamera/znUberCameraPool.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "host/znVariants/znVariants.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "files/scenefile/SceneFile.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
-#include "standalone/znVariants/VariantTable.h"
+#include "scene/VariantTable.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 

@@ -4,7 +4,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znJobProcessing/znJobQueue.h"
 #include "standalone/znUtils/LogSink.h"
-#include "tests/standalone/scenefile/SceneFileTest.h"
+#include "tests/files/scenefile/SceneFileTest.h"
 #include "tests/standalone/znJobProcessing/TestJobs.h"
 
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include "standalone/znKernel/GeometryImportTransformations.h"
 
 #include "host/znKernel/znFileIO.h"
-#include "standalone/OSGSystem/Bounds.h"
+#include "scene/Bounds.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 
 namespace

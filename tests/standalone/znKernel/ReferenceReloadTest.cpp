@@ -2,9 +2,9 @@
 
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/EditAudit.h"
-#include "standalone/formats/SceneReaders.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "scene/EditAudit.h"
+#include "files/SceneReaders.h"
+#include "files/scenefile/SceneFile.h"
 #include "tests/standalone/session/SessionTest.h"
 
 using testing::ElementsAre;

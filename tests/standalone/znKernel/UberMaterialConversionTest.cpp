@@ -6,7 +6,7 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/znKernel/znFileIO.h"
 #include "host/znOpenSGUberMaterial/UberMaterial.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/session/SessionTest.h"
 
 namespace

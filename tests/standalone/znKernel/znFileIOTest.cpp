@@ -3,9 +3,9 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Transform.h"
-#include "standalone/OSGSystem/EditAudit.h"
-#include "standalone/OSGSystem/Mesh.h"
-#include "standalone/formats/SceneReaders.h"
+#include "scene/EditAudit.h"
+#include "scene/Mesh.h"
+#include "files/SceneReaders.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/LoadRecorder.h"
 

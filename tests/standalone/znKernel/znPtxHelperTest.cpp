@@ -2,7 +2,7 @@
 
 #include "host/znJobProcessing/znJobQueue.h"
 #include "host/znJobProcessing/znProcessJob.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/Tags.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 

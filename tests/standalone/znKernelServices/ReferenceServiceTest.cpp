@@ -4,7 +4,7 @@
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/znKernelServices/znKernelServiceFactory.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/session/SessionTest.h"
 
 namespace

@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/session/SessionTest.h"
 
 namespace

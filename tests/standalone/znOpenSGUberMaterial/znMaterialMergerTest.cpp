@@ -4,7 +4,7 @@
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/SimpleMaterial.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/standalone/session/SessionTest.h"
 

@@ -1,7 +1,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/FileInfo.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/session/SessionTest.h"
 
 namespace

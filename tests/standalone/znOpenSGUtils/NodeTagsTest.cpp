@@ -11,8 +11,8 @@
 #include "host/znOpenSGUtils/znMaterials.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znQRPCUtils/znQRPCConverter.h"
-#include "standalone/OSGSystem/EditAudit.h"
-#include "standalone/OSGSystem/Tags.h"
+#include "scene/EditAudit.h"
+#include "scene/Tags.h"
 #include "standalone/znOpenSGUtils/MaterialUses.h"
 #include "tests/standalone/session/SessionTest.h"
 

@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/Transform.h"
-#include "standalone/OSGSystem/Mesh.h"
+#include "scene/Mesh.h"
 #include "tests/standalone/session/SessionTest.h"
 
 #include <initializer_list>

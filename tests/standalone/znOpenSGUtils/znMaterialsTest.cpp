@@ -8,7 +8,7 @@
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znOpenSGUtils/znOpenSGUtils.h"
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/session/SessionTest.h"
 
 using testing::ElementsAre;

@@ -1,7 +1,7 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 
-#include "standalone/OSGSystem/EditAudit.h"
-#include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "scene/EditAudit.h"
+#include "scene/NodeProperties.h"
 #include "tests/standalone/session/SessionTest.h"
 
 using osg::NodeProperties;

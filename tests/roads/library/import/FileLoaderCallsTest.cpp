@@ -1,5 +1,5 @@
 #include "host/OSGSystem/Geometry.h"
-#include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "scene/NodeProperties.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/import/FileLoaderTest.h"
 

@@ -1,4 +1,4 @@
-#include "standalone/OSGSystem/EditAudit.h"
+#include "scene/EditAudit.h"
 #include "tests/loader/LoaderTest.h"
 
 #include <QMetaMethod>

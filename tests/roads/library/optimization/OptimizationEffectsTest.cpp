@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Edit.h"
 #include "host/znKernel/znScenegraph.h"
-#include "standalone/znOpenSGUtils/NodeProperties.h"
+#include "scene/NodeProperties.h"
 #include "tests/optimization/TreeOptimizationTest.h"
 
 namespace

@@ -3,8 +3,8 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/OSGSystem/Mesh.h"
-#include "standalone/scenefile/SceneFile.h"
+#include "scene/Mesh.h"
+#include "files/scenefile/SceneFile.h"
 #include "tests/cad/visualization/PLMXMLStructureTest.h"
 
 #include <QFileInfo>

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "files/SceneReader.h"
+#include "files/Text.h"
+
+#include <vector>
+
+namespace formats
+{
+
+using files::tr;
+
+/// One run of a reader: what it is asked for, its warnings, and its limits. It fails by `files::Failure`.
+class ReadTask
+{
+public:
+    ReadTask(const QString& path, const ReadOptions& options) : m_path(path), m_options(options) {}
+
+    const QString& path() const { return m_path; }
+    const ReadOptions& options() const { return m_options; }
+
+    /// Ends the run.
+    [[noreturn]] void fail(ErrorCode code, const QString& message, const QString& place = {}) const;
+    [[noreturn]] void fail(const Error& error) const;
+    /// The same because of another file.
+    [[noreturn]] void failIn(const QString& file, ErrorCode code, const QString& message,
+                             const QString& place = {}) const;
+
+    void warn(const QString& message, const QString& place = {}) { warnIn(m_path, message, place); }
+    void warnIn(const QString& file, const QString& message, const QString& place = {});
+    std::vector<Note> warnings() const;
+
+    /// Hold what is about to be made against the limits.
+    void countNodes(std::uint64_t count);
+    void countVertices(std::uint64_t count, const QString& place);
+    void countFileBytes(const QString& file, std::uint64_t count);
+
+private:
+    QString m_path;
+    ReadOptions m_options;
+    std::vector<Note> m_warnings;
+    std::uint64_t m_moreWarnings = 0;
+    std::uint64_t m_nodes = 0;
+    std::uint64_t m_vertices = 0;
+    std::uint64_t m_fileBytes = 0;
+};
+
+/// "line 12"
+QString linePlace(std::uint64_t line);
+
+} // namespace formats

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+#include "files/Expected.h"
+
+#include <QString>
+
+#include <cstdint>
+
+/// Readers of mesh formats: one file in, one tree out.
+///
+/// A tree is in millimetres, right-handed, Z up; colours are display colours. Formats that fix another unit or axis are
+/// brought to that by a transform; formats that fix none come in as they are, unless the options say otherwise. A read
+/// has no state outside its arguments and its result, starts no thread and throws nothing.
+namespace formats
+{
+
+using files::Error;
+using files::ErrorCode;
+using files::Note;
+
+enum class UpAxis { Y, Z };
+
+/// What a file may cost before it is refused. Counts are held against these limits before memory is taken for them.
+struct ReadLimits {
+    std::uint64_t maxFileBytes = (std::uint64_t(1) << 32) - 1; ///< with all files that it refers to
+    std::uint64_t maxNodes = std::uint64_t(1) << 22;
+    /// Of all geometries together. A shared array counts once; where vertices carry more than a position, each array
+    /// counts.
+    std::uint64_t maxVertices = std::uint64_t(1) << 28;
+    std::uint64_t maxDepth = 10'000; ///< of the tree
+};
+
+struct ReadOptions {
+    UpAxis upAxis = UpAxis::Z;       ///< of formats that do not fix it (OBJ, PLY, VRML)
+    double millimetresPerUnit = 1.0; ///< of formats that do not fix it (OBJ, PLY, VRML)
+    /// VRML files mean what their standard says: metres, Y up. Otherwise unit and axis are those above.
+    bool vrmlInMetres = false;
+    ReadLimits limits;
+};
+
+/// The root of what was read: a plain group without a parent and with the count 0, so that the caller takes the first
+/// reference. It bears the name of the file without folder and extension; meshes and transforms hang below it. After a
+/// failure nothing that was made for it is left alive. After a hundred warnings the rest is counted in one.
+using ReadResult = files::Result<osg::NodePtr>;
+
+} // namespace formats

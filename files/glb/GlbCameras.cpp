@@ -1,0 +1,63 @@
+#include "files/glb/GlbCameras.h"
+
+#include "host/OSGSystem/Names.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace glb
+{
+
+namespace
+{
+
+float sensible(float value, float least, float most, float instead)
+{
+    return value > least && value < most ? value : instead;
+}
+
+/// Lengths in the unit of the file.
+struct Lengths {
+    double millimetresPerUnit;
+
+    float operator()(float millimetres, float instead) const
+    {
+        return static_cast<float>(sensible(millimetres, 0, 1e12f, instead) / millimetresPerUnit);
+    }
+};
+
+Json perspective(const osg::UberCamera& camera, const Lengths& length)
+{
+    const float near = length(camera.getNear(), 1);
+    const float degrees = sensible(camera.getFieldOfView(), 0, 180, 45);
+    Json json = {{"yfov", degrees * std::numbers::pi_v<float> / 180}, {"znear", near}};
+    if (const float far = length(camera.getFar(), 0); far > near)
+        json["zfar"] = far;
+    return json;
+}
+
+/// The width is up to the viewer, who knows the shape of the picture; a file has to tell one.
+Json orthographic(const osg::UberCamera& camera, const Lengths& length)
+{
+    const float half = length(camera.getHeight(), 1000) / 2;
+    const float near = length(camera.getNear(), 0);
+    const float far = length(camera.getFar(), 0);
+    return {{"xmag", half}, {"ymag", half}, {"znear", near}, {"zfar", far > near ? far : near + length(1e6f, 0)}};
+}
+
+} // namespace
+
+std::size_t GlbCameras::add(const osg::UberCameraPtr& camera)
+{
+    const bool isParallel = camera->getProjection() == osg::UberCameraBase::Parallel;
+    Json json = {{"type", isParallel ? "orthographic" : "perspective"}};
+    if (isParallel)
+        json["orthographic"] = orthographic(*camera, {m_millimetresPerUnit});
+    else
+        json["perspective"] = perspective(*camera, {m_millimetresPerUnit});
+    if (const char* name = osg::getName(camera))
+        json["name"] = name;
+    return m_list.add(json);
+}
+
+} // namespace glb

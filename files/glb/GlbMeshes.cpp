@@ -1,0 +1,162 @@
+#include "files/glb/GlbMeshes.h"
+
+#include "host/OSGSystem/Names.h"
+#include "scene/ColorSpace.h"
+#include "files/Failure.h"
+#include "files/Text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace glb
+{
+
+namespace
+{
+
+/// Elements of one kind: how many corners each has, and the mode of glTF.
+struct Kind {
+    osg::Buffer<std::uint32_t> osg::Mesh::*indices;
+    std::size_t corners;
+    int mode;
+};
+
+constexpr Kind kinds[] = {{&osg::Mesh::triangles, 3, 4}, {&osg::Mesh::lines, 2, 1}, {&osg::Mesh::points, 1, 0}};
+
+QString nameOf(const osg::GeometryPtr& geometry)
+{
+    const char* name = osg::getName(geometry);
+    return name ? QString::fromUtf8(name) : QString();
+}
+
+bool isFinite(const osg::Vec3f& v)
+{
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+template <class T>
+bool fits(const osg::Buffer<T>& array, const osg::Mesh& mesh)
+{
+    return array.empty() || array.size() == mesh.positions.size();
+}
+
+bool isSound(const osg::Mesh& mesh)
+{
+    const auto isSoundKind = [&mesh](const Kind& kind) {
+        const osg::Buffer<std::uint32_t>& indices = mesh.*kind.indices;
+        return indices.size() % kind.corners == 0 &&
+               std::all_of(indices.begin(), indices.end(),
+                           [&](std::uint32_t index) { return index < mesh.positions.size(); });
+    };
+    return fits(mesh.normals, mesh) && fits(mesh.texCoords, mesh) && fits(mesh.colors, mesh) &&
+           fits(mesh.occlusion, mesh) && std::all_of(std::begin(kinds), std::end(kinds), isSoundKind);
+}
+
+/// The elements of which all corners are somewhere.
+std::vector<std::uint32_t> placedElements(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
+                                          const osg::Buffer<osg::Vec3f>& positions)
+{
+    std::vector<std::uint32_t> result;
+    for (std::size_t i = 0; i + corners <= indices.size(); i += corners)
+        if (std::all_of(&indices[i], &indices[i] + corners,
+                        [&](std::uint32_t index) { return isFinite(positions[index]); }))
+            result.insert(result.end(), &indices[i], &indices[i] + corners);
+    return result;
+}
+
+/// The vertex colours of `mesh`, or white where it has none, less light where less of the sky is seen.
+osg::Buffer<osg::Color4f> darkened(const osg::Mesh& mesh)
+{
+    std::vector<osg::Color4f> colors(mesh.colors.begin(), mesh.colors.end());
+    colors.resize(mesh.occlusion.size(), {1, 1, 1, 1});
+    const auto darken = [](float& color, float light) {
+        color = osg::displayFromLinear(osg::linearFromDisplay(color) * light);
+    };
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        darken(colors[i].red, mesh.occlusion[i]);
+        darken(colors[i].green, mesh.occlusion[i]);
+        darken(colors[i].blue, mesh.occlusion[i]);
+    }
+    return colors;
+}
+
+} // namespace
+
+std::optional<std::size_t> GlbMeshes::number(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material)
+{
+    const auto [entry, isNew] = m_numbers.try_emplace({geometry, material});
+    if (isNew)
+        entry->second = add(geometry, material ? material : geometry->getMaterial());
+    return entry->second;
+}
+
+std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material)
+{
+    const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
+    if (!isSound(mesh))
+        throw files::Failure(
+            {{files::tr("the arrays of the mesh '%1' do not fit together").arg(nameOf(geometry)), {}, {}},
+             files::ErrorCode::InvalidMesh});
+    Json primitives;
+    const Json mappings = variantMappings(material);
+    for (const Kind& kind : kinds) {
+        const osg::Buffer<std::uint32_t> indices = drawable(mesh.*kind.indices, kind.corners, mesh);
+        if (indices.empty())
+            continue;
+        Json primitive;
+        primitive["attributes"] = attributes(mesh);
+        primitive["indices"] = m_arrays.indices(indices, mesh.positions.size());
+        primitive["mode"] = kind.mode;
+        primitive["material"] = m_materials.number(material);
+        if (!mappings.empty())
+            primitive["extensions"]["KHR_materials_variants"]["mappings"] = mappings;
+        primitives.push_back(std::move(primitive));
+    }
+    if (primitives.empty())
+        return std::nullopt;
+    Json result;
+    if (const char* name = osg::getName(geometry))
+        result["name"] = name;
+    result["primitives"] = std::move(primitives);
+    return m_list.add(result);
+}
+
+Json GlbMeshes::variantMappings(const osg::MaterialPtr& material)
+{
+    Json result;
+    for (const GlbVariants::Mapping& mapping : m_variants.mappings(material))
+        result.push_back({{"material", m_materials.number(mapping.first)}, {"variants", mapping.second}});
+    m_hasVariants = m_hasVariants || !result.empty();
+    return result;
+}
+
+Json GlbMeshes::attributes(const osg::Mesh& mesh)
+{
+    Json result;
+    result["POSITION"] = m_arrays.positions(mesh.positions);
+    if (!mesh.normals.empty())
+        result["NORMAL"] = m_arrays.normals(mesh.normals);
+    if (!mesh.texCoords.empty())
+        result["TEXCOORD_0"] = m_arrays.texCoords(mesh.texCoords);
+    if (m_options.occlusionAsColors && !mesh.occlusion.empty())
+        result["COLOR_0"] = m_arrays.colors(darkened(mesh));
+    else if (!mesh.colors.empty())
+        result["COLOR_0"] = m_arrays.colors(mesh.colors);
+    return result;
+}
+
+/// `indices` without the elements that are nowhere, which a mesh may have but a file may not.
+osg::Buffer<std::uint32_t> GlbMeshes::drawable(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
+                                               const osg::Mesh& mesh)
+{
+    const bool isPlaced = std::all_of(indices.begin(), indices.end(),
+                                      [&](std::uint32_t index) { return isFinite(mesh.positions[index]); });
+    if (isPlaced)
+        return indices;
+    std::vector<std::uint32_t> placed = placedElements(indices, corners, mesh.positions);
+    m_warnings << files::tr("%1 elements of a mesh without finite positions were left out")
+                      .arg(static_cast<qulonglong>((indices.size() - placed.size()) / corners));
+    return placed;
+}
+
+} // namespace glb

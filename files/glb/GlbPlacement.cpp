@@ -1,0 +1,82 @@
+#include "files/glb/GlbPlacement.h"
+
+#include "scene/MatrixMath.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace glb
+{
+
+namespace
+{
+
+/// How far a matrix may be from what rotation and scale make of it. glTF demands that it is no more than rounding, and
+/// validators have a fixed measure for that.
+constexpr float maxDeviation = 1e-5f;
+/// The share of its longest axis below which an axis counts as flat.
+constexpr float flatness = 1e-6f;
+
+/// True when `matrix` is told by rotation and scale, up to rounding, and can be turned back.
+bool isPlain(const osg::Matrix& matrix, const osg::Components& parts)
+{
+    if (parts.scaleOrientation != osg::Quaternion())
+        return false;
+    const auto [least, most] = std::minmax({std::abs(parts.scale.x), std::abs(parts.scale.y), std::abs(parts.scale.z)});
+    const osg::Matrix told = osg::composed(parts);
+    return least > flatness * most && std::equal(matrix.values.begin(), matrix.values.end(), told.values.begin(),
+                                                 [](float a, float b) { return std::abs(a - b) <= maxDeviation; });
+}
+
+Json listOf(const osg::Vec3f& v)
+{
+    return {v.x, v.y, v.z};
+}
+
+Json listOf(const osg::Quaternion& q)
+{
+    return {q.x, q.y, q.z, q.w};
+}
+
+osg::Quaternion product(const osg::Quaternion& a, const osg::Quaternion& b)
+{
+    return {a.w * b.x + a.x * b.w + a.y * b.z - a.z * b.y, a.w * b.y - a.x * b.z + a.y * b.w + a.z * b.x,
+            a.w * b.z + a.x * b.y - a.y * b.x + a.z * b.w, a.w * b.w - a.x * b.x - a.y * b.y - a.z * b.z};
+}
+
+osg::Quaternion inverse(const osg::Quaternion& q)
+{
+    return {-q.x, -q.y, -q.z, q.w};
+}
+
+osg::Matrix affine(osg::Matrix matrix)
+{
+    matrix[3] = matrix[7] = matrix[11] = 0;
+    matrix[15] = 1;
+    return matrix;
+}
+
+} // namespace
+
+std::optional<GlbPlacement> placementOf(const osg::Matrix& given)
+{
+    const osg::Matrix matrix = affine(given);
+    if (!std::all_of(matrix.values.begin(), matrix.values.end(), [](float value) { return std::isfinite(value); }))
+        return std::nullopt;
+    GlbPlacement result;
+    if (matrix.isIdentity())
+        return result;
+    const osg::Components parts = osg::decomposed(matrix);
+    if (isPlain(matrix, parts)) {
+        result.outer["matrix"] = matrix.values;
+        return result;
+    }
+    result.outer["translation"] = listOf(parts.translation);
+    result.outer["rotation"] = listOf(product(parts.rotation, parts.scaleOrientation));
+    result.outer["scale"] = listOf(parts.scale);
+    if (parts.scaleOrientation != osg::Quaternion())
+        result.inner["rotation"] = listOf(inverse(parts.scaleOrientation));
+    return result;
+}
+
+} // namespace glb

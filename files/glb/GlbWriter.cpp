@@ -1,0 +1,180 @@
+#include "files/glb/GlbWriter.h"
+
+#include "files/glb/GlbNodes.h"
+#include "files/Failure.h"
+#include "files/OutputFile.h"
+#include "files/Text.h"
+
+#include <QtEndian>
+
+#include <limits>
+#include <new>
+
+namespace glb
+{
+
+namespace
+{
+
+constexpr std::uint32_t magic = 0x46546C67;
+constexpr std::uint32_t version = 2;
+constexpr std::uint32_t jsonChunk = 0x4E4F534A;
+constexpr std::uint32_t binaryChunk = 0x004E4942;
+constexpr std::uint64_t headerSize = 12;
+constexpr std::uint64_t chunkHeaderSize = 8;
+
+/// The members of the document, put together as text. Lists without entries are not allowed.
+class DocumentText
+{
+public:
+    void add(const char* member, const std::string& json)
+    {
+        m_text += m_text.empty() ? "{" : ",";
+        m_text.append("\"").append(member).append("\":").append(json);
+    }
+    void add(const char* member, const JsonList& list)
+    {
+        if (list.size() > 0)
+            add(member, list.text());
+    }
+    /// Filled up to a multiple of four.
+    std::string take()
+    {
+        m_text += '}';
+        m_text.append((4 - m_text.size() % 4) % 4, ' ');
+        return std::move(m_text);
+    }
+
+private:
+    std::string m_text;
+};
+
+void addExtensions(const GlbNodes& nodes, DocumentText& text)
+{
+    Json used = Json::array();
+    if (nodes.meshes().hasVariants()) {
+        used.push_back("KHR_materials_variants");
+        text.add("extensions", textOf({{"KHR_materials_variants", nodes.variants().extension()}}));
+    }
+    if (nodes.hasHidden())
+        used.push_back("KHR_node_visibility");
+    if (!used.empty())
+        text.add("extensionsUsed", textOf(used));
+}
+
+Json assetOf(const WriteOptions& options)
+{
+    const WriteOptions standard;
+    Json asset = {{"version", "2.0"}, {"generator", "znCADImport " ZN_VERSION}};
+    if (options.millimetresPerUnit != standard.millimetresPerUnit)
+        asset["extras"]["metresPerUnit"] = options.millimetresPerUnit / 1000;
+    if (options.upAxis != standard.upAxis)
+        asset["extras"]["upAxis"] = "Z";
+    return asset;
+}
+
+std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
+{
+    const GlbMeshes& meshes = nodes.meshes();
+    DocumentText text;
+    addExtensions(nodes, text);
+    text.add("asset", textOf(assetOf(options)));
+    text.add("scene", "0");
+    text.add("scenes", R"([{"nodes":[0]}])");
+    text.add("nodes", nodes.list());
+    text.add("meshes", meshes.list());
+    text.add("cameras", nodes.cameras().list());
+    text.add("materials", meshes.materials().list());
+    text.add("accessors", meshes.arrays().accessors());
+    text.add("bufferViews", meshes.arrays().views());
+    if (meshes.arrays().size() > 0)
+        text.add("buffers", textOf(Json::array({{{"byteLength", meshes.arrays().size()}}})));
+    return text.take();
+}
+
+std::uint64_t fileSize(const std::string& document, std::uint64_t binarySize)
+{
+    return headerSize + chunkHeaderSize + document.size() + (binarySize > 0 ? chunkHeaderSize + binarySize : 0);
+}
+
+void writeNumber(files::OutputFile& output, std::uint32_t number)
+{
+    const std::uint32_t bytes = qToLittleEndian(number);
+    output.write(&bytes, sizeof(bytes));
+}
+
+void writeChunkHeader(files::OutputFile& output, std::uint32_t type, std::uint64_t size)
+{
+    writeNumber(output, static_cast<std::uint32_t>(size));
+    writeNumber(output, type);
+}
+
+files::Error errorOf(files::ErrorCode code, const QString& message)
+{
+    return {{message, {}, {}}, code};
+}
+
+/// The size of the file.
+files::Expected<std::uint64_t> writeFile(const std::string& document, const GlbArrays& arrays, const QString& path)
+{
+    const std::uint64_t size = fileSize(document, arrays.size());
+    if (size > std::numeric_limits<std::uint32_t>::max())
+        return errorOf(files::ErrorCode::TooLarge,
+                       files::tr("the file would have %1 bytes; a binary glTF file can have 4294967295")
+                           .arg(static_cast<qulonglong>(size)));
+    files::OutputFile output(path);
+    writeNumber(output, magic);
+    writeNumber(output, version);
+    writeNumber(output, static_cast<std::uint32_t>(size));
+    writeChunkHeader(output, jsonChunk, document.size());
+    output.write(document.data(), document.size());
+    if (arrays.size() > 0) {
+        writeChunkHeader(output, binaryChunk, arrays.size());
+        arrays.write(output);
+    }
+    if (const files::Expected<void> complete = output.commit(); !complete)
+        return complete.error();
+    return size;
+}
+
+std::vector<files::Note> notesOf(const QStringList& texts, const QString& path)
+{
+    std::vector<files::Note> notes;
+    for (const QString& text : texts)
+        notes.push_back({text, path, {}});
+    return notes;
+}
+
+files::Result<Written> written(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
+{
+    if (!root)
+        return errorOf(files::ErrorCode::NothingToWrite, files::tr("there is no tree to write"));
+    const GlbNodes nodes(root, options);
+    const files::Expected<std::uint64_t> bytes = writeFile(documentOf(nodes, options), nodes.meshes().arrays(), path);
+    if (!bytes)
+        return bytes.error();
+    return {Written{bytes.value(), nodes.list().size(), nodes.meshes().list().size()}, notesOf(nodes.warnings(), path)};
+}
+
+files::Result<Written> writtenOrError(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
+{
+    try {
+        return written(root, path, options);
+    } catch (const files::Failure& failure) {
+        return failure.error();
+    } catch (const std::bad_alloc&) {
+        return errorOf(files::ErrorCode::OutOfMemory, files::tr("there is not enough memory to write the file"));
+    }
+}
+
+} // namespace
+
+files::Result<Written> write(const osg::NodePtr& root, const QString& path, const WriteOptions& options)
+{
+    files::Result<Written> result = writtenOrError(root, path, options);
+    if (!result)
+        result.error().file = path;
+    return result;
+}
+
+} // namespace glb

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "host/OSGSystem/Node.h"
+#include "files/Expected.h"
+
+#include <QString>
+
+#include <cstdint>
+
+/// Writes trees as binary glTF 2.0 files.
+///
+/// The file is in metres and Y up, as glTF asks, unless the options say otherwise: one matrix at its top node turns
+/// millimetres and Z up into that, and no vertex changes. A file of another unit or axis tells it in `asset.extras` as
+/// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that
+/// geometries share are written once. Materials become metallic-roughness ones that are no metal. Display colours become
+/// linear ones, normals unit vectors. Lines and points become primitives of their own modes.
+///
+/// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
+/// `extras.variantSets` of the top node tells groups and viewpoints, and `extras.variants` of a node the sets that show
+/// (true) or hide it. Cameras become cameras, each in a node below its own.
+///
+/// Inactive nodes are left out with what hangs below them, but those that a variant shows or hides, which are marked by
+/// `KHR_node_visibility`. A reference whose content is not loaded becomes an empty
+/// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
+/// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
+namespace glb
+{
+
+/// The axis of a file that points up.
+enum class UpAxis {
+    Y, ///< as glTF asks
+    Z  ///< as CAD data has it
+};
+
+/// How to write.
+struct WriteOptions {
+    /// The length unit of the file. glTF asks for metres; whoever reads a file of another unit has to know it.
+    double millimetresPerUnit = 1000;
+    /// The axis that points up in the file. glTF asks for Y.
+    UpAxis upAxis = UpAxis::Y;
+    /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
+    bool occlusionAsColors = false;
+};
+
+/// Numbers of a complete file.
+struct Written {
+    std::uint64_t bytes = 0;  ///< the size of the file
+    std::uint64_t nodes = 0;  ///< nodes in the file
+    std::uint64_t meshes = 0; ///< meshes in the file, a shared one counted once
+};
+
+/// Writes `root` and what hangs below it to `path`. What stood there before is replaced at one stroke when the new file
+/// is complete; on failure it stays as it was and nothing new is left in the folder. Throws nothing. The warnings tell
+/// what is not in the file as it is in the tree.
+files::Result<Written> write(const osg::NodePtr& root, const QString& path, const WriteOptions& options = {});
+
+} // namespace glb

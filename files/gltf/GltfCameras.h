@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/znOpenSGUberCamera/UberCamera.h"
+#include "files/ReadTask.h"
+
+#include <nlohmann/json.hpp>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace formats
+{
+
+/// A lens of a document; lengths in metres, as the document has them.
+struct GltfCamera {
+    std::string name;
+    bool isPerspective = true;
+    double angle = 0;  ///< of a perspective: radians from the lower to the upper edge
+    double height = 0; ///< otherwise: from the lower to the upper edge
+    double near = 0;
+    double far = 0; ///< 0: there is no end
+};
+
+/// The cameras of the document, in its order. One whose numbers no camera can have is left out with a warning and leaves
+/// its place empty.
+std::vector<std::optional<GltfCamera>> readCameras(const nlohmann::json& document, ReadTask& task);
+
+/// A camera core with this lens, in millimetres.
+osg::UberCameraPtr makeCamera(const GltfCamera& camera);
+
+} // namespace formats

@@ -1,0 +1,225 @@
+#include "files/gltf/GltfDocument.h"
+
+#include "files/gltf/GltfFrame.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <map>
+
+namespace formats
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+/// Parsers of what is in the document go down by recursion.
+constexpr int maxJsonDepth = 64;
+
+/// Members of the document that the parser need not see, as they are not read or read here.
+constexpr std::array<std::string_view, 7> unread = {"images", "textures", "samplers", "animations",
+                                                    "skins",  "cameras",  "buffers"};
+
+/// Extensions that change nothing in what is read, or that are read.
+constexpr std::array<std::string_view, 9> requirable = {
+    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu",  "EXT_texture_webp",     "EXT_texture_avif",
+    "MSFT_texture_dds",      "KHR_xmp_json_ld",       "KHR_lights_punctual", "KHR_animation_pointer"};
+
+QString textOf(const std::string& utf8)
+{
+    return QString::fromStdString(utf8);
+}
+
+/// The JSON text as a tree without extras, which are free to be anything.
+Json parseJson(std::string_view text, const ReadTask& task)
+{
+    const auto filter = [&](int depth, Json::parse_event_t event, Json& value) {
+        if (depth > maxJsonDepth)
+            task.fail(ErrorCode::Damaged, tr("the JSON text is nested too deeply"));
+        return event != Json::parse_event_t::key || value != "extras";
+    };
+    try {
+        return Json::parse(text, filter);
+    } catch (const Json::parse_error& error) {
+        // The library puts its own name in brackets in front.
+        task.fail(ErrorCode::Damaged, QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1),
+                  tr("byte %1").arg(static_cast<qulonglong>(error.byte)));
+    }
+}
+
+void checkVersion(const Json& json, const ReadTask& task)
+{
+    const Json::json_pointer place("/asset/version");
+    if (!json.is_object() || !json.contains(place) || !json.at(place).is_string())
+        task.fail(ErrorCode::Damaged, tr("this is no glTF: it does not tell its version"),
+                  QStringLiteral("/asset/version"));
+    const std::string version = json.at(place).get<std::string>();
+    if (!version.starts_with("2."))
+        task.fail(ErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(textOf(version)));
+}
+
+bool canRequire(const std::string& extension)
+{
+    return extension.starts_with("KHR_materials_") ||
+           std::find(requirable.begin(), requirable.end(), extension) != requirable.end();
+}
+
+void checkExtensions(const Json& json, const ReadTask& task)
+{
+    const auto required = json.find("extensionsRequired");
+    if (required == json.end())
+        return;
+    for (const Json& name : *required)
+        if (name.is_string() && !canRequire(name.get<std::string>()))
+            task.fail(ErrorCode::Unsupported,
+                      tr("the file requires the extension %1, which this program does not have")
+                          .arg(textOf(name.get<std::string>())),
+                      QStringLiteral("/extensionsRequired"));
+}
+
+/// Finds the bytes of buffers.
+class BufferSource
+{
+public:
+    BufferSource(ReadTask& task, const FileBytes& file, std::string_view binary)
+        : m_task(task), m_file(file), m_binary(binary)
+    {
+    }
+
+    std::vector<GltfBuffer> all(const Json& json);
+
+private:
+    GltfBuffer at(const Json& buffer, std::size_t index);
+    GltfBuffer fromUri(const std::string& uri, const QString& place);
+    GltfBuffer decoded(std::string_view uri, const QString& place);
+    GltfBuffer fromFile(const QString& path);
+
+    ReadTask& m_task;
+    const FileBytes& m_file;
+    std::string_view m_binary;
+    std::map<QString, FileBytes> m_files;
+};
+
+std::vector<GltfBuffer> BufferSource::all(const Json& json)
+{
+    std::vector<GltfBuffer> buffers;
+    const auto list = json.find("buffers");
+    for (std::size_t i = 0; list != json.end() && i < list->size(); ++i)
+        buffers.push_back(at((*list)[i], i));
+    return buffers;
+}
+
+GltfBuffer BufferSource::at(const Json& buffer, std::size_t index)
+{
+    const QString place = QStringLiteral("/buffers/%1").arg(static_cast<qulonglong>(index));
+    const bool isSound =
+        buffer.is_object() && buffer.contains("byteLength") && buffer["byteLength"].is_number_unsigned();
+    if (!isSound)
+        m_task.fail(ErrorCode::Damaged, tr("a buffer does not tell its length"), place);
+    GltfBuffer result;
+    if (buffer.contains("uri") && buffer["uri"].is_string())
+        result = fromUri(buffer["uri"].get_ref<const std::string&>(), place);
+    else if (index == 0)
+        result = {m_file.owner, reinterpret_cast<const std::byte*>(m_binary.data()), m_binary.size()};
+    const auto length = buffer["byteLength"].get<std::uint64_t>();
+    if (length > result.size)
+        m_task.fail(ErrorCode::Damaged,
+                    tr("a buffer of %1 bytes has only %2")
+                        .arg(static_cast<qulonglong>(length))
+                        .arg(static_cast<qulonglong>(result.size)),
+                    place);
+    result.size = static_cast<std::size_t>(length);
+    return result;
+}
+
+GltfBuffer BufferSource::fromUri(const std::string& uri, const QString& place)
+{
+    if (uri.starts_with("data:"))
+        return decoded(uri, place);
+    if (uri.find("://") != std::string::npos)
+        m_task.fail(ErrorCode::Unsupported, tr("a buffer is not on this computer: %1").arg(textOf(uri)), place);
+    const QString relative = QUrl::fromPercentEncoding(QByteArray::fromStdString(uri));
+    return fromFile(QFileInfo(m_task.path()).dir().filePath(relative));
+}
+
+GltfBuffer BufferSource::decoded(std::string_view uri, const QString& place)
+{
+    constexpr std::string_view marker = ";base64,";
+    const std::size_t start = uri.find(marker);
+    const std::string_view digits = start == std::string_view::npos ? uri : uri.substr(start + marker.size());
+    if (digits.size() > std::size_t(std::numeric_limits<int>::max()))
+        m_task.fail(ErrorCode::LimitExceeded, tr("the data of a buffer are too long within a text"), place);
+    const auto encoded = QByteArray::fromRawData(digits.data(), static_cast<int>(digits.size()));
+    const auto result = QByteArray::fromBase64Encoding(encoded, QByteArray::AbortOnBase64DecodingErrors);
+    if (start == std::string_view::npos || !result)
+        m_task.fail(ErrorCode::Damaged, tr("the data of a buffer are not in base 64"), place);
+    const auto size = static_cast<std::size_t>(result.decoded.size());
+    auto bytes = std::make_shared_for_overwrite<std::byte[]>(size);
+    std::copy_n(reinterpret_cast<const std::byte*>(result.decoded.constData()), size, bytes.get());
+    const std::byte* data = bytes.get();
+    return {std::move(bytes), data, size};
+}
+
+GltfBuffer BufferSource::fromFile(const QString& path)
+{
+    auto known = m_files.find(path);
+    if (known == m_files.end())
+        known = m_files.emplace(path, readFile(m_task, path)).first;
+    const FileBytes& bytes = known->second;
+    return {bytes.owner, bytes.owner.get(), bytes.size};
+}
+
+void warnOfUnread(const Json& json, ReadTask& task)
+{
+    for (const char* member : {"textures", "animations", "skins"})
+        if (const auto list = json.find(member); list != json.end() && !list->empty())
+            task.warn(tr("%1 %2 were left out").arg(static_cast<qulonglong>(list->size())).arg(QLatin1String(member)));
+}
+
+/// What the model is made of, without the members that are not read. A text that is not UTF-8 is mended.
+std::string reducedText(Json json)
+{
+    for (const std::string_view member : unread)
+        json.erase(std::string(member));
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+tinygltf::Model parseModel(const std::string& text, const ReadTask& task)
+{
+    tinygltf::Model model;
+    tinygltf::TinyGLTF parser;
+    std::string error;
+    std::string warning;
+    const bool isSound =
+        parser.LoadASCIIFromString(&model, &error, &warning, text.data(), static_cast<unsigned>(text.size()), {});
+    if (!isSound || !error.empty())
+        task.fail(ErrorCode::Damaged, textOf(error).simplified());
+    return model;
+}
+
+} // namespace
+
+GltfDocument openGltf(ReadTask& task)
+{
+    const FileBytes file = readFile(task, task.path());
+    const GltfFrame frame = splitGltf(file, task);
+    Json json = parseJson(frame.json, task);
+    checkVersion(json, task);
+    checkExtensions(json, task);
+    GltfDocument document;
+    document.buffers = BufferSource(task, file, frame.binary).all(json);
+    warnOfUnread(json, task);
+    document.cameras = readCameras(json, task);
+    document.model = parseModel(reducedText(std::move(json)), task);
+    return document;
+}
+
+} // namespace formats

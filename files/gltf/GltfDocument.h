@@ -1,0 +1,31 @@
+#pragma once
+
+#include "files/FileBytes.h"
+#include "files/gltf/GltfCameras.h"
+
+#include <tiny_gltf.h>
+
+#include <vector>
+
+namespace formats
+{
+
+/// The bytes of one glTF buffer, within a file that was read or decoded from the text.
+struct GltfBuffer {
+    std::shared_ptr<const std::byte[]> owner;
+    const std::byte* data = nullptr;
+    std::size_t size = 0;
+};
+
+/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins and animations are empty.
+struct GltfDocument {
+    tinygltf::Model model;
+    std::vector<GltfBuffer> buffers;
+    std::vector<std::optional<GltfCamera>> cameras;
+};
+
+/// Reads the file of `task` and the buffers that it refers to, none of them twice. Fails through `task` when the frame,
+/// the JSON text or a buffer is damaged, or when the document requires an extension that this reader does not have.
+GltfDocument openGltf(ReadTask& task);
+
+} // namespace formats

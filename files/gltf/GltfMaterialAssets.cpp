@@ -1,0 +1,85 @@
+#include "files/gltf/GltfMaterialAssets.h"
+
+#include "files/Failure.h"
+#include "files/gltf/GltfDocument.h"
+#include "files/gltf/GltfFrame.h"
+#include "files/gltf/GltfMaterials.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <new>
+
+namespace formats
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+/// What is nested deeper is left out.
+constexpr int maxJsonDepth = 64;
+
+/// The materials of a sound document with their extras, which the model of `openGltf` does not have; null without any.
+Json materialsOf(const QString& path, const ReadOptions& options)
+{
+    ReadTask task(path, options);
+    const FileBytes file = readFile(task, path);
+    const auto filter = [](int depth, Json::parse_event_t event, Json& value) {
+        const bool isOtherMember = depth == 1 && event == Json::parse_event_t::key && value != "materials";
+        return !isOtherMember && depth <= maxJsonDepth;
+    };
+    const Json json = Json::parse(splitGltf(file, task).json, filter, false);
+    return json.is_object() ? json.value("materials", Json()) : Json();
+}
+
+/// Empty when `object` has no text of this name.
+std::string textIn(const Json& object, const char* key)
+{
+    const auto found = object.find(key);
+    return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+MaterialAsset assetOf(const tinygltf::Material& material, const Json& extras)
+{
+    MaterialAsset asset;
+    asset.uuid = textIn(extras, "uuid");
+    asset.name = textIn(extras, "name");
+    if (asset.name.empty())
+        asset.name = material.name;
+    asset.environmentImage = textIn(extras, "environment");
+    asset.look = lookOfMaterial(material);
+    return asset;
+}
+
+std::vector<MaterialAsset> assetsIn(const QString& path, const ReadOptions& options)
+{
+    ReadTask task(path, options);
+    const GltfDocument document = openGltf(task);
+    const Json materials = materialsOf(path, options);
+    std::vector<MaterialAsset> assets;
+    for (std::size_t i = 0; i < std::min(document.model.materials.size(), materials.size()); ++i) {
+        const auto extras = materials[i].find("extras");
+        if (extras == materials[i].end() || !extras->is_object())
+            continue;
+        if (MaterialAsset asset = assetOf(document.model.materials[i], *extras); !asset.uuid.empty())
+            assets.push_back(std::move(asset));
+    }
+    return assets;
+}
+
+} // namespace
+
+files::Expected<std::vector<MaterialAsset>> readMaterialAssets(const QString& path, const ReadOptions& options)
+{
+    try {
+        return assetsIn(path, options);
+    } catch (const files::Failure& failure) {
+        return failure.error();
+    } catch (const std::bad_alloc&) {
+        return Error{{tr("There is not enough memory for the file."), path, {}}, ErrorCode::OutOfMemory};
+    }
+}
+
+} // namespace formats

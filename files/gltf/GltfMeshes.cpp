@@ -1,0 +1,130 @@
+#include "files/gltf/GltfMeshes.h"
+
+#include "files/gltf/GltfMaterials.h"
+#include "files/gltf/GltfModes.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+
+namespace formats
+{
+
+namespace
+{
+
+/// The accessor of an attribute, -1 if there is none.
+int attribute(const tinygltf::Primitive& primitive, const char* name)
+{
+    const auto found = primitive.attributes.find(name);
+    return found == primitive.attributes.end() ? -1 : found->second;
+}
+
+bool isCompressed(const tinygltf::Primitive& primitive)
+{
+    return primitive.extensions.contains("KHR_draco_mesh_compression");
+}
+
+} // namespace
+
+GltfMeshes::GltfMeshes(const GltfDocument& document, ReadTask& task)
+    : m_document(document), m_task(task), m_accessors(document, task)
+{
+}
+
+const GltfMeshes::Geometries& GltfMeshes::geometries(int mesh, const QString& place)
+{
+    const auto [entry, isNew] = m_geometries.try_emplace(mesh);
+    if (!isNew)
+        return entry->second;
+    if (mesh < 0 || static_cast<std::size_t>(mesh) >= m_document.model.meshes.size())
+        m_task.fail(ErrorCode::Damaged, tr("the mesh %1 does not exist").arg(mesh), place);
+    const tinygltf::Mesh& from = m_document.model.meshes[static_cast<std::size_t>(mesh)];
+    for (std::size_t i = 0; i < from.primitives.size(); ++i) {
+        const QString own = QStringLiteral("/meshes/%1/primitives/%2").arg(QString::number(mesh), QString::number(i));
+        osg::Mesh content = meshOf(from.primitives[i], own);
+        if (content.positions.empty())
+            continue;
+        const osg::MaterialPtr look = material(from.primitives[i].material, own);
+        entry->second.emplace_back(makeGeometry(from.name, std::move(content), look));
+    }
+    return entry->second;
+}
+
+osg::Mesh GltfMeshes::meshOf(const tinygltf::Primitive& primitive, const QString& place)
+{
+    osg::Mesh mesh;
+    const int positions = attribute(primitive, "POSITION");
+    if (positions < 0 || m_accessors.count(positions) == 0) {
+        m_task.warn(tr("a primitive without positions was left out"), place);
+        return mesh;
+    }
+    if (isCompressed(primitive))
+        m_task.fail(ErrorCode::Unsupported, tr("this mesh is compressed (KHR_draco_mesh_compression)"), place);
+    if (m_accessors.count(positions) > std::numeric_limits<std::uint32_t>::max())
+        m_task.fail(ErrorCode::LimitExceeded, tr("a primitive has too many vertices"), place);
+    mesh.positions = m_accessors.vectors(positions);
+    addVertexData(primitive, place, mesh);
+    addElements(primitive, place, mesh);
+    return mesh;
+}
+
+void GltfMeshes::addVertexData(const tinygltf::Primitive& primitive, const QString& place, osg::Mesh& mesh)
+{
+    const auto accessorOf = [&](const char* name) {
+        const int accessor = attribute(primitive, name);
+        if (accessor >= 0 && m_accessors.count(accessor) != mesh.positions.size())
+            m_task.fail(ErrorCode::Damaged, tr("the attributes have different lengths"),
+                        place + QStringLiteral("/attributes/") + QLatin1String(name));
+        return accessor;
+    };
+    if (const int normals = accessorOf("NORMAL"); normals >= 0)
+        mesh.normals = m_accessors.vectors(normals);
+    if (const int texCoords = accessorOf("TEXCOORD_0"); texCoords >= 0)
+        mesh.texCoords = m_accessors.texCoords(texCoords);
+    if (const int colors = accessorOf("COLOR_0"); colors >= 0)
+        mesh.colors = m_accessors.colors(colors);
+}
+
+void GltfMeshes::addElements(const tinygltf::Primitive& primitive, const QString& place, osg::Mesh& mesh)
+{
+    const std::size_t corners = gltfCorners(primitive.mode);
+    if (corners == 0)
+        m_task.fail(ErrorCode::Damaged, tr("the mode %1 does not exist").arg(primitive.mode), place);
+    const auto vertices = static_cast<std::uint32_t>(mesh.positions.size());
+    const osg::Buffer<std::uint32_t> indices = elements(primitive, vertices);
+    if (!indices.empty() && *std::max_element(indices.begin(), indices.end()) >= vertices)
+        m_task.fail(ErrorCode::Damaged, tr("an index reaches beyond the %1 vertices").arg(vertices),
+                    place + QStringLiteral("/indices"));
+    (corners == 3 ? mesh.triangles : corners == 2 ? mesh.lines : mesh.points) = indices;
+}
+
+osg::Buffer<std::uint32_t> GltfMeshes::elements(const tinygltf::Primitive& primitive, std::uint32_t vertices)
+{
+    const bool isIndexed = primitive.indices >= 0;
+    const ElementKey key(primitive.indices, isIndexed ? 0 : vertices, primitive.mode);
+    const auto [entry, isNew] = m_elements.try_emplace(key);
+    if (!isNew)
+        return entry->second;
+    if (isIndexed)
+        return entry->second = gltfElements(primitive.mode, m_accessors.indices(primitive.indices));
+    std::vector<std::uint32_t> all(vertices);
+    std::iota(all.begin(), all.end(), 0u);
+    return entry->second = gltfElements(primitive.mode, std::move(all));
+}
+
+osg::MaterialPtr GltfMeshes::material(int index, const QString& place)
+{
+    if (index < 0)
+        return {};
+    if (static_cast<std::size_t>(index) >= m_document.model.materials.size())
+        m_task.fail(ErrorCode::Damaged, tr("the material %1 does not exist").arg(index), place);
+    const auto [entry, isNew] = m_materials.try_emplace(index);
+    if (isNew) {
+        const tinygltf::Material& from = m_document.model.materials[static_cast<std::size_t>(index)];
+        entry->second = makeMaterial(from.name, lookOfMaterial(from));
+    }
+    return entry->second.get();
+}
+
+} // namespace formats

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "files/SceneBuilding.h"
+#include "files/gltf/GltfAccessors.h"
+
+#include <map>
+#include <tuple>
+#include <vector>
+
+namespace formats
+{
+
+/// Makes geometries of the meshes of a document, each once however many nodes use it.
+class GltfMeshes
+{
+public:
+    using Geometries = std::vector<osg::RefPtr<osg::GeometryPtr>>;
+
+    /// `document` and `task` outlive this object.
+    GltfMeshes(const GltfDocument& document, ReadTask& task);
+
+    /// One geometry for each primitive with something to draw. `place` is that of the node that asks.
+    const Geometries& geometries(int mesh, const QString& place);
+
+private:
+    osg::Mesh meshOf(const tinygltf::Primitive& primitive, const QString& place);
+    void addVertexData(const tinygltf::Primitive& primitive, const QString& place, osg::Mesh& mesh);
+    void addElements(const tinygltf::Primitive& primitive, const QString& place, osg::Mesh& mesh);
+    osg::Buffer<std::uint32_t> elements(const tinygltf::Primitive& primitive, std::uint32_t vertices);
+    osg::MaterialPtr material(int index, const QString& place);
+
+    /// Accessor of the indices, number of vertices if there is none, and mode.
+    using ElementKey = std::tuple<int, std::uint32_t, int>;
+
+    const GltfDocument& m_document;
+    ReadTask& m_task;
+    GltfAccessors m_accessors;
+    std::map<int, Geometries> m_geometries;
+    std::map<int, osg::RefPtr<osg::SimpleMaterialPtr>> m_materials;
+    std::map<ElementKey, osg::Buffer<std::uint32_t>> m_elements;
+};
+
+} // namespace formats

@@ -1,0 +1,215 @@
+#include "files/gltf/GltfReader.h"
+
+#include "host/OSGSystem/Names.h"
+#include "scene/MatrixMath.h"
+#include "scene/SceneEdits.h"
+#include "files/SceneBuilding.h"
+#include "files/gltf/GltfMeshes.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace formats
+{
+
+namespace
+{
+
+constexpr double millimetresPerMetre = 1000;
+
+QString nodePlace(int node)
+{
+    return QStringLiteral("/nodes/%1").arg(node);
+}
+
+/// A node of the document whose turn will come.
+struct Step {
+    int node;
+    osg::NodePtr parent;
+    std::uint64_t depth;
+};
+
+/// Builds the nodes of a scene, level by level.
+class GltfTree
+{
+public:
+    GltfTree(const GltfDocument& document, ReadTask& task)
+        : m_model(document.model), m_cameras(document.cameras), m_task(task), m_meshes(document, task),
+          m_seen(document.model.nodes.size())
+    {
+    }
+
+    osg::NodePtr build();
+
+private:
+    std::string sceneName() const;
+    std::vector<int> rootNodes();
+    std::vector<int> nodesWithoutParent() const;
+    const tinygltf::Node& enter(const Step& step);
+    void add(const Step& step);
+    osg::NodePtr makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
+                             const GltfMeshes::Geometries& geometries);
+    osg::Matrix matrixOf(const tinygltf::Node& node, int index) const;
+    void addCamera(const osg::NodePtr& parent, int camera);
+    void addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& core);
+
+    const tinygltf::Model& m_model;
+    const std::vector<std::optional<GltfCamera>>& m_cameras;
+    ReadTask& m_task;
+    GltfMeshes m_meshes;
+    std::vector<bool> m_seen;
+    std::vector<Step> m_queue;
+    bool m_hasGeometry = false;
+};
+
+osg::Vec3f vectorOf(const std::vector<double>& numbers, const osg::Vec3f& otherwise)
+{
+    if (numbers.size() != 3)
+        return otherwise;
+    return {float(numbers[0]), float(numbers[1]), float(numbers[2])};
+}
+
+osg::Quaternion rotationOf(const std::vector<double>& numbers)
+{
+    if (numbers.size() != 4)
+        return {};
+    return {float(numbers[0]), float(numbers[1]), float(numbers[2]), float(numbers[3])};
+}
+
+osg::Matrix matrixFrom(const tinygltf::Node& node)
+{
+    osg::Matrix matrix;
+    if (node.matrix.size() == matrix.values.size())
+        std::transform(node.matrix.begin(), node.matrix.end(), matrix.values.begin(),
+                       [](double number) { return static_cast<float>(number); });
+    else if (!node.translation.empty() || !node.rotation.empty() || !node.scale.empty())
+        matrix = osg::composed(
+            {vectorOf(node.translation, {}), rotationOf(node.rotation), vectorOf(node.scale, {1, 1, 1}), {}});
+    return matrix;
+}
+
+osg::Matrix GltfTree::matrixOf(const tinygltf::Node& node, int index) const
+{
+    const osg::Matrix matrix = matrixFrom(node);
+    if (!std::all_of(matrix.values.begin(), matrix.values.end(), [](float value) { return std::isfinite(value); }))
+        m_task.fail(ErrorCode::Damaged, tr("the transform of this node has no finite numbers"), nodePlace(index));
+    return matrix;
+}
+
+std::string GltfTree::sceneName() const
+{
+    const auto scene = static_cast<std::size_t>(std::max(m_model.defaultScene, 0));
+    return scene < m_model.scenes.size() ? m_model.scenes[scene].name : std::string();
+}
+
+std::vector<int> GltfTree::nodesWithoutParent() const
+{
+    std::vector<bool> isChild(m_model.nodes.size());
+    for (const tinygltf::Node& node : m_model.nodes)
+        for (const int child : node.children)
+            if (child >= 0 && static_cast<std::size_t>(child) < isChild.size())
+                isChild[static_cast<std::size_t>(child)] = true;
+    std::vector<int> result;
+    for (std::size_t i = 0; i < isChild.size(); ++i)
+        if (!isChild[i])
+            result.push_back(static_cast<int>(i));
+    return result;
+}
+
+std::vector<int> GltfTree::rootNodes()
+{
+    if (m_model.scenes.empty())
+        return nodesWithoutParent();
+    const auto scene = static_cast<std::size_t>(std::max(m_model.defaultScene, 0));
+    if (scene >= m_model.scenes.size())
+        m_task.fail(ErrorCode::Damaged, tr("the scene %1 does not exist").arg(m_model.defaultScene),
+                    QStringLiteral("/scene"));
+    if (m_model.scenes.size() > 1)
+        m_task.warn(
+            tr("only the default one of %1 scenes was imported").arg(static_cast<qulonglong>(m_model.scenes.size())));
+    return m_model.scenes[scene].nodes;
+}
+
+/// A node that is met twice is its own ancestor or has two parents; glTF allows neither.
+const tinygltf::Node& GltfTree::enter(const Step& step)
+{
+    if (step.node < 0 || static_cast<std::size_t>(step.node) >= m_seen.size())
+        m_task.fail(ErrorCode::Damaged, tr("this node does not exist"), nodePlace(step.node));
+    if (m_seen[static_cast<std::size_t>(step.node)])
+        m_task.fail(ErrorCode::Damaged, tr("this node hangs below itself or below two others"), nodePlace(step.node));
+    if (step.depth > m_task.options().limits.maxDepth)
+        m_task.fail(ErrorCode::LimitExceeded, tr("the tree is deeper than %1").arg(m_task.options().limits.maxDepth),
+                    nodePlace(step.node));
+    m_seen[static_cast<std::size_t>(step.node)] = true;
+    return m_model.nodes[static_cast<std::size_t>(step.node)];
+}
+
+void GltfTree::add(const Step& step)
+{
+    static const GltfMeshes::Geometries none;
+    const tinygltf::Node& from = enter(step);
+    const GltfMeshes::Geometries& geometries =
+        from.mesh < 0 ? none : m_meshes.geometries(from.mesh, nodePlace(step.node));
+    const osg::Matrix matrix = matrixOf(from, step.node);
+    m_task.countNodes(1 + geometries.size());
+    const osg::NodePtr node = makeNodeFor(from, matrix, geometries);
+    osg::addChild(step.parent, node);
+    addCamera(node, from.camera);
+    for (const int child : from.children)
+        m_queue.push_back({child, node, step.depth + 1});
+    if (from.extensions.contains("EXT_mesh_gpu_instancing"))
+        m_task.warn(tr("the instances of a node were left out"), nodePlace(step.node));
+}
+
+osg::NodePtr GltfTree::makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
+                                   const GltfMeshes::Geometries& geometries)
+{
+    m_hasGeometry = m_hasGeometry || !geometries.empty();
+    if (node.children.empty() && node.camera < 0 && matrix.isIdentity() && geometries.size() == 1)
+        return makeNode(node.name, geometries.front().get());
+    const osg::NodePtr result = matrix.isIdentity() ? makeGroup(node.name) : makeTransform(node.name, matrix);
+    for (const osg::RefPtr<osg::GeometryPtr>& core : geometries)
+        addGeometry(result, core.get());
+    return result;
+}
+
+/// In a node of its own, named after the camera.
+void GltfTree::addCamera(const osg::NodePtr& parent, int camera)
+{
+    const auto index = static_cast<std::size_t>(std::max(camera, 0));
+    if (camera < 0 || index >= m_cameras.size() || !m_cameras[index])
+        return;
+    m_task.countNodes(1);
+    osg::addChild(parent, makeNode(m_cameras[index]->name, makeCamera(*m_cameras[index])));
+}
+
+/// Named after the mesh.
+void GltfTree::addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& core)
+{
+    const char* name = osg::getName(core);
+    osg::addChild(parent, makeNode(name ? name : "", core));
+}
+
+osg::NodePtr GltfTree::build()
+{
+    FreshTree tree(makeGroup({}));
+    const osg::NodePtr place = makeTransform(sceneName(), toMillimetresZUp(millimetresPerMetre, UpAxis::Y));
+    osg::addChild(tree.root(), place);
+    for (const int node : rootNodes())
+        m_queue.push_back({node, place, 3});
+    for (std::size_t i = 0; i < m_queue.size(); ++i)
+        add(Step(m_queue[i]));
+    if (!m_hasGeometry)
+        m_task.fail(ErrorCode::Empty, tr("there is no mesh in the scene of this file"));
+    return tree.take();
+}
+
+} // namespace
+
+osg::NodePtr readGltf(ReadTask& task)
+{
+    const GltfDocument document = openGltf(task);
+    return GltfTree(document, task).build();
+}
+
+} // namespace formats

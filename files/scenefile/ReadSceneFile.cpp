@@ -1,0 +1,43 @@
+#include "files/scenefile/ReadSceneFile.h"
+
+#include "files/scenefile/ReadScene.h"
+#include "files/scenefile/SceneErrors.h"
+
+#include <new>
+
+namespace osg
+{
+
+namespace scenefile
+{
+
+namespace
+{
+
+files::Result<NodePtr> readPath(const QString& path, const SceneFileReadOptions& options)
+{
+    try {
+        files::Expected<SceneBytes> bytes = openBytes(path, options);
+        if (!bytes)
+            return bytes.error();
+        return readScene(std::move(bytes).value(), options);
+    } catch (const std::bad_alloc&) {
+        return outOfMemory();
+    }
+}
+
+} // namespace
+
+} // namespace scenefile
+
+files::Result<NodePtr> readSceneFile(const QString& path, const SceneFileReadOptions& options)
+{
+    files::Result<NodePtr> result = scenefile::readPath(path, options);
+    if (!result)
+        result.error().file = path;
+    for (files::Note& warning : result.warnings)
+        warning.file = path;
+    return result;
+}
+
+} // namespace osg

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "scene/Mesh.h"
+#include "files/vrml/VrmlNodes.h"
+#include "files/vrml/VrmlSource.h"
+
+namespace formats::vrml
+{
+
+/// The mesh of a node that is a geometry; an empty one for other nodes and where nothing could be made, with a warning.
+osg::Mesh meshOf(const Node& geometry, const Source& source);
+
+/// Vectors of the numbers of a node's field.
+std::vector<osg::Vec3f> vectorsOf(std::span<const float> numbers);
+osg::Vec3f vectorOf(std::span<const float> numbers, const osg::Vec3f& otherwise);
+
+} // namespace formats::vrml

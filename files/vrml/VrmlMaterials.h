@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/OSGSystem/SimpleMaterial.h"
+#include "files/vrml/VrmlNodes.h"
+
+#include <map>
+#include <tuple>
+
+namespace formats::vrml
+{
+
+/// What the look of a shape depends on beside its appearance.
+enum class Painted {
+    ByMaterial,
+    ByColors, ///< the colours of the mesh stand instead of the diffuse colour
+    AsLines,  ///< lines and points have the emissive colour
+};
+
+/// The materials of a read; those of one appearance are one.
+class Materials
+{
+public:
+    /// Named after the Material node, or after the Appearance. The path of a texture becomes the tag "texture=PATH".
+    /// Null where there is no material.
+    osg::MaterialPtr get(const Node* appearance, Painted painted);
+
+private:
+    std::map<std::tuple<const Node*, const Node*, Painted>, osg::RefPtr<osg::SimpleMaterialPtr>> m_made;
+};
+
+} // namespace formats::vrml

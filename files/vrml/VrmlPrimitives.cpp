@@ -1,0 +1,141 @@
+#include "files/vrml/VrmlPrimitives.h"
+
+#include "files/vrml/VrmlGeometry.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace formats::vrml
+{
+
+namespace
+{
+
+constexpr std::uint32_t segments = 32;
+constexpr std::uint32_t rings = 16;
+
+/// A point of the outline that turns around the Y axis, with its normal in the same half plane.
+struct Outline {
+    float radius = 0, height = 0;
+    float normalOut = 0, normalUp = 0;
+};
+
+struct Shell {
+    std::vector<osg::Vec3f> positions, normals;
+    std::vector<std::uint32_t> triangles;
+};
+
+void appendTriangle(Shell& shell, std::uint32_t a, std::uint32_t b, std::uint32_t c)
+{
+    shell.triangles.insert(shell.triangles.end(), {a, b, c});
+}
+
+/// The band between two points of an outline, from below to above. A side of radius 0 is a tip.
+void appendBand(Shell& shell, const Outline& below, const Outline& above)
+{
+    const auto first = static_cast<std::uint32_t>(shell.positions.size());
+    for (std::uint32_t i = 0; i <= segments; ++i) {
+        const double angle = 2 * std::numbers::pi * (i % segments) / segments;
+        const auto x = float(std::sin(angle)), z = float(std::cos(angle));
+        for (const Outline& end : {below, above}) {
+            shell.positions.push_back({end.radius * x, end.height, end.radius * z});
+            shell.normals.push_back({end.normalOut * x, end.normalUp, end.normalOut * z});
+        }
+    }
+    for (std::uint32_t i = first; i < first + 2 * segments; i += 2) {
+        if (below.radius > 0)
+            appendTriangle(shell, i, i + 2, i + 1);
+        if (above.radius > 0)
+            appendTriangle(shell, i + 1, i + 2, i + 3);
+    }
+}
+
+void appendBox(Shell& shell, const osg::Vec3f& size)
+{
+    const float half[3] = {size.x / 2, size.y / 2, size.z / 2};
+    for (unsigned axis = 0; axis < 3; ++axis) {
+        for (const float side : {-1.0f, 1.0f}) {
+            const auto first = static_cast<std::uint32_t>(shell.positions.size());
+            for (const auto& [u, v] : {std::pair(-1.0f, -1.0f), {1.0f, -1.0f}, {1.0f, 1.0f}, {-1.0f, 1.0f}}) {
+                float p[3] = {}, n[3] = {};
+                n[axis] = side;
+                p[axis] = side * half[axis];
+                p[(axis + 1) % 3] = u * side * half[(axis + 1) % 3];
+                p[(axis + 2) % 3] = v * half[(axis + 2) % 3];
+                shell.positions.push_back({p[0], p[1], p[2]});
+                shell.normals.push_back({n[0], n[1], n[2]});
+            }
+            appendTriangle(shell, first, first + 1, first + 2);
+            appendTriangle(shell, first, first + 2, first + 3);
+        }
+    }
+}
+
+void appendCone(Shell& shell, const Node& node, float radius, float height)
+{
+    const float slope = std::hypot(radius, height);
+    if (node.flag("side", true))
+        appendBand(shell, {radius, -height / 2, height / slope, radius / slope},
+                   {0, height / 2, height / slope, radius / slope});
+    if (node.flag("bottom", true))
+        appendBand(shell, {0, -height / 2, 0, -1}, {radius, -height / 2, 0, -1});
+}
+
+void appendCylinder(Shell& shell, const Node& node, float radius, float height)
+{
+    if (node.flag("side", true))
+        appendBand(shell, {radius, -height / 2, 1, 0}, {radius, height / 2, 1, 0});
+    if (node.flag("bottom", true))
+        appendBand(shell, {0, -height / 2, 0, -1}, {radius, -height / 2, 0, -1});
+    if (node.flag("top", true))
+        appendBand(shell, {radius, height / 2, 0, 1}, {0, height / 2, 0, 1});
+}
+
+void appendSphere(Shell& shell, float radius)
+{
+    const auto outline = [radius](std::uint32_t ring) {
+        const double angle = std::numbers::pi * (double(ring) / rings - 0.5);
+        const auto out = ring % rings == 0 ? 0.0f : float(std::cos(angle));
+        const auto up = float(std::sin(angle));
+        return Outline{radius * out, radius * up, out, up};
+    };
+    for (std::uint32_t ring = 0; ring < rings; ++ring)
+        appendBand(shell, outline(ring), outline(ring + 1));
+}
+
+Shell shellOf(const Node& node, const Source& source)
+{
+    Shell shell;
+    const osg::Vec3f size = vectorOf(node.floats("size"), {2, 2, 2});
+    const bool isCone = node.kind() == NodeKind::Cone;
+    const float radius = node.number(isCone ? "bottomRadius" : "radius", 1);
+    const float height = node.number("height", 2);
+    const bool isSolid =
+        node.kind() == NodeKind::Box ? size.x > 0 && size.y > 0 && size.z > 0 : radius > 0 && height > 0;
+    if (!isSolid)
+        source.warn(tr("the size of this body is not above 0"), node.offset);
+    else if (node.kind() == NodeKind::Box)
+        appendBox(shell, size);
+    else if (isCone)
+        appendCone(shell, node, radius, height);
+    else if (node.kind() == NodeKind::Cylinder)
+        appendCylinder(shell, node, radius, height);
+    else if (node.kind() == NodeKind::Sphere)
+        appendSphere(shell, radius);
+    return shell;
+}
+
+} // namespace
+
+osg::Mesh primitiveMesh(const Node& node, const Source& source)
+{
+    Shell shell = shellOf(node, source);
+    source.task().countVertices(2 * shell.positions.size(), source.place(node.offset));
+    osg::Mesh mesh;
+    mesh.positions = std::move(shell.positions);
+    mesh.normals = std::move(shell.normals);
+    mesh.triangles = std::move(shell.triangles);
+    return mesh;
+}
+
+} // namespace formats::vrml

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "files/vrml/VrmlLexer.h"
+#include "files/vrml/VrmlNodes.h"
+
+namespace formats::vrml
+{
+
+/// Takes the value of a field that holds no nodes: one value, or for a list several of them in brackets. Fails through
+/// the source of `lexer`.
+Value takeValue(Lexer& lexer, const FieldSpec& spec);
+
+} // namespace formats::vrml

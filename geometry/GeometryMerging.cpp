@@ -1,0 +1,130 @@
+#include "geometry/GeometryMerging.h"
+
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/Material.h"
+#include "scene/Attachments.h"
+#include "scene/ContainerRegistry.h"
+#include "scene/SceneEdits.h"
+#include "scene/GeometryWalk.h"
+#include "geometry/IndexRepair.h"
+#include "geometry/MeshJoining.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace geometry
+{
+
+namespace
+{
+
+/// Children of one node that may become one.
+using Companions = std::vector<osg::NodePtr>;
+/// The ids of the geometries of companions.
+using Signature = std::vector<std::uint32_t>;
+
+bool hasNothingButAName(const osg::AttachmentContainer& container)
+{
+    const osg::AttachmentMap* map = osg::AttachmentAccess::map(container);
+    return !map || std::all_of(map->entries().begin(), map->entries().end(), [](const auto& entry) {
+        return entry.attachment->getType().getId() == osg::NameAttachment::_type.getId();
+    });
+}
+
+bool isMergeable(const osg::NodePtr& node)
+{
+    const osg::GeometryPtr geometry = geometryOf(node);
+    return geometry && geometry->getType().getId() == osg::Geometry::_type.getId() && node->isActive() &&
+           node->getNChildren() == 0 && hasNothingButAName(*node) && hasNothingButAName(*geometry) &&
+           osg::GeometryAccess::mesh(*geometry).primitives.empty() && isSound(osg::GeometryAccess::mesh(*geometry));
+}
+
+Signature signatureOf(const Companions& companions)
+{
+    Signature ids;
+    for (const osg::NodePtr& node : companions)
+        ids.push_back(node->getCore()->getContainerId());
+    return ids;
+}
+
+/// The children of `parent` of one material and one make, several each, in their order.
+std::vector<Companions> companionsBelow(const osg::NodePtr& parent)
+{
+    std::map<std::tuple<osg::Material*, MeshMake>, Companions> byLook;
+    for (unsigned i = 0; i < parent->getNChildren(); ++i) {
+        const osg::NodePtr child = parent->getChild(i);
+        if (!isMergeable(child))
+            continue;
+        const osg::GeometryPtr geometry = geometryOf(child);
+        byLook[{geometry->getMaterial().get(), makeOf(osg::GeometryAccess::mesh(*geometry))}].push_back(child);
+    }
+    std::vector<Companions> several;
+    for (auto& [look, companions] : byLook)
+        if (companions.size() > 1)
+            several.push_back(std::move(companions));
+    return several;
+}
+
+/// Companions by what they are made of, so that the places of one part lie together.
+using Places = std::map<Signature, std::vector<Companions>>;
+
+/// Takes out the nodes whose geometry is used anywhere but in `places`.
+void dropUsedElsewhere(std::vector<Companions>& places)
+{
+    std::map<std::uint32_t, std::size_t> uses;
+    for (const std::uint32_t id : signatureOf(places.front()))
+        ++uses[id];
+    for (Companions& companions : places)
+        std::erase_if(companions, [&](const osg::NodePtr& node) {
+            const std::size_t inEach = uses[node->getCore()->getContainerId()];
+            return inEach > 1 || std::size_t(node->getCore()->getRefCount()) != places.size();
+        });
+}
+
+osg::GeometryPtr mergedGeometry(const Companions& companions)
+{
+    std::vector<std::shared_ptr<const osg::Mesh>> meshes;
+    for (const osg::NodePtr& node : companions)
+        if (auto mesh = osg::GeometryAccess::sharedMesh(*geometryOf(node)))
+            meshes.push_back(std::move(mesh));
+    std::optional<osg::Mesh> mesh = joined(meshes);
+    if (!mesh)
+        return {};
+    const osg::GeometryPtr first = geometryOf(companions.front());
+    const osg::GeometryPtr result(static_cast<osg::Geometry*>(osg::ContainerAccess::copy(*first).get()));
+    osg::exchangeMesh(result, std::make_shared<const osg::Mesh>(*std::move(mesh)));
+    return result;
+}
+
+void replace(const Companions& companions, const osg::GeometryPtr& merged)
+{
+    const osg::NodePtr first = companions.front();
+    const osg::NodePtr parent = first->getParent();
+    osg::exchangeCore(first, merged);
+    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+    for (std::size_t i = 1; i < companions.size(); ++i)
+        parent->subChild(companions[i]);
+    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+}
+
+} // namespace
+
+void mergeGeometry(const osg::NodePtr& root)
+{
+    Places all;
+    for (const osg::NodePtr& node : parentsFirst(root))
+        for (Companions& companions : companionsBelow(node))
+            all[signatureOf(companions)].push_back(std::move(companions));
+    for (auto& [signature, places] : all) {
+        dropUsedElsewhere(places);
+        if (places.front().size() < 2)
+            continue;
+        const osg::GeometryPtr merged = mergedGeometry(places.front());
+        for (const Companions& companions : places)
+            if (merged)
+                replace(companions, merged);
+    }
+}
+
+} // namespace geometry

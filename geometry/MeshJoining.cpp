@@ -1,0 +1,99 @@
+#include "geometry/MeshJoining.h"
+
+#include "scene/BrepPack.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace geometry
+{
+
+namespace
+{
+
+using Meshes = std::span<const std::shared_ptr<const osg::Mesh>>;
+
+template <class T>
+osg::Buffer<T> joinedValues(Meshes meshes, osg::Buffer<T> osg::Mesh::*values)
+{
+    std::vector<T> all;
+    for (const auto& mesh : meshes)
+        all.insert(all.end(), ((*mesh).*values).begin(), ((*mesh).*values).end());
+    return all;
+}
+
+osg::Buffer<std::uint32_t> joinedIndices(Meshes meshes, osg::Buffer<std::uint32_t> osg::Mesh::*indices)
+{
+    std::vector<std::uint32_t> all;
+    std::uint32_t base = 0;
+    for (const auto& mesh : meshes) {
+        for (const std::uint32_t index : (*mesh).*indices)
+            all.push_back(base + index);
+        base += static_cast<std::uint32_t>(mesh->positions.size());
+    }
+    return all;
+}
+
+osg::Buffer<osg::FaceRange> joinedFaces(Meshes meshes)
+{
+    if (std::all_of(meshes.begin(), meshes.end(), [](const auto& mesh) { return mesh->faces.empty(); }))
+        return {};
+    std::vector<osg::FaceRange> all;
+    std::uint32_t base = 0;
+    for (const auto& mesh : meshes) {
+        const auto count = static_cast<std::uint32_t>(mesh->triangles.size() / 3);
+        for (const osg::FaceRange& face : mesh->faces)
+            all.push_back({base + face.first, face.count});
+        if (mesh->faces.empty() && count > 0)
+            all.push_back({base, count});
+        base += count;
+    }
+    return all;
+}
+
+osg::Buffer<std::byte> joinedBreps(Meshes meshes)
+{
+    std::vector<osg::Buffer<std::byte>> all;
+    for (const auto& mesh : meshes)
+        all.push_back(mesh->brep);
+    return osg::packBreps(all);
+}
+
+bool fits(Meshes meshes)
+{
+    std::uint64_t vertices = 0, triangles = 0;
+    for (const auto& mesh : meshes) {
+        vertices += mesh->positions.size();
+        triangles += mesh->triangles.size() / 3;
+    }
+    return std::max(vertices, triangles) < std::numeric_limits<std::uint32_t>::max();
+}
+
+} // namespace
+
+MeshMake makeOf(const osg::Mesh& mesh)
+{
+    return {!mesh.normals.empty(), !mesh.texCoords.empty(), !mesh.colors.empty(), !mesh.occlusion.empty(),
+            !mesh.brep.empty()};
+}
+
+std::optional<osg::Mesh> joined(Meshes meshes)
+{
+    if (!fits(meshes))
+        return std::nullopt;
+    osg::Mesh result;
+    result.positions = joinedValues(meshes, &osg::Mesh::positions);
+    result.normals = joinedValues(meshes, &osg::Mesh::normals);
+    result.texCoords = joinedValues(meshes, &osg::Mesh::texCoords);
+    result.colors = joinedValues(meshes, &osg::Mesh::colors);
+    result.occlusion = joinedValues(meshes, &osg::Mesh::occlusion);
+    result.triangles = joinedIndices(meshes, &osg::Mesh::triangles);
+    result.lines = joinedIndices(meshes, &osg::Mesh::lines);
+    result.points = joinedIndices(meshes, &osg::Mesh::points);
+    result.faces = joinedFaces(meshes);
+    if (!meshes.empty() && !meshes.front()->brep.empty())
+        result.brep = joinedBreps(meshes);
+    return result;
+}
+
+} // namespace geometry

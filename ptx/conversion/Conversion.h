@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ptx/core/CommandLine.h"
+#include "ptx/readers/Reader.h"
+
+namespace ptx
+{
+
+/// Runs the conversion that `line` asks for, by the readers of `formats`, which outlive it: input to scene file, with
+/// progress file and log beside it. A limit, a
+/// request to stop or a fatal signal ends the process from within.
+ExitCode convert(const CommandLine& line, Formats formats);
+
+} // namespace ptx

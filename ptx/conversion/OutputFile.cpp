@@ -1,0 +1,54 @@
+#include "ptx/conversion/OutputFile.h"
+
+#include "files/OutputFile.h"
+#include "files/scenefile/SceneFile.h"
+#include "ptx/core/FileDescriptor.h"
+#include "ptx/core/ProcessEnd.h"
+
+#include <QString>
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+namespace ptx
+{
+
+namespace
+{
+
+Failure cannotWrite(const std::string& path, const std::string& why)
+{
+    return {ExitCode::OutputFailed, "cannot write " + path + ": " + why};
+}
+
+} // namespace
+
+OutputFile::OutputFile(const std::string& path)
+    : m_path(path),
+      m_unfinished(QFile::encodeName(files::OutputFile::unfinishedPath(QString::fromStdString(path))).toStdString())
+{
+}
+
+Trouble OutputFile::prepare() const
+{
+    if (std::filesystem::is_directory(m_path))
+        return cannotWrite(m_path, "it is a folder");
+    if (!FileDescriptor(::open(m_unfinished.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)))
+        return cannotWrite(m_path, std::strerror(errno));
+    ::unlink(m_unfinished.c_str());
+    return std::nullopt;
+}
+
+Trouble OutputFile::write(const osg::NodePtr& root) const
+{
+    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, QString::fromStdString(m_path));
+    if (!result)
+        return cannotWrite(m_path, result.error().message.toStdString());
+    processend::outputStands();
+    return std::nullopt;
+}
+
+} // namespace ptx

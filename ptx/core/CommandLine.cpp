@@ -1,0 +1,191 @@
+#include "ptx/core/CommandLine.h"
+
+#include "protocol/FileNames.h"
+#include "protocol/Options.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace ptx
+{
+
+namespace
+{
+
+namespace option = protocol::option;
+
+/// Those that this program ends with.
+struct CodeText {
+    ExitCode code;
+    const char* text;
+};
+
+constexpr CodeText CodeTexts[] = {
+    {ExitCode::Success, "written"},
+    {ExitCode::WrongUse, "wrong use"},
+    {ExitCode::InputUnreadable, "input unreadable"},
+    {ExitCode::NoExternalParts, "no external parts"},
+    {ExitCode::Unsupported, "format not supported"},
+    {ExitCode::Damaged, "input damaged"},
+    {ExitCode::OutputFailed, "output not written"},
+    {ExitCode::MemoryLimit, "memory limit"},
+    {ExitCode::TimeLimit, "time limit"},
+    {ExitCode::StallLimit, "stall limit"},
+    {ExitCode::Cancelled, "cancelled"},
+    {ExitCode::NothingToImport, "nothing to import"},
+};
+
+Failure wrongUse(const std::string& message)
+{
+    return {ExitCode::WrongUse, message};
+}
+
+std::string absolutePath(const std::string& path)
+{
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+class Parser
+{
+public:
+    explicit Parser(const std::vector<std::string>& arguments) : m_arguments(arguments) {}
+
+    Trouble parse()
+    {
+        while (m_next < m_arguments.size())
+            if (Trouble trouble = take(m_arguments[m_next++]))
+                return trouble;
+        return m_line.task == CommandLine::Task::Convert ? takePaths() : std::nullopt;
+    }
+
+    CommandLine& line() { return m_line; }
+
+private:
+    Trouble take(const std::string& argument)
+    {
+        if (m_optionsEnded || argument.size() < 2 || argument[0] != '-') {
+            m_paths.push_back(argument);
+            return std::nullopt;
+        }
+        return takeOption(argument);
+    }
+
+    Trouble takeOption(const std::string& name)
+    {
+        if (name == "--")
+            m_optionsEnded = true;
+        else if (name == option::ExternalParts)
+            m_line.externalParts = true;
+        else if (name == option::Help)
+            m_line.task = CommandLine::Task::Help;
+        else if (name == option::Version)
+            m_line.task = CommandLine::Task::Version;
+        else if (name == option::HelpSettings)
+            m_line.task = CommandLine::Task::HelpSettings;
+        else if (name == option::Set)
+            return takeSetting();
+        else
+            return wrongUse("unknown option " + name);
+        return std::nullopt;
+    }
+
+    Trouble takeSetting()
+    {
+        if (m_next == m_arguments.size())
+            return wrongUse(std::string(option::Set) + " needs name=value");
+        const std::string& assignment = m_arguments[m_next++];
+        if (const auto wrong = m_line.settings.assign(assignment))
+            return wrongUse(*wrong);
+        m_line.assignments.push_back(assignment);
+        return std::nullopt;
+    }
+
+    Trouble takePaths()
+    {
+        if (m_paths.size() != 2 || m_paths[0].empty() || m_paths[1].empty())
+            return wrongUse("exactly one INPUT and one OUTPUT are needed");
+        m_line.input = absolutePath(m_paths[0]);
+        m_line.output = absolutePath(m_paths[1]);
+        if (m_line.input == m_line.output)
+            return wrongUse("INPUT and OUTPUT are the same file");
+        return std::nullopt;
+    }
+
+    const std::vector<std::string>& m_arguments;
+    std::size_t m_next = 0;
+    bool m_optionsEnded = false;
+    std::vector<std::string> m_paths;
+    CommandLine m_line;
+};
+
+} // namespace
+
+Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments)
+{
+    Parser parser(arguments);
+    if (Trouble trouble = parser.parse())
+        return *trouble;
+    return parser.line();
+}
+
+const std::vector<OptionRow>& optionTable()
+{
+    static const std::vector<OptionRow> table = {
+        {option::ExternalParts, nullptr, "keep references to part files instead of loading them"},
+        {option::Set, "name=value", "change a setting; may be given several times"},
+        {option::HelpSettings, nullptr, "list the settings with their ranges and defaults"},
+        {option::Version, nullptr, "print the versions of this program and its CAD kernel"},
+        {option::Help, nullptr, "print this text"},
+    };
+    return table;
+}
+
+const char* synopsis()
+{
+    return "ptxconvert [--external-parts] [--set name=value]... INPUT OUTPUT";
+}
+
+const char* summary()
+{
+    return "Converts the CAD file INPUT into the scene file OUTPUT.";
+}
+
+std::string filesText()
+{
+    return std::string("Beside OUTPUT it writes OUTPUT") + protocol::ProgressSuffix + " (progress) and OUTPUT" +
+           protocol::LogSuffix + ".\n";
+}
+
+std::string exitCodesText()
+{
+    constexpr std::size_t widest = 104;
+    std::string text;
+    std::string line = "Exit codes:";
+    for (const CodeText& row : CodeTexts) {
+        const std::string item = ' ' + std::to_string(protocol::number(row.code)) + ' ' + row.text + ',';
+        if (line.size() + item.size() > widest) {
+            text += line + '\n';
+            line.clear();
+        }
+        line += line.empty() ? item.substr(1) : item;
+    }
+    return text + line + ' ' + std::to_string(protocol::SignalBase) + " + n fatal signal n.\n";
+}
+
+std::string usageText()
+{
+    constexpr std::size_t column = 19;
+    std::string text = std::string("Usage: ") + synopsis() + '\n' + summary() + "\n\n";
+    for (const OptionRow& row : optionTable()) {
+        std::string words = row.name;
+        if (row.valueName)
+            words += std::string(" ") + row.valueName;
+        words.resize(std::max(column, words.size() + 1), ' ');
+        text += "  " + words + row.help + '\n';
+    }
+    return text + '\n' + filesText() + exitCodesText();
+}
+
+} // namespace ptx

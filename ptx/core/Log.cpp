@@ -1,0 +1,80 @@
+#include "ptx/core/Log.h"
+
+#include "protocol/FileNames.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace ptx
+{
+
+namespace
+{
+
+// Names of a hostile file must not forge lines.
+std::string onOneLine(std::string_view text)
+{
+    std::string result(text);
+    std::replace_if(
+        result.begin(), result.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    return result;
+}
+
+} // namespace
+
+Log::Log(const std::string& path)
+    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666))
+{
+}
+
+void Log::info(std::string_view text)
+{
+    const std::lock_guard lock(m_mutex);
+    line("", text);
+}
+
+void Log::warning(std::string_view text)
+{
+    const std::lock_guard lock(m_mutex);
+    ++m_warnings;
+    if (m_warnings <= MostWarnings)
+        line("Warning: ", text);
+    else if (m_warnings == MostWarnings + 1)
+        line("Warning: ", "further warnings are counted, not listed");
+}
+
+void Log::error(std::string_view text)
+{
+    const std::lock_guard lock(m_mutex);
+    write(protocol::LogErrorMark + onOneLine(text));
+}
+
+int Log::warnings() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_warnings;
+}
+
+double Log::seconds() const
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+}
+
+void Log::line(std::string_view kind, std::string_view text)
+{
+    char time[32];
+    std::snprintf(time, sizeof time, "%9.3f s  ", seconds());
+    write(time + std::string(kind) + onOneLine(text));
+}
+
+void Log::write(const std::string& text)
+{
+    if (!m_file)
+        return;
+    const std::string whole = text + '\n';
+    [[maybe_unused]] const auto written = ::write(m_file.get(), whole.data(), whole.size());
+}
+
+} // namespace ptx

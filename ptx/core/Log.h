@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ptx/core/FileDescriptor.h"
+
+#include <chrono>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+namespace ptx
+{
+
+/// The log of one conversion, for a person. Every line is in the file when the call returns, so that a crash loses
+/// nothing. Any thread may write.
+class Log
+{
+public:
+    /// Warnings beyond this number are counted, not written.
+    static constexpr int MostWarnings = 200;
+
+    /// Starts `path` anew. A file that cannot be opened leaves the log without effect; see `isOpen`.
+    explicit Log(const std::string& path);
+
+    bool isOpen() const { return static_cast<bool>(m_file); }
+    /// For signal handlers, which can do no more than `write`.
+    int descriptor() const { return m_file.get(); }
+
+    void info(std::string_view text);
+    void warning(std::string_view text);
+    /// The reason of a failed run: the line starts with "Error: ", and there is one at most in a log.
+    void error(std::string_view text);
+    int warnings() const;
+    double seconds() const;
+
+private:
+    void line(std::string_view kind, std::string_view text);
+    void write(const std::string& text);
+
+    FileDescriptor m_file;
+    mutable std::mutex m_mutex;
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    int m_warnings = 0;
+};
+
+} // namespace ptx

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ptx/core/Log.h"
+#include "ptx/core/Outcome.h"
+#include "ptx/core/Progress.h"
+
+#include <string>
+
+/// How the process ends when it cannot end by itself. Signals make this one state of the process.
+namespace ptx::processend
+{
+
+/// From now on a fatal signal n ends the process with 128 + n, and SIGTERM, SIGINT and SIGHUP end it at once with 21,
+/// each with a line in the log that names the stage. Both remove `unfinished`, the file that is being written.
+/// `log` and `progress` must live until the process ends.
+void install(const Log& log, const Progress& progress, const std::string& unfinished);
+
+/// The output stands under its name: a request to stop comes too late and is ignored.
+void outputStands();
+
+/// Ends the process from any thread: the reason goes into the log and to standard error, the unfinished file goes.
+[[noreturn]] void end(Log& log, const Failure& failure);
+
+} // namespace ptx::processend

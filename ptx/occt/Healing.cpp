@@ -1,0 +1,45 @@
+#include "ptx/occt/Healing.h"
+
+#include "ptx/occt/MissingPcurves.h"
+#include "ptx/occt/SolidOrientation.h"
+
+#include <Precision.hxx>
+#include <ShapeBuild_ReShape.hxx>
+#include <ShapeFix_Shape.hxx>
+#include <TopExp_Explorer.hxx>
+
+namespace ptx
+{
+
+namespace
+{
+
+// Gaps of files in the wild reach this far; beyond it an edge no longer lies on its face.
+constexpr double LargestTolerance = 1.0;
+
+decltype(ShapeBody::appearances) followed(const ShapeBody& body, ShapeBuild_ReShape& changes)
+{
+    decltype(body.appearances) result;
+    for (decltype(body.appearances)::Iterator it(body.appearances); it.More(); it.Next())
+        for (TopExp_Explorer item(changes.Apply(it.Key()), it.Key().ShapeType()); item.More(); item.Next())
+            result.Bind(item.Current(), it.Value());
+    return result;
+}
+
+} // namespace
+
+void heal(ShapeBody& body, bool inParallel)
+{
+    addMissingPcurves(body.shape, body.precision, inParallel);
+    ShapeFix_Shape fixer(body.shape);
+    fixer.SetPrecision(body.precision);
+    fixer.SetMinTolerance(Precision::Confusion());
+    fixer.SetMaxTolerance(LargestTolerance);
+    const TopoDS_Shape healed = healUnoriented(fixer, body);
+    if (healed.IsNull())
+        return;
+    body.appearances = followed(body, *fixer.Context());
+    body.shape = healed;
+}
+
+} // namespace ptx

@@ -1,0 +1,133 @@
+#include "ptx/occt/MeshExtraction.h"
+
+#include "ptx/occt/meshing/BrepBlob.h"
+#include "ptx/occt/meshing/FaceMesh.h"
+#include "ptx/model/MeshBuilder.h"
+
+#include <BRepAdaptor_Curve.hxx>
+#include <BRep_Builder.hxx>
+#include <BRep_Tool.hxx>
+#include <GCPnts_TangentialDeflection.hxx>
+#include <Standard_Failure.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
+
+#include <map>
+#include <vector>
+
+namespace ptx
+{
+
+namespace
+{
+
+class Extractor
+{
+public:
+    Extractor(const ShapeBody& body, const Tolerance& tolerance, bool keepBrep)
+        : m_body(body), m_tolerance(tolerance), m_keepBrep(keepBrep)
+    {
+    }
+
+    PartResult extract()
+    {
+        for (TopExp_Explorer face(m_body.shape, TopAbs_FACE); face.More(); face.Next())
+            addFace(TopoDS::Face(face.Current()));
+        for (TopExp_Explorer edge(m_body.shape, TopAbs_EDGE, TopAbs_FACE); edge.More(); edge.Next())
+            addEdge(TopoDS::Edge(edge.Current()));
+        for (auto& [appearance, group] : m_groups) {
+            const bool hasMesh = !group.builder.isEmpty();
+            addPiece(appearance, group.builder);
+            if (hasMesh && m_keepBrep)
+                addBrep(group.faces);
+        }
+        for (auto& [appearance, builder] : m_wireBuilders)
+            addPiece(appearance, builder);
+        return std::move(m_result);
+    }
+
+private:
+    int appearanceOf(const TopoDS_Shape& shape) const
+    {
+        const int* known = m_body.appearances.Seek(shape);
+        return known ? *known : NoAppearance;
+    }
+
+    void addFace(const TopoDS_Face& face)
+    {
+        ++m_result.faces;
+        FaceGroup& group = m_groups[appearanceOf(face)];
+        if (!appendFaceMesh(face, group.builder))
+            ++m_result.emptyFaces;
+        else if (m_keepBrep)
+            group.faces.push_back(face);
+    }
+
+    void addEdge(const TopoDS_Edge& edge)
+    {
+        if (BRep_Tool::Degenerated(edge))
+            return;
+        try {
+            BRepAdaptor_Curve curve(edge);
+            appendCurve(GCPnts_TangentialDeflection(curve, m_tolerance.angle, m_tolerance.deviation),
+                        m_wireBuilders[appearanceOf(edge)]);
+        } catch (const Standard_Failure&) {
+            ++m_result.emptyFaces;
+        }
+    }
+
+    static void appendCurve(const GCPnts_TangentialDeflection& points, MeshBuilder& builder)
+    {
+        if (points.NbPoints() < 2 || !builder.hasRoomFor(static_cast<std::size_t>(points.NbPoints())))
+            return;
+        std::uint32_t last = builder.addVertex(toVec3f(points.Value(1).XYZ()));
+        for (int i = 2; i <= points.NbPoints(); ++i) {
+            const std::uint32_t next = builder.addVertex(toVec3f(points.Value(i).XYZ()));
+            builder.addLine(last, next);
+            last = next;
+        }
+    }
+
+    void addPiece(int appearance, MeshBuilder& builder)
+    {
+        m_result.triangles += builder.triangleCount();
+        if (!builder.isEmpty())
+            m_result.body.pieces.push_back({appearance, builder.take()});
+    }
+
+    void addBrep(const std::vector<TopoDS_Face>& faces)
+    {
+        TopoDS_Compound all;
+        BRep_Builder builder;
+        builder.MakeCompound(all);
+        for (const TopoDS_Face& face : faces)
+            builder.Add(all, face);
+        auto mesh = std::make_shared<osg::Mesh>(*m_result.body.pieces.back().mesh);
+        mesh->brep = brepBlob(all);
+        m_result.body.pieces.back().mesh = std::move(mesh);
+    }
+
+    struct FaceGroup {
+        MeshBuilder builder;
+        std::vector<TopoDS_Face> faces; ///< only when their surfaces are kept
+    };
+
+    const ShapeBody& m_body;
+    const Tolerance& m_tolerance;
+    bool m_keepBrep;
+    std::map<int, FaceGroup> m_groups;
+    std::map<int, MeshBuilder> m_wireBuilders; // apart: lines have no normals
+    PartResult m_result;
+};
+
+} // namespace
+
+PartResult extract(const ShapeBody& body, const Tolerance& tolerance, bool keepBrep)
+{
+    return Extractor(body, tolerance, keepBrep).extract();
+}
+
+} // namespace ptx

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "scene/Buffer.h"
+
+#include <cstddef>
+
+class TopoDS_Shape;
+
+namespace ptx
+{
+
+/// The exact surfaces of `shape` as the CAD kernel stores them, without meshes.
+osg::Buffer<std::byte> brepBlob(const TopoDS_Shape& shape);
+
+} // namespace ptx

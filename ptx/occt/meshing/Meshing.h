@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ptx/occt/meshing/Tolerance.h"
+
+#include <cstddef>
+
+class TopoDS_Shape;
+
+namespace ptx
+{
+
+/// Gives every face of `shape` a mesh within `tolerance`, on several threads when `inParallel` says so. A mesh that the
+/// shape bears already is dropped. Exceptions of the kernel pass through.
+void tessellate(const TopoDS_Shape& shape, const Tolerance& tolerance, bool inParallel);
+
+/// Triangles that the faces of `shape` bear.
+std::size_t triangleCount(const TopoDS_Shape& shape);
+
+} // namespace ptx

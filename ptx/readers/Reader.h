@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ptx/core/Outcome.h"
+#include "ptx/model/Job.h"
+#include "ptx/model/Model.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace ptx
+{
+
+/// How far the beginning of a file speaks for a format.
+enum class Match {
+    No,
+    Possible, ///< enough when the extension says the same
+    Certain
+};
+
+/// One format that can be read. Adding a format is a folder with its reader and a row in the program's ReaderTable.cpp.
+struct Format {
+    const char* name;                        ///< for a person
+    std::span<const char* const> extensions; ///< lower case, without the dot
+    /// Whether a file that begins with `head` (up to 64 kB) and is `size` bytes long is of this format.
+    Match (*probe)(std::string_view head, std::uint64_t size);
+    /// Reads the whole file and makes its meshes. A file without any geometry is a failure with its cause.
+    Outcome<Model> (*read)(const Job& job);
+    /// Whether the file may name parts in other files, by a cheap look; null when no file of the format does: it is
+    /// there for the extensions of which `protocol::mayNamePartFiles` holds.
+    bool (*refersToParts)(const std::string& path) = nullptr;
+};
+
+/// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as it
+/// knows, and none decides it otherwise.
+inline Trouble requireExternalParts(bool wanted, bool namesParts)
+{
+    if (!wanted || namesParts)
+        return std::nullopt;
+    return Failure{ExitCode::NoExternalParts, "the file names no part in another file"};
+}
+
+/// The formats of a program, in the order in which they are probed.
+using Formats = std::span<const Format>;
+
+} // namespace ptx

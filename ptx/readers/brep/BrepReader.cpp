@@ -1,0 +1,86 @@
+#include "ptx/readers/brep/BrepReader.h"
+
+#include "protocol/Formats.h"
+#include "ptx/core/TimedProgress.h"
+#include "ptx/occt/OcctGuard.h"
+#include "ptx/occt/OcctSetup.h"
+#include "ptx/occt/PartMesher.h"
+#include "ptx/occt/meshing/ShapeQueries.h"
+
+#include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
+#include <BinTools.hxx>
+
+#include <filesystem>
+#include <fstream>
+
+namespace ptx::brep
+{
+
+namespace
+{
+
+constexpr std::string_view TextMark = "CASCADE Topology V";
+constexpr std::string_view BinaryMark = "Open CASCADE Topology V";
+constexpr std::size_t MarkWithin = 256;
+constexpr double SecondsPerMegabyte = 0.1;
+
+bool isBinary(std::string_view head)
+{
+    return head.substr(0, MarkWithin).find(BinaryMark) != std::string_view::npos;
+}
+
+Match probe(std::string_view head, std::uint64_t)
+{
+    return head.substr(0, MarkWithin).find(TextMark) != std::string_view::npos ? Match::Certain : Match::No;
+}
+
+Trouble readShape(const Job& job, TopoDS_Shape& shape)
+{
+    const TimedProgress timedProgress(job.progress, 0,
+                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    std::ifstream stream(job.input, std::ios::binary);
+    char mark[MarkWithin] = {};
+    stream.read(mark, MarkWithin);
+    const bool binary = isBinary({mark, static_cast<std::size_t>(stream.gcount())});
+    stream.clear();
+    stream.seekg(0);
+    if (binary)
+        BinTools::Read(shape, stream);
+    else
+        BRepTools::Read(shape, stream, BRep_Builder());
+    if (shape.IsNull())
+        return Failure{ExitCode::Damaged, "the BREP file is cut off or damaged"};
+    return std::nullopt;
+}
+
+Outcome<Model> readBrep(const Job& job)
+{
+    setUpOcct();
+    job.progress.begin(Stage::ReadAndProcess);
+    std::vector<ShapeBody> shapes(1);
+    if (Trouble trouble = guarded("reading the BREP file", [&] { return readShape(job, shapes[0].shape); }))
+        return *trouble;
+    shapes[0].name = std::filesystem::path(job.input).stem().string();
+    Model model;
+    model.products.push_back({shapes[0].name, {}, 0, NoAppearance, {}, {}});
+    model.roots.emplace_back();
+    if (!hasGeometry(shapes[0].shape))
+        return Failure{ExitCode::NothingToImport, "the file is a BREP file, but its shape has no faces or edges"};
+    Outcome<std::vector<Body>> bodies = meshParts(std::move(shapes), job);
+    if (!bodies)
+        return bodies.failure();
+    model.bodies = std::move(bodies.value());
+    return model;
+}
+
+constexpr Format Row = {protocol::format::Brep.name, protocol::format::Brep.extensions, probe, readBrep};
+
+} // namespace
+
+const Format& format()
+{
+    return Row;
+}
+
+} // namespace ptx::brep

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "ptx/readers/Reader.h"
+
+namespace ptx::brep
+{
+
+/// The CAD kernel's own files, text and binary: one shape without names and colours.
+const Format& format();
+
+} // namespace ptx::brep

@@ -1,0 +1,107 @@
+#include "ptx/readers/iges/IgesReader.h"
+
+#include "protocol/Formats.h"
+#include "ptx/core/TimedProgress.h"
+#include "ptx/occt/DocumentWalker.h"
+#include "ptx/occt/LooseFaces.h"
+#include "ptx/occt/OcctGuard.h"
+#include "ptx/occt/OcctProgress.h"
+#include "ptx/occt/OcctSetup.h"
+#include "ptx/occt/PartMesher.h"
+
+#include <IGESCAFControl_Reader.hxx>
+#include <TDocStd_Document.hxx>
+
+#include <filesystem>
+
+namespace ptx::iges
+{
+
+namespace
+{
+
+constexpr double SecondsPerMegabyte = 0.2;
+
+Trouble read(IGESCAFControl_Reader& reader, const Job& job)
+{
+    job.progress.begin(Stage::ReadAndProcess);
+    const TimedProgress timedProgress(job.progress, 0,
+                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    if (reader.ReadFile(job.input.c_str()) != IFSelect_RetDone)
+        return Failure{ExitCode::Damaged, "the text is not an IGES file that can be read"};
+    return std::nullopt;
+}
+
+Trouble transfer(IGESCAFControl_Reader& reader, Handle(TDocStd_Document) & document, const Job& job)
+{
+    job.progress.begin(Stage::Convert);
+    Handle(OcctProgress) progress = new OcctProgress(job.progress);
+    if (!reader.Transfer(document, progress->Start()))
+        return Failure{ExitCode::NothingToImport, "the file is an IGES file, but none of its entities is a shape"};
+    return std::nullopt;
+}
+
+Outcome<DocumentContent> readContent(const Job& job)
+{
+    IGESCAFControl_Reader reader;
+    reader.SetNameMode(true);
+    reader.SetColorMode(true);
+    reader.SetLayerMode(true);
+    Handle(TDocStd_Document) document = newDocument();
+    DocumentContent content;
+    Trouble trouble = guarded("reading the IGES text", [&] { return read(reader, job); });
+    if (!trouble)
+        trouble = guarded("translating the IGES entities", [&] { return transfer(reader, document, job); });
+    if (!trouble)
+        trouble = guarded("reading the structure", [&]() -> Trouble {
+            job.progress.begin(Stage::ProcessStructure);
+            content = walkDocument(document, job);
+            return std::nullopt;
+        });
+    document->Close();
+    if (trouble)
+        return *trouble;
+    return content;
+}
+
+// The terminate section has a T in column 73; every line has its section letter there.
+Match probe(std::string_view head, std::uint64_t)
+{
+    constexpr std::size_t SectionColumn = 72;
+    const std::size_t lineEnd = head.find_first_of("\r\n");
+    const std::string_view first = head.substr(0, lineEnd);
+    const bool isStart = first.size() > SectionColumn && (first[SectionColumn] == 'S' || first[SectionColumn] == 'C');
+    return isStart && first.find_first_not_of("0123456789 ", SectionColumn + 1) == std::string_view::npos
+               ? Match::Certain
+               : Match::No;
+}
+
+Outcome<Model> readIges(const Job& job)
+{
+    setUpOcct();
+    Outcome<DocumentContent> content = readContent(job);
+    if (!content)
+        return content.failure();
+    if (content.value().shapes.empty())
+        return Failure{ExitCode::NothingToImport,
+                       "the file is an IGES file, but holds no surfaces, solids or curves (points are not imported)"};
+    job.progress.begin(Stage::Merge);
+    if (const std::size_t count = mergeLooseFaces(content.value(), std::filesystem::path(job.input).stem().string()))
+        job.log.info(std::to_string(count) + " loose surfaces and curves become one part");
+    Outcome<std::vector<Body>> bodies = meshParts(std::move(content.value().shapes), job, Loose::Stitch);
+    if (!bodies)
+        return bodies.failure();
+    content.value().model.bodies = std::move(bodies.value());
+    return std::move(content.value().model);
+}
+
+constexpr Format Row = {protocol::format::Iges.name, protocol::format::Iges.extensions, probe, readIges};
+
+} // namespace
+
+const Format& format()
+{
+    return Row;
+}
+
+} // namespace ptx::iges

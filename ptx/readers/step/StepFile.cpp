@@ -1,0 +1,139 @@
+#include "ptx/readers/step/StepFile.h"
+
+#include "files/scenefile/ConvertedTree.h"
+#include "ptx/occt/OcctGuard.h"
+#include "ptx/occt/OcctProgress.h"
+#include "ptx/occt/OcctSetup.h"
+#include "ptx/readers/MappedFile.h"
+#include "ptx/readers/Reader.h"
+#include "ptx/readers/step/CountingBuffer.h"
+#include "ptx/readers/step/EntityWarnings.h"
+#include "ptx/readers/step/ExternalNames.h"
+#include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/UserAttributes.h"
+
+#include <STEPCAFControl_Reader.hxx>
+#include <STEPControl_Reader.hxx>
+#include <TDocStd_Document.hxx>
+
+#include <istream>
+#include <optional>
+
+namespace ptx::step
+{
+
+namespace
+{
+
+// The lexer's share of reading; the rest is building entities, which reports nothing.
+constexpr double TextShare = 0.7;
+
+/// One file with the kernel's reader, which goes with this object.
+class StepFile
+{
+public:
+    StepFile(const Job& job, bool isPart) : m_job(job), m_isPart(isPart), m_document(newDocument())
+    {
+        m_reader.SetNameMode(true);
+        m_reader.SetColorMode(true);
+        m_reader.SetLayerMode(true);
+        m_reader.SetPropsMode(true);
+        m_reader.SetMatMode(false); // see MaterialProperty.h
+        m_reader.SetSHUOMode(true);
+    }
+
+    ~StepFile() { m_document->Close(); }
+    StepFile(const StepFile&) = delete;
+    StepFile& operator=(const StepFile&) = delete;
+
+    Outcome<DocumentContent> content()
+    {
+        Trouble trouble = guarded("reading the STEP text", [&] { return read(); });
+        if (!trouble)
+            trouble = guarded("translating the STEP entities", [&] { return transfer(); });
+        if (!trouble)
+            trouble = guarded("reading the structure", [&] { return walk(); });
+        if (trouble)
+            return *trouble;
+        return std::move(m_content);
+    }
+
+private:
+    void begin(Stage stage) const
+    {
+        if (!m_isPart)
+            m_job.progress.begin(stage);
+    }
+
+    Trouble read()
+    {
+        begin(Stage::ReadAndProcess);
+        CountingBuffer buffer(m_job.input, m_job.inputBytes, TextShare, m_job.progress);
+        std::istream stream(&buffer);
+        if (!buffer.isOpen())
+            return Failure{ExitCode::InputUnreadable, "cannot open the input"};
+        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
+        if (status != IFSelect_RetDone)
+            return Failure{ExitCode::Damaged, "the text is not a STEP file that can be read"};
+        warnOfUnreadEntities(m_reader, m_job.log);
+        m_names.emplace(m_reader);
+        return requireExternalParts(m_job.externalParts, !m_names->isEmpty());
+    }
+
+    Trouble transfer()
+    {
+        begin(Stage::Convert);
+        Handle(OcctProgress) progress = new OcctProgress(m_job.progress);
+        if (!m_reader.Transfer(m_document, progress->Start()))
+            return nothingToImport(m_job.input, "none of its entities is a product or a shape");
+        warnOfUntranslatedEntities(m_reader, m_job.log);
+        return std::nullopt;
+    }
+
+    Trouble walk()
+    {
+        begin(Stage::ProcessStructure);
+        const LabelTags attributes = userAttributes(m_reader);
+        m_content = walkDocument(m_document, m_job, [&](const TDF_Label& label, Product& product) {
+            if (const auto* tags = attributes.Seek(label))
+                product.tags.insert(product.tags.end(), tags->begin(), tags->end());
+            if (product.body == NoBody && product.children.empty())
+                product.externalNames = m_names->of(label);
+        });
+        addUnit();
+        return std::nullopt;
+    }
+
+    void addUnit()
+    {
+        const std::string unit = lengthUnit(m_reader);
+        if (unit.empty())
+            return;
+        m_content.model.tags.push_back(osg::converted::tag(osg::converted::UnitKey, unit));
+        m_job.log.info("length unit of the file: " + unit);
+    }
+
+    const Job& m_job;
+    bool m_isPart;
+    STEPCAFControl_Reader m_reader;
+    Handle(TDocStd_Document) m_document;
+    std::optional<ExternalNames> m_names;
+    DocumentContent m_content;
+};
+
+} // namespace
+
+Outcome<DocumentContent> readStepFile(const Job& job, bool isPart)
+{
+    return StepFile(job, isPart).content();
+}
+
+// The installed kernel has no entities for tessellated geometry and says nothing about it.
+Failure nothingToImport(const std::string& path, const std::string& cause)
+{
+    const bool isTessellated = MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;
+    return {ExitCode::NothingToImport, "the file is a STEP file, but " + cause +
+                                           (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
+}
+
+} // namespace ptx::step

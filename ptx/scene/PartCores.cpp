@@ -1,0 +1,26 @@
+#include "ptx/scene/PartCores.h"
+
+#include "scene/EditScope.h"
+
+namespace ptx
+{
+
+const std::vector<osg::RefPtr<osg::GeometryPtr>>& PartCores::of(std::size_t body, const Look& look)
+{
+    const auto [entry, isNew] = m_cores.try_emplace({body, look});
+    if (isNew)
+        for (const Piece& piece : m_model.bodies[body].pieces)
+            entry->second.emplace_back(make(piece, look));
+    return entry->second;
+}
+
+osg::GeometryPtr PartCores::make(const Piece& piece, const Look& look)
+{
+    const osg::GeometryPtr geometry = osg::Geometry::create();
+    const osg::EditScope edit(geometry, osg::Geometry::MeshFieldMask | osg::Geometry::MaterialFieldMask);
+    osg::GeometryAccess::setMesh(*geometry, piece.mesh);
+    geometry->setMaterial(m_materials.materialFor(look.resolved(piece.appearance)));
+    return geometry;
+}
+
+} // namespace ptx

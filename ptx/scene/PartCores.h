@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/OSGSystem/Geometry.h"
+#include "ptx/model/Model.h"
+#include "ptx/scene/MaterialMaker.h"
+
+#include <compare>
+#include <map>
+#include <vector>
+
+namespace ptx
+{
+
+/// What the surroundings of a body say about its appearance.
+struct Look {
+    int override = NoAppearance; ///< stronger than anything of the part
+    int fallback = NoAppearance; ///< for what has no appearance of its own
+
+    /// This look below an occurrence that overrides with `appearance`; an override from further out stays.
+    Look overriddenBy(int appearance) const { return {override != NoAppearance ? override : appearance, fallback}; }
+    /// This look within a product of `appearance`.
+    Look below(int appearance) const { return {override, appearance != NoAppearance ? appearance : fallback}; }
+    /// What a piece of `appearance` looks like in the end.
+    int resolved(int appearance) const
+    {
+        if (override != NoAppearance)
+            return override;
+        return appearance != NoAppearance ? appearance : fallback;
+    }
+    auto operator<=>(const Look&) const = default;
+};
+
+/// The geometries of bodies. Occurrences of one body that look the same get the same geometries; others share the
+/// mesh alone.
+class PartCores
+{
+public:
+    explicit PartCores(const Model& model) : m_model(model), m_materials(model.appearances) {}
+
+    /// Valid as long as this object.
+    const std::vector<osg::RefPtr<osg::GeometryPtr>>& of(std::size_t body, const Look& look);
+
+private:
+    osg::GeometryPtr make(const Piece& piece, const Look& look);
+
+    const Model& m_model;
+    MaterialMaker m_materials;
+    std::map<std::pair<std::size_t, Look>, std::vector<osg::RefPtr<osg::GeometryPtr>>> m_cores;
+};
+
+} // namespace ptx

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ptx/core/Outcome.h"
+#include "ptx/core/Settings.h"
+
+#include <string>
+#include <vector>
+
+namespace ptx
+{
+
+/// What the command line of ptxtessellate asks for.
+struct TessellationOptions {
+    std::string input;
+    std::string output;
+    double deviation = 0.1;     ///< mm between mesh and surface, more than 0
+    double angle = 15;          ///< degrees between neighbouring normals, more than 0
+    double longestEdge = 0;     ///< mm; 0: any
+    double stitchTolerance = 0; ///< mm; 0: no stitching
+    Settings settings;          ///< of them threads and limits count
+};
+
+std::string tessellationUsage();
+
+/// Numbers are read in the C locale. A failure says which argument is wrong.
+Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::string>& arguments);
+
+} // namespace ptx

@@ -1,0 +1,74 @@
+#include "ptx/core/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace ptx;
+
+namespace
+{
+
+std::string complaint(const std::vector<std::string>& arguments)
+{
+    const Outcome<CommandLine> line = parseCommandLine(arguments);
+    EXPECT_FALSE(line);
+    EXPECT_EQ(line.failure().code, ExitCode::WrongUse);
+    return line.failure().message;
+}
+
+} // namespace
+
+TEST(CommandLine, TakesInputAndOutput)
+{
+    const Outcome<CommandLine> line = parseCommandLine({"/a/in.stp", "/b/out.osb"});
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line.value().input, "/a/in.stp");
+    EXPECT_EQ(line.value().output, "/b/out.osb");
+    EXPECT_FALSE(line.value().externalParts);
+}
+
+TEST(CommandLine, MakesPathsAbsolute)
+{
+    const Outcome<CommandLine> line = parseCommandLine({"x/../in file.stp", "out.osb"});
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line.value().input, (std::filesystem::current_path() / "in file.stp").string());
+}
+
+TEST(CommandLine, TakesOptionsInAnyPlace)
+{
+    const Outcome<CommandLine> line = parseCommandLine(
+        {"--set", "threads=3", "/in.stp", "--external-parts", "/out.osb", "--set", "tessellation.angle=11"});
+    ASSERT_TRUE(line);
+    EXPECT_TRUE(line.value().externalParts);
+    EXPECT_EQ(line.value().settings.number(Setting::Threads), 3);
+    EXPECT_EQ(line.value().settings.number(Setting::Angle), 11);
+    EXPECT_EQ(line.value().assignments, (std::vector<std::string>{"threads=3", "tessellation.angle=11"}));
+}
+
+TEST(CommandLine, TakesPathsThatLookLikeOptionsBehindTwoDashes)
+{
+    const Outcome<CommandLine> line = parseCommandLine({"--", "--set", "--help"});
+    ASSERT_TRUE(line);
+    EXPECT_EQ(std::filesystem::path(line.value().input).filename(), "--set");
+    EXPECT_EQ(line.value().task, CommandLine::Task::Convert);
+}
+
+TEST(CommandLine, HelpNeedsNoPaths)
+{
+    EXPECT_EQ(parseCommandLine({"--help"}).value().task, CommandLine::Task::Help);
+    EXPECT_EQ(parseCommandLine({"--version"}).value().task, CommandLine::Task::Version);
+    EXPECT_EQ(parseCommandLine({"--help-settings"}).value().task, CommandLine::Task::HelpSettings);
+}
+
+TEST(CommandLine, RefusesWhatItDoesNotUnderstand)
+{
+    EXPECT_EQ(complaint({}), "exactly one INPUT and one OUTPUT are needed");
+    EXPECT_EQ(complaint({"/a"}), "exactly one INPUT and one OUTPUT are needed");
+    EXPECT_EQ(complaint({"/a", "/b", "/c"}), "exactly one INPUT and one OUTPUT are needed");
+    EXPECT_EQ(complaint({"/a", ""}), "exactly one INPUT and one OUTPUT are needed");
+    EXPECT_EQ(complaint({"/a", "/x/../a"}), "INPUT and OUTPUT are the same file");
+    EXPECT_EQ(complaint({"--fast", "/a", "/b"}), "unknown option --fast");
+    EXPECT_EQ(complaint({"/a", "/b", "--set"}), "--set needs name=value");
+    EXPECT_EQ(complaint({"/a", "/b", "--set", "speed=9"}), "there is no setting named \"speed\"");
+}

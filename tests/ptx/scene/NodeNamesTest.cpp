@@ -1,0 +1,43 @@
+#include "ptx/scene/NodeNames.h"
+
+#include <gtest/gtest.h>
+
+using namespace ptx;
+
+namespace
+{
+
+std::string named(const std::string& occurrence, const std::string& product)
+{
+    return nodeName({0, occurrence, {}, NoAppearance, true, {}}, Product{product, {}, NoBody, NoAppearance, {}, {}});
+}
+
+} // namespace
+
+TEST(NodeNames, TheOccurrenceNamesTheNode)
+{
+    EXPECT_EQ(named("left wheel", "wheel"), "left wheel");
+    EXPECT_EQ(named("轮", "wheel"), "轮");
+}
+
+TEST(NodeNames, CountersAndAddressesGiveWayToTheProduct)
+{
+    EXPECT_EQ(named("", "wheel"), "wheel");
+    EXPECT_EQ(named("12", "wheel"), "wheel");
+    EXPECT_EQ(named("NAUO12", "wheel"), "wheel");
+    EXPECT_EQ(named("=>[0:1:1:2]", "wheel"), "wheel");
+}
+
+TEST(NodeNames, ACounterIsBetterThanNothing)
+{
+    EXPECT_EQ(named("NAUO12", ""), "NAUO12");
+}
+
+TEST(NodeNames, TagsKeepTheNamesThatTheNodeDoesNotBear)
+{
+    const Product wheel{"wheel", {}, NoBody, NoAppearance, {"ptx::layer=7"}, {}};
+    EXPECT_EQ(nodeTags({0, "left", {}, NoAppearance, true, {"a=b"}}, wheel),
+              (std::vector<std::string>{"a=b", "ptx::layer=7", "ptx::product=wheel"}));
+    EXPECT_EQ(nodeTags({0, "NAUO3", {}, NoAppearance, true, {}}, wheel),
+              (std::vector<std::string>{"ptx::layer=7", "ptx::occurrence=NAUO3"}));
+}

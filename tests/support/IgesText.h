@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tests/support/StepText.h"
+
+#include <string>
+#include <vector>
+
+namespace ptxtest
+{
+
+/// Writes IGES text by hand: flat patches, each a surface of its own as many systems write them.
+class IgesText
+{
+public:
+    /// The four-cornered patch whose corners are a, b (along u), c (along v) and d (opposite to a). The colour numbers
+    /// are those of the format: 2 red, 3 green, 4 blue; 0 none.
+    void patch(Triple a, Triple b, Triple c, Triple d, int color = 0);
+
+    /// The whole file; the unit is millimetre, or inch.
+    std::string text(bool inInches = false) const;
+
+private:
+    struct Patch {
+        std::string parameters;
+        int color;
+    };
+
+    std::vector<Patch> m_patches;
+};
+
+} // namespace ptxtest
