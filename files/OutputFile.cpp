@@ -115,8 +115,8 @@ Expected<void> OutputFile::commit()
     return m_error ? Expected<void>(*m_error) : Expected<void>();
 }
 
-/// Closing forgets why the rest could not be written. A full disk that takes a part at first gives its reason when it is
-/// asked for the rest.
+/// Closing forgets why the rest could not be written. A full disk that takes a part at first gives its reason when it
+/// is asked for the rest.
 void OutputFile::flush()
 {
     if (!m_file.flush() && !m_file.flush())

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "files/SceneReader.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "scene/Mesh.h"
-#include "files/SceneReader.h"
 
 #include <string>
 

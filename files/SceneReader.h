@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Node.h"
 #include "files/Expected.h"
+#include "host/OSGSystem/Node.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 #include "files/SceneReaders.h"
 
-#include "host/OSGSystem/Names.h"
 #include "files/Failure.h"
 #include "files/ReadTask.h"
+#include "host/OSGSystem/Names.h"
 
 #include <QFileInfo>
 

@@ -1,9 +1,9 @@
 #include "geometry/AmbientOcclusion.h"
 
-#include "scene/SceneEdits.h"
-#include "scene/GeometryWalk.h"
 #include "geometry/OcclusionRays.h"
 #include "geometry/rays/RayScene.h"
+#include "scene/GeometryWalk.h"
+#include "scene/SceneEdits.h"
 
 #include <QCoreApplication>
 

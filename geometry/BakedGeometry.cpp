@@ -1,13 +1,13 @@
 #include "geometry/BakedGeometry.h"
 
+#include "geometry/MeshTriangulation.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Node.h"
 #include "scene/ContainerRegistry.h"
 #include "scene/EigenValues.h"
-#include "scene/SceneEdits.h"
 #include "scene/GeometryWalk.h"
-#include "geometry/MeshTriangulation.h"
+#include "scene/SceneEdits.h"
 
 #include <Eigen/Dense>
 

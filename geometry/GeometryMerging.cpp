@@ -1,13 +1,13 @@
 #include "geometry/GeometryMerging.h"
 
+#include "geometry/IndexRepair.h"
+#include "geometry/MeshJoining.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Material.h"
 #include "scene/Attachments.h"
 #include "scene/ContainerRegistry.h"
-#include "scene/SceneEdits.h"
 #include "scene/GeometryWalk.h"
-#include "geometry/IndexRepair.h"
-#include "geometry/MeshJoining.h"
+#include "scene/SceneEdits.h"
 
 #include <algorithm>
 #include <map>

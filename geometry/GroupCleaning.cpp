@@ -7,8 +7,8 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/Attachments.h"
-#include "scene/Tags.h"
 #include "scene/NodeWalk.h"
+#include "scene/Tags.h"
 
 namespace treeops
 {

@@ -1,7 +1,7 @@
 #include "geometry/MeshTriangulation.h"
 
-#include "scene/Polygons.h"
 #include "geometry/TriangleFilter.h"
+#include "scene/Polygons.h"
 
 #include <algorithm>
 #include <span>

@@ -1,8 +1,8 @@
 #include "geometry/TreeRepair.h"
 
+#include "geometry/IndexRepair.h"
 #include "scene/GeometryWalk.h"
 #include "scene/SceneEdits.h"
-#include "geometry/IndexRepair.h"
 
 namespace geometry
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Node.h"
 #include "geometry/GeometryNote.h"
+#include "host/OSGSystem/Node.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #include "geometry/TreeTriangulation.h"
 
+#include "geometry/MeshTriangulation.h"
 #include "scene/GeometryWalk.h"
 #include "scene/SceneEdits.h"
-#include "geometry/MeshTriangulation.h"
 
 #include <QCoreApplication>
 

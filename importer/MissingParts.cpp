@@ -1,10 +1,10 @@
 #include "importer/MissingParts.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "files/scenefile/ConvertedTree.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,10 +1,10 @@
 #include "importer/NestedDocuments.h"
 
+#include "files/ReadTask.h"
 #include "host/znKernel/znController.h"
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "files/ReadTask.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QEventLoop>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Node.h"
 #include "files/SceneReaders.h"
+#include "host/OSGSystem/Node.h"
 
 #include <QObject>
 #include <QStringList>

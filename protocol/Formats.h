@@ -34,8 +34,8 @@ inline constexpr ReadFormat Brep{"BREP", BrepExtensions};
 inline constexpr std::array<ReadFormat, 5> ReadFormats = {format::Step, format::Iges, format::Jt, format::Stl,
                                                           format::Brep};
 
-/// Whether files of this extension (lower case, without the dot) go through the converter: those of the vocabulary's CAD
-/// formats, and those of the converter's own.
+/// Whether files of this extension (lower case, without the dot) go through the converter: those of the vocabulary's
+/// CAD formats, and those of the converter's own.
 bool isConverted(std::string_view extension);
 
 /// Whether files of this extension (lower case, without the dot) may name parts in other files. It is the one answer to

@@ -1,8 +1,8 @@
 // Loading a document against what the parser alone takes for the same file in the same run, and the growth of searches
 // for occurrences.
 
-#include "bench/support/ChildRun.h"
 #include "bench/caddocument/SampleDocuments.h"
+#include "bench/support/ChildRun.h"
 #include "cad/xml/CADDocument.h"
 #include "cad/xml/CADOccurrence.h"
 #include "cad/xml/CADProductDef.h"

@@ -5,8 +5,8 @@
 
 #include <benchmark/benchmark.h>
 
-/// Runs `reference` and `subject`, calls that return a ProgramRun, in turn and tells with the counters "wall", "cpu" and
-/// "memory" what the subject takes as a share of the reference: medians over the pairs. A run that fails ends it.
+/// Runs `reference` and `subject`, calls that return a ProgramRun, in turn and tells with the counters "wall", "cpu"
+/// and "memory" what the subject takes as a share of the reference: medians over the pairs. A run that fails ends it.
 /// @return the median of "cpu", 0 after a failure
 template <class Reference, class Subject>
 double reportShares(benchmark::State& state, const Reference& reference, const Subject& subject)

@@ -3,11 +3,11 @@
 //
 //     zn_geometry_pictures SCENE.osb FOLDER      the scene comes from ptxconvert --set keep-brep=1
 
+#include "files/scenefile/SceneFile.h"
+#include "geometry/TessellationPresets.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znTessellation/znRetessellation.h"
-#include "geometry/TessellationPresets.h"
 #include "render/Snapshot.h"
-#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>

@@ -1,11 +1,12 @@
-// Rays a second of ambient occlusion against a bare loop of the ray tracer: as many rays of the same kind, from the same
-// places, in the same directions and lengths, on as many threads, with nothing but the calls of the tracer around them.
+// Rays a second of ambient occlusion against a bare loop of the ray tracer: as many rays of the same kind, from the
+// same places, in the same directions and lengths, on as many threads, with nothing but the calls of the tracer around
+// them.
 
+#include "files/scenefile/SceneFile.h"
 #include "geometry/AmbientOcclusion.h"
-#include "scene/GeometryWalk.h"
 #include "geometry/OcclusionRays.h"
 #include "geometry/rays/RayScene.h"
-#include "files/scenefile/SceneFile.h"
+#include "scene/GeometryWalk.h"
 #include "standalone/startup/znStandaloneSession.h"
 
 #include <QCoreApplication>

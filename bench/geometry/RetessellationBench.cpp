@@ -1,13 +1,13 @@
 // Meshing the exact surfaces of a scene anew, in its process of its own, against what the CAD kernel alone takes for
 // the same shapes in the same run, on as many threads. The scene file comes from ptxconvert --set keep-brep=1.
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Group.h"
 #include "host/znTessellation/znRetessellation.h"
+#include "ptx/occt/meshing/Meshing.h"
 #include "scene/BrepPack.h"
 #include "scene/GeometryWalk.h"
-#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
-#include "ptx/occt/meshing/Meshing.h"
 
 #include <BinTools.hxx>
 #include <TopoDS_Shape.hxx>

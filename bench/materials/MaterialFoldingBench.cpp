@@ -1,5 +1,5 @@
-// Folding the materials of a tree of 200,000 nodes: the time for twice as many distinct materials, as the counter "ratio"
-// to the time for half as many in the same run.
+// Folding the materials of a tree of 200,000 nodes: the time for twice as many distinct materials, as the counter
+// "ratio" to the time for half as many in the same run.
 
 #include "bench/support/Ratio.h"
 #include "host/OSGSystem/Geometry.h"

@@ -44,8 +44,8 @@ void importOfManyInstances(benchmark::State& state)
     }
 }
 
-/// What a second process brings where each part takes a while. The counter "speedup" is the time of one process over that
-/// of two; "part_s" is what a part takes with one.
+/// What a second process brings where each part takes a while. The counter "speedup" is the time of one process over
+/// that of two; "part_s" is what a part takes with one.
 void importOfSlowParts(benchmark::State& state)
 {
     const QTemporaryDir folder;

@@ -12,9 +12,9 @@ public:
     AssemblyDocuments& operator=(const AssemblyDocuments&) = delete;
     ~AssemblyDocuments();
 
-    /// An assembly of this many instances in groups of 100, each with a transform of its own and a part that refers to a
-    /// file; a thousand parts in all. With `occurrences` each instance has an occurrence in the active view, which gives
-    /// it another transform.
+    /// An assembly of this many instances in groups of 100, each with a transform of its own and a part that refers to
+    /// a file; a thousand parts in all. With `occurrences` each instance has an occurrence in the active view, which
+    /// gives it another transform.
     std::filesystem::path assembly(std::size_t instances, bool occurrences) const;
 
 private:

@@ -1,7 +1,7 @@
 // Building the scene of an assembly against loading its document in the same run, and what a record and a node take.
 
-#include "bench/support/ChildRun.h"
 #include "bench/productstructure/AssemblyDocuments.h"
+#include "bench/support/ChildRun.h"
 #include "cad/visualization/PLMXMLProductStructure.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "standalone/startup/znStandaloneSession.h"

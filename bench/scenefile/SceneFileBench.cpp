@@ -2,11 +2,11 @@
 // already; writing and reading a graph of a million nodes, as a ratio to building the same tree without a file.
 
 #include "bench/support/Ratio.h"
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "scene/Mesh.h"
-#include "files/scenefile/SceneFile.h"
 
 #include <QFile>
 #include <QFileInfo>

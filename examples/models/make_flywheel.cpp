@@ -1,6 +1,6 @@
 // Makes flywheel.step: a flywheel on a shaft in two bearing blocks, bolted to a plate under a glass cover. Small, but
-// with everything that an import has to keep: parts and sub-assemblies used several times, turned placements, colours of
-// parts, of single faces and of one occurrence, a transparent part, a name beyond ASCII.
+// with everything that an import has to keep: parts and sub-assemblies used several times, turned placements, colours
+// of parts, of single faces and of one occurrence, a transparent part, a name beyond ASCII.
 
 #include <BRepAlgoAPI_Cut.hxx>
 #include <BRepAlgoAPI_Fuse.hxx>

@@ -4,8 +4,8 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znVariants/znVariants.h"
 #include "importer/Importer.h"
-#include "standalone/znVariants/VariantSets.h"
 #include "standalone/startup/znStandaloneSession.h"
+#include "standalone/znVariants/VariantSets.h"
 
 #include <QCoreApplication>
 #include <QTextStream>

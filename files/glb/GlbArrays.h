@@ -1,8 +1,8 @@
 #pragma once
 
-#include "scene/Mesh.h"
-#include "files/glb/GlbJson.h"
 #include "files/OutputFile.h"
+#include "files/glb/GlbJson.h"
+#include "scene/Mesh.h"
 
 #include <functional>
 #include <map>

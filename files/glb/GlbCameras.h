@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/znOpenSGUberCamera/UberCamera.h"
 #include "files/glb/GlbJson.h"
+#include "host/znOpenSGUberCamera/UberCamera.h"
 
 namespace glb
 {

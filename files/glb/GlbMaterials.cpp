@@ -2,8 +2,8 @@
 
 #include "host/OSGSystem/Names.h"
 #include "scene/ColorSpace.h"
-#include "scene/SubMaterials.h"
 #include "scene/MaterialLook.h"
+#include "scene/SubMaterials.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Material.h"
 #include "files/glb/GlbJson.h"
+#include "host/OSGSystem/Material.h"
 
 #include <map>
 

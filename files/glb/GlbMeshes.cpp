@@ -1,9 +1,9 @@
 #include "files/glb/GlbMeshes.h"
 
-#include "host/OSGSystem/Names.h"
-#include "scene/ColorSpace.h"
 #include "files/Failure.h"
 #include "files/Text.h"
+#include "host/OSGSystem/Names.h"
+#include "scene/ColorSpace.h"
 
 #include <algorithm>
 #include <cmath>

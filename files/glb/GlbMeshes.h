@@ -1,10 +1,10 @@
 #pragma once
 
-#include "host/OSGSystem/Geometry.h"
 #include "files/glb/GlbArrays.h"
 #include "files/glb/GlbMaterials.h"
 #include "files/glb/GlbVariants.h"
 #include "files/glb/GlbWriter.h"
+#include "host/OSGSystem/Geometry.h"
 
 #include <QStringList>
 

@@ -1,12 +1,12 @@
 #include "files/glb/GlbNodes.h"
 
+#include "files/Text.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/MatrixMath.h"
-#include "files/Text.h"
 
 #include <cmath>
 #include <utility>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "host/OSGSystem/Node.h"
 #include "files/glb/GlbCameras.h"
 #include "files/glb/GlbMeshes.h"
 #include "files/glb/GlbPlacement.h"
+#include "host/OSGSystem/Node.h"
 
 #include <deque>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Math.h"
 #include "files/glb/GlbJson.h"
+#include "host/OSGSystem/Math.h"
 
 #include <optional>
 
@@ -9,8 +9,8 @@ namespace glb
 {
 
 /// How glTF tells a transform: the members of a node, empty for the identity, and where the transform shears, the
-/// members of a second node within the first. The first is a matrix, exactly as given, wherever glTF allows it: where it
-/// is rotation and scale up to a small deviation.
+/// members of a second node within the first. The first is a matrix, exactly as given, wherever glTF allows it: where
+/// it is rotation and scale up to a small deviation.
 struct GlbPlacement {
     Json outer = Json::object();
     Json inner = Json::object();

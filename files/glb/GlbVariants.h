@@ -1,8 +1,8 @@
 #pragma once
 
+#include "files/glb/GlbJson.h"
 #include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/Node.h"
-#include "files/glb/GlbJson.h"
 #include "scene/VariantTable.h"
 
 #include <unordered_map>

@@ -1,9 +1,9 @@
 #include "files/glb/GlbWriter.h"
 
-#include "files/glb/GlbNodes.h"
 #include "files/Failure.h"
 #include "files/OutputFile.h"
 #include "files/Text.h"
+#include "files/glb/GlbNodes.h"
 
 #include <QtEndian>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Node.h"
 #include "files/Expected.h"
+#include "host/OSGSystem/Node.h"
 
 #include <QString>
 
@@ -12,8 +12,8 @@
 /// The file is in metres and Y up, as glTF asks, unless the options say otherwise: one matrix at its top node turns
 /// millimetres and Z up into that, and no vertex changes. A file of another unit or axis tells it in `asset.extras` as
 /// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that
-/// geometries share are written once. Materials become metallic-roughness ones that are no metal. Display colours become
-/// linear ones, normals unit vectors. Lines and points become primitives of their own modes.
+/// geometries share are written once. Materials become metallic-roughness ones that are no metal. Display colours
+/// become linear ones, normals unit vectors. Lines and points become primitives of their own modes.
 ///
 /// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
 /// `extras.variantSets` of the top node tells groups and viewpoints, and `extras.variants` of a node the sets that show

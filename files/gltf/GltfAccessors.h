@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/Mesh.h"
 #include "files/gltf/GltfDocument.h"
+#include "scene/Mesh.h"
 
 #include <map>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/znOpenSGUberCamera/UberCamera.h"
 #include "files/ReadTask.h"
+#include "host/znOpenSGUberCamera/UberCamera.h"
 
 #include <nlohmann/json.hpp>
 
@@ -22,8 +22,8 @@ struct GltfCamera {
     double far = 0; ///< 0: there is no end
 };
 
-/// The cameras of the document, in its order. One whose numbers no camera can have is left out with a warning and leaves
-/// its place empty.
+/// The cameras of the document, in its order. One whose numbers no camera can have is left out with a warning and
+/// leaves its place empty.
 std::vector<std::optional<GltfCamera>> readCameras(const nlohmann::json& document, ReadTask& task);
 
 /// A camera core with this lens, in millimetres.

@@ -17,7 +17,8 @@ struct GltfBuffer {
     std::size_t size = 0;
 };
 
-/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins and animations are empty.
+/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins and animations are
+/// empty.
 struct GltfDocument {
     tinygltf::Model model;
     std::vector<GltfBuffer> buffers;

@@ -1,10 +1,10 @@
 #include "files/gltf/GltfReader.h"
 
+#include "files/SceneBuilding.h"
+#include "files/gltf/GltfMeshes.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/MatrixMath.h"
 #include "scene/SceneEdits.h"
-#include "files/SceneBuilding.h"
-#include "files/gltf/GltfMeshes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "files/obj/ObjReader.h"
 
-#include "scene/SceneEdits.h"
 #include "files/FileBytes.h"
 #include "files/obj/ObjParsing.h"
+#include "scene/SceneEdits.h"
 
 #include <map>
 #include <utility>

@@ -1,11 +1,11 @@
 #include "files/ply/PlyReader.h"
 
-#include "scene/MeshArrays.h"
-#include "scene/Polygons.h"
-#include "scene/SceneEdits.h"
 #include "files/FileBytes.h"
 #include "files/SceneBuilding.h"
 #include "files/ply/PlyValues.h"
+#include "scene/MeshArrays.h"
+#include "scene/Polygons.h"
+#include "scene/SceneEdits.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include "files/scenefile/GraphReader.h"
 
+#include "files/scenefile/ClassTable.h"
 #include "host/OSGSystem/Edit.h"
 #include "scene/Attachments.h"
-#include "files/scenefile/ClassTable.h"
 
 #include <utility>
 

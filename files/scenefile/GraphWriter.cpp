@@ -1,10 +1,10 @@
 #include "files/scenefile/GraphWriter.h"
 
-#include "scene/Attachments.h"
-#include "scene/SubMaterials.h"
 #include "files/scenefile/MeshCheck.h"
 #include "files/scenefile/SceneErrors.h"
 #include "files/scenefile/VariantFields.h"
+#include "scene/Attachments.h"
+#include "scene/SubMaterials.h"
 
 #include <limits>
 

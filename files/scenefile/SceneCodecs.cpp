@@ -1,5 +1,7 @@
 #include "files/scenefile/SceneCodecs.h"
 
+#include "files/scenefile/TransformFields.h"
+#include "files/scenefile/VariantFields.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/SimpleMaterial.h"
@@ -9,8 +11,6 @@
 #include "host/znOpenSGUberCamera/UberCamera.h"
 #include "host/znOpenSGUberMaterial/UberMaterial.h"
 #include "scene/Tags.h"
-#include "files/scenefile/TransformFields.h"
-#include "files/scenefile/VariantFields.h"
 
 #include <bit>
 

@@ -1,7 +1,7 @@
 #include "files/vrml/FaceSet.h"
 
-#include "scene/Polygons.h"
 #include "files/vrml/CornerNormals.h"
+#include "scene/Polygons.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/Mesh.h"
 #include "files/vrml/VrmlSource.h"
+#include "scene/Mesh.h"
 
 #include <span>
 #include <vector>

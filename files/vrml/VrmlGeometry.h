@@ -1,8 +1,8 @@
 #pragma once
 
-#include "scene/Mesh.h"
 #include "files/vrml/VrmlNodes.h"
 #include "files/vrml/VrmlSource.h"
+#include "scene/Mesh.h"
 
 namespace formats::vrml
 {

@@ -1,8 +1,8 @@
 #include "files/vrml/VrmlMaterials.h"
 
-#include "scene/Tags.h"
 #include "files/SceneBuilding.h"
 #include "files/vrml/VrmlGeometry.h"
+#include "scene/Tags.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/SimpleMaterial.h"
 #include "files/vrml/VrmlNodes.h"
+#include "host/OSGSystem/SimpleMaterial.h"
 
 #include <map>
 #include <tuple>

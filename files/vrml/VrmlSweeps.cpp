@@ -1,8 +1,8 @@
 #include "files/vrml/VrmlSweeps.h"
 
-#include "scene/MatrixMath.h"
 #include "files/vrml/VrmlGeometry.h"
 #include "files/vrml/VrmlTransforms.h"
+#include "scene/MatrixMath.h"
 
 #include <algorithm>
 #include <cmath>

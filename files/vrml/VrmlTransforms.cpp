@@ -1,7 +1,7 @@
 #include "files/vrml/VrmlTransforms.h"
 
-#include "scene/MatrixMath.h"
 #include "files/vrml/VrmlGeometry.h"
+#include "scene/MatrixMath.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/OSGSystem/Math.h"
 #include "files/vrml/VrmlNodes.h"
+#include "host/OSGSystem/Math.h"
 
 namespace formats::vrml
 {

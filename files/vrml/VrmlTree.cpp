@@ -1,13 +1,13 @@
 #include "files/vrml/VrmlTree.h"
 
+#include "files/vrml/VrmlGeometry.h"
+#include "files/vrml/VrmlParser.h"
+#include "files/vrml/VrmlTransforms.h"
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
 #include "scene/EditScope.h"
 #include "scene/MatrixMath.h"
 #include "scene/SceneEdits.h"
-#include "files/vrml/VrmlGeometry.h"
-#include "files/vrml/VrmlParser.h"
-#include "files/vrml/VrmlTransforms.h"
 
 #include <algorithm>
 #include <cmath>

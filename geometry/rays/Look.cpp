@@ -1,8 +1,8 @@
 #include "geometry/rays/Look.h"
 
-#include "scene/SubMaterials.h"
 #include "geometry/rays/LightColor.h"
 #include "scene/MaterialLook.h"
+#include "scene/SubMaterials.h"
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "geometry/rays/Look.h"
+#include "geometry/rays/Watch.h"
 #include "host/OSGSystem/Node.h"
 #include "scene/EigenValues.h"
 #include "scene/Mesh.h"
-#include "geometry/rays/Look.h"
-#include "geometry/rays/Watch.h"
 
 #include <Eigen/Geometry>
 

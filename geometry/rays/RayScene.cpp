@@ -27,7 +27,8 @@ constexpr std::size_t nudges = 16;
 Eigen::Affine3d invertible(const Eigen::Affine3d& placement)
 {
     const Eigen::JacobiSVD<Eigen::Matrix3d> svd(placement.linear(), Eigen::ComputeFullU | Eigen::ComputeFullV);
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): GCC takes what a reference leads to for uninitialised
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): GCC takes what a reference leads to for
+    // uninitialised
     const Eigen::Vector3d stretch = svd.singularValues();
     const double least = std::max(stretch[0] * leastFlatness, std::numeric_limits<float>::min() * 1e6);
     if (stretch[2] >= least)

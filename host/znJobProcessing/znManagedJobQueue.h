@@ -6,8 +6,8 @@
 /// A queue whose jobs have priorities.
 ///
 /// The job of the highest priority starts first, over all queues of the host; the jobs of a plain znJobQueue have
-/// LowPriority. Jobs of one queue and priority start in the order in which they were added, and queues take turns. Lower
-/// priorities are not kept waiting for ever: now and then one of theirs goes first.
+/// LowPriority. Jobs of one queue and priority start in the order in which they were added, and queues take turns.
+/// Lower priorities are not kept waiting for ever: now and then one of theirs goes first.
 class ZN_HOST_EXPORT znManagedJobQueue : public znJobQueue
 {
     Q_OBJECT

@@ -15,9 +15,9 @@ class ProcessRun;
 /// A job whose work is a child process.
 ///
 /// run() emits starting(), whose slots may still change the command, and launches the process; started() follows from
-/// the event loop when the program runs. When the process has ended, the frame sets the state, JobSucceeded for a normal
-/// end with exit code 0 and JobFailed for everything else, and calls finish(). A process that could not be started ends
-/// in the same way, without started().
+/// the event loop when the program runs. When the process has ended, the frame sets the state, JobSucceeded for a
+/// normal end with exit code 0 and JobFailed for everything else, and calls finish(). A process that could not be
+/// started ends in the same way, without started().
 ///
 /// The command line is split by QProcess::splitCommand(): blanks separate, double quotes hold a word together, three
 /// double quotes make one, and nothing else is special. No shell sees it.
@@ -26,9 +26,9 @@ class ProcessRun;
 /// finished(JobFailed) follows when the process has ended, whatever its exit code: a job that was aborted neither
 /// succeeds nor runs again, a run() inside its finish() is taken back. That end comes from the event loop.
 ///
-/// **Dependent jobs.** A process job that is run inside the finish() of another, before that one's finished(), works for
-/// it. Abort of the other aborts it too. Destruction of the other ends it without a signal, and deletes it if it has no
-/// parent.
+/// **Dependent jobs.** A process job that is run inside the finish() of another, before that one's finished(), works
+/// for it. Abort of the other aborts it too. Destruction of the other ends it without a signal, and deletes it if it
+/// has no parent.
 ///
 /// **The process** leads a process group of its own; when it ends, however it does, the rest of the group is killed.
 /// It dies with the host. Its standard input is empty. Both outputs are read as they come, while the event loop turns,

@@ -29,8 +29,9 @@ public:
         unsigned m_nodeId;
     };
 
-    /// Reads `files` and hangs the tree of each under `parent`. Each brings one plain group as its own root. With a null
-    /// `parent` the trees stand alone: nobody holds a reference on them, and whoever wants one takes it from the list.
+    /// Reads `files` and hangs the tree of each under `parent`. Each brings one plain group as its own root. With a
+    /// null `parent` the trees stand alone: nobody holds a reference on them, and whoever wants one takes it from the
+    /// list.
     /// @param sceneWasEmpty whether this is the first load of the scene; the open host has no views to fit
     /// @param merge reserved for hosts that merge a load into what is there; the open host never does
     /// @param select whether what was loaded becomes the selection
@@ -44,8 +45,8 @@ public:
 
     /// Whether the user wants uber materials in place of the simple ones that files bring.
     static bool getConvertToUberMaterials();
-    /// Puts an uber material of the same look and name in place of each simple one at and below `root`. One that is used
-    /// in several places stays one; materials of other classes stay.
+    /// Puts an uber material of the same look and name in place of each simple one at and below `root`. One that is
+    /// used in several places stays one; materials of other classes stay.
     static void convertToUberMaterials(const osg::NodePtr& root);
 
     /// Whether the solid-geometry kernel is in use: imported trees keep their meshes, and get ambient occlusion data.

@@ -8,7 +8,7 @@ class ZN_HOST_EXPORT znModuleBase
 {
 public:
     /// Hands `message` to the modules of the host, in the order of their registration, each of which may put its answer
-    /// into it. Without `toAll` the first one that answers is the last one asked; a message that nobody knows comes back
-    /// as it went.
+    /// into it. Without `toAll` the first one that answers is the last one asked; a message that nobody knows comes
+    /// back as it went.
     static void sendMessage(znMessage& message, bool toAll);
 };

@@ -20,9 +20,10 @@ public:
     /// The materials of the scene; never null.
     static osg::MaterialPoolPtr getMaterialPool();
 
-    /// Reads the file that the `osg::ExtReference` core of `reference` names (its source file, otherwise its smart file)
-    /// and hangs what it holds below `reference`, whose core then has the state 2. The root of the file's tree goes when
-    /// it only groups or names the file; its children take its place. When the file cannot be read, nothing changes.
+    /// Reads the file that the `osg::ExtReference` core of `reference` names (its source file, otherwise its smart
+    /// file) and hangs what it holds below `reference`, whose core then has the state 2. The root of the file's tree
+    /// goes when it only groups or names the file; its children take its place. When the file cannot be read, nothing
+    /// changes.
     /// @param loaded becomes `reference` on success
     /// @param contents on success, each node that now hangs below `reference` and came from the file is appended
     /// @param replace what hangs below `reference` goes first
@@ -32,8 +33,8 @@ public:
     static bool reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& loaded, std::vector<osg::NodePtr>& contents,
                                bool replace, bool merge, bool select);
 
-    /// The node that carries what stands around the scene (its ground), beside the tree of the scene; null while there is
-    /// none.
+    /// The node that carries what stands around the scene (its ground), beside the tree of the scene; null while there
+    /// is none.
     static osg::NodePtr environmentGeometrySwitch();
     /// Makes a new switch, inactive, in place of the one that is there.
     /// @param content what it carries; null for a ground of the scene's size at its lowest point

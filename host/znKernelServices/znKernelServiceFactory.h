@@ -15,8 +15,8 @@ public:
     /// The only one; never null, valid as long as the program runs.
     static znKernelServiceFactory* the();
 
-    /// The service of type `T`, which belongs to the host. Null, with a line on the standard error stream, when the host
-    /// has none or lists none under that type; null without a word when what it lists is no `T`.
+    /// The service of type `T`, which belongs to the host. Null, with a line on the standard error stream, when the
+    /// host has none or lists none under that type; null without a word when what it lists is no `T`.
     template <class T>
     T* get() const;
 

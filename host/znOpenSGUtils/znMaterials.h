@@ -19,7 +19,8 @@ public:
         AnyPool = 0, ///< the first one
     };
 
-    /// The node whose core is the pool of materials of the tree at `root`. The scene has one of its own, beside its tree.
+    /// The node whose core is the pool of materials of the tree at `root`. The scene has one of its own, beside its
+    /// tree.
     /// @param below whether a pool that hangs in the tree at `root` will do; it comes first
     /// @param create whether the scene's pool is made if there is none yet
     /// @return null when there is none

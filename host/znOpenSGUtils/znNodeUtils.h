@@ -29,8 +29,8 @@ public:
     /// Appends the nodes with this tag at and below `root`, a parent before its children.
     static void getNodesWithTag(const osg::NodePtr& root, const std::string& tag, std::vector<znNodePtr>& nodes);
 
-    /// The material that the core of `node` holds: that of a material group, or of what is drawn. Null when it holds none;
-    /// what a group above gives is not looked at.
+    /// The material that the core of `node` holds: that of a material group, or of what is drawn. Null when it holds
+    /// none; what a group above gives is not looked at.
     static osg::MaterialPtr getMaterial(const osg::NodePtr& node);
     /// Gives `material` to the core of `node`, within the bracket of its field. Nodes that share the core get it too.
     /// @param below to what hangs below `node` as well
@@ -40,7 +40,8 @@ public:
 
     /// The name as a UTF-8 text, empty for a node without one. Valid until the name changes.
     static const char* getName(const osg::NodePtr& node);
-    /// Names `node` with a UTF-8 text; null or an empty one takes the name away. With `keep` a name that is there stays.
+    /// Names `node` with a UTF-8 text; null or an empty one takes the name away. With `keep` a name that is there
+    /// stays.
     /// @param formerName receives the name that the node had before, empty if none; may be null
     static void setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName);
 
@@ -49,14 +50,14 @@ public:
 
     /// Takes the vertex colours away from all geometries at and below `root`, so that materials alone give the colour.
     static void removeVertexColors(const osg::NodePtr& root);
-    /// Makes the arrays of all geometries at and below `root` fit together, and tells the user of each geometry that did
-    /// not: triangles, lines and points that name a vertex which is not there are taken away, face ranges follow; values
-    /// of vertices that are too many are cut off, arrays that are too short are dropped. Sound geometries are not
-    /// touched.
+    /// Makes the arrays of all geometries at and below `root` fit together, and tells the user of each geometry that
+    /// did not: triangles, lines and points that name a vertex which is not there are taken away, face ranges follow;
+    /// values of vertices that are too many are cut off, arrays that are too short are dropped. Sound geometries are
+    /// not touched.
     static void verifyIndexMap(const osg::NodePtr& root);
     /// Keeps with each vertex at and below `root` how much of the sky over its surface it sees past all active geometry
-    /// of the tree. A geometry that is used in several places gets the mean of them, so that it stays shared. Values that
-    /// are there are replaced. A failure of the ray tracer is told to the user and leaves everything as it was.
+    /// of the tree. A geometry that is used in several places gets the mean of them, so that it stays shared. Values
+    /// that are there are replaced. A failure of the ray tracer is told to the user and leaves everything as it was.
     static void addAmbientOcclusionData(const osg::NodePtr& root);
 
     /// Makes the transform of `node` one that the host's tools move, with the same matrix, name and attachments. Nodes

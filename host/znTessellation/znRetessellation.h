@@ -9,8 +9,8 @@
 /// Meshes geometries anew from the exact surfaces that they have kept.
 ///
 /// `addNodes` and `setupTessellation` come first, then `applyTessellation`, which makes the new meshes, then
-/// `rebuildSurfaces`, which gives them to the geometries, then `finalize`. A geometry without an exact surface keeps its
-/// mesh, and so does one whose surface cannot be meshed as a whole; the user is told of both. No call throws.
+/// `rebuildSurfaces`, which gives them to the geometries, then `finalize`. A geometry without an exact surface keeps
+/// its mesh, and so does one whose surface cannot be meshed as a whole; the user is told of both. No call throws.
 class ZN_HOST_EXPORT znRetessellation
 {
 public:
@@ -20,12 +20,13 @@ public:
     znRetessellation(const znRetessellation&) = delete;
     znRetessellation& operator=(const znRetessellation&) = delete;
 
-    /// Takes the settings of the session that `setupTessellation` does not name: which program meshes and how long it may
-    /// take. They hold for every object, made before or after, until the next call; before the first one the defaults do.
+    /// Takes the settings of the session that `setupTessellation` does not name: which program meshes and how long it
+    /// may take. They hold for every object, made before or after, until the next call; before the first one the
+    /// defaults do.
     static void copySettings();
 
-    /// Adds the geometries at and below `nodes`, each once, however many nodes use it. Null is ignored. The object holds
-    /// a reference on each geometry until `finalize`.
+    /// Adds the geometries at and below `nodes`, each once, however many nodes use it. Null is ignored. The object
+    /// holds a reference on each geometry until `finalize`.
     void addNodes(const std::vector<osg::NodePtr>& nodes);
 
     /// How the new meshes shall be.
@@ -38,8 +39,8 @@ public:
     void setupTessellation(double chordDeviation, double normalTolerance, double maxChordLength, bool useStitching,
                            double stitchingTolerance);
 
-    /// Makes the new meshes, in a process of its own: a damaged surface can end that process, never this one. All others
-    /// get their meshes all the same. Returns when all is done; no event is delivered meanwhile.
+    /// Makes the new meshes, in a process of its own: a damaged surface can end that process, never this one. All
+    /// others get their meshes all the same. Returns when all is done; no event is delivered meanwhile.
     void applyTessellation();
 
     /// Gives the geometries their new meshes. Exact surfaces, lines and points stay; texture coordinates, colours and

@@ -16,8 +16,8 @@ public:
     /// Removes a file or a link. What cannot be removed, an empty path and a folder stay without a word.
     static void remove(const std::string& path);
 
-    /// A folder for temporary files, without a separator at its end: that of the session, which goes with it, or that of
-    /// the system when there is no session.
+    /// A folder for temporary files, without a separator at its end: that of the session, which goes with it, or that
+    /// of the system when there is no session.
     static std::string getTmpDir();
 
     /// `path` with a slash for each backslash and for each run of separators. Two at its very beginning, which name a

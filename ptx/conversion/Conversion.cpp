@@ -1,7 +1,7 @@
 #include "ptx/conversion/Conversion.h"
 
-#include "protocol/FileNames.h"
 #include "files/scenefile/ConvertedTree.h"
+#include "protocol/FileNames.h"
 #include "ptx/conversion/InputFile.h"
 #include "ptx/conversion/OutputFile.h"
 #include "ptx/core/Limits.h"

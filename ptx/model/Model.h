@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/OSGSystem/Math.h"
-#include "scene/Mesh.h"
 #include "ptx/model/Appearance.h"
+#include "scene/Mesh.h"
 
 #include <cstddef>
 #include <memory>

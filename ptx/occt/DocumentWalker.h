@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ptx/occt/meshing/ShapeBody.h"
 #include "ptx/model/Job.h"
 #include "ptx/model/Model.h"
+#include "ptx/occt/meshing/ShapeBody.h"
 
 #include <Standard_Handle.hxx>
 

@@ -1,8 +1,8 @@
 #include "ptx/occt/MeshExtraction.h"
 
+#include "ptx/model/MeshBuilder.h"
 #include "ptx/occt/meshing/BrepBlob.h"
 #include "ptx/occt/meshing/FaceMesh.h"
-#include "ptx/model/MeshBuilder.h"
 
 #include <BRepAdaptor_Curve.hxx>
 #include <BRep_Builder.hxx>

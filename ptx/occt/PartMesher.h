@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ptx/core/Outcome.h"
-#include "ptx/occt/meshing/ShapeBody.h"
 #include "ptx/model/Job.h"
 #include "ptx/model/Model.h"
+#include "ptx/occt/meshing/ShapeBody.h"
 
 #include <vector>
 

@@ -1,5 +1,6 @@
 #include "ptx/occt/PartWork.h"
 
+#include "ptx/model/EdgeSplitter.h"
 #include "ptx/occt/Healing.h"
 #include "ptx/occt/MeshExtraction.h"
 #include "ptx/occt/OcctGuard.h"
@@ -7,7 +8,6 @@
 #include "ptx/occt/meshing/Meshing.h"
 #include "ptx/occt/meshing/Sewing.h"
 #include "ptx/occt/meshing/ShapeQueries.h"
-#include "ptx/model/EdgeSplitter.h"
 
 #include <algorithm>
 #include <numbers>

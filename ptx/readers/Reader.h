@@ -31,8 +31,8 @@ struct Format {
     bool (*refersToParts)(const std::string& path) = nullptr;
 };
 
-/// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as it
-/// knows, and none decides it otherwise.
+/// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as
+/// it knows, and none decides it otherwise.
 inline Trouble requireExternalParts(bool wanted, bool namesParts)
 {
     if (!wanted || namesParts)

@@ -1,11 +1,11 @@
 #include "ptx/scene/RootNode.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "scene/EditScope.h"
-#include "files/scenefile/ConvertedTree.h"
 #include "ptx/model/Model.h"
 #include "ptx/scene/ReferenceCore.h"
+#include "scene/EditScope.h"
 
 #include <filesystem>
 

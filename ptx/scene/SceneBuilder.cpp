@@ -3,14 +3,14 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "scene/EditScope.h"
-#include "scene/SceneEdits.h"
-#include "scene/Tags.h"
 #include "ptx/scene/NodeNames.h"
 #include "ptx/scene/OverrideTracker.h"
 #include "ptx/scene/PartCores.h"
 #include "ptx/scene/ReferenceCore.h"
 #include "ptx/scene/RootNode.h"
+#include "scene/EditScope.h"
+#include "scene/SceneEdits.h"
+#include "scene/Tags.h"
 
 #include <unordered_map>
 

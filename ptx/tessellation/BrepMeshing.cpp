@@ -1,13 +1,13 @@
 #include "ptx/tessellation/BrepMeshing.h"
 
-#include "scene/BrepPack.h"
+#include "ptx/model/EdgeSplitter.h"
+#include "ptx/model/MeshBuilder.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/meshing/FaceMesh.h"
 #include "ptx/occt/meshing/Meshing.h"
 #include "ptx/occt/meshing/Sewing.h"
 #include "ptx/occt/meshing/ShapeQueries.h"
-#include "ptx/model/EdgeSplitter.h"
-#include "ptx/model/MeshBuilder.h"
+#include "scene/BrepPack.h"
 
 #include <BRep_Builder.hxx>
 #include <BinTools.hxx>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "scene/Mesh.h"
 #include "ptx/core/Outcome.h"
 #include "ptx/tessellation/Options.h"
+#include "scene/Mesh.h"
 
 namespace ptx
 {

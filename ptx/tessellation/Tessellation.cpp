@@ -1,17 +1,17 @@
 #include "ptx/tessellation/Tessellation.h"
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "protocol/FileNames.h"
-#include "scene/SceneEdits.h"
-#include "scene/GeometryWalk.h"
-#include "files/scenefile/SceneFile.h"
 #include "ptx/core/Monitor.h"
 #include "ptx/core/ProcessEnd.h"
 #include "ptx/tessellation/BrepMeshing.h"
 #include "ptx/tessellation/PartMarks.h"
+#include "scene/GeometryWalk.h"
+#include "scene/SceneEdits.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,7 +1,7 @@
 #include "standalone/loading/TreeReading.h"
 
-#include "host/znUtils/znLog.h"
 #include "files/SceneReaders.h"
+#include "host/znUtils/znLog.h"
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/session/Session.h"
 

@@ -4,8 +4,8 @@
 #include "files/gltf/GltfReader.h"
 #include "files/obj/ObjReader.h"
 #include "files/ply/PlyReader.h"
-#include "files/vrml/VrmlReader.h"
 #include "files/scenefile/SceneFile.h"
+#include "files/vrml/VrmlReader.h"
 
 namespace zn
 {

@@ -11,8 +11,8 @@ class znProcessJob;
 namespace znJobs
 {
 
-/// The exit code of a process that did not end by itself: the machine that ran it failed. No program is known to use it,
-/// and no signal makes it.
+/// The exit code of a process that did not end by itself: the machine that ran it failed. No program is known to use
+/// it, and no signal makes it.
 constexpr int lostExitCode = 250;
 
 /// What became of a process that a launcher ran elsewhere and that has ended here.

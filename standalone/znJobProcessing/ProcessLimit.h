@@ -7,8 +7,8 @@ namespace znJobs
 
 using ProcessLimitProvider = std::function<unsigned()>;
 
-/// Makes `provider` answer znParallelJobManager::getMaxNumProcesses() from now on; an empty one brings the default back.
-/// A host that has a setting for it installs a function that reads the setting.
+/// Makes `provider` answer znParallelJobManager::getMaxNumProcesses() from now on; an empty one brings the default
+/// back. A host that has a setting for it installs a function that reads the setting.
 void setProcessLimitProvider(ProcessLimitProvider provider);
 
 /// The limit that is in force now, at least 1.

@@ -1,8 +1,8 @@
 #include "host/znJobProcessing/znOsbLoaderJob.h"
 
+#include "files/scenefile/SceneFile.h"
 #include "host/znUtils/znLog.h"
 #include "standalone/loading/SceneExtras.h"
-#include "files/scenefile/SceneFile.h"
 #include "standalone/session/Session.h"
 
 znOsbLoaderJob::znOsbLoaderJob(const QString& file) : znAbstractProcessingJob(nullptr), m_file(file) {}

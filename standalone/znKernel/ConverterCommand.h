@@ -27,8 +27,8 @@ QString chosenWord(const QStringList& words, const QString& key);
 
 /// The words of a template, which are split as a command line is. `{input}` and `{output}` stand for the files;
 /// `{external:WORD}` is WORD when external parts are wanted, and `{inlined:WORD}` when they are not, else nothing; the
-/// names of further fields stand for their values; `{oneof:A,B,C}` is the chosen word of these for the output. What is in no such braces stays as it is; a word of which nothing is
-/// left is dropped.
+/// names of further fields stand for their values; `{oneof:A,B,C}` is the chosen word of these for the output. What is
+/// in no such braces stays as it is; a word of which nothing is left is dropped.
 QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues& values);
 
 /// What the converter's option for settings takes to change `setting`, one of `protocol::setting`.

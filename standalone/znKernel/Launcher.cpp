@@ -20,7 +20,8 @@ namespace setting = protocol::setting;
 constexpr double megabyte = 1024.0 * 1024.0;
 constexpr double megabytesPerCore = 32;
 
-// A launcher may end a process that takes more, so its own limits are lower: by a sixteenth of the memory, and a minute.
+// A launcher may end a process that takes more, so its own limits are lower: by a sixteenth of the memory, and a
+// minute.
 constexpr int memorySlack = 16;
 constexpr int secondsSlack = 60;
 

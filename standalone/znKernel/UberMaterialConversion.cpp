@@ -6,8 +6,8 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "scene/Attachments.h"
 #include "scene/CoreMaterial.h"
-#include "standalone/session/Session.h"
 #include "scene/MaterialLook.h"
+#include "standalone/session/Session.h"
 
 #include <unordered_map>
 

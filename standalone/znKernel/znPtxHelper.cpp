@@ -1,9 +1,9 @@
 #include "host/znKernel/znPtxHelper.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/znKernel/znFileIOHelper.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
-#include "files/scenefile/ConvertedTree.h"
 #include "standalone/session/Session.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"

@@ -1,6 +1,6 @@
+#include "standalone/znKernelServices/ReferenceService.h"
 #include "host/znKernelServices/znKernelServiceFactory.h"
 #include "scene/SceneEdits.h"
-#include "standalone/znKernelServices/ReferenceService.h"
 
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"

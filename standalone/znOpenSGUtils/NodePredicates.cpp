@@ -1,7 +1,7 @@
 #include "standalone/znOpenSGUtils/NodePredicates.h"
 
-#include "standalone/session/Session.h"
 #include "scene/NodeProperties.h"
+#include "standalone/session/Session.h"
 
 namespace zn
 {

@@ -2,10 +2,10 @@
 
 #include "geometry/ExactSurfaces.h"
 #include "geometry/GeometryMerging.h"
-#include "geometry/TreeTriangulation.h"
-#include "standalone/session/Session.h"
 #include "geometry/GroupCleaning.h"
 #include "geometry/TransformFlushing.h"
+#include "geometry/TreeTriangulation.h"
+#include "standalone/session/Session.h"
 #include "standalone/znOpenSGUtils/GeometryMessages.h"
 #include "standalone/znUtils/CallTrace.h"
 

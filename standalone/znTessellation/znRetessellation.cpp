@@ -1,10 +1,10 @@
 #include "host/znTessellation/znRetessellation.h"
 
+#include "geometry/Remeshing.h"
 #include "host/OSGSystem/Names.h"
 #include "host/znUtils/znLog.h"
-#include "scene/SceneEdits.h"
 #include "scene/GeometryWalk.h"
-#include "geometry/Remeshing.h"
+#include "scene/SceneEdits.h"
 #include "standalone/session/Session.h"
 #include "standalone/znTessellation/TessellationRun.h"
 #include "standalone/znUtils/CallTrace.h"

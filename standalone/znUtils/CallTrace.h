@@ -15,9 +15,9 @@
 namespace zn
 {
 
-/// Receives, from its construction to its destruction, each call that the library makes into the host, as text: the name
-/// of the operation and its arguments. Calls that the host makes on the way are not told. One trace is alive at a time;
-/// without one a call costs the look at one pointer.
+/// Receives, from its construction to its destruction, each call that the library makes into the host, as text: the
+/// name of the operation and its arguments. Calls that the host makes on the way are not told. One trace is alive at a
+/// time; without one a call costs the look at one pointer.
 class ZN_HOST_EXPORT CallTrace
 {
 public:

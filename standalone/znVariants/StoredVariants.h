@@ -1,7 +1,7 @@
 #pragma once
 
-#include "standalone/znVariants/SessionVariants.h"
 #include "scene/VariantTable.h"
+#include "standalone/znVariants/SessionVariants.h"
 
 namespace zn
 {

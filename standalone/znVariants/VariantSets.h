@@ -15,8 +15,8 @@ class Session;
 /// The names of all sets, in the order in which they were made.
 QStringList variantSetNames(Session& session);
 
-/// Brings materials, nodes and view to what the set of this name wants of them. Nothing when there is no such set, else a
-/// sentence for each wish that could not be met; the others are.
+/// Brings materials, nodes and view to what the set of this name wants of them. Nothing when there is no such set, else
+/// a sentence for each wish that could not be met; the others are.
 std::optional<QStringList> applyVariantSet(Session& session, const QString& name);
 
 } // namespace zn

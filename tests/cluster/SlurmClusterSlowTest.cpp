@@ -1,5 +1,5 @@
-// An assembly of thousands of parts on a real Slurm; skipped where there is none, and unless it is asked for: 2,000 parts
-// take more than half an hour of processor time.
+// An assembly of thousands of parts on a real Slurm; skipped where there is none, and unless it is asked for: 2,000
+// parts take more than half an hour of processor time.
 
 #include "tests/cluster/SlurmRun.h"
 

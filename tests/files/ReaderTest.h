@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/SceneReader.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Names.h"
@@ -7,7 +8,6 @@
 #include "host/OSGSystem/Transform.h"
 #include "scene/EditAudit.h"
 #include "scene/Mesh.h"
-#include "files/SceneReader.h"
 #include "tests/scene/SceneGraphTest.h"
 #include "tests/support/BuiltInReading.h"
 #include "tests/support/QtPrinters.h"

@@ -1,7 +1,7 @@
 #include "geometry/AmbientOcclusion.h"
+#include "files/scenefile/SceneFile.h"
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "render/Snapshot.h"
-#include "files/scenefile/SceneFile.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 
 #include <QtMath>

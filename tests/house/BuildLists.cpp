@@ -29,7 +29,8 @@ Names compiledBy(const fs::path& list, const std::string& path, std::vector<Find
     std::string line;
     for (int number = 1; std::getline(input, line); ++number) {
         const std::string text = code(line);
-        for (auto word = std::sregex_iterator(text.begin(), text.end(), source); word != std::sregex_iterator(); ++word) {
+        for (auto word = std::sregex_iterator(text.begin(), text.end(), source); word != std::sregex_iterator();
+             ++word) {
             const std::string name = (*word)[1].str() + ".cpp";
             const bool isMade = name.find("_BINARY_DIR}") != name.npos || name.starts_with("${generated}");
             if (name.find('/') == name.npos)

@@ -34,7 +34,8 @@ TEST(BuildLists, ASourceOfAnotherFolderIsAStranger)
 {
     const MadeTree tree;
     tree.write("scene/Node.cpp");
-    tree.write("scene/CMakeLists.txt", "set(a\n  Node.cpp ../files/File.cpp ${PROJECT_SOURCE_DIR}/b/B.cpp sub/C.cpp)\n");
+    tree.write("scene/CMakeLists.txt",
+               "set(a\n  Node.cpp ../files/File.cpp ${PROJECT_SOURCE_DIR}/b/B.cpp sub/C.cpp)\n");
 
     EXPECT_THAT(strayIn(tree), ElementsAre(Finding{"scene/CMakeLists.txt", 2, "../files/File.cpp"},
                                            Finding{"scene/CMakeLists.txt", 2, "${PROJECT_SOURCE_DIR}/b/B.cpp"},

@@ -33,8 +33,7 @@ Places together(Places places, const Places& more)
 std::vector<Layer> makeLayers()
 {
     const Places leaves{"protocol", vocabulary};
-    const Places library =
-        together({"host", "import", "converter", "loader", "optimization", "cad", "plmxml"}, leaves);
+    const Places library = together({"host", "import", "converter", "loader", "optimization", "cad", "plmxml"}, leaves);
     const Places scene = together({"host", "scene"}, leaves);
     const Places formats = together(scene, {"files/*"});
     const Places host = together(scene, {"files", "geometry", "render", "standalone"});
@@ -142,8 +141,7 @@ bool isAllowed(const Layer& layer, const std::string& file, const std::string& i
         return isAllowedForeign(layer.foreign, included);
     if (folderOf(file) == folderOf(included))
         return true;
-    return heldByAny(layer.mayInclude, included) &&
-           (!heldByAny(layer.never, included) || heldByAny(layer.never, file));
+    return heldByAny(layer.mayInclude, included) && (!heldByAny(layer.never, included) || heldByAny(layer.never, file));
 }
 
 } // namespace

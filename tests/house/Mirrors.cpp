@@ -29,8 +29,8 @@ bool mirrorsNothing(std::string_view path)
     return std::ranges::any_of(folders, [path](const std::string& folder) { return isBelow(folder, path); });
 }
 
-// Classes of the contract that a folder of the open host defines: those of the module of its name. The scene defines those
-// of several modules.
+// Classes of the contract that a folder of the open host defines: those of the module of its name. The scene defines
+// those of several modules.
 bool definesContractOf(const std::string& folder, const std::string& contractFolder)
 {
     static const Names scene{"host/OSGSystem", "host/znOpenSGExt", "host/znOpenSGUberCamera",

@@ -100,10 +100,10 @@ bool isBelow(std::string_view folder, std::string_view path)
 
 const std::vector<std::string>& ownFolders()
 {
-    static const std::vector<std::string> folders{
-        "bench", "cad",      "converter",    "examples", "files",  "geometry", "host",       "import", "importer",
-        "loader", "optimization", "plmxml", "protocol", "ptx",    "render",   "scene",      "standalone", "tests",
-        "tools"};
+    static const std::vector<std::string> folders{"bench",        "cad",        "converter", "examples", "files",
+                                                  "geometry",     "host",       "import",    "importer", "loader",
+                                                  "optimization", "plmxml",     "protocol",  "ptx",      "render",
+                                                  "scene",        "standalone", "tests",     "tools"};
     return folders;
 }
 

@@ -55,9 +55,9 @@ const std::vector<std::string>& ownFolders();
 /// Whether a file belongs to the product, which tests, benches and examples do not.
 bool isProduct(std::string_view path);
 
-/// Reads the headers and sources below `ownFolders()` in `root`, in the order of their paths; a folder that is not there
-/// counts as empty. An include is resolved as the compiler does it: beside the including file first, then from the root.
-/// Throws std::filesystem::filesystem_error where the tree cannot be read.
+/// Reads the headers and sources below `ownFolders()` in `root`, in the order of their paths; a folder that is not
+/// there counts as empty. An include is resolved as the compiler does it: beside the including file first, then from
+/// the root. Throws std::filesystem::filesystem_error where the tree cannot be read.
 std::vector<SourceFile> readSourceTree(const std::filesystem::path& root);
 
 } // namespace house

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "files/SceneReaders.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znKernel/znTypeConverter.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "import/znFileLoaderJob.h"
-#include "files/SceneReaders.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/LoadRecorder.h"
 #include "tests/support/QtPrinters.h"

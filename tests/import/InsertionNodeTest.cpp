@@ -1,6 +1,6 @@
 #include "host/OSGSystem/Geometry.h"
-#include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "scene/NodeProperties.h"
+#include "standalone/znOpenSGUtils/NodePredicates.h"
 #include "tests/import/FileLoaderTest.h"
 
 using osg::NodeProperties;

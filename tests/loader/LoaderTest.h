@@ -1,9 +1,9 @@
 #pragma once
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "loader/znPtxLoaderJob.h"
-#include "files/scenefile/SceneFile.h"
 #include "tests/converter/ConverterTest.h"
 
 #include <QFileInfo>

@@ -1,7 +1,7 @@
+#include "optimization/BookmarkViewpoints.h"
 #include "host/znKernelServices/znCameraService.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "optimization/BookmarkConversion.h"
-#include "optimization/BookmarkViewpoints.h"
 #include "tests/optimization/BookmarkTest.h"
 
 using namespace optimization;

@@ -2,8 +2,8 @@
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
-#include "standalone/znKernel/UserInterfaceState.h"
 #include "scene/NodeProperties.h"
+#include "standalone/znKernel/UserInterfaceState.h"
 #include "tests/optimization/TreeOptimizationTest.h"
 
 namespace

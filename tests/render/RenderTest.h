@@ -5,9 +5,9 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/Transform.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "render/Snapshot.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
-#include "render/Snapshot.h"
 #include "tests/scene/SceneGraphTest.h"
 
 #include <gtest/gtest.h>

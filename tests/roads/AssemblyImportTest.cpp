@@ -1,6 +1,6 @@
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Group.h"
 #include "importer/Importer.h"
-#include "files/scenefile/ConvertedTree.h"
 #include "tests/loader/LoaderTest.h"
 
 #include <QEventLoop>

@@ -2,8 +2,8 @@
 
 #include "importer/ImportRoad.h"
 
-#include "importer/SceneText.h"
 #include "importer/Importer.h"
+#include "importer/SceneText.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/roads/BrepText.h"

@@ -1,6 +1,6 @@
+#include "files/SceneReaders.h"
 #include "importer/NestedDocuments.h"
 #include "importer/SceneText.h"
-#include "files/SceneReaders.h"
 #include "standalone/znKernel/UserInterfaceState.h"
 #include "tests/roads/PlmxmlImport.h"
 

@@ -1,8 +1,8 @@
 // What the library asks of the host on a whole road, call by call.
 
+#include "files/scenefile/SceneFile.h"
 #include "host/znUtils/znFile.h"
 #include "importer/Importer.h"
-#include "files/scenefile/SceneFile.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 

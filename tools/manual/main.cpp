@@ -1,6 +1,6 @@
 // Writes the manual pages and the completions of the programs from their option tables:  make_manual FOLDER
-#include "tools/manual/Manual.h"
 #include "ptx/core/CommandLine.h"
+#include "tools/manual/Manual.h"
 #include "tools/znimport/CommandLine.h"
 
 #include <fstream>

@@ -1,6 +1,6 @@
-#include "tools/ptxconvert/ReaderTable.h"
 #include "ptx/conversion/Conversion.h"
 #include "ptx/occt/OcctVersion.h"
+#include "tools/ptxconvert/ReaderTable.h"
 
 #include <clocale>
 #include <cstdio>

@@ -1,8 +1,8 @@
 #include "tools/znimport/VariantSelection.h"
 
-#include "standalone/znVariants/VariantSets.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znVariants/SessionVariants.h"
+#include "standalone/znVariants/VariantSets.h"
 
 namespace znimport
 {

@@ -1,7 +1,7 @@
 #include "ptx/readers/jt/JtReader.h"
 
-#include "protocol/Formats.h"
 #include "files/scenefile/ConvertedTree.h"
+#include "protocol/Formats.h"
 #include "ptx/readers/jt/JtFile.h"
 #include "ptx/readers/jt/PartFileReader.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ptx/occt/DocumentWalker.h"
 #include "ptx/model/Job.h"
+#include "ptx/occt/DocumentWalker.h"
 
 namespace ptx::step
 {

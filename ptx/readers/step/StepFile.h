@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ptx/core/Outcome.h"
-#include "ptx/occt/DocumentWalker.h"
 #include "ptx/model/Job.h"
+#include "ptx/occt/DocumentWalker.h"
 
 namespace ptx::step
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "scene/Mesh.h"
 #include "ptx/readers/stl/StlSolid.h"
+#include "scene/Mesh.h"
 
 #include <memory>
 

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "files/SceneBuilding.h"
+#include "files/glb/GlbWriter.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "scene/SceneEdits.h"
-#include "files/glb/GlbWriter.h"
-#include "files/SceneBuilding.h"
+#include "tests/files/glb/GlbFile.h"
 #include "tests/gltf-validator/GltfValidator.h"
 #include "tests/scene/SceneGraphTest.h"
-#include "tests/files/glb/GlbFile.h"
 #include "tests/support/QtPrinters.h"
 
 #include <QDir>

@@ -2,8 +2,8 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Names.h"
-#include "tests/files/gltf/GltfFixture.h"
 #include "tests/files/ReaderTest.h"
+#include "tests/files/gltf/GltfFixture.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #include "files/gltf/GltfReader.h"
 
-#include "tests/files/gltf/GltfFixture.h"
 #include "tests/files/ReaderTest.h"
+#include "tests/files/gltf/GltfFixture.h"
 
 #include <gmock/gmock.h>
 

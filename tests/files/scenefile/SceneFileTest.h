@@ -1,8 +1,8 @@
 #pragma once
 
-#include "scene/Mesh.h"
 #include "files/scenefile/ReadScene.h"
 #include "files/scenefile/SceneFile.h"
+#include "scene/Mesh.h"
 #include "tests/scene/SceneGraphTest.h"
 
 #include <QDir>

@@ -1,14 +1,15 @@
 // Any bytes as a JT file that names part files, all the way to a scene: a failure with its reason or a sound model,
-// within memory and time that the size of the file allows. In the folder of the file lies "part.jt", the same once more.
+// within memory and time that the size of the file allows. In the folder of the file lies "part.jt", the same once
+// more.
 //
 // ptx_jt_reader_fuzz <a folder for findings> <this folder>/corpus <a folder with real files>
 //
 // Each input is written to a file: with TMPDIR on a memory disk no slow disk is taken for a slow reader.
 
-#include "scene/ContainerRegistry.h"
-#include "tests/fuzz/jt/UnpackedFile.h"
 #include "ptx/readers/jt/JtReader.h"
 #include "ptx/scene/SceneBuilder.h"
+#include "scene/ContainerRegistry.h"
+#include "tests/fuzz/jt/UnpackedFile.h"
 
 #include <algorithm>
 #include <cstdlib>

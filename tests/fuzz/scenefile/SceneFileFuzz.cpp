@@ -2,8 +2,8 @@
 //
 // zn_scenefile_fuzz NEW_FOLDER tests/fuzz/scenefile/corpus tests/standalone/scenefile/golden
 
-#include "scene/ContainerRegistry.h"
 #include "files/scenefile/ReadScene.h"
+#include "scene/ContainerRegistry.h"
 #include "tests/files/scenefile/FileBuilder.h"
 #include "tests/files/scenefile/TreeWalk.h"
 

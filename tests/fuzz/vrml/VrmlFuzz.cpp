@@ -2,9 +2,9 @@
 //
 // zn_vrml_fuzz -dict=<this folder>/vrml.dict <a folder for findings> <this folder>/corpus
 
-#include "scene/ContainerRegistry.h"
 #include "files/SceneReaders.h"
 #include "files/vrml/VrmlReader.h"
+#include "scene/ContainerRegistry.h"
 #include "tests/files/scenefile/TreeWalk.h"
 
 #include <cstdlib>

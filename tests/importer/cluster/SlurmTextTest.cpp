@@ -27,7 +27,7 @@ Allocation allocation()
 TEST(SlurmText, AnAllocationIsReadFromTheLinesOfTheShell)
 {
     const auto read = parseAllocation("job=417\ncores=2(x2),16\ntres=cpu=20,mem=24G,node=3,billing=20\n"
-                                             "node=rack-1\nnode=rack-2\nnode=big.site\nready\n");
+                                      "node=rack-1\nnode=rack-2\nnode=big.site\nready\n");
     ASSERT_TRUE(read);
     EXPECT_EQ(read->job, QStringLiteral("417"));
     EXPECT_EQ(read->nodes,
@@ -121,7 +121,7 @@ TEST(SlurmText, AFailedNodeIsKnownByTheWordsOfSrun)
 {
     EXPECT_EQ(failedNode("x\nsrun: error: Node failure on zn2\n"), QStringLiteral("zn2"));
     EXPECT_EQ(failedNode("srun: error: Task launch for StepId=2.2 failed on node r1-n07: Communication "
-                                "connection failure\nsrun: error: Application launch failed: ...\n"),
+                         "connection failure\nsrun: error: Application launch failed: ...\n"),
               QStringLiteral("r1-n07"));
 }
 
@@ -135,14 +135,14 @@ TEST(SlurmText, AnExitCodeOfTheConverterIsNoFailureOfANode)
 TEST(SlurmText, NodesThatLeftTheAllocationAreKnownByTheWordsOfSalloc)
 {
     EXPECT_EQ(failedNodes("salloc: Granted job allocation 2\nsalloc: error: Node failure on zn2\n"
-                                 "salloc: error: Node failure on zn4\n"),
+                          "salloc: error: Node failure on zn4\n"),
               QStringList({QStringLiteral("zn2"), QStringLiteral("zn4")}));
 }
 
 TEST(SlurmText, ARefusalIsTheLastErrorWithoutItsMark)
 {
     EXPECT_EQ(refusal("salloc: error: invalid partition specified: nonsense\n"
-                             "salloc: error: Job submit/allocate failed: Invalid partition name specified\n"),
+                      "salloc: error: Job submit/allocate failed: Invalid partition name specified\n"),
               QStringLiteral("Job submit/allocate failed: Invalid partition name specified"));
     EXPECT_EQ(refusal("salloc: Granted job allocation 3\nsalloc: Job allocation 3 has been revoked.\n"),
               QStringLiteral("Job allocation 3 has been revoked."));
@@ -155,7 +155,7 @@ TEST(SlurmText, AFullQueueAndTooLargeAWishAreTold)
     EXPECT_EQ(waitingFor("salloc: Pending job allocation 5\nsalloc: job 5 queued and waiting for resources\n"),
               QStringLiteral("job 5 queued and waiting for resources"));
     EXPECT_EQ(waitingFor("salloc: Requested partition configuration not available now\n"
-                                "salloc: job 3 queued and waiting for resources\n"),
+                         "salloc: job 3 queued and waiting for resources\n"),
               QStringLiteral("job 3 queued and waiting for resources; Requested partition configuration not available "
                              "now"));
 }

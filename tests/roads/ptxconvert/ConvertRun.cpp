@@ -1,12 +1,12 @@
 #include "tests/roads/ptxconvert/ConvertRun.h"
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
-#include "files/scenefile/SceneFile.h"
 
 #include <QCoreApplication>
 #include <QProcess>

@@ -1,7 +1,7 @@
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/Mesh.h"
-#include "files/scenefile/ConvertedTree.h"
 #include "tests/roads/ptxconvert/ConvertRun.h"
 #include "tests/support/StepText.h"
 

@@ -1,5 +1,5 @@
-#include "scene/Tags.h"
 #include "files/scenefile/ConvertedTree.h"
+#include "scene/Tags.h"
 #include "tests/roads/ptxconvert/ExactShapes.h"
 
 #include <BRepPrimAPI_MakeCone.hxx>

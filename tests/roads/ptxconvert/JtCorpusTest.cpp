@@ -1,12 +1,12 @@
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileReference.h"
-#include "scene/Tags.h"
-#include "files/scenefile/ConvertedTree.h"
-#include "tests/roads/ptxconvert/ConvertRun.h"
-#include "tests/roads/ptxconvert/ExpectedFigures.h"
 #include "ptx/readers/FileContent.h"
 #include "ptx/readers/jt/JtFile.h"
+#include "scene/Tags.h"
+#include "tests/roads/ptxconvert/ConvertRun.h"
+#include "tests/roads/ptxconvert/ExpectedFigures.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
+#include "files/scenefile/SceneFile.h"
 #include "host/znOpenSGUtils/znOptimize.h"
 #include "scene/GeometryWalk.h"
-#include "files/scenefile/SceneFile.h"
 #include "tests/standalone/znTessellation/RetessellationTest.h"
 
 #include <QCoreApplication>

@@ -1,9 +1,9 @@
 // The tool on assemblies whose parts the scripted child converts.
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "files/scenefile/SceneFile.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,10 +1,10 @@
 // Many places of few parts stay few meshes, from the converted file to the GLB.
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "files/scenefile/SceneFile.h"
-#include "tests/roads/znimport/ToolRun.h"
 #include "tests/files/glb/GlbFile.h"
+#include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 
 namespace

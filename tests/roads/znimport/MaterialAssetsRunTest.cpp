@@ -1,9 +1,9 @@
 // Material assets on the whole road of a converted file.
 
-#include "host/znOpenSGExt/ExtReference.h"
 #include "files/scenefile/SceneFile.h"
-#include "tests/roads/znimport/ToolRun.h"
+#include "host/znOpenSGExt/ExtReference.h"
 #include "tests/files/glb/GlbFile.h"
+#include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 
 namespace

@@ -1,8 +1,8 @@
 // What the tool reports on its runs.
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "files/scenefile/SceneFile.h"
 #include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 

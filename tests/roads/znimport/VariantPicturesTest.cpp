@@ -1,7 +1,7 @@
 // Pictures of variant sets, from functions and on the whole road of a model with bookmarks.
 
-#include "host/znOpenSGExt/ExtReference.h"
 #include "files/scenefile/SceneFile.h"
+#include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/startup/znStandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"

@@ -1,5 +1,6 @@
 #include "standalone/loading/SceneExtras.h"
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/MaterialGroup.h"
@@ -12,10 +13,9 @@
 #include "host/znOpenSGUberCamera/znUberCameraPool.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "host/znVariants/znVariants.h"
-#include "files/scenefile/SceneFile.h"
+#include "scene/VariantTable.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
-#include "scene/VariantTable.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 

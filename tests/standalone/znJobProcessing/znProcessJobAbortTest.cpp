@@ -150,8 +150,8 @@ TEST_F(ProcessJobAbort, AbortedJobMayRunAgainLater)
     EXPECT_EQ(finished[1][0].value<JobState>(), JobSucceeded);
 }
 
-/// A job whose process asks for an update by exit code 4. Its finish() runs an update job, whose end either runs the job
-/// again or ends it, as a converter with an update tool does.
+/// A job whose process asks for an update by exit code 4. Its finish() runs an update job, whose end either runs the
+/// job again or ends it, as a converter with an update tool does.
 class DependentJobs : public ProcessJobAbort
 {
 protected:

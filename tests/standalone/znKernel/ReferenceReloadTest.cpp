@@ -1,10 +1,10 @@
 #include "host/znKernel/znScenegraph.h"
 
+#include "files/SceneReaders.h"
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/EditAudit.h"
-#include "files/SceneReaders.h"
-#include "files/scenefile/SceneFile.h"
 #include "tests/standalone/session/SessionTest.h"
 
 using testing::ElementsAre;

@@ -1,11 +1,11 @@
 #include "host/znKernel/znFileIO.h"
 
+#include "files/SceneReaders.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Transform.h"
 #include "scene/EditAudit.h"
 #include "scene/Mesh.h"
-#include "files/SceneReaders.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/LoadRecorder.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "host/znTessellation/znRetessellation.h"
+#include "ptx/occt/meshing/BrepBlob.h"
 #include "tests/geometry/MeshMeasures.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
-#include "ptx/occt/meshing/BrepBlob.h"
 
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>

@@ -1,6 +1,6 @@
+#include "host/znVariants/znVariants.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/SwitchMaterial.h"
-#include "host/znVariants/znVariants.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
 #include "tests/standalone/session/SessionTest.h"

@@ -1,6 +1,6 @@
+#include "tools/ptxconvert/ReaderTable.h"
 #include "protocol/Formats.h"
 #include "ptx/readers/Reader.h"
-#include "tools/ptxconvert/ReaderTable.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 #include "tools/znimport/KeptLook.h"
 
 #include "standalone/startup/znStandaloneSession.h"
-#include "tests/support/BookmarkScene.h"
-#include "tools/znimport/VariantSelection.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
+#include "tests/support/BookmarkScene.h"
+#include "tools/znimport/VariantSelection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "tests/roads/ptxconvert/TempFolder.h"
-#include "tests/support/jt/FileWriter.h"
 #include "ptx/readers/jt/JtReader.h"
 #include "ptx/scene/SceneBuilder.h"
+#include "tests/roads/ptxconvert/TempFolder.h"
+#include "tests/support/jt/FileWriter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "ptx/readers/step/ReferenceScan.h"
-#include "tests/roads/ptxconvert/TempFolder.h"
 #include "ptx/readers/ReferenceGraph.h"
+#include "tests/roads/ptxconvert/TempFolder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
 // Files of other programs as the content of records, from the folder that the environment variable ZN_CORPUS names.
 
+#include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "scene/Mesh.h"
-#include "files/scenefile/SceneFile.h"
 #include "tests/cad/visualization/PLMXMLStructureTest.h"
 
 #include <QFileInfo>

@@ -1,5 +1,5 @@
-#include "tests/support/jt/JtBytes.h"
 #include "ptx/readers/jt/codec/Hash.h"
+#include "tests/support/jt/JtBytes.h"
 
 #include <gmock/gmock.h>
 
