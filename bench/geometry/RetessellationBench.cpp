@@ -51,7 +51,7 @@ double bareMeshing(const std::vector<TopoDS_Shape>& shapes)
 {
     const auto start = std::chrono::steady_clock::now();
     for (const TopoDS_Shape& shape : shapes)
-        ptx::tessellate(shape, {deviation, degrees * std::numbers::pi / 180}, true);
+        ptx::occt::meshing::tessellate(shape, {deviation, degrees * std::numbers::pi / 180}, true);
     return secondsSince(start);
 }
 

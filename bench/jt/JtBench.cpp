@@ -65,7 +65,7 @@ void makeMeshes(benchmark::State& state, const std::string& name)
     std::int64_t vertices = 0;
     for ([[maybe_unused]] auto step : state)
         for (const Shape& shape : shapes) {
-            ptx::MeshBuilder mesh;
+            ptx::model::MeshBuilder mesh;
             addShape(mesh, shape, NoMove, 1);
             vertices += static_cast<std::int64_t>(mesh.take()->positions.size());
         }

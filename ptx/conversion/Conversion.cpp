@@ -14,7 +14,7 @@
 #include <cstdio>
 #include <new>
 
-namespace ptx
+namespace ptx::conversion
 {
 
 namespace
@@ -23,7 +23,7 @@ namespace
 class Conversion
 {
 public:
-    Conversion(const CommandLine& line, Formats formats)
+    Conversion(const core::CommandLine& line, readers::Formats formats)
         : m_line(line), m_formats(formats), m_log(line.output + protocol::LogSuffix),
           m_progressFile(line.output + protocol::ProgressSuffix), m_output(line.output)
     {
@@ -31,25 +31,25 @@ public:
 
     ExitCode run()
     {
-        Outcome<InputFile> input = lookAtInput(m_line.input);
+        core::Outcome<InputFile> input = lookAtInput(m_line.input);
         if (!m_log.isOpen())
             return fail({ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
-        processend::install(m_log, m_progress, m_output.unfinishedPath());
+        core::processend::install(m_log, m_progress, m_output.unfinishedPath());
         tellStart();
         if (!input)
             return fail(input.failure());
         m_inputBytes = input.value().size;
-        Limits limits(m_line.settings, m_inputBytes);
-        Trouble trouble;
+        core::Limits limits(m_line.settings, m_inputBytes);
+        core::Trouble trouble;
         {
-            const Monitor monitor(m_progress, m_progressFile, limits, m_log);
+            const core::Monitor monitor(m_progress, m_progressFile, limits, m_log);
             trouble = withinMemory(limits, input.value());
         }
         return trouble ? fail(*trouble) : ExitCode::Success;
     }
 
 private:
-    Trouble withinMemory(Limits& limits, const InputFile& input)
+    core::Trouble withinMemory(core::Limits& limits, const InputFile& input)
     {
         try {
             return work(limits, input);
@@ -58,18 +58,20 @@ private:
         }
     }
 
-    Trouble work(Limits& limits, const InputFile& input)
+    core::Trouble work(core::Limits& limits, const InputFile& input)
     {
-        const Outcome<const Format*> format = chooseFormat(m_formats, m_line.input, input.head, input.size);
+        const core::Outcome<const readers::Format*> format =
+            readers::chooseFormat(m_formats, m_line.input, input.head, input.size);
         if (!format)
             return format.failure();
-        if (Trouble trouble = requireExternalParts(m_line.externalParts, mayNameParts(*format.value())))
+        if (core::Trouble trouble = readers::requireExternalParts(m_line.externalParts, mayNameParts(*format.value())))
             return trouble;
-        if (Trouble trouble = m_output.prepare())
+        if (core::Trouble trouble = m_output.prepare())
             return trouble;
         m_log.info("format " + std::string(format.value()->name) + ", " + std::to_string(m_inputBytes) + " bytes");
-        const Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits, m_progress, m_log};
-        Outcome<Model> model = format.value()->read(job);
+        const model::Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits,
+                             m_progress,   m_log};
+        core::Outcome<model::Model> model = format.value()->read(job);
         if (!model)
             return model.failure();
         m_log.info("read: " + std::to_string(model.value().products.size()) + " products, " +
@@ -79,20 +81,24 @@ private:
         return build(model.value());
     }
 
-    bool mayNameParts(const Format& format) const { return format.refersToParts && format.refersToParts(m_line.input); }
+    bool mayNameParts(const readers::Format& format) const
+    {
+        return format.refersToParts && format.refersToParts(m_line.input);
+    }
 
-    Trouble build(const Model& model)
+    core::Trouble build(const model::Model& model)
     {
         m_progress.begin(Stage::BuildOsgTree);
-        Outcome<Scene> scene = buildScene(model, m_line.input, m_line.settings.number(Setting::NodeLimit));
+        core::Outcome<scene::Scene> scene =
+            scene::buildScene(model, m_line.input, m_line.settings.number(core::Setting::NodeLimit));
         if (!scene)
             return scene.failure();
         if (scene.value().occurrences == 0 && model.references.empty())
-            return Failure{ExitCode::NothingToImport, "no part of the file became a mesh"};
+            return core::Failure{ExitCode::NothingToImport, "no part of the file became a mesh"};
         m_log.info("scene: " + std::to_string(scene.value().nodes) + " nodes, " +
                    std::to_string(scene.value().occurrences) + " occurrences of parts");
         m_progress.begin(Stage::Write);
-        if (Trouble trouble = m_output.write(scene.value().root))
+        if (core::Trouble trouble = m_output.write(scene.value().root))
             return trouble;
         tellEnd();
         m_progress.begin(Stage::Finished);
@@ -101,7 +107,7 @@ private:
 
     void tellStart()
     {
-        m_log.info("ptxconvert " ZN_VERSION ", CAD kernel " + std::string(occtVersion()));
+        m_log.info("ptxconvert " ZN_VERSION ", CAD kernel " + std::string(occt::occtVersion()));
         m_log.info("input  " + m_line.input);
         m_log.info("output " + m_line.output);
         for (const std::string& assignment : m_line.assignments)
@@ -111,32 +117,32 @@ private:
     void tellEnd()
     {
         m_log.info("stages: " + m_progress.stageTimes());
-        const Usage usage = measureUsage();
-        m_log.info("finished: " + oneDecimal(usage.cpuSeconds) + " s of processor time, " +
+        const core::Usage usage = core::measureUsage();
+        m_log.info("finished: " + core::oneDecimal(usage.cpuSeconds) + " s of processor time, " +
                    std::to_string(m_log.warnings()) + " warnings");
     }
 
-    ExitCode fail(const Failure& failure)
+    ExitCode fail(const core::Failure& failure)
     {
         m_log.error(failure.message);
         std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
         return failure.code;
     }
 
-    const CommandLine& m_line;
-    Formats m_formats;
-    Log m_log;
-    Progress m_progress;
-    ProgressFile m_progressFile;
+    const core::CommandLine& m_line;
+    readers::Formats m_formats;
+    core::Log m_log;
+    core::Progress m_progress;
+    core::ProgressFile m_progressFile;
     OutputFile m_output;
     std::uint64_t m_inputBytes = 0;
 };
 
 } // namespace
 
-ExitCode convert(const CommandLine& line, Formats formats)
+ExitCode convert(const core::CommandLine& line, readers::Formats formats)
 {
     return Conversion(line, formats).run();
 }
 
-} // namespace ptx
+} // namespace ptx::conversion

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace ptx
+namespace ptx::conversion
 {
 
 namespace
@@ -11,14 +11,14 @@ namespace
 
 constexpr std::size_t HeadSize = std::size_t{64} * 1024;
 
-Failure unreadable(const std::string& path, const std::string& why)
+core::Failure unreadable(const std::string& path, const std::string& why)
 {
     return {ExitCode::InputUnreadable, "cannot read " + path + ": " + why};
 }
 
 } // namespace
 
-Outcome<InputFile> lookAtInput(const std::string& path)
+core::Outcome<InputFile> lookAtInput(const std::string& path)
 {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
@@ -37,8 +37,8 @@ Outcome<InputFile> lookAtInput(const std::string& path)
     result.head.resize(static_cast<std::size_t>(stream.gcount()));
     result.size = std::filesystem::file_size(path, error);
     if (result.head.empty())
-        return Failure{ExitCode::Damaged, "the file is empty"};
+        return core::Failure{ExitCode::Damaged, "the file is empty"};
     return result;
 }
 
-} // namespace ptx
+} // namespace ptx::conversion

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace ptx
+namespace ptx::conversion
 {
 
 /// What is known of the input before it is read.
@@ -15,6 +15,6 @@ struct InputFile {
 };
 
 /// Looks at `path`; a folder, an empty file or one without permission cannot be an input.
-Outcome<InputFile> lookAtInput(const std::string& path);
+core::Outcome<InputFile> lookAtInput(const std::string& path);
 
-} // namespace ptx
+} // namespace ptx::conversion

@@ -13,13 +13,13 @@
 #include <cstring>
 #include <filesystem>
 
-namespace ptx
+namespace ptx::conversion
 {
 
 namespace
 {
 
-Failure cannotWrite(const std::string& path, const std::string& why)
+core::Failure cannotWrite(const std::string& path, const std::string& why)
 {
     return {ExitCode::OutputFailed, "cannot write " + path + ": " + why};
 }
@@ -32,23 +32,23 @@ OutputFile::OutputFile(const std::string& path)
 {
 }
 
-Trouble OutputFile::prepare() const
+core::Trouble OutputFile::prepare() const
 {
     if (std::filesystem::is_directory(m_path))
         return cannotWrite(m_path, "it is a folder");
-    if (!FileDescriptor(::open(m_unfinished.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)))
+    if (!core::FileDescriptor(::open(m_unfinished.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)))
         return cannotWrite(m_path, std::strerror(errno));
     ::unlink(m_unfinished.c_str());
     return std::nullopt;
 }
 
-Trouble OutputFile::write(const osg::NodePtr& root) const
+core::Trouble OutputFile::write(const osg::NodePtr& root) const
 {
     const files::Result<std::uint64_t> result = osg::writeSceneFile(root, QString::fromStdString(m_path));
     if (!result)
         return cannotWrite(m_path, result.error().message.toStdString());
-    processend::outputStands();
+    core::processend::outputStands();
     return std::nullopt;
 }
 
-} // namespace ptx
+} // namespace ptx::conversion

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace ptx
+namespace ptx::conversion
 {
 
 /// The output, which appears under its name complete or not at all: the scene file is written under another name in the
@@ -18,13 +18,13 @@ public:
     /// Where the scene file stands until it is complete; what a killed process has to remove.
     const std::string& unfinishedPath() const { return m_unfinished; }
     /// Makes sure that the folder takes files, before the work is done rather than after.
-    Trouble prepare() const;
+    core::Trouble prepare() const;
     /// Writes `root`. After that a request to stop is ignored.
-    Trouble write(const osg::NodePtr& root) const;
+    core::Trouble write(const osg::NodePtr& root) const;
 
 private:
     std::string m_path;
     std::string m_unfinished;
 };
 
-} // namespace ptx
+} // namespace ptx::conversion

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 
-namespace ptx
+namespace ptx::core
 {
 
 namespace
@@ -188,4 +188,4 @@ std::string usageText()
     return text + '\n' + filesText() + exitCodesText();
 }
 
-} // namespace ptx
+} // namespace ptx::core

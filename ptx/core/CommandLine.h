@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// What the process was asked to do.
@@ -44,4 +44,4 @@ std::string exitCodesText();
 /// The text of --help, which stands on the standard error stream after wrong use.
 std::string usageText();
 
-} // namespace ptx
+} // namespace ptx::core

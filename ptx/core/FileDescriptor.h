@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// Owns an open file descriptor; -1 stands for none.
@@ -32,4 +32,4 @@ private:
     int m_descriptor = -1;
 };
 
-} // namespace ptx
+} // namespace ptx::core

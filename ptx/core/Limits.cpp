@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
-namespace ptx
+namespace ptx::core
 {
 
 namespace
@@ -98,4 +98,4 @@ Failure Limits::memoryFailure() const
                                        " MB; raise limit.memory or limit.memory-per-mb, or set limit.memory=0"};
 }
 
-} // namespace ptx
+} // namespace ptx::core

@@ -6,7 +6,7 @@
 #include <atomic>
 #include <cstdint>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// What the process uses at one moment.
@@ -50,4 +50,4 @@ private:
     double m_lastLifeCpu = 0;
 };
 
-} // namespace ptx
+} // namespace ptx::core

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace ptx
+namespace ptx::core
 {
 
 namespace
@@ -77,4 +77,4 @@ void Log::write(const std::string& text)
     [[maybe_unused]] const auto written = ::write(m_file.get(), whole.data(), whole.size());
 }
 
-} // namespace ptx
+} // namespace ptx::core

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// The log of one conversion, for a person. Every line is in the file when the call returns, so that a crash loses
@@ -42,4 +42,4 @@ private:
     int m_warnings = 0;
 };
 
-} // namespace ptx
+} // namespace ptx::core

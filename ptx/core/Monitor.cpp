@@ -2,7 +2,7 @@
 
 #include "ptx/core/ProcessEnd.h"
 
-namespace ptx
+namespace ptx::core
 {
 
 namespace
@@ -42,4 +42,4 @@ void Monitor::look()
         processend::end(m_log, {trouble->code, trouble->message + " (in stage " + stageWord(m_progress.stage()) + ")"});
 }
 
-} // namespace ptx
+} // namespace ptx::core

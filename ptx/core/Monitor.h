@@ -9,7 +9,7 @@
 #include <mutex>
 #include <thread>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// A thread that looks at a conversion ten times a second: it writes the progress file and keeps the limits. When a
@@ -38,4 +38,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace ptx
+} // namespace ptx::core

@@ -7,7 +7,7 @@
 #include <utility>
 #include <variant>
 
-namespace ptx
+namespace ptx::core
 {
 
 using protocol::ExitCode;
@@ -40,4 +40,4 @@ private:
 /// What a step without a value gives back: nothing when it went well.
 using Trouble = std::optional<Failure>;
 
-} // namespace ptx
+} // namespace ptx::core

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <vector>
 
-namespace ptx::processend
+namespace ptx::core::processend
 {
 
 namespace
@@ -126,4 +126,4 @@ void end(Log& log, const Failure& failure)
     ::_exit(protocol::number(failure.code));
 }
 
-} // namespace ptx::processend
+} // namespace ptx::core::processend

@@ -7,7 +7,7 @@
 #include <string>
 
 /// How the process ends when it cannot end by itself. Signals make this one state of the process.
-namespace ptx::processend
+namespace ptx::core::processend
 {
 
 /// From now on a fatal signal n ends the process with 128 + n, and SIGTERM, SIGINT and SIGHUP end it at once with 21,
@@ -21,4 +21,4 @@ void outputStands();
 /// Ends the process from any thread: the reason goes into the log and to standard error, the unfinished file goes.
 [[noreturn]] void end(Log& log, const Failure& failure);
 
-} // namespace ptx::processend
+} // namespace ptx::core::processend

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace ptx
+namespace ptx::core
 {
 
 void Progress::begin(Stage stage)
@@ -55,4 +55,4 @@ void Progress::raise(int percent)
     }
 }
 
-} // namespace ptx
+} // namespace ptx::core

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// Where a conversion stands. Any thread may report; nothing is written from here, the monitor reads it now and then.
@@ -51,4 +51,4 @@ private:
     std::vector<std::pair<Stage, Clock::time_point>> m_begun;
 };
 
-} // namespace ptx
+} // namespace ptx::core

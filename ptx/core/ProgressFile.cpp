@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-namespace ptx
+namespace ptx::core
 {
 
 ProgressFile::ProgressFile(const std::string& path) : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666))
@@ -23,4 +23,4 @@ void ProgressFile::write(int percent, Stage stage)
     m_stage = stage;
 }
 
-} // namespace ptx
+} // namespace ptx::core

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// The progress file: a number and a stage word, each with a line end.
@@ -31,4 +31,4 @@ private:
     Stage m_stage = Stage::Unknown;
 };
 
-} // namespace ptx
+} // namespace ptx::core

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace ptx
+namespace ptx::core
 {
 
 namespace
@@ -121,4 +121,4 @@ std::string numberText(double value)
     return {text, end};
 }
 
-} // namespace ptx
+} // namespace ptx::core

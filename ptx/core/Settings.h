@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// Everything that can be told to a conversion. The table in Settings.cpp gives name, unit, range, default and help.
@@ -70,4 +70,4 @@ std::string numberText(double value);
 /// With one digit behind the point, in every locale.
 std::string oneDecimal(double value);
 
-} // namespace ptx
+} // namespace ptx::core

@@ -2,7 +2,7 @@
 
 #include <array>
 
-namespace ptx
+namespace ptx::core
 {
 
 namespace
@@ -26,4 +26,4 @@ int stageEnd(Stage stage)
     return Starts[static_cast<std::size_t>(stage) + 1] - 1;
 }
 
-} // namespace ptx
+} // namespace ptx::core

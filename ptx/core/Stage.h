@@ -2,7 +2,7 @@
 
 #include "protocol/Stage.h"
 
-namespace ptx
+namespace ptx::core
 {
 
 using protocol::Stage;
@@ -14,4 +14,4 @@ int stageStart(Stage stage);
 /// The percent that the work of `stage` may rise to.
 int stageEnd(Stage stage);
 
-} // namespace ptx
+} // namespace ptx::core

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cmath>
 
-namespace ptx
+namespace ptx::core
 {
 
 TimedProgress::TimedProgress(Progress& progress, double start, double seconds)
@@ -31,4 +31,4 @@ void TimedProgress::run(double start, double seconds)
     }
 }
 
-} // namespace ptx
+} // namespace ptx::core

@@ -6,7 +6,7 @@
 #include <mutex>
 #include <thread>
 
-namespace ptx
+namespace ptx::core
 {
 
 /// Moves the present stage on by the clock while a step runs that says nothing of its own. It approaches the end and
@@ -30,4 +30,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace ptx
+} // namespace ptx::core

@@ -6,7 +6,7 @@
 #include <map>
 #include <vector>
 
-namespace ptx
+namespace ptx::model
 {
 
 /// How a surface looks: a display colour (sRGB) whose alpha is its coverage.
@@ -37,4 +37,4 @@ private:
     std::map<std::array<float, 4>, int> m_numbers;
 };
 
-} // namespace ptx
+} // namespace ptx::model

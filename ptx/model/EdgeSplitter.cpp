@@ -6,7 +6,7 @@
 #include <map>
 #include <vector>
 
-namespace ptx
+namespace ptx::model
 {
 
 namespace
@@ -144,4 +144,4 @@ std::shared_ptr<const osg::Mesh> splitEdges(const osg::Mesh& mesh, float longest
     return Splitter(mesh, longest).split(mesh);
 }
 
-} // namespace ptx
+} // namespace ptx::model

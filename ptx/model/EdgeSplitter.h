@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <memory>
 
-namespace ptx
+namespace ptx::model
 {
 
 /// About how many triangles `splitEdges` would make of `mesh`.
@@ -15,4 +15,4 @@ double splitEstimate(const osg::Mesh& mesh, float longest);
 /// points alone, and new vertices lie on the edge: triangles that met before meet afterwards, also across faces.
 std::shared_ptr<const osg::Mesh> splitEdges(const osg::Mesh& mesh, float longest);
 
-} // namespace ptx
+} // namespace ptx::model

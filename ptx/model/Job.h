@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-namespace ptx
+namespace ptx::model
 {
 
 /// What a reader has to know; all of it outlives the reading.
@@ -16,10 +16,10 @@ struct Job {
     std::string input; ///< absolute path
     std::uint64_t inputBytes = 0;
     bool externalParts = false;
-    const Settings& settings;
-    Limits& limits;
-    Progress& progress;
-    Log& log;
+    const core::Settings& settings;
+    core::Limits& limits;
+    core::Progress& progress;
+    core::Log& log;
 };
 
-} // namespace ptx
+} // namespace ptx::model

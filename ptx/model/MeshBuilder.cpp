@@ -2,7 +2,7 @@
 
 #include <limits>
 
-namespace ptx
+namespace ptx::model
 {
 
 bool MeshBuilder::hasRoomFor(std::size_t vertices) const
@@ -34,7 +34,7 @@ void MeshBuilder::addLine(std::uint32_t a, std::uint32_t b)
 
 void MeshBuilder::endFace()
 {
-    const auto now = static_cast<std::uint32_t>(triangleCount());
+    const auto now = static_cast<std::uint32_t>(occt::meshing::triangleCount());
     if (now > m_faceStart)
         m_arrays.faces.push_back({m_faceStart, now - m_faceStart});
     m_faceStart = now;
@@ -47,4 +47,4 @@ std::shared_ptr<const osg::Mesh> MeshBuilder::take()
     return mesh;
 }
 
-} // namespace ptx
+} // namespace ptx::model

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-namespace ptx
+namespace ptx::model
 {
 
 /// Puts a mesh together, face by face. Counts stay within 32 bits; what would go beyond is refused by `hasRoomFor`.
@@ -15,7 +15,7 @@ class MeshBuilder
 public:
     bool hasRoomFor(std::size_t vertices) const;
     bool isEmpty() const { return m_arrays.triangles.empty() && m_arrays.lines.empty() && m_arrays.points.empty(); }
-    std::size_t triangleCount() const { return m_arrays.triangles.size() / 3; }
+    std::size_t occt::meshing::triangleCount() const { return m_arrays.triangles.size() / 3; }
 
     /// The number of the vertex.
     std::uint32_t addVertex(const osg::Vec3f& position, const osg::Vec3f& normal);
@@ -37,4 +37,4 @@ private:
     std::uint32_t m_faceStart = 0;
 };
 
-} // namespace ptx
+} // namespace ptx::model

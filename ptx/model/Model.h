@@ -12,7 +12,7 @@
 
 /// What a reader makes of a file, whatever its format: products that contain each other, and the meshes of their
 /// bodies. Texts are UTF-8, lengths millimetres. A product that is used many times is held once.
-namespace ptx
+namespace ptx::model
 {
 
 /// The part of a body that has one appearance.
@@ -71,4 +71,4 @@ struct Model {
     std::vector<std::string> tags; ///< of the file as a whole
 };
 
-} // namespace ptx
+} // namespace ptx::model

@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-namespace ptx
+namespace ptx::model
 {
 
 namespace
@@ -72,4 +72,4 @@ std::vector<Occurrence> mergeModel(Model& whole, Model part, std::size_t firstBo
     return roots;
 }
 
-} // namespace ptx
+} // namespace ptx::model

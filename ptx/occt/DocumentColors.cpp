@@ -9,7 +9,7 @@
 #include <cmath>
 #include <vector>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -21,7 +21,7 @@ float rounded(double value)
     return static_cast<float>(std::round(std::clamp(value, 0.0, 1.0) * 1e5) / 1e5);
 }
 
-Appearance displayed(const Quantity_ColorRGBA& color)
+model::Appearance displayed(const Quantity_ColorRGBA& color)
 {
     double red = 0;
     double green = 0;
@@ -35,7 +35,7 @@ struct ColoredShape {
     int appearance;
 };
 
-void bind(const ColoredShape& colored, TopAbs_ShapeEnum kind, ShapeBody& body)
+void bind(const ColoredShape& colored, TopAbs_ShapeEnum kind, occt::meshing::ShapeBody& body)
 {
     for (TopExp_Explorer part(colored.shape, kind); part.More(); part.Next())
         body.appearances.Bind(part.Current(), colored.appearance);
@@ -46,22 +46,22 @@ void bind(const ColoredShape& colored, TopAbs_ShapeEnum kind, ShapeBody& body)
 int DocumentColors::find(const TDF_Label& label, XCAFDoc_ColorType type) const
 {
     Quantity_ColorRGBA color;
-    return m_tool->GetColor(label, type, color) ? m_table.indexOf(displayed(color)) : NoAppearance;
+    return m_tool->GetColor(label, type, color) ? m_table.indexOf(displayed(color)) : model::NoAppearance;
 }
 
 int DocumentColors::of(const TDF_Label& label) const
 {
     const int surface = find(label, XCAFDoc_ColorSurf);
-    return surface != NoAppearance ? surface : find(label, XCAFDoc_ColorGen);
+    return surface != model::NoAppearance ? surface : find(label, XCAFDoc_ColorGen);
 }
 
 int DocumentColors::ofCurves(const TDF_Label& label) const
 {
     const int curves = find(label, XCAFDoc_ColorCurv);
-    return curves != NoAppearance ? curves : of(label);
+    return curves != model::NoAppearance ? curves : of(label);
 }
 
-void DocumentColors::collect(const TDF_Label& part, ShapeBody& body) const
+void DocumentColors::collect(const TDF_Label& part, occt::meshing::ShapeBody& body) const
 {
     TDF_LabelSequence labels;
     XCAFDoc_ShapeTool::GetSubShapes(part, labels);
@@ -70,7 +70,7 @@ void DocumentColors::collect(const TDF_Label& part, ShapeBody& body) const
         const TopoDS_Shape shape = XCAFDoc_ShapeTool::GetShape(label);
         const bool isCurve = !shape.IsNull() && shape.ShapeType() >= TopAbs_WIRE;
         const int appearance = isCurve ? ofCurves(label) : of(label);
-        if (!shape.IsNull() && appearance != NoAppearance)
+        if (!shape.IsNull() && appearance != model::NoAppearance)
             found.push_back({shape, appearance});
     }
     std::stable_sort(found.begin(), found.end(), [](const ColoredShape& a, const ColoredShape& b) {
@@ -80,4 +80,4 @@ void DocumentColors::collect(const TDF_Label& part, ShapeBody& body) const
         bind(colored, colored.shape.ShapeType() < TopAbs_WIRE ? TopAbs_FACE : TopAbs_EDGE, body);
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -5,7 +5,7 @@
 #include <TDF_Label.hxx>
 #include <XCAFDoc_ColorTool.hxx>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// The colours of a document's labels, as numbers of `table`. The kernel keeps colours linear; here they become
@@ -13,7 +13,9 @@ namespace ptx
 class DocumentColors
 {
 public:
-    DocumentColors(const Handle(XCAFDoc_ColorTool) & tool, AppearanceTable& table) : m_tool(tool), m_table(table) {}
+    DocumentColors(const Handle(XCAFDoc_ColorTool) & tool, model::AppearanceTable& table) : m_tool(tool), m_table(table)
+    {
+    }
 
     /// The surface colour of `label`, else its general one, else `NoAppearance`.
     int of(const TDF_Label& label) const;
@@ -22,13 +24,13 @@ public:
     bool isVisible(const TDF_Label& label) const { return m_tool->IsVisible(label); }
     /// Gives `body` the colours of the sub-shapes that have labels below that of the part: solids and shells first,
     /// faces after them, so that the finer one wins.
-    void collect(const TDF_Label& part, ShapeBody& body) const;
+    void collect(const TDF_Label& part, occt::meshing::ShapeBody& body) const;
 
 private:
     int find(const TDF_Label& label, XCAFDoc_ColorType type) const;
 
     Handle(XCAFDoc_ColorTool) m_tool;
-    AppearanceTable& m_table;
+    model::AppearanceTable& m_table;
 };
 
-} // namespace ptx
+} // namespace ptx::occt

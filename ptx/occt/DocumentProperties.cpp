@@ -12,7 +12,7 @@
 #include <XCAFDoc_Volume.hxx>
 #include <gp_Pnt.hxx>
 
-namespace ptx
+namespace ptx::occt
 {
 
 using namespace osg::converted;
@@ -50,13 +50,13 @@ void DocumentProperties::addValidation(const TDF_Label& label, std::vector<std::
 {
     double value = 0;
     if (XCAFDoc_Volume::Get(label, value))
-        tags.push_back(tag(VolumeKey, numberText(value)));
+        tags.push_back(tag(VolumeKey, core::numberText(value)));
     if (XCAFDoc_Area::Get(label, value))
-        tags.push_back(tag(AreaKey, numberText(value)));
+        tags.push_back(tag(AreaKey, core::numberText(value)));
     gp_Pnt centroid;
     if (XCAFDoc_Centroid::Get(label, centroid))
-        tags.push_back(tag(CentroidKey,
-                           numberText(centroid.X()) + " " + numberText(centroid.Y()) + " " + numberText(centroid.Z())));
+        tags.push_back(tag(CentroidKey, core::numberText(centroid.X()) + " " + core::numberText(centroid.Y()) + " " +
+                                            core::numberText(centroid.Z())));
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -9,7 +9,7 @@
 
 class TDocStd_Document;
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// What a document says of its labels beside names and colours: layers and validation properties.
@@ -29,4 +29,4 @@ private:
     Handle(XCAFDoc_LayerTool) m_layers;
 };
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -15,7 +15,7 @@
 #include <XCAFDoc_ShapeTool.hxx>
 #include <gp_Trsf.hxx>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -33,9 +33,9 @@ osg::Matrix toMatrix(const gp_Trsf& place)
 class Walker
 {
 public:
-    using Complete = std::function<void(const TDF_Label&, Product&)>;
+    using Complete = std::function<void(const TDF_Label&, model::Product&)>;
 
-    Walker(const Handle(TDocStd_Document) & document, const Job& job, const Complete& complete)
+    Walker(const Handle(TDocStd_Document) & document, const model::Job& job, const Complete& complete)
         : m_complete(complete), m_facts(document), m_shapes(XCAFDoc_DocumentTool::ShapeTool(document->Main())),
           m_colors(XCAFDoc_DocumentTool::ColorTool(document->Main()), m_content.model.appearances), m_job(job)
     {
@@ -69,10 +69,10 @@ private:
         return number;
     }
 
-    Occurrence occurrence(const TDF_Label& label)
+    model::Occurrence occurrence(const TDF_Label& label)
     {
         TDF_Label referred;
-        Occurrence result;
+        model::Occurrence result;
         if (!XCAFDoc_ShapeTool::GetReferredShape(label, referred)) {
             result.product = productOf(label);
             result.isVisible = isVisible(label);
@@ -91,7 +91,7 @@ private:
 
     void fill(std::size_t number, const TDF_Label& label)
     {
-        Product product;
+        model::Product product;
         product.name = nameOf(label);
         product.appearance = m_colors.of(label);
         product.tags = m_facts.of(label);
@@ -104,7 +104,7 @@ private:
         m_content.model.products[number] = std::move(product);
     }
 
-    void addComponents(std::size_t number, const TDF_Label& label, Product& product)
+    void addComponents(std::size_t number, const TDF_Label& label, model::Product& product)
     {
         TDF_LabelSequence components;
         XCAFDoc_ShapeTool::GetComponents(label, components);
@@ -115,11 +115,11 @@ private:
         }
     }
 
-    void addBody(const TDF_Label& label, Product& product)
+    void addBody(const TDF_Label& label, model::Product& product)
     {
-        ShapeBody body;
+        occt::meshing::ShapeBody body;
         body.shape = XCAFDoc_ShapeTool::GetShape(label);
-        if (body.shape.IsNull() || !hasGeometry(body.shape))
+        if (body.shape.IsNull() || !occt::meshing::hasGeometry(body.shape))
             return;
         body.name = product.name;
         body.precision = precisionOf(body.shape, body.precision);
@@ -143,7 +143,7 @@ private:
     // A chain of usages, each on a label below its component; the colour is with the first.
     void addOverride(Handle(XCAFDoc_GraphNode) node)
     {
-        PathOverride result;
+        model::PathOverride result;
         result.appearance = m_colors.of(node->Label());
         while (!node.IsNull()) {
             const auto* place = m_places.Seek(node->Label().Father());
@@ -152,7 +152,7 @@ private:
             result.path.push_back(*place);
             node = node->NbChildren() > 0 ? node->GetChild(1) : Handle(XCAFDoc_GraphNode)();
         }
-        if (result.appearance != NoAppearance)
+        if (result.appearance != model::NoAppearance)
             m_content.model.overrides.push_back(std::move(result));
     }
 
@@ -161,7 +161,7 @@ private:
     DocumentProperties m_facts;
     Handle(XCAFDoc_ShapeTool) m_shapes;
     DocumentColors m_colors;
-    const Job& m_job;
+    const model::Job& m_job;
     NCollection_DataMap<TDF_Label, std::size_t, TDF_LabelMapHasher> m_products;
     NCollection_DataMap<TDF_Label, std::pair<std::size_t, std::size_t>, TDF_LabelMapHasher> m_places;
     std::vector<TDF_Label> m_queue;
@@ -170,10 +170,10 @@ private:
 
 } // namespace
 
-DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
-                             const std::function<void(const TDF_Label&, Product&)>& complete)
+DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const model::Job& job,
+                             const std::function<void(const TDF_Label&, model::Product&)>& complete)
 {
     return Walker(document, job, complete).walk();
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -13,20 +13,20 @@
 class TDF_Label;
 class TDocStd_Document;
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// What a document holds: products and occurrences, and the shapes that their bodies are to be made from.
 struct DocumentContent {
-    Model model;                   ///< its bodies are still missing
-    std::vector<ShapeBody> shapes; ///< in the order of the bodies to come
+    model::Model model;                           ///< its bodies are still missing
+    std::vector<occt::meshing::ShapeBody> shapes; ///< in the order of the bodies to come
 };
 
 /// Reads the structure of `document`, each product once. Colour precedence, from strong to weak: occurrence, face,
 /// solid, product, assembly around it.
 /// `complete` is called for each product with its label when all else of it is known but its children's products; it
 /// may add what the reader knows beside the document. It may be empty.
-DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const Job& job,
-                             const std::function<void(const TDF_Label&, Product&)>& complete = {});
+DocumentContent walkDocument(const Handle(TDocStd_Document) & document, const model::Job& job,
+                             const std::function<void(const TDF_Label&, model::Product&)>& complete = {});
 
-} // namespace ptx
+} // namespace ptx::occt

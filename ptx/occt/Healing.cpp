@@ -8,7 +8,7 @@
 #include <ShapeFix_Shape.hxx>
 #include <TopExp_Explorer.hxx>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -17,7 +17,8 @@ namespace
 // Gaps of files in the wild reach this far; beyond it an edge no longer lies on its face.
 constexpr double LargestTolerance = 1.0;
 
-decltype(ShapeBody::appearances) followed(const ShapeBody& body, ShapeBuild_ReShape& changes)
+decltype(occt::meshing::ShapeBody::appearances) followed(const occt::meshing::ShapeBody& body,
+                                                         ShapeBuild_ReShape& changes)
 {
     decltype(body.appearances) result;
     for (decltype(body.appearances)::Iterator it(body.appearances); it.More(); it.Next())
@@ -28,7 +29,7 @@ decltype(ShapeBody::appearances) followed(const ShapeBody& body, ShapeBuild_ReSh
 
 } // namespace
 
-void heal(ShapeBody& body, bool inParallel)
+void heal(occt::meshing::ShapeBody& body, bool inParallel)
 {
     addMissingPcurves(body.shape, body.precision, inParallel);
     ShapeFix_Shape fixer(body.shape);
@@ -42,4 +43,4 @@ void heal(ShapeBody& body, bool inParallel)
     body.shape = healed;
 }
 
-} // namespace ptx
+} // namespace ptx::occt

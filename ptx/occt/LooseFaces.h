@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// Makes one part named `name` of all top-level parts that hold no solid, when there are several: a file of loose faces
@@ -13,4 +13,4 @@ namespace ptx
 /// @return how many parts went into the new one
 std::size_t mergeLooseFaces(DocumentContent& content, const std::string& name);
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -18,7 +18,7 @@
 #include <map>
 #include <vector>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -27,7 +27,7 @@ namespace
 class Extractor
 {
 public:
-    Extractor(const ShapeBody& body, const Tolerance& tolerance, bool keepBrep)
+    Extractor(const occt::meshing::ShapeBody& body, const occt::meshing::Tolerance& tolerance, bool keepBrep)
         : m_body(body), m_tolerance(tolerance), m_keepBrep(keepBrep)
     {
     }
@@ -53,14 +53,14 @@ private:
     int appearanceOf(const TopoDS_Shape& shape) const
     {
         const int* known = m_body.appearances.Seek(shape);
-        return known ? *known : NoAppearance;
+        return known ? *known : model::NoAppearance;
     }
 
     void addFace(const TopoDS_Face& face)
     {
         ++m_result.faces;
         FaceGroup& group = m_groups[appearanceOf(face)];
-        if (!appendFaceMesh(face, group.builder))
+        if (!occt::meshing::appendFaceMesh(face, group.builder))
             ++m_result.emptyFaces;
         else if (m_keepBrep)
             group.faces.push_back(face);
@@ -79,19 +79,19 @@ private:
         }
     }
 
-    static void appendCurve(const GCPnts_TangentialDeflection& points, MeshBuilder& builder)
+    static void appendCurve(const GCPnts_TangentialDeflection& points, model::MeshBuilder& builder)
     {
         if (points.NbPoints() < 2 || !builder.hasRoomFor(static_cast<std::size_t>(points.NbPoints())))
             return;
-        std::uint32_t last = builder.addVertex(toVec3f(points.Value(1).XYZ()));
+        std::uint32_t last = builder.addVertex(occt::meshing::toVec3f(points.Value(1).XYZ()));
         for (int i = 2; i <= points.NbPoints(); ++i) {
-            const std::uint32_t next = builder.addVertex(toVec3f(points.Value(i).XYZ()));
+            const std::uint32_t next = builder.addVertex(occt::meshing::toVec3f(points.Value(i).XYZ()));
             builder.addLine(last, next);
             last = next;
         }
     }
 
-    void addPiece(int appearance, MeshBuilder& builder)
+    void addPiece(int appearance, model::MeshBuilder& builder)
     {
         m_result.triangles += builder.triangleCount();
         if (!builder.isEmpty())
@@ -106,28 +106,28 @@ private:
         for (const TopoDS_Face& face : faces)
             builder.Add(all, face);
         auto mesh = std::make_shared<osg::Mesh>(*m_result.body.pieces.back().mesh);
-        mesh->brep = brepBlob(all);
+        mesh->brep = occt::meshing::brepBlob(all);
         m_result.body.pieces.back().mesh = std::move(mesh);
     }
 
     struct FaceGroup {
-        MeshBuilder builder;
+        model::MeshBuilder builder;
         std::vector<TopoDS_Face> faces; ///< only when their surfaces are kept
     };
 
-    const ShapeBody& m_body;
-    const Tolerance& m_tolerance;
+    const occt::meshing::ShapeBody& m_body;
+    const occt::meshing::Tolerance& m_tolerance;
     bool m_keepBrep;
     std::map<int, FaceGroup> m_groups;
-    std::map<int, MeshBuilder> m_wireBuilders; // apart: lines have no normals
+    std::map<int, model::MeshBuilder> m_wireBuilders; // apart: lines have no normals
     PartResult m_result;
 };
 
 } // namespace
 
-PartResult extract(const ShapeBody& body, const Tolerance& tolerance, bool keepBrep)
+PartResult extract(const occt::meshing::ShapeBody& body, const occt::meshing::Tolerance& tolerance, bool keepBrep)
 {
     return Extractor(body, tolerance, keepBrep).extract();
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -20,7 +20,7 @@
 
 #include <vector>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -112,4 +112,4 @@ void addMissingPcurves(const TopoDS_Shape& shape, double precision, bool inParal
             takeOver(projection, work);
 }
 
-} // namespace ptx
+} // namespace ptx::occt

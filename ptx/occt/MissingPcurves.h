@@ -2,7 +2,7 @@
 
 class TopoDS_Shape;
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// Gives the edges of free-form faces of `shape` the curves on the face that they lack, by projecting their 3D curves
@@ -13,4 +13,4 @@ namespace ptx
 /// An edge that cannot be projected stays without.
 void addMissingPcurves(const TopoDS_Shape& shape, double precision, bool inParallel);
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -9,7 +9,7 @@
 #include <new>
 #include <string>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// The text of an exception of the CAD kernel.
@@ -22,19 +22,19 @@ inline std::string failureText(const Standard_Failure& failure)
 /// Runs `work`; whatever the kernel throws becomes a failure "`doing` failed: ...". A failed allocation goes on as
 /// std::bad_alloc, for whoever knows the limits.
 template <class Work>
-Trouble guarded(const char* doing, Work work)
+core::Trouble guarded(const char* doing, Work work)
 {
     try {
         return work();
     } catch (const Standard_OutOfMemory&) {
         throw std::bad_alloc();
     } catch (const Standard_Failure& failure) {
-        return Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failureText(failure)};
+        return core::Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failureText(failure)};
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& failure) {
-        return Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failure.what()};
+        return core::Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failure.what()};
     }
 }
 
-} // namespace ptx
+} // namespace ptx::occt

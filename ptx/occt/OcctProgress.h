@@ -4,19 +4,19 @@
 
 #include <Message_ProgressIndicator.hxx>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// Hands the kernel's own progress on. The kernel may call from any of its threads.
 class OcctProgress : public Message_ProgressIndicator
 {
 public:
-    explicit OcctProgress(Progress& progress) : m_progress(progress) {}
+    explicit OcctProgress(core::Progress& progress) : m_progress(progress) {}
 
     void Show(const Message_ProgressScope&, const Standard_Boolean) override { m_progress.report(GetPosition()); }
 
 private:
-    Progress& m_progress;
+    core::Progress& m_progress;
 };
 
-} // namespace ptx
+} // namespace ptx::occt

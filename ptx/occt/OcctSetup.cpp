@@ -16,7 +16,7 @@
 
 #include <unordered_map>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -85,4 +85,4 @@ const char* occtVersion()
     return OCC_VERSION_COMPLETE;
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -4,7 +4,7 @@
 #include <TDocStd_Document.hxx>
 #include <TopoDS_Shape.hxx>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// Silences the kernel's own messages on standard output, keeps it from making names up, and keeps shape healing out of
@@ -17,4 +17,4 @@ Handle(TDocStd_Document) newDocument();
 /// The precision that the kernel's reader meant to heal `shape` with, the given default when it never came by.
 double precisionOf(const TopoDS_Shape& shape, double otherwise);
 
-} // namespace ptx
+} // namespace ptx::occt

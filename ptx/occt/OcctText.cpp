@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -42,4 +42,4 @@ std::string nameOf(const TDF_Label& label)
     return label.FindAttribute(TDataStd_Name::GetID(), name) ? utf8(name->Get()) : std::string();
 }
 
-} // namespace ptx
+} // namespace ptx::occt

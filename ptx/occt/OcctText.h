@@ -8,7 +8,7 @@ class TCollection_ExtendedString;
 class TCollection_HAsciiString;
 class TDF_Label;
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// As UTF-8, without control characters and blanks at its ends.
@@ -19,4 +19,4 @@ std::string utf8(const Handle(TCollection_HAsciiString) & text);
 /// The name that `label` bears, empty if none.
 std::string nameOf(const TDF_Label& label);
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -1,9 +1,9 @@
 #pragma once
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// Version of the CAD kernel.
 const char* occtVersion();
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -10,7 +10,7 @@
 #include <functional>
 #include <thread>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -19,12 +19,12 @@ namespace
 class PartMesher
 {
 public:
-    PartMesher(std::vector<ShapeBody> shapes, const Job& job)
+    PartMesher(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job)
         : m_shapes(std::move(shapes)), m_job(job), m_plan(planWork(m_shapes)), m_bodies(m_shapes.size())
     {
         for (const WorkGroup& group : m_plan)
             m_allFaces += group.faces;
-        m_threads = static_cast<unsigned>(job.settings.number(Setting::Threads));
+        m_threads = static_cast<unsigned>(job.settings.number(core::Setting::Threads));
         if (m_threads == 0)
             m_threads = std::max(1u, std::thread::hardware_concurrency());
     }
@@ -33,7 +33,7 @@ public:
     {
         m_job.progress.begin(Stage::Stitch);
         const auto start = std::chrono::steady_clock::now();
-        const double limit = m_job.settings.number(Setting::StitchTime);
+        const double limit = m_job.settings.number(core::Setting::StitchTime);
         forEachPart([&](std::size_t part, const WorkGroup& group) {
             const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
             healPart(m_shapes[part], m_job, mayShare(group));
@@ -42,11 +42,11 @@ public:
         m_isHealed = true;
     }
 
-    std::vector<Body> mesh()
+    std::vector<model::Body> mesh()
     {
         m_job.progress.begin(Stage::Tessellate);
         forEachPart([this](std::size_t part, const WorkGroup& group) {
-            ShapeBody shape = std::move(m_shapes[part]);
+            occt::meshing::ShapeBody shape = std::move(m_shapes[part]);
             if (!m_isHealed)
                 healPart(shape, m_job, mayShare(group));
             take(part, meshPart(shape, m_job, budgetFor(group)));
@@ -103,7 +103,7 @@ private:
     PartBudget budgetFor(const WorkGroup& group) const
     {
         constexpr double Least = 10000;
-        const double most = m_job.settings.number(Setting::MostTriangles);
+        const double most = m_job.settings.number(core::Setting::MostTriangles);
         return {mayShare(group), most == 0 ? 0 : std::max(Least, most * share(group.faces))};
     }
 
@@ -122,10 +122,10 @@ private:
                        " triangles, on " + std::to_string(m_threads) + " threads");
     }
 
-    std::vector<ShapeBody> m_shapes;
-    const Job& m_job;
+    std::vector<occt::meshing::ShapeBody> m_shapes;
+    const model::Job& m_job;
     std::vector<WorkGroup> m_plan;
-    std::vector<Body> m_bodies;
+    std::vector<model::Body> m_bodies;
     unsigned m_threads = 1;
     std::size_t m_allFaces = 0;
     bool m_isHealed = false;
@@ -140,7 +140,8 @@ private:
 
 } // namespace
 
-Outcome<std::vector<Body>> meshParts(std::vector<ShapeBody> shapes, const Job& job, Loose loose)
+core::Outcome<std::vector<model::Body>> meshParts(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job,
+                                                  Loose loose)
 {
     PartMesher mesher(std::move(shapes), job);
     if (loose == Loose::Stitch)
@@ -148,4 +149,4 @@ Outcome<std::vector<Body>> meshParts(std::vector<ShapeBody> shapes, const Job& j
     return mesher.mesh();
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// What is done with parts whose faces are not joined.
@@ -15,6 +15,7 @@ enum class Loose { Keep, Stitch };
 
 /// Heals and meshes `shapes` in parallel, each once, and gives the bodies in the same order. The shapes are given up on
 /// the way, so that their memory comes back. A part that the kernel fails on becomes a warning and an empty body.
-Outcome<std::vector<Body>> meshParts(std::vector<ShapeBody> shapes, const Job& job, Loose loose = Loose::Keep);
+core::Outcome<std::vector<model::Body>> meshParts(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job,
+                                                  Loose loose = Loose::Keep);
 
-} // namespace ptx
+} // namespace ptx::occt

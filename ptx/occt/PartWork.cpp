@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <numbers>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -24,7 +24,7 @@ constexpr double CoarserDeviation = 4;
 constexpr double CoarserAngle = 1.5;
 constexpr double CoarsestAngle = std::numbers::pi / 3;
 
-void warn(const Job& job, const ShapeBody& part, const std::string& text)
+void warn(const model::Job& job, const occt::meshing::ShapeBody& part, const std::string& text)
 {
     job.log.warning("part \"" + part.name + "\": " + text);
 }
@@ -35,58 +35,63 @@ bool isTooMany(double triangles, const PartBudget& budget)
 }
 
 /// Meshes as finely as the budget allows. @return the tolerance that did it
-Tolerance tessellateWithin(const ShapeBody& part, const Job& job, const PartBudget& budget)
+occt::meshing::Tolerance tessellateWithin(const occt::meshing::ShapeBody& part, const model::Job& job,
+                                          const PartBudget& budget)
 {
-    Tolerance tolerance = toleranceFor(part.shape, job.settings);
-    tessellate(part.shape, tolerance, budget.inParallel);
-    for (int i = 0; i < CoarserAttempts && isTooMany(static_cast<double>(triangleCount(part.shape)), budget); ++i) {
+    occt::meshing::Tolerance tolerance = occt::meshing::toleranceFor(part.shape, job.settings);
+    occt::meshing::tessellate(part.shape, tolerance, budget.inParallel);
+    for (int i = 0;
+         i < CoarserAttempts && isTooMany(static_cast<double>(occt::meshing::triangleCount(part.shape)), budget); ++i) {
         tolerance.deviation *= CoarserDeviation;
         tolerance.angle = std::min(tolerance.angle * CoarserAngle, CoarsestAngle);
-        tessellate(part.shape, tolerance, budget.inParallel);
+        occt::meshing::tessellate(part.shape, tolerance, budget.inParallel);
         warn(job, part, "meshed more coarsely to stay within tessellation.max-triangles");
     }
     return tolerance;
 }
 
-void splitPieces(PartResult& result, const ShapeBody& part, const Job& job, const PartBudget& budget)
+void splitPieces(PartResult& result, const occt::meshing::ShapeBody& part, const model::Job& job,
+                 const PartBudget& budget)
 {
-    const auto longest = static_cast<float>(job.settings.number(Setting::MaxEdgeLength));
+    const auto longest = static_cast<float>(job.settings.number(core::Setting::MaxEdgeLength));
     if (longest <= 0)
         return;
     double estimate = 0;
-    for (const Piece& piece : result.body.pieces)
-        estimate += splitEstimate(*piece.mesh, longest);
+    for (const model::Piece& piece : result.body.pieces)
+        estimate += model::splitEstimate(*piece.mesh, longest);
     if (isTooMany(estimate, budget))
         return warn(job, part,
                     "edges stay longer than tessellation.max-edge-length, or it would need more than "
                     "tessellation.max-triangles");
     result.triangles = 0;
-    for (Piece& piece : result.body.pieces) {
-        piece.mesh = splitEdges(*piece.mesh, longest);
+    for (model::Piece& piece : result.body.pieces) {
+        piece.mesh = model::splitEdges(*piece.mesh, longest);
         result.triangles += piece.mesh->triangles.size() / 3;
     }
 }
 
 } // namespace
 
-void healPart(ShapeBody& part, const Job& job, bool inParallel)
+void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel)
 {
-    if (!job.settings.isOn(Setting::Heal))
+    if (!job.settings.isOn(core::Setting::Heal))
         return;
-    if (const Trouble trouble = guarded("healing", [&]() -> Trouble { return heal(part, inParallel), std::nullopt; }))
+    if (const core::Trouble trouble =
+            guarded("healing", [&]() -> core::Trouble { return heal(part, inParallel), std::nullopt; }))
         warn(job, part, trouble->message);
 }
 
-void stitchPart(ShapeBody& part, const Job& job, double seconds)
+void stitchPart(occt::meshing::ShapeBody& part, const model::Job& job, double seconds)
 {
-    const Trouble trouble = guarded("stitching", [&]() -> Trouble {
-        const std::size_t before = freeEdgeCount(part.shape);
-        if (before == 0 || !job.settings.isOn(Setting::Stitch))
+    const core::Trouble trouble = guarded("stitching", [&]() -> core::Trouble {
+        const std::size_t before = occt::meshing::freeEdgeCount(part.shape);
+        if (before == 0 || !job.settings.isOn(core::Setting::Stitch))
             return std::nullopt;
         orientByRay(part);
-        if (sew(part, stitchTolerance(part.shape, job.settings), seconds) == SewingResult::OutOfTime)
-            return Failure{ExitCode::TimeLimit, "its faces stay loose, for stitch.time is over"};
-        const std::size_t after = freeEdgeCount(part.shape);
+        if (occt::meshing::sew(part, occt::meshing::stitchTolerance(part.shape, job.settings), seconds) ==
+            occt::meshing::SewingResult::OutOfTime)
+            return core::Failure{ExitCode::TimeLimit, "its faces stay loose, for stitch.time is over"};
+        const std::size_t after = occt::meshing::freeEdgeCount(part.shape);
         if (after < before)
             job.log.info("part \"" + part.name + "\": stitched, free edges " + std::to_string(before) + " -> " +
                          std::to_string(after));
@@ -96,13 +101,13 @@ void stitchPart(ShapeBody& part, const Job& job, double seconds)
         warn(job, part, trouble->message);
 }
 
-PartResult meshPart(ShapeBody& part, const Job& job, const PartBudget& budget)
+PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const PartBudget& budget)
 {
     PartResult result;
-    const Trouble trouble = guarded("meshing", [&]() -> Trouble {
-        const Tolerance tolerance = tessellateWithin(part, job, budget);
+    const core::Trouble trouble = guarded("meshing", [&]() -> core::Trouble {
+        const occt::meshing::Tolerance tolerance = tessellateWithin(part, job, budget);
         orientByMesh(part, tolerance.deviation);
-        result = extract(part, tolerance, job.settings.isOn(Setting::KeepBrep));
+        result = extract(part, tolerance, job.settings.isOn(core::Setting::KeepBrep));
         splitPieces(result, part, job, budget);
         return std::nullopt;
     });
@@ -115,4 +120,4 @@ PartResult meshPart(ShapeBody& part, const Job& job, const PartBudget& budget)
     return result;
 }
 
-} // namespace ptx
+} // namespace ptx::occt

@@ -6,12 +6,12 @@
 
 #include <cstddef>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// What came out of one part.
 struct PartResult {
-    Body body;
+    model::Body body;
     std::size_t faces = 0;
     std::size_t emptyFaces = 0; ///< faces that the kernel found no mesh for
     std::size_t triangles = 0;
@@ -25,13 +25,13 @@ struct PartBudget {
 
 /// Repairs `part` if the settings ask for it, on several threads if `inParallel`. What the kernel fails on becomes a
 /// warning.
-void healPart(ShapeBody& part, const Job& job, bool inParallel);
+void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel);
 
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).
-void stitchPart(ShapeBody& part, const Job& job, double seconds);
+void stitchPart(occt::meshing::ShapeBody& part, const model::Job& job, double seconds);
 
 /// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What the
 /// kernel fails on becomes a warning and an empty body.
-PartResult meshPart(ShapeBody& part, const Job& job, const PartBudget& budget);
+PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const PartBudget& budget);
 
-} // namespace ptx
+} // namespace ptx::occt

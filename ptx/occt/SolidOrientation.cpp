@@ -22,7 +22,7 @@
 #include <functional>
 #include <optional>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -38,7 +38,7 @@ bool hasOneShell(const TopoDS_Shape& solid)
 
 bool isClosed(const TopoDS_Shape& solid)
 {
-    return hasOneShell(solid) && freeEdgeCount(solid) == 0;
+    return hasOneShell(solid) && occt::meshing::freeEdgeCount(solid) == 0;
 }
 
 bool allHaveOneShell(const TopoDS_Shape& shape)
@@ -128,7 +128,7 @@ TopoDS_Shape turned(const TopoDS_Shape& solid)
     return result.Located(solid.Location()).Oriented(solid.Orientation());
 }
 
-void orient(ShapeBody& body, const std::function<bool(const TopoDS_Shape&)>& isInsideOut)
+void orient(occt::meshing::ShapeBody& body, const std::function<bool(const TopoDS_Shape&)>& isInsideOut)
 {
     if (!body.mayBeInsideOut)
         return;
@@ -142,7 +142,7 @@ void orient(ShapeBody& body, const std::function<bool(const TopoDS_Shape&)>& isI
 
 } // namespace
 
-TopoDS_Shape healUnoriented(ShapeFix_Shape& fixer, ShapeBody& body)
+TopoDS_Shape healUnoriented(ShapeFix_Shape& fixer, occt::meshing::ShapeBody& body)
 {
     const bool canWait = allHaveOneShell(body.shape);
     fixer.FixSolidTool()->FixShellOrientationMode() = canWait ? 0 : 1;
@@ -157,7 +157,7 @@ TopoDS_Shape healUnoriented(ShapeFix_Shape& fixer, ShapeBody& body)
     return fixer.Context()->Apply(healed);
 }
 
-void orientByMesh(ShapeBody& body, double deviation)
+void orientByMesh(occt::meshing::ShapeBody& body, double deviation)
 {
     orient(body, [deviation](const TopoDS_Shape& solid) {
         const std::optional<bool> isNegative = EnclosedVolume(solid).isNegative(deviation);
@@ -165,9 +165,9 @@ void orientByMesh(ShapeBody& body, double deviation)
     });
 }
 
-void orientByRay(ShapeBody& body)
+void orientByRay(occt::meshing::ShapeBody& body)
 {
     orient(body, isInsideOutByRay);
 }
 
-} // namespace ptx
+} // namespace ptx::occt

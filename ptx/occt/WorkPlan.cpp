@@ -7,7 +7,7 @@
 #include <numeric>
 #include <unordered_map>
 
-namespace ptx
+namespace ptx::occt
 {
 
 namespace
@@ -34,7 +34,7 @@ private:
 
 } // namespace
 
-std::vector<WorkGroup> planWork(const std::vector<ShapeBody>& shapes)
+std::vector<WorkGroup> planWork(const std::vector<occt::meshing::ShapeBody>& shapes)
 {
     Groups groups(shapes.size());
     std::vector<std::size_t> faces(shapes.size());
@@ -60,4 +60,4 @@ std::vector<WorkGroup> planWork(const std::vector<ShapeBody>& shapes)
     return plan;
 }
 
-} // namespace ptx
+} // namespace ptx::occt

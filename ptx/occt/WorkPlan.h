@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace ptx
+namespace ptx::occt
 {
 
 /// Parts that one thread has to take one after another, because they share faces.
@@ -15,6 +15,6 @@ struct WorkGroup {
 };
 
 /// Splits `shapes` into groups that can be worked on at the same time, the biggest first.
-std::vector<WorkGroup> planWork(const std::vector<ShapeBody>& shapes);
+std::vector<WorkGroup> planWork(const std::vector<occt::meshing::ShapeBody>& shapes);
 
-} // namespace ptx
+} // namespace ptx::occt

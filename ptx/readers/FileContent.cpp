@@ -3,20 +3,20 @@
 #include <filesystem>
 #include <fstream>
 
-namespace ptx
+namespace ptx::readers
 {
 
-Outcome<std::string> readContent(const std::string& path)
+core::Outcome<std::string> readContent(const std::string& path)
 {
     std::error_code error;
     const auto size = std::filesystem::file_size(path, error);
     std::ifstream stream(path, std::ios::binary);
     if (error || !stream)
-        return Failure{ExitCode::InputUnreadable, "cannot read " + path};
+        return core::Failure{ExitCode::InputUnreadable, "cannot read " + path};
     std::string content(static_cast<std::size_t>(size), '\0');
     stream.read(content.data(), static_cast<std::streamsize>(size));
     content.resize(static_cast<std::size_t>(stream.gcount()));
     return content;
 }
 
-} // namespace ptx
+} // namespace ptx::readers

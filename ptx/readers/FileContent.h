@@ -4,10 +4,10 @@
 
 #include <string>
 
-namespace ptx
+namespace ptx::readers
 {
 
 /// The whole file in memory.
-Outcome<std::string> readContent(const std::string& path);
+core::Outcome<std::string> readContent(const std::string& path);
 
-} // namespace ptx
+} // namespace ptx::readers

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <set>
 
-namespace ptx
+namespace ptx::readers
 {
 
 namespace
@@ -51,7 +51,7 @@ std::string vocabularyNames(const std::string& extension)
     return text;
 }
 
-Failure unsupported(const std::string& extension, const Format* content)
+core::Failure unsupported(const std::string& extension, const Format* content)
 {
     const std::string known = vocabularyNames(extension);
     const std::string what =
@@ -62,7 +62,7 @@ Failure unsupported(const std::string& extension, const Format* content)
     return {ExitCode::Unsupported, "this build has no reader for " + what + hint};
 }
 
-Failure belied(const std::string& extension, const Format& named, const Format* content)
+core::Failure belied(const std::string& extension, const Format& named, const Format* content)
 {
     const std::string holds =
         content ? "its content is " + std::string(content->name) + ": rename it to end in ." + content->extensions[0]
@@ -73,7 +73,8 @@ Failure belied(const std::string& extension, const Format& named, const Format* 
 
 } // namespace
 
-Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, std::string_view head, std::uint64_t size)
+core::Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, std::string_view head,
+                                          std::uint64_t size)
 {
     const std::string extension = lowerExtension(path);
     const Format* named = formatOfExtension(formats, extension);
@@ -85,4 +86,4 @@ Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, st
     return unsupported(extension, content);
 }
 
-} // namespace ptx
+} // namespace ptx::readers

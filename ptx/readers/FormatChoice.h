@@ -5,13 +5,13 @@
 
 #include <string>
 
-namespace ptx
+namespace ptx::readers
 {
 
 /// The one of `formats` that reads `path`, a file of `size` bytes that begins with `head`. The extension decides; a
 /// content that belies it is damaged input, an extension without reader is unsupported, and the sentence names the
 /// format.
-Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, std::string_view head,
-                                    std::uint64_t size);
+core::Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, std::string_view head,
+                                          std::uint64_t size);
 
-} // namespace ptx
+} // namespace ptx::readers

@@ -6,12 +6,12 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 
-namespace ptx
+namespace ptx::readers
 {
 
 MappedFile::MappedFile(const std::string& path)
 {
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const core::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status {
     };
     if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size <= 0)
@@ -29,4 +29,4 @@ MappedFile::~MappedFile()
         ::munmap(m_data, m_size);
 }
 
-} // namespace ptx
+} // namespace ptx::readers

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ptx
+namespace ptx::readers
 {
 
 /// A file as memory, for a look at it that copies nothing.
@@ -25,4 +25,4 @@ private:
     std::size_t m_size = 0;
 };
 
-} // namespace ptx
+} // namespace ptx::readers

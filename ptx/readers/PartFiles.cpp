@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
-namespace ptx
+namespace ptx::readers
 {
 
 namespace
@@ -99,4 +99,4 @@ std::string canonicalPath(const std::string& path)
     return error ? path : canonical.string();
 }
 
-} // namespace ptx
+} // namespace ptx::readers

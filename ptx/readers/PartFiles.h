@@ -3,7 +3,7 @@
 #include <string>
 #include <unordered_map>
 
-namespace ptx
+namespace ptx::readers
 {
 
 /// Finds the files that a CAD file means when it names its parts.
@@ -34,4 +34,4 @@ private:
 /// The one path of an existing file that all its paths share, links resolved; `path` itself if there is no such file.
 std::string canonicalPath(const std::string& path);
 
-} // namespace ptx
+} // namespace ptx::readers

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace ptx
+namespace ptx::readers
 {
 
 /// How far the beginning of a file speaks for a format.
@@ -25,7 +25,7 @@ struct Format {
     /// Whether a file that begins with `head` (up to 64 kB) and is `size` bytes long is of this format.
     Match (*probe)(std::string_view head, std::uint64_t size);
     /// Reads the whole file and makes its meshes. A file without any geometry is a failure with its cause.
-    Outcome<Model> (*read)(const Job& job);
+    core::Outcome<model::Model> (*read)(const model::Job& job);
     /// Whether the file may name parts in other files, by a cheap look; null when no file of the format does: it is
     /// there for the extensions of which `protocol::mayNamePartFiles` holds.
     bool (*refersToParts)(const std::string& path) = nullptr;
@@ -33,14 +33,14 @@ struct Format {
 
 /// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as
 /// it knows, and none decides it otherwise.
-inline Trouble requireExternalParts(bool wanted, bool namesParts)
+inline core::Trouble requireExternalParts(bool wanted, bool namesParts)
 {
     if (!wanted || namesParts)
         return std::nullopt;
-    return Failure{ExitCode::NoExternalParts, "the file names no part in another file"};
+    return core::Failure{ExitCode::NoExternalParts, "the file names no part in another file"};
 }
 
 /// The formats of a program, in the order in which they are probed.
 using Formats = std::span<const Format>;
 
-} // namespace ptx
+} // namespace ptx::readers

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <map>
 
-namespace ptx
+namespace ptx::readers
 {
 
 namespace
@@ -67,4 +67,4 @@ std::set<std::string> filesLeadingBackTo(const std::string& root, const PartName
     return ReferenceGraph(target, namesOf).leadingTo(target);
 }
 
-} // namespace ptx
+} // namespace ptx::readers

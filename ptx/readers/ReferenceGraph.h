@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace ptx
+namespace ptx::readers
 {
 
 /// The names that the file `path` gives for its parts; none when it cannot be read.
@@ -15,4 +15,4 @@ using PartNamesOf = std::function<std::vector<std::string>(const std::string& pa
 /// Paths are canonical. Only files that exist are followed, each once.
 std::set<std::string> filesLeadingBackTo(const std::string& root, const PartNamesOf& namesOf);
 
-} // namespace ptx
+} // namespace ptx::readers

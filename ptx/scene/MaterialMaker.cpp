@@ -6,13 +6,13 @@
 #include <cmath>
 #include <cstdio>
 
-namespace ptx
+namespace ptx::scene
 {
 
 namespace
 {
 
-constexpr Appearance DefaultAppearance = {0.75f, 0.75f, 0.75f, 1};
+constexpr model::Appearance DefaultAppearance = {0.75f, 0.75f, 0.75f, 1};
 
 int byteOf(float channel)
 {
@@ -32,16 +32,16 @@ osg::SimpleMaterialPtr MaterialMaker::materialFor(int appearance)
 osg::SimpleMaterialPtr MaterialMaker::make(int appearance) const
 {
     using Fields = osg::SimpleMaterial;
-    const Appearance& look = appearance == NoAppearance ? DefaultAppearance : m_appearances[appearance];
+    const model::Appearance& look = appearance == model::NoAppearance ? DefaultAppearance : m_appearances[appearance];
     const osg::SimpleMaterialPtr material = Fields::create();
     const osg::EditScope edit(material, Fields::DiffuseFieldMask | Fields::TransparencyFieldMask);
     material->setDiffuse({look.red, look.green, look.blue});
     material->setTransparency(1 - look.alpha);
-    osg::setName(material, appearance == NoAppearance ? "default" : appearanceName(look));
+    osg::setName(material, appearance == model::NoAppearance ? "default" : appearanceName(look));
     return material;
 }
 
-std::string appearanceName(const Appearance& appearance)
+std::string appearanceName(const model::Appearance& appearance)
 {
     char text[32];
     const int length = std::snprintf(text, sizeof text, "#%02x%02x%02x", byteOf(appearance.red),
@@ -52,4 +52,4 @@ std::string appearanceName(const Appearance& appearance)
     return text;
 }
 
-} // namespace ptx
+} // namespace ptx::scene

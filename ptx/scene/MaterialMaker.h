@@ -6,25 +6,25 @@
 #include <string>
 #include <unordered_map>
 
-namespace ptx
+namespace ptx::scene
 {
 
 /// Makes one material for each appearance. What has none gets a light grey that is named "default".
 class MaterialMaker
 {
 public:
-    explicit MaterialMaker(const AppearanceTable& appearances) : m_appearances(appearances) {}
+    explicit MaterialMaker(const model::AppearanceTable& appearances) : m_appearances(appearances) {}
 
     osg::SimpleMaterialPtr materialFor(int appearance);
 
 private:
     osg::SimpleMaterialPtr make(int appearance) const;
 
-    const AppearanceTable& m_appearances;
+    const model::AppearanceTable& m_appearances;
     std::unordered_map<int, osg::RefPtr<osg::SimpleMaterialPtr>> m_materials;
 };
 
 /// "#rrggbb", with the coverage in percent behind it unless it is opaque.
-std::string appearanceName(const Appearance& appearance);
+std::string appearanceName(const model::Appearance& appearance);
 
-} // namespace ptx
+} // namespace ptx::scene

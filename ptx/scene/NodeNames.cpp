@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace ptx
+namespace ptx::scene
 {
 
 namespace
@@ -23,12 +23,12 @@ bool isCounter(std::string_view name)
 
 } // namespace
 
-std::string nodeName(const Occurrence& occurrence, const Product& product)
+std::string nodeName(const model::Occurrence& occurrence, const model::Product& product)
 {
     return isCounter(occurrence.name) && !product.name.empty() ? product.name : occurrence.name;
 }
 
-std::vector<std::string> nodeTags(const Occurrence& occurrence, const Product& product)
+std::vector<std::string> nodeTags(const model::Occurrence& occurrence, const model::Product& product)
 {
     using namespace osg::converted;
     std::vector<std::string> tags = occurrence.tags;
@@ -41,4 +41,4 @@ std::vector<std::string> nodeTags(const Occurrence& occurrence, const Product& p
     return tags;
 }
 
-} // namespace ptx
+} // namespace ptx::scene

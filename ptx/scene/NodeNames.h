@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-namespace ptx
+namespace ptx::scene
 {
 
 /// The name of the node of `occurrence`: its own, or that of its product when its own is empty, a mere number such as
 /// "NAUO12", which CAD systems count up, or an address such as "=>[0:1:1:2]".
-std::string nodeName(const Occurrence& occurrence, const Product& product);
+std::string nodeName(const model::Occurrence& occurrence, const model::Product& product);
 
 /// The tags of that node: those of occurrence and product, and the names that the node's name leaves out.
-std::vector<std::string> nodeTags(const Occurrence& occurrence, const Product& product);
+std::vector<std::string> nodeTags(const model::Occurrence& occurrence, const model::Product& product);
 
-} // namespace ptx
+} // namespace ptx::scene

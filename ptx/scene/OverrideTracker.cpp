@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-namespace ptx
+namespace ptx::scene
 {
 
-OverrideTracker::OverrideTracker(const std::vector<PathOverride>& overrides)
+OverrideTracker::OverrideTracker(const std::vector<model::PathOverride>& overrides)
 {
-    for (const PathOverride& override : overrides)
+    for (const model::PathOverride& override : overrides)
         if (!override.path.empty())
             m_byLastStep[override.path.back()].push_back(&override);
 }
@@ -17,12 +17,12 @@ int OverrideTracker::enter(std::size_t product, std::size_t child)
     m_path.emplace_back(product, child);
     const auto candidates = m_byLastStep.find(m_path.back());
     if (candidates == m_byLastStep.end())
-        return NoAppearance;
-    const PathOverride* longest = nullptr;
-    for (const PathOverride* override : candidates->second)
+        return model::NoAppearance;
+    const model::PathOverride* longest = nullptr;
+    for (const model::PathOverride* override : candidates->second)
         if (endsHere(*override) && (!longest || override->path.size() > longest->path.size()))
             longest = override;
-    return longest ? longest->appearance : NoAppearance;
+    return longest ? longest->appearance : model::NoAppearance;
 }
 
 void OverrideTracker::leave()
@@ -31,10 +31,10 @@ void OverrideTracker::leave()
         m_path.pop_back();
 }
 
-bool OverrideTracker::endsHere(const PathOverride& override) const
+bool OverrideTracker::endsHere(const model::PathOverride& override) const
 {
     return override.path.size() <= m_path.size() &&
            std::equal(override.path.rbegin(), override.path.rend(), m_path.rbegin());
 }
 
-} // namespace ptx
+} // namespace ptx::scene

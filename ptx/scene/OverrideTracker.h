@@ -5,14 +5,14 @@
 #include <map>
 #include <vector>
 
-namespace ptx
+namespace ptx::scene
 {
 
 /// Follows a walk through the tree of occurrences and says where the path of an override ends.
 class OverrideTracker
 {
 public:
-    explicit OverrideTracker(const std::vector<PathOverride>& overrides);
+    explicit OverrideTracker(const std::vector<model::PathOverride>& overrides);
 
     /// The walk goes down from `product` into its child of this number.
     /// @return the appearance of the override that ends here, `NoAppearance` if none does
@@ -23,10 +23,10 @@ public:
 private:
     using Step = std::pair<std::size_t, std::size_t>;
 
-    bool endsHere(const PathOverride& override) const;
+    bool endsHere(const model::PathOverride& override) const;
 
-    std::map<Step, std::vector<const PathOverride*>> m_byLastStep;
+    std::map<Step, std::vector<const model::PathOverride*>> m_byLastStep;
     std::vector<Step> m_path;
 };
 
-} // namespace ptx
+} // namespace ptx::scene

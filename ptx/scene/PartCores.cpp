@@ -2,19 +2,19 @@
 
 #include "scene/EditScope.h"
 
-namespace ptx
+namespace ptx::scene
 {
 
 const std::vector<osg::RefPtr<osg::GeometryPtr>>& PartCores::of(std::size_t body, const Look& look)
 {
     const auto [entry, isNew] = m_cores.try_emplace({body, look});
     if (isNew)
-        for (const Piece& piece : m_model.bodies[body].pieces)
+        for (const model::Piece& piece : m_model.bodies[body].pieces)
             entry->second.emplace_back(make(piece, look));
     return entry->second;
 }
 
-osg::GeometryPtr PartCores::make(const Piece& piece, const Look& look)
+osg::GeometryPtr PartCores::make(const model::Piece& piece, const Look& look)
 {
     const osg::GeometryPtr geometry = osg::Geometry::create();
     const osg::EditScope edit(geometry, osg::Geometry::MeshFieldMask | osg::Geometry::MaterialFieldMask);
@@ -23,4 +23,4 @@ osg::GeometryPtr PartCores::make(const Piece& piece, const Look& look)
     return geometry;
 }
 
-} // namespace ptx
+} // namespace ptx::scene

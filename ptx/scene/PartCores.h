@@ -8,24 +8,27 @@
 #include <map>
 #include <vector>
 
-namespace ptx
+namespace ptx::scene
 {
 
 /// What the surroundings of a body say about its appearance.
 struct Look {
-    int override = NoAppearance; ///< stronger than anything of the part
-    int fallback = NoAppearance; ///< for what has no appearance of its own
+    int override = model::NoAppearance; ///< stronger than anything of the part
+    int fallback = model::NoAppearance; ///< for what has no appearance of its own
 
     /// This look below an occurrence that overrides with `appearance`; an override from further out stays.
-    Look overriddenBy(int appearance) const { return {override != NoAppearance ? override : appearance, fallback}; }
+    Look overriddenBy(int appearance) const
+    {
+        return {override != model::NoAppearance ? override : appearance, fallback};
+    }
     /// This look within a product of `appearance`.
-    Look below(int appearance) const { return {override, appearance != NoAppearance ? appearance : fallback}; }
+    Look below(int appearance) const { return {override, appearance != model::NoAppearance ? appearance : fallback}; }
     /// What a piece of `appearance` looks like in the end.
     int resolved(int appearance) const
     {
-        if (override != NoAppearance)
+        if (override != model::NoAppearance)
             return override;
-        return appearance != NoAppearance ? appearance : fallback;
+        return appearance != model::NoAppearance ? appearance : fallback;
     }
     auto operator<=>(const Look&) const = default;
 };
@@ -35,17 +38,17 @@ struct Look {
 class PartCores
 {
 public:
-    explicit PartCores(const Model& model) : m_model(model), m_materials(model.appearances) {}
+    explicit PartCores(const model::Model& model) : m_model(model), m_materials(model.appearances) {}
 
     /// Valid as long as this object.
     const std::vector<osg::RefPtr<osg::GeometryPtr>>& of(std::size_t body, const Look& look);
 
 private:
-    osg::GeometryPtr make(const Piece& piece, const Look& look);
+    osg::GeometryPtr make(const model::Piece& piece, const Look& look);
 
-    const Model& m_model;
+    const model::Model& m_model;
     MaterialMaker m_materials;
     std::map<std::pair<std::size_t, Look>, std::vector<osg::RefPtr<osg::GeometryPtr>>> m_cores;
 };
 
-} // namespace ptx
+} // namespace ptx::scene

@@ -2,13 +2,13 @@
 
 #include "scene/EditScope.h"
 
-namespace ptx
+namespace ptx::scene
 {
 
 namespace
 {
 
-osg::FileReferencePtr fileOf(const Reference& reference)
+osg::FileReferencePtr fileOf(const model::Reference& reference)
 {
     const osg::FileReferencePtr file = osg::FileReference::create();
     const osg::EditScope edit(file, osg::FileReference::PathFieldMask | osg::FileReference::RelativePathFieldMask);
@@ -19,7 +19,7 @@ osg::FileReferencePtr fileOf(const Reference& reference)
 
 } // namespace
 
-osg::ExtReferencePtr makeReferenceCore(const Reference& reference)
+osg::ExtReferencePtr makeReferenceCore(const model::Reference& reference)
 {
     const osg::ExtReferencePtr core = osg::ExtReference::create();
     const osg::EditScope edit(core, osg::ExtReference::SourceFileFieldMask);
@@ -27,4 +27,4 @@ osg::ExtReferencePtr makeReferenceCore(const Reference& reference)
     return core;
 }
 
-} // namespace ptx
+} // namespace ptx::scene

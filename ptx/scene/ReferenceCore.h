@@ -3,10 +3,10 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "ptx/model/Model.h"
 
-namespace ptx
+namespace ptx::scene
 {
 
 /// A core in state 0 that names the file of `reference`.
-osg::ExtReferencePtr makeReferenceCore(const Reference& reference);
+osg::ExtReferencePtr makeReferenceCore(const model::Reference& reference);
 
-} // namespace ptx
+} // namespace ptx::scene

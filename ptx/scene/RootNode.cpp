@@ -9,7 +9,7 @@
 
 #include <filesystem>
 
-namespace ptx
+namespace ptx::scene
 {
 
 namespace
@@ -19,7 +19,7 @@ constexpr unsigned Loaded = 2;
 
 } // namespace
 
-osg::NodePtr makeRootNode(const std::string& input, const Model& model)
+osg::NodePtr makeRootNode(const std::string& input, const model::Model& model)
 {
     const osg::ExtReferencePtr core = makeReferenceCore({0, input, {}});
     const osg::NodePtr node = osg::makeNodeFor(core);
@@ -32,4 +32,4 @@ osg::NodePtr makeRootNode(const std::string& input, const Model& model)
     return node;
 }
 
-} // namespace ptx
+} // namespace ptx::scene

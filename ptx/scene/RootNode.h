@@ -4,12 +4,12 @@
 
 #include <string>
 
-namespace ptx
+namespace ptx::scene
 {
 
-struct Model;
+struct model::Model;
 
 /// The root of a converted tree: it refers to `input` as a loaded file, is named after it, and is tagged.
-osg::NodePtr makeRootNode(const std::string& input, const Model& model);
+osg::NodePtr makeRootNode(const std::string& input, const model::Model& model);
 
-} // namespace ptx
+} // namespace ptx::scene

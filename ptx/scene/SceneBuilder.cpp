@@ -14,7 +14,7 @@
 
 #include <unordered_map>
 
-namespace ptx
+namespace ptx::scene
 {
 
 namespace
@@ -23,18 +23,18 @@ namespace
 class SceneBuilder
 {
 public:
-    SceneBuilder(const Model& model, double mostNodes)
+    SceneBuilder(const model::Model& model, double mostNodes)
         : m_model(model), m_mostNodes(mostNodes), m_cores(model), m_overrides(model.overrides)
     {
-        for (const Reference& reference : model.references)
+        for (const model::Reference& reference : model.references)
             m_references.emplace(reference.product, &reference);
     }
 
-    Outcome<Scene> build(const std::string& input)
+    core::Outcome<Scene> build(const std::string& input)
     {
         m_scene.root = makeRootNode(input, m_model);
         for (std::size_t i = 0; i < m_model.roots.size(); ++i)
-            if (Trouble trouble = expand(m_model.roots[i]))
+            if (core::Trouble trouble = expand(m_model.roots[i]))
                 return *trouble;
         return std::move(m_scene);
     }
@@ -42,19 +42,19 @@ public:
 private:
     /// An occurrence whose children are being made.
     struct Frame {
-        const Product* product;
+        const model::Product* product;
         osg::NodePtr node;
         Look look;
         std::size_t next = 0;
     };
 
     // Assemblies of a hostile file may be nested deeper than the call stack.
-    Trouble expand(const Occurrence& root)
+    core::Trouble expand(const model::Occurrence& root)
     {
         std::vector<Frame> stack;
         stack.push_back(enter(root, m_scene.root, Look()));
         while (!stack.empty()) {
-            if (Trouble trouble = checkSize(stack.size()))
+            if (core::Trouble trouble = checkSize(stack.size()))
                 return trouble;
             Frame& top = stack.back();
             if (top.next == top.product->children.size()) {
@@ -63,32 +63,33 @@ private:
                 continue;
             }
             const std::size_t child = top.next++;
-            const Occurrence& occurrence = top.product->children[child];
+            const model::Occurrence& occurrence = top.product->children[child];
             const int override = m_overrides.enter(numberOf(*top.product), child);
             stack.push_back(enter(occurrence, top.node, top.look.overriddenBy(override)));
         }
         return std::nullopt;
     }
 
-    Trouble checkSize(std::size_t depth) const
+    core::Trouble checkSize(std::size_t depth) const
     {
         if (depth > m_model.products.size())
-            return Failure{ExitCode::Damaged, "an assembly of the file contains itself"};
+            return core::Failure{ExitCode::Damaged, "an assembly of the file contains itself"};
         if (m_mostNodes > 0 && static_cast<double>(m_scene.nodes) > m_mostNodes)
-            return Failure{ExitCode::MemoryLimit,
-                           "the instances of the file multiply to more nodes than limit.nodes allows; raise it, or set "
-                           "limit.nodes=0"};
+            return core::Failure{
+                ExitCode::MemoryLimit,
+                "the instances of the file multiply to more nodes than limit.nodes allows; raise it, or set "
+                "limit.nodes=0"};
         return std::nullopt;
     }
 
-    std::size_t numberOf(const Product& product) const
+    std::size_t numberOf(const model::Product& product) const
     {
         return static_cast<std::size_t>(&product - m_model.products.data());
     }
 
-    Frame enter(const Occurrence& occurrence, const osg::NodePtr& parent, const Look& around)
+    Frame enter(const model::Occurrence& occurrence, const osg::NodePtr& parent, const Look& around)
     {
-        const Product& product = m_model.products[occurrence.product];
+        const model::Product& product = m_model.products[occurrence.product];
         const osg::NodePtr node = osg::makeNodeFor(coreOf(occurrence));
         append(parent, node);
         osg::setName(node, nodeName(occurrence, product));
@@ -99,12 +100,12 @@ private:
             node->setActive(false);
         }
         const Look look = around.overriddenBy(occurrence.appearance).below(product.appearance);
-        if (product.body != NoBody)
+        if (product.body != model::NoBody)
             addBody(node, product, look);
         return {&product, node, look};
     }
 
-    osg::Transform3DPtr coreOf(const Occurrence& occurrence) const
+    osg::Transform3DPtr coreOf(const model::Occurrence& occurrence) const
     {
         const auto reference = m_references.find(occurrence.product);
         const osg::Transform3DPtr transform = reference == m_references.end()
@@ -115,7 +116,7 @@ private:
         return transform;
     }
 
-    void addBody(const osg::NodePtr& node, const Product& product, const Look& look)
+    void addBody(const osg::NodePtr& node, const model::Product& product, const Look& look)
     {
         const std::vector<osg::RefPtr<osg::GeometryPtr>>& cores = m_cores.of(product.body, look);
         for (const osg::GeometryPtr& core : cores) {
@@ -132,19 +133,19 @@ private:
         ++m_scene.nodes;
     }
 
-    const Model& m_model;
+    const model::Model& m_model;
     double m_mostNodes;
     PartCores m_cores;
     OverrideTracker m_overrides;
-    std::unordered_map<std::size_t, const Reference*> m_references; ///< by product
+    std::unordered_map<std::size_t, const model::Reference*> m_references; ///< by product
     Scene m_scene;
 };
 
 } // namespace
 
-Outcome<Scene> buildScene(const Model& model, const std::string& input, double mostNodes)
+core::Outcome<Scene> buildScene(const model::Model& model, const std::string& input, double mostNodes)
 {
     return SceneBuilder(model, mostNodes).build(input);
 }
 
-} // namespace ptx
+} // namespace ptx::scene

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <string>
 
-namespace ptx
+namespace ptx::scene
 {
 
 /// A scene with its counts.
@@ -22,6 +22,6 @@ struct Scene {
 /// appearance of its body. Occurrences share the geometries of their part. A product in
 /// another file is a reference to it, without children. Fails when instances multiply to more than
 /// `mostNodes` nodes (0: no limit), or when a product contains itself.
-Outcome<Scene> buildScene(const Model& model, const std::string& input, double mostNodes);
+core::Outcome<Scene> buildScene(const model::Model& model, const std::string& input, double mostNodes);
 
-} // namespace ptx
+} // namespace ptx::scene

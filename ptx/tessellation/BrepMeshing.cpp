@@ -25,7 +25,7 @@
 #include <numbers>
 #include <streambuf>
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 namespace
@@ -61,11 +61,11 @@ class BrepMesher
 public:
     BrepMesher(const TessellationOptions& options, bool inParallel) : m_options(options), m_inParallel(inParallel) {}
 
-    Trouble read(const osg::Buffer<std::byte>& brep)
+    core::Trouble read(const osg::Buffer<std::byte>& brep)
     {
         const auto members = osg::unpackBreps(brep);
         if (!members)
-            return Failure{ExitCode::Damaged, "the exact surface is damaged"};
+            return core::Failure{ExitCode::Damaged, "the exact surface is damaged"};
         TopoDS_Compound all;
         BRep_Builder builder;
         builder.MakeCompound(all);
@@ -75,7 +75,7 @@ public:
             TopoDS_Shape shape;
             BinTools::Read(shape, stream);
             if (shape.IsNull() || stream.bad())
-                return Failure{ExitCode::Damaged, "the exact surface is damaged"};
+                return core::Failure{ExitCode::Damaged, "the exact surface is damaged"};
             builder.Add(all, shape);
         }
         m_body.shape = all;
@@ -85,20 +85,21 @@ public:
 
     void stitch()
     {
-        if (m_options.stitchTolerance > 0 && freeEdgeCount(m_body.shape) > 0)
-            sew(m_body, std::max(m_options.stitchTolerance, Precision::Confusion()), 0);
+        if (m_options.stitchTolerance > 0 && occt::meshing::freeEdgeCount(m_body.shape) > 0)
+            occt::meshing::sew(m_body, std::max(m_options.stitchTolerance, Precision::Confusion()), 0);
     }
 
-    Outcome<std::shared_ptr<const osg::Mesh>> mesh()
+    core::Outcome<std::shared_ptr<const osg::Mesh>> mesh()
     {
-        tessellate(m_body.shape, {m_options.deviation, m_options.angle * std::numbers::pi / 180}, m_inParallel);
-        MeshBuilder builder;
+        occt::meshing::tessellate(m_body.shape, {m_options.deviation, m_options.angle * std::numbers::pi / 180},
+                                  m_inParallel);
+        model::MeshBuilder builder;
         std::size_t empty = 0;
         for (const TopoDS_Face& face : facesInOrder())
-            empty += !appendFaceMesh(face, builder);
+            empty += !occt::meshing::appendFaceMesh(face, builder);
         if (empty > 0 || builder.isEmpty())
-            return Failure{ExitCode::Damaged, std::to_string(empty) + " of " + std::to_string(m_faces) +
-                                                  " faces of the exact surface got no mesh"};
+            return core::Failure{ExitCode::Damaged, std::to_string(empty) + " of " + std::to_string(m_faces) +
+                                                        " faces of the exact surface got no mesh"};
         return split(builder.take());
     }
 
@@ -125,20 +126,20 @@ private:
         return result;
     }
 
-    Outcome<std::shared_ptr<const osg::Mesh>> split(std::shared_ptr<const osg::Mesh> mesh) const
+    core::Outcome<std::shared_ptr<const osg::Mesh>> split(std::shared_ptr<const osg::Mesh> mesh) const
     {
         const auto longest = static_cast<float>(m_options.longestEdge);
         if (longest <= 0)
             return mesh;
-        const double most = m_options.settings.number(Setting::MostTriangles);
-        if (most > 0 && splitEstimate(*mesh, longest) > most)
-            return Failure{ExitCode::MemoryLimit, "edges this short need too many triangles"};
-        return splitEdges(*mesh, longest);
+        const double most = m_options.settings.number(core::Setting::MostTriangles);
+        if (most > 0 && model::splitEstimate(*mesh, longest) > most)
+            return core::Failure{ExitCode::MemoryLimit, "edges this short need too many triangles"};
+        return model::splitEdges(*mesh, longest);
     }
 
     const TessellationOptions& m_options;
     bool m_inParallel;
-    ShapeBody m_body;
+    occt::meshing::ShapeBody m_body;
     int m_faces = 0;
 };
 
@@ -149,14 +150,14 @@ void silenceKernel()
     Message::DefaultMessenger()->RemovePrinters(STANDARD_TYPE(Message_Printer));
 }
 
-Outcome<std::shared_ptr<const osg::Mesh>> meshBrep(const osg::Buffer<std::byte>& brep,
-                                                   const TessellationOptions& options, bool inParallel)
+core::Outcome<std::shared_ptr<const osg::Mesh>> meshBrep(const osg::Buffer<std::byte>& brep,
+                                                         const TessellationOptions& options, bool inParallel)
 {
-    Outcome<std::shared_ptr<const osg::Mesh>> result = Failure{};
+    core::Outcome<std::shared_ptr<const osg::Mesh>> result = core::Failure{};
     BrepMesher mesher(options, inParallel);
-    Trouble trouble = guarded("reading the exact surface", [&] { return mesher.read(brep); });
+    core::Trouble trouble = occt::guarded("reading the exact surface", [&] { return mesher.read(brep); });
     if (!trouble)
-        trouble = guarded("meshing the exact surface", [&]() -> Trouble {
+        trouble = occt::guarded("meshing the exact surface", [&]() -> core::Trouble {
             mesher.stitch();
             result = mesher.mesh();
             return std::nullopt;
@@ -164,4 +165,4 @@ Outcome<std::shared_ptr<const osg::Mesh>> meshBrep(const osg::Buffer<std::byte>&
     return trouble ? *trouble : result;
 }
 
-} // namespace ptx
+} // namespace ptx::tessellation

@@ -4,7 +4,7 @@
 #include "ptx/tessellation/Options.h"
 #include "scene/Mesh.h"
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 /// Keeps the CAD kernel from writing to standard output.
@@ -12,7 +12,7 @@ void silenceKernel();
 
 /// Meshes the surfaces in `brep` as `options` ask for it. Each surface is one face of the mesh, in its order there.
 /// What cannot be read or meshed as a whole is a failure, never half a mesh.
-Outcome<std::shared_ptr<const osg::Mesh>> meshBrep(const osg::Buffer<std::byte>& brep,
-                                                   const TessellationOptions& options, bool inParallel);
+core::Outcome<std::shared_ptr<const osg::Mesh>> meshBrep(const osg::Buffer<std::byte>& brep,
+                                                         const TessellationOptions& options, bool inParallel);
 
-} // namespace ptx
+} // namespace ptx::tessellation

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 namespace
@@ -28,13 +28,13 @@ constexpr NumberOption NumberOptions[] = {
     {option::Stitch, &TessellationOptions::stitchTolerance, true},
 };
 
-Failure wrongUse(const std::string& text)
+core::Failure wrongUse(const std::string& text)
 {
     return {ExitCode::WrongUse, text};
 }
 
 /// @return what is wrong with `text` as the value of the option
-Trouble assign(TessellationOptions& options, const NumberOption& row, const std::string& text)
+core::Trouble assign(TessellationOptions& options, const NumberOption& row, const std::string& text)
 {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -46,7 +46,7 @@ Trouble assign(TessellationOptions& options, const NumberOption& row, const std:
 }
 
 /// Takes the option `name` with its value `text`. @return what is wrong with it
-Trouble take(TessellationOptions& options, const std::string& name, const std::string& text)
+core::Trouble take(TessellationOptions& options, const std::string& name, const std::string& text)
 {
     for (const NumberOption& row : NumberOptions)
         if (name == row.name)
@@ -71,7 +71,7 @@ std::string tessellationUsage()
            "' waits, '" + partmark::Started + "' has started, '" + partmark::Ended + "' has ended.\n";
 }
 
-Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::string>& arguments)
+core::Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::string>& arguments)
 {
     TessellationOptions options;
     std::vector<std::string> files;
@@ -82,7 +82,7 @@ Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::str
         }
         if (i + 1 == arguments.size())
             return wrongUse(arguments[i] + " needs a value");
-        if (const Trouble trouble = take(options, arguments[i], arguments[i + 1]))
+        if (const core::Trouble trouble = take(options, arguments[i], arguments[i + 1]))
             return *trouble;
         ++i;
     }
@@ -93,4 +93,4 @@ Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::str
     return options;
 }
 
-} // namespace ptx
+} // namespace ptx::tessellation

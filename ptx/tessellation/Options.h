@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 /// What the command line of ptxtessellate asks for.
@@ -17,12 +17,12 @@ struct TessellationOptions {
     double angle = 15;          ///< degrees between neighbouring normals, more than 0
     double longestEdge = 0;     ///< mm; 0: any
     double stitchTolerance = 0; ///< mm; 0: no stitching
-    Settings settings;          ///< of them threads and limits count
+    core::Settings settings;    ///< of them threads and limits count
 };
 
 std::string tessellationUsage();
 
 /// Numbers are read in the C locale. A failure says which argument is wrong.
-Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::string>& arguments);
+core::Outcome<TessellationOptions> parseTessellationOptions(const std::vector<std::string>& arguments);
 
-} // namespace ptx
+} // namespace ptx::tessellation

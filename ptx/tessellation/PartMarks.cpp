@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 PartMarks::PartMarks(const std::string& path, std::size_t parts)
@@ -20,4 +20,4 @@ void PartMarks::set(std::size_t part, char mark) const
     [[maybe_unused]] const auto written = ::pwrite(m_file.get(), &mark, 1, static_cast<off_t>(part));
 }
 
-} // namespace ptx
+} // namespace ptx::tessellation

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 /// The file of part marks. All parts wait at first. Any thread may write.
@@ -19,7 +19,7 @@ public:
     void set(std::size_t part, char mark) const;
 
 private:
-    FileDescriptor m_file;
+    core::FileDescriptor m_file;
 };
 
-} // namespace ptx
+} // namespace ptx::tessellation

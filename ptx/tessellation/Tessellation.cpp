@@ -20,7 +20,7 @@
 #include <numeric>
 #include <thread>
 
-namespace ptx
+namespace ptx::tessellation
 {
 
 namespace
@@ -44,13 +44,13 @@ public:
 
     ExitCode run()
     {
-        processend::install(m_log, m_progress, m_options.output);
+        core::processend::install(m_log, m_progress, m_options.output);
         std::error_code unknown;
         const std::uintmax_t bytes = std::filesystem::file_size(m_options.input, unknown);
-        Limits limits(m_options.settings, unknown ? 0 : bytes);
-        Trouble trouble;
+        core::Limits limits(m_options.settings, unknown ? 0 : bytes);
+        core::Trouble trouble;
         {
-            const Monitor monitor(m_progress, m_progressFile, limits, m_log);
+            const core::Monitor monitor(m_progress, m_progressFile, limits, m_log);
             try {
                 trouble = work();
             } catch (const std::bad_alloc&) {
@@ -65,10 +65,10 @@ public:
     }
 
 private:
-    Trouble work()
+    core::Trouble work()
     {
         m_progress.begin(Stage::ReadAndProcess);
-        if (Trouble trouble = read())
+        if (core::Trouble trouble = read())
             return trouble;
         m_progress.begin(Stage::Tessellate);
         silenceKernel();
@@ -77,11 +77,11 @@ private:
         return write();
     }
 
-    Trouble read()
+    core::Trouble read()
     {
         const files::Result<osg::NodePtr> input = osg::readSceneFile(QString::fromUtf8(m_options.input.c_str()));
         if (!input)
-            return Failure{ExitCode::InputUnreadable, input.error().toStringWithCode().toStdString()};
+            return core::Failure{ExitCode::InputUnreadable, input.error().toStringWithCode().toStdString()};
         const osg::RefPtr<osg::NodePtr> root(input.value());
         for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
             m_parts.push_back({osg::GeometryAccess::mesh(*geometry).brep, {}, {}});
@@ -105,7 +105,7 @@ private:
     {
         const PartMarks marks(m_options.output + protocol::PartMarksSuffix, m_parts.size());
         const std::vector<std::size_t> order = workOrder();
-        const auto wanted = static_cast<unsigned>(m_options.settings.number(Setting::Threads));
+        const auto wanted = static_cast<unsigned>(m_options.settings.number(core::Setting::Threads));
         const unsigned threads = wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
         std::atomic<std::size_t> next{0};
         const auto takeParts = [&] {
@@ -142,7 +142,7 @@ private:
         m_progress.report(double(m_doneBytes) / double(std::max<std::size_t>(1, m_bytes)));
     }
 
-    Trouble write() const
+    core::Trouble write() const
     {
         const osg::RefPtr<osg::NodePtr> root(osg::makeNodeFor(osg::Group::create()));
         for (const Part& part : m_parts) {
@@ -155,13 +155,13 @@ private:
         const auto result = osg::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()));
         if (result)
             return std::nullopt;
-        return Failure{ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};
+        return core::Failure{ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};
     }
 
     const TessellationOptions& m_options;
-    Log m_log;
-    Progress m_progress;
-    ProgressFile m_progressFile;
+    core::Log m_log;
+    core::Progress m_progress;
+    core::ProgressFile m_progressFile;
     std::vector<Part> m_parts;
     std::size_t m_bytes = 0;
     std::atomic<std::size_t> m_doneBytes{0};
@@ -175,4 +175,4 @@ ExitCode tessellateFile(const TessellationOptions& options)
     return Tessellation(options).run();
 }
 
-} // namespace ptx
+} // namespace ptx::tessellation

@@ -35,11 +35,11 @@ manual::Program converter()
     program.name = "ptxconvert";
     program.summary = "converts a CAD file into a scene file";
     program.version = ZN_VERSION;
-    program.synopsis = std::string(ptx::synopsis()).substr(program.name.size() + 1);
-    program.notes = ptx::filesText();
-    program.exitCodes = ptx::exitCodesText();
+    program.synopsis = std::string(ptx::core::synopsis()).substr(program.name.size() + 1);
+    program.notes = ptx::core::filesText();
+    program.exitCodes = ptx::core::exitCodesText();
     program.related = {"znimport"};
-    for (const ptx::OptionRow& row : ptx::optionTable())
+    for (const ptx::core::OptionRow& row : ptx::core::optionTable())
         program.options.push_back({{row.name}, row.valueName ? row.valueName : "", row.help});
     return program;
 }

@@ -14,19 +14,19 @@ int print(const std::string& text)
     return static_cast<int>(ptx::ExitCode::Success);
 }
 
-int perform(const ptx::CommandLine& line)
+int perform(const ptx::core::CommandLine& line)
 {
     switch (line.task) {
-    case ptx::CommandLine::Task::Help:
-        return print(ptx::usageText());
-    case ptx::CommandLine::Task::HelpSettings:
-        return print(ptx::settingsHelp());
-    case ptx::CommandLine::Task::Version:
-        return print("ptxconvert " ZN_VERSION "\nOpen CASCADE " + std::string(ptx::occtVersion()) + "\n");
-    case ptx::CommandLine::Task::Convert:
+    case ptx::core::CommandLine::Task::Help:
+        return print(ptx::core::usageText());
+    case ptx::core::CommandLine::Task::HelpSettings:
+        return print(ptx::core::settingsHelp());
+    case ptx::core::CommandLine::Task::Version:
+        return print("ptxconvert " ZN_VERSION "\nOpen CASCADE " + std::string(ptx::occt::occtVersion()) + "\n");
+    case ptx::core::CommandLine::Task::Convert:
         break;
     }
-    return static_cast<int>(ptx::convert(line, ptx::formats()));
+    return static_cast<int>(ptx::conversion::convert(line, ptx::formats()));
 }
 
 } // namespace
@@ -35,9 +35,9 @@ int main(int argc, char** argv)
 {
     // File names are bytes that mean UTF-8, whatever locale the process was started under; numbers stay in "C".
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    const ptx::Outcome<ptx::CommandLine> line = ptx::parseCommandLine({argv + 1, argv + argc});
+    const ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine({argv + 1, argv + argc});
     if (!line) {
-        std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::usageText().c_str());
+        std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::core::usageText().c_str());
         return static_cast<int>(ptx::ExitCode::WrongUse);
     }
     return perform(line.value());

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <vector>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 osg::Buffer<std::byte> brepBlob(const TopoDS_Shape& shape)
@@ -20,4 +20,4 @@ osg::Buffer<std::byte> brepBlob(const TopoDS_Shape& shape)
     return bytes;
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -6,10 +6,10 @@
 
 class TopoDS_Shape;
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 /// The exact surfaces of `shape` as the CAD kernel stores them, without meshes.
 osg::Buffer<std::byte> brepBlob(const TopoDS_Shape& shape);
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

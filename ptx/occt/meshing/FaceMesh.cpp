@@ -12,7 +12,7 @@
 
 #include <vector>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 namespace
@@ -21,7 +21,8 @@ namespace
 class FaceAppender
 {
 public:
-    FaceAppender(const TopoDS_Face& face, const Poly_Triangulation& mesh, const gp_Trsf& place, MeshBuilder& builder)
+    FaceAppender(const TopoDS_Face& face, const Poly_Triangulation& mesh, const gp_Trsf& place,
+                 model::MeshBuilder& builder)
         : m_mesh(mesh), m_builder(builder), m_place(place),
           m_isReversed((face.Orientation() == TopAbs_REVERSED) != (place.VectorialPart().Determinant() < 0)),
           m_isFlipped(face.Orientation() == TopAbs_REVERSED)
@@ -93,7 +94,7 @@ private:
     }
 
     const Poly_Triangulation& m_mesh;
-    MeshBuilder& m_builder;
+    model::MeshBuilder& m_builder;
     const gp_Trsf& m_place;
     GeomLProp_SLProps m_properties{1, Precision::Confusion()};
     bool m_hasSurface = false;
@@ -104,7 +105,7 @@ private:
 
 } // namespace
 
-bool appendFaceMesh(const TopoDS_Face& face, MeshBuilder& builder)
+bool appendFaceMesh(const TopoDS_Face& face, model::MeshBuilder& builder)
 {
     TopLoc_Location location;
     const Handle(Poly_Triangulation)& mesh = BRep_Tool::Triangulation(face, location);
@@ -115,4 +116,4 @@ bool appendFaceMesh(const TopoDS_Face& face, MeshBuilder& builder)
     return true;
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

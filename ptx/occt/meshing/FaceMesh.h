@@ -6,18 +6,18 @@
 
 class TopoDS_Face;
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
-class MeshBuilder;
+class model::MeshBuilder;
 
 /// Appends the triangles that `face` bears, as one face, with normals of the exact surface: in the space of the shape
 /// that the face belongs to, front side out. @return false when the face bears no mesh
-bool appendFaceMesh(const TopoDS_Face& face, MeshBuilder& builder);
+bool appendFaceMesh(const TopoDS_Face& face, model::MeshBuilder& builder);
 
 inline osg::Vec3f toVec3f(const gp_XYZ& value)
 {
     return {static_cast<float>(value.X()), static_cast<float>(value.Y()), static_cast<float>(value.Z())};
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -10,7 +10,7 @@
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 void tessellate(const TopoDS_Shape& shape, const Tolerance& tolerance, bool inParallel)
@@ -34,4 +34,4 @@ std::size_t triangleCount(const TopoDS_Shape& shape)
     return count;
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -6,7 +6,7 @@
 
 class TopoDS_Shape;
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 /// Gives every face of `shape` a mesh within `tolerance`, on several threads when `inParallel` says so. A mesh that the
@@ -16,4 +16,4 @@ void tessellate(const TopoDS_Shape& shape, const Tolerance& tolerance, bool inPa
 /// Triangles that the faces of `shape` bear.
 std::size_t triangleCount(const TopoDS_Shape& shape);
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

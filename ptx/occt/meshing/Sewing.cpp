@@ -8,7 +8,7 @@
 
 #include <chrono>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 namespace
@@ -73,4 +73,4 @@ SewingResult sew(ShapeBody& body, double tolerance, double seconds)
     return SewingResult::Sewn;
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -2,7 +2,7 @@
 
 #include "ptx/occt/meshing/ShapeBody.h"
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 enum class SewingResult { Sewn, OutOfTime };
@@ -11,4 +11,4 @@ enum class SewingResult { Sewn, OutOfTime };
 /// `seconds` (0: no limit) are over the body stays as it was. Exceptions of the kernel pass through.
 SewingResult sew(ShapeBody& body, double tolerance, double seconds);
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -8,7 +8,7 @@
 
 #include <string>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 /// The exact shape of one distinct part, before it is a mesh.
@@ -21,4 +21,4 @@ struct ShapeBody {
     bool mayBeInsideOut = false; ///< its solids were healed, but for their orientation
 };
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -10,7 +10,7 @@
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Shape.hxx>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 namespace
@@ -47,4 +47,4 @@ std::size_t freeEdgeCount(const TopoDS_Shape& shape)
     return count;
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -4,7 +4,7 @@
 
 class TopoDS_Shape;
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 /// Whether `shape` has a face or an edge.
@@ -15,4 +15,4 @@ std::size_t faceCount(const TopoDS_Shape& shape);
 /// Edges of `shape` that end at one face alone.
 std::size_t freeEdgeCount(const TopoDS_Shape& shape);
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 namespace
@@ -24,19 +24,20 @@ double diagonal(const TopoDS_Shape& shape)
 
 } // namespace
 
-Tolerance toleranceFor(const TopoDS_Shape& shape, const Settings& settings)
+Tolerance toleranceFor(const TopoDS_Shape& shape, const core::Settings& settings)
 {
-    double deviation = settings.number(Setting::Deviation);
+    double deviation = settings.number(core::Setting::Deviation);
     if (deviation == 0)
-        deviation = settings.number(Setting::RelativeDeviation) * diagonal(shape);
-    return {std::max(deviation, 10 * Precision::Confusion()), settings.number(Setting::Angle) * std::numbers::pi / 180};
+        deviation = settings.number(core::Setting::RelativeDeviation) * diagonal(shape);
+    return {std::max(deviation, 10 * Precision::Confusion()),
+            settings.number(core::Setting::Angle) * std::numbers::pi / 180};
 }
 
-double stitchTolerance(const TopoDS_Shape& shape, const Settings& settings)
+double stitchTolerance(const TopoDS_Shape& shape, const core::Settings& settings)
 {
-    const double absolute = settings.number(Setting::StitchTolerance);
-    const double relative = settings.number(Setting::StitchRelativeTolerance);
+    const double absolute = settings.number(core::Setting::StitchTolerance);
+    const double relative = settings.number(core::Setting::StitchRelativeTolerance);
     return std::max(absolute > 0 ? absolute : relative * diagonal(shape), Precision::Confusion());
 }
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -4,7 +4,7 @@
 
 class TopoDS_Shape;
 
-namespace ptx
+namespace ptx::occt::meshing
 {
 
 /// How finely one part becomes a mesh.
@@ -14,9 +14,9 @@ struct Tolerance {
 };
 
 /// The tolerance that `settings` ask for, for a part of this shape's size.
-Tolerance toleranceFor(const TopoDS_Shape& shape, const Settings& settings);
+Tolerance toleranceFor(const TopoDS_Shape& shape, const core::Settings& settings);
 
 /// The gap between loose faces of this shape that `settings` ask to close, in millimetres.
-double stitchTolerance(const TopoDS_Shape& shape, const Settings& settings);
+double stitchTolerance(const TopoDS_Shape& shape, const core::Settings& settings);
 
-} // namespace ptx
+} // namespace ptx::occt::meshing

@@ -30,15 +30,16 @@ bool isBinary(std::string_view head)
     return head.substr(0, MarkWithin).find(BinaryMark) != std::string_view::npos;
 }
 
-Match probe(std::string_view head, std::uint64_t)
+readers::Match probe(std::string_view head, std::uint64_t)
 {
-    return head.substr(0, MarkWithin).find(TextMark) != std::string_view::npos ? Match::Certain : Match::No;
+    return head.substr(0, MarkWithin).find(TextMark) != std::string_view::npos ? readers::Match::Certain
+                                                                               : readers::Match::No;
 }
 
-Trouble readShape(const Job& job, TopoDS_Shape& shape)
+core::Trouble readShape(const model::Job& job, TopoDS_Shape& shape)
 {
-    const TimedProgress timedProgress(job.progress, 0,
-                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    const core::TimedProgress timedProgress(job.progress, 0,
+                                            1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     std::ifstream stream(job.input, std::ios::binary);
     char mark[MarkWithin] = {};
     stream.read(mark, MarkWithin);
@@ -50,35 +51,35 @@ Trouble readShape(const Job& job, TopoDS_Shape& shape)
     else
         BRepTools::Read(shape, stream, BRep_Builder());
     if (shape.IsNull())
-        return Failure{ExitCode::Damaged, "the BREP file is cut off or damaged"};
+        return core::Failure{ExitCode::Damaged, "the BREP file is cut off or damaged"};
     return std::nullopt;
 }
 
-Outcome<Model> readBrep(const Job& job)
+core::Outcome<model::Model> readBrep(const model::Job& job)
 {
-    setUpOcct();
+    occt::setUpOcct();
     job.progress.begin(Stage::ReadAndProcess);
-    std::vector<ShapeBody> shapes(1);
-    if (Trouble trouble = guarded("reading the BREP file", [&] { return readShape(job, shapes[0].shape); }))
+    std::vector<occt::meshing::ShapeBody> shapes(1);
+    if (core::Trouble trouble = occt::guarded("reading the BREP file", [&] { return readShape(job, shapes[0].shape); }))
         return *trouble;
     shapes[0].name = std::filesystem::path(job.input).stem().string();
-    Model model;
-    model.products.push_back({shapes[0].name, {}, 0, NoAppearance, {}, {}});
+    model::Model model;
+    model.products.push_back({shapes[0].name, {}, 0, model::NoAppearance, {}, {}});
     model.roots.emplace_back();
-    if (!hasGeometry(shapes[0].shape))
-        return Failure{ExitCode::NothingToImport, "the file is a BREP file, but its shape has no faces or edges"};
-    Outcome<std::vector<Body>> bodies = meshParts(std::move(shapes), job);
+    if (!occt::meshing::hasGeometry(shapes[0].shape))
+        return core::Failure{ExitCode::NothingToImport, "the file is a BREP file, but its shape has no faces or edges"};
+    core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(shapes), job);
     if (!bodies)
         return bodies.failure();
     model.bodies = std::move(bodies.value());
     return model;
 }
 
-constexpr Format Row = {protocol::format::Brep.name, protocol::format::Brep.extensions, probe, readBrep};
+constexpr readers::Format Row = {protocol::format::Brep.name, protocol::format::Brep.extensions, probe, readBrep};
 
 } // namespace
 
-const Format& format()
+const readers::Format& format()
 {
     return Row;
 }

@@ -6,6 +6,6 @@ namespace ptx::brep
 {
 
 /// The CAD kernel's own files, text and binary: one shape without names and colours.
-const Format& format();
+const readers::Format& format();
 
 } // namespace ptx::brep

@@ -22,40 +22,41 @@ namespace
 
 constexpr double SecondsPerMegabyte = 0.2;
 
-Trouble read(IGESCAFControl_Reader& reader, const Job& job)
+core::Trouble read(IGESCAFControl_Reader& reader, const model::Job& job)
 {
     job.progress.begin(Stage::ReadAndProcess);
-    const TimedProgress timedProgress(job.progress, 0,
-                                      1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
+    const core::TimedProgress timedProgress(job.progress, 0,
+                                            1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     if (reader.ReadFile(job.input.c_str()) != IFSelect_RetDone)
-        return Failure{ExitCode::Damaged, "the text is not an IGES file that can be read"};
+        return core::Failure{ExitCode::Damaged, "the text is not an IGES file that can be read"};
     return std::nullopt;
 }
 
-Trouble transfer(IGESCAFControl_Reader& reader, Handle(TDocStd_Document) & document, const Job& job)
+core::Trouble transfer(IGESCAFControl_Reader& reader, Handle(TDocStd_Document) & document, const model::Job& job)
 {
     job.progress.begin(Stage::Convert);
-    Handle(OcctProgress) progress = new OcctProgress(job.progress);
+    Handle(occt::OcctProgress) progress = new occt::OcctProgress(job.progress);
     if (!reader.Transfer(document, progress->Start()))
-        return Failure{ExitCode::NothingToImport, "the file is an IGES file, but none of its entities is a shape"};
+        return core::Failure{ExitCode::NothingToImport,
+                             "the file is an IGES file, but none of its entities is a shape"};
     return std::nullopt;
 }
 
-Outcome<DocumentContent> readContent(const Job& job)
+core::Outcome<occt::DocumentContent> readers::readContent(const model::Job& job)
 {
     IGESCAFControl_Reader reader;
     reader.SetNameMode(true);
     reader.SetColorMode(true);
     reader.SetLayerMode(true);
-    Handle(TDocStd_Document) document = newDocument();
-    DocumentContent content;
-    Trouble trouble = guarded("reading the IGES text", [&] { return read(reader, job); });
+    Handle(TDocStd_Document) document = occt::newDocument();
+    occt::DocumentContent content;
+    core::Trouble trouble = occt::guarded("reading the IGES text", [&] { return read(reader, job); });
     if (!trouble)
-        trouble = guarded("translating the IGES entities", [&] { return transfer(reader, document, job); });
+        trouble = occt::guarded("translating the IGES entities", [&] { return transfer(reader, document, job); });
     if (!trouble)
-        trouble = guarded("reading the structure", [&]() -> Trouble {
+        trouble = occt::guarded("reading the structure", [&]() -> core::Trouble {
             job.progress.begin(Stage::ProcessStructure);
-            content = walkDocument(document, job);
+            content = occt::walkDocument(document, job);
             return std::nullopt;
         });
     document->Close();
@@ -65,41 +66,44 @@ Outcome<DocumentContent> readContent(const Job& job)
 }
 
 // The terminate section has a T in column 73; every line has its section letter there.
-Match probe(std::string_view head, std::uint64_t)
+readers::Match probe(std::string_view head, std::uint64_t)
 {
     constexpr std::size_t SectionColumn = 72;
     const std::size_t lineEnd = head.find_first_of("\r\n");
     const std::string_view first = head.substr(0, lineEnd);
     const bool isStart = first.size() > SectionColumn && (first[SectionColumn] == 'S' || first[SectionColumn] == 'C');
     return isStart && first.find_first_not_of("0123456789 ", SectionColumn + 1) == std::string_view::npos
-               ? Match::Certain
-               : Match::No;
+               ? readers::Match::Certain
+               : readers::Match::No;
 }
 
-Outcome<Model> readIges(const Job& job)
+core::Outcome<model::Model> readIges(const model::Job& job)
 {
-    setUpOcct();
-    Outcome<DocumentContent> content = readContent(job);
+    occt::setUpOcct();
+    core::Outcome<occt::DocumentContent> content = readers::readContent(job);
     if (!content)
         return content.failure();
     if (content.value().shapes.empty())
-        return Failure{ExitCode::NothingToImport,
-                       "the file is an IGES file, but holds no surfaces, solids or curves (points are not imported)"};
+        return core::Failure{
+            ExitCode::NothingToImport,
+            "the file is an IGES file, but holds no surfaces, solids or curves (points are not imported)"};
     job.progress.begin(Stage::Merge);
-    if (const std::size_t count = mergeLooseFaces(content.value(), std::filesystem::path(job.input).stem().string()))
+    if (const std::size_t count =
+            occt::mergeLooseFaces(content.value(), std::filesystem::path(job.input).stem().string()))
         job.log.info(std::to_string(count) + " loose surfaces and curves become one part");
-    Outcome<std::vector<Body>> bodies = meshParts(std::move(content.value().shapes), job, Loose::Stitch);
+    core::Outcome<std::vector<model::Body>> bodies =
+        occt::meshParts(std::move(content.value().shapes), job, occt::Loose::Stitch);
     if (!bodies)
         return bodies.failure();
     content.value().model.bodies = std::move(bodies.value());
     return std::move(content.value().model);
 }
 
-constexpr Format Row = {protocol::format::Iges.name, protocol::format::Iges.extensions, probe, readIges};
+constexpr readers::Format Row = {protocol::format::Iges.name, protocol::format::Iges.extensions, probe, readIges};
 
 } // namespace
 
-const Format& format()
+const readers::Format& format()
 {
     return Row;
 }

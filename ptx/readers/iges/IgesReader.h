@@ -6,6 +6,6 @@ namespace ptx::iges
 {
 
 /// IGES: surfaces, solids and curves with names, colours and layers. Loose faces of a part are sewn together.
-const Format& format();
+const readers::Format& format();
 
 } // namespace ptx::iges

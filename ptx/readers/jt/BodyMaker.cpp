@@ -46,11 +46,11 @@ int formOf(const shapes::Shape& shape)
 class Pieces
 {
 public:
-    MeshBuilder& of(int appearance, int form) { return m_meshes[{appearance, form}]; }
+    model::MeshBuilder& of(int appearance, int form) { return m_meshes[{appearance, form}]; }
 
-    Body take()
+    model::Body take()
     {
-        Body body;
+        model::Body body;
         for (auto& [look, mesh] : m_meshes)
             if (!mesh.isEmpty())
                 body.pieces.push_back({look.first, mesh.take()});
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    std::map<std::pair<int, int>, MeshBuilder> m_meshes;
+    std::map<std::pair<int, int>, model::MeshBuilder> m_meshes;
 };
 
 graph::Placement placementOf(const graph::SceneGraph& graph, const graph::SceneNode& node)
@@ -178,7 +178,7 @@ void BodyMaker::add(const shapes::Shape& decodedShape, const Frame& frame, Piece
     }
     const shapes::Shape& shape = isHidden ? bare : decodedShape;
     // Whoever takes the colours of vertices away, as the optimisation of trees does, is left with that of the material.
-    MeshBuilder& mesh = pieces.of(frame.inherited.appearance, formOf(shape));
+    model::MeshBuilder& mesh = pieces.of(frame.inherited.appearance, formOf(shape));
     if (mesh.hasRoomFor(shape.positions.size() + shape.records()))
         m_triangles += shapes::addShape(mesh, shape, frame.placement, m_context.unit);
     else
@@ -194,7 +194,7 @@ BodyResult BodyMaker::make(graph::Id top, const std::vector<graph::Id>& starts)
     std::size_t steps = m_steps / 2; // the rest is for other bodies
     if (const graph::SceneNode* node = graph.find(top))
         around = graph::inheritedMaterial(graph, *node, {}, m_context.appearances);
-    around.appearance = NoAppearance;
+    around.appearance = model::NoAppearance;
     std::vector<Frame> open;
     open.reserve(starts.size());
     for (const graph::Id start : starts)

@@ -19,14 +19,14 @@ struct BodyContext {
     double unit; ///< millimetres of one unit of the file
     int level;   ///< of detail, 0 for the finest
     unsigned threads;
-    AppearanceTable& appearances;
-    Progress& progress;
-    Log& log;
+    model::AppearanceTable& appearances;
+    core::Progress& progress;
+    core::Log& log;
 };
 
 /// What became of a body's shapes.
 struct BodyResult {
-    Body body;
+    model::Body body;
     std::vector<std::string> losses; ///< reasons why a shape is not in it, for a person
 };
 

@@ -18,7 +18,7 @@ container::Bytes bytesOf(const std::string& content)
     return {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()};
 }
 
-Failure damaged(const std::string& path, const container::Damage& damage)
+core::Failure damaged(const std::string& path, const container::Damage& damage)
 {
     return {ExitCode::Damaged,
             "the JT file is damaged at " + std::to_string(damage.offset) + ": " + damage.what + " (" + path + ")"};
@@ -33,7 +33,7 @@ public:
         m_file.content = std::make_unique<const std::string>(std::move(content));
     }
 
-    Outcome<JtFile> open(bool withMetadata)
+    core::Outcome<JtFile> open(bool withMetadata)
     {
         m_file.framing = container::readFraming(bytesOf(*m_file.content));
         if (m_file.framing.damage)
@@ -136,7 +136,7 @@ shapes::Shape JtFile::shapeOf(const graph::SceneNode& node) const
     return none;
 }
 
-Outcome<JtFile> openJtFile(const std::string& path, std::string content)
+core::Outcome<JtFile> openJtFile(const std::string& path, std::string content)
 {
     return Opener(path, std::move(content)).open(true);
 }
@@ -144,10 +144,10 @@ Outcome<JtFile> openJtFile(const std::string& path, std::string content)
 std::vector<std::string> partNamesIn(const std::string& path)
 {
     std::vector<std::string> names;
-    Outcome<std::string> content = readContent(path);
+    core::Outcome<std::string> content = readers::readContent(path);
     if (!content)
         return names;
-    const Outcome<JtFile> file = Opener(path, std::move(content.value())).open(false);
+    const core::Outcome<JtFile> file = Opener(path, std::move(content.value())).open(false);
     if (!file)
         return names;
     for (const auto& [id, node] : file.value().graph.nodes)

@@ -24,7 +24,7 @@ struct JtFile {
 };
 
 /// Takes `content`, read from `path`, to pieces. A file without a readable scene graph is damaged.
-Outcome<JtFile> openJtFile(const std::string& path, std::string content);
+core::Outcome<JtFile> openJtFile(const std::string& path, std::string content);
 
 /// The names of the files that hold parts of the file at `path`, as it writes them; none if it cannot be read.
 std::vector<std::string> partNamesIn(const std::string& path);

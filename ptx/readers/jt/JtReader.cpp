@@ -13,9 +13,9 @@ namespace
 
 constexpr std::size_t LeastHeader = 105;
 
-Match probe(std::string_view head, std::uint64_t size)
+readers::Match probe(std::string_view head, std::uint64_t size)
 {
-    return size >= LeastHeader && container::isJtHeader(head) ? Match::Certain : Match::No;
+    return size >= LeastHeader && container::isJtHeader(head) ? readers::Match::Certain : readers::Match::No;
 }
 
 bool refersToParts(const std::string& path)
@@ -23,35 +23,36 @@ bool refersToParts(const std::string& path)
     return !partNamesIn(path).empty();
 }
 
-bool isMissingAnything(const Model& model)
+bool isMissingAnything(const model::Model& model)
 {
-    for (const Product& product : model.products)
+    for (const model::Product& product : model.products)
         for (const std::string& tag : product.tags)
             if (osg::converted::missingPart(tag))
                 return true;
     return false;
 }
 
-Outcome<Model> readJt(const Job& job)
+core::Outcome<model::Model> readJt(const model::Job& job)
 {
     job.progress.begin(Stage::ReadAndProcess);
-    Outcome<Model> model = readWithParts(job);
+    core::Outcome<model::Model> model = readWithParts(job);
     if (!model)
         return model;
-    if (Trouble trouble = requireExternalParts(job.externalParts, !model.value().references.empty()))
+    if (core::Trouble trouble = readers::requireExternalParts(job.externalParts, !model.value().references.empty()))
         return *trouble;
     if (!model.value().bodies.empty() || !model.value().references.empty())
         return model;
     if (isMissingAnything(model.value()))
-        return Failure{ExitCode::Damaged, "no mesh of the JT file can be read; the log tells why"};
-    return Failure{ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
+        return core::Failure{ExitCode::Damaged, "no mesh of the JT file can be read; the log tells why"};
+    return core::Failure{ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
 }
 
-constexpr Format Row = {protocol::format::Jt.name, protocol::format::Jt.extensions, probe, readJt, refersToParts};
+constexpr readers::Format Row = {protocol::format::Jt.name, protocol::format::Jt.extensions, probe, readJt,
+                                 refersToParts};
 
 } // namespace
 
-const Format& format()
+const readers::Format& format()
 {
     return Row;
 }

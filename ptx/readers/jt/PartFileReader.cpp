@@ -30,7 +30,7 @@ struct SkippedType {
 constexpr SkippedType Skipped[] = {{2, "B-rep"},        {3, "PMI"},          {17, "B-rep"}, {18, "wireframe"},
                                    {20, "light B-rep"}, {24, "light B-rep"}, {30, "B-rep"}, {32, "B-rep"}};
 
-void tellSkipped(const container::Framing& framing, Log& log)
+void tellSkipped(const container::Framing& framing, core::Log& log)
 {
     std::map<std::string, std::size_t> counts;
     for (const auto& [id, segment] : framing.segments)
@@ -50,11 +50,11 @@ bool isFile(const std::string& path)
 class Assembly
 {
 public:
-    explicit Assembly(const Job& job) : m_job(job) {}
+    explicit Assembly(const model::Job& job) : m_job(job) {}
 
-    Outcome<Model> read()
+    core::Outcome<model::Model> read()
     {
-        Outcome<Model> root = readFile(m_job.input);
+        core::Outcome<model::Model> root = readFile(m_job.input);
         if (!root)
             return root.failure();
         m_model = std::move(root.value());
@@ -76,12 +76,12 @@ private:
         std::size_t end; ///< of its products
     };
 
-    Outcome<Model> readFile(const std::string& path)
+    core::Outcome<model::Model> readFile(const std::string& path)
     {
-        Outcome<std::string> content = readContent(path);
+        core::Outcome<std::string> content = readers::readContent(path);
         if (!content)
             return content.failure();
-        const Outcome<JtFile> opened = openJtFile(path, std::move(content.value()));
+        const core::Outcome<JtFile> opened = openJtFile(path, std::move(content.value()));
         if (!opened)
             return opened.failure();
         const JtFile& file = opened.value();
@@ -92,14 +92,14 @@ private:
             m_job.log.warning(warning);
         tellSkipped(file.framing, m_job.log);
         takeUnit(file.graph, path);
-        Model model = buildStructure(file, millimetres(), m_job);
-        for (Product& product : model.products)
+        model::Model model = buildStructure(file, millimetres(), m_job);
+        for (model::Product& product : model.products)
             if (product.name.empty())
                 product.name = fs::path(path).stem().string();
         return model;
     }
 
-    double millimetres() const { return m_unit ? m_unit->millimetres : m_job.settings.number(Setting::MeshUnit); }
+    double millimetres() const { return m_unit ? m_unit->millimetres : m_job.settings.number(core::Setting::MeshUnit); }
 
     // The unit of the first file holds for all: transforms do the rest.
     void takeUnit(const graph::SceneGraph& graph, const std::string& path)
@@ -115,21 +115,21 @@ private:
         m_isFirst = false;
     }
 
-    std::string fileOf(const Product& product, const std::string& folder)
+    std::string fileOf(const model::Product& product, const std::string& folder)
     {
         return m_finder.find(folder, product.externalNames.front());
     }
 
     void keepReferences()
     {
-        const std::set<std::string> circle = filesLeadingBackTo(m_job.input, partNamesIn);
+        const std::set<std::string> circle = readers::filesLeadingBackTo(m_job.input, partNamesIn);
         const std::string folder = fs::path(m_job.input).parent_path().string();
         for (std::size_t i = 0; i < m_model.products.size(); ++i) {
-            Product& product = m_model.products[i];
+            model::Product& product = m_model.products[i];
             if (product.externalNames.empty())
                 continue;
             std::string path = fileOf(product, folder);
-            if (circle.contains(canonicalPath(path))) {
+            if (circle.contains(readers::canonicalPath(path))) {
                 leaveOut(i, path, "it leads back to this file");
                 path.clear();
             } else if (!isFile(path)) {
@@ -142,7 +142,7 @@ private:
 
     void followReferences()
     {
-        open(canonicalPath(m_job.input), m_job.input, 0);
+        open(readers::canonicalPath(m_job.input), m_job.input, 0);
         while (!m_open.empty()) {
             File& file = m_open.back();
             if (file.next == file.end) {
@@ -164,7 +164,7 @@ private:
 
     void follow(std::size_t product, const std::string& file)
     {
-        const std::string path = canonicalPath(file);
+        const std::string path = readers::canonicalPath(file);
         if (m_around.contains(path))
             return leaveOut(product, file, "it leads round in a circle");
         if (m_open.size() >= Deepest)
@@ -176,53 +176,53 @@ private:
             entry = m_contents.emplace(path, readPart(path, file)).first;
         if (!entry->second)
             return leaveOut(product, file, entry->second.failure().message);
-        std::vector<Occurrence>& children = m_model.products[product].children;
+        std::vector<model::Occurrence>& children = m_model.products[product].children;
         children.insert(children.end(), entry->second.value().begin(), entry->second.value().end());
     }
 
-    Outcome<std::vector<Occurrence>> readPart(const std::string& path, const std::string& file)
+    core::Outcome<std::vector<model::Occurrence>> readPart(const std::string& path, const std::string& file)
     {
         std::error_code error;
         const std::uint64_t bytes = fs::file_size(path, error);
         m_job.limits.addInput(error ? 0 : bytes);
         m_job.log.info("part file " + file);
-        Outcome<Model> part = readFile(file);
+        core::Outcome<model::Model> part = readFile(file);
         if (!part)
             return part.failure();
         const std::size_t firstProduct = m_model.products.size();
-        std::vector<Body> bodies = std::move(part.value().bodies);
+        std::vector<model::Body> bodies = std::move(part.value().bodies);
         const std::size_t firstBody = m_model.bodies.size();
-        for (Body& body : bodies) {
-            for (Piece& piece : body.pieces)
-                if (piece.appearance != NoAppearance)
+        for (model::Body& body : bodies) {
+            for (model::Piece& piece : body.pieces)
+                if (piece.appearance != model::NoAppearance)
                     piece.appearance = m_model.appearances.indexOf(part.value().appearances[piece.appearance]);
             m_model.bodies.push_back(std::move(body));
         }
-        std::vector<Occurrence> roots = mergeModel(m_model, std::move(part.value()), firstBody);
+        std::vector<model::Occurrence> roots = model::mergeModel(m_model, std::move(part.value()), firstBody);
         open(path, file, firstProduct);
         return roots;
     }
 
     void leaveOut(std::size_t product, const std::string& file, const std::string& why)
     {
-        Product& left = m_model.products[product];
+        model::Product& left = m_model.products[product];
         left.tags.push_back(osg::converted::missingTag({file, why}));
         m_job.log.warning("part file " + file + " of \"" + left.name + "\" is left out: " + why);
     }
 
-    const Job& m_job;
-    Model m_model;
+    const model::Job& m_job;
+    model::Model m_model;
     std::optional<graph::Unit> m_unit;
     bool m_isFirst = true;
-    PartFileFinder m_finder;
+    readers::PartFileFinder m_finder;
     std::vector<File> m_open;
     std::set<std::string> m_around;
-    std::map<std::string, Outcome<std::vector<Occurrence>>> m_contents;
+    std::map<std::string, core::Outcome<std::vector<model::Occurrence>>> m_contents;
 };
 
 } // namespace
 
-Outcome<Model> readWithParts(const Job& job)
+core::Outcome<model::Model> readWithParts(const model::Job& job)
 {
     return Assembly(job).read();
 }

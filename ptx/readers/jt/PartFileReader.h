@@ -11,6 +11,6 @@ namespace ptx::jt
 /// file that is missing, that cannot be read or that is being read around the place where it is named is left out: its
 /// product bears the tag of a missing part, and a warning tells why. With `job.externalParts` the products stay
 /// references instead.
-Outcome<Model> readWithParts(const Job& job);
+core::Outcome<model::Model> readWithParts(const model::Job& job);
 
 } // namespace ptx::jt

@@ -35,26 +35,26 @@ bool isAlternative(graph::ElementKind kind)
     return kind == graph::ElementKind::Lod || kind == graph::ElementKind::Switch;
 }
 
-unsigned threadsOf(const Job& job)
+unsigned threadsOf(const model::Job& job)
 {
-    const auto wanted = static_cast<unsigned>(job.settings.number(Setting::Threads));
+    const auto wanted = static_cast<unsigned>(job.settings.number(core::Setting::Threads));
     return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
 }
 
 class StructureBuilder
 {
 public:
-    StructureBuilder(const JtFile& file, double unit, const Job& job)
+    StructureBuilder(const JtFile& file, double unit, const model::Job& job)
         : m_file(file), m_graph(file.graph), m_unit(unit), m_job(job),
-          m_mostOccurrences(job.settings.number(Setting::NodeLimit)),
-          m_bodies({file, unit, static_cast<int>(job.settings.number(Setting::MeshLevel)), threadsOf(job),
+          m_mostOccurrences(job.settings.number(core::Setting::NodeLimit)),
+          m_bodies({file, unit, static_cast<int>(job.settings.number(core::Setting::MeshLevel)), threadsOf(job),
                     m_model.appearances, job.progress, job.log})
     {
         findStructure();
         findNames();
     }
 
-    Model build()
+    model::Model build()
     {
         addRoots();
         for (std::size_t next = 0; next < m_open.size(); ++next) {
@@ -149,12 +149,12 @@ private:
     // Every occurrence becomes a node at least; the scene refuses what is beyond its limit.
     bool isFull() const { return m_mostOccurrences > 0 && static_cast<double>(m_occurrences) > m_mostOccurrences; }
 
-    void addOccurrence(std::vector<Occurrence>& to, graph::Id id, Chain chain)
+    void addOccurrence(std::vector<model::Occurrence>& to, graph::Id id, Chain chain)
     {
         if (isFull() || !follow(id, chain))
             return;
         ++m_occurrences;
-        Occurrence occurrence;
+        model::Occurrence occurrence;
         occurrence.product = productOf(chain.id, *chain.target, chain.inherited.appearance);
         if (chain.inherited.final & graph::ColourField)
             occurrence.appearance = chain.inherited.appearance;
@@ -196,7 +196,7 @@ private:
     {
         const auto [entry, isNew] = m_products.try_emplace({id, appearance}, m_model.products.size());
         if (isNew) {
-            Product product;
+            model::Product product;
             product.name = m_names[id];
             product.appearance = appearance;
             product.tags = graph::tagsOf(node);
@@ -211,7 +211,7 @@ private:
     void fill(Open open)
     {
         const graph::SceneNode& node = *m_graph.find(open.id);
-        std::vector<Occurrence> children;
+        std::vector<model::Occurrence> children;
         std::vector<graph::Id> shapes;
         for (const graph::Id child : shownChildren(node)) {
             if (hasStructure(child))
@@ -265,13 +265,13 @@ private:
     std::size_t newBody(const Planned& plan)
     {
         BodyResult result = m_bodies.make(plan.top, plan.starts);
-        Product& product = m_model.products[plan.products.front()];
+        model::Product& product = m_model.products[plan.products.front()];
         for (const std::string& loss : result.losses) {
             product.tags.push_back(osg::converted::missingTag({m_file.path, loss}));
             m_job.log.warning("a shape of \"" + product.name + "\" is left out: " + loss);
         }
         if (result.body.pieces.empty())
-            return NoBody;
+            return model::NoBody;
         m_model.bodies.push_back(std::move(result.body));
         return m_model.bodies.size() - 1;
     }
@@ -279,12 +279,12 @@ private:
     const JtFile& m_file;
     const graph::SceneGraph& m_graph;
     double m_unit;
-    const Job& m_job;
+    const model::Job& m_job;
     double m_mostOccurrences;
     std::size_t m_occurrences = 0;
     /// Beyond the limit each node is filled once at most, for its body.
     std::unordered_set<graph::Id> m_lookedAtInTheEnd;
-    Model m_model;
+    model::Model m_model;
     BodyMaker m_bodies;
     std::unordered_set<graph::Id> m_structure;
     std::unordered_map<graph::Id, std::string> m_names;
@@ -296,7 +296,7 @@ private:
 
 } // namespace
 
-Model buildStructure(const JtFile& file, double unit, const Job& job)
+model::Model buildStructure(const JtFile& file, double unit, const model::Job& job)
 {
     return StructureBuilder(file, unit, job).build();
 }

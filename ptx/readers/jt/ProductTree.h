@@ -12,6 +12,6 @@ namespace ptx::jt
 /// nodes that only group shapes become one with the part around them. A shape that cannot be read is left out: the log
 /// tells where it is damaged, and its product bears the tag of a missing part. A partition that another file holds is a
 /// product with that file's name and without children.
-Model buildStructure(const JtFile& file, double unit, const Job& job);
+model::Model buildStructure(const JtFile& file, double unit, const model::Job& job);
 
 } // namespace ptx::jt

@@ -11,7 +11,7 @@ constexpr std::size_t BlockSize = std::size_t{64} * 1024;
 constexpr double SecondsPerByte = 0.05e-6;
 } // namespace
 
-CountingBuffer::CountingBuffer(const std::string& path, std::uint64_t size, double share, Progress& progress)
+CountingBuffer::CountingBuffer(const std::string& path, std::uint64_t size, double share, core::Progress& progress)
     : m_block(BlockSize), m_size(std::max<std::uint64_t>(1, size)), m_share(share), m_progress(progress)
 {
     m_file.open(path, std::ios::in | std::ios::binary);

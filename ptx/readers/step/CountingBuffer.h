@@ -19,7 +19,7 @@ class CountingBuffer : public std::streambuf
 {
 public:
     /// `share` is the part of the present stage that the reading stands for.
-    CountingBuffer(const std::string& path, std::uint64_t size, double share, Progress& progress);
+    CountingBuffer(const std::string& path, std::uint64_t size, double share, core::Progress& progress);
 
     bool isOpen() const { return m_file.is_open(); }
 
@@ -32,8 +32,8 @@ private:
     std::uint64_t m_size;
     std::uint64_t m_done = 0;
     double m_share;
-    Progress& m_progress;
-    std::optional<TimedProgress> m_timedProgress;
+    core::Progress& m_progress;
+    std::optional<core::TimedProgress> m_timedProgress;
 };
 
 } // namespace ptx

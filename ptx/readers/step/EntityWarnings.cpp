@@ -49,10 +49,10 @@ public:
         }
     }
 
-    void warn(Log& log) const
+    void warn(core::Log& log) const
     {
         for (const Complaint& complaint : m_complaints) {
-            std::string text = nameOf(complaint.number) + ": " + complaint.text;
+            std::string text = occt::nameOf(complaint.number) + ": " + complaint.text;
             if (complaint.count > 1)
                 text += " (and " + std::to_string(complaint.count - 1) + " more)";
             log.warning(text);
@@ -71,7 +71,7 @@ private:
     std::string typeOf(int number) const { return isKnown(number) ? m_model->TypeName(m_model->Value(number)) : ""; }
 
     /// "#12 ADVANCED_FACE"
-    std::string nameOf(int number) const
+    std::string occt::nameOf(int number) const
     {
         if (!isKnown(number))
             return "an entity";
@@ -87,7 +87,7 @@ private:
 
 } // namespace
 
-void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, Log& log)
+void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, core::Log& log)
 {
     Complaints complaints(reader);
     const StepData_StepModel& model = complaints.model();
@@ -97,7 +97,7 @@ void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, Log& log)
     complaints.warn(log);
 }
 
-void warnOfUntranslatedEntities(const STEPCAFControl_Reader& reader, Log& log)
+void warnOfUntranslatedEntities(const STEPCAFControl_Reader& reader, core::Log& log)
 {
     Complaints complaints(reader);
     const Interface_CheckIterator checks = reader.Reader().WS()->TransferReader()->TransientProcess()->CheckList(true);

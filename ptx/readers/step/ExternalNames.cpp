@@ -61,7 +61,7 @@ private:
 
     void addName(std::size_t number, const Handle(TCollection_HAsciiString) & text)
     {
-        if (std::string name = utf8(text); !name.empty())
+        if (std::string name = occt::utf8(text); !name.empty())
             m_names[number].push_back(std::move(name));
     }
 
@@ -123,7 +123,7 @@ std::vector<std::string> ExternalNames::of(const TDF_Label& label) const
         TColStd_SequenceOfHAsciiString marks;
         XCAFDoc_ShapeTool::GetExternRefs(child.Value(), marks);
         for (const Handle(TCollection_HAsciiString) & mark : marks) {
-            const std::string text = utf8(mark);
+            const std::string text = occt::utf8(mark);
             std::size_t number = 0;
             if (!text.starts_with(MarkPrefix))
                 continue;

@@ -90,7 +90,7 @@ double densityInSi(const Handle(StepBasic_DerivedUnit) & unit)
 std::optional<std::string> nameTag(const Handle(StepRepr_RepresentationItem) & item)
 {
     const auto text = Handle(StepRepr_DescriptiveRepresentationItem)::DownCast(item);
-    const std::string name = text.IsNull() ? std::string() : utf8(text->Name());
+    const std::string name = text.IsNull() ? std::string() : occt::utf8(text->Name());
     if (name.empty())
         return std::nullopt;
     return osg::converted::tag(osg::converted::MaterialKey, name);
@@ -115,7 +115,7 @@ std::optional<std::string> materialTag(const StepRepr_Representation& values)
 {
     if (values.Items().IsNull() || values.NbItems() != 1)
         return std::nullopt;
-    const std::string kind = utf8(values.Name());
+    const std::string kind = occt::utf8(values.Name());
     if (kind == "material name")
         return nameTag(values.ItemsValue(1));
     return kind == "density" ? densityTag(values.ItemsValue(1)) : std::nullopt;

@@ -26,12 +26,12 @@ bool isFile(const std::string& path)
 }
 
 /// The file that `product` means, and the name that leads there.
-Reference referenceOf(const std::vector<Product>& products, std::size_t product, const std::string& folder,
-                      PartFileFinder& finder)
+model::Reference referenceOf(const std::vector<model::Product>& products, std::size_t product,
+                             const std::string& folder, readers::PartFileFinder& finder)
 {
-    Reference best;
+    model::Reference best;
     for (const std::string& name : products[product].externalNames) {
-        Reference next{product, finder.find(folder, name), name};
+        model::Reference next{product, finder.find(folder, name), name};
         if (isFile(next.file))
             return next;
         const bool looksBetter = best.written.find('.') == std::string::npos && name.find('.') != std::string::npos;
@@ -42,11 +42,11 @@ Reference referenceOf(const std::vector<Product>& products, std::size_t product,
 }
 
 /// The references of the products from number `first` on.
-std::vector<Reference> referencesFrom(const std::vector<Product>& products, std::size_t first, const std::string& file,
-                                      PartFileFinder& finder)
+std::vector<model::Reference> referencesFrom(const std::vector<model::Product>& products, std::size_t first,
+                                             const std::string& file, readers::PartFileFinder& finder)
 {
     const std::string folder = std::filesystem::path(file).parent_path().string();
-    std::vector<Reference> references;
+    std::vector<model::Reference> references;
     for (std::size_t product = first; product < products.size(); ++product)
         if (!products[product].externalNames.empty())
             references.push_back(referenceOf(products, product, folder, finder));
@@ -58,12 +58,12 @@ std::vector<Reference> referencesFrom(const std::vector<Product>& products, std:
 class Inliner
 {
 public:
-    Inliner(DocumentContent& content, const Job& job) : m_content(content), m_job(job) {}
+    Inliner(occt::DocumentContent& content, const model::Job& job) : m_content(content), m_job(job) {}
 
     void run()
     {
         m_job.progress.begin(Stage::Merge);
-        const std::string root = canonicalPath(m_job.input);
+        const std::string root = readers::canonicalPath(m_job.input);
         open(root, referencesFrom(m_content.model.products, 0, m_job.input, m_finder));
         while (!m_open.empty()) {
             File& file = m_open.back();
@@ -76,7 +76,7 @@ public:
             m_job.progress.beginStep(static_cast<double>(m_followed) / known,
                                      static_cast<double>(m_followed + 1) / known);
             ++m_followed;
-            follow(Reference(file.references[file.next++]));
+            follow(model::Reference(file.references[file.next++]));
         }
     }
 
@@ -84,20 +84,20 @@ private:
     /// A file whose references are being followed.
     struct File {
         std::string path;
-        std::vector<Reference> references;
+        std::vector<model::Reference> references;
         std::size_t next = 0;
     };
 
-    void open(const std::string& path, std::vector<Reference> references)
+    void open(const std::string& path, std::vector<model::Reference> references)
     {
         m_known += references.size();
         m_around.insert(path);
         m_open.push_back({path, std::move(references)});
     }
 
-    void follow(const Reference& reference)
+    void follow(const model::Reference& reference)
     {
-        const std::string path = canonicalPath(reference.file);
+        const std::string path = readers::canonicalPath(reference.file);
         if (m_around.contains(path))
             return leaveOut(reference, "it leads round in a circle");
         if (!isFile(path))
@@ -105,13 +105,13 @@ private:
         const auto [entry, isNew] = m_contents.try_emplace(path);
         if (isNew)
             entry->second = read(path, reference.file);
-        if (const auto* roots = std::get_if<std::vector<Occurrence>>(&entry->second))
+        if (const auto* roots = std::get_if<std::vector<model::Occurrence>>(&entry->second))
             m_content.model.products[reference.product].children = *roots;
         else
             leaveOut(reference, std::get<std::string>(entry->second));
     }
 
-    using Content = std::variant<std::vector<Occurrence>, std::string>;
+    using Content = std::variant<std::vector<model::Occurrence>, std::string>;
 
     /// The root occurrences of the file, or the reason why there are none.
     Content read(const std::string& path, const std::string& file)
@@ -119,29 +119,29 @@ private:
         std::error_code error;
         const std::uint64_t bytes = std::filesystem::file_size(path, error);
         m_job.limits.addInput(error ? 0 : bytes);
-        const Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log};
+        const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log};
         m_job.log.info("part file " + file);
-        Outcome<DocumentContent> part = readStepFile(job, true);
+        core::Outcome<occt::DocumentContent> part = readStepFile(job, true);
         if (!part)
             return part.failure().message;
         const std::size_t firstProduct = m_content.model.products.size();
-        std::vector<Occurrence> roots =
-            mergeModel(m_content.model, std::move(part.value().model), m_content.shapes.size());
+        std::vector<model::Occurrence> roots =
+            model::mergeModel(m_content.model, std::move(part.value().model), m_content.shapes.size());
         std::move(part.value().shapes.begin(), part.value().shapes.end(), std::back_inserter(m_content.shapes));
         open(path, referencesFrom(m_content.model.products, firstProduct, file, m_finder));
         return roots;
     }
 
-    void leaveOut(const Reference& reference, const std::string& why)
+    void leaveOut(const model::Reference& reference, const std::string& why)
     {
-        Product& product = m_content.model.products[reference.product];
+        model::Product& product = m_content.model.products[reference.product];
         product.tags.push_back(osg::converted::missingTag({reference.file, why}));
         m_job.log.warning("part file " + reference.file + " of \"" + product.name + "\" is left out: " + why);
     }
 
-    DocumentContent& m_content;
-    const Job& m_job;
-    PartFileFinder m_finder;
+    occt::DocumentContent& m_content;
+    const model::Job& m_job;
+    readers::PartFileFinder m_finder;
     std::vector<File> m_open;
     std::size_t m_known = 0; ///< references so far; files that come in bring more
     std::size_t m_followed = 0;
@@ -151,13 +151,13 @@ private:
 
 } // namespace
 
-void keepReferences(DocumentContent& content, const Job& job)
+void keepReferences(occt::DocumentContent& content, const model::Job& job)
 {
-    const std::set<std::string> circle = filesLeadingBackTo(job.input, referencesOf);
-    PartFileFinder finder;
-    for (Reference& reference : referencesFrom(content.model.products, 0, job.input, finder)) {
-        Product& product = content.model.products[reference.product];
-        if (circle.contains(canonicalPath(reference.file))) {
+    const std::set<std::string> circle = readers::filesLeadingBackTo(job.input, referencesOf);
+    readers::PartFileFinder finder;
+    for (model::Reference& reference : referencesFrom(content.model.products, 0, job.input, finder)) {
+        model::Product& product = content.model.products[reference.product];
+        if (circle.contains(readers::canonicalPath(reference.file))) {
             const std::string why = "it leads back to this file";
             product.tags.push_back(osg::converted::missingTag({reference.file, why}));
             job.log.warning("part file " + reference.file + " of \"" + product.name + "\" stays out: " + why);
@@ -170,9 +170,9 @@ void keepReferences(DocumentContent& content, const Job& job)
     job.log.info(std::to_string(content.model.references.size()) + " products in other files");
 }
 
-void inlineParts(DocumentContent& content, const Job& job)
+void inlineParts(occt::DocumentContent& content, const model::Job& job)
 {
-    const auto refers = [](const Product& product) { return !product.externalNames.empty(); };
+    const auto refers = [](const model::Product& product) { return !product.externalNames.empty(); };
     if (std::any_of(content.model.products.begin(), content.model.products.end(), refers))
         Inliner(content, job).run();
 }

@@ -112,7 +112,7 @@ std::vector<std::string> scanReferences(std::string_view text)
 
 std::vector<std::string> referencesOf(const std::string& path)
 {
-    const MappedFile file(path);
+    const readers::MappedFile file(path);
     return scanReferences(file.text());
 }
 

@@ -32,7 +32,7 @@ constexpr double TextShare = 0.7;
 class StepFile
 {
 public:
-    StepFile(const Job& job, bool isPart) : m_job(job), m_isPart(isPart), m_document(newDocument())
+    StepFile(const model::Job& job, bool isPart) : m_job(job), m_isPart(isPart), m_document(occt::newDocument())
     {
         m_reader.SetNameMode(true);
         m_reader.SetColorMode(true);
@@ -46,13 +46,13 @@ public:
     StepFile(const StepFile&) = delete;
     StepFile& operator=(const StepFile&) = delete;
 
-    Outcome<DocumentContent> content()
+    core::Outcome<occt::DocumentContent> content()
     {
-        Trouble trouble = guarded("reading the STEP text", [&] { return read(); });
+        core::Trouble trouble = occt::guarded("reading the STEP text", [&] { return read(); });
         if (!trouble)
-            trouble = guarded("translating the STEP entities", [&] { return transfer(); });
+            trouble = occt::guarded("translating the STEP entities", [&] { return transfer(); });
         if (!trouble)
-            trouble = guarded("reading the structure", [&] { return walk(); });
+            trouble = occt::guarded("reading the structure", [&] { return walk(); });
         if (trouble)
             return *trouble;
         return std::move(m_content);
@@ -65,39 +65,39 @@ private:
             m_job.progress.begin(stage);
     }
 
-    Trouble read()
+    core::Trouble read()
     {
         begin(Stage::ReadAndProcess);
         CountingBuffer buffer(m_job.input, m_job.inputBytes, TextShare, m_job.progress);
         std::istream stream(&buffer);
         if (!buffer.isOpen())
-            return Failure{ExitCode::InputUnreadable, "cannot open the input"};
+            return core::Failure{ExitCode::InputUnreadable, "cannot open the input"};
         const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
         if (status != IFSelect_RetDone)
-            return Failure{ExitCode::Damaged, "the text is not a STEP file that can be read"};
+            return core::Failure{ExitCode::Damaged, "the text is not a STEP file that can be read"};
         warnOfUnreadEntities(m_reader, m_job.log);
         m_names.emplace(m_reader);
-        return requireExternalParts(m_job.externalParts, !m_names->isEmpty());
+        return readers::requireExternalParts(m_job.externalParts, !m_names->isEmpty());
     }
 
-    Trouble transfer()
+    core::Trouble transfer()
     {
         begin(Stage::Convert);
-        Handle(OcctProgress) progress = new OcctProgress(m_job.progress);
+        Handle(occt::OcctProgress) progress = new occt::OcctProgress(m_job.progress);
         if (!m_reader.Transfer(m_document, progress->Start()))
             return nothingToImport(m_job.input, "none of its entities is a product or a shape");
         warnOfUntranslatedEntities(m_reader, m_job.log);
         return std::nullopt;
     }
 
-    Trouble walk()
+    core::Trouble walk()
     {
         begin(Stage::ProcessStructure);
         const LabelTags attributes = userAttributes(m_reader);
-        m_content = walkDocument(m_document, m_job, [&](const TDF_Label& label, Product& product) {
+        m_content = occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
             if (const auto* tags = attributes.Seek(label))
                 product.tags.insert(product.tags.end(), tags->begin(), tags->end());
-            if (product.body == NoBody && product.children.empty())
+            if (product.body == model::NoBody && product.children.empty())
                 product.externalNames = m_names->of(label);
         });
         addUnit();
@@ -113,25 +113,25 @@ private:
         m_job.log.info("length unit of the file: " + unit);
     }
 
-    const Job& m_job;
+    const model::Job& m_job;
     bool m_isPart;
     STEPCAFControl_Reader m_reader;
     Handle(TDocStd_Document) m_document;
     std::optional<ExternalNames> m_names;
-    DocumentContent m_content;
+    occt::DocumentContent m_content;
 };
 
 } // namespace
 
-Outcome<DocumentContent> readStepFile(const Job& job, bool isPart)
+core::Outcome<occt::DocumentContent> readStepFile(const model::Job& job, bool isPart)
 {
     return StepFile(job, isPart).content();
 }
 
 // The installed kernel has no entities for tessellated geometry and says nothing about it.
-Failure nothingToImport(const std::string& path, const std::string& cause)
+core::Failure nothingToImport(const std::string& path, const std::string& cause)
 {
-    const bool isTessellated = MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;
+    const bool isTessellated = readers::MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;
     return {ExitCode::NothingToImport, "the file is a STEP file, but " + cause +
                                            (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
 }

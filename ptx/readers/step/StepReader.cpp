@@ -13,9 +13,9 @@ namespace ptx::step
 namespace
 {
 
-Match probe(std::string_view head, std::uint64_t)
+readers::Match probe(std::string_view head, std::uint64_t)
 {
-    return head.find("ISO-10303-21") != std::string_view::npos ? Match::Certain : Match::No;
+    return head.find("ISO-10303-21") != std::string_view::npos ? readers::Match::Certain : readers::Match::No;
 }
 
 bool refersToParts(const std::string& path)
@@ -24,9 +24,9 @@ bool refersToParts(const std::string& path)
 }
 
 // What the kernel's reader needs goes before the meshing starts.
-Outcome<DocumentContent> readWithParts(const Job& job)
+core::Outcome<occt::DocumentContent> readWithParts(const model::Job& job)
 {
-    Outcome<DocumentContent> content = readStepFile(job, false);
+    core::Outcome<occt::DocumentContent> content = readStepFile(job, false);
     if (!content)
         return content;
     if (!job.externalParts)
@@ -36,29 +36,30 @@ Outcome<DocumentContent> readWithParts(const Job& job)
     return content;
 }
 
-Outcome<Model> readStep(const Job& job)
+core::Outcome<model::Model> readStep(const model::Job& job)
 {
-    setUpOcct();
-    Outcome<DocumentContent> content = readWithParts(job);
+    occt::setUpOcct();
+    core::Outcome<occt::DocumentContent> content = readWithParts(job);
     if (!content)
         return content.failure();
-    Model& model = content.value().model;
-    if (Trouble trouble = requireExternalParts(job.externalParts, !model.references.empty()))
+    model::Model& model = content.value().model;
+    if (core::Trouble trouble = readers::requireExternalParts(job.externalParts, !model.references.empty()))
         return *trouble;
     if (content.value().shapes.empty() && model.references.empty())
         return nothingToImport(job.input, "it holds no solids, surfaces or curves");
-    Outcome<std::vector<Body>> bodies = meshParts(std::move(content.value().shapes), job);
+    core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(content.value().shapes), job);
     if (!bodies)
         return bodies.failure();
     model.bodies = std::move(bodies.value());
     return std::move(model);
 }
 
-constexpr Format Row = {protocol::format::Step.name, protocol::format::Step.extensions, probe, readStep, refersToParts};
+constexpr readers::Format Row = {protocol::format::Step.name, protocol::format::Step.extensions, probe, readStep,
+                                 refersToParts};
 
 } // namespace
 
-const Format& format()
+const readers::Format& format()
 {
     return Row;
 }

@@ -50,7 +50,7 @@ bool isNoise(const std::string& name)
 std::string valueOf(const Handle(StepRepr_RepresentationItem) & item)
 {
     if (const auto text = Handle(StepRepr_DescriptiveRepresentationItem)::DownCast(item); !text.IsNull())
-        return utf8(text->Description());
+        return occt::utf8(text->Description());
     Handle(StepBasic_MeasureValueMember) member;
     if (const auto measure = Handle(StepRepr_MeasureRepresentationItem)::DownCast(item); !measure.IsNull()) {
         if (!measure->Measure().IsNull())
@@ -60,14 +60,14 @@ std::string valueOf(const Handle(StepRepr_RepresentationItem) & item)
     }
     // The kernel reads a number that is left out as a zero of no kind.
     const bool isHole = member.IsNull() || (!member->HasName() && member->Real() == 0);
-    return isHole ? std::string() : numberText(member->Real());
+    return isHole ? std::string() : core::numberText(member->Real());
 }
 
 /// Of a property of a product; null for any other.
 Handle(StepBasic_ProductDefinition) productOf(const Handle(StepRepr_PropertyDefinition) & property)
 {
     if (property.IsNull() || property->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape)) ||
-        contains(utf8(property->Name()), "validation"))
+        contains(occt::utf8(property->Name()), "validation"))
         return {};
     return property->Definition().ProductDefinition();
 }
@@ -93,7 +93,7 @@ public:
         if (const std::optional<std::string> material = materialTag(*link.UsedRepresentation()))
             return addTag(label, *material);
         for (const Handle(StepRepr_RepresentationItem) & item : link.UsedRepresentation()->Items()->Array1())
-            addItem(label, utf8(property->Name()), item);
+            addItem(label, occt::utf8(property->Name()), item);
     }
 
     LabelTags take() { return m_tags; }
@@ -103,7 +103,7 @@ private:
     {
         if (item.IsNull())
             return;
-        const std::string own = utf8(item->Name());
+        const std::string own = occt::utf8(item->Name());
         const std::string& name = own.empty() ? property : own;
         const std::string value = valueOf(item);
         if (name.empty() || value.empty() || isNoise(name))

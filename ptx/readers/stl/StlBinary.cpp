@@ -47,12 +47,13 @@ std::uint64_t binarySize(std::string_view head)
     return HeaderSize + CountSize + std::uint64_t(FacetSize) * word(head.data() + HeaderSize);
 }
 
-Outcome<Solid> readBinary(std::string_view content, Progress& progress)
+core::Outcome<Solid> readBinary(std::string_view content, core::Progress& progress)
 {
     const std::uint64_t wanted = binarySize(content);
     if (wanted == 0 || wanted > content.size())
-        return Failure{ExitCode::Damaged, "the binary STL file is cut off: " + std::to_string(wanted) +
-                                              " bytes are announced, " + std::to_string(content.size()) + " are there"};
+        return core::Failure{ExitCode::Damaged, "the binary STL file is cut off: " + std::to_string(wanted) +
+                                                    " bytes are announced, " + std::to_string(content.size()) +
+                                                    " are there"};
     Solid solid;
     const std::size_t count = word(content.data() + HeaderSize);
     solid.facets.reserve(count);
@@ -61,8 +62,8 @@ Outcome<Solid> readBinary(std::string_view content, Progress& progress)
         solid.facets.push_back(facet(content.data() + offset));
         for (const osg::Vec3f& corner : solid.facets.back().corners)
             if (!isFinite(corner))
-                return Failure{ExitCode::Damaged, "triangle " + std::to_string(i + 1) + " at byte " +
-                                                      std::to_string(offset) + " has a corner that is no number"};
+                return core::Failure{ExitCode::Damaged, "triangle " + std::to_string(i + 1) + " at byte " +
+                                                            std::to_string(offset) + " has a corner that is no number"};
         if (i % ReportEach == 0)
             progress.report(static_cast<double>(i) / static_cast<double>(count));
     }

@@ -14,6 +14,6 @@ namespace ptx::stl
 std::uint64_t binarySize(std::string_view head);
 
 /// Reads a binary file of one solid. Numbers are little-endian whatever the machine is.
-Outcome<Solid> readBinary(std::string_view content, Progress& progress);
+core::Outcome<Solid> readBinary(std::string_view content, core::Progress& progress);
 
 } // namespace ptx::stl

@@ -55,7 +55,7 @@ Vertex vertexOf(const osg::Vec3f& p, const osg::Vec3f& n)
 
 std::shared_ptr<const osg::Mesh> meshOf(const Solid& solid, float unit)
 {
-    MeshBuilder builder;
+    model::MeshBuilder builder;
     std::unordered_map<Vertex, std::uint32_t, VertexHash> known;
     for (const Facet& facet : solid.facets) {
         const osg::Vec3f normal = normalOf(facet);

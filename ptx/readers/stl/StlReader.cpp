@@ -36,59 +36,59 @@ bool isBinary(std::string_view head, std::uint64_t size)
 }
 
 // Some programs add bytes of their own behind the triangles.
-Match probe(std::string_view head, std::uint64_t size)
+readers::Match probe(std::string_view head, std::uint64_t size)
 {
     if (isBinary(head, size))
-        return Match::Certain;
+        return readers::Match::Certain;
     if (isText(head))
         return head.find("facet") != std::string_view::npos || head.find("FACET") != std::string_view::npos
-                   ? Match::Certain
-                   : Match::Possible;
-    return binarySize(head) > 0 ? Match::Possible : Match::No;
+                   ? readers::Match::Certain
+                   : readers::Match::Possible;
+    return binarySize(head) > 0 ? readers::Match::Possible : readers::Match::No;
 }
 
-void addSolid(Model& model, const Solid& solid, const Job& job, bool isOnly)
+void addSolid(model::Model& model, const Solid& solid, const model::Job& job, bool isOnly)
 {
     const std::string file = std::filesystem::path(job.input).stem().string();
-    Product product;
+    model::Product product;
     product.name = !solid.name.empty() ? solid.name
                    : isOnly            ? file
                                        : file + " " + std::to_string(model.products.size() + 1);
     product.body = model.bodies.size();
-    const auto unit = static_cast<float>(job.settings.number(Setting::MeshUnit));
-    model.bodies.push_back({{{NoAppearance, meshOf(solid, unit)}}});
-    Occurrence occurrence;
+    const auto unit = static_cast<float>(job.settings.number(core::Setting::MeshUnit));
+    model.bodies.push_back({{{model::NoAppearance, meshOf(solid, unit)}}});
+    model::Occurrence occurrence;
     occurrence.product = model.products.size();
     model.products.push_back(std::move(product));
     model.roots.push_back(std::move(occurrence));
 }
 
-Outcome<Model> modelOf(const std::vector<Solid>& solids, const Job& job)
+core::Outcome<model::Model> modelOf(const std::vector<Solid>& solids, const model::Job& job)
 {
-    Model model;
+    model::Model model;
     std::size_t facets = 0;
     for (const Solid& solid : solids) {
         facets += solid.facets.size();
         if (solid.facets.size() > MostFacets)
-            return Failure{ExitCode::MemoryLimit, "a solid has more triangles than a mesh can hold"};
+            return core::Failure{ExitCode::MemoryLimit, "a solid has more triangles than a mesh can hold"};
         if (solid.facets.empty())
             job.log.warning("solid \"" + solid.name + "\" has no triangles");
         else
             addSolid(model, solid, job, solids.size() == 1);
     }
     if (facets == 0)
-        return Failure{ExitCode::NothingToImport, "the file is an STL file without triangles"};
+        return core::Failure{ExitCode::NothingToImport, "the file is an STL file without triangles"};
     job.log.info(std::to_string(solids.size()) + " solids, " + std::to_string(facets) + " triangles");
     return model;
 }
 
-Outcome<Model> readSolids(std::string_view content, const Job& job)
+core::Outcome<model::Model> readSolids(std::string_view content, const model::Job& job)
 {
     if (isBinary(content, content.size()) || !isText(content)) {
-        Outcome<Solid> solid = readBinary(content, job.progress);
-        return solid ? modelOf({std::move(solid.value())}, job) : Outcome<Model>(solid.failure());
+        core::Outcome<Solid> solid = readBinary(content, job.progress);
+        return solid ? modelOf({std::move(solid.value())}, job) : core::Outcome<model::Model>(solid.failure());
     }
-    Outcome<TextResult> text = readText(content, job.progress);
+    core::Outcome<TextResult> text = readText(content, job.progress);
     if (!text)
         return text.failure();
     if (text.value().isCutOff)
@@ -96,20 +96,20 @@ Outcome<Model> readSolids(std::string_view content, const Job& job)
     return modelOf(text.value().solids, job);
 }
 
-Outcome<Model> readStl(const Job& job)
+core::Outcome<model::Model> readStl(const model::Job& job)
 {
     job.progress.begin(Stage::ReadAndProcess);
-    const Outcome<std::string> content = readContent(job.input);
+    const core::Outcome<std::string> content = readers::readContent(job.input);
     if (!content)
         return content.failure();
     return readSolids(content.value(), job);
 }
 
-constexpr Format Row = {protocol::format::Stl.name, protocol::format::Stl.extensions, probe, readStl};
+constexpr readers::Format Row = {protocol::format::Stl.name, protocol::format::Stl.extensions, probe, readStl};
 
 } // namespace
 
-const Format& format()
+const readers::Format& format()
 {
     return Row;
 }

@@ -6,6 +6,6 @@ namespace ptx::stl
 {
 
 /// STL, text and binary. Solids of a text stay apart and keep their names.
-const Format& format();
+const readers::Format& format();
 
 } // namespace ptx::stl

@@ -34,22 +34,22 @@ bool isWord(std::string_view text, std::string_view word)
 class TextParser
 {
 public:
-    TextParser(std::string_view content, Progress& progress) : m_content(content), m_progress(progress) {}
+    TextParser(std::string_view content, core::Progress& progress) : m_content(content), m_progress(progress) {}
 
-    Outcome<TextResult> parse()
+    core::Outcome<TextResult> parse()
     {
         for (std::string_view word = next(); !word.empty(); word = next()) {
             if (!isWord(word, "solid"))
                 return wrong("solid", word);
             m_result.solids.emplace_back().name = restOfLine();
-            if (Trouble trouble = parseSolid())
+            if (core::Trouble trouble = parseSolid())
                 return *trouble;
         }
         return std::move(m_result);
     }
 
 private:
-    Trouble parseSolid()
+    core::Trouble parseSolid()
     {
         while (true) {
             const std::string_view word = next();
@@ -61,17 +61,17 @@ private:
             }
             if (!isWord(word, "facet"))
                 return wrong("facet", word);
-            if (Trouble trouble = parseFacet())
+            if (core::Trouble trouble = parseFacet())
                 return trouble;
             if (m_isAtEnd)
                 return cutOff();
         }
     }
 
-    Trouble parseFacet()
+    core::Trouble parseFacet()
     {
         Facet facet;
-        Trouble trouble = expect({"normal"});
+        core::Trouble trouble = expect({"normal"});
         if (!trouble)
             trouble = parseVector(facet.normal, false);
         if (!trouble)
@@ -93,7 +93,7 @@ private:
         return std::nullopt;
     }
 
-    Trouble expect(std::initializer_list<std::string_view> words)
+    core::Trouble expect(std::initializer_list<std::string_view> words)
     {
         for (const std::string_view word : words) {
             const std::string_view found = next();
@@ -103,7 +103,7 @@ private:
         return std::nullopt;
     }
 
-    Trouble parseVector(osg::Vec3f& vector, bool mustBeFinite)
+    core::Trouble parseVector(osg::Vec3f& vector, bool mustBeFinite)
     {
         for (float* value : {&vector.x, &vector.y, &vector.z}) {
             std::string_view text = next();
@@ -150,13 +150,13 @@ private:
         return std::string(rest);
     }
 
-    Trouble cutOff()
+    core::Trouble cutOff()
     {
         m_result.isCutOff = true;
         return std::nullopt;
     }
 
-    Failure wrong(std::string_view expected, std::string_view found) const
+    core::Failure wrong(std::string_view expected, std::string_view found) const
     {
         constexpr std::size_t Longest = 40;
         return {ExitCode::Damaged, "line " + std::to_string(m_line) + " of the STL text: expected \"" +
@@ -165,7 +165,7 @@ private:
     }
 
     std::string_view m_content;
-    Progress& m_progress;
+    core::Progress& m_progress;
     std::size_t m_position = 0;
     std::size_t m_line = 1;
     bool m_isAtEnd = false;
@@ -174,7 +174,7 @@ private:
 
 } // namespace
 
-Outcome<TextResult> readText(std::string_view content, Progress& progress)
+core::Outcome<TextResult> readText(std::string_view content, core::Progress& progress)
 {
     return TextParser(content, progress).parse();
 }

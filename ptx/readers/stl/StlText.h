@@ -16,6 +16,6 @@ struct TextResult {
     std::vector<Solid> solids;
     bool isCutOff = false;
 };
-Outcome<TextResult> readText(std::string_view content, Progress& progress);
+core::Outcome<TextResult> readText(std::string_view content, core::Progress& progress);
 
 } // namespace ptx::stl

@@ -32,7 +32,7 @@ void readMesh(const Segment& segment, const Framing& framing)
 {
     const Shape shape = readShape(segment, framing.major, framing.isBigEndian);
     require(!shape.damage || (shape.triangles.empty() && shape.lines.empty() && shape.points.empty()));
-    ptx::MeshBuilder mesh;
+    ptx::model::MeshBuilder mesh;
     addShape(mesh, shape, NoMove, 25.4);
     require(mesh.take()->triangles.size() <= 3 * shape.triangles.size());
 }

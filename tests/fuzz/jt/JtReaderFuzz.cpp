@@ -78,39 +78,39 @@ void checkMesh(const osg::Mesh& mesh)
     require(mesh.colors.empty() || mesh.colors.size() == mesh.positions.size());
 }
 
-void checkModel(const ptx::Model& model)
+void checkModel(const ptx::model::Model& model)
 {
     const auto isAppearance = [&](int number) { return number >= -1 && number < model.appearances.size(); };
-    const auto checkOccurrence = [&](const ptx::Occurrence& occurrence) {
+    const auto checkOccurrence = [&](const ptx::model::Occurrence& occurrence) {
         require(occurrence.product < model.products.size() && isAppearance(occurrence.appearance));
     };
     std::for_each(model.roots.begin(), model.roots.end(), checkOccurrence);
-    for (const ptx::Product& product : model.products) {
+    for (const ptx::model::Product& product : model.products) {
         require(isAppearance(product.appearance));
-        require(product.body == ptx::NoBody || product.body < model.bodies.size());
+        require(product.body == ptx::model::NoBody || product.body < model.bodies.size());
         std::for_each(product.children.begin(), product.children.end(), checkOccurrence);
     }
-    for (const ptx::Body& body : model.bodies)
-        for (const ptx::Piece& piece : body.pieces) {
+    for (const ptx::model::Body& body : model.bodies)
+        for (const ptx::model::Piece& piece : body.pieces) {
             require(isAppearance(piece.appearance));
             checkMesh(*piece.mesh);
         }
-    for (const ptx::Reference& reference : model.references)
+    for (const ptx::model::Reference& reference : model.references)
         require(reference.product < model.products.size());
 }
 
-void readAll(std::uint64_t size, bool externalParts, const ptx::Settings& settings)
+void readAll(std::uint64_t size, bool externalParts, const ptx::core::Settings& settings)
 {
     const std::string path = folder().input();
-    ptx::Limits limits(settings, size);
-    ptx::Progress progress;
-    ptx::Log log("/dev/null");
-    const ptx::Job job{path, size, externalParts, settings, limits, progress, log};
-    const ptx::Outcome<ptx::Model> model = ptx::jt::format().read(job);
+    ptx::core::Limits limits(settings, size);
+    ptx::core::Progress progress;
+    ptx::core::Log log("/dev/null");
+    const ptx::model::Job job{path, size, externalParts, settings, limits, progress, log};
+    const ptx::core::Outcome<ptx::model::Model> model = ptx::jt::format().read(job);
     if (!model)
         return require(!model.failure().message.empty());
     checkModel(model.value());
-    const ptx::Outcome<ptx::Scene> scene = ptx::buildScene(model.value(), path, MostNodes);
+    const ptx::core::Outcome<ptx::scene::Scene> scene = ptx::scene::buildScene(model.value(), path, MostNodes);
     require(scene ? static_cast<bool>(scene.value().root) : !scene.failure().message.empty());
 }
 
@@ -145,11 +145,11 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view head(reinterpret_cast<const char*>(data), size);
-    if (ptx::jt::format().probe(head, size) == ptx::Match::No)
+    if (ptx::jt::format().probe(head, size) == ptx::readers::Match::No)
         return 0;
     folder().write(data, size);
-    ptx::Settings settings;
-    require(!settings.assign("limit.nodes=" + ptx::numberText(MostNodes)));
+    ptx::core::Settings settings;
+    require(!settings.assign("limit.nodes=" + ptx::core::numberText(MostNodes)));
     require(!settings.assign("mesh.level=" + std::to_string(data[size - 1] % 3)));
     require(!settings.assign("threads=" + std::to_string(1 + data[size - 1] / 4 % 2)));
     readAll(size, false, settings);

@@ -93,7 +93,7 @@ TEST(MissingPcurvesTest, EdgesOfABentFaceAreProjectedOntoIt)
     ASSERT_EQ(edgesOf(face).size(), 4u);
     for (const TopoDS_Edge& edge : edgesOf(face))
         ASSERT_FALSE(hasCurve(face, edge));
-    ptx::addMissingPcurves(face, Precision, false);
+    ptx::occt::addMissingPcurves(face, Precision, false);
     for (const TopoDS_Edge& edge : edgesOf(face)) {
         ASSERT_TRUE(hasCurve(face, edge));
         EXPECT_LT(deviation(face, edge), Precision);
@@ -111,8 +111,8 @@ TEST(MissingPcurvesTest, SeveralThreadsMakeTheSameCurvesAsOne)
         builder.Add(one, bare(bentFace(k)));
         builder.Add(several, bare(bentFace(k)));
     }
-    ptx::addMissingPcurves(one, Precision, false);
-    ptx::addMissingPcurves(several, Precision, true);
+    ptx::occt::addMissingPcurves(one, Precision, false);
+    ptx::occt::addMissingPcurves(several, Precision, true);
     TopExp_Explorer left(one, TopAbs_FACE);
     for (TopExp_Explorer right(several, TopAbs_FACE); right.More(); right.Next(), left.Next()) {
         const TopoDS_Face leftFace = TopoDS::Face(left.Current());
@@ -137,7 +137,7 @@ TEST(MissingPcurvesTest, ACurveThatIsThereStays)
     double first = 0;
     double last = 0;
     const Handle(Geom2d_Curve) before = curveOn(face, edgesOf(face)[1], first, last);
-    ptx::addMissingPcurves(face, Precision, false);
+    ptx::occt::addMissingPcurves(face, Precision, false);
     EXPECT_EQ(curveOn(face, edgesOf(face)[1], first, last), before);
 }
 
@@ -149,7 +149,7 @@ TEST(MissingPcurvesTest, SeamsAreLeftToTheHealing)
     const std::vector<TopoDS_Edge> edges = edgesOf(side);
     ASSERT_EQ(edges.size(), 4u);
     bare(side);
-    ptx::addMissingPcurves(side, Precision, false);
+    ptx::occt::addMissingPcurves(side, Precision, false);
     int seams = 0;
     for (const TopoDS_Edge& edge : edges) {
         const auto isSame = [&](const TopoDS_Edge& other) { return other.IsSame(edge); };
@@ -164,7 +164,7 @@ TEST(MissingPcurvesTest, FacesOfAnElementarySurfaceAreLeftToTheHealing)
 {
     const TopoDS_Shape cylinder = BRepPrimAPI_MakeCylinder(5, 20).Shape();
     const TopoDS_Face side = bare(TopoDS::Face(TopExp_Explorer(cylinder, TopAbs_FACE).Current()));
-    ptx::addMissingPcurves(side, Precision, false);
+    ptx::occt::addMissingPcurves(side, Precision, false);
     for (const TopoDS_Edge& edge : edgesOf(side))
         EXPECT_FALSE(hasCurve(side, edge));
 }

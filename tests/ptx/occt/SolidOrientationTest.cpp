@@ -106,18 +106,18 @@ int countOf(const TopoDS_Shape& shape, TopAbs_ShapeEnum type)
     return known.Extent();
 }
 
-ptx::ShapeBody healed(const TopoDS_Shape& shape)
+ptx::occt::meshing::ShapeBody healed(const TopoDS_Shape& shape)
 {
-    ptx::ShapeBody body;
+    ptx::occt::meshing::ShapeBody body;
     body.shape = shape;
-    ptx::heal(body, false);
+    ptx::occt::heal(body, false);
     return body;
 }
 
-ptx::ShapeBody meshed(const TopoDS_Shape& shape)
+ptx::occt::meshing::ShapeBody meshed(const TopoDS_Shape& shape)
 {
-    ptx::ShapeBody body = healed(shape);
-    ptx::tessellate(body.shape, {Deviation, 0.5}, false);
+    ptx::occt::meshing::ShapeBody body = healed(shape);
+    ptx::occt::meshing::tessellate(body.shape, {Deviation, 0.5}, false);
     return body;
 }
 
@@ -145,76 +145,76 @@ void turnTriangles(const TopoDS_Shape& shape)
 
 TEST(SolidOrientationTest, HealingPutsOffTheQuestion)
 {
-    const ptx::ShapeBody body = healed(insideOut(box()));
+    const ptx::occt::meshing::ShapeBody body = healed(insideOut(box()));
     EXPECT_TRUE(body.mayBeInsideOut);
     EXPECT_NEAR(volumeOf(body.shape), -Volume, 1e-9);
 }
 
 TEST(SolidOrientationTest, ASolidThatIsInsideOutIsTurnedByItsMesh)
 {
-    ptx::ShapeBody body = meshed(insideOut(box()));
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::meshing::ShapeBody body = meshed(insideOut(box()));
+    ptx::occt::orientByMesh(body, Deviation);
     EXPECT_NEAR(volumeOf(body.shape), Volume, 1e-9);
     EXPECT_FALSE(body.mayBeInsideOut);
 }
 
 TEST(SolidOrientationTest, ASolidThatIsRightStaysTheSame)
 {
-    ptx::ShapeBody body = meshed(box());
+    ptx::occt::meshing::ShapeBody body = meshed(box());
     const TopoDS_Shape before = body.shape;
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::orientByMesh(body, Deviation);
     EXPECT_TRUE(body.shape.IsEqual(before));
     EXPECT_NEAR(volumeOf(body.shape), Volume, 1e-9);
 }
 
 TEST(SolidOrientationTest, AMeshThatIsFineEnoughIsBelieved)
 {
-    ptx::ShapeBody body = meshed(box());
+    ptx::occt::meshing::ShapeBody body = meshed(box());
     turnTriangles(body.shape);
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::orientByMesh(body, Deviation);
     EXPECT_NEAR(volumeOf(body.shape), -Volume, 1e-9);
 }
 
 /// 24 mm³ within 52 mm² that may be half a millimetre off could be nothing.
 TEST(SolidOrientationTest, AMeshThatIsTooCoarseIsNotBelieved)
 {
-    ptx::ShapeBody body = meshed(box());
+    ptx::occt::meshing::ShapeBody body = meshed(box());
     turnTriangles(body.shape);
-    ptx::orientByMesh(body, 0.5);
+    ptx::occt::orientByMesh(body, 0.5);
     EXPECT_NEAR(volumeOf(body.shape), Volume, 1e-9);
 }
 
 TEST(SolidOrientationTest, AMeshWithoutOneOfItsFacesIsNotBelieved)
 {
-    ptx::ShapeBody body = meshed(box());
+    ptx::occt::meshing::ShapeBody body = meshed(box());
     turnTriangles(body.shape);
     BRep_Builder().UpdateFace(TopoDS::Face(facesOf(body.shape)[3]), Handle(Poly_Triangulation)());
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::orientByMesh(body, Deviation);
     EXPECT_NEAR(volumeOf(body.shape), Volume, 1e-9);
 }
 
 TEST(SolidOrientationTest, ARayTellsItWithoutAMesh)
 {
-    ptx::ShapeBody body = healed(together({insideOut(box()), box(10)}));
-    ptx::orientByRay(body);
+    ptx::occt::meshing::ShapeBody body = healed(together({insideOut(box()), box(10)}));
+    ptx::occt::orientByRay(body);
     EXPECT_NEAR(volumeOf(body.shape), 2 * Volume, 1e-9);
     EXPECT_FALSE(body.mayBeInsideOut);
 }
 
 TEST(SolidOrientationTest, WhatWasNotHealedIsLeftAsItIs)
 {
-    ptx::ShapeBody body;
+    ptx::occt::meshing::ShapeBody body;
     body.shape = insideOut(box());
-    ptx::tessellate(body.shape, {Deviation, 0.5}, false);
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::meshing::tessellate(body.shape, {Deviation, 0.5}, false);
+    ptx::occt::orientByMesh(body, Deviation);
     EXPECT_NEAR(volumeOf(body.shape), -Volume, 1e-9);
 }
 
 TEST(SolidOrientationTest, OneSolidInTwoPlacesIsTurnedInBoth)
 {
     const TopoDS_Solid solid = insideOut(box());
-    ptx::ShapeBody body = meshed(together({solid, moved(solid, 50)}));
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::meshing::ShapeBody body = meshed(together({solid, moved(solid, 50)}));
+    ptx::occt::orientByMesh(body, Deviation);
     EXPECT_NEAR(volumeOf(body.shape), 2 * Volume, 1e-6);
     for (TopExp_Explorer item(body.shape, TopAbs_SOLID); item.More(); item.Next())
         EXPECT_NEAR(volumeOf(item.Current()), Volume, 1e-6);
@@ -222,12 +222,12 @@ TEST(SolidOrientationTest, OneSolidInTwoPlacesIsTurnedInBoth)
 
 TEST(SolidOrientationTest, AppearancesOfFacesStayWithThem)
 {
-    ptx::ShapeBody body;
+    ptx::occt::meshing::ShapeBody body;
     body.shape = insideOut(box());
     body.appearances.Bind(facesOf(body.shape)[2], 7);
-    ptx::heal(body, false);
-    ptx::tessellate(body.shape, {Deviation, 0.5}, false);
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::heal(body, false);
+    ptx::occt::meshing::tessellate(body.shape, {Deviation, 0.5}, false);
+    ptx::occt::orientByMesh(body, Deviation);
     std::vector<int> seen;
     for (const TopoDS_Shape& face : facesOf(body.shape))
         seen.push_back(body.appearances.IsBound(face) ? body.appearances.Find(face) : 0);
@@ -238,7 +238,7 @@ TEST(SolidOrientationTest, AppearancesOfFacesStayWithThem)
 TEST(SolidOrientationTest, AHollowSolidIsTheKernelsBusiness)
 {
     const TopoDS_Shape outer = shellOf(BRepPrimAPI_MakeBox(gp_Pnt(-1, -1, -1), gp_Pnt(9, 9, 9)).Shape());
-    const ptx::ShapeBody body = healed(solidOf({outer.Reversed(), shellOf(box())}));
+    const ptx::occt::meshing::ShapeBody body = healed(solidOf({outer.Reversed(), shellOf(box())}));
     EXPECT_FALSE(body.mayBeInsideOut);
     EXPECT_NEAR(volumeOf(body.shape), 1000 - Volume, 1e-6);
 }
@@ -248,7 +248,7 @@ TEST(SolidOrientationTest, AnOpenSolidBecomesAShellAsInTheKernel)
     std::vector<TopoDS_Shape> faces = facesOf(box());
     faces.pop_back();
     const TopoDS_Solid open = solidOf({shellOf(faces)});
-    const ptx::ShapeBody body = healed(open);
+    const ptx::occt::meshing::ShapeBody body = healed(open);
     EXPECT_EQ(countOf(body.shape, TopAbs_SOLID), countOf(healedByKernel(open), TopAbs_SOLID));
     EXPECT_EQ(countOf(body.shape, TopAbs_SOLID), 0);
     EXPECT_EQ(countOf(body.shape, TopAbs_FACE), 5);
@@ -260,8 +260,8 @@ TEST(SolidOrientationTest, AShellOfTwoPiecesIsSplitAsInTheKernel)
     for (const TopoDS_Shape& face : facesOf(box(10)))
         faces.push_back(face);
     const TopoDS_Solid both = solidOf({shellOf(faces)});
-    ptx::ShapeBody body = meshed(both);
-    ptx::orientByMesh(body, Deviation);
+    ptx::occt::meshing::ShapeBody body = meshed(both);
+    ptx::occt::orientByMesh(body, Deviation);
     const TopoDS_Shape expected = healedByKernel(both);
     EXPECT_EQ(countOf(body.shape, TopAbs_SOLID), countOf(expected, TopAbs_SOLID));
     EXPECT_EQ(countOf(body.shape, TopAbs_SHELL), countOf(expected, TopAbs_SHELL));

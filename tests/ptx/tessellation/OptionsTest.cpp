@@ -7,15 +7,15 @@ namespace
 
 std::string complaintAbout(const std::vector<std::string>& arguments)
 {
-    const auto options = ptx::parseTessellationOptions(arguments);
+    const auto options = ptx::tessellation::parseTessellationOptions(arguments);
     return options ? "none" : options.failure().message;
 }
 
 TEST(TessellationOptions, TakeNumbersWithDecimalPoints)
 {
-    const auto options =
-        ptx::parseTessellationOptions({"--deviation", "0.25", "in.osb", "--angle", "7.5", "--max-edge-length", "3e1",
-                                       "--stitch", "0.02", "out.osb", "--set", "threads=3"});
+    const auto options = ptx::tessellation::parseTessellationOptions({"--deviation", "0.25", "in.osb", "--angle", "7.5",
+                                                                      "--max-edge-length", "3e1", "--stitch", "0.02",
+                                                                      "out.osb", "--set", "threads=3"});
     ASSERT_TRUE(options);
     EXPECT_EQ(options.value().input, "in.osb");
     EXPECT_EQ(options.value().output, "out.osb");
@@ -23,12 +23,13 @@ TEST(TessellationOptions, TakeNumbersWithDecimalPoints)
     EXPECT_EQ(options.value().angle, 7.5);
     EXPECT_EQ(options.value().longestEdge, 30);
     EXPECT_EQ(options.value().stitchTolerance, 0.02);
-    EXPECT_EQ(options.value().settings.number(ptx::Setting::Threads), 3);
+    EXPECT_EQ(options.value().settings.number(ptx::core::Setting::Threads), 3);
 }
 
 TEST(TessellationOptions, AnyEdgeLengthAndNoStitchingAreNoughts)
 {
-    const auto options = ptx::parseTessellationOptions({"--max-edge-length", "0", "--stitch", "0", "in", "out"});
+    const auto options =
+        ptx::tessellation::parseTessellationOptions({"--max-edge-length", "0", "--stitch", "0", "in", "out"});
     ASSERT_TRUE(options);
     EXPECT_EQ(options.value().longestEdge, 0);
     EXPECT_EQ(options.value().stitchTolerance, 0);

@@ -52,9 +52,9 @@ void expectBox(const std::vector<float>& box, const Figures& figures)
 
 ptx::jt::JtFile opened(const std::string& path)
 {
-    ptx::Outcome<std::string> content = ptx::readContent(path);
+    ptx::core::Outcome<std::string> content = ptx::readers::readContent(path);
     EXPECT_TRUE(content);
-    ptx::Outcome<ptx::jt::JtFile> file = ptx::jt::openJtFile(path, std::move(content.value()));
+    ptx::core::Outcome<ptx::jt::JtFile> file = ptx::jt::openJtFile(path, std::move(content.value()));
     EXPECT_TRUE(file) << file.failure().message;
     return std::move(file.value());
 }
@@ -182,7 +182,7 @@ TEST(JtCorpus, CoarserLevelOfDetailIsReadOnRequest)
 TEST(JtCorpus, ShapeWithAWrongCheckSumIsLeftOutAndToldWithItsPlace)
 {
     NEEDS_CORPUS();
-    std::string content = ptx::readContent(corpusFolder() + "butterflyvalve_v9.5.jt").value();
+    std::string content = ptx::readers::readContent(corpusFolder() + "butterflyvalve_v9.5.jt").value();
     content.at(70530) = static_cast<char>(content.at(70530) ^ 0x10);
     ConvertRun run;
     ASSERT_EQ(run.convertText("damaged.jt", content), 0) << run.log();
@@ -203,6 +203,8 @@ TEST(JtCorpus, SceneIsTheSameOnAnyNumberOfThreads)
         ConvertRun together;
         ASSERT_EQ(alone.convert(corpusFolder() + file, {"--set", "threads=1"}), 0) << alone.log();
         ASSERT_EQ(together.convert(corpusFolder() + file, {"--set", "threads=5"}), 0) << together.log();
-        EXPECT_TRUE(ptx::readContent(alone.output()).value() == ptx::readContent(together.output()).value()) << file;
+        EXPECT_TRUE(ptx::readers::readContent(alone.output()).value() ==
+                    ptx::readers::readContent(together.output()).value())
+            << file;
     }
 }

@@ -30,7 +30,7 @@ protected:
     static osg::Mesh standIn(const TopoDS_Shape& shape)
     {
         osg::Mesh mesh = triangle();
-        mesh.brep = ptx::brepBlob(shape);
+        mesh.brep = ptx::occt::meshing::brepBlob(shape);
         return mesh;
     }
     osg::NodePtr addSurface(const TopoDS_Shape& shape) { return add(root, geometry(standIn(shape))); }

@@ -65,7 +65,7 @@ TEST_F(RetessellationTest, ABoxBecomesTwelveTrianglesInSixFaces)
     EXPECT_NEAR(measuresOf(mesh).volume, 6000, 1e-3);
     EXPECT_EQ(openEdges(mesh), 0u);
     EXPECT_EQ(mesh.normals.size(), mesh.positions.size());
-    EXPECT_EQ(mesh.brep, ptx::brepBlob(box()));
+    EXPECT_EQ(mesh.brep, ptx::occt::meshing::brepBlob(box()));
     EXPECT_THAT(m_log, IsEmpty());
 }
 
@@ -201,7 +201,7 @@ TEST_F(RetessellationTest, DamagedSurfacesKeepTheirMeshesAndCostNoOtherItsOwn)
 {
     const osg::NodePtr first = addSurface(box());
     std::vector<osg::NodePtr> damaged;
-    const osg::Buffer<std::byte> sound = ptx::brepBlob(cylinder());
+    const osg::Buffer<std::byte> sound = ptx::occt::meshing::brepBlob(cylinder());
     // Texts of the kernel's format before the numbers are spared: a change there is found at once.
     for (std::size_t i = 0; i < 24; ++i) {
         std::vector<std::byte> bytes(sound.begin(), sound.end());

@@ -6,15 +6,15 @@ namespace ptx::jt::graph
 namespace
 {
 
-constexpr Appearance Opaque = {0, 0, 0, 1};
+constexpr model::Appearance Opaque = {0, 0, 0, 1};
 
 // An alpha alone says nothing where there is no colour.
-int mixed(int appearance, const codec::Colour& diffuse, unsigned fields, AppearanceTable& appearances)
+int mixed(int appearance, const codec::Colour& diffuse, unsigned fields, model::AppearanceTable& appearances)
 {
-    const bool isNew = appearance == NoAppearance;
+    const bool isNew = appearance == model::NoAppearance;
     if (isNew && !(fields & ColourField))
-        return NoAppearance;
-    Appearance look = isNew ? Opaque : appearances[appearance];
+        return model::NoAppearance;
+    model::Appearance look = isNew ? Opaque : appearances[appearance];
     if (fields & ColourField)
         look = {diffuse[0], diffuse[1], diffuse[2], look.alpha};
     if (fields & AlphaField)
@@ -22,7 +22,7 @@ int mixed(int appearance, const codec::Colour& diffuse, unsigned fields, Appeara
     return appearances.indexOf(look);
 }
 
-InheritedMaterial changed(InheritedMaterial inherited, const Material& material, AppearanceTable& appearances)
+InheritedMaterial changed(InheritedMaterial inherited, const Material& material, model::AppearanceTable& appearances)
 {
     const unsigned fields = material.given & (material.isForced ? AllFields : ~inherited.final);
     inherited.appearance = mixed(inherited.appearance, material.diffuse, fields, appearances);
@@ -35,7 +35,7 @@ InheritedMaterial changed(InheritedMaterial inherited, const Material& material,
 } // namespace
 
 InheritedMaterial inheritedMaterial(const SceneGraph& graph, const SceneNode& node, const InheritedMaterial& around,
-                                    AppearanceTable& appearances)
+                                    model::AppearanceTable& appearances)
 {
     InheritedMaterial inherited = around;
     for (const Id id : node.attributes)

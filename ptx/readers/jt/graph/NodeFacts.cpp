@@ -40,7 +40,7 @@ std::optional<Unit> unitNamed(const std::string& name)
 
 } // namespace
 
-std::string nameOf(const SceneNode& node)
+std::string occt::nameOf(const SceneNode& node)
 {
     for (const std::string_view key : NameKeys)
         for (const auto& [name, value] : node.properties)

@@ -10,7 +10,7 @@ namespace ptx::jt::graph
 {
 
 /// The name that the properties of a node give it; empty if none does.
-std::string nameOf(const SceneNode& node);
+std::string occt::nameOf(const SceneNode& node);
 
 /// The layer and the attributes of a node as tags, in the words of standalone/scenefile/ConvertedTree.h.
 std::vector<std::string> tagsOf(const SceneNode& node);

@@ -38,7 +38,7 @@ graph::Placement cofactors(const graph::Placement& m)
 class ShapeAdder
 {
 public:
-    ShapeAdder(MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit)
+    ShapeAdder(model::MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit)
         : m_mesh(mesh), m_shape(shape), m_isMoved(placement != graph::NoMove), m_placement(placement),
           m_forNormals(cofactors(placement)), m_unit(unit), m_records(shape.records()),
           m_vertices(shape.positions.size() + m_records, NotYet)
@@ -151,7 +151,7 @@ private:
         return r;
     }
 
-    MeshBuilder& m_mesh;
+    model::MeshBuilder& m_mesh;
     const Shape& m_shape;
     bool m_isMoved;
     graph::Placement m_placement;
@@ -163,7 +163,7 @@ private:
 
 } // namespace
 
-std::size_t addShape(MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit)
+std::size_t addShape(model::MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit)
 {
     return ShapeAdder(mesh, shape, placement, unit).add();
 }

@@ -10,6 +10,6 @@ namespace ptx::jt::shapes
 /// Adds what `shape` draws at its place, all lengths times `unit`; the triangles of one surface become one face.
 /// Whatever has a position that is not finite is left out.
 /// @return how many triangles were added
-std::size_t addShape(MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit);
+std::size_t addShape(model::MeshBuilder& mesh, const Shape& shape, const graph::Placement& placement, double unit);
 
 } // namespace ptx::jt::shapes

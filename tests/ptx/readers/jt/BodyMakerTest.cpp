@@ -28,9 +28,9 @@ TEST_F(JtLevels, OfASwitchTheSelectedChildIsTaken)
         writer.part(id, {id + 10});
         writer.triangle(id + 10, static_cast<float>(id));
     }
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     ASSERT_EQ(top(model).children.size(), 3u);
-    const std::vector<ptx::Occurrence>& chosen = model.products[top(model).children[0].product].children;
+    const std::vector<ptx::model::Occurrence>& chosen = model.products[top(model).children[0].product].children;
     ASSERT_EQ(chosen.size(), 1u);
     EXPECT_EQ(legOf(model, chosen[0].product), 11);
     EXPECT_THAT(model.products[top(model).children[1].product].children, IsEmpty());
@@ -46,7 +46,7 @@ TEST_F(JtLevels, ASwitchOfSomethingThatIsNotThereShowsNothing)
     writer.triangle(6, 3);
     writer.part(10, {11});
     writer.triangle(11, 5);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     EXPECT_THAT(model.products[top(model).children.at(0).product].children, IsEmpty());
     EXPECT_EQ(legOf(model, top(model).children.at(1).product), 3);
 }
@@ -72,7 +72,7 @@ FileWriter threeLevels(bool isFinestBroken, bool areAllBroken = false)
 
 float legWith(ReadRun& run, const FileWriter& writer, const std::vector<std::string>& assignments = {})
 {
-    const ptx::Model model = run.read(writer, assignments);
+    const ptx::model::Model model = run.read(writer, assignments);
     return legOf(model, top(model).children.at(0).product);
 }
 
@@ -103,9 +103,9 @@ TEST_F(JtLevels, APartNoneOfWhoseLevelsCanBeReadIsToldAndBearsTheTag)
     writer.brokenTriangle(20);
     writer.part(50, {51});
     writer.triangle(51, 8);
-    const ptx::Model model = read(writer);
-    const ptx::Product& part = model.products[top(model).children.at(0).product];
-    EXPECT_EQ(part.body, ptx::NoBody);
+    const ptx::model::Model model = read(writer);
+    const ptx::model::Product& part = model.products[top(model).children.at(0).product];
+    EXPECT_EQ(part.body, ptx::model::NoBody);
     EXPECT_THAT(part.tags, ElementsAre(StartsWith("ptx::missing=shape 10: ")));
     EXPECT_THAT(log(), HasSubstr("Warning: a shape of \"cap\" is left out: shape 10: "));
     EXPECT_EQ(legOf(model, top(model).children.at(1).product), 8);
@@ -113,7 +113,7 @@ TEST_F(JtLevels, APartNoneOfWhoseLevelsCanBeReadIsToldAndBearsTheTag)
 
 TEST_F(JtLevels, AFileAllOfWhoseMeshesAreBrokenIsDamaged)
 {
-    const ptx::Outcome<ptx::Model> model = readFile(write(threeLevels(true, true)));
+    const ptx::core::Outcome<ptx::model::Model> model = readFile(write(threeLevels(true, true)));
     ASSERT_FALSE(model);
     EXPECT_EQ(model.failure().code, ptx::ExitCode::Damaged);
     EXPECT_EQ(model.failure().message, "no mesh of the JT file can be read; the log tells why");
@@ -123,7 +123,7 @@ TEST_F(JtLevels, AFileWithoutMeshesHasNothingToImport)
 {
     FileWriter writer = assembly({2});
     writer.part(2, {});
-    const ptx::Outcome<ptx::Model> model = readFile(write(writer));
+    const ptx::core::Outcome<ptx::model::Model> model = readFile(write(writer));
     ASSERT_FALSE(model);
     EXPECT_EQ(model.failure().code, ptx::ExitCode::NothingToImport);
 }
@@ -134,7 +134,7 @@ TEST_F(JtLevels, AShapeOfSeveralSegmentsTakesTheFinestThatIsThere)
     writer.part(2, {3});
     writer.late(3, "JT_LLPROP_SHAPEIMPL", 5000, 7); // no such segment
     writer.triangle(3, 6);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     EXPECT_EQ(legOf(model, top(model).children.at(0).product), 6);
 }
 
@@ -146,7 +146,7 @@ TEST_F(JtLevels, AShapeWhoseSegmentIsMissingIsToldAndTheOthersStay)
     writer.late(3, "JT_LLPROP_SHAPEIMPL", 5000, 7);
     writer.triangle(4, 9);
     writer.late(2, "JT_LLPROP_METADATA", 5001, 4);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     const std::size_t part = top(model).children.at(0).product;
     EXPECT_EQ(legOf(model, part), 9);
     EXPECT_THAT(

@@ -45,9 +45,9 @@ FileWriter partOf(float size, const std::string& unit = "Millimeters")
 class JtPartFiles : public testing::Test, protected ReadRun
 {
 protected:
-    ptx::Model readAssembly(const std::vector<std::string>& files) { return read(assemblyOf(files)); }
+    ptx::model::Model readAssembly(const std::vector<std::string>& files) { return read(assemblyOf(files)); }
 
-    const ptx::Product& place(const ptx::Model& model, std::size_t index) const
+    const ptx::model::Product& place(const ptx::model::Model& model, std::size_t index) const
     {
         return model.products.at(model.roots.at(index).product);
     }
@@ -65,7 +65,7 @@ TEST_F(JtPartFiles, PartsOfOtherFilesHangAtTheirPlacesAndAreReadOnce)
     write(partOf(5), "bolt.jt");
     std::filesystem::create_directory(folder().file("Sub"));
     write(partOf(6), "Sub/nut.jt");
-    const ptx::Model model = readAssembly({"bolt.jt", "sub\\NUT.jt", "./bolt.jt"});
+    const ptx::model::Model model = readAssembly({"bolt.jt", "sub\\NUT.jt", "./bolt.jt"});
     ASSERT_EQ(model.roots.size(), 3u);
     EXPECT_EQ(model.bodies.size(), 2u);
     for (std::size_t i = 0; i < 3; ++i) {
@@ -85,7 +85,7 @@ TEST_F(JtPartFiles, MissingAndDamagedFilesAreLeftOutWithTheirReason)
     write(partOf(5), "bolt.jt");
     folder().write("text.jt", "no JT file");
     folder().write("short.jt", partOf(5).file().substr(0, 100));
-    const ptx::Model model = readAssembly({"gone.jt", "bolt.jt", "text.jt", "short.jt"});
+    const ptx::model::Model model = readAssembly({"gone.jt", "bolt.jt", "text.jt", "short.jt"});
     EXPECT_THAT(place(model, 0).tags, ElementsAre(missing("gone.jt", "there is no such file")));
     EXPECT_THAT(place(model, 1).tags, IsEmpty());
     EXPECT_THAT(place(model, 2).tags, ElementsAre(StartsWith("ptx::missing=the JT file is damaged at 0: ")));
@@ -98,7 +98,7 @@ TEST_F(JtPartFiles, AFileThatNamesItselfOrLeadsBackIsLeftOutThere)
     write(assemblyOf({"right.jt", "bolt.jt"}), "left.jt");
     write(assemblyOf({"left.jt", "input.jt"}), "right.jt");
     write(partOf(5), "bolt.jt");
-    const ptx::Model model = readAssembly({"input.jt", "left.jt"});
+    const ptx::model::Model model = readAssembly({"input.jt", "left.jt"});
     const std::string circle = "it leads round in a circle";
     EXPECT_THAT(place(model, 0).tags, ElementsAre(missing("input.jt", circle)));
     const auto& left = place(model, 1).children;
@@ -115,9 +115,9 @@ TEST_F(JtPartFiles, FilesMayNest64Deep)
     for (int i = 1; i < 70; ++i)
         write(assemblyOf({std::to_string(i + 1) + ".jt", "bolt.jt"}), std::to_string(i) + ".jt");
     write(partOf(5), "bolt.jt");
-    const ptx::Model model = readAssembly({"1.jt"});
+    const ptx::model::Model model = readAssembly({"1.jt"});
     std::size_t files = 1;
-    const ptx::Product* product = &place(model, 0);
+    const ptx::model::Product* product = &place(model, 0);
     for (; !product->children.empty(); product = &model.products[product->children[0].product])
         ++files;
     EXPECT_EQ(files, 64u);
@@ -127,7 +127,7 @@ TEST_F(JtPartFiles, FilesMayNest64Deep)
 TEST_F(JtPartFiles, APartFileIsReadInTheUnitOfItsAssembly)
 {
     write(partOf(5, "Meters"), "bolt.jt");
-    const ptx::Model model = read(assemblyOf({"bolt.jt"}, "Inches"));
+    const ptx::model::Model model = read(assemblyOf({"bolt.jt"}, "Inches"));
     EXPECT_FLOAT_EQ(model.roots.at(0).placement[12], 25.4f);
     EXPECT_FLOAT_EQ(legOf(model, place(model, 0).children.at(0).product), 127);
     EXPECT_THAT(log(), HasSubstr("bolt.jt is in Meters, unlike the assembly; its placements have to make up"));
@@ -136,9 +136,9 @@ TEST_F(JtPartFiles, APartFileIsReadInTheUnitOfItsAssembly)
 TEST_F(JtPartFiles, ReferencesAreKeptOnDemandWhetherTheFilesExistOrNot)
 {
     write(partOf(5), "bolt.jt");
-    const ptx::Outcome<ptx::Model> read = readFile(write(assemblyOf({"BOLT.jt", "gone.jt"})), {}, true);
+    const ptx::core::Outcome<ptx::model::Model> read = readFile(write(assemblyOf({"BOLT.jt", "gone.jt"})), {}, true);
     ASSERT_TRUE(read) << read.failure().message;
-    const ptx::Model& model = read.value();
+    const ptx::model::Model& model = read.value();
     ASSERT_EQ(model.references.size(), 2u);
     EXPECT_EQ(model.references[0].file, folder().file("bolt.jt"));
     EXPECT_EQ(model.references[0].written, "BOLT.jt");
@@ -151,7 +151,7 @@ TEST_F(JtPartFiles, ReferencesAreKeptOnDemandWhetherTheFilesExistOrNot)
 TEST_F(JtPartFiles, AReferenceThatLeadsBackIsKeptEmpty)
 {
     write(assemblyOf({"input.jt"}), "left.jt");
-    const ptx::Outcome<ptx::Model> read = readFile(write(assemblyOf({"left.jt", "input.jt"})), {}, true);
+    const ptx::core::Outcome<ptx::model::Model> read = readFile(write(assemblyOf({"left.jt", "input.jt"})), {}, true);
     ASSERT_TRUE(read) << read.failure().message;
     ASSERT_EQ(read.value().references.size(), 2u);
     EXPECT_EQ(read.value().references[0].file, "");
@@ -161,7 +161,7 @@ TEST_F(JtPartFiles, AReferenceThatLeadsBackIsKeptEmpty)
 
 TEST_F(JtPartFiles, AFileThatNamesNoOtherEndsWithItsCode)
 {
-    const ptx::Outcome<ptx::Model> read = readFile(write(partOf(5)), {}, true);
+    const ptx::core::Outcome<ptx::model::Model> read = readFile(write(partOf(5)), {}, true);
     ASSERT_FALSE(read);
     EXPECT_EQ(read.failure().code, ptx::ExitCode::NoExternalParts);
     EXPECT_FALSE(ptx::jt::format().refersToParts(folder().file("input.jt")));

@@ -23,7 +23,7 @@ TEST_F(JtStructureLimits, InstancesInACircleAreLeftOut)
     writer.instance(3, 2);
     writer.part(4, {5});
     writer.triangle(5, 2);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     EXPECT_EQ(top(model).children.size(), 1u);
     EXPECT_THAT(log(), HasSubstr("Warning: instances lead to each other without end; they are left out"));
 }
@@ -38,7 +38,7 @@ TEST_F(JtStructureLimits, InstancesMayLeadToEachOther256Deep)
         writer.part(1000, {1001});
         writer.triangle(1001, 2);
         ReadRun run;
-        const ptx::Model model = run.read(writer);
+        const ptx::model::Model model = run.read(writer);
         EXPECT_EQ(top(model).children.size(), depth == 255 ? 2u : 1u);
         EXPECT_EQ(run.hasWarnings(), depth == 256);
     }
@@ -47,11 +47,11 @@ TEST_F(JtStructureLimits, InstancesMayLeadToEachOther256Deep)
 namespace
 {
 
-ptx::Failure sceneFailure(const ptx::Model& model, double mostNodes)
+ptx::core::Failure sceneFailure(const ptx::model::Model& model, double mostNodes)
 {
-    const ptx::Outcome<ptx::Scene> scene = ptx::buildScene(model, "/model.jt", mostNodes);
+    const ptx::core::Outcome<ptx::scene::Scene> scene = ptx::scene::buildScene(model, "/model.jt", mostNodes);
     EXPECT_FALSE(scene);
-    return scene ? ptx::Failure() : scene.failure();
+    return scene ? ptx::core::Failure() : scene.failure();
 }
 
 } // namespace
@@ -74,9 +74,9 @@ TEST_F(JtStructureLimits, AssembliesThatMultiplyAreHeldOnceAndEndAtTheLimitOfNod
         writer.metadata(id, {id + 1, id + 1});
     writer.part(Depth, {Depth + 1});
     writer.triangle(Depth + 1, 2);
-    const ptx::Model model = read(writer, {"limit.nodes=1000"});
+    const ptx::model::Model model = read(writer, {"limit.nodes=1000"});
     EXPECT_EQ(model.products.size(), static_cast<std::size_t>(Depth));
-    const ptx::Failure failure = sceneFailure(model, 1000);
+    const ptx::core::Failure failure = sceneFailure(model, 1000);
     EXPECT_EQ(failure.code, ptx::ExitCode::MemoryLimit);
     EXPECT_THAT(failure.message, HasSubstr("limit.nodes"));
 }
@@ -96,9 +96,9 @@ TEST_F(JtStructureLimits, ProductsThatColoursMultiplyEndAtTheLimitOfNodes)
     writer.metadata(2, Ids(Count, 3));
     writer.part(3, {4});
     writer.triangle(4, 2);
-    const ptx::Model model = read(writer, {"limit.nodes=1000"});
+    const ptx::model::Model model = read(writer, {"limit.nodes=1000"});
     std::size_t occurrences = 0;
-    for (const ptx::Product& product : model.products)
+    for (const ptx::model::Product& product : model.products)
         occurrences += product.children.size();
     EXPECT_LE(occurrences, 1002u);
     EXPECT_EQ(sceneFailure(model, 1000).code, ptx::ExitCode::MemoryLimit);
@@ -113,7 +113,7 @@ TEST_F(JtStructureLimits, GroupsOfShapesThatMultiplyAreCutOffAndOtherPartsAreNot
     writer.triangle(60, 2);
     writer.part(100, {101});
     writer.triangle(101, 3);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     const std::vector<std::string>& tags = model.products[top(model).children.at(0).product].tags;
     EXPECT_THAT(tags, ElementsAre(StartsWith("ptx::missing=the groups of its shapes multiply without end")));
     EXPECT_EQ(legOf(model, top(model).children.at(1).product), 3);
@@ -126,7 +126,7 @@ TEST_F(JtStructureLimits, GroupsOfShapesInACircleAreCutOff)
     writer.group(3, {4});
     writer.group(4, {3});
     writer.triangle(5, 3);
-    const ptx::Model model = read(writer);
-    const ptx::Product& part = model.products[top(model).children.at(0).product];
+    const ptx::model::Model model = read(writer);
+    const ptx::model::Product& part = model.products[top(model).children.at(0).product];
     EXPECT_THAT(part.tags, ElementsAre(StartsWith("ptx::missing=the groups of its shapes multiply without end")));
 }

@@ -17,7 +17,7 @@ inline FileWriter assembly(const Ids& children)
 }
 
 /// The product of that node.
-inline const ptx::Product& top(const ptx::Model& model)
+inline const ptx::model::Product& top(const ptx::model::Model& model)
 {
     return model.products.at(model.roots.at(0).product);
 }

@@ -16,7 +16,7 @@ namespace
 constexpr std::array<float, 4> Red = {0.8f, 0.1f, 0.2f, 1};
 constexpr std::array<float, 4> Blue = {0.1f, 0.2f, 0.9f, 0.5f};
 
-std::vector<float> moveOf(const ptx::Occurrence& occurrence)
+std::vector<float> moveOf(const ptx::model::Occurrence& occurrence)
 {
     return {occurrence.placement[12], occurrence.placement[13], occurrence.placement[14]};
 }
@@ -32,7 +32,7 @@ TEST_F(JtStructure, APartThatIsUsedTwiceIsOneProductInTwoPlaces)
     writer.triangle(5, 7);
     writer.move(20, 10, 20, 30);
     writer.move(21, -1, -2, -3);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     ASSERT_EQ(model.roots.size(), 1u);
     EXPECT_EQ(model.products.size(), 2u);
     EXPECT_EQ(model.bodies.size(), 1u);
@@ -57,20 +57,20 @@ TEST_F(JtStructure, AnInstanceLendsNamePlaceColourAndTags)
     writer.property(2, "JT_PROP_NAME", "left wheel;1;2:");
     writer.property(2, "LAYER::", "12");
     writer.property(4, "JT_PROP_NAME", "wheel.part;1;0:");
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     ASSERT_EQ(top(model).children.size(), 2u);
-    const ptx::Occurrence& left = top(model).children[0];
+    const ptx::model::Occurrence& left = top(model).children[0];
     EXPECT_EQ(left.name, "left wheel");
     EXPECT_THAT(left.tags, ElementsAre("ptx::layer=12"));
     EXPECT_THAT(moveOf(left), ElementsAre(1, 0, 4));
     EXPECT_EQ(model.products[left.product].name, "wheel");
-    ASSERT_NE(model.products[left.product].appearance, ptx::NoAppearance);
+    ASSERT_NE(model.products[left.product].appearance, ptx::model::NoAppearance);
     EXPECT_FLOAT_EQ(model.appearances[model.products[left.product].appearance].red, 0.8f);
 
-    const ptx::Occurrence& right = top(model).children[1];
+    const ptx::model::Occurrence& right = top(model).children[1];
     EXPECT_EQ(right.name, "");
     EXPECT_THAT(right.tags, IsEmpty());
-    EXPECT_EQ(model.products[right.product].appearance, ptx::NoAppearance);
+    EXPECT_EQ(model.products[right.product].appearance, ptx::model::NoAppearance);
     // Another colour takes a product of its own, but no second mesh.
     EXPECT_NE(right.product, left.product);
     EXPECT_EQ(model.products[right.product].body, model.products[left.product].body);
@@ -87,7 +87,7 @@ TEST_F(JtStructure, InstancesOfInstancesAddUpFromTheInside)
     writer.transform(20, {{0, 2}, {5, 2}, {10, 2}});
     writer.move(21, 1, 2, 3);
     writer.property(3, "JT_PROP_NAME", "inner");
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     ASSERT_EQ(top(model).children.size(), 1u);
     EXPECT_THAT(moveOf(top(model).children[0]), ElementsAre(2, 4, 6));
     EXPECT_EQ(top(model).children[0].placement[0], 2);
@@ -102,11 +102,11 @@ TEST_F(JtStructure, TheLowerOfTwoColoursCountsAndOfOneNodeTheLast)
     writer.triangle(6, 2);
     writer.material(20, Red);
     writer.material(21, Blue);
-    const ptx::Model model = read(writer);
-    const ptx::Product& part = model.products.at(top(model).children.at(0).product);
-    const ptx::Body& body = model.bodies.at(part.body);
+    const ptx::model::Model model = read(writer);
+    const ptx::model::Product& part = model.products.at(top(model).children.at(0).product);
+    const ptx::model::Body& body = model.bodies.at(part.body);
     ASSERT_EQ(body.pieces.size(), 2u);
-    EXPECT_EQ(body.pieces[0].appearance, ptx::NoAppearance);
+    EXPECT_EQ(body.pieces[0].appearance, ptx::model::NoAppearance);
     EXPECT_FLOAT_EQ(model.appearances[part.appearance].red, 0.8f);
     EXPECT_FLOAT_EQ(model.appearances[body.pieces[1].appearance].blue, 0.9f);
     EXPECT_FLOAT_EQ(model.appearances[body.pieces[1].appearance].alpha, 0.5f);
@@ -122,7 +122,7 @@ TEST_F(JtStructure, IgnoredNodesAreNotVisibleAndIgnoredShapesAreLeftOut)
     writer.triangle(10, 4);
     writer.triangle(11, 6, {{}, true});
     writer.triangle(12, 8);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     ASSERT_EQ(top(model).children.size(), 3u);
     EXPECT_FALSE(top(model).children[0].isVisible);
     EXPECT_FALSE(top(model).children[1].isVisible);
@@ -142,9 +142,9 @@ TEST_F(JtStructure, LengthsBecomeMillimetresByTheUnitOfTheTopAlone)
     writer.property(3, "JT_PROP_MEASUREMENT_UNITS", "Millimeters");
     writer.triangle(4, 10);
     writer.transform(20, {{0, 0.5}, {5, 0.5}, {10, 0.5}, {12, 2}});
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     EXPECT_THAT(model.tags, Contains("ptx::unit=INCHES"));
-    const ptx::Occurrence& occurrence = top(model).children.at(0);
+    const ptx::model::Occurrence& occurrence = top(model).children.at(0);
     EXPECT_FLOAT_EQ(occurrence.placement[12], 50.8f);
     EXPECT_EQ(occurrence.placement[0], 0.5f);
     EXPECT_FLOAT_EQ(legOf(model, occurrence.product), 254);
@@ -157,7 +157,7 @@ TEST_F(JtStructure, AFileWithoutAUnitTakesTheSettingAndWarns)
     writer.part(3, {4});
     writer.property(3, "JT_PROP_MEASUREMENT_UNITS", "Unknown");
     writer.triangle(4, 10);
-    const ptx::Model model = read(writer, {"mesh.unit=1000"});
+    const ptx::model::Model model = read(writer, {"mesh.unit=1000"});
     EXPECT_FLOAT_EQ(legOf(model, model.roots.at(0).product), 10000);
     EXPECT_THAT(log(), HasSubstr("Warning: the file names no unit of length"));
 }
@@ -172,11 +172,11 @@ TEST_F(JtStructure, NamesLoseTheirTailAndAPartWithoutOneIsCalledAsWhatUsesIt)
     writer.property(3, "Name::", "frame");
     writer.part(5, {10});
     writer.triangle(10, 1);
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     EXPECT_EQ(top(model).name, "top");
     EXPECT_EQ(top(model).children.at(0).name, "bolt M6");
     EXPECT_EQ(model.products[top(model).children[0].product].name, "bolt M6");
-    const ptx::Product& frame = model.products[top(model).children.at(1).product];
+    const ptx::model::Product& frame = model.products[top(model).children.at(1).product];
     EXPECT_EQ(frame.name, "frame");
     EXPECT_EQ(model.products[frame.children.at(0).product].name, "frame");
 }
@@ -190,7 +190,7 @@ TEST_F(JtStructure, PropertiesForUsersAndLayersBecomeTags)
     writer.property(2, "LAYER::", "7");
     writer.property(2, "CAD_MASS::", "3.5");
     writer.property(2, "SUBNODE", "1");
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     EXPECT_THAT(top(model).tags,
                 ElementsAre("ptx::attribute::LAYERFILTER000=ALL=1,2,3", "ptx::attribute::Supplier=Acme"));
     EXPECT_THAT(model.products[top(model).children.at(0).product].tags,
@@ -204,7 +204,7 @@ TEST_F(JtStructure, MetadataSegmentsOfEveryLayoutAreRead)
             FileWriter writer(major, isBigEndian);
             writer.partition(0, {});
             writer.metadataSegment(0, {{"Supplier::", "Acme"}, {"Weight", "12"}});
-            const ptx::Outcome<ptx::jt::JtFile> file = ptx::jt::openJtFile("a.jt", writer.file());
+            const ptx::core::Outcome<ptx::jt::JtFile> file = ptx::jt::openJtFile("a.jt", writer.file());
             ASSERT_TRUE(file) << file.failure().message;
             EXPECT_EQ(file.value().framing.isBigEndian, isBigEndian);
             EXPECT_EQ(file.value().framing.segments.size(), 2u);
@@ -220,7 +220,7 @@ TEST_F(JtStructure, ReferencesThatLeadNowhereAreLeftOut)
     writer.instance(2, 78);
     writer.part(3, {79, 4});
     writer.triangle(4, 2, {{80}});
-    const ptx::Model model = read(writer);
+    const ptx::model::Model model = read(writer);
     ASSERT_EQ(top(model).children.size(), 1u);
     EXPECT_EQ(legOf(model, top(model).children[0].product), 2);
 }

@@ -21,23 +21,23 @@ public:
         return m_folder.write(name, writer.file());
     }
 
-    ptx::Outcome<ptx::Model> readFile(const std::string& path, const std::vector<std::string>& assignments = {},
-                                      bool externalParts = false)
+    ptx::core::Outcome<ptx::model::Model>
+    readFile(const std::string& path, const std::vector<std::string>& assignments = {}, bool externalParts = false)
     {
         for (const std::string& assignment : assignments)
             EXPECT_FALSE(m_settings.assign(assignment)) << assignment;
-        ptx::Limits limits(m_settings, 0);
-        ptx::Progress progress;
-        ptx::Log log(logPath());
+        ptx::core::Limits limits(m_settings, 0);
+        ptx::core::Progress progress;
+        ptx::core::Log log(logPath());
         return ptx::jt::format().read({path, 0, externalParts, m_settings, limits, progress, log});
     }
 
     /// Empty, with a complaint, when the file cannot be read.
-    ptx::Model read(const FileWriter& writer, const std::vector<std::string>& assignments = {})
+    ptx::model::Model read(const FileWriter& writer, const std::vector<std::string>& assignments = {})
     {
-        ptx::Outcome<ptx::Model> model = readFile(write(writer), assignments);
+        ptx::core::Outcome<ptx::model::Model> model = readFile(write(writer), assignments);
         EXPECT_TRUE(model) << model.failure().message;
-        return model ? std::move(model.value()) : ptx::Model();
+        return model ? std::move(model.value()) : ptx::model::Model();
     }
 
     std::string log() const { return ptxtest::contentOf(logPath()); }
@@ -47,14 +47,14 @@ private:
     std::string logPath() const { return m_folder.file("log"); }
 
     ptxtest::TempFolder m_folder;
-    ptx::Settings m_settings;
+    ptx::core::Settings m_settings;
 };
 
 /// The length of the legs of the one triangle that a body holds, in millimetres; -1 if it holds anything else.
-inline float legOf(const ptx::Model& model, std::size_t product)
+inline float legOf(const ptx::model::Model& model, std::size_t product)
 {
     const std::size_t body = model.products.at(product).body;
-    if (body == ptx::NoBody || model.bodies.at(body).pieces.size() != 1)
+    if (body == ptx::model::NoBody || model.bodies.at(body).pieces.size() != 1)
         return -1;
     const osg::Mesh& mesh = *model.bodies[body].pieces[0].mesh;
     return mesh.triangles.size() == 3 ? mesh.positions[1].x - mesh.positions[0].x : -1;

@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-using namespace ptx;
+using namespace ptx::readers;
 using namespace ptx::step;
 using ptxtest::TempFolder;
 using testing::ElementsAre;

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <limits>
 
-using namespace ptx;
+using namespace ptx::core;
 using namespace ptx::stl;
 
 namespace

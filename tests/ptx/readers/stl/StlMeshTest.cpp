@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-using namespace ptx;
 using namespace ptx::stl;
 
 TEST(StlMesh, SharesCornersOfTheSamePlaceAndNormal)

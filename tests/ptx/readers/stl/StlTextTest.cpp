@@ -4,7 +4,7 @@
 
 #include <clocale>
 
-using namespace ptx;
+using namespace ptx::core;
 using namespace ptx::stl;
 
 namespace

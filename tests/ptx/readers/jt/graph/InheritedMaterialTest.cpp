@@ -9,7 +9,7 @@ namespace
 {
 
 /// What materials of one node after another come to.
-InheritedMaterial inheritedMaterial(const std::vector<Material>& materials, ptx::AppearanceTable& appearances)
+InheritedMaterial inheritedMaterial(const std::vector<Material>& materials, ptx::model::AppearanceTable& appearances)
 {
     InheritedMaterial inherited;
     for (const Material& material : materials) {
@@ -24,9 +24,9 @@ InheritedMaterial inheritedMaterial(const std::vector<Material>& materials, ptx:
 
 osg::Color4f colourOf(const std::vector<Material>& materials)
 {
-    ptx::AppearanceTable appearances;
+    ptx::model::AppearanceTable appearances;
     const int appearance = inheritedMaterial(materials, appearances).appearance;
-    return appearance == ptx::NoAppearance ? osg::Color4f{-1, -1, -1, -1} : appearances[appearance];
+    return appearance == ptx::model::NoAppearance ? osg::Color4f{-1, -1, -1, -1} : appearances[appearance];
 }
 
 constexpr Colour Orange = {0.75f, 0.5f, 0.25f, 1};
@@ -55,7 +55,7 @@ TEST(JtInheritedMaterial, FinalFieldsChangeByForceAlone)
 
 TEST(JtInheritedMaterial, HidingOfVertexColoursIsInheritedToo)
 {
-    ptx::AppearanceTable appearances;
+    ptx::model::AppearanceTable appearances;
     const Material hiding = {Orange, true};
     const Material showing = {ClearBlue, false};
     const Material keeping = {ClearBlue, false, ColourField | AlphaField};

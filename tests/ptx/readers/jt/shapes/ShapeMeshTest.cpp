@@ -45,7 +45,7 @@ Shape everything()
 
 TEST(JtShapeMesh, AttributesOfRecordsComeOverWithTheirVertices)
 {
-    ptx::MeshBuilder builder;
+    ptx::model::MeshBuilder builder;
     EXPECT_EQ(addShape(builder, everything(), movedBy(1, 2, 3), 10), 1u);
     const auto mesh = builder.take();
     EXPECT_THAT(listed(mesh->positions),
@@ -63,7 +63,7 @@ TEST(JtShapeMesh, LinesAndPointsThatAreNotFiniteAreLeftOut)
 {
     Shape shape = everything();
     shape.positions[2][1] = std::numeric_limits<float>::quiet_NaN();
-    ptx::MeshBuilder builder;
+    ptx::model::MeshBuilder builder;
     EXPECT_EQ(addShape(builder, shape, NoMove, 1), 0u);
     EXPECT_TRUE(builder.isEmpty());
 }
@@ -75,7 +75,7 @@ TEST(JtShapeMesh, ColoursWithoutNormalsKeepTheirVerticesApart)
     shape.points = {{0, 0}, {0, 1}, {0, 0}};
     shape.triangles.clear();
     shape.lines.clear();
-    ptx::MeshBuilder builder;
+    ptx::model::MeshBuilder builder;
     addShape(builder, shape, NoMove, 1);
     const auto mesh = builder.take();
     EXPECT_THAT(listed(mesh->points), ElementsAre(0u, 1u, 0u));
@@ -90,7 +90,7 @@ TEST(JtShapeMesh, RecordsWithoutAnyAttributeCountAsNone)
     shape.colours.clear();
     shape.textureCoordinates.clear();
     shape.points = {{0, 0}, {0, 1}};
-    ptx::MeshBuilder builder;
+    ptx::model::MeshBuilder builder;
     EXPECT_EQ(addShape(builder, shape, NoMove, 1), 1u);
     const auto mesh = builder.take();
     EXPECT_EQ(mesh->positions.size(), 3u);
