@@ -31,7 +31,7 @@ set(ZN_STANDALONE_HEADERS
   standalone/session/SettingGroups.h
   standalone/session/Settings.h
   standalone/znVariants/VariantSets.h
-  standalone/startup/znStandaloneSession.h
+  standalone/startup/StandaloneSession.h
   standalone/znUtils/CallTrace.h
   standalone/znUtils/LogSink.h)
 

@@ -21,15 +21,19 @@ public:
 
     /// Whether there is a value.
     explicit operator bool() const { return m_content.index() == 0; }
+    ///@{
     /// The value; throws `std::bad_variant_access` after a failure.
     const T& value() const& { return std::get<0>(m_content); }
     T& value() & { return std::get<0>(m_content); }
     T&& value() && { return std::get<0>(std::move(m_content)); }
     const T* operator->() const { return &value(); }
     T* operator->() { return &value(); }
+    ///@}
+    ///@{
     /// What went wrong; throws `std::bad_variant_access` after a success.
     const Error& error() const { return std::get<1>(m_content); }
     Error& error() { return std::get<1>(m_content); }
+    ///@}
 
 private:
     std::variant<T, Error> m_content;
@@ -47,9 +51,11 @@ public:
 
     /// Whether it went well.
     explicit operator bool() const { return m_content.index() == 0; }
+    ///@{
     /// What went wrong; throws `std::bad_variant_access` after a success.
     const Error& error() const { return std::get<1>(m_content); }
     Error& error() { return std::get<1>(m_content); }
+    ///@}
 
 private:
     std::variant<std::monostate, Error> m_content;

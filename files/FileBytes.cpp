@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace formats
+namespace files
 {
 
 FileBytes readFile(ReadTask& task, const QString& path)
@@ -24,4 +24,4 @@ FileBytes readFile(ReadTask& task, const QString& path)
     return {std::move(bytes), static_cast<std::size_t>(size)};
 }
 
-} // namespace formats
+} // namespace files

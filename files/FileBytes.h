@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-namespace formats
+namespace files
 {
 
 /// The bytes of a file in memory. Whoever keeps a part of them in use keeps the owner.
@@ -21,4 +21,4 @@ struct FileBytes {
 /// written anew while its scene lives. Fails through `task`, naming `path`.
 FileBytes readFile(ReadTask& task, const QString& path);
 
-} // namespace formats
+} // namespace files

@@ -2,7 +2,7 @@
 
 #include "files/Failure.h"
 
-namespace formats
+namespace files
 {
 
 namespace
@@ -71,4 +71,4 @@ void ReadTask::countFileBytes(const QString& file, std::uint64_t count)
     m_fileBytes += count;
 }
 
-} // namespace formats
+} // namespace files

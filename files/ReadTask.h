@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace formats
+namespace files
 {
 
 using files::tr;
@@ -48,4 +48,4 @@ private:
 /// "line 12"
 QString linePlace(std::uint64_t line);
 
-} // namespace formats
+} // namespace files

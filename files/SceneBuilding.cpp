@@ -8,7 +8,7 @@
 
 #include <utility>
 
-namespace formats
+namespace files
 {
 
 FreshTree::~FreshTree()
@@ -86,4 +86,4 @@ osg::NodePtr placeForContent(const osg::NodePtr& root, const ReadOptions& option
     return place;
 }
 
-} // namespace formats
+} // namespace files

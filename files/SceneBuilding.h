@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace formats
+namespace files
 {
 
 /// Keeps a tree that nobody holds yet, and destroys it unless it is taken out.
@@ -55,4 +55,4 @@ osg::Matrix toMillimetresZUp(double millimetresPerUnit, UpAxis upAxis);
 /// for one.
 osg::NodePtr placeForContent(const osg::NodePtr& root, const ReadOptions& options);
 
-} // namespace formats
+} // namespace files

@@ -12,7 +12,7 @@
 /// A tree is in millimetres, right-handed, Z up; colours are display colours. Formats that fix another unit or axis are
 /// brought to that by a transform; formats that fix none come in as they are, unless the options say otherwise. A read
 /// has no state outside its arguments and its result, starts no thread and throws nothing.
-namespace formats
+namespace files
 {
 
 using files::Error;
@@ -44,4 +44,4 @@ struct ReadOptions {
 /// failure nothing that was made for it is left alive. After a hundred warnings the rest is counted in one.
 using ReadResult = files::Result<osg::NodePtr>;
 
-} // namespace formats
+} // namespace files

@@ -9,7 +9,7 @@
 #include <new>
 #include <utility>
 
-namespace formats
+namespace files
 {
 
 namespace
@@ -67,4 +67,4 @@ ReadResult SceneReaders::read(const QString& path, const ReadOptions& options) c
     return {std::move(root), task.warnings()};
 }
 
-} // namespace formats
+} // namespace files

@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-namespace formats
+namespace files
 {
 
 class ReadTask;
@@ -40,4 +40,4 @@ private:
     std::vector<SceneFormat> m_formats;
 };
 
-} // namespace formats
+} // namespace files

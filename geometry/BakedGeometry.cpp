@@ -13,7 +13,7 @@
 
 #include <bit>
 
-namespace treeops
+namespace geometry
 {
 
 namespace
@@ -113,4 +113,4 @@ void BakedGeometry::bake(const osg::NodePtr& node, const osg::Matrix& matrix)
     osg::exchangeCore(node, copy);
 }
 
-} // namespace treeops
+} // namespace geometry

@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace treeops
+namespace geometry
 {
 
 /// `mesh` with `matrix` applied to its vertices. Normals stay upright on their faces and become unit vectors; a matrix
@@ -44,4 +44,4 @@ private:
     std::unordered_map<Key, Entry, KeyHash> m_entries;
 };
 
-} // namespace treeops
+} // namespace geometry

@@ -10,7 +10,7 @@
 #include "scene/NodeWalk.h"
 #include "scene/Tags.h"
 
-namespace treeops
+namespace geometry
 {
 
 namespace
@@ -70,7 +70,7 @@ void dissolveChildren(const osg::NodePtr& parent, Predicate isSuperfluous)
 void cleanupGroupNodes(const osg::NodePtr& root)
 {
     // Children first: what a group gives to its parent is clean already.
-    const std::vector<osg::NodePtr> nodes = geometry::parentsFirst(root);
+    const std::vector<osg::NodePtr> nodes = osg::parentsFirst(root);
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
         dissolveChildren(*node, saysNothing);
 }
@@ -82,9 +82,9 @@ void removeEmptyGroups(const osg::NodePtr& root, bool keepNamed)
         return node->getNChildren() == 0 && node->isActive() && isHolder(node) && osg::tagsOf(node).empty() &&
                !(keepNamed && name && *name);
     };
-    const std::vector<osg::NodePtr> nodes = geometry::parentsFirst(root);
+    const std::vector<osg::NodePtr> nodes = osg::parentsFirst(root);
     for (auto node = nodes.rbegin(); node != nodes.rend(); ++node)
         dissolveChildren(*node, isEmpty);
 }
 
-} // namespace treeops
+} // namespace geometry

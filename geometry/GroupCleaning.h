@@ -3,10 +3,10 @@
 #include "host/OSGSystem/Node.h"
 
 /// What `znOptimize` does with groups; see there.
-namespace treeops
+namespace geometry
 {
 
 void cleanupGroupNodes(const osg::NodePtr& root);
 void removeEmptyGroups(const osg::NodePtr& root, bool keepNamed);
 
-} // namespace treeops
+} // namespace geometry

@@ -14,7 +14,7 @@
 #include <cmath>
 #include <vector>
 
-namespace treeops
+namespace geometry
 {
 
 namespace
@@ -201,4 +201,4 @@ void flushScalesAbove(const osg::NodePtr& geometryNode, BakedGeometry& baked)
     }
 }
 
-} // namespace treeops
+} // namespace geometry

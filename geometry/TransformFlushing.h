@@ -3,7 +3,7 @@
 #include "geometry/BakedGeometry.h"
 
 /// What `znOptimize` does with transforms; see there.
-namespace treeops
+namespace geometry
 {
 
 void flushTransformations(const osg::NodePtr& root);
@@ -11,4 +11,4 @@ void flushTransformations(const osg::NodePtr& root);
 /// `baked` is what earlier calls did, and is added to.
 void flushScalesAbove(const osg::NodePtr& geometryNode, BakedGeometry& baked);
 
-} // namespace treeops
+} // namespace geometry

@@ -1,7 +1,7 @@
 #include "importer/Importer.h"
 
 #include "importer/ImportRoad.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 
 using importer::ImportRoad;
@@ -9,7 +9,7 @@ using importer::ImportRoad;
 namespace zn
 {
 
-Importer::Importer(znStandaloneSession& session, QObject* parent) : QObject(parent), m_session(session)
+Importer::Importer(zn::StandaloneSession& session, QObject* parent) : QObject(parent), m_session(session)
 {
     qRegisterMetaType<ImportResult>();
     qRegisterMetaType<PartCounts>();
@@ -51,7 +51,7 @@ void Importer::roadEnded()
 {
     ImportResult result = m_road->takeResult();
     m_road.release()->deleteLater();
-    m_session.state<LoadedGeometries>().entries.clear();
+    m_session.state<kernel::LoadedGeometries>().entries.clear();
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);

@@ -8,7 +8,10 @@
 
 #include <memory>
 
-class znStandaloneSession;
+namespace zn
+{
+class StandaloneSession;
+} // namespace zn
 
 namespace importer
 {
@@ -29,7 +32,7 @@ class Importer : public QObject
 
 public:
     /// `session` must outlive it. Made and used on the thread of the application object, as the jobs are.
-    explicit Importer(znStandaloneSession& session, QObject* parent = nullptr);
+    explicit Importer(zn::StandaloneSession& session, QObject* parent = nullptr);
     ~Importer() override;
 
     /// Begins the import of the file that `request` names. Refused with a warning while another one runs.
@@ -55,7 +58,7 @@ private:
     void receiveLog(const QString& line);
     void roadEnded();
 
-    znStandaloneSession& m_session;
+    zn::StandaloneSession& m_session;
     std::unique_ptr<importer::ImportRoad> m_road;
 };
 

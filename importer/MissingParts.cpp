@@ -21,7 +21,7 @@ std::vector<MissingPart> partsLeftOut(const osg::NodePtr& root)
     std::set<std::string> seen;
     osg::traverse(root, [&](const osg::NodePtr& node) {
         for (const std::string& tag : osg::tagsOf(node)) {
-            const auto part = osg::converted::missingPart(tag);
+            const auto part = osg::scenefile::converted::missingPart(tag);
             if (part && seen.insert(tag).second)
                 parts.push_back({QString::fromStdString(part->file), QString::fromStdString(part->reason), {}});
         }

@@ -5,7 +5,7 @@
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QEventLoop>
 #include <QFileInfo>
@@ -29,7 +29,7 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
     loop.exec();
 }
 
-[[noreturn]] void failWithoutTree(const formats::ReadTask& task, const znPLMXMLLoaderJob& job)
+[[noreturn]] void failWithoutTree(const files::ReadTask& task, const znPLMXMLLoaderJob& job)
 {
     using files::ErrorCode;
     if (!job.getErrorText().isEmpty())
@@ -43,20 +43,20 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 
 } // namespace
 
-NestedDocuments::NestedDocuments(znStandaloneSession& session, const QString& outermost)
-    : m_session(session), m_readersBefore(session.state<formats::SceneReaders>()), m_open{canonical(outermost)}
+NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost)
+    : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{canonical(outermost)}
 {
-    session.state<formats::SceneReaders>().add(
-        {QStringLiteral("PLMXML"), {QStringLiteral("plmxml")}, [this](formats::ReadTask& task) { return read(task); }});
+    session.state<files::SceneReaders>().add(
+        {QStringLiteral("PLMXML"), {QStringLiteral("plmxml")}, [this](files::ReadTask& task) { return read(task); }});
 }
 
 NestedDocuments::~NestedDocuments()
 {
-    m_session.state<formats::SceneReaders>() = m_readersBefore;
+    m_session.state<files::SceneReaders>() = m_readersBefore;
 }
 
 /// The outer document is the current one again afterwards, and at work.
-osg::NodePtr NestedDocuments::read(formats::ReadTask& task)
+osg::NodePtr NestedDocuments::read(files::ReadTask& task)
 {
     const QString document = canonical(task.path());
     refuse(task, document);
@@ -77,7 +77,7 @@ osg::NodePtr NestedDocuments::read(formats::ReadTask& task)
     }
 }
 
-void NestedDocuments::refuse(const formats::ReadTask& task, const QString& document) const
+void NestedDocuments::refuse(const files::ReadTask& task, const QString& document) const
 {
     using files::ErrorCode;
     if (document.isEmpty())
@@ -90,7 +90,7 @@ void NestedDocuments::refuse(const formats::ReadTask& task, const QString& docum
         task.fail(ErrorCode::LimitExceeded, tr("the import has more than %1 documents").arg(maxCount));
 }
 
-osg::NodePtr NestedDocuments::load(const formats::ReadTask& task)
+osg::NodePtr NestedDocuments::load(const files::ReadTask& task)
 {
     znPLMXMLLoaderJob job(task.path().toStdString(), nullptr);
     Q_EMIT jobCreated(&job);

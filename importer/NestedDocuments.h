@@ -7,7 +7,10 @@
 #include <QStringList>
 
 class znPLMXMLLoaderJob;
-class znStandaloneSession;
+namespace zn
+{
+class StandaloneSession;
+} // namespace zn
 
 namespace importer
 {
@@ -26,7 +29,7 @@ public:
     static constexpr int maxCount = 1000; ///< documents of one import, so that few files cannot stand for many
 
     /// For the import of the document `outermost`. What is added to the session's readers meanwhile goes with this.
-    NestedDocuments(znStandaloneSession& session, const QString& outermost);
+    NestedDocuments(zn::StandaloneSession& session, const QString& outermost);
     ~NestedDocuments() override;
 
 Q_SIGNALS:
@@ -34,12 +37,12 @@ Q_SIGNALS:
     void jobCreated(znPLMXMLLoaderJob* job);
 
 private:
-    osg::NodePtr read(formats::ReadTask& task);
-    void refuse(const formats::ReadTask& task, const QString& document) const;
-    osg::NodePtr load(const formats::ReadTask& task);
+    osg::NodePtr read(files::ReadTask& task);
+    void refuse(const files::ReadTask& task, const QString& document) const;
+    osg::NodePtr load(const files::ReadTask& task);
 
-    znStandaloneSession& m_session;
-    formats::SceneReaders m_readersBefore;
+    zn::StandaloneSession& m_session;
+    files::SceneReaders m_readersBefore;
     QStringList m_open; ///< canonical paths of the documents that are being read, the outermost first
     int m_count = 1;
 };

@@ -8,7 +8,7 @@
 #include "importer/PartImports.h"
 #include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QFileInfo>
 
@@ -53,7 +53,7 @@ void PlmxmlRoad::start()
     connect(parts, &PartImports::changed, this, [this, parts] { Q_EMIT partsChanged(parts->counts(), parts->text()); });
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
     follow(*job);
-    m_nested = std::make_unique<NestedDocuments>(znStandaloneSession::require(), m_file);
+    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file);
     connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
         parts->followNested(*nested);
         follow(*nested);

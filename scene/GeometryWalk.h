@@ -6,7 +6,7 @@
 
 #include <unordered_set>
 
-namespace geometry
+namespace osg
 {
 
 /// The geometry of `node`, null when its core is none.
@@ -27,4 +27,4 @@ inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
     return found;
 }
 
-} // namespace geometry
+} // namespace osg

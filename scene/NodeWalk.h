@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace geometry
+namespace osg
 {
 
 /// The node and all below it, each parent before its children; empty for null. Valid while no node of it is destroyed;
@@ -22,4 +22,4 @@ inline std::vector<osg::NodePtr> parentsFirst(const osg::NodePtr& root)
     return nodes;
 }
 
-} // namespace geometry
+} // namespace osg

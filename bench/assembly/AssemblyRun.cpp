@@ -3,7 +3,7 @@
 #include "host/znJobProcessing/znJobQueue.h"
 #include "importer/SceneText.h"
 #include "loader/znPtxLoaderJob.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -95,7 +95,7 @@ QString convert(const QString& file)
 AssemblyRun runAssembly(const QString& file, int processes)
 {
     AssemblyRun run;
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT));
     session.settings().set(QStringLiteral("processes.most"), QString::number(processes));
     run.startMebibytes = residentMebibytes();

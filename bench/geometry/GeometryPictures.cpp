@@ -8,7 +8,7 @@
 #include "host/znOpenSGUtils/znNodeUtils.h"
 #include "host/znTessellation/znRetessellation.h"
 #include "render/Snapshot.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -46,9 +46,9 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     if (argc != 3)
         return 2;
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     const QDir folder(QString::fromLocal8Bit(argv[2]));
-    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(argv[1])).value());
+    const osg::RefPtr<osg::NodePtr> root(osg::scenefile::readSceneFile(QString::fromLocal8Bit(argv[1])).value());
     draw(root, folder.filePath(QStringLiteral("converted.png")), 18);
     for (const geometry::TessellationPreset& preset : geometry::tessellationPresets) {
         meshAnew(root, preset);

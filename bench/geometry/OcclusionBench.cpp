@@ -7,7 +7,7 @@
 #include "geometry/OcclusionRays.h"
 #include "geometry/rays/RayScene.h"
 #include "scene/GeometryWalk.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QCoreApplication>
 
@@ -149,7 +149,7 @@ double median(std::vector<double> values)
 
 void measure(const char* file)
 {
-    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(file)).value());
+    const osg::RefPtr<osg::NodePtr> root(osg::scenefile::readSceneFile(QString::fromLocal8Bit(file)).value());
     if (!root) {
         std::printf("%s cannot be read\n", file);
         return;
@@ -185,7 +185,7 @@ void measure(const char* file)
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     for (int i = 1; i < argc; ++i)
         measure(argv[i]);
     return 0;

@@ -7,7 +7,7 @@
 #include "ptx/occt/meshing/Meshing.h"
 #include "scene/BrepPack.h"
 #include "scene/GeometryWalk.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <BinTools.hxx>
 #include <TopoDS_Shape.hxx>
@@ -35,7 +35,7 @@ double secondsSince(std::chrono::steady_clock::time_point start)
 std::vector<TopoDS_Shape> shapesBelow(const osg::NodePtr& root)
 {
     std::vector<TopoDS_Shape> shapes;
-    for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
+    for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root)) {
         const auto breps = osg::unpackBreps(osg::GeometryAccess::mesh(*geometry).brep);
         for (const osg::Buffer<std::byte>& brep : breps.value()) {
             std::istringstream stream(std::string(reinterpret_cast<const char*>(brep.data()), brep.size()));
@@ -71,7 +71,7 @@ double retessellation(const osg::NodePtr& root)
 std::size_t trianglesBelow(const osg::NodePtr& root)
 {
     std::size_t count = 0;
-    for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root))
+    for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root))
         count += osg::GeometryAccess::mesh(*geometry).triangles.size() / 3;
     return count;
 }
@@ -82,9 +82,9 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-void measure(znStandaloneSession& session, const char* file)
+void measure(zn::StandaloneSession& session, const char* file)
 {
-    const osg::RefPtr<osg::NodePtr> root(osg::readSceneFile(QString::fromLocal8Bit(file)).value());
+    const osg::RefPtr<osg::NodePtr> root(osg::scenefile::readSceneFile(QString::fromLocal8Bit(file)).value());
     if (!root) {
         std::printf("%s cannot be read\n", file);
         return;
@@ -105,7 +105,7 @@ void measure(znStandaloneSession& session, const char* file)
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     for (int i = 1; i < argc; ++i)
         measure(session, argv[i]);
     return 0;

@@ -3,7 +3,7 @@
 #include "bench/optimize/GeneratedTree.h"
 #include "importer/Importer.h"
 #include "optimization/znPtxTreeOptimizationJob.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QEventLoop>
 
@@ -45,7 +45,7 @@ private:
 
 StepSeconds optimizeGenerated(unsigned nodes, const RunSettings& settings)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     for (const auto& [name, value] : settings)
         if (session.settings().set(QString::fromLatin1(name), QString::fromLatin1(value)))
             return {};
@@ -58,7 +58,7 @@ StepSeconds optimizeGenerated(unsigned nodes, const RunSettings& settings)
 
 StepSeconds optimizeImported(const QString& file, std::size_t& nodes)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     if (session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)))
         return {};
     zn::Importer importer(session);

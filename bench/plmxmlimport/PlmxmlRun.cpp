@@ -4,7 +4,7 @@
 #include "host/znJobProcessing/znOsbLoaderJob.h"
 #include "importer/SceneText.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -77,7 +77,7 @@ private:
 PlmxmlRun runDocument(const QString& file, int processes)
 {
     PlmxmlRun run;
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT));
     session.settings().set(QStringLiteral("processes.most"), QString::number(processes));
     znPLMXMLLoaderJob job(file.toStdString(), nullptr);

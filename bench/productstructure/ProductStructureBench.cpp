@@ -4,7 +4,7 @@
 #include "bench/support/ChildRun.h"
 #include "cad/visualization/PLMXMLProductStructure.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <benchmark/benchmark.h>
 
@@ -37,7 +37,7 @@ struct Run {
 
 Run measure(const std::string& file)
 {
-    const znStandaloneSession session;
+    const zn::StandaloneSession session;
     PLMXMLProductStructure structure;
     structure.setLoadFiles(false);
     Run run;

@@ -74,7 +74,7 @@ NodeRef millionNodes()
 class SceneOnDisk
 {
 public:
-    void write(const NodeRef& root) { m_good = bool(osg::writeSceneFile(root, path())); }
+    void write(const NodeRef& root) { m_good = bool(osg::scenefile::writeSceneFile(root, path())); }
     QString path() const { return m_folder.filePath(QStringLiteral("scene.osb")); }
     std::size_t size() const { return static_cast<std::size_t>(QFileInfo(path()).size()); }
 
@@ -96,7 +96,7 @@ public:
     double openSeconds() const
     {
         files::Result<osg::NodePtr> result = osg::NodePtr();
-        const double seconds = secondsOf([&] { result = osg::readSceneFile(path()); });
+        const double seconds = secondsOf([&] { result = osg::scenefile::readSceneFile(path()); });
         if (!result || !m_good)
             std::abort();
         const NodeRef root(result.value());

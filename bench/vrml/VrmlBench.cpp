@@ -89,7 +89,7 @@ void readSheet(benchmark::State& state, Normals normals)
         },
         [&] {
             osg::RefPtr<osg::NodePtr> root;
-            const double seconds = secondsOf([&] { root = zn::builtInReaders().read(path).value(); });
+            const double seconds = secondsOf([&] { root = zn::startup::builtInReaders().read(path).value(); });
             if (!root.get())
                 std::abort();
             best = std::min(best, seconds);

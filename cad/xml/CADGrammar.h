@@ -24,7 +24,7 @@ enum class CADValue {
 /// One attribute of an element.
 struct CADAttributeRule {
     std::string_view name; ///< to the letter
-    CADValue value;
+    CADValue value;        ///< what its text is
 };
 
 /// One element, under one of the names that it may have. All have the attributes `id` and `name`.

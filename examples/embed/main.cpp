@@ -3,7 +3,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znJobProcessing/znJobQueue.h"
 #include "loader/znPtxLoaderJob.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -23,7 +23,7 @@ static void printTree(const osg::NodePtr& root)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     const QString file = QFileInfo(QCoreApplication::arguments().value(1)).absoluteFilePath();
 
     znJobQueue queue;

@@ -4,7 +4,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znVariants/znVariants.h"
 #include "importer/Importer.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znVariants/VariantSets.h"
 
 #include <QCoreApplication>
@@ -44,7 +44,7 @@ static int countActive(const osg::NodePtr& root)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     zn::Importer importer(session);
     int exitCode = 0;
     QObject::connect(&importer, &zn::Importer::finished, [&](const zn::ImportResult& result) {

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <limits>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -191,4 +191,4 @@ void GlbArrays::write(files::OutputFile& output) const
     }
 }
 
-} // namespace glb
+} // namespace files::glb

@@ -9,7 +9,7 @@
 #include <optional>
 #include <tuple>
 
-namespace glb
+namespace files::glb
 {
 
 /// The arrays of a file: the accessors and buffer views that tell where they will stand, and the stream of their bytes.
@@ -56,4 +56,4 @@ private:
     std::uint64_t m_size = 0;
 };
 
-} // namespace glb
+} // namespace files::glb

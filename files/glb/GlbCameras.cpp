@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -60,4 +60,4 @@ std::size_t GlbCameras::add(const osg::UberCameraPtr& camera)
     return m_list.add(json);
 }
 
-} // namespace glb
+} // namespace files::glb

@@ -3,7 +3,7 @@
 #include "files/glb/GlbJson.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
 
-namespace glb
+namespace files::glb
 {
 
 /// The cameras of a file. Lengths are in its unit; optics that no camera can have become those of a new camera.
@@ -20,4 +20,4 @@ private:
     JsonList m_list;
 };
 
-} // namespace glb
+} // namespace files::glb

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace glb
+namespace files::glb
 {
 
 /// JSON whose numbers are floats, written with as many digits as tell them apart.
@@ -28,7 +28,7 @@ public:
     {
         if (m_size > 0)
             m_text += ',';
-        m_text += glb::textOf(entry);
+        m_text += files::glb::textOf(entry);
         return m_size++;
     }
     std::size_t size() const { return m_size; }
@@ -39,4 +39,4 @@ private:
     std::size_t m_size = 0;
 };
 
-} // namespace glb
+} // namespace files::glb

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -80,4 +80,4 @@ std::size_t GlbMaterials::number(const osg::MaterialPtr& material)
     return m_numbers[shown] = m_list.add(materialOf(shown));
 }
 
-} // namespace glb
+} // namespace files::glb

@@ -5,7 +5,7 @@
 
 #include <map>
 
-namespace glb
+namespace files::glb
 {
 
 /// The materials of a file, each written once.
@@ -25,4 +25,4 @@ private:
     JsonList m_list;
 };
 
-} // namespace glb
+} // namespace files::glb

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -159,4 +159,4 @@ osg::Buffer<std::uint32_t> GlbMeshes::drawable(const osg::Buffer<std::uint32_t>&
     return placed;
 }
 
-} // namespace glb
+} // namespace files::glb

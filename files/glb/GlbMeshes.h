@@ -10,7 +10,7 @@
 
 #include <utility>
 
-namespace glb
+namespace files::glb
 {
 
 /// The meshes of a file: one for each geometry core and the material that it is seen with.
@@ -48,4 +48,4 @@ private:
     QStringList m_warnings;
 };
 
-} // namespace glb
+} // namespace files::glb

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <utility>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -151,4 +151,4 @@ void GlbNodes::addChildren(const Step& step, Json& json)
     }
 }
 
-} // namespace glb
+} // namespace files::glb

@@ -7,7 +7,7 @@
 
 #include <deque>
 
-namespace glb
+namespace files::glb
 {
 
 /// The nodes of a file, level by level; the first is the root.
@@ -52,4 +52,4 @@ private:
     QStringList m_warnings;
 };
 
-} // namespace glb
+} // namespace files::glb

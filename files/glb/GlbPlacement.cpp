@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -79,4 +79,4 @@ std::optional<GlbPlacement> placementOf(const osg::Matrix& given)
     return result;
 }
 
-} // namespace glb
+} // namespace files::glb

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace glb
+namespace files::glb
 {
 
 /// How glTF tells a transform: the members of a node, empty for the identity, and where the transform shears, the
@@ -19,4 +19,4 @@ struct GlbPlacement {
 /// None when `matrix` has numbers that are not finite. Its last row counts as 0 0 0 1.
 std::optional<GlbPlacement> placementOf(const osg::Matrix& given);
 
-} // namespace glb
+} // namespace files::glb

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -119,4 +119,4 @@ Json GlbVariants::extension() const
     return {{"variants", names}};
 }
 
-} // namespace glb
+} // namespace files::glb

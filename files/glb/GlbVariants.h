@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace glb
+namespace files::glb
 {
 
 /// The variants that the root of a tree carries as `osg::VariantAttachment`, the way a file tells them: one variant of
@@ -44,4 +44,4 @@ private:
     std::unordered_map<const osg::Node*, Json> m_visibility;
 };
 
-} // namespace glb
+} // namespace files::glb

@@ -10,7 +10,7 @@
 #include <limits>
 #include <new>
 
-namespace glb
+namespace files::glb
 {
 
 namespace
@@ -177,4 +177,4 @@ files::Result<Written> write(const osg::NodePtr& root, const QString& path, cons
     return result;
 }
 
-} // namespace glb
+} // namespace files::glb

@@ -23,7 +23,7 @@
 /// `KHR_node_visibility`. A reference whose content is not loaded becomes an empty
 /// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
 /// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
-namespace glb
+namespace files::glb
 {
 
 /// The axis of a file that points up.
@@ -54,4 +54,4 @@ struct Written {
 /// what is not in the file as it is in the tree.
 files::Result<Written> write(const osg::NodePtr& root, const QString& path, const WriteOptions& options = {});
 
-} // namespace glb
+} // namespace files::glb

@@ -8,7 +8,7 @@
 #include <array>
 #include <bit>
 
-namespace formats
+namespace files::gltf
 {
 
 /// `data` is null for elements that are all 0.
@@ -289,4 +289,4 @@ osg::Buffer<std::uint32_t> GltfAccessors::indices(int accessor)
     });
 }
 
-} // namespace formats
+} // namespace files::gltf

@@ -5,7 +5,7 @@
 
 #include <map>
 
-namespace formats
+namespace files::gltf
 {
 
 /// The numbers that accessors stand for. Each is read once; arrays that lie in the file as they are needed are used
@@ -54,4 +54,4 @@ private:
     std::map<int, osg::Buffer<std::uint32_t>> m_indices;
 };
 
-} // namespace formats
+} // namespace files::gltf

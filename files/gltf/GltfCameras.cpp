@@ -6,7 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -89,4 +89,4 @@ osg::UberCameraPtr makeCamera(const GltfCamera& camera)
     return core;
 }
 
-} // namespace formats
+} // namespace files::gltf

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace formats
+namespace files::gltf
 {
 
 /// A lens of a document; lengths in metres, as the document has them.
@@ -29,4 +29,4 @@ std::vector<std::optional<GltfCamera>> readCameras(const nlohmann::json& documen
 /// A camera core with this lens, in millimetres.
 osg::UberCameraPtr makeCamera(const GltfCamera& camera);
 
-} // namespace formats
+} // namespace files::gltf

@@ -13,7 +13,7 @@
 #include <limits>
 #include <map>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -222,4 +222,4 @@ GltfDocument openGltf(ReadTask& task)
     return document;
 }
 
-} // namespace formats
+} // namespace files::gltf

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-namespace formats
+namespace files::gltf
 {
 
 /// The bytes of one glTF buffer, within a file that was read or decoded from the text.
@@ -29,4 +29,4 @@ struct GltfDocument {
 /// the JSON text or a buffer is damaged, or when the document requires an extension that this reader does not have.
 GltfDocument openGltf(ReadTask& task);
 
-} // namespace formats
+} // namespace files::gltf

@@ -2,7 +2,7 @@
 
 #include <QtEndian>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -87,4 +87,4 @@ GltfFrame splitGltf(const FileBytes& file, const ReadTask& task)
     return frame;
 }
 
-} // namespace formats
+} // namespace files::gltf

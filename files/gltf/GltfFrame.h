@@ -2,7 +2,7 @@
 
 #include "files/FileBytes.h"
 
-namespace formats
+namespace files::gltf
 {
 
 /// The two parts of a glTF file: its JSON text and the bytes that a binary file brings along.
@@ -14,4 +14,4 @@ struct GltfFrame {
 /// Tells the parts of `file`, which they lie in. Fails through `task` when the frame of a binary file is damaged.
 GltfFrame splitGltf(const FileBytes& file, const ReadTask& task);
 
-} // namespace formats
+} // namespace files::gltf

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <new>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -82,4 +82,4 @@ files::Expected<std::vector<MaterialAsset>> readMaterialAssets(const QString& pa
     }
 }
 
-} // namespace formats
+} // namespace files::gltf

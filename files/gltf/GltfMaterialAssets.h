@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace formats
+namespace files::gltf
 {
 
 /// A material of a glTF file that is an asset of a library. Texts are UTF-8.
@@ -20,4 +20,4 @@ struct MaterialAsset {
 /// Reads the material assets of the glTF file at `path`: those with a uuid, in the order of the file. Throws nothing.
 files::Expected<std::vector<MaterialAsset>> readMaterialAssets(const QString& path, const ReadOptions& options = {});
 
-} // namespace formats
+} // namespace files::gltf

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -114,4 +114,4 @@ MaterialLook lookOfMaterial(const tinygltf::Material& material)
     return look;
 }
 
-} // namespace formats
+} // namespace files::gltf

@@ -4,7 +4,7 @@
 
 #include <tiny_gltf.h>
 
-namespace formats
+namespace files::gltf
 {
 
 /// The look of a glTF material; linear colours become display colours. The base colour is the diffuse colour, whatever
@@ -14,4 +14,4 @@ namespace formats
 /// that it counts; below the cut-off of the mode MASK everything is transparent.
 MaterialLook lookOfMaterial(const tinygltf::Material& material);
 
-} // namespace formats
+} // namespace files::gltf

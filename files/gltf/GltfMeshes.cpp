@@ -7,7 +7,7 @@
 #include <limits>
 #include <numeric>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -127,4 +127,4 @@ osg::MaterialPtr GltfMeshes::material(int index, const QString& place)
     return entry->second.get();
 }
 
-} // namespace formats
+} // namespace files::gltf

@@ -7,7 +7,7 @@
 #include <tuple>
 #include <vector>
 
-namespace formats
+namespace files::gltf
 {
 
 /// Makes geometries of the meshes of a document, each once however many nodes use it.
@@ -40,4 +40,4 @@ private:
     std::map<ElementKey, osg::Buffer<std::uint32_t>> m_elements;
 };
 
-} // namespace formats
+} // namespace files::gltf

@@ -2,7 +2,7 @@
 
 #include <tiny_gltf.h>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -80,4 +80,4 @@ Indices gltfElements(int mode, const Indices& indices)
     }
 }
 
-} // namespace formats
+} // namespace files::gltf

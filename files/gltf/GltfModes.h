@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace formats
+namespace files::gltf
 {
 
 /// The corners of an element of a primitive's mode: 1 for points, 2 for the modes of lines, 3 for those of triangles, 0
@@ -15,4 +15,4 @@ std::size_t gltfCorners(int mode);
 /// at the end that make no whole element are left out.
 osg::Buffer<std::uint32_t> gltfElements(int mode, const osg::Buffer<std::uint32_t>& indices);
 
-} // namespace formats
+} // namespace files::gltf

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace formats
+namespace files::gltf
 {
 
 namespace
@@ -212,4 +212,4 @@ osg::NodePtr readGltf(ReadTask& task)
     return GltfTree(document, task).build();
 }
 
-} // namespace formats
+} // namespace files::gltf

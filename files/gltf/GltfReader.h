@@ -2,7 +2,7 @@
 
 #include "files/ReadTask.h"
 
-namespace formats
+namespace files::gltf
 {
 
 /// glTF 2.0, as text with its files or as one binary file.
@@ -16,4 +16,4 @@ namespace formats
 /// materials, and extensions. What a file requires of these is an error.
 osg::NodePtr readGltf(ReadTask& task);
 
-} // namespace formats
+} // namespace files::gltf

@@ -5,7 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
-namespace formats
+namespace files::obj
 {
 
 namespace
@@ -107,4 +107,4 @@ osg::Mesh weldedMesh(osg::MeshArrays arrays)
     return osg::meshOf(std::move(arrays));
 }
 
-} // namespace formats
+} // namespace files::obj

@@ -2,11 +2,11 @@
 
 #include "scene/MeshArrays.h"
 
-namespace formats
+namespace files::obj
 {
 
 /// The mesh of `arrays` with vertices that are equal in all they carry, bit by bit, made one. Vertices keep the order
 /// of their first appearance.
 osg::Mesh weldedMesh(osg::MeshArrays arrays);
 
-} // namespace formats
+} // namespace files::obj

@@ -9,7 +9,7 @@
 #include <array>
 #include <optional>
 
-namespace formats
+namespace files::obj
 {
 
 namespace
@@ -198,4 +198,4 @@ MtlText checkMtl(const std::vector<ObjLibrary>& libraries, ReadTask& task)
     return checker.take();
 }
 
-} // namespace formats
+} // namespace files::obj

@@ -4,7 +4,7 @@
 
 #include <map>
 
-namespace formats
+namespace files::obj
 {
 
 /// The material libraries of an OBJ file, checked and rewritten as one: the material with the number n has the name
@@ -17,4 +17,4 @@ struct MtlText {
 /// Looks for the libraries beside the OBJ file. What cannot be read or understood in them is a warning.
 MtlText checkMtl(const std::vector<ObjLibrary>& libraries, ReadTask& task);
 
-} // namespace formats
+} // namespace files::obj

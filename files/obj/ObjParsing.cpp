@@ -11,7 +11,7 @@
 #include <charconv>
 #include <optional>
 
-namespace formats
+namespace files::obj
 {
 
 namespace
@@ -157,4 +157,4 @@ ParsedObj parseObj(ObjText obj, const MtlText& mtl, const ReadTask& task)
     return {meshesOf(*scene, sections), materialsOf(*scene, mtl.numbers.size())};
 }
 
-} // namespace formats
+} // namespace files::obj

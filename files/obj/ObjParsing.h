@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace formats
+namespace files::obj
 {
 
 /// What the parser makes of checked texts.
@@ -19,4 +19,4 @@ struct ParsedObj {
 /// `task` with what assimp says.
 ParsedObj parseObj(ObjText obj, const MtlText& mtl, const ReadTask& task);
 
-} // namespace formats
+} // namespace files::obj

@@ -7,7 +7,7 @@
 #include <map>
 #include <utility>
 
-namespace formats
+namespace files::obj
 {
 
 namespace
@@ -148,4 +148,4 @@ osg::NodePtr readObj(ReadTask& task)
     return tree.take();
 }
 
-} // namespace formats
+} // namespace files::obj

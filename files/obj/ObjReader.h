@@ -2,7 +2,7 @@
 
 #include "files/ReadTask.h"
 
-namespace formats
+namespace files::obj
 {
 
 /// Wavefront OBJ with its material libraries.
@@ -13,4 +13,4 @@ namespace formats
 /// and surfaces are left out; a missing library or material is a warning.
 osg::NodePtr readObj(ReadTask& task);
 
-} // namespace formats
+} // namespace files::obj

@@ -9,7 +9,7 @@
 #include <map>
 #include <tuple>
 
-namespace formats
+namespace files::obj
 {
 
 namespace
@@ -356,4 +356,4 @@ ObjText checkObj(std::string_view text, ReadTask& task)
     return ObjChecker(text, task).run();
 }
 
-} // namespace formats
+} // namespace files::obj

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace formats
+namespace files::obj
 {
 
 /// The faces, lines and points of one object, group and material that carry the same data. Names are UTF-8, empty where
@@ -36,4 +36,4 @@ struct ObjText {
 /// Fails through `task` with the line where `text` is damaged or beyond the limits, or when there is nothing in it.
 ObjText checkObj(std::string_view text, ReadTask& task);
 
-} // namespace formats
+} // namespace files::obj

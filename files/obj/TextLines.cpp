@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace formats
+namespace files::obj
 {
 
 namespace
@@ -111,4 +111,4 @@ QString textOf(std::string_view bytes)
     return isUtf8 ? text : QString::fromLatin1(bytes.data(), length);
 }
 
-} // namespace formats
+} // namespace files::obj

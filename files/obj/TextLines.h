@@ -7,7 +7,7 @@
 
 #include <QString>
 
-namespace formats
+namespace files::obj
 {
 
 /// Walks over the statements of a text of the OBJ family: one a line, words between blanks, '#' begins a comment, a '\'
@@ -52,4 +52,4 @@ void appendNumber(std::string& text, float number);
 /// Text of a file as UTF-8: what is no UTF-8 is taken for Latin-1.
 QString textOf(std::string_view bytes);
 
-} // namespace formats
+} // namespace files::obj

@@ -4,7 +4,7 @@
 #include <limits>
 #include <map>
 
-namespace formats
+namespace files::ply
 {
 
 namespace
@@ -187,4 +187,4 @@ PlyHeader readPlyHeader(std::string_view file, const ReadTask& task)
     return HeaderReader(file, task).read();
 }
 
-} // namespace formats
+} // namespace files::ply

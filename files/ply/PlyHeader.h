@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace formats
+namespace files::ply
 {
 
 enum class PlyType { Int8, Uint8, Int16, Uint16, Int32, Uint32, Float, Double };
@@ -41,4 +41,4 @@ struct PlyHeader {
 /// Fails through `task` with the line when `file` does not begin with a sound header.
 PlyHeader readPlyHeader(std::string_view file, const ReadTask& task);
 
-} // namespace formats
+} // namespace files::ply

@@ -13,7 +13,7 @@
 #include <map>
 #include <numeric>
 
-namespace formats
+namespace files::ply
 {
 
 namespace
@@ -327,4 +327,4 @@ osg::NodePtr readPly(ReadTask& task)
     return tree.take();
 }
 
-} // namespace formats
+} // namespace files::ply

@@ -2,7 +2,7 @@
 
 #include "files/ReadTask.h"
 
-namespace formats
+namespace files::ply
 {
 
 /// PLY, as text and in both binary byte orders: one geometry below the root.
@@ -12,4 +12,4 @@ namespace formats
 /// elements of other names.
 osg::NodePtr readPly(ReadTask& task);
 
-} // namespace formats
+} // namespace files::ply

@@ -5,7 +5,7 @@
 #include <bit>
 #include <charconv>
 
-namespace formats
+namespace files::ply
 {
 
 namespace
@@ -127,4 +127,4 @@ std::uint64_t PlyValues::takeLength(const PlyProperty& list)
     return static_cast<std::uint64_t>(length);
 }
 
-} // namespace formats
+} // namespace files::ply

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace formats
+namespace files::ply
 {
 
 /// The values after the header, taken one by one in the order of the file. A row holds the values of one element: in a
@@ -36,4 +36,4 @@ private:
     const ReadTask& m_task;
 };
 
-} // namespace formats
+} // namespace files::ply

@@ -10,7 +10,7 @@
 ///
 /// The root of a converted tree bears `ConvertedTag`. Facts of the CAD file are tags of the form "key=value": those of
 /// the file on the root, those of products and occurrences on their nodes. A key occurs as often as the file gives it.
-namespace osg::converted
+namespace osg::scenefile::converted
 {
 
 /// On the root of a tree that the converter made, and on nothing else.
@@ -66,4 +66,4 @@ inline std::string tag(const std::string& key, const std::string& value)
     return key + "=" + value;
 }
 
-} // namespace osg::converted
+} // namespace osg::scenefile::converted

@@ -5,10 +5,7 @@
 
 #include <new>
 
-namespace osg
-{
-
-namespace scenefile
+namespace osg::scenefile
 {
 
 namespace
@@ -28,11 +25,9 @@ files::Result<NodePtr> readPath(const QString& path, const SceneFileReadOptions&
 
 } // namespace
 
-} // namespace scenefile
-
 files::Result<NodePtr> readSceneFile(const QString& path, const SceneFileReadOptions& options)
 {
-    files::Result<NodePtr> result = scenefile::readPath(path, options);
+    files::Result<NodePtr> result = readPath(path, options);
     if (!result)
         result.error().file = path;
     for (files::Note& warning : result.warnings)
@@ -40,4 +35,4 @@ files::Result<NodePtr> readSceneFile(const QString& path, const SceneFileReadOpt
     return result;
 }
 
-} // namespace osg
+} // namespace osg::scenefile

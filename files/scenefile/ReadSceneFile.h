@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace osg
+namespace osg::scenefile
 {
 
 /// What a file may cost before it is refused. Every count is held against the size of the file first.
@@ -35,4 +35,4 @@ struct SceneFileReadOptions {
 ///     whose place is a byte. The warnings name classes whose objects were taken as another or left out.
 files::Result<NodePtr> readSceneFile(const QString& path, const SceneFileReadOptions& options = {});
 
-} // namespace osg
+} // namespace osg::scenefile

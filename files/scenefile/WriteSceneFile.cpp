@@ -8,10 +8,7 @@
 
 #include <new>
 
-namespace osg
-{
-
-namespace scenefile
+namespace osg::scenefile
 {
 
 namespace
@@ -121,12 +118,10 @@ files::Result<std::uint64_t> writeOrError(const NodePtr& root, const QString& pa
 
 } // namespace
 
-} // namespace scenefile
-
 files::Result<std::uint64_t> writeSceneFile(const NodePtr& root, const QString& path,
                                             const SceneFileWriteOptions& options)
 {
-    files::Result<std::uint64_t> result = scenefile::writeOrError(root, path, options);
+    files::Result<std::uint64_t> result = writeOrError(root, path, options);
     if (!result)
         result.error().file = path;
     for (files::Note& warning : result.warnings)
@@ -134,4 +129,4 @@ files::Result<std::uint64_t> writeSceneFile(const NodePtr& root, const QString& 
     return result;
 }
 
-} // namespace osg
+} // namespace osg::scenefile

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace osg
+namespace osg::scenefile
 {
 
 /// What a written file may take.
@@ -29,4 +29,4 @@ struct SceneFileWriteOptions {
 files::Result<std::uint64_t> writeSceneFile(const NodePtr& root, const QString& path,
                                             const SceneFileWriteOptions& options = {});
 
-} // namespace osg
+} // namespace osg::scenefile

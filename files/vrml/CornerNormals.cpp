@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -92,4 +92,4 @@ std::vector<osg::Vec3f> cornerNormals(std::span<const osg::Vec3f> points, std::s
     return normals;
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

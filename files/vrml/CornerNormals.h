@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// One polygon: `count` entries of a list of corners from `first` on. `entry` is where it begins in the file's list,
@@ -36,4 +36,4 @@ struct CornersOfPoints {
 std::vector<osg::Vec3f> cornerNormals(std::span<const osg::Vec3f> points, std::span<const std::uint32_t> pointOfCorner,
                                       std::span<const Face> faces, const CornersOfPoints& corners, float creaseAngle);
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -273,4 +273,4 @@ osg::Mesh makeMesh(FaceSet set, const Source& source)
     return MeshMaker(set, source).run();
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// What the corners or the faces of a set carry.
@@ -34,4 +34,4 @@ struct FaceSet {
 /// values is left out as a whole: `source` gets a warning. Vertices count against the limits of its task.
 osg::Mesh makeMesh(FaceSet set, const Source& source);
 
-} // namespace formats::vrml
+} // namespace files::vrml

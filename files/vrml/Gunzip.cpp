@@ -6,7 +6,7 @@
 
 #include <zlib.h>
 
-namespace formats
+namespace files::vrml
 {
 
 namespace
@@ -82,4 +82,4 @@ FileBytes gunzip(ReadTask& task, const QString& path, std::string_view packed)
     return {std::shared_ptr<const std::byte[]>(text, start), text->size()};
 }
 
-} // namespace formats
+} // namespace files::vrml

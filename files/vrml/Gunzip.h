@@ -2,7 +2,7 @@
 
 #include "files/FileBytes.h"
 
-namespace formats
+namespace files::vrml
 {
 
 /// True when `bytes` begin as a gzip file does.
@@ -12,4 +12,4 @@ bool isGzip(std::string_view bytes);
 /// counts as read. Fails through `task`, naming `path`.
 FileBytes gunzip(ReadTask& task, const QString& path, std::string_view packed);
 
-} // namespace formats
+} // namespace files::vrml

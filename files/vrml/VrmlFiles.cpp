@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -68,4 +68,4 @@ const File* Files::openInline(const Node& inlined, const File& from)
     }
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// A file with the nodes at its top.
@@ -36,4 +36,4 @@ private:
     std::map<QString, std::unique_ptr<File>> m_files; ///< null for one that cannot be read
 };
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <numeric>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -199,4 +199,4 @@ osg::Mesh meshOf(const Node& geometry, const Source& source)
     }
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

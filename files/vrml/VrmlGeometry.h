@@ -4,7 +4,7 @@
 #include "files/vrml/VrmlSource.h"
 #include "scene/Mesh.h"
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// The mesh of a node that is a geometry; an empty one for other nodes and where nothing could be made, with a warning.
@@ -14,4 +14,4 @@ osg::Mesh meshOf(const Node& geometry, const Source& source);
 std::vector<osg::Vec3f> vectorsOf(std::span<const float> numbers);
 osg::Vec3f vectorOf(std::span<const float> numbers, const osg::Vec3f& otherwise);
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -253,4 +253,4 @@ void Lexer::skipValue()
         takeWord();
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

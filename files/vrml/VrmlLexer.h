@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// Takes words, brackets, numbers and strings out of a text, one after the other. Blanks, commas and comments separate
@@ -55,4 +55,4 @@ private:
     const char* m_end;
 };
 
-} // namespace formats::vrml
+} // namespace files::vrml

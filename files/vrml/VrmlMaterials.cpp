@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -66,4 +66,4 @@ osg::MaterialPtr Materials::get(const Node* appearance, Painted painted)
     return entry->second.get();
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

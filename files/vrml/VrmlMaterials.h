@@ -6,7 +6,7 @@
 #include <map>
 #include <tuple>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// What the look of a shape depends on beside its appearance.
@@ -28,4 +28,4 @@ private:
     std::map<std::tuple<const Node*, const Node*, Painted>, osg::RefPtr<osg::SimpleMaterialPtr>> m_made;
 };
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -133,4 +133,4 @@ const NodeType* builtInType(std::string_view name)
     return type == types.end() ? nullptr : &type->second;
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

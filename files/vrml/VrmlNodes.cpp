@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -135,4 +135,4 @@ Node* NodeStore::create(const NodeType& type, std::size_t offset, std::uint64_t 
     return &node;
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

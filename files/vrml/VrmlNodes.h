@@ -12,7 +12,7 @@
 #include <variant>
 #include <vector>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 enum class FieldType { Bool, Int, Ints, Floats, String, Strings, Node, Nodes };
@@ -145,4 +145,4 @@ private:
     std::deque<Prototype> m_prototypes;
 };
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -7,7 +7,7 @@
 
 #include <utility>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -287,4 +287,4 @@ Nodes parse(const Source& source, NodeStore& store)
     return Parser(source, store).file();
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -3,7 +3,7 @@
 #include "files/vrml/VrmlNodes.h"
 #include "files/vrml/VrmlSource.h"
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// How deep nodes may lie in each other, however they came there: by writing, by prototypes or by repeated use.
@@ -14,4 +14,4 @@ inline constexpr std::uint64_t maxNesting = 500;
 /// Nodes that are neither seen nor known are left out. The nodes live in `store`. Fails through the task of the source.
 Nodes parse(const Source& source, NodeStore& store);
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -138,4 +138,4 @@ osg::Mesh primitiveMesh(const Node& node, const Source& source)
     return mesh;
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

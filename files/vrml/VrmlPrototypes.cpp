@@ -4,7 +4,7 @@
 
 #include <unordered_map>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -102,4 +102,4 @@ Node* expandInstance(NodeStore& store, const Source& source, const Node& instanc
     return Expansion(store, source, 0).run(instance);
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

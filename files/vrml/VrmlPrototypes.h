@@ -3,7 +3,7 @@
 #include "files/vrml/VrmlNodes.h"
 #include "files/vrml/VrmlSource.h"
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// A new node in `store`; fails at the place in `source` when there are too many.
@@ -14,4 +14,4 @@ Node& createNode(NodeStore& store, const Source& source, const NodeType& type, s
 /// instance where the body asks for them. Null when there is none.
 Node* expandInstance(NodeStore& store, const Source& source, const Node& instance);
 
-} // namespace formats::vrml
+} // namespace files::vrml

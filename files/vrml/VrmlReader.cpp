@@ -2,7 +2,7 @@
 
 #include "files/vrml/VrmlTree.h"
 
-namespace formats
+namespace files::vrml
 {
 
 namespace
@@ -32,4 +32,4 @@ osg::NodePtr readVrml(ReadTask& task)
     return tree.take();
 }
 
-} // namespace formats
+} // namespace files::vrml

@@ -2,7 +2,7 @@
 
 #include "files/ReadTask.h"
 
-namespace formats
+namespace files::vrml
 {
 
 /// VRML97, plain or packed by gzip.
@@ -11,4 +11,4 @@ namespace formats
 /// shares its core. A file that a file takes in is read with it, once. Behaviour, lights, sound and texts are left out.
 osg::NodePtr readVrml(ReadTask& task);
 
-} // namespace formats
+} // namespace files::vrml

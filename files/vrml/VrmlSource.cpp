@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -84,4 +84,4 @@ QString quoted(std::string_view text)
     return QString::fromStdString(toUtf8(text.substr(0, longestQuote))) + (isLong ? QStringLiteral("...") : QString());
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

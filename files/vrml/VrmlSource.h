@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// The text of one file, and what is to be told about places in it. A place is the number of bytes before it.
@@ -39,4 +39,4 @@ std::string toUtf8(std::string_view text);
 /// `text` for a message, cut when it is long.
 QString quoted(std::string_view text);
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -206,4 +206,4 @@ Sweep extrusionSweep(const Node& node, const Source& source)
     return sweep;
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

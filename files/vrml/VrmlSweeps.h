@@ -4,7 +4,7 @@
 #include "files/vrml/VrmlSource.h"
 #include "scene/Mesh.h"
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// Polygons as a face set has them, each ended by -1.
@@ -19,4 +19,4 @@ Sweep gridSweep(const Node& node, const Source& source);
 /// The quadrangles and caps of an extrusion. Empty, with a warning, for less than two points of spine or section.
 Sweep extrusionSweep(const Node& node, const Source& source);
 
-} // namespace formats::vrml
+} // namespace files::vrml

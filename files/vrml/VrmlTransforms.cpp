@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 osg::Quaternion rotationOf(std::span<const float> numbers)
@@ -32,4 +32,4 @@ osg::Matrix matrixOf(const Node& transform)
     return moved * translationMatrix(center) * turned * scaled * translationMatrix({-center.x, -center.y, -center.z});
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

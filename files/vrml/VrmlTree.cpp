@@ -13,7 +13,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -165,4 +165,4 @@ osg::NodeCorePtr Tree::makeCamera(const Node& node) const
     return camera;
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

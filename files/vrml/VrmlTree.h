@@ -7,7 +7,7 @@
 #include <optional>
 #include <unordered_map>
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 /// Hangs the nodes of files into a tree. What is made of one node of a file has one core, however often it is used.
@@ -44,4 +44,4 @@ private:
     bool m_hasGeometry = false;
 };
 
-} // namespace formats::vrml
+} // namespace files::vrml

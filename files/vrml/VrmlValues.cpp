@@ -1,6 +1,6 @@
 #include "files/vrml/VrmlValues.h"
 
-namespace formats::vrml
+namespace files::vrml
 {
 
 namespace
@@ -77,4 +77,4 @@ Value takeValue(Lexer& lexer, const FieldSpec& spec)
     }
 }
 
-} // namespace formats::vrml
+} // namespace files::vrml

@@ -8,6 +8,11 @@
 #include <cstdio>
 #include <typeinfo>
 
+namespace zn
+{
+class StandaloneSession;
+}
+
 /// Finds the host's services by their type.
 class ZN_HOST_EXPORT znKernelServiceFactory
 {
@@ -21,7 +26,7 @@ public:
     T* get() const;
 
 private:
-    friend class znStandaloneSession;
+    friend class zn::StandaloneSession;
 
     QHash<std::size_t, znBaseService*> m_services;
 };

@@ -2,7 +2,7 @@
 
 #include "importer/cluster/ClusterProbe.h"
 #include "importer/cluster/NodeLosses.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 
 #include <QCoreApplication>
@@ -41,7 +41,7 @@ QByteArray answerOf(const QString& program, const QStringList& arguments)
 
 } // namespace
 
-ClusterImport::ClusterImport(znStandaloneSession& session, SharedFolder& folder, QObject* parent)
+ClusterImport::ClusterImport(zn::StandaloneSession& session, SharedFolder& folder, QObject* parent)
     : QObject(parent), m_session(session), m_folder(folder),
       m_stepName(QStringLiteral("znimport-%1").arg(QCoreApplication::applicationPid()))
 {
@@ -83,7 +83,7 @@ void ClusterImport::granted(const Allocation& allocation)
 {
     m_allocation = allocation;
     Q_EMIT progress(tr("looking from each node whether the folders are shared"));
-    const QString program = converterProgram(m_session.settings().converter.program);
+    const QString program = kernel::converterProgram(m_session.settings().converter.program);
     m_probe = std::make_unique<ClusterProbe>(
         ClusterProbe::Question{allocation, m_stepName, m_folder.path(), m_wish.inputs, program});
     connect(m_probe.get(), &ClusterProbe::failed, this, &ClusterImport::refuse);

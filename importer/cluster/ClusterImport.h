@@ -7,7 +7,10 @@
 
 #include <memory>
 
-class znStandaloneSession;
+namespace zn
+{
+class StandaloneSession;
+} // namespace zn
 
 namespace importer::cluster
 {
@@ -40,7 +43,7 @@ class ClusterImport : public QObject
 
 public:
     /// `folder` takes the converted files; it must outlive the session, whose scene stands on them.
-    ClusterImport(znStandaloneSession& session, importer::cluster::SharedFolder& folder, QObject* parent = nullptr);
+    ClusterImport(zn::StandaloneSession& session, importer::cluster::SharedFolder& folder, QObject* parent = nullptr);
     /// As `close`.
     ~ClusterImport() override;
 
@@ -70,7 +73,7 @@ private:
     void cancelSteps();
     void refuse(const QString& reason);
 
-    znStandaloneSession& m_session;
+    zn::StandaloneSession& m_session;
     importer::cluster::SharedFolder& m_folder;
     importer::cluster::SlurmAllocation m_allocationHolder;
     ClusterWish m_wish;

@@ -137,8 +137,8 @@ QString onNodes(const QString& command, const QStringList& nodes)
     for (int i = 1; i < words.size() && words[i].startsWith(QLatin1String("--"));)
         saysWhere(words[i]) ? words.removeAt(i) : void(++i);
     words.insert(1, QStringLiteral("--overlap"));
-    words.insert(2, QStringLiteral("--nodelist=") + zn::chosenWord(nodes, command));
-    return zn::joinCommand(words);
+    words.insert(2, QStringLiteral("--nodelist=") + zn::kernel::chosenWord(nodes, command));
+    return zn::kernel::joinCommand(words);
 }
 
 QStringList failedNodes(const QByteArray& sallocErrors)

@@ -29,11 +29,11 @@ public:
     {
     }
 
-    ExitCode run()
+    core::ExitCode run()
     {
         core::Outcome<InputFile> input = lookAtInput(m_line.input);
         if (!m_log.isOpen())
-            return fail({ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
+            return fail({core::ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
         core::processend::install(m_log, m_progress, m_output.unfinishedPath());
         tellStart();
         if (!input)
@@ -45,7 +45,7 @@ public:
             const core::Monitor monitor(m_progress, m_progressFile, limits, m_log);
             trouble = withinMemory(limits, input.value());
         }
-        return trouble ? fail(*trouble) : ExitCode::Success;
+        return trouble ? fail(*trouble) : core::ExitCode::Success;
     }
 
 private:
@@ -76,8 +76,9 @@ private:
             return model.failure();
         m_log.info("read: " + std::to_string(model.value().products.size()) + " products, " +
                    std::to_string(model.value().bodies.size()) + " with geometry");
-        model.value().tags.insert(model.value().tags.begin(),
-                                  osg::converted::tag(osg::converted::FormatKey, format.value()->name));
+        model.value().tags.insert(
+            model.value().tags.begin(),
+            osg::scenefile::converted::tag(osg::scenefile::converted::FormatKey, format.value()->name));
         return build(model.value());
     }
 
@@ -88,20 +89,20 @@ private:
 
     core::Trouble build(const model::Model& model)
     {
-        m_progress.begin(Stage::BuildOsgTree);
+        m_progress.begin(core::Stage::BuildOsgTree);
         core::Outcome<scene::Scene> scene =
             scene::buildScene(model, m_line.input, m_line.settings.number(core::Setting::NodeLimit));
         if (!scene)
             return scene.failure();
         if (scene.value().occurrences == 0 && model.references.empty())
-            return core::Failure{ExitCode::NothingToImport, "no part of the file became a mesh"};
+            return core::Failure{core::ExitCode::NothingToImport, "no part of the file became a mesh"};
         m_log.info("scene: " + std::to_string(scene.value().nodes) + " nodes, " +
                    std::to_string(scene.value().occurrences) + " occurrences of parts");
-        m_progress.begin(Stage::Write);
+        m_progress.begin(core::Stage::Write);
         if (core::Trouble trouble = m_output.write(scene.value().root))
             return trouble;
         tellEnd();
-        m_progress.begin(Stage::Finished);
+        m_progress.begin(core::Stage::Finished);
         return std::nullopt;
     }
 
@@ -122,7 +123,7 @@ private:
                    std::to_string(m_log.warnings()) + " warnings");
     }
 
-    ExitCode fail(const core::Failure& failure)
+    core::ExitCode fail(const core::Failure& failure)
     {
         m_log.error(failure.message);
         std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
@@ -140,7 +141,7 @@ private:
 
 } // namespace
 
-ExitCode convert(const core::CommandLine& line, readers::Formats formats)
+core::ExitCode convert(const core::CommandLine& line, readers::Formats formats)
 {
     return Conversion(line, formats).run();
 }

@@ -9,6 +9,6 @@ namespace ptx::conversion
 /// Runs the conversion that `line` asks for, by the readers of `formats`, which outlive it: input to scene file, with
 /// progress file and log beside it. A limit, a
 /// request to stop or a fatal signal ends the process from within.
-ExitCode convert(const core::CommandLine& line, readers::Formats formats);
+core::ExitCode convert(const core::CommandLine& line, readers::Formats formats);
 
 } // namespace ptx::conversion

@@ -13,7 +13,7 @@ constexpr std::size_t HeadSize = std::size_t{64} * 1024;
 
 core::Failure unreadable(const std::string& path, const std::string& why)
 {
-    return {ExitCode::InputUnreadable, "cannot read " + path + ": " + why};
+    return {core::ExitCode::InputUnreadable, "cannot read " + path + ": " + why};
 }
 
 } // namespace
@@ -37,7 +37,7 @@ core::Outcome<InputFile> lookAtInput(const std::string& path)
     result.head.resize(static_cast<std::size_t>(stream.gcount()));
     result.size = std::filesystem::file_size(path, error);
     if (result.head.empty())
-        return core::Failure{ExitCode::Damaged, "the file is empty"};
+        return core::Failure{core::ExitCode::Damaged, "the file is empty"};
     return result;
 }
 

@@ -21,7 +21,7 @@ namespace
 
 core::Failure cannotWrite(const std::string& path, const std::string& why)
 {
-    return {ExitCode::OutputFailed, "cannot write " + path + ": " + why};
+    return {core::ExitCode::OutputFailed, "cannot write " + path + ": " + why};
 }
 
 } // namespace
@@ -44,7 +44,7 @@ core::Trouble OutputFile::prepare() const
 
 core::Trouble OutputFile::write(const osg::NodePtr& root) const
 {
-    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, QString::fromStdString(m_path));
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(root, QString::fromStdString(m_path));
     if (!result)
         return cannotWrite(m_path, result.error().message.toStdString());
     core::processend::outputStands();

@@ -34,7 +34,7 @@ void MeshBuilder::addLine(std::uint32_t a, std::uint32_t b)
 
 void MeshBuilder::endFace()
 {
-    const auto now = static_cast<std::uint32_t>(occt::meshing::triangleCount());
+    const auto now = static_cast<std::uint32_t>(triangleCount());
     if (now > m_faceStart)
         m_arrays.faces.push_back({m_faceStart, now - m_faceStart});
     m_faceStart = now;

@@ -15,7 +15,7 @@ class MeshBuilder
 public:
     bool hasRoomFor(std::size_t vertices) const;
     bool isEmpty() const { return m_arrays.triangles.empty() && m_arrays.lines.empty() && m_arrays.points.empty(); }
-    std::size_t occt::meshing::triangleCount() const { return m_arrays.triangles.size() / 3; }
+    std::size_t triangleCount() const { return m_arrays.triangles.size() / 3; }
 
     /// The number of the vertex.
     std::uint32_t addVertex(const osg::Vec3f& position, const osg::Vec3f& normal);

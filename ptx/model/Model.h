@@ -33,7 +33,7 @@ struct Occurrence {
     osg::Matrix placement;
     int appearance = NoAppearance; ///< overrides whatever hangs below
     bool isVisible = true;
-    std::vector<std::string> tags; ///< as standalone/scenefile/ConvertedTree.h words them
+    std::vector<std::string> tags; ///< as files/scenefile/ConvertedTree.h words them
 };
 
 inline constexpr std::size_t NoBody = static_cast<std::size_t>(-1);

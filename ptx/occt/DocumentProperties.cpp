@@ -15,7 +15,7 @@
 namespace ptx::occt
 {
 
-using namespace osg::converted;
+using namespace osg::scenefile::converted;
 
 DocumentProperties::DocumentProperties(const Handle(TDocStd_Document) & document)
     : m_layers(XCAFDoc_DocumentTool::LayerTool(document->Main()))

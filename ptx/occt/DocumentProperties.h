@@ -18,7 +18,7 @@ class DocumentProperties
 public:
     explicit DocumentProperties(const Handle(TDocStd_Document) & document);
 
-    /// As tags, see standalone/scenefile/ConvertedTree.h.
+    /// As tags, see files/scenefile/ConvertedTree.h.
     std::vector<std::string> of(const TDF_Label& label) const;
     /// False when `label` is on a layer that is switched off.
     bool isVisible(const TDF_Label& label) const;

@@ -29,11 +29,11 @@ core::Trouble guarded(const char* doing, Work work)
     } catch (const Standard_OutOfMemory&) {
         throw std::bad_alloc();
     } catch (const Standard_Failure& failure) {
-        return core::Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failureText(failure)};
+        return core::Failure{core::ExitCode::Damaged, std::string(doing) + " failed: " + failureText(failure)};
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& failure) {
-        return core::Failure{ExitCode::Damaged, std::string(doing) + " failed: " + failure.what()};
+        return core::Failure{core::ExitCode::Damaged, std::string(doing) + " failed: " + failure.what()};
     }
 }
 

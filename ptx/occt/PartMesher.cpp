@@ -31,7 +31,7 @@ public:
 
     void stitch()
     {
-        m_job.progress.begin(Stage::Stitch);
+        m_job.progress.begin(core::Stage::Stitch);
         const auto start = std::chrono::steady_clock::now();
         const double limit = m_job.settings.number(core::Setting::StitchTime);
         forEachPart([&](std::size_t part, const WorkGroup& group) {
@@ -44,7 +44,7 @@ public:
 
     std::vector<model::Body> mesh()
     {
-        m_job.progress.begin(Stage::Tessellate);
+        m_job.progress.begin(core::Stage::Tessellate);
         forEachPart([this](std::size_t part, const WorkGroup& group) {
             occt::meshing::ShapeBody shape = std::move(m_shapes[part]);
             if (!m_isHealed)

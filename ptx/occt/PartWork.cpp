@@ -90,7 +90,7 @@ void stitchPart(occt::meshing::ShapeBody& part, const model::Job& job, double se
         orientByRay(part);
         if (occt::meshing::sew(part, occt::meshing::stitchTolerance(part.shape, job.settings), seconds) ==
             occt::meshing::SewingResult::OutOfTime)
-            return core::Failure{ExitCode::TimeLimit, "its faces stay loose, for stitch.time is over"};
+            return core::Failure{core::ExitCode::TimeLimit, "its faces stay loose, for stitch.time is over"};
         const std::size_t after = occt::meshing::freeEdgeCount(part.shape);
         if (after < before)
             job.log.info("part \"" + part.name + "\": stitched, free edges " + std::to_string(before) + " -> " +

@@ -59,7 +59,7 @@ core::Failure unsupported(const std::string& extension, const Format* content)
     const std::string hint = content ? "; its content is " + std::string(content->name) + ", so a name that ends in ." +
                                            content->extensions[0] + " would help"
                                      : std::string();
-    return {ExitCode::Unsupported, "this build has no reader for " + what + hint};
+    return {core::ExitCode::Unsupported, "this build has no reader for " + what + hint};
 }
 
 core::Failure belied(const std::string& extension, const Format& named, const Format* content)
@@ -67,7 +67,7 @@ core::Failure belied(const std::string& extension, const Format& named, const Fo
     const std::string holds =
         content ? "its content is " + std::string(content->name) + ": rename it to end in ." + content->extensions[0]
                 : std::string("its content is not");
-    return {ExitCode::Damaged,
+    return {core::ExitCode::Damaged,
             "the file is named as " + std::string(named.name) + " (." + extension + "), but " + holds};
 }
 

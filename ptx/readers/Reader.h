@@ -37,7 +37,7 @@ inline core::Trouble requireExternalParts(bool wanted, bool namesParts)
 {
     if (!wanted || namesParts)
         return std::nullopt;
-    return core::Failure{ExitCode::NoExternalParts, "the file names no part in another file"};
+    return core::Failure{core::ExitCode::NoExternalParts, "the file names no part in another file"};
 }
 
 /// The formats of a program, in the order in which they are probed.

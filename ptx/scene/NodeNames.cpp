@@ -30,7 +30,7 @@ std::string nodeName(const model::Occurrence& occurrence, const model::Product& 
 
 std::vector<std::string> nodeTags(const model::Occurrence& occurrence, const model::Product& product)
 {
-    using namespace osg::converted;
+    using namespace osg::scenefile::converted;
     std::vector<std::string> tags = occurrence.tags;
     tags.insert(tags.end(), product.tags.begin(), product.tags.end());
     const std::string name = nodeName(occurrence, product);

@@ -26,7 +26,7 @@ osg::NodePtr makeRootNode(const std::string& input, const model::Model& model)
     const osg::EditScope edit(core, osg::ExtReference::StateFieldMask);
     core->setState(Loaded);
     osg::setName(node, std::filesystem::path(input).filename().string());
-    std::vector<std::string> tags = {osg::converted::ConvertedTag};
+    std::vector<std::string> tags = {osg::scenefile::converted::ConvertedTag};
     tags.insert(tags.end(), model.tags.begin(), model.tags.end());
     osg::setTags(node, std::move(tags));
     return node;

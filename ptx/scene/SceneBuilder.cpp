@@ -73,10 +73,10 @@ private:
     core::Trouble checkSize(std::size_t depth) const
     {
         if (depth > m_model.products.size())
-            return core::Failure{ExitCode::Damaged, "an assembly of the file contains itself"};
+            return core::Failure{core::ExitCode::Damaged, "an assembly of the file contains itself"};
         if (m_mostNodes > 0 && static_cast<double>(m_scene.nodes) > m_mostNodes)
             return core::Failure{
-                ExitCode::MemoryLimit,
+                core::ExitCode::MemoryLimit,
                 "the instances of the file multiply to more nodes than limit.nodes allows; raise it, or set "
                 "limit.nodes=0"};
         return std::nullopt;

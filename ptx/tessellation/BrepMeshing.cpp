@@ -65,7 +65,7 @@ public:
     {
         const auto members = osg::unpackBreps(brep);
         if (!members)
-            return core::Failure{ExitCode::Damaged, "the exact surface is damaged"};
+            return core::Failure{core::ExitCode::Damaged, "the exact surface is damaged"};
         TopoDS_Compound all;
         BRep_Builder builder;
         builder.MakeCompound(all);
@@ -75,7 +75,7 @@ public:
             TopoDS_Shape shape;
             BinTools::Read(shape, stream);
             if (shape.IsNull() || stream.bad())
-                return core::Failure{ExitCode::Damaged, "the exact surface is damaged"};
+                return core::Failure{core::ExitCode::Damaged, "the exact surface is damaged"};
             builder.Add(all, shape);
         }
         m_body.shape = all;
@@ -98,8 +98,8 @@ public:
         for (const TopoDS_Face& face : facesInOrder())
             empty += !occt::meshing::appendFaceMesh(face, builder);
         if (empty > 0 || builder.isEmpty())
-            return core::Failure{ExitCode::Damaged, std::to_string(empty) + " of " + std::to_string(m_faces) +
-                                                        " faces of the exact surface got no mesh"};
+            return core::Failure{core::ExitCode::Damaged, std::to_string(empty) + " of " + std::to_string(m_faces) +
+                                                              " faces of the exact surface got no mesh"};
         return split(builder.take());
     }
 
@@ -133,7 +133,7 @@ private:
             return mesh;
         const double most = m_options.settings.number(core::Setting::MostTriangles);
         if (most > 0 && model::splitEstimate(*mesh, longest) > most)
-            return core::Failure{ExitCode::MemoryLimit, "edges this short need too many triangles"};
+            return core::Failure{core::ExitCode::MemoryLimit, "edges this short need too many triangles"};
         return model::splitEdges(*mesh, longest);
     }
 

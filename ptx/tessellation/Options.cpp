@@ -30,7 +30,7 @@ constexpr NumberOption NumberOptions[] = {
 
 core::Failure wrongUse(const std::string& text)
 {
-    return {ExitCode::WrongUse, text};
+    return {core::ExitCode::WrongUse, text};
 }
 
 /// @return what is wrong with `text` as the value of the option

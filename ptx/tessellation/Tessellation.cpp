@@ -42,7 +42,7 @@ public:
     {
     }
 
-    ExitCode run()
+    core::ExitCode run()
     {
         core::processend::install(m_log, m_progress, m_options.output);
         std::error_code unknown;
@@ -58,7 +58,7 @@ public:
             }
         }
         if (!trouble)
-            return ExitCode::Success;
+            return core::ExitCode::Success;
         m_log.error(trouble->message);
         std::fprintf(stderr, "ptxtessellate: %s\n", trouble->message.c_str());
         return trouble->code;
@@ -67,23 +67,24 @@ public:
 private:
     core::Trouble work()
     {
-        m_progress.begin(Stage::ReadAndProcess);
+        m_progress.begin(core::Stage::ReadAndProcess);
         if (core::Trouble trouble = read())
             return trouble;
-        m_progress.begin(Stage::Tessellate);
+        m_progress.begin(core::Stage::Tessellate);
         silenceKernel();
         meshAll();
-        m_progress.begin(Stage::Write);
+        m_progress.begin(core::Stage::Write);
         return write();
     }
 
     core::Trouble read()
     {
-        const files::Result<osg::NodePtr> input = osg::readSceneFile(QString::fromUtf8(m_options.input.c_str()));
+        const files::Result<osg::NodePtr> input =
+            osg::scenefile::readSceneFile(QString::fromUtf8(m_options.input.c_str()));
         if (!input)
-            return core::Failure{ExitCode::InputUnreadable, input.error().toStringWithCode().toStdString()};
+            return core::Failure{core::ExitCode::InputUnreadable, input.error().toStringWithCode().toStdString()};
         const osg::RefPtr<osg::NodePtr> root(input.value());
-        for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
+        for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root)) {
             m_parts.push_back({osg::GeometryAccess::mesh(*geometry).brep, {}, {}});
             m_bytes += m_parts.back().brep.size();
         }
@@ -152,10 +153,10 @@ private:
             osg::setName(node, part.reason);
             root->addChild(node);
         }
-        const auto result = osg::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()));
+        const auto result = osg::scenefile::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()));
         if (result)
             return std::nullopt;
-        return core::Failure{ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};
+        return core::Failure{core::ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};
     }
 
     const TessellationOptions& m_options;
@@ -170,7 +171,7 @@ private:
 
 } // namespace
 
-ExitCode tessellateFile(const TessellationOptions& options)
+core::ExitCode tessellateFile(const TessellationOptions& options)
 {
     return Tessellation(options).run();
 }

@@ -7,6 +7,6 @@ namespace ptx::tessellation
 
 /// Meshes all geometries of the input into the output. A part that fails by itself does not fail the run; a limit, a
 /// request to stop or a fatal signal ends the process from within.
-ExitCode tessellateFile(const TessellationOptions& options);
+core::ExitCode tessellateFile(const TessellationOptions& options);
 
 } // namespace ptx::tessellation

@@ -34,7 +34,7 @@ osg::NodePtr carriedCameras(const osg::NodePtr& root)
 }
 
 /// Takes viewpoints out of `track` whose names the session has.
-void dropKnownViewpoints(const CameraTree& cameras, const osg::NodePtr& track)
+void dropKnownViewpoints(const zn::cameras::CameraTree& cameras, const osg::NodePtr& track)
 {
     for (unsigned i = track->getNChildren(); i > 0; --i) {
         const osg::NodePtr node = track->getChild(i - 1);
@@ -45,7 +45,7 @@ void dropKnownViewpoints(const CameraTree& cameras, const osg::NodePtr& track)
 }
 
 /// Hangs a camera that a file carried into the session's tree; what is new in one of a known name goes below that.
-void takeCamera(CameraTree& cameras, const osg::NodePtr& node)
+void takeCamera(zn::cameras::CameraTree& cameras, const osg::NodePtr& node)
 {
     for (unsigned i = 0; i < node->getNChildren(); ++i)
         dropKnownViewpoints(cameras, node->getChild(i));
@@ -62,7 +62,7 @@ void takeCamera(CameraTree& cameras, const osg::NodePtr& node)
     }
 }
 
-void listCameras(CameraTree& cameras, const osg::NodePtr& root)
+void listCameras(zn::cameras::CameraTree& cameras, const osg::NodePtr& root)
 {
     osg::traverse(root, [&](const osg::NodePtr& node) {
         const osg::UberCameraPtr camera = node ? cameraOf(node) : osg::UberCameraPtr();
@@ -72,7 +72,7 @@ void listCameras(CameraTree& cameras, const osg::NodePtr& root)
     });
 }
 
-void takeCameras(CameraTree& cameras, const osg::NodePtr& root)
+void takeCameras(zn::cameras::CameraTree& cameras, const osg::NodePtr& root)
 {
     const osg::RefPtr<osg::NodePtr> carried(carriedCameras(root));
     if (!carried)
@@ -90,11 +90,11 @@ void takeCameras(CameraTree& cameras, const osg::NodePtr& root)
 
 SceneWithExtras::SceneWithExtras(Session& session) : m_root(session.sceneRoot())
 {
-    osg::VariantTable table = storedVariants(sessionVariants(session), m_root);
+    osg::VariantTable table = zn::variants::storedVariants(zn::variants::sessionVariants(session), m_root);
     m_hasVariants = !table.empty();
     if (m_hasVariants)
         osg::attach(m_root, osg::VariantAttachment::create(std::move(table)));
-    const osg::NodePtr cameras = sessionCameras(session).root();
+    const osg::NodePtr cameras = zn::cameras::sessionCameras(session).root();
     if (cameras->getNChildren() == 0)
         return;
     m_cameras = cameras;
@@ -116,10 +116,10 @@ QStringList takeExtras(Session& session, const osg::NodePtr& root)
         return {};
     QStringList complaints;
     if (const auto variants = osg::VariantAttachment::of(root)) {
-        complaints = addStoredVariants(sessionVariants(session), variants->table(), root);
+        complaints = zn::variants::addStoredVariants(zn::variants::sessionVariants(session), variants->table(), root);
         osg::detach(root, variants);
     }
-    CameraTree& cameras = sessionCameras(session);
+    zn::cameras::CameraTree& cameras = zn::cameras::sessionCameras(session);
     takeCameras(cameras, root);
     listCameras(cameras, root);
     return complaints;

@@ -5,17 +5,17 @@
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/session/Session.h"
 
-namespace zn
+namespace zn::loading
 {
 
 namespace
 {
 
-formats::ReadOptions readOptions(const Settings& settings)
+files::ReadOptions readOptions(const Settings& settings)
 {
-    formats::ReadOptions options;
+    files::ReadOptions options;
     options.millimetresPerUnit = settings.mesh.unit;
-    options.upAxis = settings.mesh.up == MeshSettings::Axis::Y ? formats::UpAxis::Y : formats::UpAxis::Z;
+    options.upAxis = settings.mesh.up == MeshSettings::Axis::Y ? files::UpAxis::Y : files::UpAxis::Z;
     options.vrmlInMetres = settings.mesh.wrlInMetres;
     return options;
 }
@@ -29,8 +29,7 @@ void log(const files::Note& note)
 
 std::optional<osg::NodePtr> readTree(Session& session, const QString& file)
 {
-    const formats::ReadResult result =
-        session.state<formats::SceneReaders>().read(file, readOptions(session.settings()));
+    const files::ReadResult result = session.state<files::SceneReaders>().read(file, readOptions(session.settings()));
     for (const files::Note& warning : result.warnings)
         log(warning);
     if (!result) {
@@ -42,4 +41,4 @@ std::optional<osg::NodePtr> readTree(Session& session, const QString& file)
     return result.value();
 }
 
-} // namespace zn
+} // namespace zn::loading

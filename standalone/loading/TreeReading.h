@@ -8,13 +8,16 @@
 
 namespace zn
 {
-
 class Session;
+} // namespace zn
 
-/// Reads one file with the settings of `session` and its readers: its state `formats::SceneReaders`, which is filled
+namespace zn::loading
+{
+
+/// Reads one file with the settings of `session` and its readers: its state `files::SceneReaders`, which is filled
 /// when the session starts, and to which a host adds its own. Nothing on failure; otherwise the root, which has no
 /// parent and the count 0, or null when the reader found no fault with the file but no tree in it either. The log
 /// tells what went wrong and what was left out.
 std::optional<osg::NodePtr> readTree(Session& session, const QString& file);
 
-} // namespace zn
+} // namespace zn::loading

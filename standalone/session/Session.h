@@ -19,7 +19,7 @@ namespace zn
 
 /// What the modules of a living host share: the scene, the selection, the settings, a folder for temporary files, and a
 /// place for whatever a module has to remember while the host lives. One is alive at a time, on the thread of the
-/// application object. It knows no module; `znStandaloneSession` puts them together.
+/// application object. It knows no module; `zn::StandaloneSession` puts them together.
 class ZN_HOST_EXPORT Session
 {
 public:

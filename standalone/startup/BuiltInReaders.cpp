@@ -7,15 +7,15 @@
 #include "files/scenefile/SceneFile.h"
 #include "files/vrml/VrmlReader.h"
 
-namespace zn
+namespace zn::startup
 {
 
 namespace
 {
 
-osg::NodePtr readSceneFile(formats::ReadTask& task)
+osg::NodePtr readSceneFile(files::ReadTask& task)
 {
-    const files::Result<osg::NodePtr> result = osg::readSceneFile(task.path());
+    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(task.path());
     for (const files::Note& warning : result.warnings)
         task.warn(warning.message);
     if (!result)
@@ -25,15 +25,15 @@ osg::NodePtr readSceneFile(formats::ReadTask& task)
 
 } // namespace
 
-formats::SceneReaders builtInReaders()
+files::SceneReaders builtInReaders()
 {
-    formats::SceneReaders readers;
-    readers.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, formats::readObj});
-    readers.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, formats::readGltf});
-    readers.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, formats::readPly});
-    readers.add({QStringLiteral("VRML97"), {QStringLiteral("wrl"), QStringLiteral("wrz")}, formats::readVrml});
+    files::SceneReaders readers;
+    readers.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, files::obj::readObj});
+    readers.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, files::gltf::readGltf});
+    readers.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, files::ply::readPly});
+    readers.add({QStringLiteral("VRML97"), {QStringLiteral("wrl"), QStringLiteral("wrz")}, files::vrml::readVrml});
     readers.add({QStringLiteral("scene file"), {QStringLiteral("osb")}, readSceneFile});
     return readers;
 }
 
-} // namespace zn
+} // namespace zn::startup

@@ -2,10 +2,10 @@
 
 #include "files/SceneReaders.h"
 
-namespace zn
+namespace zn::startup
 {
 
 /// The formats that a session reads from its start: the mesh formats of this program, and scene files.
-formats::SceneReaders builtInReaders();
+files::SceneReaders builtInReaders();
 
-} // namespace zn
+} // namespace zn::startup

@@ -1,4 +1,4 @@
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include "host/znKernelServices/znKernelServiceFactory.h"
 #include "scene/ContainerRegistry.h"
@@ -14,18 +14,21 @@
 
 #include <utility>
 
+namespace zn
+{
+
 namespace
 {
 
-void offerAssetCalls(zn::Session& session)
+void offerAssetCalls(Session& session)
 {
-    zn::CallTable& controller = session.state<zn::ControllerCalls>().table;
-    controller.offer("getSelectedMaterialAssetDirectory", zn::getSelectedMaterialAssetDirectory);
-    controller.offer("applyMaterialAssetsToNodes", zn::applyMaterialAssetsToNodes);
-    session.state<zn::HelperCalls>().table.offer("loadMaterialAsset", zn::loadMaterialAsset);
+    CallTable& controller = session.state<kernel::ControllerCalls>().table;
+    controller.offer("getSelectedMaterialAssetDirectory", assets::getSelectedMaterialAssetDirectory);
+    controller.offer("applyMaterialAssetsToNodes", assets::applyMaterialAssetsToNodes);
+    session.state<nodes::HelperCalls>().table.offer("loadMaterialAsset", assets::loadMaterialAsset);
 }
 
-znJobs::ProcessLimitProvider processLimitOf(const zn::Settings& settings)
+znJobs::ProcessLimitProvider processLimitOf(const Settings& settings)
 {
     return [&settings] {
         const int most = settings.processes.most;
@@ -35,30 +38,30 @@ znJobs::ProcessLimitProvider processLimitOf(const zn::Settings& settings)
 
 } // namespace
 
-znStandaloneSession::znStandaloneSession()
-    : m_referenceService(zn::makeReferenceService()), m_cameraService(zn::makeCameraService())
+StandaloneSession::StandaloneSession()
+    : m_referenceService(services::makeReferenceService()), m_cameraService(services::makeCameraService())
 {
     setService<znReferenceService>(m_referenceService.get());
     setService<znCameraService>(m_cameraService.get());
-    znUtils::setTemporaryFolder(temporaryFolder().toStdString());
+    utils::setTemporaryFolder(temporaryFolder().toStdString());
     znJobs::setProcessLimitProvider(processLimitOf(settings()));
-    state<formats::SceneReaders>() = zn::builtInReaders();
+    state<files::SceneReaders>() = startup::builtInReaders();
     offerAssetCalls(*this);
 }
 
-znStandaloneSession::~znStandaloneSession()
+StandaloneSession::~StandaloneSession()
 {
     end();
 }
 
-std::vector<osg::LivingContainer> znStandaloneSession::end()
+std::vector<osg::LivingContainer> StandaloneSession::end()
 {
     if (current() != this)
         return {};
     znJobs::setProcessLimitProvider({});
     znKernelServiceFactory::the()->m_services.clear();
-    znUtils::setTemporaryFolder({});
-    znUtils::setLogSink({});
+    utils::setTemporaryFolder({});
+    utils::setLogSink({});
     clear();
     std::vector<osg::LivingContainer> left = osg::livingContainers();
     osg::sweepContainers();
@@ -66,27 +69,29 @@ std::vector<osg::LivingContainer> znStandaloneSession::end()
     return left;
 }
 
-void znStandaloneSession::listService(std::size_t type, znBaseService* service)
+void StandaloneSession::listService(std::size_t type, znBaseService* service)
 {
     znKernelServiceFactory::the()->m_services.insert(type, service);
 }
 
-void znStandaloneSession::dropService(std::size_t type)
+void StandaloneSession::dropService(std::size_t type)
 {
     znKernelServiceFactory::the()->m_services.remove(type);
 }
 
-znStandaloneSession* znStandaloneSession::current()
+StandaloneSession* StandaloneSession::current()
 {
-    return static_cast<znStandaloneSession*>(Session::current());
+    return static_cast<StandaloneSession*>(Session::current());
 }
 
-znStandaloneSession& znStandaloneSession::require()
+StandaloneSession& StandaloneSession::require()
 {
-    return static_cast<znStandaloneSession&>(Session::require());
+    return static_cast<StandaloneSession&>(Session::require());
 }
 
-void znStandaloneSession::setLogSink(znUtils::LogSink sink)
+void StandaloneSession::setLogSink(utils::LogSink sink)
 {
-    znUtils::setLogSink(std::move(sink));
+    utils::setLogSink(std::move(sink));
 }
+
+} // namespace zn

@@ -13,29 +13,32 @@
 class znCameraService;
 class znReferenceService;
 
+namespace zn
+{
+
 /// The open host while it lives: every state that the contract's static calls reach belongs to one session. One is
 /// alive at a time, on the thread of the application object, which must exist.
 ///
 /// When a session ends, its scene goes, its temporary folder is removed, and containers that are still alive are swept:
 /// pointers to them must not be used any more. All jobs must have ended before.
-class ZN_HOST_EXPORT znStandaloneSession : public zn::Session
+class ZN_HOST_EXPORT StandaloneSession : public Session
 {
 public:
-    znStandaloneSession();
+    StandaloneSession();
     /// Ends the session if `end` did not.
-    ~znStandaloneSession();
+    ~StandaloneSession();
 
     /// The living session, null without one.
-    static znStandaloneSession* current();
+    static StandaloneSession* current();
     /// The living session; ends the program with a message when there is none.
-    static znStandaloneSession& require();
+    static StandaloneSession& require();
 
     /// Ends the session before its destruction and names the containers that were still alive, without the scene's own.
     /// Nothing else of a session may be used after its end.
     std::vector<osg::LivingContainer> end();
 
     /// Where the host's log goes while this session lives; an empty sink stands for the standard error stream.
-    void setLogSink(znUtils::LogSink sink);
+    void setLogSink(utils::LogSink sink);
 
     /// Makes `service`, which must live as long as the session, the one that `znKernelServiceFactory::get<T>` finds;
     /// null stands for a service that is known but missing.
@@ -58,3 +61,5 @@ private:
     std::unique_ptr<znReferenceService> m_referenceService;
     std::unique_ptr<znCameraService> m_cameraService;
 };
+
+} // namespace zn

@@ -16,7 +16,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace zn
+namespace zn::assets
 {
 
 namespace
@@ -121,4 +121,4 @@ bool applyMaterialAssetsToNodes(znMessage& message, int)
     return true;
 }
 
-} // namespace zn
+} // namespace zn::assets

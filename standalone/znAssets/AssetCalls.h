@@ -2,7 +2,7 @@
 
 #include "host/znUtils/znMessage.h"
 
-namespace zn
+namespace zn::assets
 {
 
 /// What the asset manager answers through `znOpenSGUtils::call`: sets "material", an `osg::MaterialPtr`, to that of the
@@ -17,4 +17,4 @@ bool getSelectedMaterialAssetDirectory(znMessage& message, int caller);
 bool applyMaterialAssetsToNodes(znMessage& message, int caller);
 ///@}
 
-} // namespace zn
+} // namespace zn::assets

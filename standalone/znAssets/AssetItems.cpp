@@ -3,7 +3,7 @@
 #include "host/znUtils/znLog.h"
 #include "standalone/znAssets/AssetMaterials.h"
 
-namespace zn
+namespace zn::assets
 {
 
 namespace
@@ -56,4 +56,4 @@ void AssetItems::cleanUp()
     std::erase_if(m_materials, [](const auto& item) { return item.second->getRefCount() == 1; });
 }
 
-} // namespace zn
+} // namespace zn::assets

@@ -5,7 +5,7 @@
 
 #include <map>
 
-namespace zn
+namespace zn::assets
 {
 
 /// The material assets that were asked for, each made once and kept. What went wrong goes to the log of the host.
@@ -29,4 +29,4 @@ private:
     std::map<std::string, osg::RefPtr<osg::MaterialPtr>> m_materials; ///< by uuid
 };
 
-} // namespace zn
+} // namespace zn::assets

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace zn
+namespace zn::assets
 {
 
 AssetLibrary::AssetLibrary(const QString& folder, QStringList& complaints)
@@ -38,12 +38,12 @@ const AssetLibrary::Entry* AssetLibrary::entryAt(const Index& index, const QStri
 
 void AssetLibrary::read(const QString& file, QStringList& complaints)
 {
-    const files::Expected<std::vector<formats::MaterialAsset>> found = formats::readMaterialAssets(file);
+    const files::Expected<std::vector<files::gltf::MaterialAsset>> found = files::gltf::readMaterialAssets(file);
     if (!found) {
         complaints.append(found.error().toString());
         return;
     }
-    for (const formats::MaterialAsset& asset : found.value()) {
+    for (const files::gltf::MaterialAsset& asset : found.value()) {
         const QString uuid = QString::fromStdString(asset.uuid);
         if (m_byUuid.contains(uuid)) {
             complaints.append(QCoreApplication::translate("znAssets", "%1: the asset %2 is there already, in %3.")
@@ -58,4 +58,4 @@ void AssetLibrary::read(const QString& file, QStringList& complaints)
     }
 }
 
-} // namespace zn
+} // namespace zn::assets

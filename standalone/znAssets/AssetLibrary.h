@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace zn
+namespace zn::assets
 {
 
 /// The material assets of a folder: the glTF files in it and below it.
@@ -18,7 +18,7 @@ class AssetLibrary
 {
 public:
     struct Entry {
-        formats::MaterialAsset asset;
+        files::gltf::MaterialAsset asset;
         QString file;
     };
 
@@ -57,4 +57,4 @@ private:
     Index m_byName;
 };
 
-} // namespace zn
+} // namespace zn::assets

@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-namespace zn
+namespace zn::assets
 {
 
 namespace
@@ -79,7 +79,7 @@ osg::AttachmentPtr uuidAttachment(const std::string& uuid)
     return attachment;
 }
 
-osg::SurfaceLook surfaceOf(const formats::MaterialLook& look)
+osg::SurfaceLook surfaceOf(const files::MaterialLook& look)
 {
     return {look.ambient, look.diffuse, look.emission, look.specular, look.shininess, look.transparency};
 }
@@ -101,4 +101,4 @@ osg::MaterialPtr makeAssetMaterial(const AssetLibrary::Entry& entry, QStringList
     return material;
 }
 
-} // namespace zn
+} // namespace zn::assets

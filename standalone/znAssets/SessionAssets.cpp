@@ -2,7 +2,7 @@
 
 #include "standalone/session/Session.h"
 
-zn::AssetItems& zn::sessionAssets()
+zn::assets::AssetItems& zn::assets::sessionAssets()
 {
     return Session::require().state<AssetItems>();
 }

@@ -2,10 +2,10 @@
 
 #include "standalone/znAssets/AssetItems.h"
 
-namespace zn
+namespace zn::assets
 {
 
 /// The material assets that the living session was asked for.
 AssetItems& sessionAssets();
 
-} // namespace zn
+} // namespace zn::assets

@@ -12,5 +12,5 @@ znAssetItemFactory& znAssetItemFactory::the()
 void znAssetItemFactory::cleanupMaterialItems()
 {
     const zn::TracedCall call("znAssetItemFactory::cleanupMaterialItems");
-    zn::sessionAssets().cleanUp();
+    zn::assets::sessionAssets().cleanUp();
 }

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace zn
+namespace zn::interfaces
 {
 
 /// Is told what `znReferenceInterface::notifyReferences` is told while the session lives; empty in a host that keeps no
@@ -13,4 +13,4 @@ struct ReferenceObserver {
     std::function<void(const osg::NodePtr& root, int code, int argument)> observe;
 };
 
-} // namespace zn
+} // namespace zn::interfaces

@@ -4,7 +4,7 @@
 #include "standalone/znInterfaces/ReferenceObserver.h"
 #include "standalone/znUtils/CallTrace.h"
 
-void zn::SessionReferences::notifyReferences(const osg::NodePtr& root, int code, int argument)
+void zn::interfaces::SessionReferences::notifyReferences(const osg::NodePtr& root, int code, int argument)
 {
     const TracedCall call("znReferenceInterface::notifyReferences", root, code, argument);
     Session* session = Session::current();

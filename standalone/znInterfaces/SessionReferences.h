@@ -2,7 +2,7 @@
 
 #include "host/znInterfaces/znReferenceInterface.h"
 
-namespace zn
+namespace zn::interfaces
 {
 
 /// Keeps nothing itself: each notification goes to the observer of the session that is alive, and nowhere without one.
@@ -12,4 +12,4 @@ public:
     void notifyReferences(const osg::NodePtr& root, int code, int argument) override;
 };
 
-} // namespace zn
+} // namespace zn::interfaces

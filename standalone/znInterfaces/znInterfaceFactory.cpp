@@ -10,6 +10,6 @@ znInterfaceFactory* znInterfaceFactory::the()
 
 znInterfaceObject* znInterfaceFactory::get(std::type_index type) const
 {
-    static zn::SessionReferences references;
+    static zn::interfaces::SessionReferences references;
     return type == typeid(znReferenceInterface) ? &references : nullptr;
 }

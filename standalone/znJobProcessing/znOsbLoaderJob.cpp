@@ -13,7 +13,7 @@ void znOsbLoaderJob::process()
 {
     if (!m_holdFinish)
         Q_EMIT started();
-    const files::Result<osg::NodePtr> result = osg::readSceneFile(m_file);
+    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(m_file);
     const osg::NodePtr root = result ? result.value() : osg::NodePtr();
     m_loadedNode = root;
     m_held = root;

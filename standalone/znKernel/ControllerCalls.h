@@ -2,7 +2,7 @@
 
 #include "standalone/znUtils/CallTable.h"
 
-namespace zn
+namespace zn::kernel
 {
 
 /// What `znController::call` knows in one session. A host adds its own, or puts them in place of what is there.
@@ -10,4 +10,4 @@ struct ControllerCalls {
     CallTable table;
 };
 
-} // namespace zn
+} // namespace zn::kernel

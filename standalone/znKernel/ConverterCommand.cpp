@@ -9,7 +9,7 @@
 
 #include <optional>
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -92,4 +92,4 @@ QString converterProgram(const QString& setting)
     return setting.isEmpty() ? zn::installedProgram(QStringLiteral("ptxconvert")) : setting;
 }
 
-} // namespace zn
+} // namespace zn::kernel

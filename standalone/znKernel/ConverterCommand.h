@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace zn
+namespace zn::kernel
 {
 
 /// A command line that `QProcess::splitCommand` takes apart into exactly these words; none of them may be empty.
@@ -37,4 +37,4 @@ QString converterOption(const char* setting, int value);
 /// The program that the setting names; without one the installed `ptxconvert`.
 QString converterProgram(const QString& setting);
 
-} // namespace zn
+} // namespace zn::kernel

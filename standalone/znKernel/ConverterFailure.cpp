@@ -13,7 +13,7 @@
 #include <csignal>
 #include <map>
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -97,4 +97,4 @@ QString keptLog(const QString& logFile, const QString& temporaryFolder)
     return QFile::copy(log.absoluteFilePath(), copy) ? copy : QString();
 }
 
-} // namespace zn
+} // namespace zn::kernel

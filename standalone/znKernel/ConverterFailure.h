@@ -2,7 +2,7 @@
 
 #include <QString>
 
-namespace zn
+namespace zn::kernel
 {
 
 /// What this exit code of the converter means, in one sentence.
@@ -15,4 +15,4 @@ QString lastErrorOfLog(const QString& logFile);
 /// copy, of the log itself when it lies elsewhere, or nothing when it cannot be copied.
 QString keptLog(const QString& logFile, const QString& temporaryFolder);
 
-} // namespace zn
+} // namespace zn::kernel

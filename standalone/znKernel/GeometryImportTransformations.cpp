@@ -10,7 +10,7 @@
 #include "scene/MatrixMath.h"
 #include "scene/SceneEdits.h"
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -75,4 +75,4 @@ void applyGeometryImportTransformations(const osg::NodePtr& root, bool centerInO
         move(root, shift);
 }
 
-} // namespace zn
+} // namespace zn::kernel

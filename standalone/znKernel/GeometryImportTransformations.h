@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Node.h"
 
-namespace zn
+namespace zn::kernel
 {
 
 /// Moves the tree at `root`, which hangs in the scene, to where the user wants it: the middle of its bounding box to
@@ -11,4 +11,4 @@ namespace zn
 /// ignored.
 void applyGeometryImportTransformations(const osg::NodePtr& root, bool centerInOrigin, bool putOnGround);
 
-} // namespace zn
+} // namespace zn::kernel

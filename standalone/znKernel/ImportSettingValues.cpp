@@ -5,7 +5,7 @@
 #include "standalone/znKernelServices/PtxSettingsValues.h"
 #include "standalone/znKernelServices/SceneImportSettingsValues.h"
 
-namespace zn
+namespace zn::kernel
 {
 
 zndPtxSettings ptxSettings(const Settings& settings)
@@ -45,4 +45,4 @@ zndSceneImportSettings sceneImportSettings(const Settings& settings)
     return zndSceneImportSettings(std::move(values));
 }
 
-} // namespace zn
+} // namespace zn::kernel

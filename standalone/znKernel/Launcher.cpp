@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -79,4 +79,4 @@ QStringList Launcher::converterOptions() const
             converterOption(setting::TimeLimitPerMegabyte, 0)};
 }
 
-} // namespace zn
+} // namespace zn::kernel

@@ -5,8 +5,11 @@
 
 namespace zn
 {
-
 class Settings;
+} // namespace zn
+
+namespace zn::kernel
+{
 
 /// What a conversion may take where a launcher runs it.
 struct ProcessNeeds {
@@ -52,4 +55,4 @@ private:
     QStringList m_words;
 };
 
-} // namespace zn
+} // namespace zn::kernel

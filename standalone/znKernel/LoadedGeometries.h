@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-namespace zn
+namespace zn::kernel
 {
 
 /// What `znFileIO::getLoadedGeometriesList` shows: an entry for each file loaded since the list was last cleared.
@@ -29,4 +29,4 @@ struct LoadObserver {
     std::function<void(const LoadRequest& request)> observe;
 };
 
-} // namespace zn
+} // namespace zn::kernel

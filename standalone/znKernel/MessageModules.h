@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-namespace zn
+namespace zn::kernel
 {
 
 /// The modules of a host that `znModuleBase::sendMessage` asks, in this order. The open host has none; whoever embeds
@@ -17,4 +17,4 @@ struct MessageModules {
     std::vector<Module> modules;
 };
 
-} // namespace zn
+} // namespace zn::kernel

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace zn
+namespace zn::kernel
 {
 
 /// Answers `znFileIOHelper::canContainMixedAssemblies` in place of the table of formats, for a host whose converters
@@ -13,4 +13,4 @@ struct MixedAssemblies {
     std::function<bool(const QString& path)> canContain;
 };
 
-} // namespace zn
+} // namespace zn::kernel

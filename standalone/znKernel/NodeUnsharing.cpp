@@ -8,7 +8,7 @@
 #include "scene/ContainerRegistry.h"
 #include "scene/SceneEdits.h"
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -49,4 +49,4 @@ void giveOwnCores(const osg::NodePtr& root, bool recursive, bool keepMaterials)
     });
 }
 
-} // namespace zn
+} // namespace zn::kernel

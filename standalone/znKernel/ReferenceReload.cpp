@@ -6,7 +6,7 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/loading/TreeReading.h"
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -68,7 +68,7 @@ bool reloadReference(Session& session, const osg::NodePtr& reference, std::vecto
     const QString file = core ? fileOf(core) : QString();
     if (file.isEmpty())
         return false;
-    const std::optional<osg::NodePtr> root = readTree(session, file);
+    const std::optional<osg::NodePtr> root = zn::loading::readTree(session, file);
     if (!root)
         return false;
     const unsigned firstNew = replace ? 0 : reference->getNChildren();
@@ -79,4 +79,4 @@ bool reloadReference(Session& session, const osg::NodePtr& reference, std::vecto
     return true;
 }
 
-} // namespace zn
+} // namespace zn::kernel

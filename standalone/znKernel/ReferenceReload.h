@@ -6,8 +6,11 @@
 
 namespace zn
 {
-
 class Session;
+} // namespace zn
+
+namespace zn::kernel
+{
 
 /// Reads the file that the core of `reference` names, hangs what came of it below `reference` and marks that as loaded.
 /// Appends what is new below it to `contents`. Changes nothing and gives false when there is no such file, or none that
@@ -16,4 +19,4 @@ class Session;
 bool reloadReference(Session& session, const osg::NodePtr& reference, std::vector<osg::NodePtr>& contents,
                      bool replace);
 
-} // namespace zn
+} // namespace zn::kernel

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -46,4 +46,4 @@ osg::NodePtr makeGroundBelow(const osg::NodePtr& root)
     return ground;
 }
 
-} // namespace zn
+} // namespace zn::kernel

@@ -11,7 +11,7 @@
 
 #include <unordered_map>
 
-namespace zn
+namespace zn::kernel
 {
 
 namespace
@@ -67,4 +67,4 @@ void convertToUberMaterials(const osg::NodePtr& root)
     });
 }
 
-} // namespace zn
+} // namespace zn::kernel

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace zn
+namespace zn::kernel
 {
 
 /// What was asked of the parts of a host that its user sees. The open host has no window; it keeps the wishes.
@@ -14,4 +14,4 @@ struct UserInterfaceState {
     std::string textureBase;           ///< the file whose folder searches for pictures begin in; empty for none
 };
 
-} // namespace zn
+} // namespace zn::kernel

@@ -8,7 +8,7 @@
 void znController::setBusy(bool busy, bool blockInput)
 {
     const zn::TracedCall call("znController::setBusy", busy, blockInput);
-    auto& state = zn::Session::require().state<zn::UserInterfaceState>();
+    auto& state = zn::Session::require().state<zn::kernel::UserInterfaceState>();
     state.busy = busy;
     state.inputBlocked = busy && blockInput;
 }
@@ -16,5 +16,5 @@ void znController::setBusy(bool busy, bool blockInput)
 bool znController::call(const std::string& name, znMessage& message, int caller)
 {
     const zn::TracedCall traced("znController::call", name, caller);
-    return zn::Session::require().state<zn::ControllerCalls>().table.call(name, message, caller);
+    return zn::Session::require().state<zn::kernel::ControllerCalls>().table.call(name, message, caller);
 }

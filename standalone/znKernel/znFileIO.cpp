@@ -21,13 +21,13 @@ void hang(const osg::NodePtr& node, const osg::NodePtr& parent)
 
 std::vector<znFileIO::loadedS>& loadedIn(zn::Session& session)
 {
-    return session.state<zn::LoadedGeometries>().entries;
+    return session.state<zn::kernel::LoadedGeometries>().entries;
 }
 
 /// False when nothing was loaded.
 bool loadFile(zn::Session& session, const QString& file, const osg::NodePtr& parent)
 {
-    const std::optional<osg::NodePtr> root = zn::readTree(session, file);
+    const std::optional<osg::NodePtr> root = zn::loading::readTree(session, file);
     if (!root)
         return false;
     hang(*root, parent);
@@ -48,7 +48,7 @@ int znFileIO::load(const std::vector<QString>& files, osg::NodePtr parent, bool 
 {
     const zn::TracedCall call("znFileIO::load", files, parent, sceneWasEmpty, merge, select);
     zn::Session& session = zn::Session::require();
-    if (const auto& observe = session.state<zn::LoadObserver>().observe)
+    if (const auto& observe = session.state<zn::kernel::LoadObserver>().observe)
         observe({files, parent, sceneWasEmpty, merge, select});
     std::size_t loaded = 0;
     for (const QString& file : files)
@@ -75,7 +75,7 @@ bool znFileIO::getConvertToUberMaterials()
 void znFileIO::convertToUberMaterials(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znFileIO::convertToUberMaterials", root);
-    zn::convertToUberMaterials(root);
+    zn::kernel::convertToUberMaterials(root);
 }
 
 bool znFileIO::getUseGSK()
@@ -89,5 +89,5 @@ void znFileIO::applyGeometryImportTransformations(const osg::NodePtr& root, cons
 {
     const zn::TracedCall call("znFileIO::applyGeometryImportTransformations", root, path, reserved, centerInOrigin,
                               putOnGround);
-    zn::applyGeometryImportTransformations(root, centerInOrigin, putOnGround);
+    zn::kernel::applyGeometryImportTransformations(root, centerInOrigin, putOnGround);
 }

@@ -57,8 +57,8 @@ bool znFileIOHelper::canContainMixedAssemblies(const QString& path)
 {
     const zn::TracedCall call("znFileIOHelper::canContainMixedAssemblies", path);
     zn::Session* session = zn::Session::current();
-    if (session && session->state<zn::MixedAssemblies>().canContain)
-        return session->state<zn::MixedAssemblies>().canContain(path);
+    if (session && session->state<zn::kernel::MixedAssemblies>().canContain)
+        return session->state<zn::kernel::MixedAssemblies>().canContain(path);
     return mixedAssemblyTypes().contains(getFileTypeByFileName(path));
 }
 
@@ -97,11 +97,11 @@ QString znFileIOHelper::getFileNameFromFileInfo(const osg::NodePtr& node)
 zndPtxSettings znFileIOHelper::getImportSettingsByFileName(const QString& path, bool interactive)
 {
     const zn::TracedCall call("znFileIOHelper::getImportSettingsByFileName", path, interactive);
-    return zn::ptxSettings(zn::Session::require().settings());
+    return zn::kernel::ptxSettings(zn::Session::require().settings());
 }
 
 zndSceneImportSettings znFileIOHelper::getGlobalSceneImportSettings()
 {
     const zn::TracedCall call("znFileIOHelper::getGlobalSceneImportSettings");
-    return zn::sceneImportSettings(zn::Session::require().settings());
+    return zn::kernel::sceneImportSettings(zn::Session::require().settings());
 }

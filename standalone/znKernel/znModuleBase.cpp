@@ -7,7 +7,7 @@
 void znModuleBase::sendMessage(znMessage& message, bool toAll)
 {
     const zn::TracedCall call("znModuleBase::sendMessage", message.getCode(), toAll);
-    for (const auto& module : zn::Session::require().state<zn::MessageModules>().modules)
+    for (const auto& module : zn::Session::require().state<zn::kernel::MessageModules>().modules)
         if (module(message) && !toAll)
             return;
 }

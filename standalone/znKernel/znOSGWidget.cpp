@@ -7,11 +7,11 @@
 void znOSGWidget::cancelAntialiasing()
 {
     const zn::TracedCall call("znOSGWidget::cancelAntialiasing");
-    ++zn::Session::require().state<zn::UserInterfaceState>().cancelledRefinements;
+    ++zn::Session::require().state<zn::kernel::UserInterfaceState>().cancelledRefinements;
 }
 
 void znOSGWidget::showAllMains(bool animated)
 {
     const zn::TracedCall call("znOSGWidget::showAllMains", animated);
-    ++zn::Session::require().state<zn::UserInterfaceState>().shownWholes;
+    ++zn::Session::require().state<zn::kernel::UserInterfaceState>().shownWholes;
 }

@@ -32,13 +32,13 @@ QString pathIn(const std::string& folder, const QString& name)
 }
 
 /// The words that start the converter of the file's own format, if the settings name one.
-std::optional<QStringList> ownConverter(const zn::TemplateValues& values)
+std::optional<QStringList> ownConverter(const zn::kernel::TemplateValues& values)
 {
     const auto type = znFileIOHelper::getFileTypeByFileName(values.input);
     const auto* own = settings().formats.converter(type);
     if (!own || own->program.value().isEmpty())
         return std::nullopt;
-    return QStringList(own->program) + zn::filledTemplate(own->arguments, values);
+    return QStringList(own->program) + zn::kernel::filledTemplate(own->arguments, values);
 }
 
 /// Somebody wants the exact surfaces: to keep them, or to mesh them anew.
@@ -50,19 +50,19 @@ bool needsSurfaces()
 
 /// The words that start the converter of all formats. Beside others it works on one core, and where a launcher runs it
 /// within what that was asked for; options that the user chose come later and win.
-QStringList commonConverter(const zn::TemplateValues& values, const zn::Launcher& launcher)
+QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::kernel::Launcher& launcher)
 {
-    QStringList words{zn::converterProgram(settings().converter.program)};
+    QStringList words{zn::kernel::converterProgram(settings().converter.program)};
     if (values.externalParts)
         words.append(QLatin1String(protocol::option::ExternalParts));
     QStringList options;
     if (needsSurfaces())
-        options << zn::converterOption(setting::KeepBrep, 1);
+        options << zn::kernel::converterOption(setting::KeepBrep, 1);
     if (const int level = settings().mesh.level; level > 0)
-        options << zn::converterOption(setting::MeshLevel, level);
+        options << zn::kernel::converterOption(setting::MeshLevel, level);
     options << launcher.converterOptions();
     if (!launcher.isUsed() && znJobs::JobScheduler::instance().hasSiblingProcesses())
-        options << zn::converterOption(setting::Threads, 1);
+        options << zn::kernel::converterOption(setting::Threads, 1);
     options << settings().converter.options.value().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& option : options)
         words << QLatin1String(protocol::option::Set) << option;
@@ -76,11 +76,12 @@ std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std:
 {
     const zn::TracedCall call("znPtxHelper::createProcessCommand", input, externalParts, outputDir);
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
-    const QString output = pathIn(outputDir, zn::convertedName(file) + QLatin1String(protocol::SceneFileSuffix));
-    const zn::TemplateValues values{file, output, externalParts};
-    const zn::Launcher launcher(settings(), file, output);
+    const QString output =
+        pathIn(outputDir, zn::kernel::convertedName(file) + QLatin1String(protocol::SceneFileSuffix));
+    const zn::kernel::TemplateValues values{file, output, externalParts};
+    const zn::kernel::Launcher launcher(settings(), file, output);
     const QStringList words = ownConverter(values).value_or(commonConverter(values, launcher));
-    return {zn::joinCommand(launcher.words() + words).toStdString(), output.toStdString()};
+    return {zn::kernel::joinCommand(launcher.words() + words).toStdString(), output.toStdString()};
 }
 
 std::string znPtxHelper::createStylarConvertCommand(const std::string& input, std::string& convertedFile,
@@ -91,11 +92,11 @@ std::string znPtxHelper::createStylarConvertCommand(const std::string& input, st
     if (program.isEmpty())
         return std::string();
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
-    const QString output = pathIn(outputDir, zn::convertedName(file) + QStringLiteral("-updated.styl"));
+    const QString output = pathIn(outputDir, zn::kernel::convertedName(file) + QStringLiteral("-updated.styl"));
     convertedFile = output.toStdString();
     const QString arguments = settings().converter.updateArguments;
-    return zn::joinCommand(zn::Launcher(settings(), file, output).words() + QStringList(program) +
-                           zn::filledTemplate(arguments, {file, output}))
+    return zn::kernel::joinCommand(zn::kernel::Launcher(settings(), file, output).words() + QStringList(program) +
+                                   zn::kernel::filledTemplate(arguments, {file, output}))
         .toStdString();
 }
 
@@ -103,10 +104,10 @@ QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string&
 {
     const zn::TracedCall call("znPtxHelper::getProcessErrorDescription", exitCode, logFile);
     const QString log = QString::fromStdString(logFile);
-    QString text = zn::exitCodeMeaning(exitCode);
-    if (const QString error = zn::lastErrorOfLog(log); !error.isEmpty())
+    QString text = zn::kernel::exitCodeMeaning(exitCode);
+    if (const QString error = zn::kernel::lastErrorOfLog(log); !error.isEmpty())
         text += QLatin1Char(' ') + error;
-    if (const QString kept = zn::keptLog(log, zn::Session::require().temporaryFolder()); !kept.isEmpty())
+    if (const QString kept = zn::kernel::keptLog(log, zn::Session::require().temporaryFolder()); !kept.isEmpty())
         text += QStringLiteral(" [log: %1]").arg(kept);
     return text;
 }
@@ -114,15 +115,15 @@ QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string&
 bool znPtxHelper::isConvertedPtxTree(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znPtxHelper::isConvertedPtxTree", root);
-    return osg::converted::isConvertedTree(root);
+    return osg::scenefile::converted::isConvertedTree(root);
 }
 
 void znPtxHelper::removePtxTag(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znPtxHelper::removePtxTag", root);
-    if (!osg::converted::isConvertedTree(root))
+    if (!osg::scenefile::converted::isConvertedTree(root))
         return;
     std::vector<std::string> tags = osg::tagsOf(root);
-    std::erase(tags, osg::converted::ConvertedTag);
+    std::erase(tags, osg::scenefile::converted::ConvertedTag);
     osg::setTags(root, std::move(tags));
 }

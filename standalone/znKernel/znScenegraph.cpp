@@ -34,7 +34,7 @@ bool znScenegraph::reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& l
 {
     const zn::TracedCall call("znScenegraph::reloadFromFile", reference, replace, merge, select);
     zn::Session& session = zn::Session::require();
-    if (!zn::reloadReference(session, reference, contents, replace))
+    if (!zn::kernel::reloadReference(session, reference, contents, replace))
         return false;
     loaded = reference;
     if (select)
@@ -45,7 +45,7 @@ bool znScenegraph::reloadFromFile(const osg::NodePtr& reference, osg::NodePtr& l
 osg::NodePtr znScenegraph::environmentGeometrySwitch()
 {
     const zn::TracedCall call("znScenegraph::environmentGeometrySwitch");
-    return zn::nodesBesideScene().environmentSwitch;
+    return zn::nodes::nodesBesideScene().environmentSwitch;
 }
 
 osg::NodePtr znScenegraph::createEnvironmentGeometrySwitch(const osg::NodePtr& content)
@@ -54,8 +54,8 @@ osg::NodePtr znScenegraph::createEnvironmentGeometrySwitch(const osg::NodePtr& c
     const osg::NodePtr made = osg::makeNodeFor(osg::Group::create());
     osg::setName(made, "EnvironmentGeometrySwitch");
     made->setActive(false);
-    made->addChild(content ? content : zn::makeGroundBelow(zn::Session::require().sceneRoot()));
-    zn::nodesBesideScene().environmentSwitch = made;
+    made->addChild(content ? content : zn::kernel::makeGroundBelow(zn::Session::require().sceneRoot()));
+    zn::nodes::nodesBesideScene().environmentSwitch = made;
     return made;
 }
 
@@ -63,12 +63,12 @@ znNodePtr znScenegraph::unshareNode(const osg::NodePtr& node, DuplicateBehaviour
                                     bool keepMaterials)
 {
     const zn::TracedCall call("znScenegraph::unshareNode", node, int(behaviour), recursive, keepMaterials);
-    zn::giveOwnCores(node, recursive, keepMaterials);
+    zn::kernel::giveOwnCores(node, recursive, keepMaterials);
     return znNodePtr(node);
 }
 
 osg::MaterialPoolPtr znScenegraph::getMaterialPool()
 {
     const zn::TracedCall call("znScenegraph::getMaterialPool");
-    return osg::fcCast<osg::MaterialPool>(zn::poolOfScene(true)->getCore());
+    return osg::fcCast<osg::MaterialPool>(zn::nodes::poolOfScene(true)->getCore());
 }

@@ -7,11 +7,11 @@
 void znTexSearch::setCurrentFile(const char* file)
 {
     const zn::TracedCall call("znTexSearch::setCurrentFile", file);
-    zn::Session::require().state<zn::UserInterfaceState>().textureBase = file ? file : "";
+    zn::Session::require().state<zn::kernel::UserInterfaceState>().textureBase = file ? file : "";
 }
 
 void znTexSearch::clearCurrentFile()
 {
     const zn::TracedCall call("znTexSearch::clearCurrentFile");
-    zn::Session::require().state<zn::UserInterfaceState>().textureBase.clear();
+    zn::Session::require().state<zn::kernel::UserInterfaceState>().textureBase.clear();
 }

@@ -6,7 +6,7 @@
 osg::NodePtr znTypeConverter::convertNode(const zndNode& node)
 {
     const zn::TracedCall call("znTypeConverter::convertNode", node.getObjectId());
-    return zn::nodeOf(node);
+    return zn::services::nodeOf(node);
 }
 
 zndNode znTypeConverter::convertNode(const osg::NodePtr& node)

@@ -17,14 +17,14 @@ osg::NodePtr makeCamera(const QString& name, int projection)
 {
     const osg::UberCameraPtr camera = osg::UberCameraBase::create();
     const osg::NodePtr node = osg::makeNodeFor(camera);
-    zn::sessionCameras().list(camera, node);
+    zn::cameras::sessionCameras().list(camera, node);
     znUberCameraUtils::setName(camera, name, false);
     if (projection == osg::UberCameraBase::Parallel) {
         osg::beginEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
         camera->setProjection(osg::UberCameraBase::Parallel);
         osg::endEditCP(camera, osg::UberCameraBase::ProjectionFieldMask, 1);
     }
-    osg::addChild(zn::sessionCameras().root(), node);
+    osg::addChild(zn::cameras::sessionCameras().root(), node);
     return node;
 }
 
@@ -34,31 +34,31 @@ public:
     zndCameraNode createCamera(const QString& name, int projection) override
     {
         const zn::TracedCall call("znCameraService::createCamera", name, projection);
-        const osg::NodePtr known = zn::sessionCameras().findCamera(name);
+        const osg::NodePtr known = zn::cameras::sessionCameras().findCamera(name);
         return zndCameraNode((known ? known : makeCamera(name, projection))->getContainerId());
     }
 
     zndNode createCameraTrack(const QString& name, const zndCameraNode& camera) override
     {
         const zn::TracedCall call("znCameraService::createCameraTrack", name, camera.getObjectId());
-        if (!zn::cameraOf(camera))
+        if (!zn::services::cameraOf(camera))
             return {};
         const osg::NodePtr track = osg::makeNodeFor(osg::Group::create());
         osg::setName(track, name.toStdString());
-        osg::addChild(zn::nodeOf(camera), track);
+        osg::addChild(zn::services::nodeOf(camera), track);
         return zndNode(track->getContainerId());
     }
 
     zndCameraBaseNode findViewpoint(const QString& name) override
     {
         const zn::TracedCall call("znCameraService::findViewpoint", name);
-        return zndCameraBaseNode(zn::sessionCameras().findViewpoint(name).nodeId);
+        return zndCameraBaseNode(zn::cameras::sessionCameras().findViewpoint(name).nodeId);
     }
 };
 
 } // namespace
 
-std::unique_ptr<znCameraService> zn::makeCameraService()
+std::unique_ptr<znCameraService> zn::services::makeCameraService()
 {
     return std::make_unique<CameraService>();
 }

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-namespace zn
+namespace zn::services
 {
 
 /// Makes cameras in the camera tree of the living session.
 std::unique_ptr<znCameraService> makeCameraService();
 
-} // namespace zn
+} // namespace zn::services

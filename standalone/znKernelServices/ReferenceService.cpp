@@ -17,7 +17,7 @@ public:
     {
         const zn::TracedCall call("znReferenceService::createReference", parent.getObjectId());
         const osg::NodePtr node = osg::makeNodeFor(osg::ExtReferenceBase::create());
-        if (const osg::NodePtr place = zn::nodeOf(parent))
+        if (const osg::NodePtr place = zn::services::nodeOf(parent))
             osg::addChild(place, node);
         return zndReferenceNode(node->getContainerId());
     }
@@ -25,7 +25,7 @@ public:
 
 } // namespace
 
-std::unique_ptr<znReferenceService> zn::makeReferenceService()
+std::unique_ptr<znReferenceService> zn::services::makeReferenceService()
 {
     return std::make_unique<ReferenceService>();
 }

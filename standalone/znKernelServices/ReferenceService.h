@@ -4,10 +4,10 @@
 
 #include <memory>
 
-namespace zn
+namespace zn::services
 {
 
 /// Makes reference nodes in the scene of the living session.
 std::unique_ptr<znReferenceService> makeReferenceService();
 
-} // namespace zn
+} // namespace zn::services

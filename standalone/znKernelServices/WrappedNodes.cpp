@@ -6,7 +6,7 @@
 
 #include <limits>
 
-namespace zn
+namespace zn::services
 {
 
 std::uint64_t livingSessionId()
@@ -39,4 +39,4 @@ osg::UberCameraPtr cameraOf(const zndObject& object)
     return node ? osg::fcCast<osg::UberCamera>(node->getCore()) : osg::UberCameraPtr();
 }
 
-} // namespace zn
+} // namespace zn::services

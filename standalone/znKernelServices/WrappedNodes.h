@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace zn
+namespace zn::services
 {
 
 /// The id of the living session; 0 stands for none.
@@ -25,4 +25,4 @@ osg::ExtReferencePtr referenceOf(const zndObject& object);
 osg::UberCameraPtr cameraOf(const zndObject& object);
 ///@}
 
-} // namespace zn
+} // namespace zn::services

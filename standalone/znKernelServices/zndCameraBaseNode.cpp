@@ -4,6 +4,6 @@
 
 std::uint64_t zndCameraBaseNode::getId() const
 {
-    const osg::UberCameraPtr camera = zn::cameraOf(*this);
+    const osg::UberCameraPtr camera = zn::services::cameraOf(*this);
     return camera ? camera->getContainerId() : 0;
 }

@@ -7,7 +7,7 @@
 zndNode zndCameraNode::getDefaultCameraTrack() const
 {
     const zn::TracedCall call("zndCameraNode::getDefaultCameraTrack", getObjectId());
-    const osg::NodePtr node = zn::nodeOf(*this);
+    const osg::NodePtr node = zn::services::nodeOf(*this);
     for (unsigned i = 0; node && i < node->getNChildren(); ++i)
         if (!osg::fcCast<osg::UberCamera>(node->getChild(i)->getCore()))
             return zndNode(node->getChild(i)->getContainerId());

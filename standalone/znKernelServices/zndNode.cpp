@@ -7,5 +7,5 @@
 void zndNode::setName(const QString& name)
 {
     const zn::TracedCall call("zndNode::setName", getObjectId(), name);
-    osg::setName(zn::nodeOf(*this), name.toStdString());
+    osg::setName(zn::services::nodeOf(*this), name.toStdString());
 }

@@ -10,13 +10,13 @@ namespace
 /// The wrapper class for what `object` is in the scene; null when it is nothing.
 const QMetaObject* wrapperClassOf(const zndObject& object)
 {
-    if (zn::referenceOf(object))
+    if (zn::services::referenceOf(object))
         return &zndReferenceNode::staticMetaObject;
-    if (zn::cameraOf(object))
+    if (zn::services::cameraOf(object))
         return &zndCameraNode::staticMetaObject;
-    if (zn::nodeOf(object))
+    if (zn::services::nodeOf(object))
         return &zndNode::staticMetaObject;
-    return zn::containerOf(object) ? &zndSceneObject::staticMetaObject : nullptr;
+    return zn::services::containerOf(object) ? &zndSceneObject::staticMetaObject : nullptr;
 }
 
 } // namespace
@@ -24,7 +24,7 @@ const QMetaObject* wrapperClassOf(const zndObject& object)
 zndObject::zndObject() = default;
 
 zndObject::zndObject(std::uint64_t objectId)
-    : m_sessionId(objectId == 0 ? 0 : zn::livingSessionId()), m_objectId(objectId)
+    : m_sessionId(objectId == 0 ? 0 : zn::services::livingSessionId()), m_objectId(objectId)
 {
 }
 

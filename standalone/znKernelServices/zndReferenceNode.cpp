@@ -29,14 +29,14 @@ zndReferenceNode::zndReferenceNode(std::uint64_t objectId) : zndNode(objectId) {
 bool zndReferenceNode::hasSmartReference() const
 {
     const zn::TracedCall call("zndReferenceNode::hasSmartReference", getObjectId());
-    const osg::ExtReferencePtr reference = zn::referenceOf(*this);
+    const osg::ExtReferencePtr reference = zn::services::referenceOf(*this);
     return reference && reference->getSmartFile() && !reference->getSmartFile()->getPath().empty();
 }
 
 void zndReferenceNode::setSmartPath(const QString& path)
 {
     const zn::TracedCall call("zndReferenceNode::setSmartPath", getObjectId(), path);
-    const osg::ExtReferencePtr reference = zn::referenceOf(*this);
+    const osg::ExtReferencePtr reference = zn::services::referenceOf(*this);
     if (!reference)
         return;
     const osg::FileReferencePtr file = osg::FileReferenceBase::create();
@@ -53,10 +53,11 @@ void zndReferenceNode::loadSmartReference()
     const zn::TracedCall call("zndReferenceNode::loadSmartReference", getObjectId());
     if (!hasSmartReference())
         return;
-    const osg::NodePtr node = zn::nodeOf(*this);
-    const osg::ExtReferencePtr reference = zn::referenceOf(*this);
+    const osg::NodePtr node = zn::services::nodeOf(*this);
+    const osg::ExtReferencePtr reference = zn::services::referenceOf(*this);
     const QString path = QString::fromStdString(reference->getSmartFile()->getPath());
-    const osg::RefPtr<osg::NodePtr> loaded(zn::readTree(zn::Session::require(), path).value_or(osg::NodePtr()));
+    const osg::RefPtr<osg::NodePtr> loaded(
+        zn::loading::readTree(zn::Session::require(), path).value_or(osg::NodePtr()));
     if (!loaded)
         return;
     exchangeChildren(node, loaded);

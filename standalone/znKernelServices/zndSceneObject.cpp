@@ -4,5 +4,5 @@
 
 bool zndSceneObject::isValid() const
 {
-    return static_cast<bool>(zn::containerOf(*this));
+    return static_cast<bool>(zn::services::containerOf(*this));
 }

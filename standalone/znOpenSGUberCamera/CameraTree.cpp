@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-namespace zn
+namespace zn::cameras
 {
 
 namespace
@@ -99,4 +99,4 @@ osg::NodePtr CameraTree::findCamera(const QString& name) const
     return {};
 }
 
-} // namespace zn
+} // namespace zn::cameras

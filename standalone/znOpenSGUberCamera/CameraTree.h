@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace zn
+namespace zn::cameras
 {
 
 /// The cameras of one session: a tree of them beside the scene (camera, tracks, viewpoints), the list that is offered,
@@ -51,4 +51,4 @@ private:
     unsigned m_viewId = 0;
 };
 
-} // namespace zn
+} // namespace zn::cameras

@@ -1,6 +1,6 @@
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 
-zn::CameraTree& zn::sessionCameras(Session& session)
+zn::cameras::CameraTree& zn::cameras::sessionCameras(Session& session)
 {
     return session.state<CameraTree>();
 }

@@ -39,9 +39,9 @@ znUberCameraPool* znUberCameraPool::the()
 osg::UberCameraPtr znUberCameraPool::get(unsigned id)
 {
     const zn::TracedCall call("znUberCameraPool::get", id);
-    for (const zn::CameraTree::Entry& entry : zn::sessionCameras().entries())
+    for (const zn::cameras::CameraTree::Entry& entry : zn::cameras::sessionCameras().entries())
         if (entry.cameraId == id)
-            return zn::CameraTree::cameraOf(id);
+            return zn::cameras::CameraTree::cameraOf(id);
     return {};
 }
 
@@ -49,16 +49,16 @@ void znUberCameraPool::add(const osg::UberCameraPtr& camera, const osg::NodePtr&
 {
     const zn::TracedCall call("znUberCameraPool::add", idOf(camera), parent);
     if (camera)
-        zn::sessionCameras().list(camera, parent ? hang(camera, parent) : osg::NodePtr());
+        zn::cameras::sessionCameras().list(camera, parent ? hang(camera, parent) : osg::NodePtr());
 }
 
 void znUberCameraPool::remove(const osg::UberCameraPtr& camera)
 {
     const zn::TracedCall call("znUberCameraPool::remove", idOf(camera));
-    zn::sessionCameras().unlist(idOf(camera));
+    zn::cameras::sessionCameras().unlist(idOf(camera));
 }
 
 std::size_t znUberCameraPool::getNumCameras() const
 {
-    return zn::sessionCameras().entries().size();
+    return zn::cameras::sessionCameras().entries().size();
 }

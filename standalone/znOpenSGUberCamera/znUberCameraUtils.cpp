@@ -11,8 +11,9 @@ namespace
 
 bool isTaken(const QString& name, unsigned exceptId)
 {
-    for (const zn::CameraTree::Entry& entry : zn::sessionCameras().entries())
-        if (entry.cameraId != exceptId && znUberCameraUtils::getName(zn::CameraTree::cameraOf(entry.cameraId)) == name)
+    for (const zn::cameras::CameraTree::Entry& entry : zn::cameras::sessionCameras().entries())
+        if (entry.cameraId != exceptId &&
+            znUberCameraUtils::getName(zn::cameras::CameraTree::cameraOf(entry.cameraId)) == name)
             return true;
     return false;
 }
@@ -28,7 +29,7 @@ QString freeName(const QString& name, unsigned ownId)
 /// The node that bears the camera goes by the same name.
 void nameNodeOf(unsigned cameraId, const std::string& name)
 {
-    for (const zn::CameraTree::Entry& entry : zn::sessionCameras().entries())
+    for (const zn::cameras::CameraTree::Entry& entry : zn::cameras::sessionCameras().entries())
         if (entry.cameraId == cameraId)
             osg::setName(osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(entry.nodeId)), name);
 }

@@ -2,13 +2,13 @@
 
 #include "host/OSGSystem/Names.h"
 
-const char* zn::nameOrEmpty(const osg::AttachmentContainerPtr& container)
+const char* zn::nodes::nameOrEmpty(const osg::AttachmentContainerPtr& container)
 {
     const char* name = osg::getName(container);
     return name ? name : "";
 }
 
-void zn::rename(const osg::AttachmentContainerPtr& container, const char* name, bool keep)
+void zn::nodes::rename(const osg::AttachmentContainerPtr& container, const char* name, bool keep)
 {
     if (container && !(keep && osg::getName(container)))
         osg::setName(container, name ? name : "");

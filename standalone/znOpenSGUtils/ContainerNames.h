@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/AttachmentContainer.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 /// The name of `container` as a UTF-8 text, empty for one without a name and for null. Valid until the name changes.
@@ -12,4 +12,4 @@ const char* nameOrEmpty(const osg::AttachmentContainerPtr& container);
 /// stays. A null container is ignored.
 void rename(const osg::AttachmentContainerPtr& container, const char* name, bool keep);
 
-} // namespace zn
+} // namespace zn::nodes

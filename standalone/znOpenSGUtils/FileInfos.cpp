@@ -21,7 +21,7 @@ osg::FileInfoPtr fileInfoOf(const osg::NodePtr& node)
 
 } // namespace
 
-void zn::setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format)
+void zn::nodes::setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format)
 {
     if (!node)
         return;

@@ -5,7 +5,7 @@
 
 #include <QCoreApplication>
 
-namespace zn
+namespace zn::nodes
 {
 
 namespace
@@ -28,4 +28,4 @@ void tell(const std::vector<geometry::GeometryNote>& notes)
     }
 }
 
-} // namespace zn
+} // namespace zn::nodes

@@ -4,10 +4,10 @@
 
 #include <vector>
 
-namespace zn
+namespace zn::nodes
 {
 
 /// Tells the user each of `notes`, with the name of its geometry.
 void tell(const std::vector<geometry::GeometryNote>& notes);
 
-} // namespace zn
+} // namespace zn::nodes

@@ -6,7 +6,7 @@
 
 #include <unordered_set>
 
-namespace zn
+namespace zn::nodes
 {
 
 namespace
@@ -39,4 +39,4 @@ void appendHeldMaterials(const osg::MaterialPtr& material, std::vector<osg::Mate
     }
 }
 
-} // namespace zn
+} // namespace zn::nodes

@@ -2,7 +2,7 @@
 
 #include "standalone/znUtils/CallTable.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 /// What `znOpenSGUtils::call` knows in one session. A host adds its own, or puts them in place of what is there.
@@ -10,4 +10,4 @@ struct HelperCalls {
     CallTable table;
 };
 
-} // namespace zn
+} // namespace zn::nodes

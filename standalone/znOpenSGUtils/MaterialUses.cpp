@@ -2,7 +2,7 @@
 
 #include "standalone/session/Session.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 namespace
@@ -31,4 +31,4 @@ const std::map<unsigned, MaterialUse>& materialUses()
     return sessionUses().byId;
 }
 
-} // namespace zn
+} // namespace zn::nodes

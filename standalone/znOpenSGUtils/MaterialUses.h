@@ -4,7 +4,7 @@
 
 #include <map>
 
-namespace zn
+namespace zn::nodes
 {
 
 /// A material that is marked as used, which keeps it alive.
@@ -19,4 +19,4 @@ void markAsUsed(const osg::MaterialPtr& material);
 /// What was marked in the living session, by container id.
 const std::map<unsigned, MaterialUse>& materialUses();
 
-} // namespace zn
+} // namespace zn::nodes

@@ -17,7 +17,7 @@ osg::MaterialPtr copyOf(const osg::MaterialPtr& material)
 
 } // namespace
 
-bool zn::setMaterialOfTree(const osg::NodePtr& root, const osg::MaterialPtr& material, bool below, bool asCopy)
+bool zn::nodes::setMaterialOfTree(const osg::NodePtr& root, const osg::MaterialPtr& material, bool below, bool asCopy)
 {
     const osg::RefPtr<osg::MaterialPtr> holder(material);
     bool isChanged = false;

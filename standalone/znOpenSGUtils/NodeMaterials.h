@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Node.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 /// Gives `material` to the core of `root`. False when no core was changed.
@@ -10,4 +10,4 @@ namespace zn
 /// @param asCopy each core gets a copy of its own
 bool setMaterialOfTree(const osg::NodePtr& root, const osg::MaterialPtr& material, bool below, bool asCopy);
 
-} // namespace zn
+} // namespace zn::nodes

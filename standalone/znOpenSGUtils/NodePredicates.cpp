@@ -3,7 +3,7 @@
 #include "scene/NodeProperties.h"
 #include "standalone/session/Session.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 namespace
@@ -55,4 +55,4 @@ bool isUneditedAssetRoot(const osg::NodePtr& node)
     return properties && properties->asset() == osg::NodeProperties::Asset::Root;
 }
 
-} // namespace zn
+} // namespace zn::nodes

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace zn
+namespace zn::nodes
 {
 
 /// Answers of the living session that stand in for what nodes say themselves, for hosts that know better; empty ones
@@ -24,4 +24,4 @@ bool hasLockedAncestor(const osg::NodePtr& node);
 bool isUneditedAssetRoot(const osg::NodePtr& node);
 ///@}
 
-} // namespace zn
+} // namespace zn::nodes

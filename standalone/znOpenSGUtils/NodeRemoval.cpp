@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Edit.h"
 #include "standalone/znOpenSGUtils/NodesBesideScene.h"
 
-void zn::removeNode(const osg::NodePtr& node)
+void zn::nodes::removeNode(const osg::NodePtr& node)
 {
     if (!node)
         return;

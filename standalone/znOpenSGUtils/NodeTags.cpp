@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace zn
+namespace zn::nodes
 {
 
 namespace
@@ -40,4 +40,4 @@ void appendNodesWithTag(const osg::NodePtr& root, const std::string& tag, std::v
     });
 }
 
-} // namespace zn
+} // namespace zn::nodes

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace zn
+namespace zn::nodes
 {
 
 /// Whether one of the tags of `node` is this text, to the letter.
@@ -18,4 +18,4 @@ void removeTags(const osg::NodePtr& node, const std::vector<std::string>& unwant
 /// Appends the nodes with this tag at and below `root`, a parent before its children.
 void appendNodesWithTag(const osg::NodePtr& root, const std::string& tag, std::vector<znNodePtr>& nodes);
 
-} // namespace zn
+} // namespace zn::nodes

@@ -6,7 +6,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "standalone/session/Session.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 NodesBesideScene& nodesBesideScene()
@@ -36,4 +36,4 @@ osg::NodePtr materialPoolBelow(const osg::NodePtr& root)
     return found;
 }
 
-} // namespace zn
+} // namespace zn::nodes

@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Node.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 /// Nodes that the host keeps itself, beside the tree of the scene. Null until they are made.
@@ -20,4 +20,4 @@ osg::NodePtr poolOfScene(bool create);
 /// The first node at or below `root` whose core is a pool of materials; null when there is none.
 osg::NodePtr materialPoolBelow(const osg::NodePtr& root);
 
-} // namespace zn
+} // namespace zn::nodes

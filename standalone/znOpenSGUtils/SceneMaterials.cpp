@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace zn
+namespace zn::nodes
 {
 
 namespace
@@ -64,4 +64,4 @@ osg::MaterialPtr findSceneMaterial(const QString& name)
     return found == materials.end() ? osg::MaterialPtr() : *found;
 }
 
-} // namespace zn
+} // namespace zn::nodes

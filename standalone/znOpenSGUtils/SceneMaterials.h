@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace zn
+namespace zn::nodes
 {
 
 /// The materials of the scene's pool; empty while it has none.
@@ -18,4 +18,4 @@ void noteSceneMaterialNames();
 /// The first of the scene's materials that bears this name; null when there is none.
 osg::MaterialPtr findSceneMaterial(const QString& name);
 
-} // namespace zn
+} // namespace zn::nodes

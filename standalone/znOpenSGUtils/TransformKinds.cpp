@@ -46,7 +46,7 @@ osg::Transform3DPtr earlier(const ConvertedTransforms& known, const osg::Transfo
 
 } // namespace
 
-bool zn::convertToTransform3D(const osg::NodePtr& node)
+bool zn::nodes::convertToTransform3D(const osg::NodePtr& node)
 {
     const auto transform = node ? osg::fcCast<osg::Transform>(node->getCore()) : osg::TransformPtr();
     if (!transform || !isPlainTransform(transform->getType()))

@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Node.h"
 
-namespace zn
+namespace zn::nodes
 {
 
 /// Makes the plain transform of `node` one that the host's tools move, with the same matrix, name and attachments.
@@ -10,4 +10,4 @@ namespace zn
 /// @return whether the core was exchanged; that of a null node, and one of another class, is not
 bool convertToTransform3D(const osg::NodePtr& node);
 
-} // namespace zn
+} // namespace zn::nodes

@@ -16,40 +16,40 @@ osg::NodePtr znMaterials::findMaterialPool(const osg::NodePtr& root, bool below,
     if (!root)
         return {};
     if (below)
-        if (const osg::NodePtr found = zn::materialPoolBelow(root))
+        if (const osg::NodePtr found = zn::nodes::materialPoolBelow(root))
             return found;
-    return root == zn::Session::require().sceneRoot() ? zn::poolOfScene(create) : osg::NodePtr();
+    return root == zn::Session::require().sceneRoot() ? zn::nodes::poolOfScene(create) : osg::NodePtr();
 }
 
 const char* znMaterials::getName(const osg::MaterialPtr& material)
 {
     const zn::TracedCall call("znMaterials::getName", material);
-    return zn::nameOrEmpty(material);
+    return zn::nodes::nameOrEmpty(material);
 }
 
 void znMaterials::setName(const osg::MaterialPtr& material, const char* name, bool keep)
 {
     const zn::TracedCall call("znMaterials::setName", material, name, keep);
-    zn::rename(material, name, keep);
+    zn::nodes::rename(material, name, keep);
 }
 
 znMaterialPtr znMaterials::findMaterial(const QString& name)
 {
     const zn::TracedCall call("znMaterials::findMaterial", name);
-    return zn::findSceneMaterial(name);
+    return zn::nodes::findSceneMaterial(name);
 }
 
 void znMaterials::initFindCache()
 {
     const zn::TracedCall call("znMaterials::initFindCache");
-    zn::noteSceneMaterialNames();
+    zn::nodes::noteSceneMaterialNames();
 }
 
 std::set<unsigned> znMaterials::getMaterialPoolMaterialIds()
 {
     const zn::TracedCall call("znMaterials::getMaterialPoolMaterialIds");
     std::set<unsigned> ids;
-    for (const osg::MaterialPtr& material : zn::sceneMaterials())
+    for (const osg::MaterialPtr& material : zn::nodes::sceneMaterials())
         ids.insert(material->getContainerId());
     return ids;
 }
@@ -68,12 +68,12 @@ void znMaterials::getRecursiveMaterials(const osg::MaterialPtr& material, std::v
                                         bool shownOnly)
 {
     const zn::TracedCall call("znMaterials::getRecursiveMaterials", material, shownOnly);
-    zn::appendHeldMaterials(material, materials, shownOnly);
+    zn::nodes::appendHeldMaterials(material, materials, shownOnly);
 }
 
 void znMaterials::addRef(const osg::MaterialPtr& material, const osg::NodePtr& user, int purpose)
 {
     const zn::TracedCall call("znMaterials::addRef", material, user, purpose);
     if (material)
-        zn::markAsUsed(material);
+        zn::nodes::markAsUsed(material);
 }

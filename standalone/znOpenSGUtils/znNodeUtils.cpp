@@ -19,19 +19,19 @@
 bool znNodeUtils::getLock(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::getLock", node);
-    return zn::isLocked(node);
+    return zn::nodes::isLocked(node);
 }
 
 bool znNodeUtils::hasLockedParent(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::hasLockedParent", node);
-    return zn::hasLockedAncestor(node);
+    return zn::nodes::hasLockedAncestor(node);
 }
 
 bool znNodeUtils::isUneditedAssetRoot(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::isUneditedAssetRoot", node);
-    return zn::isUneditedAssetRoot(node);
+    return zn::nodes::isUneditedAssetRoot(node);
 }
 
 std::vector<std::string> znNodeUtils::getTags(const osg::NodePtr& node)
@@ -43,25 +43,25 @@ std::vector<std::string> znNodeUtils::getTags(const osg::NodePtr& node)
 bool znNodeUtils::hasTag(const osg::NodePtr& node, const std::string& tag)
 {
     const zn::TracedCall call("znNodeUtils::hasTag", node, tag);
-    return zn::hasTag(node, tag);
+    return zn::nodes::hasTag(node, tag);
 }
 
 void znNodeUtils::removeTag(const osg::NodePtr& node, const std::string& tag)
 {
     const zn::TracedCall call("znNodeUtils::removeTag", node, tag);
-    zn::removeTags(node, {tag});
+    zn::nodes::removeTags(node, {tag});
 }
 
 void znNodeUtils::removeTags(const osg::NodePtr& node, const std::vector<std::string>& tags)
 {
     const zn::TracedCall call("znNodeUtils::removeTags", node, tags);
-    zn::removeTags(node, tags);
+    zn::nodes::removeTags(node, tags);
 }
 
 void znNodeUtils::getNodesWithTag(const osg::NodePtr& root, const std::string& tag, std::vector<znNodePtr>& nodes)
 {
     const zn::TracedCall call("znNodeUtils::getNodesWithTag", root, tag);
-    zn::appendNodesWithTag(root, tag, nodes);
+    zn::nodes::appendNodesWithTag(root, tag, nodes);
 }
 
 osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
@@ -73,39 +73,39 @@ osg::MaterialPtr znNodeUtils::getMaterial(const osg::NodePtr& node)
 bool znNodeUtils::setMaterial(const osg::NodePtr& node, const osg::MaterialPtr& material, bool below, bool asCopy)
 {
     const zn::TracedCall call("znNodeUtils::setMaterial", node, material, below, asCopy);
-    return zn::setMaterialOfTree(node, material, below, asCopy);
+    return zn::nodes::setMaterialOfTree(node, material, below, asCopy);
 }
 
 const char* znNodeUtils::getName(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::getName", node);
-    return zn::nameOrEmpty(node);
+    return zn::nodes::nameOrEmpty(node);
 }
 
 void znNodeUtils::setName(const osg::NodePtr& node, const char* name, bool keep, std::string* formerName)
 {
     const zn::TracedCall call("znNodeUtils::setName", node, name, keep);
     if (formerName)
-        *formerName = zn::nameOrEmpty(node);
-    zn::rename(node, name, keep);
+        *formerName = zn::nodes::nameOrEmpty(node);
+    zn::nodes::rename(node, name, keep);
 }
 
 void znNodeUtils::setFileInfo(const osg::NodePtr& node, const char* fileName, const char* format)
 {
     const zn::TracedCall call("znNodeUtils::setFileInfo", node, fileName, format);
-    zn::setFileInfo(node, fileName, format);
+    zn::nodes::setFileInfo(node, fileName, format);
 }
 
 bool znNodeUtils::convertTransformToTransform3D(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::convertTransformToTransform3D", node);
-    return zn::convertToTransform3D(node);
+    return zn::nodes::convertToTransform3D(node);
 }
 
 void znNodeUtils::destroy(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znNodeUtils::destroy", node);
-    zn::removeNode(node);
+    zn::nodes::removeNode(node);
 }
 
 void znNodeUtils::removeVertexColors(const osg::NodePtr& root)
@@ -117,7 +117,7 @@ void znNodeUtils::removeVertexColors(const osg::NodePtr& root)
 void znNodeUtils::verifyIndexMap(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znNodeUtils::verifyIndexMap", root);
-    zn::tell(geometry::repairMeshes(root));
+    zn::nodes::tell(geometry::repairMeshes(root));
 }
 
 void znNodeUtils::addAmbientOcclusionData(const osg::NodePtr& root)

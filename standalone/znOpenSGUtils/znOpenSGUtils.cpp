@@ -13,5 +13,5 @@ osg::NodePtr znOpenSGUtils::getRoot()
 bool znOpenSGUtils::call(const std::string& name, znMessage& message, int caller)
 {
     const zn::TracedCall traced("znOpenSGUtils::call", name, caller);
-    return zn::Session::require().state<zn::HelperCalls>().table.call(name, message, caller);
+    return zn::Session::require().state<zn::nodes::HelperCalls>().table.call(name, message, caller);
 }

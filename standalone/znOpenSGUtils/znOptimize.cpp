@@ -14,7 +14,7 @@ namespace
 
 /// Geometries of one session that scales went into, so that parts which are used many times stay shared.
 struct FlushedScales {
-    treeops::BakedGeometry geometries;
+    geometry::BakedGeometry geometries;
 };
 
 } // namespace
@@ -22,31 +22,31 @@ struct FlushedScales {
 void znOptimize::cleanupGroupNodes(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znOptimize::cleanupGroupNodes", root);
-    treeops::cleanupGroupNodes(root);
+    geometry::cleanupGroupNodes(root);
 }
 
 void znOptimize::removeEmptyGroups(const osg::NodePtr& root, bool keepNamed)
 {
     const zn::TracedCall call("znOptimize::removeEmptyGroups", root, keepNamed);
-    treeops::removeEmptyGroups(root, keepNamed);
+    geometry::removeEmptyGroups(root, keepNamed);
 }
 
 void znOptimize::flushTransformationsKeepFaceNormals(const osg::NodePtr& root)
 {
     const zn::TracedCall call("znOptimize::flushTransformationsKeepFaceNormals", root);
-    treeops::flushTransformations(root);
+    geometry::flushTransformations(root);
 }
 
 void znOptimize::flushSelectedTransformationScales(const osg::NodePtr& node)
 {
     const zn::TracedCall call("znOptimize::flushSelectedTransformationScales", node);
-    treeops::flushScalesAbove(node, zn::Session::require().state<FlushedScales>().geometries);
+    geometry::flushScalesAbove(node, zn::Session::require().state<FlushedScales>().geometries);
 }
 
 void znOptimize::triangulate(const osg::NodePtr& root, bool dropFlat)
 {
     const zn::TracedCall call("znOptimize::triangulate", root, dropFlat);
-    zn::tell(geometry::triangulate(root, dropFlat));
+    zn::nodes::tell(geometry::triangulate(root, dropFlat));
 }
 
 void znOptimize::mergeGeometry(const osg::NodePtr& root)

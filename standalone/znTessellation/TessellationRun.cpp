@@ -17,7 +17,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace zn
+namespace zn::tessellation
 {
 
 namespace
@@ -100,7 +100,7 @@ private:
             osg::exchangeMesh(geometry, std::move(mesh));
             osg::addChild(root, osg::makeNodeFor(geometry));
         }
-        const auto result = osg::writeSceneFile(root, input());
+        const auto result = osg::scenefile::writeSceneFile(root, input());
         if (!result)
             failAll(batch, result.error().message);
         return bool(result);
@@ -110,7 +110,7 @@ private:
     QString launch() const
     {
         znJobs::ChildProcess child(nullptr);
-        child.launch(joinCommand(QStringList(programPath(m_program.path)) + arguments()));
+        child.launch(zn::kernel::joinCommand(QStringList(programPath(m_program.path)) + arguments()));
         if (!child.waitForStarted(-1))
             return tr("%1 cannot be started").arg(child.program());
         const bool hasLimit = m_program.secondsLimit > 0;
@@ -153,7 +153,7 @@ private:
 
     void takeOutput(const Batch& batch)
     {
-        const files::Result<osg::NodePtr> result = osg::readSceneFile(output());
+        const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(output());
         if (!result)
             return failAll(batch, result.error().message);
         const osg::RefPtr<osg::NodePtr> root(result.value());
@@ -162,7 +162,7 @@ private:
         for (std::size_t i = 0; i < batch.size(); ++i) {
             TessellationTask& task = m_tasks[batch[i]];
             const osg::NodePtr node = root->getChild(static_cast<unsigned>(i));
-            const osg::GeometryPtr geometry = geometry::geometryOf(node);
+            const osg::GeometryPtr geometry = osg::geometryOf(node);
             if (geometry && !osg::GeometryAccess::mesh(*geometry).triangles.empty())
                 task.mesh = osg::GeometryAccess::sharedMesh(*geometry);
             else
@@ -216,4 +216,4 @@ void runTessellation(std::vector<TessellationTask>& tasks, const TessellationWis
     TessellationRun(tasks, wish, program, folder).run();
 }
 
-} // namespace zn
+} // namespace zn::tessellation

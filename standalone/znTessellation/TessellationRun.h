@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-namespace zn
+namespace zn::tessellation
 {
 
 /// What meshes surfaces, and for how long.
@@ -37,4 +37,4 @@ struct TessellationTask {
 void runTessellation(std::vector<TessellationTask>& tasks, const TessellationWish& wish,
                      const TessellationProgram& program, const QString& folder);
 
-} // namespace zn
+} // namespace zn::tessellation

@@ -17,14 +17,14 @@
 namespace
 {
 
-zn::TessellationProgram programOf(const zn::Settings& settings)
+zn::tessellation::TessellationProgram programOf(const zn::Settings& settings)
 {
     return {settings.tessellation.program, settings.tessellation.timeLimit};
 }
 
 /// What the last `copySettings` of a session took; the defaults before the first one.
 struct CopiedSettings {
-    zn::TessellationProgram program = programOf(zn::Settings());
+    zn::tessellation::TessellationProgram program = programOf(zn::Settings());
 };
 
 class Texts
@@ -51,10 +51,10 @@ void tell(const QString& text)
 } // namespace
 
 struct znRetessellation::State {
-    zn::TessellationWish wish;
+    zn::tessellation::TessellationWish wish;
     std::set<std::uint32_t> known;
     std::vector<osg::RefPtr<osg::GeometryPtr>> geometries; ///< with an exact surface, as the tasks
-    std::vector<zn::TessellationTask> tasks;
+    std::vector<zn::tessellation::TessellationTask> tasks;
     std::size_t withoutSurface = 0;
     bool isApplied = false;
 };
@@ -73,7 +73,7 @@ void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
 {
     const zn::TracedCall call("znRetessellation::addNodes", nodes);
     for (const osg::NodePtr& node : nodes)
-        for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(node)) {
+        for (const osg::GeometryPtr& geometry : osg::geometriesBelow(node)) {
             const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
             if (!m_state->known.insert(geometry->getContainerId()).second)
                 continue;
@@ -100,8 +100,8 @@ void znRetessellation::applyTessellation()
     if (m_state->tasks.empty() || m_state->isApplied)
         return;
     zn::Session& session = zn::Session::require();
-    zn::runTessellation(m_state->tasks, m_state->wish, session.state<CopiedSettings>().program,
-                        session.temporaryFolder());
+    zn::tessellation::runTessellation(m_state->tasks, m_state->wish, session.state<CopiedSettings>().program,
+                                      session.temporaryFolder());
     m_state->isApplied = true;
 }
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-namespace znUtils
+namespace zn::utils
 {
 
 using LogSink = std::function<void(const char* text)>;
@@ -10,4 +10,4 @@ using LogSink = std::function<void(const char* text)>;
 /// Sends what `znLog` reports to `sink` from now on; an empty one brings back the standard error stream.
 void setLogSink(LogSink sink);
 
-} // namespace znUtils
+} // namespace zn::utils

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace znUtils
+namespace zn::utils
 {
 
 namespace
@@ -46,7 +46,7 @@ void setTemporaryFolder(std::string folder)
     temporaryFolder() = std::move(folder);
 }
 
-} // namespace znUtils
+} // namespace zn::utils
 
 bool znFile::exists(const std::string& path, bool onlyFiles, bool onlyReadable)
 {
@@ -63,7 +63,7 @@ void znFile::remove(const std::string& path)
 
 std::string znFile::getTmpDir()
 {
-    const std::string& folder = znUtils::temporaryFolder();
+    const std::string& folder = zn::utils::temporaryFolder();
     return folder.empty() ? QDir::tempPath().toStdString() : folder;
 }
 
@@ -72,7 +72,7 @@ std::string znFile::convertSeparators(const std::string& path)
     std::string result;
     result.reserve(path.size());
     for (const char letter : path) {
-        if (!znUtils::isSeparator(letter))
+        if (!zn::utils::isSeparator(letter))
             result += letter;
         else if (result.empty() || result.back() != '/')
             result += '/';
@@ -83,13 +83,13 @@ std::string znFile::convertSeparators(const std::string& path)
 
 std::string znFile::getExtension(const std::string& path)
 {
-    const std::string name = znUtils::fileName(path);
-    const std::size_t dot = znUtils::extensionDot(name);
+    const std::string name = zn::utils::fileName(path);
+    const std::size_t dot = zn::utils::extensionDot(name);
     return dot == std::string::npos ? std::string() : name.substr(dot + 1);
 }
 
 std::string znFile::getBaseName(const std::string& path)
 {
-    const std::string name = znUtils::fileName(path);
-    return name.substr(0, znUtils::extensionDot(name));
+    const std::string name = zn::utils::fileName(path);
+    return name.substr(0, zn::utils::extensionDot(name));
 }

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <utility>
 
-namespace znUtils
+namespace zn::utils
 {
 
 namespace
@@ -24,14 +24,14 @@ void setLogSink(LogSink newSink)
     sink() = std::move(newSink);
 }
 
-} // namespace znUtils
+} // namespace zn::utils
 
 void znLog::error(const char* text)
 {
     if (!text)
         return;
-    if (znUtils::sink())
-        znUtils::sink()(text);
+    if (zn::utils::sink())
+        zn::utils::sink()(text);
     else
         std::fprintf(stderr, "%s\n", text);
 }

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace zn
+namespace zn::variants
 {
 
 namespace
@@ -24,7 +24,7 @@ void applyStates(const std::vector<std::unique_ptr<znVariantState>>& states, QSt
             complaints << tr("'%1' has no state '%2'").arg(state->getVariant()->getName(), state->m_stateName);
 }
 
-void applyViewpoint(const QString& name, CameraTree& cameras, QStringList& complaints)
+void applyViewpoint(const QString& name, zn::cameras::CameraTree& cameras, QStringList& complaints)
 {
     if (name.isEmpty())
         return;
@@ -87,7 +87,7 @@ znNodeVariant& SessionVariants::nodeVariant(const osg::NodePtr& node)
     return *variant;
 }
 
-QStringList SessionVariants::apply(const znVariantSet& set, CameraTree& cameras)
+QStringList SessionVariants::apply(const znVariantSet& set, zn::cameras::CameraTree& cameras)
 {
     QStringList complaints;
     applyStates(set.getMaterialStates(), complaints);
@@ -101,4 +101,4 @@ SessionVariants& sessionVariants(Session& session)
     return session.state<SessionVariants>();
 }
 
-} // namespace zn
+} // namespace zn::variants

@@ -9,10 +9,13 @@
 #include <memory>
 #include <vector>
 
-namespace zn
+namespace zn::cameras
 {
-
 class CameraTree;
+} // namespace zn::cameras
+
+namespace zn::variants
+{
 
 /// The variants of one session, in the order in which they were made.
 class SessionVariants
@@ -40,7 +43,7 @@ public:
 
     /// Brings materials, nodes and view to what `set` wants of them. Gives a sentence for each wish that could not be
     /// met; the others are.
-    static QStringList apply(const znVariantSet& set, CameraTree& cameras);
+    static QStringList apply(const znVariantSet& set, zn::cameras::CameraTree& cameras);
 
 private:
     Owned<znVariantGroup> m_groups;
@@ -56,4 +59,4 @@ private:
 /// The variants of a session.
 SessionVariants& sessionVariants(Session& session = Session::require());
 
-} // namespace zn
+} // namespace zn::variants

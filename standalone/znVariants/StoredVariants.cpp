@@ -9,7 +9,7 @@
 
 #include <QCoreApplication>
 
-namespace zn
+namespace zn::variants
 {
 
 namespace
@@ -149,4 +149,4 @@ QStringList addStoredVariants(SessionVariants& variants, const osg::VariantTable
     return complaints;
 }
 
-} // namespace zn
+} // namespace zn::variants

@@ -3,7 +3,7 @@
 #include "scene/VariantTable.h"
 #include "standalone/znVariants/SessionVariants.h"
 
-namespace zn
+namespace zn::variants
 {
 
 /// What files store of those of `variants` whose materials are alive and whose nodes are at or below `root`.
@@ -13,4 +13,4 @@ osg::VariantTable storedVariants(const SessionVariants& variants, const osg::Nod
 /// for each entry whose material or node is not in the tree at `root`.
 QStringList addStoredVariants(SessionVariants& variants, const osg::VariantTable& table, const osg::NodePtr& root);
 
-} // namespace zn
+} // namespace zn::variants

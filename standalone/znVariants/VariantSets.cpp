@@ -10,17 +10,17 @@ namespace zn
 QStringList variantSetNames(Session& session)
 {
     QStringList names;
-    for (const auto& set : sessionVariants(session).sets())
+    for (const auto& set : variants::sessionVariants(session).sets())
         names << set->getName();
     return names;
 }
 
 std::optional<QStringList> applyVariantSet(Session& session, const QString& name)
 {
-    const znVariantSet* set = sessionVariants(session).findSet(name);
+    const znVariantSet* set = variants::sessionVariants(session).findSet(name);
     if (!set)
         return std::nullopt;
-    return SessionVariants::apply(*set, sessionCameras(session));
+    return variants::SessionVariants::apply(*set, zn::cameras::sessionCameras(session));
 }
 
 } // namespace zn

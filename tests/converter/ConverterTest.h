@@ -37,7 +37,7 @@ protected:
     }
     void allowMixedAssemblies(bool allowed)
     {
-        m_session.state<zn::MixedAssemblies>().canContain = [allowed](const QString&) { return allowed; };
+        m_session.state<zn::kernel::MixedAssemblies>().canContain = [allowed](const QString&) { return allowed; };
     }
 
     QString outputFolder() const { return path(QStringLiteral("out put")); }

@@ -45,10 +45,10 @@ protected:
     }
 
     /// Reads and keeps the tree.
-    formats::ReadResult read(const QString& path, const formats::ReadOptions& options = {})
+    files::ReadResult read(const QString& path, const files::ReadOptions& options = {})
     {
         const osg::EditAudit audit;
-        const formats::ReadResult result = ::readScene(path, options);
+        const files::ReadResult result = ::readScene(path, options);
         EXPECT_TRUE(audit.unbracketed().empty());
         EXPECT_TRUE(audit.idleBrackets().empty());
         EXPECT_TRUE(audit.unmatchedEnds().empty());
@@ -63,9 +63,9 @@ protected:
     }
 
     /// The error of a read that must fail, in one line.
-    QString errorOf(const QString& path, const formats::ReadOptions& options = {})
+    QString errorOf(const QString& path, const files::ReadOptions& options = {})
     {
-        const formats::ReadResult result = read(path, options);
+        const files::ReadResult result = read(path, options);
         if (result)
             return QStringLiteral("none");
         return QString::fromLatin1(files::errorName(result.error().code)) + QStringLiteral(" ") +

@@ -14,14 +14,14 @@ namespace
 {
 
 using SceneReadersTest = ReaderTest;
-using formats::ReadTask;
-using formats::SceneReaders;
+using files::ReadTask;
+using files::SceneReaders;
 
 constexpr const char* triangle = "v 0 0 1\nv 1.5 0 1\nv 0 1 1\nf 1 2 3\n";
 
 osg::NodePtr readOneGroup(ReadTask&)
 {
-    return formats::makeGroup({});
+    return files::makeGroup({});
 }
 
 TEST_F(SceneReadersTest, TheExtensionTellsTheReaderInAnyCaseOfLetters)
@@ -53,21 +53,21 @@ TEST_F(SceneReadersTest, TheRootBearsTheNameOfTheFile)
 
 TEST_F(SceneReadersTest, AHostAddsAReaderToItsOwnTable)
 {
-    SceneReaders own = zn::builtInReaders();
+    SceneReaders own = zn::startup::builtInReaders();
     own.add({QStringLiteral("Own"), {QStringLiteral("own")}, readOneGroup});
-    const formats::ReadResult result = own.read(write(QStringLiteral("a.own"), "x"));
+    const files::ReadResult result = own.read(write(QStringLiteral("a.own"), "x"));
     EXPECT_TRUE(result);
     discard(result.value());
-    EXPECT_EQ(zn::builtInReaders().find(QStringLiteral("own")), nullptr);
+    EXPECT_EQ(zn::startup::builtInReaders().find(QStringLiteral("own")), nullptr);
     EXPECT_NE(own.find(QStringLiteral("obj")), nullptr);
 }
 
 TEST_F(SceneReadersTest, ALaterRowWins)
 {
-    SceneReaders own = zn::builtInReaders();
+    SceneReaders own = zn::startup::builtInReaders();
     own.add({QStringLiteral("Own OBJ"), {QStringLiteral("obj")}, readOneGroup});
     EXPECT_EQ(own.find(QStringLiteral("obj"))->name, QStringLiteral("Own OBJ"));
-    EXPECT_EQ(zn::builtInReaders().find(QStringLiteral("obj"))->name, QStringLiteral("Wavefront OBJ"));
+    EXPECT_EQ(zn::startup::builtInReaders().find(QStringLiteral("obj"))->name, QStringLiteral("Wavefront OBJ"));
 }
 
 TEST_F(SceneReadersTest, AnExceptionOfALibraryBecomesAnError)
@@ -78,7 +78,7 @@ TEST_F(SceneReadersTest, AnExceptionOfALibraryBecomesAnError)
              }});
     own.add(
         {QStringLiteral("Starves"), {QStringLiteral("s")}, [](ReadTask&) -> osg::NodePtr { throw std::bad_alloc(); }});
-    const formats::ReadResult thrown = own.read(QStringLiteral("a.t"));
+    const files::ReadResult thrown = own.read(QStringLiteral("a.t"));
     ASSERT_FALSE(thrown);
     EXPECT_EQ(thrown.error().toString(), QStringLiteral("a.t: the library gave up"));
     EXPECT_EQ(thrown.error().code, files::ErrorCode::Damaged);
@@ -92,7 +92,7 @@ TEST_F(SceneReadersTest, AFailedReadKeepsItsWarnings)
                  task.warn(QStringLiteral("odd"), QStringLiteral("line 3"));
                  task.fail(files::ErrorCode::Damaged, QStringLiteral("broken"), QStringLiteral("line 4"));
              }});
-    const formats::ReadResult result = own.read(QStringLiteral("a.w"));
+    const files::ReadResult result = own.read(QStringLiteral("a.w"));
     EXPECT_EQ(result.error().toString(), QStringLiteral("a.w: broken (line 4)"));
     EXPECT_THAT(texts(result.warnings), testing::ElementsAre(QStringLiteral("odd @ line 3")));
 }
@@ -103,9 +103,9 @@ TEST_F(SceneReadersTest, AfterAHundredWarningsTheRestIsCounted)
     own.add({QStringLiteral("Nags"), {QStringLiteral("n")}, [](ReadTask& task) -> osg::NodePtr {
                  for (int i = 0; i < 250; ++i)
                      task.warn(QString::number(i));
-                 return formats::makeGroup({});
+                 return files::makeGroup({});
              }});
-    const formats::ReadResult result = own.read(QStringLiteral("a.n"));
+    const files::ReadResult result = own.read(QStringLiteral("a.n"));
     ASSERT_EQ(result.warnings.size(), 101u);
     EXPECT_EQ(result.warnings.back().message, QStringLiteral("150 more warnings"));
     discard(result.value());

@@ -174,8 +174,8 @@ TEST_F(AmbientOcclusionTest, ASceneFileKeepsIt)
     mesh.occlusion = std::vector<float>{0.25f, 0.5f, 0.875f};
     add(root, geometry(mesh));
     const QString file = path(QStringLiteral("scene.osb"));
-    ASSERT_TRUE(osg::writeSceneFile(root, file));
-    const osg::RefPtr<osg::NodePtr> read(osg::readSceneFile(file).value());
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(root, file));
+    const osg::RefPtr<osg::NodePtr> read(osg::scenefile::readSceneFile(file).value());
     ASSERT_TRUE(read);
     EXPECT_THAT(meshOf(read->getChild(0)).occlusion.span(), testing::ElementsAre(0.25f, 0.5f, 0.875f));
 }

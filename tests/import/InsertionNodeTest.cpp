@@ -32,7 +32,7 @@ protected:
         return target;
     }
 
-    zn::NodePredicates& predicates() { return zn::nodePredicates(); }
+    zn::nodes::NodePredicates& predicates() { return zn::nodes::nodePredicates(); }
 };
 
 bool isNull(const osg::NodePtr& node)

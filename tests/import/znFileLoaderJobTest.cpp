@@ -258,7 +258,7 @@ TEST_F(FileLoaderJob, RefreshTakesNoNoticeOfALock)
 {
     const osg::NodePtr reference = addReference(m_root, "reference");
     setSmartPath(reference, m_file);
-    zn::nodePredicates().getLock = [](const osg::NodePtr&) { return true; };
+    zn::nodes::nodePredicates().getLock = [](const osg::NodePtr&) { return true; };
     load(m_file, wrapped(reference));
     EXPECT_EQ(reference->getNChildren(), 1u);
     EXPECT_EQ(m_root->getNChildren(), 2u);
@@ -331,8 +331,8 @@ TEST_F(FileLoaderJob, FillFailsWhenTheLoadFails)
 
 TEST_F(FileLoaderJob, FillSucceedsWithoutANodeWhenTheLoadBringsNoTree)
 {
-    m_session.state<formats::SceneReaders>().add(
-        {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) { return osg::NodePtr(); }});
+    m_session.state<files::SceneReaders>().add(
+        {QStringLiteral("test"), {QStringLiteral("fake")}, [](files::ReadTask&) { return osg::NodePtr(); }});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesOnPurpose({"Node"});
     const Job job = load(write(QStringLiteral("none.fake"), "x"), wrapped(reference));
@@ -344,7 +344,7 @@ TEST_F(FileLoaderJob, FillSucceedsWithoutANodeWhenTheLoadBringsNoTree)
 
 TEST_F(FileLoaderJob, FillIgnoresWhatTheLoadBringsBesideItsFirstNode)
 {
-    const auto readTwo = [this](formats::ReadTask&) {
+    const auto readTwo = [this](files::ReadTask&) {
         const auto holder =
             osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(lastLoad().parentId));
         addGroup(addGroup(holder, "first"), "content of first");
@@ -352,7 +352,7 @@ TEST_F(FileLoaderJob, FillIgnoresWhatTheLoadBringsBesideItsFirstNode)
         addGroup(second, "content of second");
         return second;
     };
-    m_session.state<formats::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readTwo});
+    m_session.state<files::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readTwo});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesOnPurpose({"Node", "Node first", "Group", "Name", "Node two", "Group", "Name", "Node content of second",
                      "Group", "Name"});
@@ -362,13 +362,13 @@ TEST_F(FileLoaderJob, FillIgnoresWhatTheLoadBringsBesideItsFirstNode)
 
 TEST_F(FileLoaderJob, FillKeepsTheOrderOfTheContent)
 {
-    const auto readThree = [](formats::ReadTask&) {
+    const auto readThree = [](files::ReadTask&) {
         const osg::NodePtr root = osg::makeNodeFor(osg::Group::create());
         for (const char* name : {"a", "b", "c"})
             addGroup(root, name);
         return root;
     };
-    m_session.state<formats::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readThree});
+    m_session.state<files::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, readThree});
     const osg::NodePtr reference = addReference(m_root, "reference");
     leavesSplicedNodes("three");
     load(write(QStringLiteral("three.fake"), "x"), wrapped(reference));

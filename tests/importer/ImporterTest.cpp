@@ -2,7 +2,7 @@
 
 #include "host/OSGSystem/Names.h"
 #include "importer/SceneText.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "tests/support/LoadRecorder.h"
 
 #include <QDir>
@@ -57,7 +57,7 @@ protected:
     }
 
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/importer äö XXXXXX")};
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     zn::Importer importer{session};
 };
 

@@ -44,7 +44,7 @@ protected:
 
     QString writeScene(const QString& name, const osg::NodePtr& root) const
     {
-        EXPECT_TRUE(osg::writeSceneFile(root, path(name)));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(root, path(name)));
         return path(name);
     }
 

@@ -91,16 +91,16 @@ TEST_F(PtxLoaderJobTest, TheHostIsBusyAndSearchesInTheFoldersFileWhileItLoads)
 {
     refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
     const auto job = makeLoader();
-    zn::UserInterfaceState seen;
+    zn::kernel::UserInterfaceState seen;
     QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobFinished,
-                     [&] { seen = m_session.state<zn::UserInterfaceState>(); });
+                     [&] { seen = m_session.state<zn::kernel::UserInterfaceState>(); });
     job->run();
     EXPECT_TRUE(seen.busy);
     EXPECT_FALSE(seen.inputBlocked);
     EXPECT_EQ(seen.cancelledRefinements, 1u);
     EXPECT_EQ(seen.textureBase, path(QStringLiteral("out put/engine.osb")).toStdString());
-    EXPECT_FALSE(m_session.state<zn::UserInterfaceState>().busy);
-    EXPECT_EQ(m_session.state<zn::UserInterfaceState>().textureBase, "");
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+    EXPECT_EQ(m_session.state<zn::kernel::UserInterfaceState>().textureBase, "");
 }
 
 TEST_F(PtxLoaderJobTest, AFileThatCannotBeLoadedEndsTheJobAtOnce)
@@ -223,7 +223,7 @@ TEST_F(PtxLoaderJobTest, AnExceptionWhileChildrenAreMadeCarriesTheRunningStateIn
     EXPECT_EQ(lines.back(), "processingFinished");
     EXPECT_THAT(log.lines(), Contains(QStringLiteral("finished 4")));
     EXPECT_EQ(log.count(QStringLiteral("finished")), 1);
-    EXPECT_FALSE(m_session.state<zn::UserInterfaceState>().busy);
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
     EXPECT_TRUE(job->getLoadedNode());
 }
 

@@ -33,7 +33,7 @@ protected:
         const osg::UberCameraPtr camera = osg::UberCamera::create();
         const osg::NodePtr node = add(parent, camera);
         osg::setTags(node, tags);
-        zn::sessionCameras().list(camera, node);
+        zn::cameras::sessionCameras().list(camera, node);
         return camera;
     }
     /// Puts a material of this name into the pool of the scene.
@@ -44,7 +44,7 @@ protected:
         return material;
     }
 
-    zn::SessionVariants& variants() { return zn::sessionVariants(); }
+    zn::variants::SessionVariants& variants() { return zn::variants::sessionVariants(); }
     static std::string stateOf(const char* set, const char* material)
     {
         const znVariantState* state =

@@ -19,7 +19,7 @@ protected:
     std::vector<std::string> cameraTree()
     {
         std::vector<std::string> lines;
-        osg::traverse(zn::sessionCameras().root(), [&lines](const osg::NodePtr& node) {
+        osg::traverse(zn::cameras::sessionCameras().root(), [&lines](const osg::NodePtr& node) {
             std::string dots;
             for (osg::NodePtr parent = node->getParent(); parent; parent = parent->getParent())
                 dots += '.';
@@ -145,8 +145,8 @@ TEST_F(BookmarkViewpoints, SwitchingToTheSetLooksThroughItsCamera)
 {
     const osg::UberCameraPtr camera = addCamera(addBookmark("Red"), {"A"});
     convertStylarBookmarks(root, false);
-    EXPECT_THAT(texts(zn::SessionVariants::apply(*set("Red"), zn::sessionCameras())), IsEmpty());
-    EXPECT_TRUE(zn::sessionCameras().view() == camera);
+    EXPECT_THAT(texts(zn::variants::SessionVariants::apply(*set("Red"), zn::cameras::sessionCameras())), IsEmpty());
+    EXPECT_TRUE(zn::cameras::sessionCameras().view() == camera);
 }
 
 } // namespace

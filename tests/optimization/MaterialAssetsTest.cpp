@@ -31,7 +31,7 @@ class MaterialAssetsTest : public MaterialTest
 protected:
     MaterialAssetsTest()
     {
-        m_session.state<zn::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
+        m_session.state<zn::nodes::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
             QString uuid;
             EXPECT_TRUE(message.get("uuid", uuid));
             m_asked.push_back(uuid.toStdString());
@@ -94,7 +94,7 @@ TEST_F(LoadAssetMaterial, AnAssetIsLoadedAndMarkedOnceARun)
     loadAssetMaterial(held(copyOfAsset(simple("x"), "1")), m_cache);
     EXPECT_TRUE(loadAssetMaterial(held(copyOfAsset(simple("y"), "1")), m_cache) == paint);
     EXPECT_THAT(m_asked, ElementsAre("1"));
-    const auto& uses = zn::materialUses();
+    const auto& uses = zn::nodes::materialUses();
     ASSERT_EQ(uses.size(), 2U);
     EXPECT_EQ(uses.at(paint->getContainerId()).count, 1U);
     EXPECT_EQ(uses.at(red->getContainerId()).count, 1U);
@@ -129,7 +129,7 @@ TEST_F(LoadAssetMaterial, AnAssetThatIsNotThereIsAskedForAgain)
     EXPECT_FALSE(loadAssetMaterial(copy, m_cache));
     EXPECT_THAT(m_asked, ElementsAre("lost", "lost"));
     EXPECT_THAT(m_cache, IsEmpty());
-    EXPECT_THAT(zn::materialUses(), IsEmpty());
+    EXPECT_THAT(zn::nodes::materialUses(), IsEmpty());
 }
 
 TEST_F(LoadAssetMaterial, ANullMaterialIsNoMaterial)
@@ -278,17 +278,17 @@ class AppliedAssets : public MaterialAssetsTest
 protected:
     AppliedAssets()
     {
-        m_session.state<zn::ControllerCalls>().table.offer("getSelectedMaterialAssetDirectory",
-                                                           [this](znMessage& message, int) {
-                                                               if (!m_url.empty())
-                                                                   message.set("url", m_url, true);
-                                                               return !m_url.empty();
-                                                           });
-        m_session.state<zn::ControllerCalls>().table.offer("applyMaterialAssetsToNodes",
-                                                           [this](znMessage& message, int) {
-                                                               EXPECT_TRUE(message.get("url", m_appliedUrl));
-                                                               return message.get("nodes", m_appliedNodes);
-                                                           });
+        m_session.state<zn::kernel::ControllerCalls>().table.offer("getSelectedMaterialAssetDirectory",
+                                                                   [this](znMessage& message, int) {
+                                                                       if (!m_url.empty())
+                                                                           message.set("url", m_url, true);
+                                                                       return !m_url.empty();
+                                                                   });
+        m_session.state<zn::kernel::ControllerCalls>().table.offer("applyMaterialAssetsToNodes",
+                                                                   [this](znMessage& message, int) {
+                                                                       EXPECT_TRUE(message.get("url", m_appliedUrl));
+                                                                       return message.get("nodes", m_appliedNodes);
+                                                                   });
     }
 
     boost::any m_url;

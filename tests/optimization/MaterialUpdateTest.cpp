@@ -17,7 +17,7 @@ class MaterialUpdateTest : public MaterialTest
 protected:
     MaterialUpdateTest()
     {
-        m_session.state<zn::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
+        m_session.state<zn::nodes::HelperCalls>().table.offer("loadMaterialAsset", [this](znMessage& message, int) {
             QString uuid;
             message.get("uuid", uuid);
             m_asked.push_back(uuid.toStdString());

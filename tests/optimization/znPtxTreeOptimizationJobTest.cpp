@@ -343,7 +343,7 @@ TEST_F(Job, TheFirstTreeOfASceneRenewsTheEnvironment)
     tree = makeTree();
     EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
     EXPECT_EQ(znScenegraph::environmentGeometrySwitch(), environment);
-    EXPECT_EQ(m_session.state<zn::UserInterfaceState>().shownWholes, 1u);
+    EXPECT_EQ(m_session.state<zn::kernel::UserInterfaceState>().shownWholes, 1u);
 }
 
 TEST_F(Job, SceneSettingsMoveTheTree)

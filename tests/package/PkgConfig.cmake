@@ -11,8 +11,8 @@ set(link /tmp/zn-pkg-config-${key})
 file(CREATE_LINK ${PREFIX} ${link} SYMBOLIC)
 set(program ${ROOT}/version)
 file(WRITE ${program}.cpp "#include \"import/znVersion.h\"\n#include \"import/filetypes/znCADFileTypes.h\"\n#include <cstdio>\n"
-  "#include \"standalone/startup/znStandaloneSession.h\"\n"
-  "int main() { std::puts(znStandaloneSession::current() ? \"session\" : ZN_CADIMPORT_VERSION); }\n")
+  "#include \"standalone/startup/StandaloneSession.h\"\n"
+  "int main() { std::puts(zn::StandaloneSession::current() ? \"session\" : ZN_CADIMPORT_VERSION); }\n")
 run(log sh -c "exec ${COMPILER} -std=c++20 -fPIC -Wall -Wextra -Wpedantic -Werror '${program}.cpp' -o '${program}' \
   $(PKG_CONFIG_PATH=${link}/lib/pkgconfig ${pkg_config} --cflags --libs znCADImport) -Wl,-rpath,${link}/lib")
 run(output ${program})

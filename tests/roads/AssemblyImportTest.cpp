@@ -130,14 +130,14 @@ TEST_F(AssemblyImportTest, WhatIsMissingIsNamedWithItsReason)
 TEST_F(AssemblyImportTest, PartsThatTheConvertersLeftOutMakeAnImportPartial)
 {
     const Root part(makeReference("part root", path(QStringLiteral("bolt.stp"))));
-    const std::string ring = osg::converted::missingTag({"/cad/o'ring.stp", "the file is not there"});
+    const std::string ring = osg::scenefile::converted::missingTag({"/cad/o'ring.stp", "the file is not there"});
     osg::setTags(addGroup(part.get(), "ring place"), {"ptx::layer=7", ring});
     writeScene(QStringLiteral("made/bolt.stp"), part.get());
     const QString bolt = write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")));
     refer("left bolt", bolt);
     refer("right bolt", bolt);
     const osg::NodePtr circle = refer("itself", QString());
-    osg::setTags(circle, {osg::converted::missingTag({"/cad/engine.stp", "it leads round in a circle"})});
+    osg::setTags(circle, {osg::scenefile::converted::missingTag({"/cad/engine.stp", "it leads round in a circle"})});
     const zn::ImportResult result = import();
     EXPECT_EQ(result.state, JobPartial);
     ASSERT_TRUE(result.node);

@@ -38,7 +38,7 @@ protected:
     void SetUp() override
     {
         const osg::RefPtr<osg::NodePtr> made(bookmarkscene::make());
-        ASSERT_TRUE(osg::writeSceneFile(made, path(text("car.osb"))));
+        ASSERT_TRUE(osg::scenefile::writeSceneFile(made, path(text("car.osb"))));
         ASSERT_EQ(znFileIO::load({path(text("car.osb"))}, m_session.sceneRoot(), true, false, false), 131003);
         m_car = m_session.sceneRoot()->getChild(0);
         const osg::MaterialPoolPtr pool = znScenegraph::getMaterialPool();
@@ -53,7 +53,8 @@ protected:
 
     QStringList apply(const char* set)
     {
-        return zn::SessionVariants::apply(*znVariants::findVariantSet(text(set)), zn::sessionCameras());
+        return zn::variants::SessionVariants::apply(*znVariants::findVariantSet(text(set)),
+                                                    zn::cameras::sessionCameras());
     }
 
     /// The picture of the scene as it is now; also into the folder ZN_PICTURES when that is set.
@@ -62,8 +63,8 @@ protected:
         render::SnapshotOptions options;
         options.width = 320;
         options.height = 200;
-        if (const osg::UberCameraPtr view = zn::sessionCameras().view())
-            options.eye = render::Eye{zn::sessionCameras().placementOf(view), true, view->getFieldOfView(), 0};
+        if (const osg::UberCameraPtr view = zn::cameras::sessionCameras().view())
+            options.eye = render::Eye{zn::cameras::sessionCameras().placementOf(view), true, view->getFieldOfView(), 0};
         const render::SnapshotResult result = render::renderSnapshot(m_session.sceneRoot(), options);
         EXPECT_FALSE(result.error) << result.error.message.toStdString();
         const QString folder = qEnvironmentVariable("ZN_PICTURES");
@@ -92,7 +93,7 @@ TEST_F(BookmarkRoadTest, BookmarksBecomeSetsVariantsAndViewpoints)
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 2u);
     convert();
     EXPECT_EQ(m_car->getNChildren(), 3u);
-    const auto& sets = zn::sessionVariants().sets();
+    const auto& sets = zn::variants::sessionVariants().sets();
     ASSERT_EQ(sets.size(), 3u);
     EXPECT_EQ(sets[0]->getName(), text("Open Roof"));
     EXPECT_EQ(sets[0]->getGroup()->getName(), text("Exterior"));
@@ -100,11 +101,11 @@ TEST_F(BookmarkRoadTest, BookmarksBecomeSetsVariantsAndViewpoints)
     EXPECT_EQ(sets[1]->findMaterialVariant(text("Roof Glass"))->m_stateName, text("Tinted"));
     EXPECT_TRUE(sets[2]->getGroup() == nullptr);
     EXPECT_EQ(sets[2]->m_viewpointName, QString());
-    EXPECT_EQ(zn::sessionVariants().nodeVariants().size(), 2u);
+    EXPECT_EQ(zn::variants::sessionVariants().nodeVariants().size(), 2u);
     EXPECT_EQ(osg::tagsOf(part(1)), std::vector<std::string>{"fragile"});
     EXPECT_TRUE(osg::tagsOf(part(2)).empty());
     // One camera with one track, and a viewpoint of each bookmark that had a camera.
-    EXPECT_EQ(zn::sessionCameras().root()->getNChildren(), 1u);
+    EXPECT_EQ(zn::cameras::sessionCameras().root()->getNChildren(), 1u);
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 3u);
 }
 
@@ -116,9 +117,9 @@ TEST_F(BookmarkRoadTest, EachSetShowsItsPicture)
     EXPECT_STREQ(middleOf(picture("open-roof")), "grey");
     EXPECT_EQ(apply("Night"), QStringList());
     EXPECT_TRUE(part(1)->isActive());
-    EXPECT_EQ(zn::sessionCameras().view()->getTranslation(), (osg::Vec3f{2000, -7000, 700}));
+    EXPECT_EQ(zn::cameras::sessionCameras().view()->getTranslation(), (osg::Vec3f{2000, -7000, 700}));
     picture("night-from-its-side");
-    zn::sessionCameras().look(zn::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId);
+    zn::cameras::sessionCameras().look(zn::cameras::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId);
     EXPECT_STREQ(middleOf(picture("night")), "dark");
     EXPECT_EQ(apply("Journey"), QStringList());
     EXPECT_STREQ(middleOf(picture("journey")), "orange");
@@ -131,7 +132,7 @@ TEST_F(BookmarkRoadTest, TheGlbIsValidAndTellsEverySet)
     convert();
     const zn::SceneWithExtras scene(m_session);
     const QString file = path(text("car.glb"));
-    ASSERT_TRUE(glb::write(scene.root(), file));
+    ASSERT_TRUE(files::glb::write(scene.root(), file));
     if (gltfvalidator::isInstalled()) {
         EXPECT_TRUE(gltfvalidator::validate(file) == gltfvalidator::Verdict());
     }
@@ -150,9 +151,9 @@ TEST_F(BookmarkRoadTest, ASavedSceneHasTheSameSets)
     convert();
     {
         const zn::SceneWithExtras scene(m_session);
-        ASSERT_TRUE(osg::writeSceneFile(scene.root(), path(text("saved.osb"))));
+        ASSERT_TRUE(osg::scenefile::writeSceneFile(scene.root(), path(text("saved.osb"))));
     }
-    const files::Result<osg::NodePtr> read = osg::readSceneFile(path(text("saved.osb")));
+    const files::Result<osg::NodePtr> read = osg::scenefile::readSceneFile(path(text("saved.osb")));
     ASSERT_TRUE(read);
     const osg::RefPtr<osg::NodePtr> root(read.value());
     const auto variants = osg::VariantAttachment::of(root);

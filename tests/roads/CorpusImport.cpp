@@ -8,7 +8,7 @@
 #include "importer/SceneText.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -88,7 +88,7 @@ void notePlaces(const osg::NodePtr& root, Import& import)
 
 Import import(const QString& file, const char* processes, const char* references)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     EXPECT_FALSE(session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)));
     EXPECT_FALSE(session.settings().set(QStringLiteral("processes.most"), QString::fromUtf8(processes)));
     EXPECT_FALSE(session.settings().set(QStringLiteral("optimize.sourceReferences"), QString::fromUtf8(references)));

@@ -4,7 +4,7 @@
 
 #include "importer/Importer.h"
 #include "importer/SceneText.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/roads/BrepText.h"
 
@@ -52,7 +52,7 @@ protected:
     }
 
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/import road äö XXXXXX")};
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     std::vector<std::string> calls;
 };
 

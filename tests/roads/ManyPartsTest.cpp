@@ -5,7 +5,7 @@
 #include "host/OSGSystem/Transform.h"
 #include "importer/Importer.h"
 #include "importer/SceneText.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "tests/support/AssemblyBuilder.h"
 
 #include <QDir>
@@ -24,7 +24,7 @@ TEST(ManyPartsTest, EveryReferenceHasItsPartAndPartsAreReadOnce)
     const AssemblyPlan plan{12, 130};
     const QString file = QString::fromStdString(plan.write(folder.path().toStdString()));
     ASSERT_FALSE(file.isEmpty());
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     ASSERT_FALSE(session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)));
     ASSERT_FALSE(session.settings().set(QStringLiteral("processes.most"), QStringLiteral("2")));
     zn::Importer importer(session);

@@ -80,7 +80,7 @@ TEST_F(PlmxmlImportTest, PartsThatTheConverterLeftOutMakeAnImportPartial)
 {
     const Root part(makeReference("part root", path(QStringLiteral("bolt.stp"))));
     osg::setTags(addGroup(part.get(), "ring place"),
-                 {osg::converted::missingTag({"/cad/ring.stp", "the file is not there"})});
+                 {osg::scenefile::converted::missingTag({"/cad/ring.stp", "the file is not there"})});
     writeScene(QStringLiteral("made/bolt.stp"), part.get());
     write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")));
     const zn::ImportResult result = importParts({"bolt.stp"});

@@ -131,11 +131,11 @@ TEST_F(PlmxmlNestingTest, TheOuterDocumentIsTheCurrentOneAgainAfterAnInnerOne)
     documentOf({}, QStringLiteral("axle.plmxml"));
     std::string current;
     QObject::connect(&m_importer, &zn::Importer::partsChanged,
-                     [&] { current = m_session.state<zn::UserInterfaceState>().textureBase; });
+                     [&] { current = m_session.state<zn::kernel::UserInterfaceState>().textureBase; });
     importParts({"axle.plmxml", "bolt.stp"});
     EXPECT_EQ(current, path(QStringLiteral("car.plmxml")).toStdString());
-    EXPECT_EQ(m_session.state<zn::UserInterfaceState>().textureBase, "");
-    EXPECT_FALSE(m_session.state<zn::UserInterfaceState>().busy);
+    EXPECT_EQ(m_session.state<zn::kernel::UserInterfaceState>().textureBase, "");
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
 }
 
 TEST_F(PlmxmlNestingTest, CancelReachesTheConversionsOfAnInnerDocument)
@@ -157,9 +157,9 @@ TEST_F(PlmxmlNestingTest, CancelReachesTheConversionsOfAnInnerDocument)
 
 TEST_F(PlmxmlNestingTest, TheReaderGoesWithTheImport)
 {
-    EXPECT_EQ(m_session.state<formats::SceneReaders>().find(QStringLiteral("plmxml")), nullptr);
+    EXPECT_EQ(m_session.state<files::SceneReaders>().find(QStringLiteral("plmxml")), nullptr);
     importParts({});
-    EXPECT_EQ(m_session.state<formats::SceneReaders>().find(QStringLiteral("plmxml")), nullptr);
+    EXPECT_EQ(m_session.state<files::SceneReaders>().find(QStringLiteral("plmxml")), nullptr);
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "files/scenefile/SceneFile.h"
 #include "host/znUtils/znFile.h"
 #include "importer/Importer.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QDir>
@@ -65,7 +65,7 @@ protected:
     }
 
     QTemporaryDir folder{QDir::tempPath() + QStringLiteral("/trace äö XXXXXX")};
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     znCADFileTypes::JobState state = znCADFileTypes::JobWaiting;
 };
 
@@ -123,7 +123,7 @@ TEST_F(TraceTest, TheConverterBuildsItsCommandBeforeTheConvertedFileIsLoaded)
 {
     useScriptedConverter();
     const osg::RefPtr<osg::NodePtr> root(osg::Node::create());
-    ASSERT_TRUE(osg::writeSceneFile(root, folder.filePath(QStringLiteral("made.osb"))));
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(root, folder.filePath(QStringLiteral("made.osb"))));
     const QByteArray script = "output-from \"" + folder.filePath(QStringLiteral("made.osb")).toUtf8() + "\"\n";
     const auto calls = callsOfImport(write(QStringLiteral("Rad.stp"), script));
     EXPECT_EQ(state, znCADFileTypes::JobSucceeded);

@@ -3,7 +3,7 @@
 #include "standalone/startup/BuiltInReaders.h"
 
 /// Reads `path` as a session does that nobody gave further readers.
-inline formats::ReadResult readScene(const QString& path, const formats::ReadOptions& options = {})
+inline files::ReadResult readScene(const QString& path, const files::ReadOptions& options = {})
 {
-    return zn::builtInReaders().read(path, options);
+    return zn::startup::builtInReaders().read(path, options);
 }

@@ -21,7 +21,8 @@ public:
 
     explicit LoadRecorder(zn::Session& session)
     {
-        session.state<zn::LoadObserver>().observe = [requests = m_requests](const zn::LoadRequest& request) {
+        session.state<zn::kernel::LoadObserver>().observe = [requests =
+                                                                 m_requests](const zn::kernel::LoadRequest& request) {
             requests->push_back({request.files, request.parent ? request.parent->getContainerId() : 0,
                                  request.sceneWasEmpty, request.merge, request.select});
         };

@@ -19,10 +19,10 @@ public:
 
     explicit ReferenceRecorder(zn::Session& session)
     {
-        session.state<zn::ReferenceObserver>().observe = [notifications = m_notifications](const osg::NodePtr& root,
-                                                                                           int code, int argument) {
-            notifications->push_back({root ? root->getContainerId() : 0, code, argument});
-        };
+        session.state<zn::interfaces::ReferenceObserver>().observe =
+            [notifications = m_notifications](const osg::NodePtr& root, int code, int argument) {
+                notifications->push_back({root ? root->getContainerId() : 0, code, argument});
+            };
     }
 
     const std::vector<Notification>& notifications() const { return *m_notifications; }

@@ -3,11 +3,11 @@
 //     zn_scripted_child [--script TEXT] [--external-parts] [--set NAME=VALUE]... [INPUT [OUTPUT]]
 //
 // The script is TEXT, where ';' ends a line as well; otherwise the environment variable ZN_CHILD_SCRIPT; otherwise the
-// content of INPUT. One command a line, words are separated by blanks, "double quotes" hold a word with blanks together,
+// content of INPUT. One command a line, blanks part words, "double quotes" hold a word with blanks together,
 // '#' begins a comment line. A script that runs to its end exits with 0, a wrong one with 98.
 //
 // clang-format off
-//     progress TEXT            writes TEXT to OUTPUT.tmp as the converter does: at offset 0, blank-padded, not truncated
+//     progress TEXT            writes TEXT to OUTPUT.tmp as the converter does: at offset 0, blank-padded, untruncated
 //     progress-bytes HEX       the same with bytes given as hexadecimal digits, unpadded
 //     output TEXT              writes OUTPUT (under another name, then renamed)
 //     output-from FILE         the same with the content of FILE

@@ -8,14 +8,14 @@
 
 #include <array>
 
-namespace ptx
+namespace ptxconvert
 {
 
-Formats formats()
+ptx::readers::Formats formats()
 {
-    static const std::array<Format, 5> rows = {step::format(), iges::format(), jt::format(), stl::format(),
-                                               brep::format()};
+    static const std::array<ptx::readers::Format, 5> rows = {
+        ptx::step::format(), ptx::iges::format(), ptx::jt::format(), ptx::stl::format(), ptx::brep::format()};
     return rows;
 }
 
-} // namespace ptx
+} // namespace ptxconvert

@@ -2,10 +2,10 @@
 
 #include "ptx/readers/Reader.h"
 
-namespace ptx
+namespace ptxconvert
 {
 
 /// The formats of this build, in the order in which they are probed.
-Formats formats();
+ptx::readers::Formats formats();
 
-} // namespace ptx
+} // namespace ptxconvert

@@ -11,7 +11,7 @@ namespace
 int print(const std::string& text)
 {
     std::fputs(text.c_str(), stdout);
-    return static_cast<int>(ptx::ExitCode::Success);
+    return static_cast<int>(ptx::core::ExitCode::Success);
 }
 
 int perform(const ptx::core::CommandLine& line)
@@ -26,7 +26,7 @@ int perform(const ptx::core::CommandLine& line)
     case ptx::core::CommandLine::Task::Convert:
         break;
     }
-    return static_cast<int>(ptx::conversion::convert(line, ptx::formats()));
+    return static_cast<int>(ptx::conversion::convert(line, ptxconvert::formats()));
 }
 
 } // namespace
@@ -38,7 +38,7 @@ int main(int argc, char** argv)
     const ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine({argv + 1, argv + argc});
     if (!line) {
         std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::core::usageText().c_str());
-        return static_cast<int>(ptx::ExitCode::WrongUse);
+        return static_cast<int>(ptx::core::ExitCode::WrongUse);
     }
     return perform(line.value());
 }

@@ -11,7 +11,7 @@ int main(int argc, char** argv)
     if (!options) {
         std::fprintf(stderr, "ptxtessellate: %s\n\n%s", options.failure().message.c_str(),
                      ptx::tessellation::tessellationUsage().c_str());
-        return static_cast<int>(ptx::ExitCode::WrongUse);
+        return static_cast<int>(ptx::core::ExitCode::WrongUse);
     }
     return static_cast<int>(ptx::tessellation::tessellateFile(options.value()));
 }

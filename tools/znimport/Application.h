@@ -2,7 +2,7 @@
 
 #include "importer/Importer.h"
 #include "importer/cluster/ClusterImport.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tools/znimport/CommandLine.h"
 #include "tools/znimport/Interrupt.h"
@@ -51,7 +51,7 @@ private:
     CommandLine m_commandLine;
     std::optional<zn::CallTrace> m_trace;
     importer::cluster::SharedFolder m_clusterFolder; ///< the scene stands on files in it
-    znStandaloneSession m_session;
+    zn::StandaloneSession m_session;
     std::unique_ptr<zn::ClusterImport> m_cluster;
     zn::Importer m_importer;
     Interrupt m_interrupt;

@@ -2,23 +2,23 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
 
 namespace znimport
 {
 
-KeptLook::KeptLook(znStandaloneSession& session) : m_session(session)
+KeptLook::KeptLook(zn::StandaloneSession& session) : m_session(session)
 {
-    const zn::SessionVariants& store = zn::sessionVariants(session);
+    const zn::variants::SessionVariants& store = zn::variants::sessionVariants(session);
     for (const auto& variant : store.nodeVariants())
         if (const osg::NodePtr node = variant->getNode())
             m_actives.emplace_back(node, node->isActive());
     for (const auto& variant : store.materialVariants())
         if (const auto choices = osg::fcCast<osg::SwitchMaterial>(variant->getMaterial()))
             m_choices.emplace_back(choices, choices->getChoice());
-    if (const osg::UberCameraPtr view = zn::sessionCameras(session).view())
+    if (const osg::UberCameraPtr view = zn::cameras::sessionCameras(session).view())
         m_viewId = view->getContainerId();
 }
 
@@ -34,7 +34,7 @@ KeptLook::~KeptLook()
         material->setChoice(choice);
         osg::endEditCP(material, osg::SwitchMaterialBase::ChoiceFieldMask, 1);
     }
-    zn::sessionCameras(m_session).look(m_viewId);
+    zn::cameras::sessionCameras(m_session).look(m_viewId);
 }
 
 } // namespace znimport

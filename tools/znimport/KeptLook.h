@@ -6,7 +6,10 @@
 #include <utility>
 #include <vector>
 
-class znStandaloneSession;
+namespace zn
+{
+class StandaloneSession;
+} // namespace zn
 
 namespace znimport
 {
@@ -15,13 +18,13 @@ namespace znimport
 class KeptLook
 {
 public:
-    explicit KeptLook(znStandaloneSession& session);
+    explicit KeptLook(zn::StandaloneSession& session);
     ~KeptLook();
     KeptLook(const KeptLook&) = delete;
     KeptLook& operator=(const KeptLook&) = delete;
 
 private:
-    znStandaloneSession& m_session;
+    zn::StandaloneSession& m_session;
     std::vector<std::pair<osg::RefPtr<osg::NodePtr>, bool>> m_actives;
     std::vector<std::pair<osg::RefPtr<osg::SwitchMaterialPtr>, unsigned>> m_choices;
     unsigned m_viewId = 0;

@@ -4,7 +4,7 @@
 #include "files/scenefile/SceneFile.h"
 #include "render/Snapshot.h"
 #include "standalone/loading/SceneExtras.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/VariantSets.h"
 #include "tools/znimport/KeptLook.h"
@@ -56,11 +56,12 @@ std::optional<double> millimetresPerUnit(const QString& name)
     return std::nullopt;
 }
 
-std::optional<glb::UpAxis> upAxis(const QString& name)
+std::optional<files::glb::UpAxis> upAxis(const QString& name)
 {
     if (name.isEmpty() || name.compare(QLatin1String("y"), Qt::CaseInsensitive) == 0)
-        return glb::UpAxis::Y;
-    return name.compare(QLatin1String("z"), Qt::CaseInsensitive) == 0 ? std::optional(glb::UpAxis::Z) : std::nullopt;
+        return files::glb::UpAxis::Y;
+    return name.compare(QLatin1String("z"), Qt::CaseInsensitive) == 0 ? std::optional(files::glb::UpAxis::Z)
+                                                                      : std::nullopt;
 }
 
 std::optional<QString> spaceComplaint(const CommandLine& line)
@@ -85,17 +86,17 @@ WrittenOutputs writeScene(const CommandLine& line, const osg::NodePtr& scene)
     const QString& file = line.outputFile;
     WrittenOutputs result;
     if (hasExtension(file, "osb")) {
-        const files::Result<std::uint64_t> written = osg::writeSceneFile(scene, file);
+        const files::Result<std::uint64_t> written = osg::scenefile::writeSceneFile(scene, file);
         takeWarnings(written.warnings, result);
         if (!written)
             result.error = written.error().toStringWithCode();
         return result;
     }
-    glb::WriteOptions options;
+    files::glb::WriteOptions options;
     options.millimetresPerUnit = millimetresPerUnit(line.unit).value();
     options.upAxis = upAxis(line.up).value();
-    options.occlusionAsColors = znStandaloneSession::require().settings().exports.occlusionAsColors;
-    const files::Result<glb::Written> written = glb::write(scene, file, options);
+    options.occlusionAsColors = zn::StandaloneSession::require().settings().exports.occlusionAsColors;
+    const files::Result<files::glb::Written> written = files::glb::write(scene, file, options);
     takeWarnings(written.warnings, result);
     if (!written)
         result.error = written.error().toString();
@@ -103,7 +104,7 @@ WrittenOutputs writeScene(const CommandLine& line, const osg::NodePtr& scene)
 }
 
 /// Nothing when the picture is to be fitted.
-std::optional<render::Eye> eyeFor(const CommandLine& line, const zn::CameraTree& cameras)
+std::optional<render::Eye> eyeFor(const CommandLine& line, const zn::cameras::CameraTree& cameras)
 {
     const osg::UberCameraPtr camera = cameras.view();
     if (!camera || line.isViewGiven)
@@ -115,7 +116,7 @@ std::optional<render::Eye> eyeFor(const CommandLine& line, const zn::CameraTree&
 /// What pictures are drawn with.
 struct Drawing {
     const CommandLine& line;
-    znStandaloneSession& session;
+    zn::StandaloneSession& session;
     osg::NodePtr scene;
     const std::function<void(unsigned)>& progress;
     const std::atomic<bool>& cancel;
@@ -124,7 +125,7 @@ struct Drawing {
 render::SnapshotOptions optionsOf(const Drawing& drawing)
 {
     render::SnapshotOptions options;
-    options.eye = eyeFor(drawing.line, zn::sessionCameras(drawing.session));
+    options.eye = eyeFor(drawing.line, zn::cameras::sessionCameras(drawing.session));
     const auto size = sizeFromText(drawing.line.snapshotSize).value();
     options.width = size.first;
     options.height = size.second;
@@ -183,7 +184,7 @@ std::optional<QString> outputComplaint(const CommandLine& line)
     return view.view ? std::nullopt : std::optional(QStringLiteral("--view: ") + view.error);
 }
 
-WrittenOutputs writeOutputs(const CommandLine& line, znStandaloneSession& session,
+WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& session,
                             const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel)
 {
     const zn::SceneWithExtras scene(session);

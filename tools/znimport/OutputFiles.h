@@ -7,7 +7,10 @@
 #include <atomic>
 #include <functional>
 
-class znStandaloneSession;
+namespace zn
+{
+class StandaloneSession;
+} // namespace zn
 
 namespace znimport
 {
@@ -26,7 +29,7 @@ struct WrittenOutputs {
 /// Writes the files that the command line asks for: the scene of `session` with its variants and cameras, a picture
 /// of it and one of each variant set, from where the session looks unless the command line names a view. Sets are taken
 /// back once they are drawn. `progress` is told the percent of a picture; `cancel` ends it.
-WrittenOutputs writeOutputs(const CommandLine& line, znStandaloneSession& session,
+WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& session,
                             const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel);
 
 } // namespace znimport

@@ -1,7 +1,7 @@
 #include "tools/znimport/SelfCheck.h"
 
 #include "importer/Importer.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znUtils/InstalledProgram.h"
 #include "tools/znimport/ChosenSettings.h"
@@ -56,14 +56,14 @@ QByteArray cubeText()
 class SelfCheck
 {
 public:
-    explicit SelfCheck(znStandaloneSession& session) : m_session(session) {}
+    explicit SelfCheck(zn::StandaloneSession& session) : m_session(session) {}
 
     int run()
     {
         say("znimport", QStringLiteral(ZN_VERSION) + QStringLiteral(", ") +
                             QDir::toNativeSeparators(QCoreApplication::applicationFilePath()));
         say("Qt", QString::fromUtf8(qVersion()));
-        checkProgram("converter", zn::converterProgram(m_session.settings().converter.program));
+        checkProgram("converter", zn::kernel::converterProgram(m_session.settings().converter.program));
         checkProgram("tessellation", tessellationProgram());
         checkFolder();
         importCube();
@@ -146,7 +146,7 @@ private:
         m_missing << QStringLiteral("a converter that works: ") + reason;
     }
 
-    znStandaloneSession& m_session;
+    zn::StandaloneSession& m_session;
     QStringList m_missing;
 };
 
@@ -154,7 +154,7 @@ private:
 
 int selfCheck(const CommandLine& commandLine)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     if (const auto error = applySettings(commandLine, session.settings())) {
         std::fprintf(stderr, "znimport: %s\n", error->toUtf8().constData());
         return wrongUse;

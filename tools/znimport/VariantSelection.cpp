@@ -1,6 +1,6 @@
 #include "tools/znimport/VariantSelection.h"
 
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znVariants/SessionVariants.h"
 #include "standalone/znVariants/VariantSets.h"
 
@@ -20,7 +20,7 @@ QString lineOf(const znVariantSet& set)
     return line;
 }
 
-QString allNames(znStandaloneSession& session)
+QString allNames(zn::StandaloneSession& session)
 {
     const QStringList all = zn::variantSetNames(session);
     return all.isEmpty() ? QStringLiteral("the scene has none")
@@ -29,15 +29,15 @@ QString allNames(znStandaloneSession& session)
 
 } // namespace
 
-std::string describeVariantSets(znStandaloneSession& session)
+std::string describeVariantSets(zn::StandaloneSession& session)
 {
     std::string text;
-    for (const auto& set : zn::sessionVariants(session).sets())
+    for (const auto& set : zn::variants::sessionVariants(session).sets())
         text += lineOf(*set).toStdString() + '\n';
     return text;
 }
 
-ChosenVariantSet chooseVariantSet(znStandaloneSession& session, const QString& setName)
+ChosenVariantSet chooseVariantSet(zn::StandaloneSession& session, const QString& setName)
 {
     const std::optional<QStringList> warnings = zn::applyVariantSet(session, setName);
     if (!warnings)

@@ -5,13 +5,16 @@
 #include <optional>
 #include <string>
 
-class znStandaloneSession;
+namespace zn
+{
+class StandaloneSession;
+} // namespace zn
 
 namespace znimport
 {
 
 /// One line a set: its name, its group in brackets, and the viewpoint behind "from", as far as it has them.
-std::string describeVariantSets(znStandaloneSession& session);
+std::string describeVariantSets(zn::StandaloneSession& session);
 
 /// How the choice of a set went.
 struct ChosenVariantSet {
@@ -20,6 +23,6 @@ struct ChosenVariantSet {
 };
 
 /// Applies the set of this name.
-ChosenVariantSet chooseVariantSet(znStandaloneSession& session, const QString& setName);
+ChosenVariantSet chooseVariantSet(zn::StandaloneSession& session, const QString& setName);
 
 } // namespace znimport

@@ -6,10 +6,13 @@
 
 class TopoDS_Face;
 
+namespace ptx::model
+{
+class MeshBuilder;
+} // namespace ptx::model
+
 namespace ptx::occt::meshing
 {
-
-class model::MeshBuilder;
 
 /// Appends the triangles that `face` bears, as one face, with normals of the exact surface: in the space of the shape
 /// that the face belongs to, front side out. @return false when the face bears no mesh

@@ -51,14 +51,14 @@ core::Trouble readShape(const model::Job& job, TopoDS_Shape& shape)
     else
         BRepTools::Read(shape, stream, BRep_Builder());
     if (shape.IsNull())
-        return core::Failure{ExitCode::Damaged, "the BREP file is cut off or damaged"};
+        return core::Failure{core::ExitCode::Damaged, "the BREP file is cut off or damaged"};
     return std::nullopt;
 }
 
 core::Outcome<model::Model> readBrep(const model::Job& job)
 {
     occt::setUpOcct();
-    job.progress.begin(Stage::ReadAndProcess);
+    job.progress.begin(core::Stage::ReadAndProcess);
     std::vector<occt::meshing::ShapeBody> shapes(1);
     if (core::Trouble trouble = occt::guarded("reading the BREP file", [&] { return readShape(job, shapes[0].shape); }))
         return *trouble;
@@ -67,7 +67,8 @@ core::Outcome<model::Model> readBrep(const model::Job& job)
     model.products.push_back({shapes[0].name, {}, 0, model::NoAppearance, {}, {}});
     model.roots.emplace_back();
     if (!occt::meshing::hasGeometry(shapes[0].shape))
-        return core::Failure{ExitCode::NothingToImport, "the file is a BREP file, but its shape has no faces or edges"};
+        return core::Failure{core::ExitCode::NothingToImport,
+                             "the file is a BREP file, but its shape has no faces or edges"};
     core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(shapes), job);
     if (!bodies)
         return bodies.failure();

@@ -24,25 +24,25 @@ constexpr double SecondsPerMegabyte = 0.2;
 
 core::Trouble read(IGESCAFControl_Reader& reader, const model::Job& job)
 {
-    job.progress.begin(Stage::ReadAndProcess);
+    job.progress.begin(core::Stage::ReadAndProcess);
     const core::TimedProgress timedProgress(job.progress, 0,
                                             1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     if (reader.ReadFile(job.input.c_str()) != IFSelect_RetDone)
-        return core::Failure{ExitCode::Damaged, "the text is not an IGES file that can be read"};
+        return core::Failure{core::ExitCode::Damaged, "the text is not an IGES file that can be read"};
     return std::nullopt;
 }
 
 core::Trouble transfer(IGESCAFControl_Reader& reader, Handle(TDocStd_Document) & document, const model::Job& job)
 {
-    job.progress.begin(Stage::Convert);
+    job.progress.begin(core::Stage::Convert);
     Handle(occt::OcctProgress) progress = new occt::OcctProgress(job.progress);
     if (!reader.Transfer(document, progress->Start()))
-        return core::Failure{ExitCode::NothingToImport,
+        return core::Failure{core::ExitCode::NothingToImport,
                              "the file is an IGES file, but none of its entities is a shape"};
     return std::nullopt;
 }
 
-core::Outcome<occt::DocumentContent> readers::readContent(const model::Job& job)
+core::Outcome<occt::DocumentContent> readContent(const model::Job& job)
 {
     IGESCAFControl_Reader reader;
     reader.SetNameMode(true);
@@ -55,7 +55,7 @@ core::Outcome<occt::DocumentContent> readers::readContent(const model::Job& job)
         trouble = occt::guarded("translating the IGES entities", [&] { return transfer(reader, document, job); });
     if (!trouble)
         trouble = occt::guarded("reading the structure", [&]() -> core::Trouble {
-            job.progress.begin(Stage::ProcessStructure);
+            job.progress.begin(core::Stage::ProcessStructure);
             content = occt::walkDocument(document, job);
             return std::nullopt;
         });
@@ -80,14 +80,14 @@ readers::Match probe(std::string_view head, std::uint64_t)
 core::Outcome<model::Model> readIges(const model::Job& job)
 {
     occt::setUpOcct();
-    core::Outcome<occt::DocumentContent> content = readers::readContent(job);
+    core::Outcome<occt::DocumentContent> content = readContent(job);
     if (!content)
         return content.failure();
     if (content.value().shapes.empty())
         return core::Failure{
-            ExitCode::NothingToImport,
+            core::ExitCode::NothingToImport,
             "the file is an IGES file, but holds no surfaces, solids or curves (points are not imported)"};
-    job.progress.begin(Stage::Merge);
+    job.progress.begin(core::Stage::Merge);
     if (const std::size_t count =
             occt::mergeLooseFaces(content.value(), std::filesystem::path(job.input).stem().string()))
         job.log.info(std::to_string(count) + " loose surfaces and curves become one part");

@@ -20,7 +20,7 @@ container::Bytes bytesOf(const std::string& content)
 
 core::Failure damaged(const std::string& path, const container::Damage& damage)
 {
-    return {ExitCode::Damaged,
+    return {core::ExitCode::Damaged,
             "the JT file is damaged at " + std::to_string(damage.offset) + ": " + damage.what + " (" + path + ")"};
 }
 

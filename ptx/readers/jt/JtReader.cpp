@@ -27,14 +27,14 @@ bool isMissingAnything(const model::Model& model)
 {
     for (const model::Product& product : model.products)
         for (const std::string& tag : product.tags)
-            if (osg::converted::missingPart(tag))
+            if (osg::scenefile::converted::missingPart(tag))
                 return true;
     return false;
 }
 
 core::Outcome<model::Model> readJt(const model::Job& job)
 {
-    job.progress.begin(Stage::ReadAndProcess);
+    job.progress.begin(core::Stage::ReadAndProcess);
     core::Outcome<model::Model> model = readWithParts(job);
     if (!model)
         return model;
@@ -43,8 +43,8 @@ core::Outcome<model::Model> readJt(const model::Job& job)
     if (!model.value().bodies.empty() || !model.value().references.empty())
         return model;
     if (isMissingAnything(model.value()))
-        return core::Failure{ExitCode::Damaged, "no mesh of the JT file can be read; the log tells why"};
-    return core::Failure{ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
+        return core::Failure{core::ExitCode::Damaged, "no mesh of the JT file can be read; the log tells why"};
+    return core::Failure{core::ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
 }
 
 constexpr readers::Format Row = {protocol::format::Jt.name, protocol::format::Jt.extensions, probe, readJt,

@@ -59,7 +59,8 @@ public:
             return root.failure();
         m_model = std::move(root.value());
         if (m_unit)
-            m_model.tags.insert(m_model.tags.begin(), osg::converted::tag(osg::converted::UnitKey, m_unit->name));
+            m_model.tags.insert(m_model.tags.begin(),
+                                osg::scenefile::converted::tag(osg::scenefile::converted::UnitKey, m_unit->name));
         if (m_job.externalParts)
             keepReferences();
         else
@@ -206,7 +207,7 @@ private:
     void leaveOut(std::size_t product, const std::string& file, const std::string& why)
     {
         model::Product& left = m_model.products[product];
-        left.tags.push_back(osg::converted::missingTag({file, why}));
+        left.tags.push_back(osg::scenefile::converted::missingTag({file, why}));
         m_job.log.warning("part file " + file + " of \"" + left.name + "\" is left out: " + why);
     }
 

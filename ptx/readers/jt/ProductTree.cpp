@@ -267,7 +267,7 @@ private:
         BodyResult result = m_bodies.make(plan.top, plan.starts);
         model::Product& product = m_model.products[plan.products.front()];
         for (const std::string& loss : result.losses) {
-            product.tags.push_back(osg::converted::missingTag({m_file.path, loss}));
+            product.tags.push_back(osg::scenefile::converted::missingTag({m_file.path, loss}));
             m_job.log.warning("a shape of \"" + product.name + "\" is left out: " + loss);
         }
         if (result.body.pieces.empty())

@@ -52,7 +52,7 @@ public:
     void warn(core::Log& log) const
     {
         for (const Complaint& complaint : m_complaints) {
-            std::string text = occt::nameOf(complaint.number) + ": " + complaint.text;
+            std::string text = nameOf(complaint.number) + ": " + complaint.text;
             if (complaint.count > 1)
                 text += " (and " + std::to_string(complaint.count - 1) + " more)";
             log.warning(text);
@@ -71,7 +71,7 @@ private:
     std::string typeOf(int number) const { return isKnown(number) ? m_model->TypeName(m_model->Value(number)) : ""; }
 
     /// "#12 ADVANCED_FACE"
-    std::string occt::nameOf(int number) const
+    std::string nameOf(int number) const
     {
         if (!isKnown(number))
             return "an entity";

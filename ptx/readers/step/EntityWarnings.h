@@ -2,10 +2,10 @@
 
 class STEPCAFControl_Reader;
 
-namespace ptx
+namespace ptx::core
 {
-class core::Log;
-}
+class Log;
+} // namespace ptx::core
 
 namespace ptx::step
 {

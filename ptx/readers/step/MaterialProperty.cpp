@@ -93,7 +93,7 @@ std::optional<std::string> nameTag(const Handle(StepRepr_RepresentationItem) & i
     const std::string name = text.IsNull() ? std::string() : occt::utf8(text->Name());
     if (name.empty())
         return std::nullopt;
-    return osg::converted::tag(osg::converted::MaterialKey, name);
+    return osg::scenefile::converted::tag(osg::scenefile::converted::MaterialKey, name);
 }
 
 std::optional<std::string> densityTag(const Handle(StepRepr_RepresentationItem) & item)
@@ -106,7 +106,7 @@ std::optional<std::string> densityTag(const Handle(StepRepr_RepresentationItem) 
     char text[32];
     const auto written = std::to_chars(text, text + sizeof text, *number * factor / PerGramPerCubicCentimetre,
                                        std::chars_format::general, Digits);
-    return osg::converted::tag(osg::converted::DensityKey, std::string(text, written.ptr));
+    return osg::scenefile::converted::tag(osg::scenefile::converted::DensityKey, std::string(text, written.ptr));
 }
 
 } // namespace

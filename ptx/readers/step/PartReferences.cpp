@@ -62,7 +62,7 @@ public:
 
     void run()
     {
-        m_job.progress.begin(Stage::Merge);
+        m_job.progress.begin(core::Stage::Merge);
         const std::string root = readers::canonicalPath(m_job.input);
         open(root, referencesFrom(m_content.model.products, 0, m_job.input, m_finder));
         while (!m_open.empty()) {
@@ -135,7 +135,7 @@ private:
     void leaveOut(const model::Reference& reference, const std::string& why)
     {
         model::Product& product = m_content.model.products[reference.product];
-        product.tags.push_back(osg::converted::missingTag({reference.file, why}));
+        product.tags.push_back(osg::scenefile::converted::missingTag({reference.file, why}));
         m_job.log.warning("part file " + reference.file + " of \"" + product.name + "\" is left out: " + why);
     }
 
@@ -159,7 +159,7 @@ void keepReferences(occt::DocumentContent& content, const model::Job& job)
         model::Product& product = content.model.products[reference.product];
         if (circle.contains(readers::canonicalPath(reference.file))) {
             const std::string why = "it leads back to this file";
-            product.tags.push_back(osg::converted::missingTag({reference.file, why}));
+            product.tags.push_back(osg::scenefile::converted::missingTag({reference.file, why}));
             job.log.warning("part file " + reference.file + " of \"" + product.name + "\" stays out: " + why);
             reference.file.clear();
         } else if (!isFile(reference.file)) {

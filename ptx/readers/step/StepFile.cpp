@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    void begin(Stage stage) const
+    void begin(core::Stage stage) const
     {
         if (!m_isPart)
             m_job.progress.begin(stage);
@@ -67,14 +67,14 @@ private:
 
     core::Trouble read()
     {
-        begin(Stage::ReadAndProcess);
+        begin(core::Stage::ReadAndProcess);
         CountingBuffer buffer(m_job.input, m_job.inputBytes, TextShare, m_job.progress);
         std::istream stream(&buffer);
         if (!buffer.isOpen())
-            return core::Failure{ExitCode::InputUnreadable, "cannot open the input"};
+            return core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"};
         const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
         if (status != IFSelect_RetDone)
-            return core::Failure{ExitCode::Damaged, "the text is not a STEP file that can be read"};
+            return core::Failure{core::ExitCode::Damaged, "the text is not a STEP file that can be read"};
         warnOfUnreadEntities(m_reader, m_job.log);
         m_names.emplace(m_reader);
         return readers::requireExternalParts(m_job.externalParts, !m_names->isEmpty());
@@ -82,7 +82,7 @@ private:
 
     core::Trouble transfer()
     {
-        begin(Stage::Convert);
+        begin(core::Stage::Convert);
         Handle(occt::OcctProgress) progress = new occt::OcctProgress(m_job.progress);
         if (!m_reader.Transfer(m_document, progress->Start()))
             return nothingToImport(m_job.input, "none of its entities is a product or a shape");
@@ -92,7 +92,7 @@ private:
 
     core::Trouble walk()
     {
-        begin(Stage::ProcessStructure);
+        begin(core::Stage::ProcessStructure);
         const LabelTags attributes = userAttributes(m_reader);
         m_content = occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
             if (const auto* tags = attributes.Seek(label))
@@ -109,7 +109,7 @@ private:
         const std::string unit = lengthUnit(m_reader);
         if (unit.empty())
             return;
-        m_content.model.tags.push_back(osg::converted::tag(osg::converted::UnitKey, unit));
+        m_content.model.tags.push_back(osg::scenefile::converted::tag(osg::scenefile::converted::UnitKey, unit));
         m_job.log.info("length unit of the file: " + unit);
     }
 
@@ -132,8 +132,9 @@ core::Outcome<occt::DocumentContent> readStepFile(const model::Job& job, bool is
 core::Failure nothingToImport(const std::string& path, const std::string& cause)
 {
     const bool isTessellated = readers::MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;
-    return {ExitCode::NothingToImport, "the file is a STEP file, but " + cause +
-                                           (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
+    return {core::ExitCode::NothingToImport,
+            "the file is a STEP file, but " + cause +
+                (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
 }
 
 } // namespace ptx::step

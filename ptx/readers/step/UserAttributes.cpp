@@ -108,7 +108,7 @@ private:
         const std::string value = valueOf(item);
         if (name.empty() || value.empty() || isNoise(name))
             return;
-        addTag(label, osg::converted::tag(osg::converted::AttributePrefix + name, value));
+        addTag(label, osg::scenefile::converted::tag(osg::scenefile::converted::AttributePrefix + name, value));
     }
 
     void addTag(const TDF_Label& label, const std::string& tag)

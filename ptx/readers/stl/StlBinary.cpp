@@ -51,9 +51,9 @@ core::Outcome<Solid> readBinary(std::string_view content, core::Progress& progre
 {
     const std::uint64_t wanted = binarySize(content);
     if (wanted == 0 || wanted > content.size())
-        return core::Failure{ExitCode::Damaged, "the binary STL file is cut off: " + std::to_string(wanted) +
-                                                    " bytes are announced, " + std::to_string(content.size()) +
-                                                    " are there"};
+        return core::Failure{core::ExitCode::Damaged, "the binary STL file is cut off: " + std::to_string(wanted) +
+                                                          " bytes are announced, " + std::to_string(content.size()) +
+                                                          " are there"};
     Solid solid;
     const std::size_t count = word(content.data() + HeaderSize);
     solid.facets.reserve(count);
@@ -62,8 +62,9 @@ core::Outcome<Solid> readBinary(std::string_view content, core::Progress& progre
         solid.facets.push_back(facet(content.data() + offset));
         for (const osg::Vec3f& corner : solid.facets.back().corners)
             if (!isFinite(corner))
-                return core::Failure{ExitCode::Damaged, "triangle " + std::to_string(i + 1) + " at byte " +
-                                                            std::to_string(offset) + " has a corner that is no number"};
+                return core::Failure{core::ExitCode::Damaged, "triangle " + std::to_string(i + 1) + " at byte " +
+                                                                  std::to_string(offset) +
+                                                                  " has a corner that is no number"};
         if (i % ReportEach == 0)
             progress.report(static_cast<double>(i) / static_cast<double>(count));
     }

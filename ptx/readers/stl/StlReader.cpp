@@ -70,14 +70,14 @@ core::Outcome<model::Model> modelOf(const std::vector<Solid>& solids, const mode
     for (const Solid& solid : solids) {
         facets += solid.facets.size();
         if (solid.facets.size() > MostFacets)
-            return core::Failure{ExitCode::MemoryLimit, "a solid has more triangles than a mesh can hold"};
+            return core::Failure{core::ExitCode::MemoryLimit, "a solid has more triangles than a mesh can hold"};
         if (solid.facets.empty())
             job.log.warning("solid \"" + solid.name + "\" has no triangles");
         else
             addSolid(model, solid, job, solids.size() == 1);
     }
     if (facets == 0)
-        return core::Failure{ExitCode::NothingToImport, "the file is an STL file without triangles"};
+        return core::Failure{core::ExitCode::NothingToImport, "the file is an STL file without triangles"};
     job.log.info(std::to_string(solids.size()) + " solids, " + std::to_string(facets) + " triangles");
     return model;
 }
@@ -98,7 +98,7 @@ core::Outcome<model::Model> readSolids(std::string_view content, const model::Jo
 
 core::Outcome<model::Model> readStl(const model::Job& job)
 {
-    job.progress.begin(Stage::ReadAndProcess);
+    job.progress.begin(core::Stage::ReadAndProcess);
     const core::Outcome<std::string> content = readers::readContent(job.input);
     if (!content)
         return content.failure();

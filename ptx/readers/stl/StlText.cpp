@@ -159,9 +159,9 @@ private:
     core::Failure wrong(std::string_view expected, std::string_view found) const
     {
         constexpr std::size_t Longest = 40;
-        return {ExitCode::Damaged, "line " + std::to_string(m_line) + " of the STL text: expected \"" +
-                                       std::string(expected) + "\", found \"" + std::string(found.substr(0, Longest)) +
-                                       "\""};
+        return {core::ExitCode::Damaged, "line " + std::to_string(m_line) + " of the STL text: expected \"" +
+                                             std::string(expected) + "\", found \"" +
+                                             std::string(found.substr(0, Longest)) + "\""};
     }
 
     std::string_view m_content;

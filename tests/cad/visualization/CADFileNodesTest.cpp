@@ -281,7 +281,7 @@ protected:
     /// Lets a module of the host answer with this value.
     void answer(const boost::any& value)
     {
-        m_session.state<zn::MessageModules>().modules.emplace_back([this, value](znMessage& message) {
+        m_session.state<zn::kernel::MessageModules>().modules.emplace_back([this, value](znMessage& message) {
             m_codes.push_back(message.getCode());
             QString file;
             EXPECT_TRUE(message.get("filename", file));

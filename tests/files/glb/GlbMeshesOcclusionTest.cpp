@@ -17,10 +17,10 @@ protected:
         osg::Mesh mesh = triangle();
         mesh.occlusion = std::vector<float>{1, 0.25f, 0};
         mesh.colors = std::move(colors);
-        add(formats::makeNode("", geometry("part", mesh)));
+        add(files::makeNode("", geometry("part", mesh)));
         options.occlusionAsColors = asColors;
         const QString path = pathOf(QStringLiteral("dark.glb"));
-        result = glb::write(root.get(), path, options);
+        result = files::glb::write(root.get(), path, options);
         EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         return GlbFile(path);
     }

@@ -23,7 +23,7 @@ class GlbMeshesTest : public GlbTest
 protected:
     GlbFile writtenMesh(const osg::Mesh& mesh, const osg::MaterialPtr& material = {})
     {
-        add(formats::makeNode("Part", geometry("Shape", mesh, material)));
+        add(files::makeNode("Part", geometry("Shape", mesh, material)));
         return written();
     }
 };
@@ -59,7 +59,7 @@ TEST_F(GlbMeshesTest, IndicesIntoManyVerticesAreLong)
         mesh.positions = std::vector<Vec3f>(count, Vec3f{1, 2, 3});
         const auto last = static_cast<std::uint32_t>(count - 1);
         mesh.triangles = std::vector<std::uint32_t>{last, 0, 1};
-        add(formats::makeNode("", geometry("", mesh)));
+        add(files::makeNode("", geometry("", mesh)));
     }
     const GlbFile file = written();
     EXPECT_EQ(file.json["accessors"][file.primitive(0)["indices"].get<std::size_t>()]["componentType"], 5123);
@@ -128,9 +128,9 @@ TEST_F(GlbMeshesTest, LinesAndPointsArePrimitivesOfTheirOwnModes)
 TEST_F(GlbMeshesTest, ASharedCoreIsOneMesh)
 {
     const osg::GeometryPtr shared = geometry("Shape", triangle());
-    add(formats::makeNode("a", shared));
-    add(formats::makeNode("b", shared));
-    add(formats::makeNode("c", geometry("Other", triangle())));
+    add(files::makeNode("a", shared));
+    add(files::makeNode("b", shared));
+    add(files::makeNode("c", geometry("Other", triangle())));
     const GlbFile file = written();
     EXPECT_EQ(file.json["meshes"].size(), 2u);
     EXPECT_EQ(file.json["nodes"][1]["mesh"], 0);
@@ -143,8 +143,8 @@ TEST_F(GlbMeshesTest, ArraysThatGeometriesShareAreWrittenOnce)
     osg::Mesh first = triangle();
     osg::Mesh second = first;
     second.triangles = std::vector<std::uint32_t>{2, 1, 0};
-    add(formats::makeNode("a", geometry("", first)));
-    add(formats::makeNode("b", geometry("", second)));
+    add(files::makeNode("a", geometry("", first)));
+    add(files::makeNode("b", geometry("", second)));
     const GlbFile file = written();
     EXPECT_EQ(file.json["meshes"].size(), 2u);
     EXPECT_EQ(file.primitive(0)["attributes"], file.primitive(1)["attributes"]);
@@ -187,9 +187,9 @@ TEST_F(GlbMeshesTest, ElementsWithoutFinitePositionsAreLeftOut)
 class GlbMaterialsTest : public GlbMeshesTest
 {
 protected:
-    json materialOf(const formats::MaterialLook& look)
+    json materialOf(const files::MaterialLook& look)
     {
-        return writtenMesh(triangle(), formats::makeMaterial("Stahl 钢", look)).json["materials"][0];
+        return writtenMesh(triangle(), files::makeMaterial("Stahl 钢", look)).json["materials"][0];
     }
 
     static void expectNumbers(const json& list, const std::vector<float>& wanted)
@@ -200,7 +200,7 @@ protected:
 
 TEST_F(GlbMaterialsTest, DisplayColoursBecomeLinearFactors)
 {
-    formats::MaterialLook look;
+    files::MaterialLook look;
     look.diffuse = {0.5f, 0.25f, 0.125f};
     look.emission = {0.8f, 0.2f, 0.1f};
     look.shininess = 30;
@@ -216,7 +216,7 @@ TEST_F(GlbMaterialsTest, DisplayColoursBecomeLinearFactors)
 
 TEST_F(GlbMaterialsTest, TransparencyBecomesAlphaAndItsMode)
 {
-    formats::MaterialLook look;
+    files::MaterialLook look;
     look.transparency = 0.25f;
     const json material = materialOf(look);
     EXPECT_EQ(material["alphaMode"], "BLEND");
@@ -225,7 +225,7 @@ TEST_F(GlbMaterialsTest, TransparencyBecomesAlphaAndItsMode)
 
 TEST_F(GlbMaterialsTest, ValuesOutOfRangeAreBroughtIntoIt)
 {
-    formats::MaterialLook look;
+    files::MaterialLook look;
     look.diffuse = {7, -1, std::nanf("")};
     look.transparency = -3;
     look.shininess = -5;
@@ -237,10 +237,10 @@ TEST_F(GlbMaterialsTest, ValuesOutOfRangeAreBroughtIntoIt)
 
 TEST_F(GlbMaterialsTest, AMaterialIsWrittenOnceAndNoneIsLightGrey)
 {
-    const osg::SimpleMaterialPtr shared = formats::makeMaterial("shared", {});
-    add(formats::makeNode("a", geometry("", triangle(), shared)));
-    add(formats::makeNode("b", geometry("", triangle(), shared)));
-    add(formats::makeNode("c", geometry("", triangle())));
+    const osg::SimpleMaterialPtr shared = files::makeMaterial("shared", {});
+    add(files::makeNode("a", geometry("", triangle(), shared)));
+    add(files::makeNode("b", geometry("", triangle(), shared)));
+    add(files::makeNode("c", geometry("", triangle())));
     const GlbFile file = written();
     ASSERT_EQ(file.json["materials"].size(), 2u);
     EXPECT_EQ(file.primitive(0)["material"], file.primitive(1)["material"]);

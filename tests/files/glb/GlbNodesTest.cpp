@@ -49,7 +49,7 @@ osg::Matrix matrixOf(const json& node)
 
 TEST_F(GlbNodesTest, TheTopNodeTurnsMillimetresAndZUpIntoMetresAndYUp)
 {
-    add(formats::makeNode("Part", geometry("", triangle())));
+    add(files::makeNode("Part", geometry("", triangle())));
     const GlbFile file = written();
     EXPECT_EQ(file.json["scenes"], json::parse(R"([{"nodes": [0]}])"));
     EXPECT_EQ(file.json["scene"], 0);
@@ -66,9 +66,9 @@ TEST_F(GlbNodesTest, TheTopNodeTurnsMillimetresAndZUpIntoMetresAndYUp)
 
 TEST_F(GlbNodesTest, AnotherUnitAndAxisAreInTheMatrixAndTold)
 {
-    add(formats::makeNode("Part", geometry("", triangle())));
+    add(files::makeNode("Part", geometry("", triangle())));
     options.millimetresPerUnit = 25.4;
-    options.upAxis = glb::UpAxis::Z;
+    options.upAxis = files::glb::UpAxis::Z;
     const GlbFile file = written();
     const std::vector<float> inches = {1 / 25.4f, 0, 0, 0, 0, 1 / 25.4f, 0, 0, 0, 0, 1 / 25.4f, 0, 0, 0, 0, 1};
     EXPECT_THAT(numbers(file.json["nodes"][0]["matrix"]), testing::Pointwise(testing::FloatEq(), inches));
@@ -77,7 +77,7 @@ TEST_F(GlbNodesTest, AnotherUnitAndAxisAreInTheMatrixAndTold)
 
 TEST_F(GlbNodesTest, AUnitAloneKeepsYUp)
 {
-    add(formats::makeNode("Part", geometry("", triangle())));
+    add(files::makeNode("Part", geometry("", triangle())));
     options.millimetresPerUnit = 10;
     const GlbFile file = written();
     EXPECT_THAT(numbers(file.json["nodes"][0]["matrix"]),
@@ -87,9 +87,9 @@ TEST_F(GlbNodesTest, AUnitAloneKeepsYUp)
 
 TEST_F(GlbNodesTest, MillimetresAndZUpNeedNoMatrix)
 {
-    add(formats::makeNode("Part", geometry("", triangle())));
+    add(files::makeNode("Part", geometry("", triangle())));
     options.millimetresPerUnit = 1;
-    options.upAxis = glb::UpAxis::Z;
+    options.upAxis = files::glb::UpAxis::Z;
     EXPECT_EQ(written().json["nodes"][0], json::parse(R"({"name": "Root", "children": [1]})"));
 }
 
@@ -99,7 +99,7 @@ TEST_F(GlbNodesTest, ATransformAtTheTopIsTakenIntoTheMatrix)
     matrix[12] = 7;
     matrix[13] = 8;
     matrix[14] = 9;
-    root = formats::makeTransform("Moved", matrix);
+    root = files::makeTransform("Moved", matrix);
     const std::vector<float> wanted = {0.001f, 0, 0, 0, 0, 0, -0.001f, 0, 0, 0.001f, 0, 0, 0.007f, 0.009f, -0.008f, 1};
     EXPECT_THAT(numbers(written().json["nodes"][0]["matrix"]), testing::Pointwise(testing::FloatEq(), wanted));
 }
@@ -108,8 +108,8 @@ TEST_F(GlbNodesTest, TransformsAreExact)
 {
     osg::Matrix matrix;
     matrix.values = {0, 2, 0, 0, -3, 0, 0, 0, 0, 0, 0.1f, 0, 10.1f, -20.2f, 30.3f, 1};
-    osg::addChild(add(formats::makeTransform("Turned", matrix)), formats::makeGroup("Below"));
-    add(formats::makeTransform("Still", osg::Matrix()));
+    osg::addChild(add(files::makeTransform("Turned", matrix)), files::makeGroup("Below"));
+    add(files::makeTransform("Still", osg::Matrix()));
     const GlbFile file = written();
     EXPECT_EQ(matrixOf(file.json["nodes"][1]), matrix);
     EXPECT_EQ(file.json["nodes"][2], json::parse(R"({"name": "Still"})"));
@@ -124,8 +124,8 @@ TEST_F(GlbNodesTest, MirroredSmallAndLargeTransformsArrive)
                                     osg::Vec3f{1000, 1000, 1000}, osg::Vec3f{25.4f, 254, 2.54f}}) {
         const osg::Matrix turn = osg::rotationMatrix({0.1f, 0.2f, 0.3f, 0.9f});
         matrices.push_back(osg::translationMatrix({1234.5f, 0, -3}) * turn * osg::scaleMatrix(scale));
-        osg::addChild(add(formats::makeTransform("Scaled", matrices.back())),
-                      formats::makeNode("", geometry("", triangle())));
+        osg::addChild(add(files::makeTransform("Scaled", matrices.back())),
+                      files::makeNode("", geometry("", triangle())));
     }
     const GlbFile file = written();
     for (std::size_t i = 0; i < matrices.size(); ++i)
@@ -137,7 +137,7 @@ TEST_F(GlbNodesTest, AShearingTransformBecomesTwoNodes)
 {
     osg::Matrix matrix;
     matrix.values = {1, 0, 0, 0, 0.5f, 2, 0, 0, 0, 0, 1, 0, 7, 8, 9, 1};
-    osg::addChild(add(formats::makeTransform("Sheared", matrix)), formats::makeGroup("Below"));
+    osg::addChild(add(files::makeTransform("Sheared", matrix)), files::makeGroup("Below"));
     const GlbFile file = written();
     const json& outer = file.json["nodes"][1];
     EXPECT_EQ(outer["name"], "Sheared");
@@ -152,8 +152,8 @@ TEST_F(GlbNodesTest, AShearingTransformBecomesTwoNodes)
 
 TEST_F(GlbNodesTest, AFlatTransformIsAllowed)
 {
-    osg::addChild(add(formats::makeTransform("Flat", osg::scaleMatrix({3, 2, 0}))),
-                  formats::makeNode("", geometry("", triangle())));
+    osg::addChild(add(files::makeTransform("Flat", osg::scaleMatrix({3, 2, 0}))),
+                  files::makeNode("", geometry("", triangle())));
     const GlbFile file = written();
     const osg::Matrix matrix = matrixOf(file.json["nodes"][1]);
     EXPECT_NEAR(matrix[0], 3, 1e-5);
@@ -165,7 +165,7 @@ TEST_F(GlbNodesTest, WhatHangsBelowATransformWithoutFiniteNumbersIsLeftOut)
 {
     osg::Matrix matrix;
     matrix[12] = std::numeric_limits<float>::infinity();
-    osg::addChild(add(formats::makeTransform("Nowhere", matrix)), formats::makeGroup("Below"));
+    osg::addChild(add(files::makeTransform("Nowhere", matrix)), files::makeGroup("Below"));
     const GlbFile file = written();
     EXPECT_EQ(file.json["nodes"][1], json::parse(R"({"name": "Nowhere"})"));
     EXPECT_EQ(file.json["nodes"].size(), 2u);
@@ -176,9 +176,9 @@ TEST_F(GlbNodesTest, WhatHangsBelowATransformWithoutFiniteNumbersIsLeftOut)
 
 TEST_F(GlbNodesTest, InactiveNodesAreLeftOutWithWhatHangsBelow)
 {
-    const osg::NodePtr hidden = add(formats::makeGroup("Hidden"));
-    osg::addChild(hidden, formats::makeNode("Below", geometry("", triangle())));
-    add(formats::makeGroup("Seen"));
+    const osg::NodePtr hidden = add(files::makeGroup("Hidden"));
+    osg::addChild(hidden, files::makeNode("Below", geometry("", triangle())));
+    add(files::makeGroup("Seen"));
     osg::beginEditCP(hidden, osg::Node::ActiveFieldMask, 1);
     hidden->setActive(false);
     osg::endEditCP(hidden, osg::Node::ActiveFieldMask, 1);
@@ -197,8 +197,8 @@ TEST_F(GlbNodesTest, AReferenceWithoutContentTellsItsFile)
         core->setSourceFile(file);
         return core;
     };
-    add(formats::makeNode("Empty", reference("teile/Gehäuse 外壳.jt")));
-    osg::addChild(add(formats::makeNode("Loaded", reference("teile/deckel.jt"))), formats::makeGroup("Content"));
+    add(files::makeNode("Empty", reference("teile/Gehäuse 外壳.jt")));
+    osg::addChild(add(files::makeNode("Loaded", reference("teile/deckel.jt"))), files::makeGroup("Content"));
     const GlbFile file = written();
     EXPECT_EQ(file.json["nodes"][1]["extras"], json::parse(R"({"externalReference": "teile/Gehäuse 外壳.jt"})"));
     EXPECT_FALSE(file.json["nodes"][2].contains("extras"));
@@ -206,8 +206,8 @@ TEST_F(GlbNodesTest, AReferenceWithoutContentTellsItsFile)
 
 TEST_F(GlbNodesTest, NamesAreKeptAndWhatIsNoUtf8InThemIsReplaced)
 {
-    add(formats::makeGroup("Träger \"支架\" \\ 1"));
-    add(formats::makeGroup("Geh\xE4use"));
+    add(files::makeGroup("Träger \"支架\" \\ 1"));
+    add(files::makeGroup("Geh\xE4use"));
     const GlbFile file = written();
     EXPECT_EQ(file.json["nodes"][1]["name"], "Träger \"支架\" \\ 1");
     EXPECT_EQ(file.json["nodes"][2]["name"], "Geh\xEF\xBF\xBDuse");
@@ -215,17 +215,17 @@ TEST_F(GlbNodesTest, NamesAreKeptAndWhatIsNoUtf8InThemIsReplaced)
 
 TEST_F(GlbNodesTest, TheMaterialOfAGroupIsSeenOnWhatHangsBelow)
 {
-    const osg::SimpleMaterialPtr own = formats::makeMaterial("own", {});
-    const osg::SimpleMaterialPtr given = formats::makeMaterial("given", {});
+    const osg::SimpleMaterialPtr own = files::makeMaterial("own", {});
+    const osg::SimpleMaterialPtr given = files::makeMaterial("given", {});
     const osg::GeometryPtr shared = geometry("shared", triangle(), own);
     const osg::MaterialGroupPtr group = osg::MaterialGroupBase::create();
     osg::beginEditCP(group, osg::MaterialGroupBase::MaterialFieldMask, 1);
     group->setMaterial(given);
     osg::endEditCP(group, osg::MaterialGroupBase::MaterialFieldMask, 1);
-    add(formats::makeNode("Plain", shared));
-    const osg::NodePtr painted = add(formats::makeNode("Painted", group));
-    osg::addChild(painted, formats::makeNode("a", shared));
-    osg::addChild(painted, formats::makeNode("b", shared));
+    add(files::makeNode("Plain", shared));
+    const osg::NodePtr painted = add(files::makeNode("Painted", group));
+    osg::addChild(painted, files::makeNode("a", shared));
+    osg::addChild(painted, files::makeNode("b", shared));
     const GlbFile file = written();
     EXPECT_EQ(file.json["meshes"].size(), 2u);
     EXPECT_EQ(file.json["materials"][file.primitive(0)["material"].get<std::size_t>()]["name"], "own");
@@ -242,7 +242,7 @@ TEST_F(GlbNodesTest, AChainOfAHundredThousandNodesIsWritten)
         bottom = next;
     }
     const QString path = pathOf(QStringLiteral("deep.glb"));
-    EXPECT_TRUE(glb::write(root.get(), path));
+    EXPECT_TRUE(files::glb::write(root.get(), path));
     const GlbFile file(path);
     EXPECT_EQ(file.json["nodes"].size(), 100'001u);
     EXPECT_EQ(file.json["nodes"][99'999], json::parse(R"({"children": [100000]})"));

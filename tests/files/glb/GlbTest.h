@@ -21,7 +21,7 @@ class GlbTest : public SceneGraphTest
 {
 protected:
     GlbTest()
-        : root(formats::makeGroup("Root")), m_folder(QDir::tempPath() + QString::fromUtf8("/zn Ausfuhr Ü 出口 XXXXXX"))
+        : root(files::makeGroup("Root")), m_folder(QDir::tempPath() + QString::fromUtf8("/zn Ausfuhr Ü 出口 XXXXXX"))
     {
     }
 
@@ -40,7 +40,7 @@ protected:
     GlbFile written()
     {
         const QString path = pathOf(QString::fromUtf8("Größe 大小.glb"));
-        result = glb::write(root.get(), path, options);
+        result = files::glb::write(root.get(), path, options);
         EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         if (gltfvalidator::isInstalled()) {
             EXPECT_EQ(gltfvalidator::validate(path), gltfvalidator::Verdict());
@@ -75,12 +75,12 @@ protected:
     static osg::GeometryPtr geometry(const std::string& name, const osg::Mesh& mesh,
                                      const osg::MaterialPtr& material = {})
     {
-        return formats::makeGeometry(name, mesh, material);
+        return files::makeGeometry(name, mesh, material);
     }
 
     osg::RefPtr<osg::NodePtr> root;
-    glb::WriteOptions options;
-    files::Result<glb::Written> result = glb::Written();
+    files::glb::WriteOptions options;
+    files::Result<files::glb::Written> result = files::glb::Written();
 
 private:
     QTemporaryDir m_folder;

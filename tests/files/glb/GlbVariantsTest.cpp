@@ -42,7 +42,7 @@ protected:
 
     osg::NodePtr addPart(const char* name, const osg::MaterialPtr& material)
     {
-        return add(formats::makeNode(name, geometry("", triangle(), material)));
+        return add(files::makeNode(name, geometry("", triangle(), material)));
     }
 
     void attach(osg::VariantTable table) { root->addAttachment(osg::VariantAttachment::create(std::move(table))); }
@@ -132,7 +132,7 @@ TEST_F(GlbVariantsTest, TheMaterialOfAGroupAboveHasVariantsToo)
     const osg::MaterialGroupPtr group = osg::MaterialGroupBase::create();
     group->setMaterial(glass("Roof Glass"));
     const osg::NodePtr node = add(osg::makeNodeFor(group));
-    osg::addChild(node, formats::makeNode("roof", geometry("", triangle(), paint("own", 1))));
+    osg::addChild(node, files::makeNode("roof", geometry("", triangle(), paint("own", 1))));
     osg::VariantTable table;
     table.sets = {{"Day", "", "", {}, {{"Roof Glass", "Clear"}}, {}}};
     attach(table);
@@ -204,7 +204,7 @@ TEST_F(GlbVariantsTest, ACameraMeasuresInTheUnitOfTheFile)
 TEST_F(GlbVariantsTest, ACameraBelowAScaleKeepsItsOwnSize)
 {
     const osg::NodePtr scaled =
-        add(formats::makeTransform("scaled", {{0, 20, 0, 0, -20, 0, 0, 0, 0, 0, 20, 0, 1, 2, 3, 1}}));
+        add(files::makeTransform("scaled", {{0, 20, 0, 0, -20, 0, 0, 0, 0, 0, 20, 0, 1, 2, 3, 1}}));
     osg::addChild(scaled, osg::makeNodeFor(osg::UberCameraBase::create()));
     json file = writtenJson();
     for (const json& scale : file["nodes"][3]["scale"])

@@ -19,12 +19,12 @@ using testing::IsEmpty;
 class GlbWriterTest : public GlbTest
 {
 protected:
-    GlbWriterTest() { add(formats::makeNode("Part", geometry("Shape", triangle()))); }
+    GlbWriterTest() { add(files::makeNode("Part", geometry("Shape", triangle()))); }
 
     /// The error of a write that must fail, in one line.
     QString errorOf(const osg::NodePtr& tree, const QString& path)
     {
-        const files::Result<glb::Written> failed = glb::write(tree, path);
+        const files::Result<files::glb::Written> failed = files::glb::write(tree, path);
         if (failed)
             return QStringLiteral("none");
         EXPECT_EQ(failed.error().file, path);
@@ -76,11 +76,11 @@ TEST_F(GlbWriterTest, AFormerFileIsReplacedAndNothingElseIsLeft)
 
 TEST_F(GlbWriterTest, AReadFileComesBackWithItsSizeAndColours)
 {
-    formats::MaterialLook look;
+    files::MaterialLook look;
     look.diffuse = {0.5f, 0.25f, 0.125f};
-    add(formats::makeNode("Painted", geometry("", triangle(), formats::makeMaterial("paint", look))));
+    add(files::makeNode("Painted", geometry("", triangle(), files::makeMaterial("paint", look))));
     written();
-    const formats::ReadResult read = readScene(pathOf(QString::fromUtf8("Größe 大小.glb")));
+    const files::ReadResult read = readScene(pathOf(QString::fromUtf8("Größe 大小.glb")));
     ASSERT_TRUE(read);
     const osg::RefPtr<osg::NodePtr> kept(read.value());
     const osg::NodePtr metres = read.value()->getChild(0);
@@ -166,7 +166,7 @@ TEST_F(GlbWriterTest, AFullDiskLeavesTheFormerFileAndNothingElse)
     const QString path = fileWith(QStringLiteral("former.glb"), "former");
     osg::Mesh mesh = triangle();
     mesh.positions = std::vector<osg::Vec3f>(10'000, osg::Vec3f{1, 2, 3});
-    add(formats::makeNode("Large", geometry("", mesh)));
+    add(files::makeNode("Large", geometry("", mesh)));
     {
         const SmallDisk disk;
         EXPECT_EQ(errorOf(root.get(), path), QStringLiteral("WriteFailed File too large"));
@@ -180,7 +180,7 @@ TEST_F(GlbWriterTest, AFullDiskAtTheLastByteIsNoticed)
     const QString path = pathOf(QStringLiteral("last.glb"));
     osg::Mesh mesh = triangle();
     mesh.positions = std::vector<osg::Vec3f>(1'700, osg::Vec3f{1, 2, 3}); // more than 20 000 bytes with the rest
-    add(formats::makeNode("Large", geometry("", mesh)));
+    add(files::makeNode("Large", geometry("", mesh)));
     {
         const SmallDisk disk;
         EXPECT_EQ(errorOf(root.get(), path), QStringLiteral("WriteFailed File too large"));
@@ -199,7 +199,7 @@ TEST_F(GlbWriterTest, MeshesThatBreakTheirPromisesAreNamed)
     osg::Mesh halfLine = triangle();
     halfLine.lines = std::vector<std::uint32_t>{0, 1, 2};
     for (const osg::Mesh& mesh : {shortNormals, wideIndex, halfTriangle, halfLine}) {
-        const osg::NodePtr bad = add(formats::makeNode("", geometry("Bad 坏", mesh)));
+        const osg::NodePtr bad = add(files::makeNode("", geometry("Bad 坏", mesh)));
         EXPECT_EQ(errorOf(root.get(), pathOf(QStringLiteral("bad.glb"))),
                   QString::fromUtf8("InvalidMesh the arrays of the mesh 'Bad 坏' do not fit together"));
         root->subChild(bad);
@@ -216,7 +216,7 @@ TEST_F(GlbWriterTest, MoreThanFourGigabytesAreRefusedBeforeAFileIsMade)
     mesh.positions = std::vector<osg::Vec3f>(count);
     for (std::size_t i = 0; i < meshes; ++i) {
         mesh.colors = osg::Buffer<osg::Color4f>(zeros, zeros->data() + i, count);
-        add(formats::makeNode("", geometry("", mesh)));
+        add(files::makeNode("", geometry("", mesh)));
     }
     EXPECT_THAT(errorOf(root.get(), pathOf(QStringLiteral("huge.glb"))).toStdString(),
                 testing::MatchesRegex("TooLarge the file would have 48[0-9]+ bytes; "

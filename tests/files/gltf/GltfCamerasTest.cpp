@@ -17,7 +17,7 @@ class GltfCamerasTest : public ReaderTest
 {
 protected:
     /// A document with a triangle at its first node and these cameras and further nodes; all nodes are roots.
-    formats::ReadResult readWith(const QByteArray& cameras, const QByteArray& nodes)
+    files::ReadResult readWith(const QByteArray& cameras, const QByteArray& nodes)
     {
         const GltfBytes bytes = GltfBytes().floats({0, 0, 0, 1, 0, 0, 0, 1, 0});
         return read(write(QStringLiteral("cameras.gltf"), R"({"asset": {"version": "2.0"}, "buffers": [)" +

@@ -10,7 +10,7 @@
 namespace
 {
 
-using formats::ReadOptions;
+using files::ReadOptions;
 using osg::Color3f;
 using osg::Color4f;
 using osg::Vec2f;
@@ -67,7 +67,7 @@ protected:
                (members.isEmpty() ? "" : ",") + members + "}";
     }
 
-    formats::ReadResult readDocument(const QByteArray& members, const ReadOptions& options = {})
+    files::ReadResult readDocument(const QByteArray& members, const ReadOptions& options = {})
     {
         return read(write(QStringLiteral("square.gltf"), document(members)), options);
     }
@@ -585,7 +585,7 @@ TEST_F(GltfFrameTest, EveryChangedByteOfABinaryFileIsReadOrRefused)
     for (int place = 0; place < whole.size(); ++place) {
         QByteArray changed = whole;
         changed[place] = static_cast<char>(changed[place] ^ 0x15);
-        const formats::ReadResult result = read(write(QStringLiteral("f.glb"), changed));
+        const files::ReadResult result = read(write(QStringLiteral("f.glb"), changed));
         EXPECT_TRUE(!result || result.value());
     }
 }

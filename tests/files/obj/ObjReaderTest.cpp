@@ -8,7 +8,7 @@ namespace
 {
 
 using ObjReaderTest = ReaderTest;
-using formats::ReadOptions;
+using files::ReadOptions;
 using osg::Color3f;
 using osg::Color4f;
 using osg::Vec2f;
@@ -58,7 +58,7 @@ protected:
     void SetUp() override
     {
         write(QStringLiteral("colours of parts.mtl"), colours);
-        const formats::ReadResult result = read(write(QString::fromUtf8("Träger 支架.v2.obj"), twoParts));
+        const files::ReadResult result = read(write(QString::fromUtf8("Träger 支架.v2.obj"), twoParts));
         ASSERT_TRUE(result);
         EXPECT_THAT(texts(result.warnings), IsEmpty());
     }
@@ -253,7 +253,7 @@ TEST_F(ObjReaderTest, UnitAndAxisOfTheOptionsBecomeOneTransform)
 {
     ReadOptions options;
     options.millimetresPerUnit = 25.4;
-    options.upAxis = formats::UpAxis::Y;
+    options.upAxis = files::UpAxis::Y;
     ASSERT_TRUE(read(write(QStringLiteral("inch.obj"), "v 1 2 3\nv 1 0 1\nv 0 1 1\nf 1 2 3\n"), options));
     ASSERT_EQ(root()->getNChildren(), 1u);
     const osg::TransformPtr place = osg::fcCast<osg::Transform>(root()->getChild(0)->getCore());

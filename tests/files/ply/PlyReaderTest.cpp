@@ -9,7 +9,7 @@
 namespace
 {
 
-using formats::ReadOptions;
+using files::ReadOptions;
 using osg::Color4f;
 using osg::Vec2f;
 using osg::Vec3f;
@@ -116,7 +116,7 @@ TEST_P(PlyBinaryTest, EveryTruncationIsRefused)
 {
     const QByteArray whole = binaryFile(GetParam());
     for (int length = 0; length < whole.size(); ++length) {
-        const formats::ReadResult result = read(write(QStringLiteral("cut.ply"), whole.left(length)));
+        const files::ReadResult result = read(write(QStringLiteral("cut.ply"), whole.left(length)));
         ASSERT_FALSE(result) << length;
         EXPECT_EQ(result.error().code, files::ErrorCode::Damaged);
     }
@@ -128,7 +128,7 @@ TEST_P(PlyBinaryTest, EveryChangedByteIsReadOrRefused)
     for (int place = 0; place < whole.size(); ++place) {
         QByteArray changed = whole;
         changed[place] = static_cast<char>(changed[place] ^ 0x99);
-        const formats::ReadResult result = read(write(QStringLiteral("changed.ply"), changed));
+        const files::ReadResult result = read(write(QStringLiteral("changed.ply"), changed));
         EXPECT_TRUE(!result || result.value());
     }
 }

@@ -119,10 +119,10 @@ TEST_F(UnknownClassTest, TheWriterTakesTheNearestBaseItKnows)
     osg::setName(core, "lift");
     const NodeRef root(osg::makeNodeFor(core));
     root->addChild(osg::makeNodeFor(core));
-    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(root, path());
     EXPECT_TRUE(result);
     EXPECT_THAT(textsOf(result.warnings), ElementsAre("1 objects of the class Elevator were taken as Group"));
-    const NodeRef back(osg::readSceneFile(path()).value());
+    const NodeRef back(osg::scenefile::readSceneFile(path()).value());
     EXPECT_EQ(&back->getCore()->getType(), &osg::Group::_type);
     EXPECT_STREQ(osg::getName(back->getCore()), "lift");
     EXPECT_TRUE(back->getCore() == back->getChild(0)->getCore());
@@ -135,11 +135,11 @@ TEST_F(UnknownClassTest, TheWriterLeavesOutWhatItKnowsNoBaseOf)
     root->addChild(osg::makeNodeFor(core));
     root->addAttachment(osg::AttachmentPtr(new Sticker));
     osg::setTags(root.get(), {"kept"});
-    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(root, path());
     EXPECT_TRUE(result);
     EXPECT_THAT(textsOf(result.warnings), ElementsAre("1 objects of the class Hologram were left out",
                                                       "1 objects of the class Sticker were left out"));
-    const files::Result<osg::NodePtr> back = osg::readSceneFile(path());
+    const files::Result<osg::NodePtr> back = osg::scenefile::readSceneFile(path());
     const NodeRef backRoot(back.value());
     EXPECT_TRUE(back.warnings.empty());
     EXPECT_FALSE(backRoot->getCore());

@@ -16,7 +16,7 @@ class DamagedGraphTest : public SceneFileTest
 {
 protected:
     static void expectError(const Bytes& bytes, Code code, const char* message,
-                            const osg::SceneFileReadOptions& options = {})
+                            const osg::scenefile::SceneFileReadOptions& options = {})
     {
         const files::Result<osg::NodePtr> result = read(bytes, options);
         ASSERT_FALSE(result) << "expected: " << message;
@@ -347,7 +347,7 @@ TEST_F(DamagedGraphTest, LimitsHold)
 {
     Graph graph;
     graph.nodes = {fb::Node(1, 2, 1, 0, 0), fb::Node(0, 0, 1, 0, 0), fb::Node(0, 0, 0, 0, 0)};
-    osg::SceneFileReadOptions options;
+    osg::scenefile::SceneFileReadOptions options;
     options.maxContainers = 6; // three nodes, two names, one core
     const NodeRef root(read(graph.file(), options).value());
     EXPECT_TRUE(root);

@@ -10,9 +10,9 @@ namespace
 class OpenFailureTest : public SceneFileTest
 {
 protected:
-    static void expectError(const QString& file, Code code, const osg::SceneFileReadOptions& options = {})
+    static void expectError(const QString& file, Code code, const osg::scenefile::SceneFileReadOptions& options = {})
     {
-        const files::Result<osg::NodePtr> result = osg::readSceneFile(file, options);
+        const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(file, options);
         EXPECT_FALSE(result);
         ASSERT_FALSE(result);
         EXPECT_STREQ(files::errorName(result.error().code), files::errorName(code));
@@ -49,7 +49,7 @@ TEST_F(OpenFailureTest, AnEmptyFileAndATextFile)
     expectError(path(), Code::NotASceneFile);
     put("solid ascii\n  facet normal 0 0 1\n    outer loop\n      vertex 0 0 0\n      vertex 1 0 0\n");
     expectError(path(), Code::NotASceneFile);
-    osg::SceneFileReadOptions options;
+    osg::scenefile::SceneFileReadOptions options;
     options.copyIntoMemory = true;
     expectError(path(), Code::NotASceneFile, options);
 }
@@ -57,9 +57,9 @@ TEST_F(OpenFailureTest, AnEmptyFileAndATextFile)
 TEST_F(OpenFailureTest, AFileBeyondTheLimit)
 {
     const std::vector<std::byte> bytes = written(NodeRef(osg::Node::create()));
-    osg::SceneFileReadOptions options;
+    osg::scenefile::SceneFileReadOptions options;
     options.maxFileBytes = bytes.size();
-    const NodeRef root(osg::readSceneFile(path(), options).value());
+    const NodeRef root(osg::scenefile::readSceneFile(path(), options).value());
     EXPECT_TRUE(root);
     options.maxFileBytes = bytes.size() - 1;
     expectError(path(), Code::LimitExceeded, options);

@@ -71,7 +71,7 @@ protected:
     /// What the reader says of a file with one attachment of variants.
     static files::Result<osg::NodePtr>
     readVariants(const std::function<flatbuffers::Offset<fb::Variants>(Builder&)>& variants,
-                 const osg::SceneFileReadOptions& options = {})
+                 const osg::scenefile::SceneFileReadOptions& options = {})
     {
         Graph graph;
         graph.classes = {{"Group"}, {"Variants", "Attachment"}};
@@ -149,7 +149,7 @@ TEST_F(VariantsInFileTest, APathThatManyStatesShareIsCountedEachTime)
         const auto nodes = b.CreateVector(states);
         return oneSet(b, fb::CreateVariantSet(b, 0, 0, 0, 0, 0, nodes));
     };
-    osg::SceneFileReadOptions options;
+    osg::scenefile::SceneFileReadOptions options;
     options.maxTextBytes = 500'000;
     NodeRef kept(readVariants(record, options).value());
     EXPECT_TRUE(kept);

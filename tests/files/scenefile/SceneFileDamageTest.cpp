@@ -27,15 +27,15 @@ protected:
         return written(root);
     }
 
-    static osg::SceneFileReadOptions verified()
+    static osg::scenefile::SceneFileReadOptions verified()
     {
-        osg::SceneFileReadOptions options;
+        osg::scenefile::SceneFileReadOptions options;
         options.verifyChecksums = true;
         return options;
     }
 
     static void expectError(const Bytes& bytes, Code code, std::uint64_t offset,
-                            const osg::SceneFileReadOptions& options = {})
+                            const osg::scenefile::SceneFileReadOptions& options = {})
     {
         const files::Result<osg::NodePtr> result = read(bytes, options);
         ASSERT_FALSE(result) << "expected " << files::errorName(code);
@@ -201,7 +201,7 @@ TEST_F(DamagedFileTest, AFileOnDiskThatIsCutShortIsAnError)
 {
     const Bytes good = sample();
     ASSERT_TRUE(QFile::resize(path(), static_cast<qint64>(chunkOf(good, 1).offset)));
-    const files::Result<osg::NodePtr> result = osg::readSceneFile(path());
+    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(path());
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().code, Code::Truncated);
     EXPECT_EQ(result.error().file, path());

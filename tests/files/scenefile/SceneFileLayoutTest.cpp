@@ -86,10 +86,10 @@ class VersionOneTest : public SceneFileTest
 protected:
     void SetUp() override
     {
-        osg::SceneFileReadOptions options;
+        osg::scenefile::SceneFileReadOptions options;
         options.verifyChecksums = true;
         const files::Result<osg::NodePtr> result =
-            osg::readSceneFile(QStringLiteral(ZN_GOLDEN_FOLDER "/version-1.osb"), options);
+            osg::scenefile::readSceneFile(QStringLiteral(ZN_GOLDEN_FOLDER "/version-1.osb"), options);
         ASSERT_TRUE(result) << result.error().toString().toStdString();
         EXPECT_TRUE(result.warnings.empty());
         m_root = result.value();

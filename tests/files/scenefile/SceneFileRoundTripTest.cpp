@@ -58,7 +58,7 @@ TEST_F(RoundTripTest, TheRootComesBackAsStoredUncountedAndWithoutParent)
     const NodeRef parent(named("parent"));
     parent->addChild(named("stored"));
     written(parent->getChild(0));
-    const files::Result<osg::NodePtr> result = osg::readSceneFile(path());
+    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(path());
     ASSERT_TRUE(result);
     EXPECT_EQ(result.value()->getRefCount(), 0u);
     EXPECT_FALSE(result.value()->getParent());

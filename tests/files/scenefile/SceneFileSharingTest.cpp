@@ -120,7 +120,7 @@ TEST_F(SharingTest, AnArrayOutlivesTheTreeAndTheNameOfTheFile)
     written(NodeRef(osg::makeNodeFor(geometryOf(fullMesh()))));
     osg::Buffer<osg::Vec3f> kept;
     {
-        const NodeRef back(osg::readSceneFile(path()).value());
+        const NodeRef back(osg::scenefile::readSceneFile(path()).value());
         kept = osg::GeometryAccess::mesh(geometryAt(back)).positions;
     }
     EXPECT_EQ(osg::livingContainerCount(), 0u);
@@ -131,7 +131,7 @@ TEST_F(SharingTest, AnArrayOutlivesTheTreeAndTheNameOfTheFile)
 TEST_F(SharingTest, ReplacingAFileLeavesItsLivingSceneAlone)
 {
     written(NodeRef(osg::makeNodeFor(geometryOf(fullMesh()))));
-    const NodeRef back(osg::readSceneFile(path()).value());
+    const NodeRef back(osg::scenefile::readSceneFile(path()).value());
     written(NodeRef(osg::Node::create()));
     EXPECT_EQ(osg::GeometryAccess::mesh(geometryAt(back)).positions[1], (osg::Vec3f{4, 5, 6}));
 }
@@ -139,9 +139,9 @@ TEST_F(SharingTest, ReplacingAFileLeavesItsLivingSceneAlone)
 TEST_F(SharingTest, ACopyInMemoryDoesNotNeedTheFile)
 {
     written(NodeRef(osg::makeNodeFor(geometryOf(fullMesh()))));
-    osg::SceneFileReadOptions options;
+    osg::scenefile::SceneFileReadOptions options;
     options.copyIntoMemory = true;
-    const NodeRef back(osg::readSceneFile(path(), options).value());
+    const NodeRef back(osg::scenefile::readSceneFile(path(), options).value());
     ASSERT_TRUE(back);
     ASSERT_TRUE(QFile::resize(path(), 0));
     EXPECT_EQ(osg::GeometryAccess::mesh(geometryAt(back)).positions[1], (osg::Vec3f{4, 5, 6}));
@@ -153,7 +153,7 @@ TEST_F(SharingTest, AFileThatWasReadIsWrittenToTheSameBytes)
     const NodeRef root(osg::makeNodeFor(geometryOf(fullMesh())));
     osg::setName(root.get(), "same");
     const std::vector<std::byte> first = written(root);
-    const NodeRef back(osg::readSceneFile(path()).value());
+    const NodeRef back(osg::scenefile::readSceneFile(path()).value());
     EXPECT_EQ(written(back), first);
 }
 

@@ -38,14 +38,14 @@ protected:
     /// The bytes of the file that `root` is written to.
     std::vector<std::byte> written(const osg::NodePtr& root) const
     {
-        const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
+        const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(root, path());
         EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         return contentOf(path());
     }
 
     /// Reads from memory, where the sanitizers see each step outside the file.
     static files::Result<osg::NodePtr> read(const std::vector<std::byte>& bytes,
-                                            const osg::SceneFileReadOptions& options = {})
+                                            const osg::scenefile::SceneFileReadOptions& options = {})
     {
         return osg::scenefile::readScene(osg::scenefile::copyBytes(bytes), options);
     }
@@ -54,7 +54,7 @@ protected:
     NodeRef roundTrip(const osg::NodePtr& root) const
     {
         written(root);
-        const files::Result<osg::NodePtr> result = osg::readSceneFile(path());
+        const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(path());
         EXPECT_TRUE(result) << (result ? "" : result.error().toString().toStdString());
         EXPECT_TRUE(result.warnings.empty());
         return NodeRef(result.value());

@@ -57,7 +57,7 @@ private:
 
 TEST_F(WriteFailureTest, NoSceneIsAnError)
 {
-    const files::Result<std::uint64_t> result = osg::writeSceneFile(osg::NodePtr(), path());
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(osg::NodePtr(), path());
     expectError(result, Code::NothingToWrite);
     EXPECT_EQ(result.error().file, path());
     EXPECT_EQ(filesLeft(), QStringList());
@@ -65,7 +65,7 @@ TEST_F(WriteFailureTest, NoSceneIsAnError)
 
 TEST_F(WriteFailureTest, TheSizeIsTold)
 {
-    const files::Result<std::uint64_t> result = osg::writeSceneFile(sample(), path());
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(sample(), path());
     EXPECT_EQ(result.value(), contentOf(path()).size());
     EXPECT_GT(result.value(), 64u);
 }
@@ -74,33 +74,33 @@ TEST_F(WriteFailureTest, OnlyTheFileIsLeft)
 {
     const char* name = "\xC3\x9C"
                        "ber uns \xE2\x82\xAC.osb";
-    EXPECT_TRUE(osg::writeSceneFile(sample(), path(name)));
+    EXPECT_TRUE(osg::scenefile::writeSceneFile(sample(), path(name)));
     EXPECT_EQ(filesLeft(), QStringList(QString::fromUtf8(name)));
-    const NodeRef back(osg::readSceneFile(path(name)).value());
+    const NodeRef back(osg::scenefile::readSceneFile(path(name)).value());
     EXPECT_TRUE(back);
 }
 
 TEST_F(WriteFailureTest, ANameMayBeAsLongAsTheSystemAllows)
 {
     const std::string name = std::string(251, 'n') + ".osb";
-    EXPECT_TRUE(osg::writeSceneFile(sample(), path(name.c_str())));
+    EXPECT_TRUE(osg::scenefile::writeSceneFile(sample(), path(name.c_str())));
     const std::string longer = "n" + name;
-    expectError(osg::writeSceneFile(sample(), path(longer.c_str())), Code::CannotCreate);
+    expectError(osg::scenefile::writeSceneFile(sample(), path(longer.c_str())), Code::CannotCreate);
     EXPECT_EQ(filesLeft(), QStringList(QString::fromStdString(name)));
 }
 
 TEST_F(WriteFailureTest, AMissingFolderIsAnError)
 {
-    expectError(osg::writeSceneFile(sample(), path("missing/scene.osb")), Code::CannotCreate);
-    expectError(osg::writeSceneFile(sample(), QString()), Code::CannotCreate);
+    expectError(osg::scenefile::writeSceneFile(sample(), path("missing/scene.osb")), Code::CannotCreate);
+    expectError(osg::scenefile::writeSceneFile(sample(), QString()), Code::CannotCreate);
     EXPECT_EQ(filesLeft(), QStringList());
 }
 
 TEST_F(WriteFailureTest, AFolderOrADeviceIsNotReplaced)
 {
     ASSERT_TRUE(QDir().mkdir(path("folder")));
-    expectError(osg::writeSceneFile(sample(), path("folder")), Code::CannotCreate);
-    expectError(osg::writeSceneFile(sample(), QStringLiteral("/dev/full")), Code::CannotCreate);
+    expectError(osg::scenefile::writeSceneFile(sample(), path("folder")), Code::CannotCreate);
+    expectError(osg::scenefile::writeSceneFile(sample(), QStringLiteral("/dev/full")), Code::CannotCreate);
     EXPECT_EQ(filesLeft(), QStringList(QStringLiteral("folder")));
     EXPECT_TRUE(QFile::exists(QStringLiteral("/dev/full")));
 }
@@ -113,7 +113,7 @@ TEST_F(WriteFailureTest, AReadOnlyFolderIsAnError)
     const auto writeAsNobody = [&] {
         if (geteuid() == 0 && setuid(65534) != 0)
             _exit(2);
-        const files::Result<std::uint64_t> result = osg::writeSceneFile(sample(), path());
+        const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(sample(), path());
         _exit(!result && result.error().code == Code::CannotCreate ? 0 : 1);
     };
     EXPECT_EXIT(writeAsNobody(), testing::ExitedWithCode(0), "");
@@ -126,18 +126,18 @@ TEST_F(WriteFailureTest, AFullDiskLeavesNothing)
     const NodeRef root = sample(100'000);
     for (const rlim_t limit : {0u, 10u, 100u, 70'000u, 1'200'000u}) {
         const FileSizeLimit full(limit);
-        expectError(osg::writeSceneFile(root, path()), Code::WriteFailed);
+        expectError(osg::scenefile::writeSceneFile(root, path()), Code::WriteFailed);
         EXPECT_EQ(filesLeft(), QStringList()) << limit;
     }
 }
 
 TEST_F(WriteFailureTest, AFullDiskLeavesTheOldFile)
 {
-    ASSERT_TRUE(osg::writeSceneFile(sample(), path()));
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(sample(), path()));
     const std::vector<std::byte> before = contentOf(path());
     {
         const FileSizeLimit full(100'000);
-        expectError(osg::writeSceneFile(sample(100'000), path()), Code::WriteFailed);
+        expectError(osg::scenefile::writeSceneFile(sample(100'000), path()), Code::WriteFailed);
     }
     EXPECT_EQ(contentOf(path()), before);
     EXPECT_EQ(filesLeft(), QStringList(QStringLiteral("scene.osb")));
@@ -149,7 +149,7 @@ TEST_F(WriteFailureTest, AnUnsoundMeshIsNotWritten)
     mesh.positions = std::vector<osg::Vec3f>(3);
     mesh.triangles = std::vector<std::uint32_t>{0, 1, 3};
     const NodeRef root(osg::makeNodeFor(geometryOf(std::make_shared<const osg::Mesh>(std::move(mesh)))));
-    const files::Result<std::uint64_t> result = osg::writeSceneFile(root, path());
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(root, path());
     expectError(result, Code::InvalidMesh);
     EXPECT_EQ(result.error().message, QStringLiteral("A mesh has the index 3 and only 3 vertices"));
     EXPECT_EQ(filesLeft(), QStringList());
@@ -162,11 +162,11 @@ TEST_F(WriteFailureTest, AGraphBeyondTheLimitIsNotWritten)
         root->addChild(osg::Node::create());
         osg::setName(root->getChild(i), "node " + std::to_string(i));
     }
-    osg::SceneFileWriteOptions options;
+    osg::scenefile::SceneFileWriteOptions options;
     options.maxGraphBytes = 39'000;
-    expectError(osg::writeSceneFile(root, path(), options), Code::LimitExceeded);
+    expectError(osg::scenefile::writeSceneFile(root, path(), options), Code::LimitExceeded);
     options.maxGraphBytes = 41'000;
-    EXPECT_TRUE(osg::writeSceneFile(root, path(), options));
+    EXPECT_TRUE(osg::scenefile::writeSceneFile(root, path(), options));
     EXPECT_LT(contentOf(path()).size(), 41'000u);
     EXPECT_GT(contentOf(path()).size(), 39'000u);
 }

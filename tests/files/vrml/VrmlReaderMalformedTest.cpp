@@ -28,7 +28,7 @@ protected:
     /// The error, or the number of triangles and what was told along with them.
     QString outcome(const QString& path)
     {
-        const formats::ReadResult result = read(path);
+        const files::ReadResult result = read(path);
         if (!result)
             return QString::fromLatin1(files::errorName(result.error().code)) + QStringLiteral(" ") +
                    QString(result.error().toString()).remove(QString::fromUtf8(folder) + QStringLiteral("/"));

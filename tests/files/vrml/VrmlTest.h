@@ -13,13 +13,13 @@ protected:
         return write(name, "#VRML V2.0 utf8\n" + scene);
     }
 
-    formats::ReadResult readScene(const QByteArray& scene, const formats::ReadOptions& options = {})
+    files::ReadResult readScene(const QByteArray& scene, const files::ReadOptions& options = {})
     {
         return read(writeScene(scene), options);
     }
 
     /// The error of a scene that must be refused.
-    QString sceneError(const QByteArray& scene, const formats::ReadOptions& options = {})
+    QString sceneError(const QByteArray& scene, const files::ReadOptions& options = {})
     {
         return errorOf(writeScene(scene, QStringLiteral("d.wrl")), options);
     }

@@ -204,7 +204,7 @@ TEST_F(VrmlSceneTest, APackedFileIsReadAsOneThatIsNot)
     EXPECT_EQ(outline(root()), "p");
     EXPECT_EQ(errorOf(write(QStringLiteral("cut.wrl"), packed(text).chopped(12))),
               QStringLiteral("Damaged cut.wrl: the compressed data are damaged or end too early"));
-    formats::ReadOptions options;
+    files::ReadOptions options;
     options.limits.maxFileBytes = 5000;
     EXPECT_EQ(errorOf(write(QStringLiteral("bomb.wrl"), packed(text + QByteArray(100'000, ' '))), options),
               QStringLiteral("LimitExceeded bomb.wrl: more than 5000 bytes to read"));
@@ -212,7 +212,7 @@ TEST_F(VrmlSceneTest, APackedFileIsReadAsOneThatIsNot)
 
 TEST_F(VrmlSceneTest, FilesInMetresAreBroughtToMillimetresAndZUp)
 {
-    formats::ReadOptions options;
+    files::ReadOptions options;
     options.vrmlInMetres = true;
     ASSERT_TRUE(readScene(SHAPE, options));
     EXPECT_THAT(matrix(root()->getChild(0)).values,
@@ -227,7 +227,7 @@ TEST_F(VrmlSceneTest, DeepAndWideFilesMeetLimits)
     QByteArray doubling = "DEF n0 " SHAPE "\n";
     for (int i = 1; i <= 40; ++i)
         doubling += QStringLiteral("DEF n%1 Group { children [ USE n%2 USE n%2 ] }\n").arg(i).arg(i - 1).toUtf8();
-    formats::ReadOptions options;
+    files::ReadOptions options;
     options.limits.maxNodes = 1000;
     EXPECT_EQ(sceneError(doubling, options), QStringLiteral("LimitExceeded d.wrl: more than 1000 nodes"));
     QByteArray prototypes = "PROTO P0 [] { " SHAPE " }\n";
@@ -295,7 +295,7 @@ TEST_F(VrmlSceneTest, EveryTruncationIsReadOrRefused)
                              "diffuseColor IS c } } geometry " TRIANGLE " } }\nDEF a P { c 1 0 0 } USE a\n"
                              "DEF s Switch { whichChoice 0 choice [ USE a ] } ROUTE a.b TO c.d Wolke { x \"}\" }\n";
     for (int length = 0; length <= whole.size(); ++length) {
-        const formats::ReadResult result = readScene(whole.left(length));
+        const files::ReadResult result = readScene(whole.left(length));
         EXPECT_TRUE(!result || result.value()) << length;
     }
 }

@@ -1,6 +1,6 @@
 // Any bytes as a scene file: an error or a sound tree, nothing read outside, nothing left alive.
 //
-// zn_scenefile_fuzz NEW_FOLDER tests/fuzz/scenefile/corpus tests/standalone/scenefile/golden
+// zn_scenefile_fuzz NEW_FOLDER tests/fuzz/scenefile/corpus tests/files/scenefile/golden
 
 #include "files/scenefile/ReadScene.h"
 #include "scene/ContainerRegistry.h"
@@ -19,9 +19,9 @@ void require(bool condition)
 }
 
 /// Small enough for a small memory.
-osg::SceneFileReadOptions limits(bool verifyChecksums)
+osg::scenefile::SceneFileReadOptions limits(bool verifyChecksums)
 {
-    osg::SceneFileReadOptions options;
+    osg::scenefile::SceneFileReadOptions options;
     options.maxContainers = 1 << 18;
     options.maxTextBytes = 1 << 24;
     options.verifyChecksums = verifyChecksums;

@@ -39,9 +39,9 @@ private:
 };
 
 /// Small enough for a small memory and a short time.
-formats::ReadOptions limits()
+files::ReadOptions limits()
 {
-    formats::ReadOptions options;
+    files::ReadOptions options;
     options.limits.maxFileBytes = 1 << 22;
     options.limits.maxNodes = 1 << 13;
     options.limits.maxVertices = 1 << 20;
@@ -54,9 +54,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static const InputFile file;
     file.write(data, size);
-    formats::SceneReaders readers;
-    readers.add({QStringLiteral("VRML97"), {QString()}, formats::readVrml});
-    const formats::ReadResult result = readers.read(file.name(), limits());
+    files::SceneReaders readers;
+    readers.add({QStringLiteral("VRML97"), {QString()}, files::vrml::readVrml});
+    const files::ReadResult result = readers.read(file.name(), limits());
     require(!result || result.value());
     if (result)
         touchEverything(osg::RefPtr<osg::NodePtr>(result.value()));

@@ -76,12 +76,12 @@ TEST(SlurmText, PlacesFollowFromCoresAndMemoryOfTheNodesThatAreLeft)
 TEST(SlurmText, EachConverterIsAStepWithCoresOfItsOwn)
 {
     const QString launcher = launcherFor(allocation(), QStringLiteral("step-9"), {});
-    zn::TemplateValues values{QStringLiteral("/in"), QStringLiteral("/out")};
+    zn::kernel::TemplateValues values{QStringLiteral("/in"), QStringLiteral("/out")};
     values.fields = {{QStringLiteral("cores"), QStringLiteral("2")},
                      {QStringLiteral("memory"), QStringLiteral("333")},
                      {QStringLiteral("minutes"), QStringLiteral("7")}};
     EXPECT_EQ(
-        zn::filledTemplate(launcher, values),
+        zn::kernel::filledTemplate(launcher, values),
         QStringList({QStringLiteral("srun"), QStringLiteral("--jobid=417"), QStringLiteral("--job-name=step-9"),
                      QStringLiteral("--exact"), QStringLiteral("--nodes=1"), QStringLiteral("--ntasks=1"),
                      QStringLiteral("--cpus-per-task=2"), QStringLiteral("--mem=333M"), QStringLiteral("--time=7"),
@@ -93,7 +93,7 @@ TEST(SlurmText, AfterALossStepsGoToTheNodesThatAreLeft)
     const QString launcher = launcherFor(allocation(), QStringLiteral("step-9"), {QStringLiteral("b2")});
     QStringList chosen;
     for (int i = 0; i < 60; ++i)
-        chosen << zn::filledTemplate(launcher, {QStringLiteral("/in"), QStringLiteral("/out/%1").arg(i)}).at(4);
+        chosen << zn::kernel::filledTemplate(launcher, {QStringLiteral("/in"), QStringLiteral("/out/%1").arg(i)}).at(4);
     EXPECT_EQ(launcher.count(QStringLiteral("--exact")), 0);
     EXPECT_EQ(launcher.count(QStringLiteral("--overlap")), 1);
     const int one = chosen.count(QStringLiteral("--nodelist=a1"));
@@ -110,7 +110,7 @@ TEST(SlurmText, ACommandMovesToOtherNodesWithItsFilesAsTheyAre)
     EXPECT_EQ(words, QStringList({QStringLiteral("srun"), QStringLiteral("--overlap"), QStringLiteral("--nodelist=n7"),
                                   QStringLiteral("--jobid=4"), QStringLiteral("--mem=5M"), QStringLiteral("conv"),
                                   QStringLiteral("--exact"), QStringLiteral("/a b/x\"y.stp")}));
-    const QString again = onNodes(zn::joinCommand(words), {QStringLiteral("n8")});
+    const QString again = onNodes(zn::kernel::joinCommand(words), {QStringLiteral("n8")});
     EXPECT_EQ(QProcess::splitCommand(again).mid(0, 4),
               QStringList({QStringLiteral("srun"), QStringLiteral("--overlap"), QStringLiteral("--nodelist=n8"),
                            QStringLiteral("--jobid=4")}));

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-using namespace ptx;
+using namespace ptx::core;
 
 namespace
 {

@@ -4,7 +4,7 @@
 
 #include <initializer_list>
 
-using namespace ptx;
+using namespace ptx::core;
 
 namespace
 {

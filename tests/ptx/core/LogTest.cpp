@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-using namespace ptx;
+using namespace ptx::core;
 using namespace ptxtest;
 
 TEST(Log, WritesEachLineAtOnce)

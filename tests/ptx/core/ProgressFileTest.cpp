@@ -6,7 +6,7 @@
 
 #include <sys/stat.h>
 
-using namespace ptx;
+using namespace ptx::core;
 using namespace ptxtest;
 
 TEST(ProgressFile, CreatesAMissingFileWithoutWritingToIt)

@@ -4,7 +4,7 @@
 
 #include <string>
 
-using namespace ptx;
+using namespace ptx::core;
 
 TEST(Stage, WordsAreThoseOfTheProgressFile)
 {

@@ -5,7 +5,7 @@
 #include <clocale>
 #include <set>
 
-using namespace ptx;
+using namespace ptx::core;
 
 TEST(Settings, StartWithTheDefaultsOfTheTable)
 {

@@ -8,7 +8,7 @@
 #include <map>
 #include <tuple>
 
-using namespace ptx;
+using namespace ptx::model;
 
 namespace
 {

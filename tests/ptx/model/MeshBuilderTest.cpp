@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace ptx;
+using namespace ptx::model;
 
 TEST(MeshBuilder, KeepsFacesAsRanges)
 {

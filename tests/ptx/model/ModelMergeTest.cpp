@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-using namespace ptx;
+using namespace ptx::model;
 using testing::ElementsAre;
 using testing::Pair;
 

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-using namespace ptx;
+using namespace ptx::readers;
 using ptxtest::TempFolder;
 
 TEST(PartFileFinder, ExactNameIsPreferredToOneInAnotherCase)

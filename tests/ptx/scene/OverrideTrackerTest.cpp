@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace ptx;
+using namespace ptx::model;
+using namespace ptx::scene;
 
 namespace
 {

@@ -52,7 +52,7 @@ Count countOf(const osg::NodePtr& root)
     return count;
 }
 
-void print(const QString& file, const formats::ReadResult& result)
+void print(const QString& file, const files::ReadResult& result)
 {
     std::cout << "| " << file.toStdString() << " | ";
     if (!result) {
@@ -75,7 +75,7 @@ TEST_P(FormatsCorpusTest, EveryFileImportsOrFailsWithItsNameAndACause)
     const QStringList files = filesBelow(folder.path());
     EXPECT_FALSE(files.isEmpty());
     for (const QString& file : files) {
-        const formats::ReadResult result = readScene(file);
+        const files::ReadResult result = readScene(file);
         EXPECT_TRUE(!result || result.value()) << file.toStdString();
         print(folder.relativeFilePath(file), result);
         if (!result) {

@@ -20,7 +20,7 @@ TEST_P(GlbCorpusTest, EveryImportedFileIsWrittenAsAValidOne)
     QDirIterator step(folder, QDir::Files, QDirIterator::Subdirectories);
     int count = 0;
     while (step.hasNext()) {
-        const formats::ReadResult read = readScene(step.next());
+        const files::ReadResult read = readScene(step.next());
         if (!read)
             continue;
         SCOPED_TRACE(step.fileName().toStdString());

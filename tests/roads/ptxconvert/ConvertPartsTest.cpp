@@ -55,12 +55,12 @@ void expectBox(const Measures& measures, osg::Vec3f low, osg::Vec3f high)
     EXPECT_EQ(measures.high, high);
 }
 
-std::vector<osg::converted::MissingPart> missingParts(const osg::NodePtr& node)
+std::vector<osg::scenefile::converted::MissingPart> missingParts(const osg::NodePtr& node)
 {
-    std::vector<osg::converted::MissingPart> parts;
+    std::vector<osg::scenefile::converted::MissingPart> parts;
     if (node)
         for (const std::string& tag : osg::tagsOf(node))
-            if (const auto part = osg::converted::missingPart(tag))
+            if (const auto part = osg::scenefile::converted::missingPart(tag))
                 parts.push_back(*part);
     return parts;
 }

@@ -118,7 +118,7 @@ int ConvertRun::run(const QStringList& arguments)
 
 osg::NodePtr ConvertRun::scene()
 {
-    const files::Result<osg::NodePtr> read = osg::readSceneFile(QString::fromStdString(output()));
+    const files::Result<osg::NodePtr> read = osg::scenefile::readSceneFile(QString::fromStdString(output()));
     m_scene = read ? read.value() : osg::NodePtr();
     return m_scene;
 }

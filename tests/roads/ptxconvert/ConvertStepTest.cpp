@@ -77,8 +77,8 @@ TEST(ConvertStep, RootRefersToTheCadFileAndBearsNothingElse)
     EXPECT_EQ(core->getState(), 2u);
     EXPECT_TRUE(core->isIdentity());
     EXPECT_EQ(core->getSourceFile()->getPath(), run.folder().file("box.stp"));
-    EXPECT_TRUE(osg::converted::isConvertedTree(root));
-    EXPECT_FALSE(osg::converted::isConvertedTree(root->getChild(0)));
+    EXPECT_TRUE(osg::scenefile::converted::isConvertedTree(root));
+    EXPECT_FALSE(osg::scenefile::converted::isConvertedTree(root->getChild(0)));
     EXPECT_EQ(nameOf(root), "box.stp");
     EXPECT_EQ(root->getNChildren(), 1u);
 }

@@ -74,11 +74,11 @@ int checkValidation(const osg::NodePtr& node)
 {
     int count = 0;
     const Measures measures = measure(node);
-    if (const auto volume = valueOf(node, osg::converted::VolumeKey)) {
+    if (const auto volume = valueOf(node, osg::scenefile::converted::VolumeKey)) {
         EXPECT_NEAR(measures.volume, *volume, Share * *volume) << nameOf(node);
         ++count;
     }
-    if (const auto area = valueOf(node, osg::converted::AreaKey)) {
+    if (const auto area = valueOf(node, osg::scenefile::converted::AreaKey)) {
         EXPECT_NEAR(measures.area, *area, Share * *area) << nameOf(node);
         ++count;
     }

@@ -191,7 +191,7 @@ TEST(JtCorpus, ShapeWithAWrongCheckSumIsLeftOutAndToldWithItsPlace)
     const osg::NodePtr body = nodeNamed(run.scene(), "valve_body_SOLID_SOLIDS");
     ASSERT_TRUE(body);
     EXPECT_EQ(measure(body).triangles, 0u);
-    EXPECT_THAT(osg::tagsOf(body), testing::Contains(testing::StartsWith(osg::converted::MissingPrefix)));
+    EXPECT_THAT(osg::tagsOf(body), testing::Contains(testing::StartsWith(osg::scenefile::converted::MissingPrefix)));
     EXPECT_GT(measure(run.scene()).triangles, 0u);
 }
 

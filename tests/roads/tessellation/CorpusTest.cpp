@@ -23,14 +23,14 @@ protected:
         const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/ptxconvert");
         ASSERT_EQ(QProcess::execute(program, {QStringLiteral("--set"), QStringLiteral("keep-brep=1"), m_input, output}),
                   0);
-        root->addChild(osg::readSceneFile(output).value());
+        root->addChild(osg::scenefile::readSceneFile(output).value());
     }
 
     /// Area and volume of all distinct geometries together.
     MeshMeasures measured() const
     {
         MeshMeasures sum;
-        for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
+        for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root)) {
             const MeshMeasures one = measuresOf(osg::GeometryAccess::mesh(*geometry));
             sum.area += one.area;
             sum.volume += one.volume;
@@ -41,14 +41,14 @@ protected:
     double largestDiagonal() const
     {
         osg::Vec3f low = {1e9f, 1e9f, 1e9f}, high = {-1e9f, -1e9f, -1e9f};
-        for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root))
+        for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root))
             for (const osg::Vec3f& p : osg::GeometryAccess::mesh(*geometry).positions) {
                 low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
                 high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
             }
         return std::hypot(high.x - low.x, high.y - low.y, high.z - low.z);
     }
-    std::size_t geometryCount() const { return geometry::geometriesBelow(root).size(); }
+    std::size_t geometryCount() const { return osg::geometriesBelow(root).size(); }
 
     QString m_input;
 };
@@ -75,14 +75,14 @@ TEST_P(TessellationCorpus, MergingKeepsAreaAndVolumeAndRetessellationBothWithinT
 TEST_P(TessellationCorpus, NoMoreEdgesAreOpenThanBeforeAlsoWhenEdgesAreSplit)
 {
     std::size_t converted = 0, split = 0;
-    for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root))
+    for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root))
         converted += openEdges(osg::GeometryAccess::mesh(*geometry));
     retessellate({.chordDeviation = 0.1, .normalTolerance = 15});
     std::size_t whole = 0;
-    for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root))
+    for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root))
         whole += openEdges(osg::GeometryAccess::mesh(*geometry));
     retessellate({.chordDeviation = 0.1, .normalTolerance = 15, .maxChordLength = 5});
-    for (const osg::GeometryPtr& geometry : geometry::geometriesBelow(root)) {
+    for (const osg::GeometryPtr& geometry : osg::geometriesBelow(root)) {
         split += openEdges(osg::GeometryAccess::mesh(*geometry));
         EXPECT_LE(longestEdge(osg::GeometryAccess::mesh(*geometry)), 5.0001);
     }

@@ -46,7 +46,7 @@ protected:
     void writeCad(const QString& name, const osg::NodePtr& root, const QByteArray& script = {}) const
     {
         const QString made = path(name) + QStringLiteral(".osb");
-        EXPECT_TRUE(osg::writeSceneFile(root, made));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(root, made));
         write(name, script + "\noutput-from \"" + made.toUtf8() + "\"\n");
     }
     /// A part with one node below its root.

@@ -69,7 +69,7 @@ protected:
         }
         for (unsigned i = 0; i < places; ++i)
             root->addChild(place(i, shapes[i % parts]->getCore()));
-        EXPECT_TRUE(osg::writeSceneFile(root, path("made.osb")));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(root, path("made.osb")));
         return writeCad("many.stp", path("made.osb"));
     }
 };

@@ -21,7 +21,7 @@ protected:
         for (const char* name : {"Brushed", "Plain"})
             root->addChild(bookmarkscene::part(name, bookmarkscene::box({0, 0, 0}, {10, 20, 30}),
                                                bookmarkscene::paint(name, {0, 0, 0})));
-        EXPECT_TRUE(osg::writeSceneFile(root, path("made.osb")));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(root, path("made.osb")));
         return writeCad("boxes.stp", path("made.osb"));
     }
 };

@@ -40,7 +40,7 @@ protected:
         root->getChild(2)->addChild(
             bookmarkscene::part("second", mesh, bookmarkscene::paint("steel", {0.5f, 0.25f, 0.125f})));
         const QString made = path("made.osb");
-        EXPECT_TRUE(osg::writeSceneFile(root, made));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(root, made));
         return writeCad("engine.stp", made);
     }
 
@@ -112,7 +112,7 @@ TEST_F(ReportTest, AFailureAndWhatIsMissingAreReported)
     const osg::RefPtr<osg::NodePtr> root(reference("engine", "engine.stp"));
     root->addChild(reference("place", path("nowhere.stp").toUtf8().constData()));
     osg::fcCast<osg::ExtReference>(root->getChild(0)->getCore())->setState(0);
-    ASSERT_TRUE(osg::writeSceneFile(root, path("made.osb")));
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(root, path("made.osb")));
     const QString damaged = write("damaged.stp", "log \"no product\"\nexit 7\n");
     const Ending ending = reported({damaged, writeCad("engine.stp", path("made.osb"))});
     EXPECT_EQ(ending.exitCode, 3) << ending.errors.toStdString();

@@ -2,7 +2,7 @@
 
 #include "files/scenefile/SceneFile.h"
 #include "host/znOpenSGExt/ExtReference.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
 #include "tests/roads/znimport/ToolRun.h"
@@ -27,7 +27,7 @@ protected:
         core->setState(2);
         const osg::RefPtr<osg::NodePtr> car(bookmarkscene::make());
         car->setCore(core);
-        EXPECT_TRUE(osg::writeSceneFile(car, path("made.osb")));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(car, path("made.osb")));
         return writeCad("car.styl", path("made.osb"));
     }
     QStringList pictures() const { return QDir(path("pictures")).entryList(QDir::Files | QDir::Hidden); }

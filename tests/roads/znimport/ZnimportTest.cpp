@@ -86,7 +86,7 @@ bool writeSceneWithVariants(const QString& file)
     table.groups = {"Exterior"};
     table.sets = {{"Open Roof", "Exterior", "", {}, {}, {{{1}, "!Disable"}}}, {"Plain", "", "", {}, {}, {}}};
     root->addAttachment(osg::VariantAttachment::create(table));
-    return static_cast<bool>(osg::writeSceneFile(root, file));
+    return static_cast<bool>(osg::scenefile::writeSceneFile(root, file));
 }
 
 TEST_F(ZnimportTest, VariantSetsAreListedAndAppliedAndStayInTheOutput)
@@ -98,7 +98,7 @@ TEST_F(ZnimportTest, VariantSetsAreListedAndAppliedAndStayInTheOutput)
                                     QStringLiteral("Open Roof"), QStringLiteral("-o"), saved});
     EXPECT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
     EXPECT_EQ(ending.output, QStringLiteral("Open Roof [Exterior]\nPlain\n"));
-    const files::Result<osg::NodePtr> read = osg::readSceneFile(saved);
+    const files::Result<osg::NodePtr> read = osg::scenefile::readSceneFile(saved);
     ASSERT_TRUE(read);
     const osg::RefPtr<osg::NodePtr> root(read.value());
     ASSERT_TRUE(osg::VariantAttachment::of(root));

@@ -105,7 +105,7 @@ protected:
     {
         const QString path = m_folder.filePath(text(name));
         const zn::SceneWithExtras scene(*m_session);
-        EXPECT_TRUE(osg::writeSceneFile(scene.root(), path));
+        EXPECT_TRUE(osg::scenefile::writeSceneFile(scene.root(), path));
         return path;
     }
 
@@ -122,7 +122,7 @@ protected:
     int load(const QString& path) { return znFileIO::load({path}, root(), true, false, false); }
 
     QTemporaryDir m_folder{QDir::tempPath() + text("/extras äö XXXXXX")};
-    std::optional<znStandaloneSession> m_session;
+    std::optional<zn::StandaloneSession> m_session;
     std::vector<std::string> m_log;
 };
 
@@ -132,7 +132,7 @@ TEST_F(SceneExtrasTest, TheSceneIsAsBeforeWhenItIsSaved)
     save("scene.osb");
     EXPECT_EQ(root()->getNChildren(), 1u);
     EXPECT_FALSE(osg::VariantAttachment::of(root()));
-    EXPECT_FALSE(zn::sessionCameras().root()->getParent());
+    EXPECT_FALSE(zn::cameras::sessionCameras().root()->getParent());
 }
 
 TEST_F(SceneExtrasTest, ASceneWithoutExtrasGetsNone)
@@ -147,8 +147,8 @@ TEST_F(SceneExtrasTest, ALoadedFileBringsItsVariants)
 {
     ASSERT_EQ(load(savedScene()), 131003);
     EXPECT_THAT(m_log, IsEmpty());
-    ASSERT_EQ(zn::sessionVariants().sets().size(), 2u);
-    EXPECT_EQ(zn::sessionVariants().sets()[1]->getName(), text("Plain"));
+    ASSERT_EQ(zn::variants::sessionVariants().sets().size(), 2u);
+    EXPECT_EQ(zn::variants::sessionVariants().sets()[1]->getName(), text("Plain"));
     znVariantSet* set = znVariants::findVariantSet(text("Open Roof"));
     ASSERT_TRUE(set);
     EXPECT_EQ(set->getGroup()->getName(), text("Außen"));
@@ -161,15 +161,16 @@ TEST_F(SceneExtrasTest, ALoadedFileBringsItsVariants)
 TEST_F(SceneExtrasTest, ALoadedSetCanBeApplied)
 {
     load(savedScene());
-    EXPECT_EQ(zn::SessionVariants::apply(*znVariants::findVariantSet(text("Open Roof")), zn::sessionCameras()),
+    EXPECT_EQ(zn::variants::SessionVariants::apply(*znVariants::findVariantSet(text("Open Roof")),
+                                                   zn::cameras::sessionCameras()),
               QStringList());
     const osg::NodePtr body = root()->getChild(0)->getChild(0);
     EXPECT_TRUE(body->getChild(0)->isActive());
     EXPECT_FALSE(body->getChild(1)->isActive());
     const auto roof = osg::fcCast<osg::MaterialGroup>(body->getChild(0)->getCore());
     EXPECT_EQ(osg::fcCast<osg::SwitchMaterial>(roof->getMaterial())->getChoice(), 1u);
-    ASSERT_TRUE(zn::sessionCameras().view());
-    EXPECT_EQ(zn::sessionCameras().view()->getTranslation(), (osg::Vec3f{100, -200, 300}));
+    ASSERT_TRUE(zn::cameras::sessionCameras().view());
+    EXPECT_EQ(zn::cameras::sessionCameras().view()->getTranslation(), (osg::Vec3f{100, -200, 300}));
 }
 
 TEST_F(SceneExtrasTest, LoadedCamerasStandBesideTheSceneAndInThePool)
@@ -177,7 +178,7 @@ TEST_F(SceneExtrasTest, LoadedCamerasStandBesideTheSceneAndInThePool)
     load(savedScene());
     EXPECT_EQ(root()->getChild(0)->getNChildren(), 1u);
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 2u);
-    const osg::NodePtr camera = zn::sessionCameras().findCamera(text("Camera1"));
+    const osg::NodePtr camera = zn::cameras::sessionCameras().findCamera(text("Camera1"));
     ASSERT_TRUE(camera);
     EXPECT_STREQ(osg::getName(camera->getChild(0)), "Camera1_track");
     EXPECT_STREQ(osg::getName(camera->getChild(0)->getChild(0)), "Open Roof_vp");
@@ -188,8 +189,8 @@ TEST_F(SceneExtrasTest, ASecondLoadAddsNoSecondSetAndNoSecondViewpoint)
     const QString path = savedScene();
     load(path);
     load(path);
-    EXPECT_EQ(zn::sessionVariants().sets().size(), 2u);
-    EXPECT_EQ(zn::sessionVariants().groups().size(), 1u);
+    EXPECT_EQ(zn::variants::sessionVariants().sets().size(), 2u);
+    EXPECT_EQ(zn::variants::sessionVariants().groups().size(), 1u);
     EXPECT_EQ(znUberCameraPool::the()->getNumCameras(), 2u);
     EXPECT_EQ(znVariants::findVariantSet(text("Open Roof"))->getNodeStates().size(), 4u);
 }
@@ -199,11 +200,11 @@ TEST_F(SceneExtrasTest, NewViewpointsOfAKnownCameraComeBelowIt)
     const QString path = savedScene();
     addViewpoint("Camera1", "other_vp");
     load(path);
-    const osg::NodePtr camera = zn::sessionCameras().findCamera(text("Camera1"));
-    EXPECT_EQ(zn::sessionCameras().root()->getNChildren(), 1u);
+    const osg::NodePtr camera = zn::cameras::sessionCameras().findCamera(text("Camera1"));
+    EXPECT_EQ(zn::cameras::sessionCameras().root()->getNChildren(), 1u);
     EXPECT_EQ(camera->getNChildren(), 2u);
-    EXPECT_NE(zn::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId, 0u);
-    EXPECT_NE(zn::sessionCameras().findViewpoint(text("other_vp")).cameraId, 0u);
+    EXPECT_NE(zn::cameras::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId, 0u);
+    EXPECT_NE(zn::cameras::sessionCameras().findViewpoint(text("other_vp")).cameraId, 0u);
 }
 
 TEST_F(SceneExtrasTest, CamerasInATreeEnterThePoolWhereTheyAre)
@@ -228,7 +229,7 @@ TEST_F(SceneExtrasTest, EntriesWithoutTargetAreTold)
     EXPECT_EQ(zn::takeExtras(*m_session, tree),
               QStringList({text("the variant set 'S' names a material 'Paint' that is not there"),
                            text("the variant set 'S' names a node that is not there")}));
-    EXPECT_EQ(zn::sessionVariants().sets().size(), 1u);
+    EXPECT_EQ(zn::variants::sessionVariants().sets().size(), 1u);
     EXPECT_TRUE(znVariants::findVariantSet(text("S"))->getGroup() == nullptr);
     EXPECT_FALSE(osg::VariantAttachment::of(tree));
 }

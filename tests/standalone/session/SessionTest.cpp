@@ -31,7 +31,7 @@ struct Second {
 
 TEST(SessionState, IsMadeWhenItIsFirstAskedForAndStays)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     EXPECT_EQ(session.state<Counter>().value, 3);
     session.state<Counter>().value = 4;
     EXPECT_EQ(session.state<Counter>().value, 4);
@@ -41,10 +41,10 @@ TEST(SessionState, IsMadeWhenItIsFirstAskedForAndStays)
 TEST(SessionState, IsANewOneInTheNextSession)
 {
     {
-        znStandaloneSession session;
+        zn::StandaloneSession session;
         session.state<Counter>().value = 4;
     }
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     EXPECT_EQ(session.state<Counter>().value, 3);
 }
 
@@ -52,7 +52,7 @@ TEST(SessionState, GoesNewestFirstWhileTheSessionStillLives)
 {
     ends.clear();
     {
-        znStandaloneSession session;
+        zn::StandaloneSession session;
         First& first = session.state<First>();
         session.state<Second>().first = &first;
     }

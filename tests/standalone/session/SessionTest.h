@@ -3,7 +3,7 @@
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include <QDir>
 #include <QFile>
@@ -75,7 +75,7 @@ protected:
     }
 
     QTemporaryDir m_folder;
-    znStandaloneSession m_session;
+    zn::StandaloneSession m_session;
     std::vector<std::string> m_log;
 
 private:

@@ -8,31 +8,31 @@ namespace
 
 TEST(BuiltInReaders, KnowTheMeshFormatsAndSceneFiles)
 {
-    const formats::SceneReaders readers = zn::builtInReaders();
+    const files::SceneReaders readers = zn::startup::builtInReaders();
     QStringList extensions;
-    for (const formats::SceneFormat& format : readers.formats())
+    for (const files::SceneFormat& format : readers.formats())
         extensions << format.extensions;
     EXPECT_EQ(extensions.join(QLatin1Char(' ')), QStringLiteral("obj gltf glb ply wrl wrz osb"));
 }
 
-TEST(BuiltInReaders, ADamagedSceneFileIsRefusedWithItsPlace)
+TEST(BuiltInReaders, AFileThatIsNoSceneFileIsRefusedWithItsPlace)
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("cut.osb"));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("no scene") == 8);
     file.close();
-    const formats::ReadResult result = zn::builtInReaders().read(path);
+    const files::ReadResult result = zn::startup::builtInReaders().read(path);
     ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().code, files::ErrorCode::Damaged);
+    EXPECT_EQ(result.error().code, files::ErrorCode::NotASceneFile);
     EXPECT_EQ(result.error().file, path);
     EXPECT_EQ(result.error().place.left(5), QStringLiteral("byte "));
 }
 
 TEST(BuiltInReaders, AreThoseOfANewSession)
 {
-    znStandaloneSession session;
-    EXPECT_EQ(session.state<formats::SceneReaders>().formats().size(), zn::builtInReaders().formats().size());
+    zn::StandaloneSession session;
+    EXPECT_EQ(session.state<files::SceneReaders>().formats().size(), zn::startup::builtInReaders().formats().size());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 
 #include "host/znJobProcessing/znParallelJobManager.h"
 #include "host/znUtils/znFile.h"
@@ -19,37 +19,37 @@ namespace
 
 TEST(StandaloneSession, IsTheLivingOneUntilItEnds)
 {
-    EXPECT_EQ(znStandaloneSession::current(), nullptr);
+    EXPECT_EQ(zn::StandaloneSession::current(), nullptr);
     {
-        znStandaloneSession session;
-        EXPECT_EQ(znStandaloneSession::current(), &session);
-        EXPECT_EQ(&znStandaloneSession::require(), &session);
+        zn::StandaloneSession session;
+        EXPECT_EQ(zn::StandaloneSession::current(), &session);
+        EXPECT_EQ(&zn::StandaloneSession::require(), &session);
         session.end();
-        EXPECT_EQ(znStandaloneSession::current(), nullptr);
+        EXPECT_EQ(zn::StandaloneSession::current(), nullptr);
     }
-    EXPECT_EQ(znStandaloneSession::current(), nullptr);
+    EXPECT_EQ(zn::StandaloneSession::current(), nullptr);
 }
 
 TEST(StandaloneSession, HasAnIdOfItsOwn)
 {
     std::uint64_t first = 0;
     {
-        first = znStandaloneSession().id();
+        first = zn::StandaloneSession().id();
     }
     EXPECT_NE(first, 0u);
-    EXPECT_NE(znStandaloneSession().id(), first);
+    EXPECT_NE(zn::StandaloneSession().id(), first);
 }
 
 TEST(StandaloneSession, LeavesNothingAliveByItself)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     EXPECT_THAT(session.end(), IsEmpty());
     EXPECT_THAT(session.end(), IsEmpty());
 }
 
 TEST(StandaloneSession, NamesAndSweepsWhatIsLeftAlive)
 {
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     session.sceneRoot()->addChild(osg::Node::create());
     const osg::NodePtr forgotten = osg::Node::create();
     osg::setName(forgotten, "forgotten");
@@ -68,7 +68,7 @@ TEST(StandaloneSession, NamesAndSweepsWhatIsLeftAlive)
 TEST(StandaloneSession, ItsDestructionSweepsTheContainersAsWell)
 {
     {
-        const znStandaloneSession session;
+        const zn::StandaloneSession session;
         osg::Node::create().addRef();
     }
     EXPECT_EQ(osg::livingContainerCount(), 0u);
@@ -78,7 +78,7 @@ TEST(StandaloneSession, ItsTemporaryFolderIsPrivateAndGoesWithIt)
 {
     QString folder;
     {
-        const znStandaloneSession session;
+        const zn::StandaloneSession session;
         folder = session.temporaryFolder();
         EXPECT_TRUE(QFileInfo(folder).isDir());
         EXPECT_EQ(QFileInfo(folder).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther),
@@ -97,7 +97,7 @@ TEST(StandaloneSession, ItsLogCanBeHeardWhileItLives)
     std::vector<std::string> heard;
     testing::internal::CaptureStderr();
     {
-        znStandaloneSession session;
+        zn::StandaloneSession session;
         znLog::error("before");
         session.setLogSink([&](const char* text) { heard.emplace_back(text); });
         znLog::error("Couldn't open 'ä'!");
@@ -111,7 +111,7 @@ TEST(StandaloneSession, ItsSettingBoundsTheProcessesFromTheNextQuestionOn)
 {
     const unsigned byDefault = znJobs::defaultProcessLimit();
     {
-        znStandaloneSession session;
+        zn::StandaloneSession session;
         EXPECT_EQ(znParallelJobManager::the()->getMaxNumProcesses(), byDefault);
         EXPECT_FALSE(session.settings().set(QStringLiteral("processes.most"), QStringLiteral("17")));
         EXPECT_EQ(znParallelJobManager::the()->getMaxNumProcesses(), 17u);
@@ -125,13 +125,13 @@ TEST(StandaloneSession, ItsSettingBoundsTheProcessesFromTheNextQuestionOn)
 TEST(StandaloneSession, StartsWithNothingOfTheOneBefore)
 {
     {
-        znStandaloneSession first;
+        zn::StandaloneSession first;
         first.sceneRoot()->addChild(osg::Node::create());
         first.select(first.sceneRoot());
         first.preferences().set("FileIO tmp path", boost::any(1), true);
         EXPECT_FALSE(first.settings().set(QStringLiteral("mesh.unit"), QStringLiteral("2")));
     }
-    znStandaloneSession second;
+    zn::StandaloneSession second;
     EXPECT_EQ(second.sceneRoot()->getNChildren(), 0u);
     EXPECT_FALSE(second.selectedNode());
     EXPECT_TRUE(second.preferences().get("FileIO tmp path").empty());
@@ -140,13 +140,13 @@ TEST(StandaloneSession, StartsWithNothingOfTheOneBefore)
 
 TEST(StandaloneSessionDeathTest, ThereIsOneAtATime)
 {
-    const znStandaloneSession session;
-    EXPECT_DEATH(znStandaloneSession(), "a second session was started while one is alive");
+    const zn::StandaloneSession session;
+    EXPECT_DEATH(zn::StandaloneSession(), "a second session was started while one is alive");
 }
 
 TEST(StandaloneSessionDeathTest, TheHostIsNotCalledWithoutOne)
 {
-    EXPECT_DEATH(znStandaloneSession::require(), "the host was called without a session");
+    EXPECT_DEATH(zn::StandaloneSession::require(), "the host was called without a session");
 }
 
 } // namespace

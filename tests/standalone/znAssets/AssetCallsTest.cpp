@@ -128,9 +128,9 @@ TEST_F(LoadMaterialAsset, ACleanUpGivesUpWhatNobodyElseHolds)
     writeAssets(QStringLiteral("a.gltf"), material(R"("uuid":"u-1")") + "," + material(R"("uuid":"u-2")"));
     const osg::RefPtr<osg::MaterialPtr> used(load("u-1"));
     load("u-2");
-    EXPECT_EQ(zn::sessionAssets().count(), 2U);
+    EXPECT_EQ(zn::assets::sessionAssets().count(), 2U);
     znAssetItemFactory::the().cleanupMaterialItems();
-    EXPECT_EQ(zn::sessionAssets().count(), 1U);
+    EXPECT_EQ(zn::assets::sessionAssets().count(), 1U);
     EXPECT_TRUE(load("u-1") == used.get());
 }
 
@@ -196,7 +196,7 @@ TEST_F(NamedCalls, WhatNobodyKnowsFails)
 TEST_F(NamedCalls, AHostAddsItsOwnAndIsToldTheCaller)
 {
     int told = 0;
-    m_session.state<zn::HelperCalls>().table.offer("double", [&told](znMessage& message, int caller) {
+    m_session.state<zn::nodes::HelperCalls>().table.offer("double", [&told](znMessage& message, int caller) {
         told = caller;
         int number = 0;
         message.get("number", number);

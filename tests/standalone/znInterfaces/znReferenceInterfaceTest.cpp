@@ -36,7 +36,7 @@ TEST(ReferenceInterfaceTest, OutlivesSessions)
         dynamic_cast<znReferenceInterface*>(znInterfaceFactory::the()->get(typeid(znReferenceInterface)));
     ASSERT_NE(references, nullptr);
     references->notifyReferences({}, 18, 0);
-    znStandaloneSession session;
+    zn::StandaloneSession session;
     references->notifyReferences({}, 18, 0);
     const ReferenceRecorder recorder(session);
     references->notifyReferences({}, 18, 0);

@@ -41,9 +41,9 @@ class OsbLoaderJobTest : public SceneFileTest
 protected:
     OsbLoaderJobTest()
     {
-        znUtils::setLogSink([this](const char* text) { logged << QString::fromUtf8(text); });
+        zn::utils::setLogSink([this](const char* text) { logged << QString::fromUtf8(text); });
     }
-    ~OsbLoaderJobTest() override { znUtils::setLogSink({}); }
+    ~OsbLoaderJobTest() override { zn::utils::setLogSink({}); }
 
     /// A file whose root has this name and two children.
     QString writeScene(const char* name)

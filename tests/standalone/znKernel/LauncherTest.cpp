@@ -13,32 +13,32 @@ constexpr qint64 megabyte = 1024 * 1024;
 
 TEST(NeedsOf, AnEmptyFileTakesWhatAnyConversionTakes)
 {
-    EXPECT_EQ(zn::needsOf(0, {4, 0, 700, 11, 120, 7}), (zn::ProcessNeeds{1, 700, 120}));
+    EXPECT_EQ(zn::kernel::needsOf(0, {4, 0, 700, 11, 120, 7}), (zn::kernel::ProcessNeeds{1, 700, 120}));
 }
 
 TEST(NeedsOf, MemoryAndTimeGrowWithEachMegabyteAndArePartsRoundedUp)
 {
-    EXPECT_EQ(zn::needsOf(10 * megabyte, {4, 0, 700, 11, 120, 7}), (zn::ProcessNeeds{1, 810, 190}));
-    EXPECT_EQ(zn::needsOf(1, {4, 0, 700, 11, 120, 7}), (zn::ProcessNeeds{1, 701, 121}));
+    EXPECT_EQ(zn::kernel::needsOf(10 * megabyte, {4, 0, 700, 11, 120, 7}), (zn::kernel::ProcessNeeds{1, 810, 190}));
+    EXPECT_EQ(zn::kernel::needsOf(1, {4, 0, 700, 11, 120, 7}), (zn::kernel::ProcessNeeds{1, 701, 121}));
 }
 
 TEST(NeedsOf, EachThirtyTwoMegabytesTakeAnotherCoreUpToTheMost)
 {
-    EXPECT_EQ(zn::needsOf(32 * megabyte - 1, {3, 0, 1, 0, 1, 0}).cores, 1);
-    EXPECT_EQ(zn::needsOf(32 * megabyte, {3, 0, 1, 0, 1, 0}).cores, 2);
-    EXPECT_EQ(zn::needsOf(500 * megabyte, {3, 0, 1, 0, 1, 0}).cores, 3);
+    EXPECT_EQ(zn::kernel::needsOf(32 * megabyte - 1, {3, 0, 1, 0, 1, 0}).cores, 1);
+    EXPECT_EQ(zn::kernel::needsOf(32 * megabyte, {3, 0, 1, 0, 1, 0}).cores, 2);
+    EXPECT_EQ(zn::kernel::needsOf(500 * megabyte, {3, 0, 1, 0, 1, 0}).cores, 3);
 }
 
 TEST(NeedsOf, MemoryStaysWithinItsBound)
 {
-    EXPECT_EQ(zn::needsOf(10 * megabyte, {4, 800, 700, 11, 120, 7}).megabytes, 800);
-    EXPECT_EQ(zn::needsOf(9 * megabyte, {4, 800, 700, 11, 120, 7}).megabytes, 799);
+    EXPECT_EQ(zn::kernel::needsOf(10 * megabyte, {4, 800, 700, 11, 120, 7}).megabytes, 800);
+    EXPECT_EQ(zn::kernel::needsOf(9 * megabyte, {4, 800, 700, 11, 120, 7}).megabytes, 799);
 }
 
 TEST(NeedsOf, AnEnormousFileStaysANumber)
 {
-    EXPECT_EQ(zn::needsOf(std::numeric_limits<qint64>::max(), {3, 0, 1, 60, 1, 60}),
-              (zn::ProcessNeeds{3, 1000000000, 1000000000}));
+    EXPECT_EQ(zn::kernel::needsOf(std::numeric_limits<qint64>::max(), {3, 0, 1, 60, 1, 60}),
+              (zn::kernel::ProcessNeeds{3, 1000000000, 1000000000}));
 }
 
 class LauncherTest : public SessionTest

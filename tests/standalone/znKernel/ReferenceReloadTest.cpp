@@ -32,8 +32,8 @@ protected:
     /// A reader of files with the extension "fake" that gives this root.
     void readFakeFilesAs(const osg::NodePtr& root)
     {
-        m_session.state<formats::SceneReaders>().add(
-            {QStringLiteral("test"), {QStringLiteral("fake")}, [root](formats::ReadTask&) { return root; }});
+        m_session.state<files::SceneReaders>().add(
+            {QStringLiteral("test"), {QStringLiteral("fake")}, [root](files::ReadTask&) { return root; }});
         refer(write(QStringLiteral("part.fake"), "x"));
     }
 

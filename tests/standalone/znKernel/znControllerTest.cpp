@@ -9,7 +9,7 @@ namespace
 class ControllerTest : public SessionTest
 {
 protected:
-    const zn::UserInterfaceState& shown() { return m_session.state<zn::UserInterfaceState>(); }
+    const zn::kernel::UserInterfaceState& shown() { return m_session.state<zn::kernel::UserInterfaceState>(); }
 };
 
 TEST_F(ControllerTest, TheLastCallSaysWhetherTheHostIsBusy)

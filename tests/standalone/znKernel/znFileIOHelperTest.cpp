@@ -128,7 +128,7 @@ using FileIOHelperInSession = SessionTest;
 TEST_F(FileIOHelperInSession, MixedAssembliesCanBeDecidedOtherwise)
 {
     std::vector<QString> asked;
-    m_session.state<zn::MixedAssemblies>().canContain = [&](const QString& path) {
+    m_session.state<zn::kernel::MixedAssemblies>().canContain = [&](const QString& path) {
         asked.push_back(path);
         return path.endsWith(QStringLiteral(".styl"));
     };

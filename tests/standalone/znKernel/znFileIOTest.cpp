@@ -195,18 +195,17 @@ TEST_F(FileIOTest, VrmlFilesComeAsTheyAreUnlessTheyMeanMetres)
 
 TEST_F(FileIOTest, AHostCanBringReadersOfItsOwn)
 {
-    m_session.state<formats::SceneReaders>().add(
-        {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) {
-             return osg::makeNodeFor(osg::Group::create());
-         }});
+    m_session.state<files::SceneReaders>().add({QStringLiteral("test"), {QStringLiteral("fake")}, [](files::ReadTask&) {
+                                                    return osg::makeNodeFor(osg::Group::create());
+                                                }});
     EXPECT_EQ(load({write(QStringLiteral("one.fake"), "x")}, m_root), 131003);
     EXPECT_THAT(childNames(m_root), ElementsAre("one"));
 }
 
 TEST_F(FileIOTest, AReaderWithoutATreeIsALoadWithoutANode)
 {
-    m_session.state<formats::SceneReaders>().add(
-        {QStringLiteral("test"), {QStringLiteral("fake")}, [](formats::ReadTask&) { return osg::NodePtr(); }});
+    m_session.state<files::SceneReaders>().add(
+        {QStringLiteral("test"), {QStringLiteral("fake")}, [](files::ReadTask&) { return osg::NodePtr(); }});
     EXPECT_EQ(load({write(QStringLiteral("none.fake"), "x")}, m_root), 131003);
     EXPECT_EQ(m_root->getNChildren(), 0u);
     EXPECT_EQ(znFileIO::getLoadedGeometriesList().size(), 1u);

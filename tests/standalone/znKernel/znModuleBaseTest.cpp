@@ -14,7 +14,7 @@ protected:
     /// Registers a module that notes its call, and answers if it is to.
     void addModule(const char* name, bool answers)
     {
-        m_session.state<zn::MessageModules>().modules.emplace_back([this, name, answers](znMessage& message) {
+        m_session.state<zn::kernel::MessageModules>().modules.emplace_back([this, name, answers](znMessage& message) {
             m_calls.push_back(name + std::to_string(message.getCode()));
             if (answers)
                 message.set("answer", std::string(name), true);

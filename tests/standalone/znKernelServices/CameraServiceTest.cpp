@@ -23,7 +23,7 @@ class CameraServiceTest : public SessionTest
 protected:
     static znCameraService& service() { return *znKernelServiceFactory::the()->get<znCameraService>(); }
     static znUberCameraPool& pool() { return *znUberCameraPool::the(); }
-    zn::CameraTree& cameras() { return zn::sessionCameras(); }
+    zn::cameras::CameraTree& cameras() { return zn::cameras::sessionCameras(); }
     osg::NodePtr node(const zndNode& wrapper) { return znTypeConverter::convertNode(wrapper); }
 
     static osg::RefPtr<osg::UberCameraPtr> camera(const char* name)
@@ -157,10 +157,10 @@ TEST_F(CameraServiceTest, ApplyingASetLooksThroughItsViewpoint)
     viewpoint->addFlag(osg::UberCamera::ViewpointFlag);
     pool().add(viewpoint.get(), addGroup(m_session.sceneRoot(), "track"));
     znVariantSet* set = znVariants::createVariantSet(text("Dark"), true, nullptr);
-    EXPECT_EQ(zn::SessionVariants::apply(*set, cameras()), QStringList());
+    EXPECT_EQ(zn::variants::SessionVariants::apply(*set, cameras()), QStringList());
     EXPECT_FALSE(cameras().view());
     set->m_viewpointName = text("Dark_vp");
-    EXPECT_EQ(zn::SessionVariants::apply(*set, cameras()), QStringList());
+    EXPECT_EQ(zn::variants::SessionVariants::apply(*set, cameras()), QStringList());
     EXPECT_TRUE(cameras().view() == viewpoint.get());
 }
 

@@ -92,7 +92,7 @@ TEST_F(KernelServiceFactoryTest, ASessionHasAReferenceService)
 TEST(KernelServiceFactoryWithoutSession, KnowsNoService)
 {
     {
-        znStandaloneSession session;
+        zn::StandaloneSession session;
     }
     testing::internal::CaptureStderr();
     EXPECT_EQ(znKernelServiceFactory::the()->get<znReferenceService>(), nullptr);

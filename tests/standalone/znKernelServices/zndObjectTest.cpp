@@ -110,12 +110,12 @@ TEST(ObjectsOfAFormerSession, AreNeverValid)
 {
     zndNode former;
     {
-        znStandaloneSession first;
+        zn::StandaloneSession first;
         former = zndNode(first.sceneRoot()->getContainerId());
         EXPECT_TRUE(former.isValid());
     }
     EXPECT_FALSE(former.isValid());
-    const znStandaloneSession second;
+    const zn::StandaloneSession second;
     EXPECT_EQ(second.sceneRoot()->getContainerId(), former.getObjectId());
     EXPECT_FALSE(former.isValid());
     EXPECT_FALSE(former.isTypeOf(&zndNode::staticMetaObject));

@@ -230,7 +230,7 @@ TEST_F(MaterialTrees, MarksOfUseAddUpAndKeepTheMaterial)
     znMaterials::addRef(steel, osg::NodePtr(), 0);
     znMaterials::addRef(steel, root, 0);
     znMaterials::addRef(osg::MaterialPtr(), root, 0);
-    const auto& uses = zn::materialUses();
+    const auto& uses = zn::nodes::materialUses();
     ASSERT_EQ(uses.size(), 1U);
     EXPECT_EQ(uses.at(steel->getContainerId()).count, 2U);
     EXPECT_EQ(steel->getRefCount(), 1U);

@@ -97,9 +97,9 @@ TEST_F(FileTest, RemoveIgnoresWhatItCannotRemove)
 TEST(FileNames, TheTemporaryFolderIsTheSystemsUntilAnotherIsNamed)
 {
     EXPECT_EQ(znFile::getTmpDir(), QDir::tempPath().toStdString());
-    znUtils::setTemporaryFolder("/tmp/zn Sitzung ä");
+    zn::utils::setTemporaryFolder("/tmp/zn Sitzung ä");
     EXPECT_EQ(znFile::getTmpDir(), "/tmp/zn Sitzung ä");
-    znUtils::setTemporaryFolder({});
+    zn::utils::setTemporaryFolder({});
     EXPECT_EQ(znFile::getTmpDir(), QDir::tempPath().toStdString());
 }
 

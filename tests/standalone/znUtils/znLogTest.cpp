@@ -21,10 +21,10 @@ TEST(Log, ASinkTakesTheErrorsUntilItIsTakenAway)
 {
     std::vector<std::string> heard;
     testing::internal::CaptureStderr();
-    znUtils::setLogSink([&](const char* text) { heard.emplace_back(text); });
+    zn::utils::setLogSink([&](const char* text) { heard.emplace_back(text); });
     znLog::error("first");
     znLog::error("second");
-    znUtils::setLogSink({});
+    zn::utils::setLogSink({});
     znLog::error("third");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "third\n");
     EXPECT_THAT(heard, testing::ElementsAre("first", "second"));

@@ -29,8 +29,11 @@ protected:
         return choices;
     }
 
-    zn::SessionVariants& store() { return zn::sessionVariants(); }
-    QStringList apply(const znVariantSet& set) { return zn::SessionVariants::apply(set, zn::sessionCameras()); }
+    zn::variants::SessionVariants& store() { return zn::variants::sessionVariants(); }
+    QStringList apply(const znVariantSet& set)
+    {
+        return zn::variants::SessionVariants::apply(set, zn::cameras::sessionCameras());
+    }
 };
 
 QString text(const char* utf8)

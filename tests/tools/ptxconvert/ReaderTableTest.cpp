@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-using namespace ptx;
+using ptxconvert::formats;
 
 TEST(ReaderTable, ReadsTheFormatsThatTheHostIsTold)
 {
@@ -21,7 +21,7 @@ TEST(ReaderTable, ReadsTheFormatsThatTheHostIsTold)
 
 TEST(ReaderTable, LooksForPartFilesWhereTheHostAsksForThem)
 {
-    for (const Format& format : formats())
+    for (const ptx::readers::Format& format : formats())
         for (const char* extension : format.extensions)
             EXPECT_EQ(format.refersToParts != nullptr, protocol::mayNamePartFiles(extension)) << extension;
 }

@@ -1,6 +1,6 @@
 #include "tools/znimport/KeptLook.h"
 
-#include "standalone/startup/znStandaloneSession.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
 #include "tests/support/BookmarkScene.h"
@@ -13,8 +13,8 @@ namespace
 
 TEST(KeptLookTest, WhatASetChangesComesBack)
 {
-    znStandaloneSession session;
-    zn::SessionVariants& store = zn::sessionVariants();
+    zn::StandaloneSession session;
+    zn::variants::SessionVariants& store = zn::variants::sessionVariants();
     const osg::NodePtr node = osg::makeNodeFor(osg::Group::create());
     session.sceneRoot()->addChild(node);
     const osg::RefPtr<osg::SwitchMaterialPtr> glass(bookmarkscene::roofGlass());
@@ -29,7 +29,7 @@ TEST(KeptLookTest, WhatASetChangesComesBack)
     }
     EXPECT_TRUE(node->isActive());
     EXPECT_EQ(glass->getChoice(), 0u);
-    EXPECT_FALSE(zn::sessionCameras().view());
+    EXPECT_FALSE(zn::cameras::sessionCameras().view());
 }
 
 } // namespace

@@ -40,7 +40,7 @@ std::optional<Unit> unitNamed(const std::string& name)
 
 } // namespace
 
-std::string occt::nameOf(const SceneNode& node)
+std::string nameOf(const SceneNode& node)
 {
     for (const std::string_view key : NameKeys)
         for (const auto& [name, value] : node.properties)
@@ -55,9 +55,10 @@ std::vector<std::string> tagsOf(const SceneNode& node)
     for (const auto& [name, value] : node.properties) {
         const std::string_view key = bareKey(name);
         if (key == LayerKey)
-            tags.push_back(osg::converted::tag(osg::converted::LayerKey, value));
+            tags.push_back(osg::scenefile::converted::tag(osg::scenefile::converted::LayerKey, value));
         else if (isUserKey(name) && !key.starts_with(OwnPrefix))
-            tags.push_back(osg::converted::tag(osg::converted::AttributePrefix + std::string(key), value));
+            tags.push_back(
+                osg::scenefile::converted::tag(osg::scenefile::converted::AttributePrefix + std::string(key), value));
     }
     return tags;
 }

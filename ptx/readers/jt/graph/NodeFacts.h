@@ -10,9 +10,9 @@ namespace ptx::jt::graph
 {
 
 /// The name that the properties of a node give it; empty if none does.
-std::string occt::nameOf(const SceneNode& node);
+std::string nameOf(const SceneNode& node);
 
-/// The layer and the attributes of a node as tags, in the words of standalone/scenefile/ConvertedTree.h.
+/// The layer and the attributes of a node as tags, in the words of files/scenefile/ConvertedTree.h.
 std::vector<std::string> tagsOf(const SceneNode& node);
 
 /// A unit of length by its name in the file.

@@ -12,7 +12,7 @@ namespace ptx::jt::graph
 namespace
 {
 
-std::string core::numberText(float value)
+std::string numberText(float value)
 {
     char text[64];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
@@ -51,7 +51,7 @@ std::string proxyValue(container::Cursor& in, int type)
     case ProxyInteger:
         return std::to_string(in.i32());
     case ProxyFloat:
-        return core::numberText(in.f32());
+        return numberText(in.f32());
     case ProxyDate:
         return dateText(in);
     default:
@@ -107,7 +107,7 @@ void readAtom(container::Cursor& in, int major, ElementKind kind, Id id, Atoms& 
         atoms.texts.try_emplace(id, std::to_string(in.i32()));
         break;
     case ElementKind::FloatAtom:
-        atoms.texts.try_emplace(id, core::numberText(in.f32()));
+        atoms.texts.try_emplace(id, numberText(in.f32()));
         break;
     case ElementKind::DateAtom:
         atoms.texts.try_emplace(id, dateText(in));

@@ -115,7 +115,7 @@ TEST_F(JtLevels, AFileAllOfWhoseMeshesAreBrokenIsDamaged)
 {
     const ptx::core::Outcome<ptx::model::Model> model = readFile(write(threeLevels(true, true)));
     ASSERT_FALSE(model);
-    EXPECT_EQ(model.failure().code, ptx::ExitCode::Damaged);
+    EXPECT_EQ(model.failure().code, ptx::core::ExitCode::Damaged);
     EXPECT_EQ(model.failure().message, "no mesh of the JT file can be read; the log tells why");
 }
 
@@ -125,7 +125,7 @@ TEST_F(JtLevels, AFileWithoutMeshesHasNothingToImport)
     writer.part(2, {});
     const ptx::core::Outcome<ptx::model::Model> model = readFile(write(writer));
     ASSERT_FALSE(model);
-    EXPECT_EQ(model.failure().code, ptx::ExitCode::NothingToImport);
+    EXPECT_EQ(model.failure().code, ptx::core::ExitCode::NothingToImport);
 }
 
 TEST_F(JtLevels, AShapeOfSeveralSegmentsTakesTheFinestThatIsThere)

@@ -163,7 +163,7 @@ TEST_F(JtPartFiles, AFileThatNamesNoOtherEndsWithItsCode)
 {
     const ptx::core::Outcome<ptx::model::Model> read = readFile(write(partOf(5)), {}, true);
     ASSERT_FALSE(read);
-    EXPECT_EQ(read.failure().code, ptx::ExitCode::NoExternalParts);
+    EXPECT_EQ(read.failure().code, ptx::core::ExitCode::NoExternalParts);
     EXPECT_FALSE(ptx::jt::format().refersToParts(folder().file("input.jt")));
     write(assemblyOf({"input.jt"}), "other.jt");
     EXPECT_TRUE(ptx::jt::format().refersToParts(folder().file("other.jt")));

@@ -77,7 +77,7 @@ TEST_F(JtStructureLimits, AssembliesThatMultiplyAreHeldOnceAndEndAtTheLimitOfNod
     const ptx::model::Model model = read(writer, {"limit.nodes=1000"});
     EXPECT_EQ(model.products.size(), static_cast<std::size_t>(Depth));
     const ptx::core::Failure failure = sceneFailure(model, 1000);
-    EXPECT_EQ(failure.code, ptx::ExitCode::MemoryLimit);
+    EXPECT_EQ(failure.code, ptx::core::ExitCode::MemoryLimit);
     EXPECT_THAT(failure.message, HasSubstr("limit.nodes"));
 }
 
@@ -101,7 +101,7 @@ TEST_F(JtStructureLimits, ProductsThatColoursMultiplyEndAtTheLimitOfNodes)
     for (const ptx::model::Product& product : model.products)
         occurrences += product.children.size();
     EXPECT_LE(occurrences, 1002u);
-    EXPECT_EQ(sceneFailure(model, 1000).code, ptx::ExitCode::MemoryLimit);
+    EXPECT_EQ(sceneFailure(model, 1000).code, ptx::core::ExitCode::MemoryLimit);
 }
 
 TEST_F(JtStructureLimits, GroupsOfShapesThatMultiplyAreCutOffAndOtherPartsAreNot)

@@ -35,7 +35,7 @@ TEST_F(AssetLibraryTest, CopiesOfAssetsBecomeTheMaterialsOfTheLibrary)
     EXPECT_STREQ(osg::getName(materialOf(a)), "gold");
     EXPECT_TRUE(materialOf(b) == materialOf(a));
     EXPECT_STREQ(osg::getName(choices->getMaterial(0)), "tin");
-    EXPECT_EQ(zn::sessionAssets().count(), 2U);
+    EXPECT_EQ(zn::assets::sessionAssets().count(), 2U);
 }
 
 TEST_F(AssetLibraryTest, AnAssetWhosePictureIsLostMirrorsTheDefaultEnvironment)

@@ -98,7 +98,7 @@ TEST_F(RealFilesTest, SceneFilesBecomeContentWithoutTheirRoot)
     const std::size_t triangles = trianglesBelow(read);
     ASSERT_GT(triangles, 1000U);
     const QString scene = path(QString::fromUtf8("Spinne ä 1.osb"));
-    ASSERT_TRUE(osg::writeSceneFile(read, scene));
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(read, scene));
     const osg::NodePtr content = realize(scene, "OSB");
     EXPECT_EQ(nameOf(content), "Spinne ä 1");
     EXPECT_EQ(trianglesBelow(content), triangles);
