@@ -12,6 +12,8 @@ namespace
 
 struct Point {
     double x = 0, y = 0;
+
+    bool operator==(const Point&) const = default;
 };
 
 /// Twice the area of a triangle, positive when it runs to the left.
@@ -68,7 +70,9 @@ EarCutter::EarCutter(std::span<const Vec3f> positions, std::span<const std::uint
     }
 }
 
-/// True when the corner points outwards and no other corner lies in its triangle.
+/// True when the corner points outwards and no other corner lies in its triangle. One at the place of a corner of the
+/// triangle does not count: a line that runs to a hole and back has its ends in the polygon twice. What leads on from there
+/// into the triangle has its next corner in it.
 bool EarCutter::isEar(std::size_t place)
 {
     const std::size_t count = m_left.size();
@@ -80,7 +84,8 @@ bool EarCutter::isEar(std::size_t place)
     for (std::size_t other = place + 2; other < place + count - 1; ++other) {
         ++m_work;
         const Point& p = point(other);
-        if (twiceArea(a, b, p) >= 0 && twiceArea(b, c, p) >= 0 && twiceArea(c, a, p) >= 0)
+        const bool isInside = twiceArea(a, b, p) >= 0 && twiceArea(b, c, p) >= 0 && twiceArea(c, a, p) >= 0;
+        if (isInside && p != a && p != b && p != c)
             return false;
     }
     return true;
