@@ -98,13 +98,13 @@ osg::MaterialPtr loadAssetMaterial(const osg::MaterialPtr& material, AssetCache&
 
 void ensureEnvironmentImage(const osg::MaterialPtr& material)
 {
-    const auto mirroring = osg::fcCast<osg::UBRDFMaterial>(material);
-    const osg::MaterialPtr environment = mirroring ? mirroring->getActiveEnvironment() : osg::MaterialPtr();
+    const auto brdf = osg::fcCast<osg::UBRDFMaterial>(material);
+    const osg::MaterialPtr environment = brdf ? brdf->getActiveEnvironment() : osg::MaterialPtr();
     if (!environment || attachmentOf<osg::ImageAttachment>(environment))
         return;
-    osg::beginEditCP(mirroring, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
-    mirroring->setEnvironment(znDefaultEnvironment::getDefault());
-    osg::endEditCP(mirroring, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
+    osg::beginEditCP(brdf, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
+    brdf->setEnvironment(znDefaultEnvironment::getDefault());
+    osg::endEditCP(brdf, osg::UBRDFMaterialBase::EnvironmentFieldMask, 1);
 }
 
 void replaceSubMaterial(const osg::MaterialPtr& root, const osg::MaterialPtr& oldMaterial,

@@ -72,7 +72,7 @@ void updateSubMaterial(MaterialWalk& walk, const osg::MaterialPtr& material, con
     replaceSubMaterial(material, sub, loaded);
 }
 
-void updateMirroring(const osg::MaterialPtr& material, const std::vector<osg::NodePtr>& nodes, AssetCache& assetCache)
+void updateBrdf(const osg::MaterialPtr& material, const std::vector<osg::NodePtr>& nodes, AssetCache& assetCache)
 {
     if (!osg::fcCast<osg::UberMaterial>(material) || !osg::fcCast<osg::UBRDFMaterial>(material))
         return;
@@ -108,7 +108,7 @@ void updateMaterialFromAsset(const osg::MaterialPtr& material, const std::vector
                               assetCache);
             continue;
         }
-        updateMirroring(step.material, walk.isOutermost() ? nodes : std::vector<osg::NodePtr>(), assetCache);
+        updateBrdf(step.material, walk.isOutermost() ? nodes : std::vector<osg::NodePtr>(), assetCache);
         walk.leave();
     }
 }

@@ -21,8 +21,8 @@ struct CommandLine {
     std::string output;                   ///< absolute
 };
 
-/// Understands the arguments, the program's name not among them. Relative paths are made absolute, because the CAD
-/// kernel looks for part files in the working directory otherwise. "--" ends the options.
+/// Understands the arguments, the program's name not among them. Relative paths are made absolute, because OCCT
+/// looks for part files in the working directory otherwise. "--" ends the options.
 Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments);
 
 /// One option of the command line. Usage text and manual follow from the table of these.

@@ -13,7 +13,7 @@ namespace ptx::core
 {
 
 /// A thread that looks at a conversion ten times a second: it writes the progress file and keeps the limits. When a
-/// limit is reached it ends the process, because nothing else can stop a kernel that is at work.
+/// limit is reached it ends the process, because nothing else can stop a CAD library that is at work.
 class Monitor
 {
 public:

@@ -8,7 +8,7 @@
 namespace ptx::occt
 {
 
-/// The colours of a document's labels, as numbers of `table`. The kernel keeps colours linear; here they become
+/// The colours of a document's labels, as numbers of `table`. OCCT keeps colours linear; here they become
 /// display colours.
 class DocumentColors
 {

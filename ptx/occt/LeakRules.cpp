@@ -1,7 +1,7 @@
 #include "ptx/occt/LeakRules.h"
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the checker, a library of its own, asks for these names
-/// The CAD kernel keeps tables until the process ends. Where its allocator asks for the memory, the checker sees no
+/// OCCT keeps tables until the process ends. Where its allocator asks for the memory, the checker sees no
 /// further up; memory that our own code loses is still told.
 extern "C" const char* __lsan_default_suppressions()
 {

@@ -12,14 +12,14 @@
 namespace ptx::occt
 {
 
-/// The text of an exception of the CAD kernel.
+/// The text of an exception of OCCT.
 inline std::string failureText(const Standard_Failure& failure)
 {
     const char* text = failure.GetMessageString();
     return std::string(failure.DynamicType()->Name()) + (text && *text ? std::string(": ") + text : std::string());
 }
 
-/// Runs `work`; whatever the kernel throws becomes a failure "`doing` failed: ...". A failed allocation goes on as
+/// Runs `work`; whatever OCCT throws becomes a failure "`doing` failed: ...". A failed allocation goes on as
 /// std::bad_alloc, for whoever knows the limits.
 template <class Work>
 core::Trouble guarded(const char* doing, Work work)

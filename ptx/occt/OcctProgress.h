@@ -7,7 +7,7 @@
 namespace ptx::occt
 {
 
-/// Hands the kernel's own progress on. The kernel may call from any of its threads.
+/// Hands OCCT's own progress on. OCCT may call from any of its threads.
 class OcctProgress : public Message_ProgressIndicator
 {
 public:

@@ -22,7 +22,7 @@ namespace ptx::occt
 namespace
 {
 
-/// Stands in for the healing of the kernel's readers: notes the precision and leaves the shape as it is.
+/// Stands in for the healing of OCCT's readers: notes the precision and leaves the shape as it is.
 class NoHealing : public XSAlgo_AlgoContainer
 {
 public:

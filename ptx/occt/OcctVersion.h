@@ -3,7 +3,7 @@
 namespace ptx::occt
 {
 
-/// Version of the CAD kernel.
+/// Version of OCCT.
 const char* occtVersion();
 
 } // namespace ptx::occt

@@ -13,7 +13,7 @@ namespace ptx::occt
 struct PartResult {
     model::Body body;
     std::size_t faces = 0;
-    std::size_t emptyFaces = 0; ///< faces that the kernel found no mesh for
+    std::size_t emptyFaces = 0; ///< faces that OCCT found no mesh for
     std::size_t triangles = 0;
 };
 
@@ -23,15 +23,15 @@ struct PartBudget {
     double mostTriangles = 0; ///< 0: no limit
 };
 
-/// Repairs `part` if the settings ask for it, on several threads if `inParallel`. What the kernel fails on becomes a
+/// Repairs `part` if the settings ask for it, on several threads if `inParallel`. What OCCT fails on becomes a
 /// warning.
 void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel);
 
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).
 void stitchPart(occt::meshing::ShapeBody& part, const model::Job& job, double seconds);
 
-/// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What the
-/// kernel fails on becomes a warning and an empty body.
+/// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What OCCT
+/// fails on becomes a warning and an empty body.
 PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const PartBudget& budget);
 
 } // namespace ptx::occt

@@ -49,7 +49,7 @@ bool allHaveOneShell(const TopoDS_Shape& shape)
     return true;
 }
 
-void finishByKernel(const TopoDS_Shape& solid, ShapeFix_Shape& fixer)
+void finishByOcct(const TopoDS_Shape& solid, ShapeFix_Shape& fixer)
 {
     const Handle(ShapeFix_Solid) tool = fixer.FixSolidTool();
     tool->Init(TopoDS::Solid(solid));
@@ -114,7 +114,7 @@ bool isInsideOutByRay(const TopoDS_Shape& solid)
         classifier.PerformInfinitePoint(Precision::Confusion());
         return classifier.State() == TopAbs_IN;
     } catch (const Standard_Failure&) {
-        return false; // the kernel's healing leaves a solid as it is then
+        return false; // OCCT's healing leaves a solid as it is then
     }
 }
 
@@ -153,7 +153,7 @@ TopoDS_Shape healUnoriented(ShapeFix_Shape& fixer, occt::meshing::ShapeBody& bod
     body.mayBeInsideOut = true;
     for (TopExp_Explorer solid(healed, TopAbs_SOLID); solid.More(); solid.Next())
         if (!isClosed(solid.Current()))
-            finishByKernel(solid.Current(), fixer);
+            finishByOcct(solid.Current(), fixer);
     return fixer.Context()->Apply(healed);
 }
 

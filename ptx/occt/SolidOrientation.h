@@ -8,9 +8,9 @@ namespace ptx::occt
 {
 
 /// Lets `fixer` heal `body`'s shape without finding out which solids are inside out, where the mesh can tell it later,
-/// and says so in `body.mayBeInsideOut`. Only solids of one closed shell are put off; the kernel finishes the others.
+/// and says so in `body.mayBeInsideOut`. Only solids of one closed shell are put off; OCCT finishes the others.
 ///
-/// The kernel asks by a ray that it sends through polyhedra of all faces of the solid, which takes a fifth of the
+/// OCCT asks by a ray that it sends through polyhedra of all faces of the solid, which takes a fifth of the
 /// healing.
 /// @return the healed shape, null if there is none
 TopoDS_Shape healUnoriented(ShapeFix_Shape& fixer, occt::meshing::ShapeBody& body);

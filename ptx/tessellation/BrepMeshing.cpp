@@ -31,7 +31,7 @@ namespace ptx::tessellation
 namespace
 {
 
-/// Reads from memory, with the positions that the kernel asks for.
+/// Reads from memory, with the positions that OCCT asks for.
 class MemoryInput : public std::streambuf
 {
 public:
@@ -145,7 +145,7 @@ private:
 
 } // namespace
 
-void silenceKernel()
+void silenceOcct()
 {
     Message::DefaultMessenger()->RemovePrinters(STANDARD_TYPE(Message_Printer));
 }

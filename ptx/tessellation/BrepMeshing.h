@@ -7,8 +7,8 @@
 namespace ptx::tessellation
 {
 
-/// Keeps the CAD kernel from writing to standard output.
-void silenceKernel();
+/// Keeps OCCT from writing to standard output.
+void silenceOcct();
 
 /// Meshes the surfaces in `brep` as `options` ask for it. Each surface is one face of the mesh, in its order there.
 /// What cannot be read or meshed as a whole is a failure, never half a mesh.

@@ -71,7 +71,7 @@ private:
         if (core::Trouble trouble = read())
             return trouble;
         m_progress.begin(core::Stage::Tessellate);
-        silenceKernel();
+        silenceOcct();
         meshAll();
         m_progress.begin(core::Stage::Write);
         return write();

@@ -81,7 +81,7 @@ using ReplaceSubMaterial = MaterialAssetsTest;
 
 TEST_F(LoadAssetMaterial, ACopyOfAnAssetGivesTheAssetsMaterial)
 {
-    const osg::MaterialPtr gold = host("uuid ä", mirroring("gold"));
+    const osg::MaterialPtr gold = host("uuid ä", brdf("gold"));
     EXPECT_TRUE(loadAssetMaterial(held(copyOfAsset(simple("x"), "uuid ä")), m_cache) == gold);
     EXPECT_THAT(m_asked, ElementsAre("uuid ä"));
     EXPECT_TRUE(m_cache["uuid ä"] == gold);
@@ -152,7 +152,7 @@ TEST_F(LoadAssetMaterial, AnAnswerOfAnotherTypeIsToldAndIgnored)
 
 TEST_F(EnsureEnvironmentImage, AnEnvironmentWithoutAnImageGivesWayToTheDefaultOne)
 {
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     held(chrome);
     chrome->setEnvironment(copyOfAsset(simple("hall"), "of another kind"));
     const osg::EditAudit audit;
@@ -166,7 +166,7 @@ TEST_F(EnsureEnvironmentImage, AnEnvironmentWithoutAnImageGivesWayToTheDefaultOn
 
 TEST_F(EnsureEnvironmentImage, AnEnvironmentWithAnImageStays)
 {
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     held(chrome);
     const osg::MaterialPtr hall = simple("hall");
     attachImage(hall);
@@ -179,7 +179,7 @@ TEST_F(EnsureEnvironmentImage, AnEnvironmentWithAnImageStays)
 
 TEST_F(EnsureEnvironmentImage, TheEnvironmentThatShowsDecides)
 {
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     held(chrome);
     const osg::MaterialPtr bare = simple("bare"), hall = simple("hall");
     attachImage(hall);
@@ -195,7 +195,7 @@ TEST_F(EnsureEnvironmentImage, TheEnvironmentThatShowsDecides)
 
 TEST_F(EnsureEnvironmentImage, AMaterialWithoutAnEnvironmentIsLeftAlone)
 {
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     held(chrome);
     const osg::MaterialPtr plain = held(simple("plain"));
     EXPECT_THAT(callsOf([&] {
@@ -227,7 +227,7 @@ TEST_F(ReplaceSubMaterial, EachEntryChangesWithinAnEditOfItsOwn)
 TEST_F(ReplaceSubMaterial, AnEnvironmentAtAnyDepthChangesToo)
 {
     const osg::MaterialPtr hall = held(simple("hall")), garden = held(simple("garden"));
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     chrome->setEnvironment(hall);
     const osg::SwitchMaterialPtr choices = switching("choices", {chrome, hall});
     held(choices);

@@ -118,7 +118,7 @@ TEST_F(MaterialFoldingTest, OtherFieldsAttachmentsAndClassesKeepMaterialsApart)
     osg::setTags(tagged, {"x"});
     const osg::UberMaterialPtr uber = osg::UberMaterial::create();
     osg::setName(uber, "steel");
-    const Materials before = {simple("steel"), simple("steel", {0.25f, 0.5f, 0.5f}), tagged, uber, mirroring("steel")};
+    const Materials before = {simple("steel"), simple("steel", {0.25f, 0.5f, 0.5f}), tagged, uber, brdf("steel")};
     std::vector<osg::NodePtr> nodes;
     for (const osg::MaterialPtr& material : before)
         nodes.push_back(addGeometry(root, material));

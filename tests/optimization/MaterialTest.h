@@ -24,7 +24,7 @@ protected:
         material->setDiffuse(diffuse);
         return material;
     }
-    static osg::UBRDFMaterialPtr mirroring(const char* name)
+    static osg::UBRDFMaterialPtr brdf(const char* name)
     {
         const osg::UBRDFMaterialPtr material = osg::UBRDFMaterial::create();
         osg::setName(material, name);

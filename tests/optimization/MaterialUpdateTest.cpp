@@ -27,8 +27,8 @@ protected:
             message.set("material", found->second.get(), true);
             return true;
         });
-        m_assets["1"] = osg::MaterialPtr(mirroring("asset 1"));
-        m_assets["2"] = osg::MaterialPtr(mirroring("asset 2"));
+        m_assets["1"] = osg::MaterialPtr(brdf("asset 1"));
+        m_assets["2"] = osg::MaterialPtr(brdf("asset 2"));
     }
     void TearDown() override
     {
@@ -36,7 +36,7 @@ protected:
         MaterialTest::TearDown();
     }
     osg::MaterialPtr asset(const char* uuid) { return m_assets[uuid]; }
-    static osg::MaterialPtr copyOf(const char* uuid) { return copyOfAsset(mirroring("copy"), uuid); }
+    static osg::MaterialPtr copyOf(const char* uuid) { return copyOfAsset(brdf("copy"), uuid); }
     std::vector<std::string> cleanUps(const std::vector<std::string>& calls) const
     {
         return callsTo({"znAssetItemFactory::cleanupMaterialItems"}, calls);
@@ -107,9 +107,9 @@ TEST_F(MaterialUpdateTest, MaterialsThatMirrorNothingAreLeftAloneEvenAsCopies)
     EXPECT_THAT(m_asked, IsEmpty());
 }
 
-TEST_F(MaterialUpdateTest, AMirroringMaterialThatIsNoCopyGetsAnEnvironmentWithAnImage)
+TEST_F(MaterialUpdateTest, ABrdfMaterialThatIsNoCopyGetsAnEnvironmentWithAnImage)
 {
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     chrome->setEnvironment(simple("hall"));
     const osg::NodePtr a = addGeometry(root, chrome);
     updateMaterials(root);
@@ -121,7 +121,7 @@ TEST_F(MaterialUpdateTest, ALoadedMaterialGetsAnEnvironmentWithAnImageAndItsCopy
 {
     const osg::UBRDFMaterialPtr chrome = osg::fcCast<osg::UBRDFMaterial>(asset("1"));
     chrome->setEnvironment(simple("hall"));
-    const osg::UBRDFMaterialPtr copy = copyOfAsset(mirroring("copy"), "1");
+    const osg::UBRDFMaterialPtr copy = copyOfAsset(brdf("copy"), "1");
     const osg::RefPtr<osg::MaterialPtr> holder(copy);
     copy->setEnvironment(simple("garden"));
     addGeometry(root, copy);
@@ -156,7 +156,7 @@ TEST_F(MaterialUpdateTest, SwitchMaterialsInsideSwitchMaterialsAreWalked)
 
 TEST_F(MaterialUpdateTest, ASubMaterialWithoutAnAssetGetsItsEnvironmentLookedAt)
 {
-    const osg::UBRDFMaterialPtr chrome = mirroring("chrome");
+    const osg::UBRDFMaterialPtr chrome = brdf("chrome");
     chrome->setEnvironment(simple("hall"));
     addGeometry(root, switching("paint", {chrome}));
     updateMaterials(root);

@@ -9,7 +9,7 @@ class TopoDS_Shape;
 namespace ptx::occt::meshing
 {
 
-/// The exact surfaces of `shape` as the CAD kernel stores them, without meshes.
+/// The exact surfaces of `shape` as OCCT stores them, without meshes.
 osg::Buffer<std::byte> brepBlob(const TopoDS_Shape& shape);
 
 } // namespace ptx::occt::meshing

@@ -10,7 +10,7 @@ namespace ptx::occt::meshing
 {
 
 /// Gives every face of `shape` a mesh within `tolerance`, on several threads when `inParallel` says so. A mesh that the
-/// shape bears already is dropped. Exceptions of the kernel pass through.
+/// shape bears already is dropped. Exceptions of OCCT pass through.
 void tessellate(const TopoDS_Shape& shape, const Tolerance& tolerance, bool inParallel);
 
 /// Triangles that the faces of `shape` bear.

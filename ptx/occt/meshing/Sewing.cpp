@@ -14,7 +14,7 @@ namespace ptx::occt::meshing
 namespace
 {
 
-/// Asks the kernel to stop when the time is over.
+/// Asks OCCT to stop when the time is over.
 class Deadline : public Message_ProgressIndicator
 {
 public:

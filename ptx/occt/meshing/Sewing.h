@@ -8,7 +8,7 @@ namespace ptx::occt::meshing
 enum class SewingResult { Sewn, OutOfTime };
 
 /// Joins the faces of `body` whose edges lie within `tolerance` of each other. The appearances follow the faces. When
-/// `seconds` (0: no limit) are over the body stays as it was. Exceptions of the kernel pass through.
+/// `seconds` (0: no limit) are over the body stays as it was. Exceptions of OCCT pass through.
 SewingResult sew(ShapeBody& body, double tolerance, double seconds);
 
 } // namespace ptx::occt::meshing

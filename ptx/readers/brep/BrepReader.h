@@ -5,7 +5,7 @@
 namespace ptx::brep
 {
 
-/// The CAD kernel's own files, text and binary: one shape without names and colours.
+/// OCCT's own files, text and binary: one shape without names and colours.
 const readers::Format& format();
 
 } // namespace ptx::brep

@@ -13,8 +13,8 @@
 namespace ptx
 {
 
-/// Reads a file and reports how much of it went by, because the kernel says nothing while it reads. When all of it went
-/// by, the kernel is still at work on it for a while: then the progress creeps on until the buffer goes.
+/// Reads a file and reports how much of it went by, because OCCT says nothing while it reads. When all of it went
+/// by, OCCT is still at work on it for a while: then the progress creeps on until the buffer goes.
 class CountingBuffer : public std::streambuf
 {
 public:

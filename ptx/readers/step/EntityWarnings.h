@@ -10,11 +10,11 @@ class Log;
 namespace ptx::step
 {
 
-/// Warns of entities that the kernel could not read as they should be, by their numbers in the text; of those of one
+/// Warns of entities that OCCT could not read as they should be, by their numbers in the text; of those of one
 /// type with one complaint the first is named and the others are counted. To be called after the reading.
 void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, core::Log& log);
 
-/// The same of entities that the kernel read and could not translate. To be called after the transfer.
+/// The same of entities that OCCT read and could not translate. To be called after the transfer.
 void warnOfUntranslatedEntities(const STEPCAFControl_Reader& reader, core::Log& log);
 
 } // namespace ptx::step

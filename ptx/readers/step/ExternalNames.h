@@ -10,7 +10,7 @@ class TDF_Label;
 namespace ptx::step
 {
 
-/// The names of other files in a STEP model that holds its parts, kept from the kernel: its own road loads every file
+/// The names of other files in a STEP model that holds its parts, kept from OCCT: its own road loads every file
 /// at once, overflows its stack on files that refer to each other, and gives up on names in another case of letters.
 class ExternalNames
 {
@@ -24,7 +24,7 @@ public:
     /// After the transfer: the names that stand for the part of `label`, best first; none for any other label.
     std::vector<std::string> of(const TDF_Label& label) const;
 
-    /// Whether the kernel complains of one of the marks: it takes each for the name of a file, which it cannot find.
+    /// Whether OCCT complains of one of the marks: it takes each for the name of a file, which it cannot find.
     static bool isAboutMark(std::string_view complaint);
 
 private:

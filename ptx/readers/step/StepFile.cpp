@@ -28,7 +28,7 @@ namespace
 // The lexer's share of reading; the rest is building entities, which reports nothing.
 constexpr double TextShare = 0.7;
 
-/// One file with the kernel's reader, which goes with this object.
+/// One file with OCCT's reader, which goes with this object.
 class StepFile
 {
 public:
@@ -128,7 +128,7 @@ core::Outcome<occt::DocumentContent> readStepFile(const model::Job& job, bool is
     return StepFile(job, isPart).content();
 }
 
-// The installed kernel has no entities for tessellated geometry and says nothing about it.
+// The installed OCCT has no entities for tessellated geometry and says nothing about it.
 core::Failure nothingToImport(const std::string& path, const std::string& cause)
 {
     const bool isTessellated = readers::MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;

@@ -23,7 +23,7 @@ bool refersToParts(const std::string& path)
     return !referencesOf(path).empty();
 }
 
-// What the kernel's reader needs goes before the meshing starts.
+// What OCCT's reader needs goes before the meshing starts.
 core::Outcome<occt::DocumentContent> readWithParts(const model::Job& job)
 {
     core::Outcome<occt::DocumentContent> content = readStepFile(job, false);

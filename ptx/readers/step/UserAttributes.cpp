@@ -58,7 +58,7 @@ std::string valueOf(const Handle(StepRepr_RepresentationItem) & item)
     } else if (const auto value = Handle(StepRepr_ValueRepresentationItem)::DownCast(item); !value.IsNull()) {
         member = value->ValueComponentMember();
     }
-    // The kernel reads a number that is left out as a zero of no kind.
+    // OCCT reads a number that is left out as a zero of no kind.
     const bool isHole = member.IsNull() || (!member->HasName() && member->Real() == 0);
     return isHole ? std::string() : core::numberText(member->Real());
 }

@@ -16,7 +16,7 @@ namespace ptx::step
 using LabelTags = NCollection_DataMap<TDF_Label, std::vector<std::string>, TDF_LabelMapHasher>;
 
 /// The user attributes of products (part number, revision, description ...) and their physical materials, which the
-/// kernel's reader leaves behind in its model or mistakes: texts and numbers of general properties, without validation
+/// OCCT's reader leaves behind in its model or mistakes: texts and numbers of general properties, without validation
 /// and mass properties. To be called after the transfer.
 LabelTags userAttributes(const STEPCAFControl_Reader& reader);
 

@@ -121,7 +121,7 @@ ptx::occt::meshing::ShapeBody meshed(const TopoDS_Shape& shape)
     return body;
 }
 
-/// What the kernel makes of it when it does all by itself.
+/// What OCCT makes of it when it does all by itself.
 TopoDS_Shape healedByKernel(const TopoDS_Shape& shape)
 {
     ShapeFix_Shape fixer(shape);

@@ -100,7 +100,7 @@ TEST(ConvertExternalParts, NodesReferToTheFilesAtTheirPlacesWithoutLoadingThem)
     EXPECT_TRUE(geometries(run.scene()).empty());
 }
 
-/// The kernel looks for the files, is kept from them and complains; to the reader of the log nothing is wrong.
+/// OCCT looks for the files, is kept from them and complains; to the reader of the log nothing is wrong.
 TEST(ConvertExternalParts, LogDoesNotWarnOfFilesThatAreKeptForLater)
 {
     ConvertRun run;

@@ -54,7 +54,7 @@ TEST(Corpus, StepFilesConvert)
 
 TEST(Corpus, OddStepFilesEndWithACodeAndASentence)
 {
-    convertAll("step/odd", {{"Ad050.stp", 128 + 11}, // the kernel's reader crashes on an empty edge loop
+    convertAll("step/odd", {{"Ad050.stp", 128 + 11}, // OCCT's reader crashes on an empty edge loop
                             {"advanced-face-bounds-multi-aggregate.step", 25},
                             {"advanced-face-inline-cone-valid.step", 25},
                             {"advanced-face-inline-non-plane.step", 25},

@@ -9,7 +9,7 @@
 namespace ptxtest
 {
 
-/// What the CAD kernel says of a shape from its surfaces, without any mesh; lengths are millimetres.
+/// What OCCT says of a shape from its surfaces, without any mesh; lengths are millimetres.
 struct ExactMeasures {
     osg::Vec3f low, high;
     double area = 0;
@@ -20,7 +20,7 @@ struct ExactMeasures {
 
 ExactMeasures exactMeasures(const TopoDS_Shape& shape);
 
-/// Everything in the STEP file `path` and the files it refers to, by the kernel's own road; null when it reads nothing.
+/// Everything in the STEP file `path` and the files it refers to, by OCCT's own road; null when it reads nothing.
 TopoDS_Shape shapeOfStepFile(const std::string& path);
 
 /// Writes `shape` as a STEP file. @return whether that went well
