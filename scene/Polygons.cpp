@@ -71,8 +71,8 @@ EarCutter::EarCutter(std::span<const Vec3f> positions, std::span<const std::uint
 }
 
 /// True when the corner points outwards and no other corner lies in its triangle. One at the place of a corner of the
-/// triangle does not count: a line that runs to a hole and back has its ends in the polygon twice. What leads on from there
-/// into the triangle has its next corner in it.
+/// triangle does not count: a line that runs to a hole and back has its ends in the polygon twice. What leads on from
+/// there into the triangle has its next corner in it.
 bool EarCutter::isEar(std::size_t place)
 {
     const std::size_t count = m_left.size();

@@ -30,8 +30,8 @@ void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inPara
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).
 void stitchPart(occt::meshing::ShapeBody& part, const model::Job& job, double seconds);
 
-/// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What OCCT
-/// fails on becomes a warning and an empty body.
+/// Makes the mesh of `part` as the settings ask for it, and turns its solids that the healing left inside out. What
+/// OCCT fails on becomes a warning and an empty body.
 PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const PartBudget& budget);
 
 } // namespace ptx::occt

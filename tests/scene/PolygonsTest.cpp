@@ -197,7 +197,8 @@ bool isFree(const std::vector<Vec3f>& sides, const Vec3f& from, const Vec3f& to)
     return true;
 }
 
-/// Hangs holes into a square of 40, in cells that `random` picks, on corners that it picks of those that see each other.
+/// Hangs holes into a square of 40, in cells that `random` picks, on corners that it picks of those that see each
+/// other.
 class RandomSheet
 {
 public:
