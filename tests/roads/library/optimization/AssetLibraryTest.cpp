@@ -27,8 +27,8 @@ protected:
 
 TEST_F(AssetLibraryTest, CopiesOfAssetsBecomeTheMaterialsOfTheLibrary)
 {
-    const osg::NodePtr a = addGeometry(root, copyOfAsset(mirroring("x"), "u-gold"));
-    const osg::NodePtr b = addGeometry(root, copyOfAsset(mirroring("y"), "u-gold"));
+    const osg::NodePtr a = addGeometry(root, copyOfAsset(brdf("x"), "u-gold"));
+    const osg::NodePtr b = addGeometry(root, copyOfAsset(brdf("y"), "u-gold"));
     const osg::SwitchMaterialPtr choices = switching("z", {copyOfAsset(simple("any"), "u-tin")});
     addGeometry(root, choices);
     updateMaterials(root);
@@ -40,7 +40,7 @@ TEST_F(AssetLibraryTest, CopiesOfAssetsBecomeTheMaterialsOfTheLibrary)
 
 TEST_F(AssetLibraryTest, AnAssetWhosePictureIsLostMirrorsTheDefaultEnvironment)
 {
-    const osg::NodePtr node = addGeometry(root, copyOfAsset(mirroring("x"), "u-tin"));
+    const osg::NodePtr node = addGeometry(root, copyOfAsset(brdf("x"), "u-tin"));
     updateMaterials(root);
     const auto tin = osg::fcCast<osg::UBRDFMaterial>(materialOf(node));
     ASSERT_TRUE(tin);
