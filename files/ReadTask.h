@@ -8,8 +8,6 @@
 namespace files
 {
 
-using files::tr;
-
 /// One run of a reader: what it is asked for, its warnings, and its limits. It fails by `files::Failure`.
 class ReadTask
 {

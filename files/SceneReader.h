@@ -15,10 +15,6 @@
 namespace files
 {
 
-using files::Error;
-using files::ErrorCode;
-using files::Note;
-
 enum class UpAxis { Y, Z };
 
 /// What a file may cost before it is refused. Counts are held against these limits before memory is taken for them.
