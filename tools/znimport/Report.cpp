@@ -1,10 +1,10 @@
 #include "tools/znimport/Report.h"
 
+#include "files/OutputFile.h"
 #include "tools/znimport/DocumentReport.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 namespace znimport
 {
@@ -71,10 +71,10 @@ double secondsOf(const QElapsedTimer& timer)
 
 std::optional<QString> writeFile(const QString& path, const QByteArray& text)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
-        return std::nullopt;
-    return QStringLiteral("%1: %2").arg(path, file.errorString());
+    files::OutputFile file(path);
+    file.write(text.constData(), static_cast<std::uint64_t>(text.size()));
+    const files::Expected<void> written = file.commit();
+    return written ? std::nullopt : std::optional(QStringLiteral("%1: %2").arg(path, written.error().message));
 }
 
 } // namespace
