@@ -14,6 +14,8 @@ namespace parts
 PartChildren::PartChildren(znManagedJobQueue* queue, UnloadedParts& parts, Arrival arrival, Events events)
     : m_queue(queue), m_parts(parts), m_arrival(std::move(arrival)), m_events(std::move(events))
 {
+    for (const auto& [path, nodes] : parts)
+        m_waiting.insert(m_waiting.end(), nodes.begin(), nodes.end());
 }
 
 void PartChildren::convert(const std::string& path, const QString& outputDir)

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 class znManagedJobQueue;
 class znOsbLoaderJob;
@@ -65,6 +66,8 @@ private:
     bool m_loadResults = true;
     std::size_t m_arrived = 0;
     QObject m_listener; ///< ends the connections with this object
+    /// A listener may take waiting nodes out of the tree that keeps them alive.
+    std::vector<osg::RefPtr<osg::NodePtr>> m_waiting;
 };
 
 } // namespace parts

@@ -75,6 +75,7 @@ private:
     using DirectPart = std::pair<QString, osg::NodePtr>;
     class Import;
 
+    void import();
     void createBaseLoadConnections(znAbstractJob* job, znFileIOService* service, const QString& file);
     void childrenEnded();
 

@@ -227,4 +227,47 @@ TEST_F(PtxLoaderJobTest, AnExceptionWhileChildrenAreMadeCarriesTheRunningStateIn
     EXPECT_TRUE(job->getLoadedNode());
 }
 
+TEST_F(PtxLoaderJobTest, AListenerThatFailsAtTheEndFailsTheJobNotTheProgram)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    const auto job = makeLoader();
+    QObject::connect(job.get(), &znAbstractProcessingJob::processingFinished,
+                     [] { throw std::runtime_error("no more ends"); });
+    LoaderLog log(*job);
+    job->run();
+    EXPECT_EQ(job->getErrorText(), QStringLiteral("no more ends"));
+    EXPECT_EQ(log.count(QStringLiteral("finished 1")), 1);
+    EXPECT_EQ(log.count(QStringLiteral("finished")), 1);
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+    EXPECT_THAT(namesBelow(*job, 0), ElementsAre("head"));
+}
+
+TEST_F(PtxLoaderJobTest, OfTwoExceptionsTheFirstOneCounts)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    const auto job = makeLoader();
+    QObject::connect(job.get(), &znPtxLoaderJob::startingChildPtxImport,
+                     [](const QString&) { throw std::runtime_error("no more parts"); });
+    QObject::connect(job.get(), &znAbstractProcessingJob::processingFinished,
+                     [] { throw std::runtime_error("no more ends"); });
+    job->run();
+    EXPECT_EQ(job->getErrorText(), QStringLiteral("no more parts"));
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+}
+
+TEST_F(PtxLoaderJobTest, ANodeThatAListenerTakesOutIsFilledWhereItIs)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    refer("other bolt", path(QStringLiteral("bolt.stp")));
+    const auto job = makeLoader();
+    QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobCreated, [&job] {
+        const osg::NodePtr root = job->getLoadedNode();
+        root->subChild(root->getChild(0));
+    });
+    job->run();
+    EXPECT_EQ(job->getState(), JobSucceeded);
+    EXPECT_EQ(job->getLoadedNode()->getNChildren(), 1u);
+    EXPECT_THAT(namesBelow(*job, 0), ElementsAre("head"));
+}
+
 } // namespace

@@ -2,6 +2,7 @@
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
+#include "scene/EditAudit.h"
 #include "scene/NodeProperties.h"
 #include "standalone/znKernel/UserInterfaceState.h"
 #include "tests/optimization/TreeOptimizationTest.h"
@@ -284,6 +285,18 @@ TEST_F(Job, KnownMaterialsAreReusedOnRequestOnly)
     EXPECT_EQ(*(ids + 1), "znMaterialMerger::reuseMaterials");
 }
 
+TEST_F(Job, TheTreeAloneIsComparedWithWhatThePoolHolds)
+{
+    const osg::SimpleMaterialPtr known = osg::SimpleMaterialBase::create();
+    znScenegraph::getMaterialPool()->add(osg::MaterialPtr(known));
+    job = std::make_unique<znPtxTreeOptimizationJob>(QStringLiteral("a.stp"), tree.get(), osg::NodePtr());
+    job->setMergeMaterials(true);
+    EXPECT_EQ(runJob(), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(callsOf("znMaterialMerger::reuseMaterials"),
+                ElementsAre("znMaterialMerger::reuseMaterials([" + treeText() + "], [" +
+                            std::to_string(known->getContainerId()) + "], 12, 0)"));
+}
+
 TEST_F(Job, MaterialsOfTheTreeComeIntoThePool)
 {
     const osg::SimpleMaterialPtr material = osg::SimpleMaterialBase::create();
@@ -354,6 +367,19 @@ TEST_F(Job, SceneSettingsMoveTheTree)
         callsOf("znFileIO::applyGeometryImportTransformations"),
         ElementsAre("znFileIO::applyGeometryImportTransformations(" + treeText() + ", 'a.stp', false, true, false)"));
     EXPECT_EQ(matrixOf(tree.get()), placed({1, 1, 1}, {-3, -5, -3}));
+}
+
+TEST_F(Job, EveryStepChangesFieldsWithinTheirBrackets)
+{
+    for (const char* name : {"scene.centerInOrigin", "scene.putOnGround", "optimize.flushTransformations"})
+        set(name, "on");
+    const osg::EditAudit audit;
+    EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(audit.unbracketed(), testing::IsEmpty());
+    EXPECT_THAT(audit.unmatchedEnds(), testing::IsEmpty());
+    EXPECT_EQ(audit.openBrackets(), 0u);
+    EXPECT_THAT(audit.brackets(), Contains(osg::EditAudit::Record{tree->getCore()->getContainerId(), "Transform3D",
+                                                                  osg::TransformBase::MatrixFieldMask}));
 }
 
 TEST_F(Job, InvalidReferencesOfMechanorFilesLoseTheirTransform)

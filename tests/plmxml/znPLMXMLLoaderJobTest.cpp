@@ -1,6 +1,8 @@
 #include "plmxml/znPLMXMLLoaderJob.h"
 
 #include "host/znJobProcessing/znJobQueue.h"
+#include "standalone/znKernel/LoadedGeometries.h"
+#include "standalone/znKernel/UserInterfaceState.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/StructureText.h"
 #include "tests/loader/LoaderTest.h"
@@ -533,6 +535,56 @@ TEST_F(PLMXMLLoaderJobTest, AQueueRunsTheJob)
     ASSERT_TRUE(empty.count() > 0 || empty.wait(60000));
     tree = job->getLoadedNode();
     EXPECT_EQ(job->getState(), znCADFileTypes::JobSucceeded);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AnExceptionOfTheDocumentLeavesNobodyBusy)
+{
+    // The tree that was being built has nobody who could hold it.
+    leavesOnPurpose({"Node car", "Name", "Transform", "Node", "Transform", "Node P0", "Name", "Transform"});
+    make(documentOf({"."}));
+    std::vector<std::string> calls;
+    const zn::CallTrace trace([&calls](const std::string& call) { calls.push_back(call); });
+    EXPECT_EQ(run(), znCADFileTypes::JobFailed);
+    EXPECT_FALSE(job->getErrorText().isEmpty());
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+    ASSERT_GE(calls.size(), 2u);
+    EXPECT_EQ(calls[calls.size() - 2], "znTexSearch::clearCurrentFile()");
+    EXPECT_EQ(calls.back(), "znController::setBusy(false, false)");
+    EXPECT_THAT(lines, ElementsAre("started", "finished 1"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, ALoneSeparatorAsALocationIsAPartThatIsNotThere)
+{
+    EXPECT_EQ(import({"\\"}), znCADFileTypes::JobPartial);
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AReferenceThatAListenerTookOutIsPassedOver)
+{
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    make(documentOf({"bolt.stp", "bolt.stp"}));
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobCreated, [this] {
+        const osg::NodePtr first = job->getLoadedNode()->getChild(0);
+        osg::NodePtr holder = first;
+        while (holder->getNChildren() > 0 && !osg::fcCast<osg::ExtReference>(holder->getChild(0)->getCore()))
+            holder = holder->getChild(0);
+        holder->subChild(holder->getChild(0));
+    });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(count("load ended"), 1);
+    EXPECT_EQ(treeText().find("state 0"), std::string::npos);
+    EXPECT_NE(treeText().find("head"), std::string::npos);
+}
+
+TEST_F(PLMXMLLoaderJobTest, ALoadThatLeftNothingInTheListIsALoadAllTheSame)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    const zn::CallTrace trace([this](const std::string& call) {
+        if (call == "znFileIO::getLoadedGeometriesList()")
+            m_session.state<zn::kernel::LoadedGeometries>().entries.clear();
+    });
+    EXPECT_EQ(import({"plate.obj"}), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(count("loaded plate.obj"), 1);
 }
 
 } // namespace
