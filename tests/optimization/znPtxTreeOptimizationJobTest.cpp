@@ -305,6 +305,24 @@ TEST_F(Job, MaterialsOfTheTreeComeIntoThePool)
     EXPECT_THAT(znScenegraph::getMaterialPool()->getMaterials(), Contains(osg::MaterialPtr(material)));
 }
 
+TEST_F(Job, ThePoolIsOpenedAsAWhole)
+{
+    const osg::EditAudit audit;
+    EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(audit.brackets(), Contains(osg::EditAudit::Record{znScenegraph::getMaterialPool()->getContainerId(),
+                                                                  "MaterialPool", osg::AllFieldsMask}));
+}
+
+TEST_F(Job, TheEndIsToldWithTheStateOfTheRun)
+{
+    job = std::make_unique<znPtxTreeOptimizationJob>(QStringLiteral("a.stp"), tree.get(), osg::NodePtr());
+    std::vector<znCADFileTypes::JobState> told;
+    QObject::connect(job.get(), &znAbstractJob::finished, job.get(),
+                     [&](znCADFileTypes::JobState state) { told.push_back(state); });
+    runJob();
+    EXPECT_THAT(told, ElementsAre(znCADFileTypes::JobSucceeded));
+}
+
 TEST_F(Job, TheWantedParentTakesTheTree)
 {
     const osg::NodePtr parent = addGroup(scene(), "parent");
