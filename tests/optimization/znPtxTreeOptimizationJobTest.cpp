@@ -1,3 +1,4 @@
+#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/MaterialPool.h"
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGExt/ExtReference.h"
