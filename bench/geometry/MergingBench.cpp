@@ -1,5 +1,5 @@
-// Merging the geometries of 80,000 siblings, of two materials or of one for each pair: the time as the counter "ratio" to
-// that of half as many in the same run.
+// Merging the geometries of 80,000 siblings, of two materials or of one for each pair: the time as the counter "ratio"
+// to that of half as many in the same run.
 
 #include "bench/support/Ratio.h"
 #include "geometry/GeometryMerging.h"

@@ -120,8 +120,8 @@ private:
         return found == m_references.end() ? nullptr : found->second;
     }
 
-    /// Whether a reference may be the node of its occurrence. Without a transform it is dissolved once it is loaded, and
-    /// name, tags and activity would go with it; with children it would pass for loaded.
+    /// Whether a reference may be the node of its occurrence. Without a transform it is dissolved once it is loaded,
+    /// and name, tags and activity would go with it; with children it would pass for loaded.
     static bool isFaithful(const model::Product& product, const osg::Matrix& placement)
     {
         return !placement.isIdentity() && product.body == model::NoBody && product.children.empty();

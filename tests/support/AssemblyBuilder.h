@@ -27,7 +27,7 @@ struct AssemblyPlan {
 /// layer that is switched off. It has references with and without a transform, and all of them have names that no
 /// product has.
 struct CarPlan {
-    /// Writes "car.stp", "wheel.stp", "bolt.stp" and "lamp.stp" into `folder`, which exists, and gives the path of the car; empty
-    /// when a file cannot be written.
+    /// Writes "car.stp", "wheel.stp", "bolt.stp" and "lamp.stp" into `folder`, which exists, and gives the path of the
+    /// car; empty when a file cannot be written.
     static std::string write(const std::string& folder);
 };
