@@ -325,3 +325,100 @@ TEST_F(JobQueue, EndedJobMayBeAddedAgain)
     ASSERT_TRUE(waitUntil([&] { return empty.size() == 2; }));
     EXPECT_EQ(log.lines, endsOf({QStringLiteral("a"), QStringLiteral("a")}));
 }
+
+TEST_F(JobQueue, AbortAllJobsInASlotOnStartingEndsATimerJobUnworked)
+{
+    bool worked = false;
+    TimerJob job([&](auto& self) {
+        worked = true;
+        self.end();
+    });
+    log.watch(job, QStringLiteral("a "));
+    QObject::connect(&job, &znAbstractJob::starting, &queue, &znJobQueue::abortAllJobs);
+    queue.addJob(&job);
+    queue.startProcessing();
+    ASSERT_TRUE(waitForEmptiness());
+    EXPECT_FALSE(QSignalSpy(&job, &znAbstractJob::finished).wait(30));
+    EXPECT_FALSE(worked);
+    EXPECT_EQ(log.lines, QStringList({QStringLiteral("a starting"), QStringLiteral("a finished 1")}));
+}
+
+TEST_F(JobQueue, AbortAllJobsEndsAJobThatWaitsForItsTimerAndWhoseOwnAbortDoesNothing)
+{
+    struct Unstoppable : FunctionJob<znAbstractTimerJob> {
+        Unstoppable() : FunctionJob({}, 60000, nullptr) {}
+        void abort() override {}
+    };
+    Unstoppable job;
+    QSignalSpy starting(&job, &znAbstractJob::starting);
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    queue.addJob(&job);
+    queue.startProcessing();
+    ASSERT_TRUE(waitUntil([&] { return !starting.isEmpty(); }));
+    queue.abortAllJobs();
+    ASSERT_EQ(finished.size(), 1);
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
+}
+
+TEST_F(JobQueue, EndedJobMayBeAddedAgainFromItsOwnFinished)
+{
+    int ends = 0;
+    DirectJob* const job = add(QStringLiteral("a"));
+    add(QStringLiteral("b"));
+    QObject::connect(job, &znAbstractJob::finished, [&] {
+        if (++ends < 3) {
+            queue.addJob(job);
+        }
+    });
+    queue.startProcessing();
+    ASSERT_TRUE(waitForEmptiness());
+    drainEvents();
+    EXPECT_EQ(log.lines, endsOf({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("a"), QStringLiteral("a")}));
+    EXPECT_EQ(empty.size(), 1);
+}
+
+TEST_F(JobQueue, EndedJobMayGoToAnotherQueueFromItsOwnFinished)
+{
+    znJobQueue other;
+    QSignalSpy otherEmpty(&other, &znJobQueue::jobQueueEmpty);
+    DirectJob* const job = add(QStringLiteral("a"));
+    bool told = false;
+    QObject context;
+    QObject::connect(job, &znAbstractJob::finished, &context, [&] {
+        context.disconnect();
+        job->disconnect(&context);
+        other.addJob(job);
+        other.startProcessing();
+        drainEvents();
+        told = !empty.isEmpty();
+    });
+    queue.startProcessing();
+    ASSERT_TRUE(waitUntil([&] { return !empty.isEmpty() && !otherEmpty.isEmpty(); }));
+    EXPECT_FALSE(told) << "jobQueueEmpty came before finished() was delivered";
+    EXPECT_EQ(log.lines, endsOf({QStringLiteral("a"), QStringLiteral("a")}));
+    add(QStringLiteral("the place is free"));
+    EXPECT_TRUE(waitUntil([&] { return log.lines.size() == 9; }));
+}
+
+TEST_F(JobQueue, AbortedWaitingJobMayBeAddedAgainFromItsOwnFinished)
+{
+    DirectJob* const job = add(QStringLiteral("a"));
+    const auto again = QObject::connect(job, &znAbstractJob::finished, [&] { queue.addJob(job); });
+    job->abort();
+    QObject::disconnect(again);
+    queue.startProcessing();
+    ASSERT_TRUE(waitForEmptiness());
+    EXPECT_EQ(log.lines, QStringList({QStringLiteral("a finished 1")}) + endsOf({QStringLiteral("a")}));
+}
+
+TEST_F(JobQueue, JobRunDirectlyMayBeAddedFromItsOwnFinished)
+{
+    DirectJob job;
+    log.watch(job, QStringLiteral("a "));
+    const auto once = QObject::connect(&job, &znAbstractJob::finished, [&] { queue.addJob(&job); });
+    job.run();
+    QObject::disconnect(once);
+    queue.startProcessing();
+    ASSERT_TRUE(waitForEmptiness());
+    EXPECT_EQ(log.lines, endsOf({QStringLiteral("a"), QStringLiteral("a")}));
+}
