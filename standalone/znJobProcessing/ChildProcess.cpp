@@ -82,7 +82,8 @@ void ChildProcess::signalGroup(int signal) const
 void ChildProcess::endGroup()
 {
     signalGroup(SIGKILL);
-    m_watcher.reset();
+    m_watcher.reset(); // until now the number of the group was taken
+    m_group = 0;
 }
 
 void ChildProcess::endNow()

@@ -26,10 +26,11 @@ public:
     /// Splits `command` and starts it. The group exists when this returns, if the start got so far.
     void launch(const QString& command);
 
-    /// Sends `signal` to every process of the group. The id of the group stays taken while one of them lives.
+    /// Sends `signal` to every process of the group. The id of the group stays taken while one of them lives, and the
+    /// watcher does until endGroup().
     void signalGroup(int signal) const;
 
-    /// Kills what is left of the group of a process that has ended.
+    /// Kills what is left of the group of a process that has ended or could not be started.
     void endGroup();
 
     /// Kills the group and waits for the end of the process; no signal of this object comes any more.

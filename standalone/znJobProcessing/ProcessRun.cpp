@@ -63,6 +63,7 @@ void ProcessRun::launch(Launch which)
     QObject::connect(m_child, &QProcess::started, &m_job, [this, which] { processStarted(which); });
     QObject::connect(m_child, &QProcess::errorOccurred, &m_job, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
+            m_child->endGroup();
             endLater();
         }
     });
