@@ -31,8 +31,8 @@ class ProcessRun;
 /// run() is refused.
 ///
 /// **The process** leads a process group of its own; when it ends, however it does, the rest of the group is killed.
-/// The group dies with the host. Its standard input is empty. Both outputs are read as they come, while the event loop turns,
-/// and their last 64 KiB are kept.
+/// The group dies with the host. Its standard input is empty. Both outputs are read as they come, while the event loop
+/// turns, and their last 64 KiB are kept.
 class ZN_HOST_EXPORT znProcessJob : public znAbstractJob
 {
     Q_OBJECT

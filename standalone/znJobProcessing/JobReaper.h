@@ -9,8 +9,9 @@ namespace znJobs
 
 class JobRecord;
 
-/// Deletes ended jobs from the event loop of the application object, to which it belongs. An event of its own instead of QObject::deleteLater(), because a deferred
-/// delete that was asked for outside an event handler waits for the end of a loop of processEvents() calls.
+/// Deletes ended jobs from the event loop of the application object, to which it belongs. An event of its own instead
+/// of QObject::deleteLater(), because a deferred delete that was asked for outside an event handler waits for the end
+/// of a loop of processEvents() calls.
 class JobReaper : public QObject
 {
 public:

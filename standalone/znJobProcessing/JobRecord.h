@@ -62,7 +62,7 @@ public:
     /// has to be stopped for it.
     bool abort();
 
-    /// Asks for the end of the run. A processing job whose work has not begun ends, whatever its class makes of abort().
+    /// Asks for the end of the run. A processing job whose work has not begun ends, whatever its class says of abort().
     void stop();
 
     /// The work has ended: finish() takes over.
