@@ -158,7 +158,7 @@ void znPtxConverterJob::updateLegacyFile()
 {
     m_progress->unwatch(m_tempFile);
     Q_EMIT progressChanged(0, tr("Updating Legacy Stylar File"));
-    conversion::startLegacyUpdate(m_inputFile, m_outputDir, [this](const std::string& updatedFile) {
+    conversion::startLegacyUpdate(*this, m_inputFile, m_outputDir, [this](const std::string& updatedFile) {
         if (updatedFile.empty())
             znAbstractJob::finish();
         else

@@ -55,6 +55,7 @@ QString exitCodeMeaning(int exitCode)
         {number(ExitCode::NothingToImport),
          QT_TRANSLATE_NOOP("ConverterFailure", "There is nothing to import in the file.")},
         {znJobs::lostExitCode, QT_TRANSLATE_NOOP("ConverterFailure", "The machine that ran the converter failed.")},
+        {znJobs::launcherExitCode, QT_TRANSLATE_NOOP("ConverterFailure", "The launcher of the converter failed.")},
         {znPtxHelper::CouldNotStart, QT_TRANSLATE_NOOP("ConverterFailure", "The converter could not be started.")},
     };
     if (const auto found = meanings.find(exitCode); found != meanings.end())

@@ -9,6 +9,7 @@
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
 #include "standalone/znKernel/Launcher.h"
+#include "standalone/znKernel/LauncherFailure.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
@@ -105,6 +106,8 @@ QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string&
     const zn::TracedCall call("znPtxHelper::getProcessErrorDescription", exitCode, logFile);
     const QString log = QString::fromStdString(logFile);
     QString text = zn::kernel::exitCodeMeaning(exitCode);
+    if (exitCode == znJobs::launcherExitCode)
+        text = (text + QLatin1Char(' ') + zn::kernel::wordsOfFailedLauncher()).trimmed();
     if (const QString error = zn::kernel::lastErrorOfLog(log); !error.isEmpty())
         text += QLatin1Char(' ') + error;
     if (const QString kept = zn::kernel::keptLog(log, zn::Session::require().temporaryFolder()); !kept.isEmpty())

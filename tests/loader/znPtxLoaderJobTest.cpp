@@ -200,6 +200,27 @@ TEST_F(PtxLoaderJobTest, AnExceptionInTheBaseLoadStillEndsTheRunInOrder)
     EXPECT_EQ(job.getErrorText(), QStringLiteral("the log is full"));
 }
 
+TEST_F(PtxLoaderJobTest, TheHoldOnTheBaseLoadIsGivenUpHoweverItEnds)
+{
+    struct SeenLoaderJob : znPtxLoaderJob {
+        using znPtxLoaderJob::znPtxLoaderJob;
+        bool holds() const { return m_holdFinish; }
+    };
+    SeenLoaderJob good(writeScene(QStringLiteral("engine.osb"), assembly()), originalFile());
+    good.run();
+    EXPECT_FALSE(good.holds());
+    SeenLoaderJob job(path(QStringLiteral("nowhere.osb")), originalFile());
+    bool held = false;
+    m_session.setLogSink([&](const char*) {
+        held = job.holds();
+        throw std::runtime_error("the log is full");
+    });
+    job.run();
+    m_session.setLogSink({});
+    EXPECT_TRUE(held);
+    EXPECT_FALSE(job.holds());
+}
+
 TEST_F(PtxLoaderJobTest, AfterAnExceptionInTheBaseLoadTheJobRunsAgain)
 {
     const QString file = path(QStringLiteral("late.osb"));

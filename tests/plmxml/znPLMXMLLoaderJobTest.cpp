@@ -323,6 +323,24 @@ TEST_F(PLMXMLLoaderJobTest, AbortHasNoEffect)
     EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
 }
 
+TEST_F(PLMXMLLoaderJobTest, AbortInTheWaitLeavesRunningAndWaitingConversionsAlone)
+{
+    set("processes.most", QStringLiteral("1"));
+    writePart(QStringLiteral("a.stp"), {"wheel"}, "wait 50");
+    writePart(QStringLiteral("b.stp"), {"bolt"}, "wait 50");
+    make(documentOf({"a.stp", "b.stp"}));
+    int aborts = 0;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                     [&](znPtxConverterJob* child) {
+                         QObject::connect(child, &znAbstractJob::started, job.get(), [&] {
+                             ++aborts;
+                             job->abort();
+                         });
+                     });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(aborts, 2);
+}
+
 TEST_F(PLMXMLLoaderJobTest, TheEndOfConversionsCarriesTheReadingOfTheClock)
 {
     writePart(QStringLiteral("a.stp"), {"wheel"});
