@@ -88,6 +88,12 @@ void ChildProcess::endNow()
     }
 }
 
+void ChildProcess::close()
+{
+    endNow();
+    QProcess::close();
+}
+
 void ChildProcess::readOutput()
 {
     m_output += readAllStandardOutput();

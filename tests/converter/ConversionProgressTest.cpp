@@ -120,6 +120,13 @@ TEST_F(ConversionProgress, AGarbledStageIsReportedAsUnknown)
     EXPECT_EQ(reportsOf({"progress-bytes 313320fffe0080deadbeef0001020304050607"}), texts({"13 Unknown"}));
 }
 
+TEST_F(ConversionProgress, AFileThatTakesThePlaceOfTheWatchedOneIsFollowed)
+{
+    EXPECT_EQ(reportsOf({"progress-replaced 20 Merge", "progress-replaced 30 Write", "progress 40 Write",
+                         "progress-replaced 50 Finalize"}),
+              texts({"20 Merging", "30 Writing file", "40 Writing file", "50 Cleaning up"}));
+}
+
 TEST_F(ConversionProgress, ValuesThatGoBackwardsAreReported)
 {
     EXPECT_EQ(reportsOf({"progress 80 Write", "progress 30 Merge", "progress 80 Write"}),
