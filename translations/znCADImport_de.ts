@@ -117,12 +117,12 @@
         <translation>im Text steht ein Null-Byte</translation>
     </message>
     <message>
-        <source>the elements are nested too deeply</source>
-        <translation>die Elemente sind zu tief verschachtelt</translation>
+        <source>elements stand more than %1 inside one another</source>
+        <translation>mehr als %1 Elemente stehen ineinander</translation>
     </message>
     <message>
-        <source>an element has too many attributes</source>
-        <translation>ein Element hat zu viele Attribute</translation>
+        <source>an element has more than %1 attributes</source>
+        <translation>ein Element hat mehr als %1 Attribute</translation>
     </message>
     <message>
         <source>the document is cut off</source>
@@ -143,6 +143,18 @@
     <message>
         <source>value %1 of a Transform is not a number that fits</source>
         <translation>Wert %1 eines Transform ist keine passende Zahl</translation>
+    </message>
+    <message>
+        <source>the attribute %1 of a Material has a word among its numbers</source>
+        <translation>das Attribut %1 eines Material hat ein Wort unter seinen Zahlen</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>die Datei ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for the document</source>
+        <translation>für das Dokument reicht der Speicher nicht</translation>
     </message>
     <message>
         <source>the document begins with the element %1, not with PLMXML</source>

@@ -5,8 +5,8 @@
 namespace ptx::conversion
 {
 
-/// The output of a run before, out of the way while this run is at work: whoever looks for the output finds that of this
-/// run or none, and after a run that failed the one of before is back.
+/// The output of a run before, out of the way while this run is at work: whoever looks for the output finds that of
+/// this run or none, and after a run that failed the one of before is back.
 ///
 /// It lies beside the output under a hidden name that follows from the output's. A process that is killed leaves it
 /// there; the next run for the same output takes it for the output of before.

@@ -16,6 +16,14 @@ namespace
 
 constexpr QFileDevice::Permissions readAndWrite = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
+/// Of one session.
+struct KeptCount {
+    int logs = 0;
+};
+
+/// An import may lose thousands of parts, so the folder is not looked through for each.
+constexpr int logsBetweenLooks = 100;
+
 /// False if others could see what is put there.
 bool makePrivateFolder(const QString& folder)
 {
@@ -67,7 +75,8 @@ QString keepLog(const QString& logFile)
     if (!QFile::copy(logFile, copy))
         return QString();
     QFile::setPermissions(copy, readAndWrite);
-    removeSurplus(folder);
+    if (Session::require().state<KeptCount>().logs++ % logsBetweenLooks == 0)
+        removeSurplus(folder);
     return copy;
 }
 

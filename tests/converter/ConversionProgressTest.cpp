@@ -1,28 +1,11 @@
 #include "tests/converter/ConverterTest.h"
 
-#include <QTranslator>
-
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 using namespace znCADFileTypes;
 
 namespace
 {
-
-/// Answers the labels of the converter, and nothing else, in another language.
-class Reversing : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        QString result = QString::fromUtf8(text);
-        std::reverse(result.begin(), result.end());
-        return QByteArray(context) == "PtxToOsg" ? result : QString();
-    }
-};
 
 class ConversionProgress : public ConverterTest
 {
@@ -80,10 +63,8 @@ TEST_F(ConversionProgress, EachStageHasItsLabel)
 
 TEST_F(ConversionProgress, LabelsAreTranslated)
 {
-    Reversing translator;
-    QCoreApplication::installTranslator(&translator);
+    const Reversing translator("PtxToOsg");
     const QStringList reports = reportsOf({"progress 5 Merge", "progress 6 NoSuchStage"});
-    QCoreApplication::removeTranslator(&translator);
     EXPECT_EQ(reports, texts({"5 gnigreM", "6 nwonknU"}));
 }
 

@@ -54,6 +54,13 @@ TEST_F(LegacyUpdate, AnOldFileIsUpdatedAndTheResultConverted)
     EXPECT_TRUE(QFileInfo::exists(job->getOutputFile()));
 }
 
+TEST_F(LegacyUpdate, TheUpdateIsToldInTheUsersLanguage)
+{
+    const Reversing translator("znPtxConverterJob");
+    const auto job = makeUpdatedJob("output scene");
+    EXPECT_TRUE(ConversionLog(*job).run().contains(QStringLiteral("0 eliF ralytS ycageL gnitadpU")));
+}
+
 TEST_F(LegacyUpdate, TheToolIsGivenTheOldFileAndAPathInTheOutputFolder)
 {
     const auto job = makeLegacyJob("arguments " + quotedPath("words"));

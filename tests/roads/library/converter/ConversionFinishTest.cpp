@@ -218,6 +218,15 @@ TEST_F(ConversionFinish, AfterARetryTheJobStaysInlinedAndTellsThatOutput)
     EXPECT_EQ(log.lines().filter(QStringLiteral("Retrying")).size(), 1);
 }
 
+TEST_F(ConversionFinish, TheRetryIsToldInTheUsersLanguage)
+{
+    set("processes.most", QStringLiteral("2"));
+    const Reversing translator("znPtxConverterJob");
+    const auto job = makeStepJob("if-external-parts exit 5\noutput inlined");
+    const QStringList lines = ConversionLog(*job).run();
+    EXPECT_TRUE(lines.contains(QStringLiteral("0 .noitpo denilni htiw gniyrteR .dnuof selif trap lanretxe oN")));
+}
+
 TEST_F(ConversionFinish, ASettingThatChangesBeforeTheRetryCounts)
 {
     const auto job = makeStepJob(line("if-external-parts append", QStringLiteral("first"), "x") +
