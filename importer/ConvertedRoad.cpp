@@ -38,8 +38,7 @@ void ConvertedRoad::start()
 
 void ConvertedRoad::abortJobs()
 {
-    m_conversions.abortAllJobs();
-    m_queue.abortAllJobs();
+    (m_loads ? m_queue : m_conversions).abortAllJobs();
 }
 
 void ConvertedRoad::converted(const QString& file)

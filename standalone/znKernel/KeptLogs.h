@@ -19,7 +19,8 @@ QString keptLogsFolder();
 bool goesWithSession(const QString& file);
 
 /// Copies the log of a failed conversion into `keptLogsFolder()`, which nobody but the user may enter. The first of a
-/// session, and every hundredth, removes what is too old or too much there. Gives the path of the copy; nothing if there is no such log or it cannot be copied.
+/// session, and every hundredth, removes what is too old or too much there. Gives the path of the copy; nothing if
+/// there is no such log or it cannot be copied.
 QString keepLog(const QString& logFile);
 
 } // namespace zn::kernel
