@@ -34,8 +34,8 @@ void PartChildren::converterFinished(const std::string& path, znPtxConverterJob*
                                      znCADFileTypes::JobState state)
 {
     const QString output = converter->getOutputFile();
-    const bool converted = state == znCADFileTypes::JobSucceeded && m_loadResults;
-    if (converted && znFile::exists(output.toStdString(), false, false))
+    const bool isWanted = !m_wantsResults || m_wantsResults();
+    if (state == znCADFileTypes::JobSucceeded && isWanted && znFile::exists(output.toStdString(), false, false))
         startLoad(path, output, converter->getInputFile());
     else
         m_parts.erase(path);

@@ -81,7 +81,7 @@ public:
         : m_job(job), m_parts(std::move(unloaded)), m_total(m_parts.size()),
           m_children(job.m_childQueue, m_parts, replaceReference, eventsOf(job))
     {
-        m_children.setLoadResults(job.m_loadConvertedPtxFiles);
+        m_children.setLoadResults([&job] { return job.m_loadConvertedPtxFiles; });
     }
 
     /// Leaves the reference nodes as they are, and counts as complete.

@@ -96,6 +96,12 @@ void ChildProcess::endNow()
     m_watcher.reset();
 }
 
+void ChildProcess::close()
+{
+    endNow();
+    QProcess::close();
+}
+
 void ChildProcess::readOutput()
 {
     m_output += readAllStandardOutput();

@@ -35,6 +35,8 @@ public:
 
     /// Kills the group and waits for the end of the process; no signal of this object comes any more.
     void endNow();
+    /// The same, for who knows it as a QProcess.
+    void close() override;
 
     /// The last 64 KiB of both outputs.
     QByteArray outputTail() const;
