@@ -40,6 +40,9 @@ public:
         m_reader.SetPropsMode(true);
         m_reader.SetMatMode(false); // see MaterialProperty.h
         m_reader.SetSHUOMode(true);
+        // Both are on by default, throw on files of the wild, and what they read would not be used.
+        m_reader.SetGDTMode(false);
+        m_reader.SetViewMode(false);
     }
 
     ~StepFile() { m_document->Close(); }
