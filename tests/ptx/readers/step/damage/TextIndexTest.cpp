@@ -60,6 +60,6 @@ TEST_F(StepTextIndex, TextThatEndsInTheMiddleIsTakenAsFarAsItGoes)
     EXPECT_EQ(indexOf("#1=A();\n#2=B('never closed #3=").lineOf(2), 2);
     EXPECT_EQ(indexOf("#1=A();\n/* #2=B();").lineOf(2), 0);
     EXPECT_EQ(indexOf("#1=A();\n#").lineOf(1), 1);
-    EXPECT_EQ(indexOf("#1=").lineOf(1), 1);
+    EXPECT_EQ(indexOf("#1=").lineOf(1), 0);
     EXPECT_EQ(TextIndex(m_folder.file("no such file")).lineOf(1), 0);
 }
