@@ -23,8 +23,7 @@ bool tiesShapes(const Handle(Standard_Transient) & entity)
 {
     return entity->IsKind(STANDARD_TYPE(StepShape_ShapeDefinitionRepresentation)) ||
            entity->IsKind(STANDARD_TYPE(StepShape_ContextDependentShapeRepresentation)) ||
-           entity->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape)) ||
-           entity->IsKind(STANDARD_TYPE(StepRepr_NextAssemblyUsageOccurrence));
+           entity->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape));
 }
 
 /// Whether members of this list are shapes that somebody sees.
@@ -59,8 +58,6 @@ void Excision::begin(const Fault& fault, Number number)
     const bool isRepresentation = entity->IsKind(STANDARD_TYPE(StepRepr_Representation));
     if (memberlist::countHoles(entity) > 0 && (isRepresentation || memberlist::count(entity) > 0))
         tellHoles(fault.ident, entity, number);
-    else if (entity->IsKind(STANDARD_TYPE(StepRepr_NextAssemblyUsageOccurrence)))
-        tell(number, {ownerOf(entity)});
     else if (!isRepresentation)
         breakEntity(fault.ident, number);
 }
