@@ -26,15 +26,26 @@ ElementIndex::ElementIndex(const SourceDocument& document) : m_document(document
     const pugi::xml_node root = document.root();
     for (pugi::xml_node node = root.first_child(); node;) {
         const std::string_view name = document.nameOf(node);
+        const pugi::xml_node after = nextOf(node, root, !name.empty());
         if (!name.empty())
             take(node, name);
-        node = nextOf(node, root, !name.empty());
+        else
+            countValuesIn(node);
+        node = after;
     }
+}
+
+/// What foreign elements hold says nothing of the structure.
+void ElementIndex::countValuesIn(const pugi::xml_node& foreign)
+{
+    for (pugi::xml_node node = nextOf(foreign, foreign, true); node; node = nextOf(node, foreign, true))
+        m_userValues += m_document.nameOf(node) == "UserValue" ? 1 : 0;
 }
 
 void ElementIndex::take(const pugi::xml_node& element, std::string_view name)
 {
     const ElementKind kind = kindOfName(name);
+    m_userValues += kind == ElementKind::UserValue ? 1 : 0;
     if (kind != ElementKind::Other)
         m_elements[slot(kind)].push_back(element);
     else if (name == "VariantCondition" || name == "Effectivity")

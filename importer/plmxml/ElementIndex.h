@@ -29,11 +29,14 @@ public:
     pugi::xml_node findShape(std::string_view id) const;
     /// Elements whose id an earlier one of their kind has.
     std::size_t duplicateIds() const { return m_duplicateIds; }
+    /// All user values, those in elements of other namespaces included.
+    std::size_t userValues() const { return m_userValues; }
     /// Elements that state for whom or when something holds.
     std::size_t conditions() const { return m_conditions; }
 
 private:
     static std::size_t slot(ElementKind kind) { return static_cast<std::size_t>(kind); }
+    void countValuesIn(const pugi::xml_node& foreign);
     void take(const pugi::xml_node& element, std::string_view name);
 
     const SourceDocument& m_document;
@@ -41,6 +44,7 @@ private:
     std::array<std::unordered_map<std::string_view, pugi::xml_node>, ElementKindCount> m_ids;
     std::size_t m_duplicateIds = 0;
     std::size_t m_conditions = 0;
+    std::size_t m_userValues = 0;
 };
 
 } // namespace importer::plmxml

@@ -72,7 +72,7 @@ private:
     {
         zn::DocumentStructure& facts = m_result.facts;
         facts.instances = m_index.all(ElementKind::Instance).size();
-        facts.userValues = m_index.all(ElementKind::UserValue).size();
+        facts.userValues = m_index.userValues();
         facts.materials = m_index.all(ElementKind::Material).size();
         facts.duplicateIds = m_index.duplicateIds();
         facts.conditions = m_index.conditions();

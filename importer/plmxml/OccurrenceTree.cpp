@@ -88,12 +88,11 @@ void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_no
                          .take();
 }
 
+/// Views are called by the number of what they show, where a revision has a name for people.
 std::string OccurrenceTree::partNameOf(const Origin& origin, const std::string& otherwise) const
 {
-    const std::string name = textOf(origin.view, "name");
-    if (!name.empty())
-        return name;
-    return firstText({nameOfRevision(m_reading, origin.revision), otherwise});
+    const std::string revision = nameOfRevision(m_reading, origin.revision);
+    return firstText({revision, textOf(origin.view, "name"), otherwise});
 }
 
 /// `instancedRef` leads to a revision or to a part view.
@@ -165,7 +164,10 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
         m_origins.insert(what.hash_value());
     const std::string set = referenceSetOf(m_reading, occurrence, origin.instance);
     const auto number = [](const pugi::xml_node& node) { return std::to_string(node.hash_value()); };
-    std::string key = number(origin.view) + " " + number(origin.revision) + " " + set;
+    const bool viewSaysSomething = origin.view.attribute("representationRefs") ||
+                                   childOf(m_reading, origin.view, "Representation") ||
+                                   childOf(m_reading, origin.view, "UserData");
+    std::string key = number(what) + " " + (viewSaysSomething ? number(origin.view) : std::string()) + " " + set;
     const bool hasAttachments = occurrence.attribute("associatedAttachmentRefs");
     const auto known = what ? m_leaves.find(key) : m_leaves.end();
     if (known != m_leaves.end() && (!hasAttachments || !m_structure.parts[known->second].pieces.empty())) {

@@ -3,6 +3,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
+#include <limits>
 #include <unordered_set>
 
 namespace importer::plmxml
@@ -94,7 +96,7 @@ private:
 
     int rankOf(const Pieces& pieces) const
     {
-        int rank = 0;
+        int rank = std::numeric_limits<int>::min();
         for (const ShapePiece& piece : pieces)
             rank = std::max(rank, m_reading.files[piece.file].rank);
         return rank;
