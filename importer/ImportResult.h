@@ -2,12 +2,14 @@
 
 #include "host/OSGSystem/Node.h"
 #include "import/filetypes/znCADFileTypes.h"
+#include "importer/DocumentStructure.h"
 #include "importer/SceneText.h"
 
 #include <QMetaType>
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 namespace zn
@@ -38,7 +40,9 @@ struct ImportResult {
     QStringList messages;                                       ///< what the log said meanwhile
     /// Part files that did not come in, and what was lost of others; empty for a complete import.
     std::vector<MissingPart> missing;
-    bool cancelled = false;      ///< ended by Importer::cancel()
+    bool cancelled = false; ///< ended by Importer::cancel()
+    /// What a PLMXML document holds; null for another file and for one that could not be read.
+    std::shared_ptr<const DocumentStructure> document;
     std::vector<TreeStep> steps; ///< of the optimisation, those begun, in order; empty unless the request wants them
 };
 

@@ -4,6 +4,7 @@
 #include "importer/SceneText.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/OutputFiles.h"
+#include "tools/znimport/StructureText.h"
 #include "tools/znimport/VariantSelection.h"
 
 #include <QCoreApplication>
@@ -88,6 +89,7 @@ int Application::presentScene()
         std::fputs(describeVariantSets(m_session).c_str(), stdout);
     if (m_commandLine.tree)
         std::fputs(zn::describeScene(m_session.sceneRoot()).c_str(), stdout);
+    std::fputs(m_partFiles.toUtf8().constData(), stdout);
     return writeOutputs() ? exitCode() : failed;
 }
 
@@ -173,7 +175,7 @@ void Application::importNext()
     const QString file = m_commandLine.files.at(m_next++);
     m_display.begin(file);
     m_report.begin();
-    m_importer.import({file, !m_commandLine.reportFile.isEmpty()});
+    m_importer.import({file, !m_commandLine.reportFile.isEmpty(), m_commandLine.preferred, m_commandLine.keptDocument});
 }
 
 void Application::importFinished(const zn::ImportResult& result)
@@ -187,6 +189,8 @@ void Application::importFinished(const zn::ImportResult& result)
         complain(result.error);
     for (const zn::MissingPart& part : result.missing)
         complain(QStringLiteral("missing: ") + describe(part));
+    if (m_commandLine.treeOnly && result.document)
+        m_partFiles += describePartFiles(*result.document);
     if (result.node)
         ++m_imported;
     if (result.state != znCADFileTypes::JobSucceeded)

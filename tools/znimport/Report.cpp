@@ -2,6 +2,7 @@
 
 #include "files/OutputFile.h"
 #include "tools/znimport/DocumentReport.h"
+#include "tools/znimport/StructureText.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -92,6 +93,8 @@ void Report::add(const zn::ImportResult& result)
         file[QStringLiteral("error")] = result.error;
     if (const QJsonObject document = documentReport(result.file); !document.isEmpty())
         file[QStringLiteral("document")] = document;
+    if (result.document)
+        file[QStringLiteral("structure")] = structureReport(*result.document);
     m_files.append(file);
 }
 
