@@ -6,17 +6,17 @@
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/readers/MappedFile.h"
 #include "ptx/readers/Reader.h"
-#include "ptx/readers/step/CountingBuffer.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/RecordLibrary.h"
 #include "ptx/readers/step/UserAttributes.h"
 
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
 #include <TDocStd_Document.hxx>
+#include <XSControl_WorkSession.hxx>
 
-#include <istream>
 #include <optional>
 
 namespace ptx::step
@@ -24,9 +24,6 @@ namespace ptx::step
 
 namespace
 {
-
-// The lexer's share of reading; the rest is building entities, which reports nothing.
-constexpr double TextShare = 0.7;
 
 /// One file with OCCT's reader, which goes with this object.
 class StepFile
@@ -68,11 +65,10 @@ private:
     core::Trouble read()
     {
         begin(core::Stage::ReadAndProcess);
-        CountingBuffer buffer(m_job.input, m_job.inputBytes, TextShare, m_job.progress);
-        std::istream stream(&buffer);
-        if (!buffer.isOpen())
+        m_reader.ChangeReader().WS()->SetLibrary(new RecordLibrary(m_job));
+        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadFile(m_job.input.c_str());
+        if (status == IFSelect_RetError)
             return core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"};
-        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
         if (status != IFSelect_RetDone)
             return core::Failure{core::ExitCode::Damaged, "the text is not a STEP file that can be read"};
         warnOfUnreadEntities(m_reader, m_job.log);
