@@ -98,13 +98,20 @@ const char* RecordTables::identOf(const Piece& piece, const Record& record)
         return ListIdent;
     case Role::Entity:
         m_isLeftOut = m_index.recordOf(record.number) != static_cast<std::uint32_t>(m_record);
-        return m_isLeftOut ? ListIdent : piece.text.data() + record.offset; // OCCT reads the number that begins there
+        return m_isLeftOut ? ListIdent : nameOf(piece, record);
     case Role::Member:
         return m_isLeftOut ? ListIdent : NoIdent;
     case Role::Header:
         break;
     }
     return NoIdent;
+}
+
+// OCCT reads the number at the start of it, so that the text itself will do, but for an entity with a scope.
+const char* RecordTables::nameOf(const Piece& piece, const Record& record)
+{
+    const char* const text = piece.text.data() + record.offset;
+    return *text == '#' ? text : m_texts.add("#" + std::to_string(record.number));
 }
 
 void RecordTables::addParameter(const Piece& piece, const Parameter& parameter, int position)
@@ -124,16 +131,15 @@ void RecordTables::addParameter(const Piece& piece, const Parameter& parameter, 
     }
 }
 
-// One that leads nowhere is known by a negative number.
 void RecordTables::addReference(std::uint32_t number, int position)
 {
-    const auto name = static_cast<int>(number);
-    const auto record = static_cast<int>(m_index.recordOf(number));
-    m_data->AddParam(m_record, Reference, Interface_ParamIdent, record > 0 ? record : -name);
-    if (record > 0)
-        return;
+    if (const std::uint32_t record = m_index.recordOf(number); record > 0)
+        return m_data->AddParam(m_record, Reference, Interface_ParamIdent, static_cast<int>(record));
+    // A number behind all records leads nowhere, for OCCT too.
+    const std::string name = "#" + std::to_string(number);
+    m_data->AddParam(m_record, m_texts.add(name), Interface_ParamIdent, m_data->NbRecords() + 1);
     const std::string text = "Unresolved Reference, Ent.Id.#" + std::to_string(m_data->RecordIdent(m_record)) +
-                             " Param.n0 " + std::to_string(position) + " (Id.#" + std::to_string(name) + ")";
+                             " Param.n0 " + std::to_string(position) + " (Id." + name + ")";
     m_data->GlobalCheck()->AddFail(text.c_str(), "Unresolved Reference");
 }
 

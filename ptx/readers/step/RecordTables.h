@@ -32,6 +32,8 @@ private:
     void addReference(std::uint32_t number, int position);
     const char* identOf(const part21::Piece& piece, const part21::Record& record);
 
+    const char* nameOf(const part21::Piece& piece, const part21::Record& record);
+
     const part21::EntityIndex& m_index;
     Handle(StepData_StepReaderData) m_data;
     TextStore m_texts;

@@ -33,7 +33,8 @@ bool isOtherSection(std::string_view word)
 } // namespace
 
 RecordScanner::RecordScanner(std::string_view text, const Place& from, Piece& piece)
-    : m_piece(piece), m_lists(text.substr(static_cast<std::size_t>(from.at)), piece), m_section(from.section)
+    : m_piece(piece), m_lists(text.substr(static_cast<std::size_t>(from.at)), piece), m_section(from.section),
+      m_scopes(from.scopes)
 {
     piece.text = text.substr(static_cast<std::size_t>(from.at));
     piece.begin = from.at;
@@ -119,11 +120,21 @@ void RecordScanner::stepData()
         return readEntity();
     const std::string_view here = word();
     if (isLike(here, "ENDSEC"))
-        return beginSection(Section::Outside);
+        return endData();
     if (beginsLike(here, "END-ISO"))
         return loseSectionEnd();
+    if (isLike(here, "ENDSCOPE") && !m_scopes.empty())
+        return endScope();
     damage(m_at, 0, "something else stands where a record should begin");
     m_at = nextStart(m_text, m_at + 1);
+}
+
+void RecordScanner::endData()
+{
+    for (const std::uint32_t number : m_scopes)
+        damage(m_at, number, "its scope does not end");
+    m_scopes.clear();
+    beginSection(Section::Outside);
 }
 
 // What these hold is about other files and about signatures.
@@ -156,19 +167,65 @@ void RecordScanner::readHeaderEntity()
 void RecordScanner::readEntity()
 {
     const std::size_t begin = m_at;
+    const std::optional<Name> name = nameAt(m_text, begin);
+    if (!name) {
+        damage(begin, 0, "it has no number that can be counted with");
+        m_at = nextStart(m_text, begin + 1);
+        return;
+    }
+    const std::size_t equals = afterBlanks(m_text, name->end);
+    if (equals >= m_text.size() || m_text[equals] != '=') {
+        damage(begin, name->number, "a sign of equality is missing");
+        m_at = nextStart(m_text, begin + 1);
+        return;
+    }
+    const std::size_t body = afterBlanks(m_text, equals + 1);
+    if (!openScope(body, name->number))
+        readBody(begin, body, name->number);
+}
+
+// "#1=&SCOPE #2=...; ENDSCOPE /#2/ TYPE(...);": what is in the scope of #1 becomes a record as any other.
+bool RecordScanner::openScope(std::size_t at, std::uint32_t number)
+{
+    constexpr std::string_view Word = "&SCOPE";
+    if (!beginsLike(m_text.substr(std::min(at, m_text.size())), Word))
+        return false;
+    m_scopes.push_back(number);
+    m_at = at + Word.size();
+    return true;
+}
+
+void RecordScanner::endScope()
+{
+    const std::size_t begin = m_at;
+    const std::uint32_t number = m_scopes.back();
+    m_scopes.pop_back();
+    readBody(begin, afterExports(afterWord(m_text, begin)), number);
+}
+
+std::size_t RecordScanner::afterExports(std::size_t at) const
+{
+    at = afterBlanks(m_text, at);
+    if (at >= m_text.size() || m_text[at] != '/')
+        return at;
+    const std::size_t end = m_text.find_first_not_of("#0123456789, \t\r\n", at + 1);
+    return end != Nowhere && m_text[end] == '/' ? afterBlanks(m_text, end + 1) : at;
+}
+
+// Goes on behind the record, or with the next one when it cannot be read.
+void RecordScanner::readBody(std::size_t begin, std::size_t at, std::uint32_t number)
+{
     const std::size_t records = m_piece.records.size();
     const std::size_t parameters = m_piece.parameters.size();
-    const std::optional<Name> name = nameAt(m_text, begin);
     m_isCut = false;
-    m_cause = "it has no number that can be counted with";
-    const std::size_t end = name ? entityBody(name->end, name->number) : Nowhere;
+    const std::size_t end = entityBody(at, {{}, number, static_cast<std::uint32_t>(begin), Role::Entity});
     const std::size_t after = end == Nowhere ? Nowhere : statementEnd(end);
     if (after != Nowhere) {
         m_at = after;
         return;
     }
     takeBack(records, parameters);
-    damage(begin, name ? name->number : 0, m_cause);
+    damage(begin, number, m_cause);
     m_at = m_isCut ? m_text.size() : nextStart(m_text, begin + 1);
 }
 
@@ -179,23 +236,14 @@ void RecordScanner::takeBack(std::size_t records, std::size_t parameters)
                              m_piece.parameters.end());
 }
 
-std::size_t RecordScanner::entityBody(std::size_t at, std::uint32_t number)
+std::size_t RecordScanner::entityBody(std::size_t at, const ListScanner::Owner& owner)
 {
-    const auto begin = static_cast<std::uint32_t>(m_at);
-    at = afterBlanks(m_text, at);
-    if (at >= m_text.size() || m_text[at] != '=')
-        return fail("a sign of equality is missing");
-    at = afterBlanks(m_text, at + 1);
-    if (at < m_text.size() && m_text[at] == '&')
-        return fail("it has a scope of its own");
-    if (at < m_text.size() && m_text[at] == '(')
-        return complexBody(at, number);
-    return typedList(at, {{}, number, begin, Role::Entity});
+    return at < m_text.size() && m_text[at] == '(' ? complexBody(at, owner) : typedList(at, owner);
 }
 
-std::size_t RecordScanner::complexBody(std::size_t at, std::uint32_t number)
+std::size_t RecordScanner::complexBody(std::size_t at, const ListScanner::Owner& owner)
 {
-    at = typedList(afterBlanks(m_text, at + 1), {{}, number, static_cast<std::uint32_t>(m_at), Role::Entity});
+    at = typedList(afterBlanks(m_text, at + 1), owner);
     while (at != Nowhere) {
         at = afterBlanks(m_text, at);
         if (at < m_text.size() && m_text[at] == ')')

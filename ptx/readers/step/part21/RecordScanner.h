@@ -18,6 +18,7 @@ enum class Section : std::uint8_t {
 struct Place {
     std::uint64_t at = 0;
     Section section = Section::Outside;
+    std::vector<std::uint32_t> scopes = {}; ///< the entities whose scopes are open, the innermost last
 
     bool operator==(const Place&) const = default;
 };
@@ -37,18 +38,23 @@ public:
     bool sawEnd() const { return m_sawEnd; }
 
 private:
-    Place place() const { return {m_piece.begin + m_at, m_section}; }
+    Place place() const { return {m_piece.begin + m_at, m_section, m_scopes}; }
     bool isAtEnd();
     void step();
     void stepOutside();
     void stepHeader();
     void stepData();
     void stepOther();
+    void endData();
     void readHeaderEntity();
     void readEntity();
+    void endScope();
+    void readBody(std::size_t begin, std::size_t at, std::uint32_t number);
+    bool openScope(std::size_t at, std::uint32_t number);
     void takeBack(std::size_t records, std::size_t parameters);
-    std::size_t entityBody(std::size_t at, std::uint32_t number);
-    std::size_t complexBody(std::size_t at, std::uint32_t number);
+    std::size_t entityBody(std::size_t at, const ListScanner::Owner& owner);
+    std::size_t complexBody(std::size_t at, const ListScanner::Owner& owner);
+    std::size_t afterExports(std::size_t at) const;
     std::size_t typedList(std::size_t at, ListScanner::Owner owner);
     std::size_t statementEnd(std::size_t at);
     std::size_t fail(const char* cause);
@@ -63,6 +69,7 @@ private:
     std::string_view m_text;
     std::size_t m_at = 0;
     Section m_section;
+    std::vector<std::uint32_t> m_scopes;
     const char* m_cause = ""; ///< why the present record cannot be read
     bool m_isCut = false;     ///< the text ended in the present record
     bool m_sawEnd = false;

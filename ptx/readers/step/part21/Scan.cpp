@@ -31,8 +31,10 @@ struct Share {
     void read(std::string_view text)
     {
         piece = Piece();
-        piece.parameters.reserve(static_cast<std::size_t>(stop - from.at) / BytesPerParameter);
-        piece.records.reserve(static_cast<std::size_t>(stop - from.at) / BytesPerRecord);
+        // The record before may have ended behind all of it.
+        const auto size = static_cast<std::size_t>(std::max(stop, from.at) - from.at);
+        piece.parameters.reserve(size / BytesPerParameter);
+        piece.records.reserve(size / BytesPerRecord);
         RecordScanner scanner(text, from, piece);
         end = scanner.scanTo(stop);
         sawEnd = scanner.sawEnd();
@@ -51,7 +53,7 @@ std::vector<Share> sharesOf(std::string_view text, const Place& begin, unsigned 
         if (guess == text.size() || guess <= shares.back().from.at)
             continue;
         shares.back().stop = guess;
-        shares.emplace_back().from = {guess, Section::Data};
+        shares.emplace_back().from = {guess, Section::Data, {}};
     }
     shares.back().stop = text.size();
     return shares;
