@@ -27,8 +27,9 @@ class RecordLibrary : public StepSelect_WorkLibrary
     DEFINE_STANDARD_RTTI_INLINE(RecordLibrary, StepSelect_WorkLibrary)
 
 public:
-    /// Progress and log of `job`, which outlives this object. Reading takes the present stage to its end.
-    explicit RecordLibrary(const model::Job& job) : m_job(job) {}
+    /// Progress and log of `job`, which outlives this object. Reading takes the present stage to its end. One that
+    /// does not tell leaves nothing in the log: for a file that is read another time.
+    explicit RecordLibrary(const model::Job& job, bool doesTell = true) : m_job(job), m_doesTell(doesTell) {}
 
     /// 0 when it was read, 1 when nothing of it can be, -1 when the file cannot be opened.
     Standard_Integer ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
@@ -44,7 +45,10 @@ private:
     void load(const part21::Records& records, const part21::EntityIndex& index,
               Handle(Interface_InterfaceModel) & model, const Handle(Interface_Protocol) & protocol) const;
 
+    void tell(const std::vector<std::string>& complaints) const;
+
     const model::Job& m_job;
+    bool m_doesTell;
 };
 
 } // namespace ptx::step
