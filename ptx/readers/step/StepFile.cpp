@@ -6,10 +6,10 @@
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/readers/MappedFile.h"
 #include "ptx/readers/Reader.h"
-#include "ptx/readers/step/CountingBuffer.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/RecordLibrary.h"
 #include "ptx/readers/step/UserAttributes.h"
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
@@ -21,7 +21,6 @@
 #include <XSControl_WorkSession.hxx>
 
 #include <algorithm>
-#include <istream>
 #include <optional>
 
 namespace ptx::step
@@ -29,9 +28,6 @@ namespace ptx::step
 
 namespace
 {
-
-// The lexer's share of reading; the rest is building entities, which reports nothing.
-constexpr double TextShare = 0.7;
 
 /// One reading of a file with OCCT's reader, which goes with this object.
 class StepFile
@@ -51,8 +47,8 @@ public:
         // Both are on by default, throw on files of the wild, and what they read would not be used.
         m_reader.SetGDTMode(false);
         m_reader.SetViewMode(false);
-        m_reader.ChangeReader().WS()->SetLibrary(
-            new damage::MendingLibrary([this](const Handle(StepData_StepModel) & model) { mend(model); }));
+        m_reader.ChangeReader().WS()->SetLibrary(new damage::MendingLibrary(
+            new RecordLibrary(job, !m_isAgain), [this](const Handle(StepData_StepModel) & model) { mend(model); }));
     }
 
     ~StepFile() { m_document->Close(); }
@@ -114,11 +110,9 @@ private:
     core::Trouble read()
     {
         begin(core::Stage::ReadAndProcess);
-        CountingBuffer buffer(m_job.input, m_job.inputBytes, TextShare, m_job.progress);
-        std::istream stream(&buffer);
-        if (!buffer.isOpen())
+        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadFile(m_job.input.c_str());
+        if (status == IFSelect_RetError)
             return core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"};
-        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
         if (status != IFSelect_RetDone)
             return core::Failure{core::ExitCode::Damaged, "the text is not a STEP file that can be read"};
         m_names.emplace(m_reader);

@@ -11,20 +11,23 @@
 namespace ptx::step::damage
 {
 
-/// OCCT's way to read STEP, with a look at the model in between: OCCT itself walks through it as soon as it has it and
+/// A way to read STEP, with a look at the model in between: OCCT itself walks through it as soon as it has it and
 /// falls over what is not there.
 class MendingLibrary : public StepSelect_WorkLibrary
 {
 public:
     using Mend = std::function<void(const Handle(StepData_StepModel)&)>;
 
-    /// `mend` is called once for each text that could be read; the model knows the names of its types then.
-    explicit MendingLibrary(Mend mend) : m_mend(std::move(mend)) {}
-
-    Standard_Integer ReadStream(Standard_CString name, std::istream& text, Handle(Interface_InterfaceModel) & model,
-                                const Handle(Interface_Protocol) & protocol) const override
+    /// `reader` reads the files. `mend` is called once for each text that could be read; the model knows the names of
+    /// its types then.
+    MendingLibrary(const Handle(IFSelect_WorkLibrary) & reader, Mend mend) : m_reader(reader), m_mend(std::move(mend))
     {
-        const Standard_Integer status = StepSelect_WorkLibrary::ReadStream(name, text, model, protocol);
+    }
+
+    Standard_Integer ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
+                              const Handle(Interface_Protocol) & protocol) const override
+    {
+        const Standard_Integer status = m_reader->ReadFile(name, model, protocol);
         const auto step = Handle(StepData_StepModel)::DownCast(model);
         if (status != 0 || step.IsNull())
             return status;
@@ -44,6 +47,7 @@ private:
         model.SetGTool(tool);
     }
 
+    Handle(IFSelect_WorkLibrary) m_reader;
     Mend m_mend;
 };
 
