@@ -1,4 +1,5 @@
 #include "host/znJobProcessing/znJobQueue.h"
+#include "standalone/znJobProcessing/JobRecord.h"
 #include "tests/standalone/znJobProcessing/ProcessTestJobs.h"
 
 #include <QEventLoop>
@@ -250,6 +251,7 @@ TEST_F(DependentJobs, RunIsRefusedWhileTheUpdateWorks)
     updateScript = folder.command(QStringLiteral("write"), QStringLiteral("ready")) + QLatin1Char(';') +
                    folder.command(QStringLiteral("wait-for"), QStringLiteral("go")) + QLatin1Char(';') + updateScript;
     runUntilReady(*outer);
+    EXPECT_TRUE(znJobs::JobRecord::of(*outer)->run == znJobs::RunState::Awaiting);
     outer->run();
     drainEvents();
     EXPECT_EQ(log.lines, QStringList({QStringLiteral("starting"), QStringLiteral("started")}));
@@ -328,15 +330,40 @@ TEST_F(DependentJobs, AnIdleWorkerIsLeftAloneWhenTheOtherGoes)
     EXPECT_EQ(helper.getState(), JobSucceeded);
 }
 
+TEST_F(DependentJobs, AJobNeverWorksForItself)
+{
+    ScriptedJob job(QStringLiteral("wait 60000"));
+    job.workFor(job);
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    job.abort();
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
+    EXPECT_EQ(job.getState(), JobFailed);
+}
+
 TEST_F(DependentJobs, TwoJobsNeverWorkForEachOther)
 {
     ScriptedJob helper(QStringLiteral("wait 60000"));
-    helper.workFor(helper);
+    outer->setScript(QStringLiteral("wait 60000"));
     helper.workFor(*outer);
-    outer->workFor(helper); // refused: it would wait for itself
+    outer->workFor(helper); // refused: each would wait for the other
+    outer->run();
+    helper.run();
+    EXPECT_EQ(helper.getState(), JobRunning);
+    outer->abort();
+    EXPECT_TRUE(waitUntil([&] { return helper.getState() == JobFailed && outer->getState() == JobFailed; }));
+}
+
+TEST_F(DependentJobs, AHelperThatWasAbortedBeforeDoesNotAbortTheOther)
+{
+    ScriptedJob helper(QStringLiteral("wait 60000"));
     QSignalSpy finished(&helper, &znAbstractJob::finished);
     helper.run();
-    outer->abort();
+    helper.abort();
     ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
-    EXPECT_EQ(helper.getState(), JobFailed);
+    helper.workFor(*outer);
+    outer->setScript(QStringLiteral("exit 0"));
+    outer->run();
+    EXPECT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
+    EXPECT_EQ(ends(), QStringList({QStringLiteral("finished 0")}));
 }
