@@ -79,6 +79,13 @@ TEST(Scan, ReadsTheHeader)
                 ElementsAre("FILE_DESCRIPTION(('x'),'2;1')", "FILE_NAME('n')"));
 }
 
+TEST(Scan, TakesNoHeaderBehindData)
+{
+    const Scanned scanned("ISO-10303-21;HEADER;A();ENDSEC;DATA;#1=B();ENDSEC;\nHEADER;C();ENDSEC;END-ISO-10303-21;");
+    EXPECT_THAT(headerTexts(scanned.records), ElementsAre("A()"));
+    EXPECT_THAT(scanned.damages(), testing::Contains("line 2: something else stands where a section should begin"));
+}
+
 TEST(Scan, LeavesStringsAsTheyAre)
 {
     const char* const strings = "'it''s',';#2=B();','''','\\X2\\00E4\\X0\\\\S\\d','\xC3\xA4','\xE4',' /* no */ ',''";
