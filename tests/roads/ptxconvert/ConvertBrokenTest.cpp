@@ -125,6 +125,8 @@ TEST_P(ConvertBroken, EntityCostsItselfAndIsNamed)
     EXPECT_EQ(parts[0].first, change.node);
     EXPECT_EQ(parts[0].second.file, run.folder().file("press.stp"));
     const std::string& reason = parts[0].second.reason;
+    for (const auto& [node, part] : parts)
+        EXPECT_EQ(part.reason, reason) << "one fault is told as several";
     EXPECT_THAT(reason, HasSubstr(change.what));
     if (std::string(change.entity).starts_with(change.what) && *change.from != 0) {
         EXPECT_THAT(reason, HasSubstr(" in line " + std::to_string(line) + ":"));
