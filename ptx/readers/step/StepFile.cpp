@@ -146,8 +146,9 @@ private:
     }
 
     /// Adds the tags of what is missing from products. @return those of what is missing from nobody knows what
-    std::vector<std::string> addLosses(LabelTags& tags) const
+    std::vector<std::string> addLosses(LabelTags& tags)
     {
+        m_damage.addUnplaced(m_reader);
         std::vector<std::string> ofNoProduct;
         for (const damage::Damage::Mark& mark : m_damage.marks(m_reader)) {
             m_job.log.warning("left out: " + mark.reason);

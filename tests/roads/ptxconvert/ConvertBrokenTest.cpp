@@ -31,6 +31,7 @@ std::string pressText()
     StepProduct block = step.product("block");
     step.box(block, {0, 0, 0}, {5, 6, 7});
     step.color(block.solid, {0.25, 0.5, 0.75});
+    step.add("CARTESIAN_POINT('',(1.,2.))"); // of a curve in the plane of a surface: nothing is wrong with it
     step.place(press, plate, "plate below", {10, 20, 30});
     step.place(press, block, "block left", {100, 0, 0}, {1, 0, 0}, {0, 1, 0});
     step.place(press, block, "block right", {0, 200, 0}, {0, 1, 0}, {1, 0, 0});
@@ -124,6 +125,8 @@ TEST_P(ConvertBroken, EntityCostsItselfAndIsNamed)
     EXPECT_EQ(parts[0].first, change.node);
     EXPECT_EQ(parts[0].second.file, run.folder().file("press.stp"));
     const std::string& reason = parts[0].second.reason;
+    for (const auto& [node, part] : parts)
+        EXPECT_EQ(part.reason, reason) << "one fault is told as several";
     EXPECT_THAT(reason, HasSubstr(change.what));
     if (std::string(change.entity).starts_with(change.what) && *change.from != 0) {
         EXPECT_THAT(reason, HasSubstr(" in line " + std::to_string(line) + ":"));
@@ -162,8 +165,11 @@ INSTANTIATE_TEST_SUITE_P(
               "ITEM_DEFINED_TRANSFORMATION", "press", 12, 0, 12},
         Break{"RelationWithoutTransformation", "(REPRESENTATION_RELATIONSHIP(", 3, R"(TRANSFORMATION\(#\d+\))",
               "TRANSFORMATION($$)", "#", "press", 12, 12, 0},
-        Break{"OccurrenceOfNothing", "NEXT_ASSEMBLY_USAGE_OCCURRENCE(", 1, R"(#\d+,\$\))", "$$,$$)",
-              "NEXT_ASSEMBLY_USAGE_OCCURRENCE", "press"},
+        Break{"OccurrenceWithoutParent", "NEXT_ASSEMBLY_USAGE_OCCURRENCE(", 1, R"(#\d+,(#\d+,\$\)))", "$$,$1",
+              "NEXT_ASSEMBLY_USAGE_OCCURRENCE", "press", 0},
+        Break{"OccurrenceThatCanStillBePlaced", "NEXT_ASSEMBLY_USAGE_OCCURRENCE(", 1, R"(#\d+,\$\))", "$$,$$)", "", ""},
+        Break{"PlaceThatIsGone", "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(", 3, "", "", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
+              "press", 12, 12, 0},
         Break{"ColourWithoutStyle", "SURFACE_STYLE_USAGE(", 1, R"(#\d+)", "$$", "", ""},
         Break{"NameThatIsNone", "ADVANCED_FACE(", 1, R"('')", "$$", "", ""}),
     [](const auto& each) { return std::string(each.param.name); });

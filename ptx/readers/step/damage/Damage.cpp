@@ -2,10 +2,12 @@
 
 #include "ptx/readers/step/damage/FaultFinder.h"
 #include "ptx/readers/step/damage/LabelFinder.h"
+#include "ptx/readers/step/damage/UnplacedOccurrences.h"
 
 #include <StepData_StepModel.hxx>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <tuple>
 
@@ -54,6 +56,14 @@ void Damage::cutOut(const Handle(StepData_StepModel) & model)
     m_text.emplace(m_path);
     ModelView view(model, *m_text);
     m_losses = Excision(view).run(faults);
+}
+
+void Damage::addUnplaced(const STEPCAFControl_Reader& reader)
+{
+    std::vector<Loss> unplaced = findUnplaced(reader);
+    if (!unplaced.empty() && !m_text)
+        m_text.emplace(m_path);
+    m_losses.insert(m_losses.end(), std::make_move_iterator(unplaced.begin()), std::make_move_iterator(unplaced.end()));
 }
 
 std::string Damage::firstLoss() const

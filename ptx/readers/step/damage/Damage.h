@@ -27,6 +27,9 @@ public:
     /// Takes the broken entities out of `model`, which comes fresh from the text.
     void cutOut(const Handle(StepData_StepModel) & model);
 
+    /// After the transfer: adds the occurrences that OCCT silently left out.
+    void addUnplaced(const STEPCAFControl_Reader& reader);
+
     bool isEmpty() const { return m_losses.empty(); }
     /// The first loss in one sentence, with entity and line. Only when there is one.
     std::string firstLoss() const;

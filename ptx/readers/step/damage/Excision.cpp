@@ -23,8 +23,7 @@ bool tiesShapes(const Handle(Standard_Transient) & entity)
 {
     return entity->IsKind(STANDARD_TYPE(StepShape_ShapeDefinitionRepresentation)) ||
            entity->IsKind(STANDARD_TYPE(StepShape_ContextDependentShapeRepresentation)) ||
-           entity->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape)) ||
-           entity->IsKind(STANDARD_TYPE(StepRepr_NextAssemblyUsageOccurrence));
+           entity->IsKind(STANDARD_TYPE(StepRepr_ProductDefinitionShape));
 }
 
 /// Whether members of this list are shapes that somebody sees.
@@ -59,8 +58,6 @@ void Excision::begin(const Fault& fault, Number number)
     const bool isRepresentation = entity->IsKind(STANDARD_TYPE(StepRepr_Representation));
     if (memberlist::countHoles(entity) > 0 && (isRepresentation || memberlist::count(entity) > 0))
         tellHoles(fault.ident, entity, number);
-    else if (entity->IsKind(STANDARD_TYPE(StepRepr_NextAssemblyUsageOccurrence)))
-        tell(number, {ownerOf(entity)});
     else if (!isRepresentation)
         breakEntity(fault.ident, number);
 }
@@ -154,7 +151,7 @@ void Excision::apply()
             memberlist::clean(m_model.at(ident), isBroken);
     for (const auto& [ident, number] : m_broken)
         m_model.replace(ident, memberlist::makeStandIn());
-    // A part that no assembly holds would stand for itself: another assembly, which is nowhere, holds it now.
+    // An occurrence without its placement stays out by itself. In an assembly that is nowhere it is not missed twice.
     for (const Handle(StepRepr_NextAssemblyUsageOccurrence) & usage : m_occurrences)
         usage->SetRelatingProductDefinition(new StepBasic_ProductDefinition);
 }

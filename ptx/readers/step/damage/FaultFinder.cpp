@@ -9,7 +9,6 @@
 #include <StepData_StepModel.hxx>
 #include <StepGeom_CartesianPoint.hxx>
 #include <StepGeom_Direction.hxx>
-#include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepShape_EdgeLoop.hxx>
 #include <StepShape_PolyLoop.hxx>
@@ -68,8 +67,7 @@ bool isUnbound(const Handle(Standard_Transient) & entity)
 bool mayBeFaulty(const Handle(Standard_Transient) & entity)
 {
     return kinds::isGeometry(entity) || kinds::isStructure(entity) || kinds::isDetail(entity) ||
-           memberlist::isIn(entity) || isUnbound(entity) ||
-           entity->IsKind(STANDARD_TYPE(StepRepr_NextAssemblyUsageOccurrence));
+           memberlist::isIn(entity) || isUnbound(entity);
 }
 
 bool isFarAway(const StepGeom_CartesianPoint& point)
@@ -94,13 +92,9 @@ std::string silentFault(const Handle(Standard_Transient) & entity)
                           static_cast<const StepBasic_DerivedUnit&>(*entity).Elements().IsNull());
     if (isEmpty)
         return "its list is empty";
-    if (type == STANDARD_TYPE(StepGeom_CartesianPoint)) {
-        const auto& point = static_cast<const StepGeom_CartesianPoint&>(*entity);
-        if (point.Coordinates().IsNull())
-            return "its list is empty";
-        if (isFarAway(point))
-            return "its coordinates are out of all proportion";
-    }
+    if (type == STANDARD_TYPE(StepGeom_CartesianPoint) &&
+        isFarAway(static_cast<const StepGeom_CartesianPoint&>(*entity)))
+        return "its coordinates are out of all proportion";
     return {};
 }
 
