@@ -81,6 +81,7 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
                                          const Handle(Interface_Protocol) & protocol) const
 {
     const readers::MappedFile file(name);
+    m_losses.clear();
     if (file.text().empty())
         return -1;
     const part21::Records records = part21::scan(file.text(), threadsOf(m_job.settings));
@@ -101,22 +102,14 @@ Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const part21:
 {
     const Standard_Integer status = readByParser(name, model, protocol);
     if (status == 0 && !model.IsNull() && !hasComplaints(*model)) {
-        if (m_doesTell)
-            m_job.log.info("the text was read by OCCT's own parser, because " + complaints.front());
+        m_job.log.info("the text was read by OCCT's own parser, because " + complaints.front());
         return status;
     }
     if (!hasEntities(records))
         return 1;
-    tell(complaints);
+    m_losses = complaints;
     load(records, index, model, protocol);
     return 0;
-}
-
-void RecordLibrary::tell(const std::vector<std::string>& complaints) const
-{
-    if (m_doesTell)
-        for (const std::string& complaint : complaints)
-            m_job.log.warning("left out of the text: " + complaint);
 }
 
 Standard_Integer RecordLibrary::readByParser(Standard_CString name, Handle(Interface_InterfaceModel) & model,
