@@ -21,7 +21,7 @@ class EntityIndex;
 
 /// Reads the text of STEP files for OCCT, whose session asks its library for it. OCCT makes the entities from our
 /// records as it does from its own. A text that is not quite as it should be goes to OCCT's parser, which accepts some
-/// of these; when that one complains too, what can be read counts, and the rest are losses.
+/// of these; when that one complains too, the reading with more entities counts, and the rest are losses.
 class RecordLibrary : public StepSelect_WorkLibrary
 {
     DEFINE_STANDARD_RTTI_INLINE(RecordLibrary, StepSelect_WorkLibrary)
