@@ -16,7 +16,7 @@ namespace setting = protocol::setting;
 constexpr double Many = 1e9;
 
 constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows = {{
-    {setting::Threads, "", 0, 256, 0, "Threads that heal, mesh and decode parts; 0 takes one for each core."},
+    {setting::Threads, "", 0, 256, 0, "Threads that read, heal, mesh and decode parts; 0 takes one for each core."},
     {setting::TimeLimit, "s", 0, Many, 600,
      "Wall time of a conversion, without what limit.time-per-mb adds; 0 switches the limit off."},
     {setting::TimeLimitPerMegabyte, "s", 0, Many, 60, "Wall time that each megabyte of input adds to limit.time."},

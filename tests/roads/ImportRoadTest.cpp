@@ -7,6 +7,7 @@
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/roads/BrepText.h"
+#include "tests/support/StepText.h"
 
 #include <QDir>
 #include <QEventLoop>
@@ -30,12 +31,15 @@ protected:
         ASSERT_FALSE(session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)));
     }
 
-    /// Imports a file of this name that holds a BREP rectangle; notes the calls into the host.
-    zn::ImportResult importRectangle(const QString& name)
+    /// Imports a file of this name that holds a BREP rectangle.
+    zn::ImportResult importRectangle(const QString& name) { return importText(name, RectangleBrep); }
+
+    /// Imports a file of this name and content; notes the calls into the host.
+    zn::ImportResult importText(const QString& name, const QByteArray& content)
     {
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(RectangleBrep);
+        file.write(content);
         file.close();
         const zn::CallTrace trace([this](const std::string& call) { calls.push_back(call); });
         zn::Importer importer(session);
@@ -74,6 +78,27 @@ TEST_F(ImportRoadTest, ABrepTakesTheStepsForConvertedTrees)
         EXPECT_THAT(calls, Contains(StartsWith("znOptimize::removeNURBS("))) << name;
         EXPECT_THAT(calls, Contains(StartsWith("zndPtxSettings::getUnshareNodes("))) << name;
     }
+}
+
+TEST_F(ImportRoadTest, WhatAStepFileLostByABrokenEntityIsMissingAtItsPlace)
+{
+    ptxtest::StepText step;
+    const ptxtest::StepProduct top = step.product("top");
+    ptxtest::StepProduct box = step.product("box");
+    step.box(box, {0, 0, 0}, {1, 2, 3});
+    step.place(top, box, "use", {5, 6, 7});
+    QByteArray text = QByteArray::fromStdString(step.text());
+    const int plane = text.indexOf("PLANE('',") + 9;
+    text.replace(plane, text.indexOf(')', plane) - plane, "$");
+    const int line = 1 + text.left(plane).count('\n');
+    const zn::ImportResult result = importText(QStringLiteral("broken.stp"), text);
+    EXPECT_EQ(result.state, znCADFileTypes::JobPartial) << result.error.toStdString();
+    EXPECT_EQ(zn::countScene(result.node).triangles, 10u);
+    ASSERT_EQ(result.missing.size(), 1u);
+    EXPECT_EQ(result.missing[0].file, folder.filePath(QStringLiteral("broken.stp")));
+    EXPECT_TRUE(result.missing[0].reason.contains(QStringLiteral(" PLANE in line %1: ").arg(line)))
+        << result.missing[0].reason.toStdString();
+    EXPECT_EQ(result.missing[0].instances, QStringList{QStringLiteral("top/use")});
 }
 
 } // namespace

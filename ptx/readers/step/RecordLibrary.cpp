@@ -55,10 +55,14 @@ std::vector<std::string> complaintsOf(std::string_view text, const part21::Recor
     return complaints;
 }
 
-bool hasEntities(const part21::Records& records)
+std::size_t entityCount(const part21::Records& records)
 {
-    return std::any_of(records.pieces.begin() + 1, records.pieces.end(),
-                       [](const part21::Piece& piece) { return !piece.records.empty(); });
+    std::size_t count = 0;
+    for (const part21::Piece& piece : records.pieces)
+        count += static_cast<std::size_t>(
+            std::count_if(piece.records.begin(), piece.records.end(),
+                          [](const part21::Record& record) { return record.role == part21::Role::Entity; }));
+    return count;
 }
 
 bool isComplaint(std::string_view text)
@@ -81,6 +85,7 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
                                          const Handle(Interface_Protocol) & protocol) const
 {
     const readers::MappedFile file(name);
+    m_losses.clear();
     if (file.text().empty())
         return -1;
     const part21::Records records = part21::scan(file.text(), threadsOf(m_job.settings));
@@ -100,23 +105,20 @@ Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const part21:
                                             const Handle(Interface_Protocol) & protocol) const
 {
     const Standard_Integer status = readByParser(name, model, protocol);
-    if (status == 0 && !model.IsNull() && !hasComplaints(*model)) {
-        if (m_doesTell)
-            m_job.log.info("the text was read by OCCT's own parser, because " + complaints.front());
+    const bool isParsed = status == 0 && !model.IsNull();
+    if (isParsed && !hasComplaints(*model)) {
+        m_job.log.info("the text was read by OCCT's own parser, because " + complaints.front());
         return status;
     }
-    if (!hasEntities(records))
+    const std::size_t count = entityCount(records);
+    const std::size_t parsed = isParsed ? static_cast<std::size_t>(model->NbEntities()) : 0;
+    if (std::max(count, parsed) == 0)
         return 1;
-    tell(complaints);
-    load(records, index, model, protocol);
+    m_losses = complaints;
+    // OCCT keeps what it can of a record with one parameter that cannot be read.
+    if (parsed <= count)
+        load(records, index, model, protocol);
     return 0;
-}
-
-void RecordLibrary::tell(const std::vector<std::string>& complaints) const
-{
-    if (m_doesTell)
-        for (const std::string& complaint : complaints)
-            m_job.log.warning("left out of the text: " + complaint);
 }
 
 Standard_Integer RecordLibrary::readByParser(Standard_CString name, Handle(Interface_InterfaceModel) & model,

@@ -21,15 +21,18 @@ class EntityIndex;
 
 /// Reads the text of STEP files for OCCT, whose session asks its library for it. OCCT makes the entities from our
 /// records as it does from its own. A text that is not quite as it should be goes to OCCT's parser, which accepts some
-/// of these; when that one complains too, what can be read counts, and the log names the rest.
+/// of these; when that one complains too, the reading with more entities counts, and the rest are losses.
 class RecordLibrary : public StepSelect_WorkLibrary
 {
     DEFINE_STANDARD_RTTI_INLINE(RecordLibrary, StepSelect_WorkLibrary)
 
 public:
-    /// Progress and log of `job`, which outlives this object. Reading takes the present stage to its end. One that
-    /// does not tell leaves nothing in the log: for a file that is read another time.
-    explicit RecordLibrary(const model::Job& job, bool doesTell = true) : m_job(job), m_doesTell(doesTell) {}
+    /// Progress and log of `job`, which outlives this object. Reading takes the present stage to its end.
+    explicit RecordLibrary(const model::Job& job) : m_job(job) {}
+
+    /// What the last file lacks because its text cannot be read there, each with its reason; the first ones when these
+    /// are many. Empty for a text that was read in whole.
+    const std::vector<std::string>& losses() const { return m_losses; }
 
     /// 0 when it was read, 1 when nothing of it can be, -1 when the file cannot be opened.
     Standard_Integer ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
@@ -45,10 +48,8 @@ private:
     void load(const part21::Records& records, const part21::EntityIndex& index,
               Handle(Interface_InterfaceModel) & model, const Handle(Interface_Protocol) & protocol) const;
 
-    void tell(const std::vector<std::string>& complaints) const;
-
     const model::Job& m_job;
-    bool m_doesTell;
+    mutable std::vector<std::string> m_losses; ///< OCCT takes a reading for one that changes nothing
 };
 
 } // namespace ptx::step

@@ -36,7 +36,7 @@ public:
     /// Leaves out what `known` names; when that is something the file is read for another time.
     StepFile(const model::Job& job, bool isPart, const std::vector<damage::Fault>& known)
         : m_job(job), m_isPart(isPart), m_isAgain(!known.empty()), m_document(occt::newDocument()),
-          m_damage(job.input, known)
+          m_text(new RecordLibrary(job)), m_damage(job.input, known)
     {
         m_reader.SetNameMode(true);
         m_reader.SetColorMode(true);
@@ -47,8 +47,8 @@ public:
         // Both are on by default, throw on files of the wild, and what they read would not be used.
         m_reader.SetGDTMode(false);
         m_reader.SetViewMode(false);
-        m_reader.ChangeReader().WS()->SetLibrary(new damage::MendingLibrary(
-            new RecordLibrary(job, !m_isAgain), [this](const Handle(StepData_StepModel) & model) { mend(model); }));
+        m_reader.ChangeReader().WS()->SetLibrary(
+            new damage::MendingLibrary(m_text, [this](const Handle(StepData_StepModel) & model) { mend(model); }));
     }
 
     ~StepFile() { m_document->Close(); }
@@ -84,9 +84,8 @@ public:
             trouble = nothingToImport(m_job.input, "none of its entities is a product or a shape");
         else
             trouble = occt::guarded("reading the structure", [&] { return walk(); });
-        if (!m_damage.isEmpty() && (trouble || isEmpty()))
-            return core::Failure{core::ExitCode::Damaged,
-                                 "nothing of the file could be translated: " + m_damage.firstLoss()};
+        if (const std::string loss = firstLoss(); !loss.empty() && (trouble || isEmpty()))
+            return core::Failure{core::ExitCode::Damaged, "nothing of the file could be translated: " + loss};
         if (trouble)
             return *trouble;
         return std::move(m_content);
@@ -150,9 +149,10 @@ private:
     {
         m_damage.addUnplaced(m_reader);
         std::vector<std::string> ofNoProduct;
+        for (const std::string& reason : m_text->losses())
+            ofNoProduct.push_back(lossOf(reason));
         for (const damage::Damage::Mark& mark : m_damage.marks(m_reader)) {
-            m_job.log.warning("left out: " + mark.reason);
-            const std::string tag = osg::scenefile::converted::missingTag({m_job.input, mark.reason});
+            const std::string tag = lossOf(mark.reason);
             if (mark.label.IsNull())
                 ofNoProduct.push_back(tag);
             else if (auto* own = tags.ChangeSeek(mark.label))
@@ -163,12 +163,26 @@ private:
         return ofNoProduct;
     }
 
+    /// Tells of a loss. @return the tag for it
+    std::string lossOf(const std::string& reason) const
+    {
+        m_job.log.warning("left out: " + reason);
+        return osg::scenefile::converted::missingTag({m_job.input, reason});
+    }
+
     // What is on the root of a part file gets lost when the part comes into its assembly.
     void addToFile(const std::vector<std::string>& tags)
     {
         model::Model& model = m_content.model;
         std::vector<std::string>& own = model.roots.empty() ? model.tags : model.products[model.roots[0].product].tags;
         own.insert(own.end(), tags.begin(), tags.end());
+    }
+
+    std::string firstLoss() const
+    {
+        if (!m_text->losses().empty())
+            return m_text->losses().front();
+        return m_damage.isEmpty() ? std::string() : m_damage.firstLoss();
     }
 
     bool isEmpty() const
@@ -193,6 +207,7 @@ private:
     bool m_isAgain;
     STEPCAFControl_Reader m_reader;
     Handle(TDocStd_Document) m_document;
+    Handle(RecordLibrary) m_text;
     std::optional<ExternalNames> m_names;
     damage::Damage m_damage;
     bool m_isTransferred = false;

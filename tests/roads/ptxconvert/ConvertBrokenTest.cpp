@@ -125,6 +125,8 @@ TEST_P(ConvertBroken, EntityCostsItselfAndIsNamed)
     EXPECT_EQ(parts[0].first, change.node);
     EXPECT_EQ(parts[0].second.file, run.folder().file("press.stp"));
     const std::string& reason = parts[0].second.reason;
+    for (const auto& [node, part] : parts)
+        EXPECT_EQ(part.reason, reason) << "one fault is told as several";
     EXPECT_THAT(reason, HasSubstr(change.what));
     if (std::string(change.entity).starts_with(change.what) && *change.from != 0) {
         EXPECT_THAT(reason, HasSubstr(" in line " + std::to_string(line) + ":"));
@@ -149,7 +151,10 @@ INSTANTIATE_TEST_SUITE_P(
         Break{"VertexWithoutPoint", "VERTEX_POINT(", 1, R"(#\d+)", "$$", "VERTEX_POINT", "plate below", 6},
         Break{"LineToNowhere", "LINE(", 1, R"(,#\d+\))", ",#99999)", "LINE", "plate below", 8},
         Break{"VectorWithoutDirection", "VECTOR(", 1, R"(#\d+)", "$$", "VECTOR", "plate below", 8},
-        Break{"CircleOfNegativeRadius", "LINE(", 1, R"(LINE.*)", "CIRCLE('',#16,-1.);", "CIRCLE", "plate below", 8},
+        Break{"CircleOfNegativeRadius", "LINE(", 1, R"(LINE.*)",
+              "CIRCLE('',#99994,-1.);\n#99994=AXIS2_PLACEMENT_3D('',#99993,$$,$$);\n#99993=CARTESIAN_POINT('',(1.,2.,3."
+              "));",
+              "CIRCLE", "plate below", 8},
         Break{"PointOutOfAllProportion", "VERTEX_POINT(", 2, R"(VERTEX_POINT.*)",
               "VERTEX_POINT('',#99998);\n#99998=CARTESIAN_POINT('',(1.E300,0.,0.));", "CARTESIAN_POINT", "plate below",
               6},

@@ -24,7 +24,7 @@ std::string placeOf(const Fault& fault, const TextIndex& text)
     place += std::to_string(fault.ident);
     const std::string_view type = text.typeOf(fault.ident);
     if (!type.empty() && type != "(")
-        place += " " + std::string(type);
+        place.append(1, ' ').append(type);
     return place + " in line " + std::to_string(text.lineOf(fault.ident));
 }
 

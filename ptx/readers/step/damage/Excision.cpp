@@ -151,7 +151,7 @@ void Excision::apply()
             memberlist::clean(m_model.at(ident), isBroken);
     for (const auto& [ident, number] : m_broken)
         m_model.replace(ident, memberlist::makeStandIn());
-    // A part that no assembly holds would stand for itself: another assembly, which is nowhere, holds it now.
+    // An occurrence without its placement stays out by itself. In an assembly that is nowhere it is not missed twice.
     for (const Handle(StepRepr_NextAssemblyUsageOccurrence) & usage : m_occurrences)
         usage->SetRelatingProductDefinition(new StepBasic_ProductDefinition);
 }

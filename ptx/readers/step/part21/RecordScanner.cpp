@@ -87,7 +87,7 @@ void RecordScanner::stepOutside()
     if (beginsLike(here, "END-ISO")) {
         m_sawEnd = true;
         m_section = Section::Ended;
-    } else if (isLike(here, "HEADER")) {
+    } else if (isLike(here, "HEADER") && m_piece.begin == 0) {
         beginSection(Section::Header);
     } else if (isLike(here, "DATA")) {
         beginSection(Section::Data);
@@ -151,7 +151,7 @@ void RecordScanner::readHeaderEntity()
     const std::size_t records = m_piece.records.size();
     const std::size_t parameters = m_piece.parameters.size();
     m_isCut = false;
-    const std::size_t end = typedList(m_at, {{}, 0, 0, Role::Header});
+    const std::size_t end = typedList(begin, {{}, 0, static_cast<std::uint32_t>(begin), Role::Header});
     const std::size_t after = end == Nowhere ? Nowhere : statementEnd(end);
     if (after != Nowhere) {
         m_at = after;

@@ -37,7 +37,7 @@ std::size_t lineOf(std::string_view text, std::uint64_t offset)
 
 std::string describe(std::string_view text, const Damage& damage)
 {
-    std::string words = damage.number == 0 ? std::string() : "#" + std::to_string(damage.number) + " on ";
+    std::string words = damage.number == 0 ? std::string() : "#" + std::to_string(damage.number) + " in ";
     words += "line " + std::to_string(lineOf(text, damage.offset)) + ": ";
     return words + damage.cause;
 }

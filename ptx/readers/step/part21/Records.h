@@ -89,7 +89,7 @@ struct Records {
 /// The line of `offset`, which begins with 1.
 std::size_t lineOf(std::string_view text, std::uint64_t offset);
 
-/// "#12 on line 34: a parameter is missing"
+/// "#12 in line 34: a parameter is missing"
 std::string describe(std::string_view text, const Damage& damage);
 
 } // namespace ptx::step::part21

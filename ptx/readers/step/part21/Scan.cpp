@@ -12,8 +12,7 @@ namespace ptx::step::part21
 namespace
 {
 
-// A thread costs more than it saves on less; offsets in a piece have 32 bits.
-constexpr std::uint64_t LeastShare = std::uint64_t{256} << 10;
+// Offsets in a piece have 32 bits.
 constexpr std::uint64_t LargestShare = std::uint64_t{1} << 30;
 
 // Of usual files, a little low: to grow a large table costs more than to write it.
@@ -41,11 +40,11 @@ struct Share {
     }
 };
 
-std::vector<Share> sharesOf(std::string_view text, const Place& begin, unsigned threads)
+std::vector<Share> sharesOf(std::string_view text, const Place& begin, unsigned threads, std::uint64_t leastShare)
 {
     const std::uint64_t size = text.size() - begin.at;
     const std::uint64_t count =
-        std::max(std::clamp<std::uint64_t>(size / LeastShare, 1, threads), (size + LargestShare - 1) / LargestShare);
+        std::max(std::clamp<std::uint64_t>(size / leastShare, 1, threads), (size + LargestShare - 1) / LargestShare);
     std::vector<Share> shares(1);
     shares[0].from = begin;
     for (std::uint64_t i = 1; i < count; ++i) {
@@ -75,14 +74,14 @@ void readAtOnce(std::vector<Share>& shares, std::string_view text, unsigned thre
 
 } // namespace
 
-Records scan(std::string_view text, unsigned threads)
+Records scan(std::string_view text, unsigned threads, std::uint64_t leastShare)
 {
     Records records;
     Piece& header = records.pieces.emplace_back();
     RecordScanner scanner(text, {}, header);
     Place place = scanner.scanToData();
     records.isComplete = scanner.sawEnd();
-    std::vector<Share> shares = sharesOf(text, place, std::max(1u, threads));
+    std::vector<Share> shares = sharesOf(text, place, std::max(1u, threads), leastShare);
     readAtOnce(shares, text, std::max(1u, threads));
     for (Share& share : shares) {
         if (place.section == Section::Ended)

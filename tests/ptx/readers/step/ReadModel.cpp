@@ -138,7 +138,9 @@ ReadModel readByRecords(const std::string& path, int threads, std::string* words
     ptx::core::Log log(logPath);
     std::error_code missing;
     const ptx::model::Job job{path, std::filesystem::file_size(path, missing), false, settings, limits, progress, log};
-    ReadModel result = read(path, new ptx::step::RecordLibrary(job));
+    const Handle(ptx::step::RecordLibrary) library = new ptx::step::RecordLibrary(job);
+    ReadModel result = read(path, library);
+    result.losses = library->losses();
     if (words)
         *words = contentOf(logPath);
     return result;

@@ -21,6 +21,7 @@ struct ReadModel {
     std::string text;                 ///< all entities as OCCT writes them, in their order
     std::vector<int> numbers;         ///< of the entities in the text that was read
     std::vector<std::string> reports; ///< what OCCT says of entities, each with the number of its entity
+    std::vector<std::string> losses;  ///< what our records lack
 };
 
 /// Reads `path` with OCCT's own parser.

@@ -14,7 +14,7 @@ std::vector<std::string> entityTexts(const ptx::step::part21::Records& records);
 std::vector<std::string> headerTexts(const ptx::step::part21::Records& records);
 /// Every record in its order, with its role, for a comparison of whole results.
 std::string allRecords(const ptx::step::part21::Records& records);
-/// "#12 on line 34: the cause", each.
+/// "#12 in line 34: the cause", each.
 std::vector<std::string> damageTexts(std::string_view text, const ptx::step::part21::Records& records);
 /// `data` as the data section of a whole file. Its first line is the fourth.
 std::string fileWith(const std::string& data);

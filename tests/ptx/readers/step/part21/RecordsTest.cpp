@@ -14,6 +14,6 @@ TEST(Records, CountLinesFromOne)
 
 TEST(Records, DescribeDamageByNumberAndLine)
 {
-    EXPECT_EQ(describe("x\n#12=A(;", {2, 12, "it is odd"}), "#12 on line 2: it is odd");
+    EXPECT_EQ(describe("x\n#12=A(;", {2, 12, "it is odd"}), "#12 in line 2: it is odd");
     EXPECT_EQ(describe("x\n#12=A(;", {0, 0, "it is odd"}), "line 1: it is odd");
 }

@@ -79,6 +79,13 @@ TEST(Scan, ReadsTheHeader)
                 ElementsAre("FILE_DESCRIPTION(('x'),'2;1')", "FILE_NAME('n')"));
 }
 
+TEST(Scan, TakesNoHeaderBehindData)
+{
+    const Scanned scanned("ISO-10303-21;HEADER;A();ENDSEC;DATA;#1=B();ENDSEC;\nHEADER;C();ENDSEC;END-ISO-10303-21;");
+    EXPECT_THAT(headerTexts(scanned.records), ElementsAre("A()"));
+    EXPECT_THAT(scanned.damages(), testing::Contains("line 2: something else stands where a section should begin"));
+}
+
 TEST(Scan, LeavesStringsAsTheyAre)
 {
     const char* const strings = "'it''s',';#2=B();','''','\\X2\\00E4\\X0\\\\S\\d','\xC3\xA4','\xE4',' /* no */ ',''";
@@ -115,7 +122,7 @@ TEST(Scan, TakesWhatIsInTheScopeOfAnEntityAsItTakesTheRest)
         data("#1=&SCOPE\n#2=A();\n#3=&SCOPE #4=B();ENDSCOPE C(#4);\nENDSCOPE /#2, #3/ D(#2);#5=E();");
     EXPECT_THAT(scanned.entities(), ElementsAre("#2=A()", "#4=B()", "#3=C(#4)", "#1=D(#2)", "#5=E()"));
     EXPECT_THAT(scanned.damages(), IsEmpty());
-    EXPECT_THAT(data("#1=&SCOPE\n#2=A();").damages(), ElementsAre("#1 on line 6: its scope does not end"));
+    EXPECT_THAT(data("#1=&SCOPE\n#2=A();").damages(), ElementsAre("#1 in line 6: its scope does not end"));
 }
 
 TEST(Scan, EndsWithTheText)
@@ -130,9 +137,9 @@ TEST(Scan, LeavesOutRecordsThatCannotBeReadWithNumberAndLine)
     const Scanned scanned = data("#1=A(1);\n#2=B(1,,2);\n#3=C('x' y);\n#4=(D();\n#5=E(#0);\n#6=F(1);");
     EXPECT_THAT(scanned.entities(), ElementsAre("#1=A(1)", "#6=F(1)"));
     EXPECT_THAT(scanned.damages(),
-                ElementsAre("#2 on line 5: a parameter is missing or of no known kind",
-                            "#3 on line 6: a comma or a closing bracket is missing", "#4 on line 7: a type is missing",
-                            "#5 on line 8: a reference has no number that can be counted with"));
+                ElementsAre("#2 in line 5: a parameter is missing or of no known kind",
+                            "#3 in line 6: a comma or a closing bracket is missing", "#4 in line 7: a type is missing",
+                            "#5 in line 8: a reference has no number that can be counted with"));
 }
 
 TEST(Scan, GoesOnBehindWhatIsMissing)
@@ -158,7 +165,7 @@ TEST(Scan, TakesListsOfManyLevelsAndRefusesThoseOfTooMany)
         return "#1=A(" + std::string(depth, '(') + std::string(depth, ')') + ");";
     };
     EXPECT_EQ(data(nested(900)).entities().size(), 1U);
-    EXPECT_THAT(data(nested(100000)).damages(), ElementsAre("#1 on line 4: its lists are nested too deeply"));
+    EXPECT_THAT(data(nested(100000)).damages(), ElementsAre("#1 in line 4: its lists are nested too deeply"));
 }
 
 TEST(Scan, TakesBackWhatItFoundOfARecordThatCannotBeRead)

@@ -14,6 +14,8 @@ using namespace ptxtest;
 namespace
 {
 
+constexpr std::uint64_t SmallShare = 256;
+
 using Random = std::mt19937;
 
 std::size_t pick(Random& random, std::size_t count)
@@ -74,7 +76,7 @@ void expectSameOnAnyNumberOfThreads(const std::string& text)
 {
     const std::string one = allRecords(scan(text, 1));
     for (const unsigned threads : {2U, 3U, 5U, 8U})
-        ASSERT_EQ(allRecords(scan(text, threads)), one) << threads << " threads";
+        ASSERT_EQ(allRecords(scan(text, threads, SmallShare)), one) << threads << " threads";
 }
 
 } // namespace
@@ -82,17 +84,17 @@ void expectSameOnAnyNumberOfThreads(const std::string& text)
 TEST(ScanThreads, WholeTextsGiveTheSameRecords)
 {
     Random random(1);
-    const std::string text = madeText(random, 4 << 20);
-    EXPECT_GT(scan(text, 8).pieces.size(), 8U);
+    const std::string text = madeText(random, 1 << 18);
+    EXPECT_GT(scan(text, 8, SmallShare).pieces.size(), 8U);
     expectSameOnAnyNumberOfThreads(text);
 }
 
 TEST(ScanThreads, DamagedTextsGiveTheSameRecords)
 {
-    for (unsigned seed = 0; seed < 12; ++seed) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
         SCOPED_TRACE(seed);
         Random random(seed);
-        std::string text = madeText(random, 3 << 19);
+        std::string text = madeText(random, 1 << 15);
         mutate(random, text);
         expectSameOnAnyNumberOfThreads(text);
     }
@@ -100,14 +102,14 @@ TEST(ScanThreads, DamagedTextsGiveTheSameRecords)
 
 TEST(ScanThreads, AGuessWithinAStringOrACommentIsTakenBack)
 {
-    const std::string inner(std::size_t{1} << 21, 'x');
+    const std::string inner(std::size_t{1} << 14, 'x');
     std::string lines;
     while (lines.size() < inner.size())
         lines += "\n#9=NOT();";
     const std::string string = fileWith("#1=A('" + lines + "');\n#2=B();");
-    EXPECT_EQ(entityTexts(scan(string, 4)).size(), 2U);
+    EXPECT_EQ(entityTexts(scan(string, 4, SmallShare)).size(), 2U);
     const std::string comment = fileWith("#1=A();/*" + lines + "*/\n#2=B();");
-    EXPECT_EQ(entityTexts(scan(comment, 4)).size(), 2U);
+    EXPECT_EQ(entityTexts(scan(comment, 4, SmallShare)).size(), 2U);
     const std::string trailing = fileWith("#1=A();") + lines;
-    EXPECT_EQ(entityTexts(scan(trailing, 4)).size(), 1U);
+    EXPECT_EQ(entityTexts(scan(trailing, 4, SmallShare)).size(), 1U);
 }
