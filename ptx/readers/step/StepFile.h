@@ -14,8 +14,8 @@ struct StepContent : occt::DocumentContent {
 };
 
 /// Reads the STEP file `job.input` without the files that it refers to: products whose geometry lies elsewhere have
-/// names for it and nothing else; of a part the saved views are not read. Enters the stages from reading to structure unless `isPart`, which goes on in the
-/// present one.
+/// names for it and nothing else. What is broken in the file is left out and marked. Enters the stages from reading to
+/// structure unless `isPart`, which goes on in the present one; of a part the saved views are not read.
 core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart);
 
 /// The failure for the file `path` without geometry, whose `cause` is a clause: "it holds no solids".

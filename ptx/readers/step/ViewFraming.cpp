@@ -82,8 +82,8 @@ private:
         range.high = std::max(range.high, value);
     }
 
-    // A point that is straight before or behind the origin was written in the space of the model; otherwise it is one of
-    // the view system. Zero is one of the view system too, wherever that looks.
+    // A point that is straight before or behind the origin was written in the space of the model; otherwise it is one
+    // of the view system. Zero is one of the view system too, wherever that looks.
     void findEye()
     {
         const osg::Vec3f& point = m_camera.projectionPoint;
