@@ -2,6 +2,7 @@
 
 #include "host/OSGSystem/Math.h"
 #include "ptx/model/Appearance.h"
+#include "ptx/model/View.h"
 #include "scene/Mesh.h"
 
 #include <cstddef>
@@ -74,6 +75,7 @@ struct Model {
     std::vector<Reference> references;
     std::vector<std::string> tags; ///< of the file as a whole
     std::size_t copiedTrees = 0;   ///< how many numbers `Occurrence::copied` has taken
+    std::vector<View> views;
 };
 
 } // namespace ptx::model
