@@ -1,5 +1,7 @@
 #pragma once
 
+#include "importer/plmxml/DanglingReference.h"
+
 #include <QString>
 
 #include <cstddef>
@@ -9,20 +11,10 @@
 namespace importer
 {
 
-/// A reference of a PLMXML document that leads to no element of the kind that it must lead to. The import passes such
-/// references over without a word.
-struct DanglingReference {
-    QString element;   ///< the kind of the element that refers, such as "Instance"
-    QString id;        ///< its id; may be empty
-    QString attribute; ///< such as "partRef"
-    QString target;    ///< one reference, as it is written
-    int line = 0;      ///< of the element, from 1
-};
-
 /// What a PLMXML document holds, of the elements that an import takes.
 struct DocumentFacts {
     /// How many dangling references are kept at most; all are counted.
-    static constexpr std::size_t maxDangling = 1000;
+    static constexpr std::size_t maxDangling = DanglingReference::maxKept;
 
     /// Elements of this kind.
     std::size_t instances = 0;

@@ -2,8 +2,8 @@
 
 #include "host/OSGSystem/Node.h"
 #include "import/filetypes/znCADFileTypes.h"
-#include "importer/DocumentStructure.h"
 #include "importer/SceneText.h"
+#include "importer/plmxml/DocumentStructure.h"
 
 #include <QMetaType>
 #include <QString>

@@ -21,7 +21,7 @@ std::unique_ptr<ImportRoad> ImportRoad::forRequest(const zn::ImportRequest& requ
     const QString& file = request.file;
     if (znFileIOHelper::isPtxFile(file))
         return std::make_unique<ConvertedRoad>(request);
-    if (plmxml::isDocument(file))
+    if (znFileIOHelper::isPLMXMLFile(file) || plmxml::isDocument(file))
         return std::make_unique<PlmxmlRoad>(request);
     return std::make_unique<NativeRoad>(request);
 }

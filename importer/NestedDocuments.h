@@ -29,7 +29,8 @@ public:
     static constexpr int maxDepth = 16;   ///< documents inside one another, the outermost included
     static constexpr int maxCount = 1000; ///< documents of one import, so that few files cannot stand for many
 
-    /// For the import of the document `outermost`; the others are read with `options`. What is added to the session's readers meanwhile goes with this.
+    /// For the import of the document `outermost`; the others are read with `options`. What is added to the session's
+    /// readers meanwhile goes with this.
     NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options);
     ~NestedDocuments() override;
 

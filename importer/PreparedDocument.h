@@ -15,8 +15,8 @@ class QTemporaryDir;
 namespace importer
 {
 
-/// A PLMXML document on its way to the loader. One that the loader would not read whole is written a second time, in the
-/// loader's form, into the session's folder; what comes of it is given the names of the original again.
+/// A PLMXML document on its way to the loader. One that the loader would not read whole is written a second time, in
+/// the loader's form, into the session's folder; what comes of it is given the names of the original again.
 class PreparedDocument
 {
 public:

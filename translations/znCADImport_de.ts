@@ -189,6 +189,56 @@
     </message>
 </context>
 <context>
+    <name>importer::plmxml::Normaliser</name>
+    <message>
+        <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
+        <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
+    </message>
+    <message>
+        <source>line %1 names it &quot;%2&quot;</source>
+        <translation>Zeile %1 nennt sie &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>what is there is no regular file; %1</source>
+        <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
+    </message>
+</context>
+<context>
+    <name>importer::PreparedDocument</name>
+    <message>
+        <source>the document in the form that is read cannot be written: %1</source>
+        <translation>das Dokument lässt sich in der Form, die gelesen wird, nicht schreiben: %1</translation>
+    </message>
+    <message>
+        <source>the document names no file with a shape; its structure has %1 places</source>
+        <translation>das Dokument nennt keine Datei mit einer Form; seine Struktur hat %1 Stellen</translation>
+    </message>
+    <message>
+        <source>%1 of %2 parts are without a shape</source>
+        <translation>%1 von %2 Teilen sind ohne Form</translation>
+    </message>
+    <message>
+        <source>%1 of %2 parts are switched off</source>
+        <translation>%1 von %2 Teilen sind ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>%1 conditions are not evaluated; everything is shown</source>
+        <translation>%1 Bedingungen werden nicht ausgewertet; alles wird gezeigt</translation>
+    </message>
+    <message>
+        <source>%1 transforms have not the numbers that they need, and move nothing</source>
+        <translation>%1 Transformationen haben nicht die Zahlen, die sie brauchen, und bewegen nichts</translation>
+    </message>
+    <message>
+        <source>%1 occurrences are claimed by several others; they stand below the first</source>
+        <translation>%1 Vorkommen werden von mehreren anderen beansprucht; sie stehen unter dem ersten</translation>
+    </message>
+    <message>
+        <source>of %1 views the one called %2 was taken</source>
+        <translation>von %1 Ansichten wurde die mit dem Namen %2 genommen</translation>
+    </message>
+</context>
+<context>
     <name>zn::MissingParts</name>
     <message>
         <source>the file could not be read</source>

@@ -90,11 +90,11 @@ FoundFile FileFinder::find(const QString& location)
     return found.by == FoundBy::Nowhere ? nowhere(path) : found;
 }
 
-/// Nothing may open a pipe or a device because a document names it.
+/// Nothing may open a pipe or a device because a document names it. Nobody opens a folder.
 FoundFile FileFinder::nowhere(const QString& path)
 {
     FoundFile none{path, FoundBy::Nowhere, QFileInfo::exists(path)};
-    while (QFileInfo::exists(none.path))
+    while (QFileInfo::exists(none.path) && !QFileInfo(none.path).isDir())
         none.path += QStringLiteral("/refused");
     return none;
 }

@@ -28,7 +28,8 @@ struct FoundFile {
     bool isRefused = false; ///< something is there, but no regular file that may be taken
 };
 
-/// The location as a path: slashes, without percent escapes, without "file:", "." and ".."; relative ones stay relative.
+/// The location as a path: slashes, without percent escapes, without "file:", "." and ".."; a relative one stays
+/// relative.
 QString cleanLocation(const QString& location);
 
 /// Finds the files that one document names. It gives regular files only, and touches none but to ask whether it is one.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "importer/DocumentStructure.h"
+#include "importer/plmxml/DocumentStructure.h"
 #include "importer/plmxml/FileFinder.h"
 #include "importer/plmxml/FileFormats.h"
 #include "importer/plmxml/SourceDocument.h"

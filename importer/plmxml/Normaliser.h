@@ -1,6 +1,6 @@
 #pragma once
 
-#include "importer/DocumentStructure.h"
+#include "importer/plmxml/DocumentStructure.h"
 #include "importer/plmxml/FileFinder.h"
 #include "importer/plmxml/Structure.h"
 
@@ -37,8 +37,8 @@ struct NormalisedDocument {
     QHash<QString, QString> asked; ///< what the document says, by the path of each file that is not there
 };
 
-/// Reads the document at `file`, whatever its dialect, and finds its product structure. Asks the disk for part files, but
-/// reads none.
+/// Reads the document at `file`, whatever its dialect, and finds its product structure. Asks the disk for part files,
+/// but reads none.
 NormalisedDocument normalise(const QString& file, const NormaliserOptions& options);
 
 } // namespace importer::plmxml

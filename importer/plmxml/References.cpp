@@ -69,7 +69,7 @@ void References::note(const pugi::xml_node& from, const char* attribute, std::st
     if (!m_noted.insert(word.data()).second)
         return;
     ++m_danglingCount;
-    if (m_dangling.size() >= DocumentFacts::maxDangling)
+    if (m_dangling.size() >= DanglingReference::maxKept)
         return;
     m_dangling.push_back({text(m_index.document().nameOf(from)), text(from.attribute("id").value()),
                           QString::fromUtf8(attribute), text(word), m_index.document().lineOf(from)});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "importer/DocumentFacts.h"
+#include "importer/plmxml/DanglingReference.h"
 #include "importer/plmxml/ElementIndex.h"
 
 #include <string>

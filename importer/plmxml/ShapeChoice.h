@@ -23,7 +23,8 @@ struct ShapeSource {
 /// representations of one representation are pieces, and all of them are taken. Empty for a part that no file is named
 /// for.
 ///
-/// A part without a file that can be read has the one that would be read best, so that the import names what is missing.
+/// A part without a file that can be read has the one that would be read best, so that the import names what is
+/// missing.
 std::vector<ShapePiece> chooseShape(const Reading& reading, const ShapeSource& source);
 
 /// The representations that a part view has as children and by reference, each once.

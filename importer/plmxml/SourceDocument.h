@@ -29,8 +29,8 @@ public:
 
     /// The element PLMXML.
     pugi::xml_node root() const { return m_xml.document_element(); }
-    /// The name of an element without a prefix that stands for the namespace of PLMXML; empty for what is no element and
-    /// for elements of other namespaces.
+    /// The name of an element without a prefix that stands for the namespace of PLMXML; empty for what is no element
+    /// and for elements of other namespaces.
     std::string_view nameOf(const pugi::xml_node& node) const;
     /// Whether elements are written with a prefix.
     bool hasPrefixes() const { return m_hasPrefixes; }

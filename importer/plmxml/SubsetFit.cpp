@@ -132,7 +132,7 @@ private:
         const QString path = pathOfLoader(QString::fromUtf8(location.data(), static_cast<int>(location.size())));
         const QFileInfo info(path);
         if (file == FileTable::None || !m_reading.files[file].isThere())
-            return path.isEmpty() || !info.exists() || info.isFile();
+            return path.isEmpty() || !info.exists() || info.isFile() || info.isDir();
         return QDir::cleanPath(path) == m_reading.files[file].found.path;
     }
 

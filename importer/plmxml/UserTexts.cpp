@@ -2,8 +2,6 @@
 
 #include "files/scenefile/ConvertedTree.h"
 
-#include <algorithm>
-
 namespace importer::plmxml
 {
 
@@ -86,9 +84,8 @@ void UserTexts::form(const pugi::xml_node& form)
 
 void UserTexts::add(const std::string& title, const std::string& value)
 {
-    if (value.empty() || std::find(m_titles.begin(), m_titles.end(), title) != m_titles.end())
+    if (value.empty() || !m_titles.insert(title).second)
         return;
-    m_titles.push_back(title);
     m_tags.push_back(converted::tag(converted::AttributePrefix + title, value));
 }
 

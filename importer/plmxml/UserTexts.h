@@ -3,6 +3,7 @@
 #include "importer/plmxml/Reading.h"
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace importer::plmxml
@@ -38,7 +39,7 @@ private:
 
     const Reading& m_reading;
     std::vector<std::string> m_tags;
-    std::vector<std::string> m_titles;
+    std::unordered_set<std::string> m_titles;
 };
 
 /// The value of `element`'s user data that is called `title`; empty if there is none.

@@ -1,18 +1,12 @@
 #include "importer/plmxml/Views.h"
 
+#include <unordered_set>
+
 namespace importer::plmxml
 {
 
 namespace
 {
-
-pugi::xml_node viewAbove(const Reading& reading, const pugi::xml_node& occurrence)
-{
-    pugi::xml_node above = occurrence.parent();
-    while (above && kindOfName(reading.document.nameOf(above)) == ElementKind::Occurrence)
-        above = above.parent();
-    return kindOfName(reading.document.nameOf(above)) == ElementKind::ProductView ? above : pugi::xml_node();
-}
 
 bool isMarked(const pugi::xml_node& view, const char* attribute, std::string_view value)
 {
@@ -51,12 +45,22 @@ pugi::xml_node chooseView(const Reading& reading)
     return views.empty() ? pugi::xml_node() : views.front();
 }
 
+/// Of occurrences in one another the outer one comes first.
 std::vector<pugi::xml_node> occurrencesOf(const Reading& reading, const pugi::xml_node& view)
 {
     std::vector<pugi::xml_node> occurrences;
-    for (const pugi::xml_node& occurrence : reading.index.all(ElementKind::Occurrence))
-        if (viewAbove(reading, occurrence) == view)
-            occurrences.push_back(occurrence);
+    std::unordered_set<std::size_t> taken;
+    for (const pugi::xml_node& occurrence : reading.index.all(ElementKind::Occurrence)) {
+        const pugi::xml_node above = occurrence.parent();
+        const ElementKind kind = kindOfName(reading.document.nameOf(above));
+        const bool isTaken = kind == ElementKind::Occurrence    ? taken.contains(above.hash_value())
+                             : kind == ElementKind::ProductView ? above == view
+                                                                : !view;
+        if (!isTaken)
+            continue;
+        taken.insert(occurrence.hash_value());
+        occurrences.push_back(occurrence);
+    }
     return occurrences;
 }
 

@@ -1,5 +1,6 @@
 #include "tests/roads/PlmxmlImport.h"
 #include "files/scenefile/ConvertedTree.h"
+#include "scene/Tags.h"
 
 using namespace znCADFileTypes;
 using testing::ElementsAre;
@@ -193,6 +194,62 @@ TEST_F(PlmxmlImportTest, ACancelBeforeTheDocumentIsReadLeavesNothing)
     EXPECT_EQ(result.state, JobFailed);
     EXPECT_EQ(result.error, QString());
     EXPECT_THAT(result.missing, IsEmpty());
+}
+
+TEST_F(PlmxmlImportTest, NodesOfAnExportBearItsAttributesNamesAndSwitches)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    const auto occurrence = [](const char* id, const char* more) {
+        return QByteArray("<Occurrence id='") + id + "' name='" + id + "' instancedRef='#r' " + more + "/>";
+    };
+    const QString file = write(
+        QStringLiteral("car.xml"),
+        "<PLMXML><ProductView rootRefs='car'><Occurrence id='car' name='car' occurrenceRefs='off mixed' "
+        "visible='true'/>" +
+            occurrence("off", "occurrenceRefs='a' visible='false'") + occurrence("a", "") +
+            occurrence("mixed", "occurrenceRefs='b c' visible='false'") + occurrence("b", "visible='true'") +
+            "<Occurrence id='c' name='c' instancedRef='#r'><UserData><UserValue title='Pos' value='30'/></UserData>"
+            "</Occurrence></ProductView><ProductRevision id='r' name='Plate' revision='B'><AssociatedDataSet "
+            "dataSetRef='#d'/></ProductRevision><DataSet id='d' memberRefs='#f'/><ExternalFile id='f' "
+            "locationRef='PLATE.OBJ'/></PLMXML>");
+    const zn::ImportResult result = import(file);
+    EXPECT_EQ(result.state, JobSucceeded) << result.error.toStdString();
+    ASSERT_TRUE(result.node);
+    EXPECT_EQ(nameOf(result.node), "car");
+    EXPECT_EQ(referenceOf(result.node)->getSourceFile()->getPath(), file.toStdString());
+    const osg::NodePtr car = result.node->getChild(0)->getChild(0)->getChild(0);
+    const osg::NodePtr off = car->getChild(0);
+    const osg::NodePtr mixed = car->getChild(1);
+    EXPECT_FALSE(off->isActive());
+    EXPECT_TRUE(off->getChild(0)->getChild(0)->isActive()) << "its top is enough";
+    EXPECT_TRUE(mixed->isActive());
+    const osg::NodePtr c = mixed->getChild(0)->getChild(1);
+    EXPECT_TRUE(mixed->getChild(0)->getChild(0)->isActive());
+    EXPECT_FALSE(c->isActive());
+    EXPECT_THAT(osg::tagsOf(c), ElementsAre("ptx::attribute::Pos=30"));
+    EXPECT_THAT(osg::tagsOf(c->getChild(0)), ElementsAre("ptx::attribute::revision=B"));
+    EXPECT_EQ(c->getChild(0)->getChild(0)->getNChildren(), 1u);
+}
+
+TEST_F(PlmxmlImportTest, WhatAnExportMissesIsNamedAsItIsWritten)
+{
+    const QString file = write(QStringLiteral("car.xml"), "<PLMXML>\n<Part id='p' name='P'><Representation format='JT' "
+                                                          "location='C:\\lib\\none.jt'/></Part></PLMXML>");
+    const zn::ImportResult result = import(file);
+    EXPECT_EQ(result.state, JobPartial);
+    EXPECT_EQ(missingTexts(result),
+              texts({"none.jt: there is no such file; line 2 names it \"C:\\lib\\none.jt\" [P/P]"}));
+}
+
+TEST_F(PlmxmlImportTest, AnExportThatContainsItselfFailsByItsOwnName)
+{
+    const QString file =
+        write(QStringLiteral("car.xml"), "<PLMXML><InstanceGraph rootRefs='i'><Instance id='i' "
+                                         "partRef='#p'/></InstanceGraph><Part id='p' instanceRefs='i'/>"
+                                         "</PLMXML>");
+    const zn::ImportResult result = import(file);
+    EXPECT_EQ(result.state, JobFailed);
+    EXPECT_TRUE(result.error.contains(file + QStringLiteral("' refers to itself"))) << result.error.toStdString();
 }
 
 TEST_F(PlmxmlImportTest, AFolderIsNoDocument)

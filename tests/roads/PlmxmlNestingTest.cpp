@@ -17,11 +17,10 @@ protected:
     /// A chain of `count` documents, each naming the next.
     QString chainOf(int count)
     {
+        writeTriangle(QStringLiteral("plate.obj"));
         for (int i = count - 1; i >= 0; --i) {
-            std::vector<std::string> next;
-            if (i + 1 < count)
-                next.push_back("d" + std::to_string(i + 1) + ".plmxml");
-            documentOf(next, QStringLiteral("d%1.plmxml").arg(i));
+            const std::string next = i + 1 < count ? "d" + std::to_string(i + 1) + ".plmxml" : "plate.obj";
+            documentOf({next}, QStringLiteral("d%1.plmxml").arg(i));
         }
         return path(QStringLiteral("d0.plmxml"));
     }

@@ -1,6 +1,7 @@
 #include "tools/znimport/DocumentReport.h"
 
 #include "host/znKernel/znFileIOHelper.h"
+#include "importer/DocumentFacts.h"
 
 namespace znimport
 {

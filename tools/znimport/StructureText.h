@@ -1,6 +1,6 @@
 #pragma once
 
-#include "importer/DocumentStructure.h"
+#include "importer/plmxml/DocumentStructure.h"
 
 #include <QJsonObject>
 #include <QString>

@@ -96,7 +96,7 @@ TEST_F(FileFinderSearchTest, WhatIsNowhereIsNamedWhereItWouldStand)
 TEST_F(FileFinderSearchTest, OnlyRegularFilesAreTaken)
 {
     ASSERT_EQ(mkfifo(path("pipe.jt").toUtf8().constData(), 0600), 0);
-    for (const char* location : {"pipe.jt", "/dev/zero", ".."}) {
+    for (const char* location : {"pipe.jt", "/dev/zero"}) {
         const FoundFile found = find(location);
         EXPECT_EQ(found.by, FoundBy::Nowhere) << location;
         EXPECT_FALSE(QFile::exists(found.path)) << location;

@@ -136,6 +136,47 @@ TEST_F(ZnimportPlmxmlTest, TheReportNamesReferencesThatLeadNowhere)
             {{{"line", 4}, {"element", "Instance"}, {"id", "i"}, {"attribute", "partRef"}, {"target", "#gone"}}}));
 }
 
+TEST_F(ZnimportPlmxmlTest, TheTreeAloneReadsNoPartFileAndTellsWhichItWouldRead)
+{
+    const QString report = path(QStringLiteral("report.json"));
+    const QString kept = path(QStringLiteral("kept.plmxml"));
+    EXPECT_EQ(run({QString::fromUtf8(EXAMPLE_MODELS "/../plmxml/cart_export.xml"), QStringLiteral("--tree-only"),
+                   QStringLiteral("--report"), report, QStringLiteral("--keep-normalised"), kept}),
+              0)
+        << m_errors.toStdString();
+    EXPECT_TRUE(m_output.contains(QStringLiteral("part files: 4 would be read, 0 missing\n")));
+    EXPECT_TRUE(m_output.contains(QStringLiteral("wheel.wrl (4 places)\n"))) << m_output.toStdString();
+    EXPECT_TRUE(m_output.contains(QStringLiteral("Crate on top (inactive) [Transform3D], at 200 0 420")));
+    EXPECT_FALSE(m_output.contains(QStringLiteral("[Geometry")));
+    const json told = read(report)["files"][0]["structure"];
+    EXPECT_EQ(told["treeFrom"], "occurrence tree");
+    EXPECT_EQ(told["places"], 13);
+    EXPECT_EQ(told["hiddenLeaves"], 1);
+    EXPECT_EQ(told["files"][0]["whyNot"], "missing");
+    EXPECT_EQ(told["files"][0]["written"], "Parts\\FRAME.jt");
+    EXPECT_EQ(told["files"][1]["foundBy"], "letter case");
+    EXPECT_EQ(run({kept, QStringLiteral("--tree-only")}), 0);
+    EXPECT_TRUE(m_output.contains(QStringLiteral("Crate on top [Transform3D], at 200 0 420")));
+}
+
+TEST_F(ZnimportPlmxmlTest, AnExportWithoutPlacesIsAFailure)
+{
+    const QString document = write(QStringLiteral("empty.xml"), "<PLMXML><Header/></PLMXML>");
+    EXPECT_EQ(run({document}), 1);
+    EXPECT_TRUE(m_errors.contains(document + QStringLiteral(": the document places no part")))
+        << m_errors.toStdString();
+}
+
+TEST_F(ZnimportPlmxmlTest, AStructureWithoutFilesIsToldAndComesIn)
+{
+    const QString document = write(QStringLiteral("bare.xml"), "<PLMXML><Instance id='i' name='Bare'/></PLMXML>");
+    EXPECT_EQ(run({document, QStringLiteral("--tree")}), 0);
+    EXPECT_TRUE(m_output.contains(QStringLiteral("Bare [Transform3D]")));
+    EXPECT_TRUE(
+        m_errors.contains(QStringLiteral("the document names no file with a shape; its structure has 1 places")))
+        << m_errors.toStdString();
+}
+
 TEST_F(ZnimportPlmxmlTest, OtherFilesAndUnreadableDocumentsHaveNoFactsToReport)
 {
     const QString file = path(QStringLiteral("report.json"));

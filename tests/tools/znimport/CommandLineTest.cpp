@@ -34,6 +34,26 @@ TEST(CommandLine, ASettingIsSplitAtItsFirstEqualsSign)
     EXPECT_EQ(line.settings[0].second, QStringLiteral("a=1 b=2"));
 }
 
+TEST(CommandLine, TheStructureAloneIsATreeWithoutPartFiles)
+{
+    const auto [line, error] =
+        parse({"none.plmxml", "--tree-only", "--prefer", "step,jt", "--keep-normalised", "k.plmxml"});
+    ASSERT_FALSE(error);
+    EXPECT_TRUE(line.tree);
+    EXPECT_TRUE(line.treeOnly);
+    ASSERT_EQ(line.settings.size(), 1u);
+    EXPECT_EQ(line.settings[0].first, QStringLiteral("import.PLMXML.referencedFiles"));
+    EXPECT_EQ(line.settings[0].second, QStringLiteral("off"));
+    EXPECT_EQ(line.preferred, (QStringList{QStringLiteral("step"), QStringLiteral("jt")}));
+    EXPECT_EQ(line.keptDocument, QStringLiteral("k.plmxml"));
+}
+
+TEST(CommandLine, OnlyProductStructuresHaveAStructure)
+{
+    EXPECT_EQ(parse({"/dev/null", "--tree-only"}).error,
+              QStringLiteral("--tree-only wants PLMXML documents, and /dev/null is none"));
+}
+
 TEST(CommandLine, AClusterIsAskedForNodesAndAPartition)
 {
     const auto [line, error] = parse({"a.stp", "--cluster", "slurm", "--nodes", "12", "--partition", "night"});

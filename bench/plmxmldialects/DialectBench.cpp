@@ -1,0 +1,92 @@
+#include "bench/plmxmldialects/DialectDocuments.h"
+#include "bench/support/ChildRun.h"
+#include "importer/Importer.h"
+#include "importer/plmxml/Normaliser.h"
+#include "standalone/startup/StandaloneSession.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace
+{
+
+QString write(const QTemporaryDir& folder, const char* name, const std::string& text)
+{
+    QFile file(folder.filePath(QString::fromUtf8(name)));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(text.data(), static_cast<qint64>(text.size()));
+    return file.fileName();
+}
+
+/// The structure alone; part files stay references.
+ChildRun importOf(const QString& file)
+{
+    return runInChild([file] {
+        zn::StandaloneSession session;
+        session.settings().set(QStringLiteral("import.PLMXML.referencedFiles"), QStringLiteral("off"));
+        zn::Importer importer(session);
+        QEventLoop loop;
+        QObject::connect(&importer, &zn::Importer::finished, &loop, &QEventLoop::quit);
+        const double begin = processorSeconds();
+        importer.import({file});
+        loop.exec();
+        return processorSeconds() - begin;
+    });
+}
+
+/// "time_ratio" and "memory_ratio" are what an export of `range(0)` places takes over what the same structure takes in
+/// the form that the loader reads; "growth" is its time over that of a tenth.
+void exportAgainstPlain(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const DialectDocuments large{static_cast<int>(state.range(0))};
+    const DialectDocuments small{large.places / 10};
+    const QString exported = write(folder, "exported.plmxml", large.exported());
+    const QString tenth = write(folder, "tenth.plmxml", small.exported());
+    const QString plain = write(folder, "plain.plmxml", large.plain());
+    for (auto _ : state) {
+        const ChildRun of = importOf(exported);
+        const ChildRun other = importOf(plain);
+        const ChildRun few = importOf(tenth);
+        if (!of.succeeded || !other.succeeded || !few.succeeded)
+            return state.SkipWithError("an import failed");
+        state.SetIterationTime(of.seconds);
+        state.counters["time_ratio"] = of.seconds / other.seconds;
+        state.counters["memory_ratio"] = of.mebibytes / other.mebibytes;
+        state.counters["growth"] = of.seconds / few.seconds;
+    }
+}
+
+/// What it costs to find that a document can be read as it stands: "share" is that part of its import.
+void untouchedDocument(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    const QString plain = write(folder, "plain.plmxml", DialectDocuments{static_cast<int>(state.range(0))}.plain());
+    for (auto _ : state) {
+        const ChildRun whole = importOf(plain);
+        const ChildRun look = runInChild([&plain] {
+            const double begin = processorSeconds();
+            importer::plmxml::normalise(plain, {});
+            return processorSeconds() - begin;
+        });
+        state.SetIterationTime(look.seconds);
+        state.counters["share"] = look.seconds / whole.seconds;
+    }
+}
+
+BENCHMARK(exportAgainstPlain)->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+BENCHMARK(untouchedDocument)->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
