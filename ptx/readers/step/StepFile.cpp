@@ -10,11 +10,14 @@
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/UserAttributes.h"
 
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
+#include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
 
 #include <istream>
 #include <optional>
@@ -93,15 +96,32 @@ private:
     core::Trouble walk()
     {
         begin(core::Stage::ProcessStructure);
-        const LabelTags attributes = userAttributes(m_reader);
+        LabelTags attributes = userAttributes(m_reader);
+        addProductFacts(m_reader, m_document, attributes);
         m_content = occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
-            if (const auto* tags = attributes.Seek(label))
-                product.tags.insert(product.tags.end(), tags->begin(), tags->end());
+            addTags(attributes, label, product.tags);
+            addComponentTags(attributes, label, product);
             if (product.body == model::NoBody && product.children.empty())
                 product.externalNames = m_names->of(label);
         });
         addUnit();
         return std::nullopt;
+    }
+
+    static void addTags(const LabelTags& attributes, const TDF_Label& label, std::vector<std::string>& tags)
+    {
+        if (const auto* more = attributes.Seek(label))
+            tags.insert(tags.end(), more->begin(), more->end());
+    }
+
+    static void addComponentTags(const LabelTags& attributes, const TDF_Label& label, model::Product& product)
+    {
+        TDF_LabelSequence components;
+        if (!product.children.empty())
+            XCAFDoc_ShapeTool::GetComponents(label, components);
+        auto child = product.children.begin();
+        for (const TDF_Label& component : components)
+            addTags(attributes, component, (child++)->tags);
     }
 
     void addUnit()
