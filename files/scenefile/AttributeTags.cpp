@@ -100,8 +100,6 @@ constexpr KnownKey knownKeys[] = {
     {LayerKey, "Layer", readText, ""},
     {MaterialKey, MaterialName, readText, ""},
     {DensityKey, DensityName, readNumber<double>, "g/cm3"},
-    {ExactVolumeKey, ExactVolumeName, readNumber<double>, "mm3"},
-    {ExactAreaKey, ExactAreaName, readNumber<double>, "mm2"},
     {VolumeKey, "Validation volume", readNumber<double>, "mm3"},
     {AreaKey, "Validation area", readNumber<double>, "mm2"},
     {CentroidKey, "Validation centroid", readNumbers, "mm"},

@@ -9,9 +9,9 @@
 /// Attributes in the form of tags, as converters tell them.
 ///
 /// A user attribute is "ptx::attribute::NAME=VALUE" when it is a text, and "ptx::attribute:TYPE::NAME=VALUE" or
-/// "ptx::attribute:TYPE:UNIT::NAME=VALUE" with the type text, integer, real, boolean ("true" or "false"), date (ISO 8601) or
-/// list (line ends between the texts). In name and unit "%25" stands for "%", "%3D" for "=" and "%3A" for ":". The other
-/// keys of ConvertedTree.h that tell of a node become attributes of fixed names.
+/// "ptx::attribute:TYPE:UNIT::NAME=VALUE" with the type text, integer, real, boolean ("true" or "false"), date
+/// (ISO 8601) or list (line ends between the texts). In name and unit "%25" stands for "%", "%3D" for "=" and "%3A" for
+/// ":". The other keys of ConvertedTree.h that tell of a node become attributes of fixed names.
 namespace osg::scenefile::converted
 {
 

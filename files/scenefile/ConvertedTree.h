@@ -33,8 +33,6 @@ inline constexpr char AttributePrefix[] = "ptx::attribute::";  ///< node: a user
 inline constexpr char VolumeKey[] = "ptx::validation::volume"; ///< node: as the CAD system computed it, in mm3
 inline constexpr char AreaKey[] = "ptx::validation::area";     ///< node: the same, in mm2
 inline constexpr char CentroidKey[] = "ptx::validation::centroid"; ///< node: the same, three numbers in mm
-inline constexpr char ExactVolumeKey[] = "ptx::exact::volume";     ///< node: computed by the converter, in mm3
-inline constexpr char ExactAreaKey[] = "ptx::exact::area";         ///< node: the same, in mm2
 inline constexpr char MissingPrefix[] = "ptx::missing=";           ///< node: see MissingPart
 
 /// A part that belongs at a node but is not there.

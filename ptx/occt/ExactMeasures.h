@@ -1,17 +1,14 @@
 #pragma once
 
-#include "ptx/model/Job.h"
 #include "ptx/model/Model.h"
-#include "ptx/occt/meshing/ShapeBody.h"
 
-#include <vector>
+class TopoDS_Shape;
 
 namespace ptx::occt
 {
 
-/// Gives the products of `model` what their shapes measure, by their exact surfaces, as tags: the area of all faces, and
-/// the volume where there are solids. Does nothing unless the settings of `job` ask for it. `shapes` are in the order of
-/// the bodies. A shape that OCCT cannot measure becomes a warning.
-void addExactMeasures(const std::vector<meshing::ShapeBody>& shapes, const model::Job& job, model::Model& model);
+/// The area of all faces of `shape` and the volume of its solids, by their exact surfaces. The shape should be healed:
+/// faces without sound boundaries measure anything.
+model::ExactMeasures exactMeasures(const TopoDS_Shape& shape);
 
 } // namespace ptx::occt

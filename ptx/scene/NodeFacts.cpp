@@ -42,6 +42,14 @@ osg::AttributeList bounded(osg::AttributeList attributes)
     return attributes;
 }
 
+void addMeasures(const model::ExactMeasures& measures, osg::AttributeList& attributes)
+{
+    if (measures.area > 0)
+        attributes.push_back({ExactAreaName, measures.area, "mm2"});
+    if (measures.volume > 0)
+        attributes.push_back({ExactVolumeName, measures.volume, "mm3"});
+}
+
 } // namespace
 
 void NodeFacts::addTo(const osg::NodePtr& node, const model::Occurrence& occurrence)
@@ -67,7 +75,10 @@ const NodeFacts::ProductFacts& NodeFacts::factsOf(std::size_t product)
     facts->tags = m_model.products[product].tags;
     if (const std::string& name = m_model.products[product].name; !name.empty())
         facts->tags.insert(facts->tags.begin(), tag(ProductKey, name));
-    if (osg::AttributeList attributes = bounded(takeAttributes(facts->tags)); !attributes.empty())
+    osg::AttributeList attributes = bounded(takeAttributes(facts->tags));
+    if (const std::size_t body = m_model.products[product].body; body < m_model.bodies.size())
+        addMeasures(m_model.bodies[body].measures, attributes);
+    if (!attributes.empty())
         facts->attributes = osg::AttributeAttachment::create(std::move(attributes));
     return *facts;
 }

@@ -2,7 +2,6 @@
 
 #include "protocol/Formats.h"
 #include "ptx/core/TimedProgress.h"
-#include "ptx/occt/ExactMeasures.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/PartMesher.h"
@@ -70,7 +69,6 @@ core::Outcome<model::Model> readBrep(const model::Job& job)
     if (!occt::meshing::hasGeometry(shapes[0].shape))
         return core::Failure{core::ExitCode::NothingToImport,
                              "the file is a BREP file, but its shape has no faces or edges"};
-    occt::addExactMeasures(shapes, job, model);
     core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(shapes), job);
     if (!bodies)
         return bodies.failure();

@@ -6,7 +6,6 @@
 #include "ptx/occt/LooseFaces.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctProgress.h"
-#include "ptx/occt/ExactMeasures.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/PartMesher.h"
 
@@ -92,7 +91,6 @@ core::Outcome<model::Model> readIges(const model::Job& job)
     if (const std::size_t count =
             occt::mergeLooseFaces(content.value(), std::filesystem::path(job.input).stem().string()))
         job.log.info(std::to_string(count) + " loose surfaces and curves become one part");
-    occt::addExactMeasures(content.value().shapes, job, content.value().model);
     core::Outcome<std::vector<model::Body>> bodies =
         occt::meshParts(std::move(content.value().shapes), job, occt::Loose::Stitch);
     if (!bodies)

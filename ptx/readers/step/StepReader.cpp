@@ -1,7 +1,6 @@
 #include "ptx/readers/step/StepReader.h"
 
 #include "protocol/Formats.h"
-#include "ptx/occt/ExactMeasures.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/PartMesher.h"
 #include "ptx/readers/step/PartReferences.h"
@@ -48,7 +47,6 @@ core::Outcome<model::Model> readStep(const model::Job& job)
         return *trouble;
     if (content.value().shapes.empty() && model.references.empty())
         return nothingToImport(job.input, "it holds no solids, surfaces or curves");
-    occt::addExactMeasures(content.value().shapes, job, model);
     core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(content.value().shapes), job);
     if (!bodies)
         return bodies.failure();

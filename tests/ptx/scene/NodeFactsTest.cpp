@@ -66,6 +66,17 @@ TEST(NodeFacts, AnOccurrenceKeepsTheNameThatItsNodeDoesNotBear)
               (AttributeList{{"Occurrence", std::string("NAUO3")}}));
 }
 
+TEST(NodeFacts, ExactMeasuresOfTheBodyAreThoseOfTheProduct)
+{
+    Model model;
+    model.products.push_back({"", {}, 0, NoAppearance, {}, {}});
+    model.bodies.push_back({{}, {22.5, 6.25}});
+    const NodeRef node(osg::Node::create());
+    NodeFacts(model).addTo(node.get(), occurrence(""));
+    EXPECT_EQ(osg::attributesOf(node.get(), AttributeOwner::Product),
+              (AttributeList{{"Exact area", 22.5, "mm2"}, {"Exact volume", 6.25, "mm3"}}));
+}
+
 TEST(NodeFacts, WhatIsTooMuchIsCutAndCounted)
 {
     Model model;
