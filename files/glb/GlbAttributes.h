@@ -32,8 +32,9 @@ private:
 /// The members of the extras of `material`.
 std::string materialMembers(const osg::MaterialPtr& material);
 
-/// Attributes as one JSON object. Texts and dates become strings, numbers numbers, a list an object with its texts under
-/// "value", a real with a unit one with "value" and "unit". A name that occurs several times has a list of its values.
+/// Attributes as one JSON object. Texts and dates become strings, numbers numbers, a list an object with its texts
+/// under "value", a real with a unit one with "value" and "unit". A name that occurs several times has a list of its
+/// values.
 std::string attributesText(const osg::AttributeList& attributes);
 
 /// The text of `json` with `members` among its extras.

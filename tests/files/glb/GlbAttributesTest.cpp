@@ -61,8 +61,10 @@ TEST_F(GlbAttributesTest, ProductsStandOnceAndNodesReferToThem)
     const GlbFile file = written();
     EXPECT_EQ(file.json["extras"], json::parse(R"({"products": [{"Product": "wheel"}]})"));
     EXPECT_FALSE(file.json["nodes"][0].contains("extras"));
-    EXPECT_EQ(file.json["nodes"][1]["extras"], json::parse(R"({"product": 0, "attributes": {"Side": "left"}})"));
-    EXPECT_EQ(file.json["nodes"][3]["extras"], json::parse(R"({"product": 0, "attributes": {"Side": "spare"}})"));
+    EXPECT_EQ(file.json["nodes"][1]["extras"],
+              json::parse(R"({"product": 0, "step": "left@wheel", "attributes": {"Side": "left"}})"));
+    EXPECT_EQ(file.json["nodes"][3]["extras"],
+              json::parse(R"({"product": 0, "step": "spare@wheel", "attributes": {"Side": "spare"}})"));
 }
 
 TEST_F(GlbAttributesTest, MaterialsHaveTheirOwn)
