@@ -17,6 +17,7 @@ find_package(assimp 5.2 REQUIRED)
 find_package(TinyGLTF 2.7 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(embree 3.13 REQUIRED)
+find_package(pugixml 1.13 REQUIRED)
 include(ZnOpenCascade)
 
 if(ZN_BUILD_TESTS)

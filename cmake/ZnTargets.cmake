@@ -80,7 +80,7 @@ function(zn_test name)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
   endif()
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60
-    PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT ${ARG_TIMEOUT})
+    PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT XDG_STATE_HOME=${PROJECT_BINARY_DIR}/test-state)
 endfunction()
 
 # zn_bench(NAME SOURCES ... LIBS ...): one Google Benchmark program.

@@ -40,10 +40,22 @@ void ConversionProgress::watch(const QString& file)
 {
     if (!m_watcher) {
         m_watcher = std::make_unique<QFileSystemWatcher>();
-        QObject::connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, m_changed);
+        QObject::connect(m_watcher.get(), &QFileSystemWatcher::fileChanged,
+                         [this](const QString& changed) { fileChanged(changed); });
     }
     writeSeed(file);
     m_watcher->addPath(file);
+}
+
+/// A watch holds on to the file that it was begun with, so it begins anew for the one that has the name now; and before
+/// that is read, so that no change falls in between. Whoever hears of the change may destroy this.
+void ConversionProgress::fileChanged(const QString& file)
+{
+    m_watcher->removePath(file);
+    if (QFile::exists(file))
+        m_watcher->addPath(file);
+    const std::function<void()> changed = m_changed;
+    changed();
 }
 
 void ConversionProgress::unwatch(const QString& file)

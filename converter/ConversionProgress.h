@@ -27,7 +27,8 @@ Progress readProgress(const QString& file);
 class ConversionProgress
 {
 public:
-    /// `changed` is called whenever a watched file has changed, from the event loop.
+    /// `changed` is called whenever the watched file has changed, from the event loop. A converter may write over the
+    /// file, or put another in its place by renaming it.
     explicit ConversionProgress(std::function<void()> changed);
     ConversionProgress(const ConversionProgress&) = delete;
     ConversionProgress& operator=(const ConversionProgress&) = delete;
@@ -41,6 +42,8 @@ public:
     void release(const QString& file);
 
 private:
+    void fileChanged(const QString& file);
+
     std::function<void()> m_changed;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
 };

@@ -7,7 +7,7 @@
 namespace conversion
 {
 
-void startLegacyUpdate(const QString& inputFile, const QString& outputDir,
+void startLegacyUpdate(znProcessJob& job, const QString& inputFile, const QString& outputDir,
                        std::function<void(const std::string& updatedFile)> ended)
 {
     std::string updatedFile;
@@ -18,6 +18,7 @@ void startLegacyUpdate(const QString& inputFile, const QString& outputDir,
         ended(znFile::exists(updatedFile, false, false) ? updatedFile : std::string());
         update->deleteLater();
     });
+    update->workFor(job);
     update->run();
 }
 

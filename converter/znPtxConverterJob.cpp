@@ -31,11 +31,28 @@ znPtxConverterJob::znPtxConverterJob(const QString& input, const QString& output
 
 znPtxConverterJob::~znPtxConverterJob()
 {
+    endProcess();
     m_progress.reset();
     znFile::remove(m_tempFile.toStdString());
     if (m_state == znCADFileTypes::JobSucceeded)
-        znFile::remove(logFile());
+        removeLogs();
     znFile::remove(m_legacyFile);
+}
+
+/// Nobody is left who could write a file anew that the destructor removes, and nobody hears of it: the job is past it.
+void znPtxConverterJob::endProcess()
+{
+    if (!m_process)
+        return;
+    m_process->blockSignals(true);
+    m_process->close();
+}
+
+void znPtxConverterJob::removeLogs() const
+{
+    znFile::remove(logFile());
+    for (const std::string& log : m_formerLogs)
+        znFile::remove(log);
 }
 
 bool znPtxConverterJob::isMechanorJob() const
@@ -60,8 +77,18 @@ bool znPtxConverterJob::wantsExternalParts() const
     return m_isAssembly && !m_convertEntireAssembly && !inlineAll;
 }
 
+/// The progress file stands for the output's name, which is free once it is gone: the next command may have it again.
+void znPtxConverterJob::giveOutputNameBack()
+{
+    if (m_outputFile.isEmpty())
+        return;
+    znFile::remove(m_tempFile.toStdString());
+    m_formerLogs.insert(logFile());
+}
+
 void znPtxConverterJob::updateProcessCommand()
 {
+    giveOutputNameBack();
     const auto [command, outputFile] =
         znPtxHelper::createProcessCommand(m_inputFile.toStdString(), wantsExternalParts(), m_outputDir.toStdString());
     m_command = QString::fromUtf8(command.c_str());
@@ -158,7 +185,7 @@ void znPtxConverterJob::updateLegacyFile()
 {
     m_progress->unwatch(m_tempFile);
     Q_EMIT progressChanged(0, tr("Updating Legacy Stylar File"));
-    conversion::startLegacyUpdate(m_inputFile, m_outputDir, [this](const std::string& updatedFile) {
+    conversion::startLegacyUpdate(*this, m_inputFile, m_outputDir, [this](const std::string& updatedFile) {
         if (updatedFile.empty())
             znAbstractJob::finish();
         else
@@ -169,8 +196,10 @@ void znPtxConverterJob::updateLegacyFile()
 /// The command and the output come from the updated file, but the job goes on telling the caller's file as its input.
 void znPtxConverterJob::runOnLegacyFile(const std::string& convertedFile)
 {
-    if (m_legacyFile != convertedFile)
+    if (m_legacyFile != convertedFile) {
+        znFile::remove(m_legacyFile);
         m_legacyFile = convertedFile;
+    }
     znFile::remove(m_tempFile.toStdString());
     const QString callersFile = m_inputFile;
     m_inputFile = QString::fromUtf8(convertedFile.c_str());

@@ -4,6 +4,7 @@
 #include "import/ImportExport.h"
 
 #include <memory>
+#include <set>
 #include <string>
 
 namespace conversion
@@ -18,8 +19,12 @@ class ConversionProgress;
 /// When it has ended, the exit code decides: the job ends, runs again with the parts inlined, or has an old Stylar file
 /// updated first and runs on the result. `finished` follows the last of these runs.
 ///
-/// Of the job's files the destructor removes the progress file, the updated file, and after a success the log. The
-/// output file stays. A job must not be destroyed while an update process of it runs, unless through its queue.
+/// The destructor ends a converter that still runs. Then it removes the progress file, the updated file, and after a
+/// success the logs of all runs; after a failure they stay for the user to read. The output file stays. A job must not
+/// be destroyed while an update process of it runs, unless through its queue.
+///
+/// The progress file lies beside the output from the moment that the command is made until the job is destroyed, so a
+/// host can tell by it that the output's name is taken.
 class ZN_IMPORT_EXPORT znPtxConverterJob : public znProcessJob
 {
     Q_OBJECT
@@ -57,6 +62,9 @@ private Q_SLOTS:
 private:
     void updateProcessCommand();
     bool wantsExternalParts() const;
+    void giveOutputNameBack();
+    void endProcess();
+    void removeLogs() const;
 
     void createTmpFileWatcher();
     void reportProgress();
@@ -76,4 +84,5 @@ private:
     bool m_isAssembly;
     bool m_convertEntireAssembly = false;
     int m_lastProgress = -1;
+    std::set<std::string> m_formerLogs; ///< of the runs before the present one
 };

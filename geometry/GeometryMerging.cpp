@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <unordered_set>
 
 namespace geometry
 {
@@ -97,16 +98,36 @@ osg::GeometryPtr mergedGeometry(const Companions& companions)
     return result;
 }
 
-void replace(const Companions& companions, const osg::GeometryPtr& merged)
+/// The nodes that are left over, and the parents that they are to be taken out of, each once.
+class Leftovers
 {
-    const osg::NodePtr first = companions.front();
-    const osg::NodePtr parent = first->getParent();
-    osg::exchangeCore(first, merged);
-    osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-    for (std::size_t i = 1; i < companions.size(); ++i)
-        parent->subChild(companions[i]);
-    osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
-}
+public:
+    void add(const Companions& companions)
+    {
+        for (std::size_t i = 1; i < companions.size(); ++i)
+            m_nodes.insert(companions[i].get());
+        const osg::NodePtr parent = companions.front()->getParent();
+        if (m_known.insert(parent.get()).second)
+            m_parents.push_back(parent);
+    }
+
+    /// Goes through the children of each parent once, in their order: a search for each node would walk back and forth.
+    void takeOut() const
+    {
+        for (const osg::NodePtr& parent : m_parents) {
+            osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+            for (unsigned i = parent->getNChildren(); i-- > 0;)
+                if (const osg::NodePtr child = parent->getChild(i); m_nodes.contains(child.get()))
+                    parent->subChild(child);
+            osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
+        }
+    }
+
+private:
+    std::unordered_set<const osg::Node*> m_nodes;
+    std::unordered_set<const osg::Node*> m_known;
+    std::vector<osg::NodePtr> m_parents;
+};
 
 } // namespace
 
@@ -116,15 +137,20 @@ void mergeGeometry(const osg::NodePtr& root)
     for (const osg::NodePtr& node : parentsFirst(root))
         for (Companions& companions : companionsBelow(node))
             all[signatureOf(companions)].push_back(std::move(companions));
+    Leftovers leftovers;
     for (auto& [signature, places] : all) {
         dropUsedElsewhere(places);
         if (places.front().size() < 2)
             continue;
         const osg::GeometryPtr merged = mergedGeometry(places.front());
-        for (const Companions& companions : places)
-            if (merged)
-                replace(companions, merged);
+        if (!merged)
+            continue;
+        for (const Companions& companions : places) {
+            osg::exchangeCore(companions.front(), merged);
+            leftovers.add(companions);
+        }
     }
+    leftovers.takeOut();
 }
 
 } // namespace geometry

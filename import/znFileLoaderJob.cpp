@@ -80,6 +80,8 @@ void znFileLoaderJob::createSmartReference(const osg::NodePtr& place)
 void znFileLoaderJob::load(const osg::NodePtr& place)
 {
     m_state = stateOf(znFileIO::load({m_file}, place, znScenegraph::isEmpty(), false, m_loadBehavior));
-    if (m_state == znCADFileTypes::JobSucceeded)
-        m_loadedNode = znFileIO::getLoadedGeometriesList().back().getNode();
+    if (m_state != znCADFileTypes::JobSucceeded)
+        return;
+    const std::vector<znFileIO::loadedS>& list = znFileIO::getLoadedGeometriesList();
+    m_loadedNode = list.empty() ? osg::NodePtr() : list.back().getNode();
 }

@@ -1,5 +1,6 @@
 #include "importer/ConvertedRoad.h"
 
+#include "importer/FailureReason.h"
 #include "importer/MissingParts.h"
 #include "importer/PartImports.h"
 #include "loader/znPtxLoaderJob.h"
@@ -15,6 +16,10 @@ ConvertedRoad::ConvertedRoad(const zn::ImportRequest& request)
     : ImportRoad(request), m_file(QFileInfo(request.file).absoluteFilePath())
 {
     m_queue.setDeleteFinishedOrFailedJobs(true);
+    connect(&m_conversions, &znJobQueue::jobQueueEmpty, this, [this] {
+        if (!m_loads)
+            queueEmpty();
+    });
     connect(&m_queue, &znJobQueue::jobQueueEmpty, this, &ConvertedRoad::queueEmpty);
     connect(&m_optimization, &TreeOptimization::progressChanged, this, &ImportRoad::progressChanged);
     connect(&m_optimization, &TreeOptimization::ended, this, [this] { m_optimization.tellOutcome(m_result); });
@@ -22,18 +27,18 @@ ConvertedRoad::ConvertedRoad(const zn::ImportRequest& request)
 
 void ConvertedRoad::start()
 {
-    m_converter = new znPtxConverterJob(m_file, QString(), &m_queue);
+    m_converter = new znPtxConverterJob(m_file, QString(), &m_conversions);
     connect(m_converter, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Starting")); });
     connect(m_converter, &znAbstractJob::progressChanged, this, &ImportRoad::progressChanged);
     connect(m_converter, &znPtxConverterJob::outputFileReady, this, &ConvertedRoad::converted);
     connect(m_converter, &znAbstractJob::finished, this, &ConvertedRoad::conversionEnded);
-    m_queue.addJob(m_converter);
-    m_queue.startProcessing();
+    m_conversions.addJob(m_converter);
+    m_conversions.startProcessing();
 }
 
 void ConvertedRoad::abortJobs()
 {
-    m_queue.abortAllJobs();
+    (m_loads ? m_queue : m_conversions).abortAllJobs();
 }
 
 void ConvertedRoad::converted(const QString& file)
@@ -47,8 +52,7 @@ void ConvertedRoad::conversionEnded(znCADFileTypes::JobState state)
     if (state == znCADFileTypes::JobSucceeded && m_convertedFile.isEmpty())
         m_result.state = znCADFileTypes::JobFailed;
     if (m_result.state == znCADFileTypes::JobFailed) {
-        const QString reason = m_converter->getErrorText();
-        m_result.error = m_file + QStringLiteral(": ") + (reason.isEmpty() ? tr("the conversion failed") : reason);
+        m_result.error = m_file + QStringLiteral(": ") + failureReason(*m_converter);
         return;
     }
     load();
@@ -56,6 +60,7 @@ void ConvertedRoad::conversionEnded(znCADFileTypes::JobState state)
 
 void ConvertedRoad::load()
 {
+    m_loads = true;
     auto* const job = new znPtxLoaderJob(m_convertedFile, m_file);
     job->setParent(&m_queue);
     auto* const parts = new PartImports(*job);
@@ -63,6 +68,7 @@ void ConvertedRoad::load()
     connect(parts, &PartImports::changed, this, [this, parts] { reportParts(*parts); });
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { loaded(*job, *parts); });
     m_queue.addJob(job);
+    m_queue.startProcessing();
 }
 
 void ConvertedRoad::reportParts(const PartImports& parts)

@@ -36,10 +36,12 @@ private:
     void queueEmpty();
 
     QString m_file;
+    znJobQueue m_conversions; ///< keeps the job, and with it the name of its output, as long as that is in use
     znJobQueue m_queue;
     TreeOptimization m_optimization;
     QPointer<znPtxConverterJob> m_converter;
     QString m_convertedFile;
+    bool m_loads = false; ///< the conversion has ended and was not the last job
 };
 
 } // namespace importer

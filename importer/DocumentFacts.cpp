@@ -1,23 +1,21 @@
 #include "importer/DocumentFacts.h"
 
 #include "cad/xml/CADDocument.h"
-#include "cad/xml/CADGrammar.h"
-#include "cad/xml/CADReference.h"
-#include "importer/ElementWalk.h"
+#include "cad/xml/CADInstance.h"
+#include "cad/xml/CADInstanceGraph.h"
+#include "cad/xml/CADMaterial.h"
+#include "cad/xml/CADOccurrence.h"
+#include "cad/xml/CADPart.h"
+#include "cad/xml/CADProductView.h"
+#include "cad/xml/CADRepresentation.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 #include <QUrl>
 
-#include <algorithm>
-#include <array>
 #include <exception>
 #include <string>
-#include <string_view>
-
-#include <tinyxml.h>
 
 using namespace HB::XML::CAD;
 
@@ -27,95 +25,7 @@ namespace importer
 namespace
 {
 
-/// An element that an import takes.
-struct ElementKind {
-    std::string_view name;
-    std::size_t DocumentFacts::*count; ///< null for those that are not counted
-};
-
-constexpr std::array<ElementKind, 10> elementKinds = {{
-    {"InstanceGraph", nullptr},
-    {"Instance", &DocumentFacts::instances},
-    {"ProductInstance", &DocumentFacts::instances},
-    {"Part", &DocumentFacts::parts},
-    {"ProductRevisionView", &DocumentFacts::parts},
-    {"Representation", nullptr},
-    {"CompoundRep", nullptr},
-    {"Material", &DocumentFacts::materials},
-    {"ProductView", nullptr},
-    {"Occurrence", &DocumentFacts::occurrences},
-}};
-
-bool leadsToInstance(const CADDocument& document, std::string_view reference)
-{
-    return document.findInstance(reference);
-}
-bool leadsToRoot(const CADDocument& document, std::string_view reference)
-{
-    return document.findInstance(reference) || document.findPart(reference);
-}
-bool leadsToPart(const CADDocument& document, std::string_view reference)
-{
-    return document.findPart(reference);
-}
-bool leadsToTransform(const CADDocument& document, std::string_view reference)
-{
-    return document.findTransform(reference);
-}
-bool leadsToMaterial(const CADDocument& document, std::string_view reference)
-{
-    return document.findMaterial(reference);
-}
-bool leadsToRepresentation(const CADDocument& document, std::string_view reference)
-{
-    return document.findRepresentation(reference);
-}
-bool leadsToOccurrence(const CADDocument& document, std::string_view reference)
-{
-    return document.findOccurrence(reference);
-}
-
-/// How references of a kind are looked up; null for values that are none.
-auto lookUpFor(CADValue value) -> bool (*)(const CADDocument& document, std::string_view reference)
-{
-    switch (value) {
-    case CADValue::Instances:
-        return leadsToInstance;
-    case CADValue::Roots:
-        return leadsToRoot;
-    case CADValue::Part:
-        return leadsToPart;
-    case CADValue::Representations:
-        return leadsToRepresentation;
-    case CADValue::Transform:
-        return leadsToTransform;
-    case CADValue::Material:
-        return leadsToMaterial;
-    case CADValue::Occurrences:
-        return leadsToOccurrence;
-    case CADValue::Plain:
-    case CADValue::Unused:
-        break;
-    }
-    return nullptr;
-}
-
-/// Null for an element that an import skips together with what is in it, or that says nothing of parts and places.
-const ElementKind* kindOf(const TiXmlElement& element)
-{
-    const TiXmlElement* const parent = element.Parent()->ToElement();
-    const auto kind = std::find_if(elementKinds.begin(), elementKinds.end(),
-                                   [&element](const ElementKind& each) { return each.name == element.ValueTStr(); });
-    return kind != elementKinds.end() && parent && takesChild(parent->ValueTStr(), kind->name) ? &*kind : nullptr;
-}
-
-QString text(const TiXmlElement& element, const char* attribute)
-{
-    const char* const value = element.Attribute(attribute);
-    return QString::fromUtf8(value ? value : "");
-}
-
-/// Counts the elements of one document.
+/// Counts what the model has of one document, and follows its references as an import does.
 class Survey
 {
 public:
@@ -124,30 +34,86 @@ public:
     {
     }
 
-    /// False for an element that is skipped.
-    bool take(const TiXmlElement& element)
+    DocumentFacts take()
     {
-        if (element.ValueTStr() == "ProductDef")
-            return true;
-        const ElementKind* const kind = kindOf(element);
-        if (!kind)
-            return false;
-        if (kind->count)
-            ++(m_facts.*kind->count);
-        noteFile(text(element, "location"));
-        for (const CADAttributeRule& attribute : findElementRule(kind->name)->attributes)
-            follow(element, attribute);
-        return true;
-    }
-
-    DocumentFacts facts() const
-    {
-        DocumentFacts facts = m_facts;
-        facts.files = static_cast<std::size_t>(m_files.size());
-        return facts;
+        for (const CADOrigin& origin : m_document.getOrigins()) {
+            m_origin = &origin;
+            count(*origin.element);
+        }
+        m_facts.files = static_cast<std::size_t>(m_files.size());
+        return m_facts;
     }
 
 private:
+    void count(const CADBase& element)
+    {
+        if (const auto* graph = dynamic_cast<const CADInstanceGraph*>(&element))
+            follow(*graph);
+        else if (const auto* instance = dynamic_cast<const CADInstance*>(&element))
+            follow(*instance);
+        else if (const auto* part = dynamic_cast<const CADPart*>(&element))
+            follow(*part);
+        else if (const auto* representation = dynamic_cast<const CADRepresentation*>(&element))
+            follow(*representation);
+        else if (const auto* view = dynamic_cast<const CADProductView*>(&element))
+            followAll("rootRefs", view->getRootRefs(), &CADDocument::findOccurrence);
+        else if (const auto* occurrence = dynamic_cast<const CADOccurrence*>(&element))
+            follow(*occurrence);
+        else if (dynamic_cast<const CADMaterial*>(&element))
+            ++m_facts.materials;
+    }
+
+    void follow(const CADInstanceGraph& graph)
+    {
+        for (const std::string& root : graph.getRootRefs())
+            if (!m_document.findInstance(root) && !m_document.findPart(root))
+                noteDangling("rootRefs", root);
+    }
+
+    void follow(const CADInstance& instance)
+    {
+        ++m_facts.instances;
+        follow("partRef", instance.getPartRef(), &CADDocument::findPart);
+        follow("materialRef", instance.getMaterialRef(), &CADDocument::findMaterial);
+        follow("transformRef", instance.getTransformRef(), &CADDocument::findTransform);
+    }
+
+    void follow(const CADPart& part)
+    {
+        ++m_facts.parts;
+        followAll("instanceRefs", part.getInstanceRefs(), &CADDocument::findInstance);
+        followAll("representationRefs", part.getRepresentationRefs(), &CADDocument::findRepresentation);
+    }
+
+    void follow(const CADRepresentation& representation)
+    {
+        noteFile(QString::fromStdString(representation.getLocation()));
+        follow("transformRef", representation.getTransformRef(), &CADDocument::findTransform);
+    }
+
+    void follow(const CADOccurrence& occurrence)
+    {
+        ++m_facts.occurrences;
+        follow("materialRef", occurrence.getMaterialRef(), &CADDocument::findMaterial);
+        follow("transformRef", occurrence.getTransformRef(), &CADDocument::findTransform);
+        followAll("instanceRefs", occurrence.getInstanceRefs(), &CADDocument::findInstance);
+        followAll("occurrenceRefs", occurrence.getOccurrenceRefs(), &CADDocument::findOccurrence);
+    }
+
+    template <class Find>
+    void follow(const char* attribute, const std::string& reference, Find find)
+    {
+        if (!reference.empty() && !(m_document.*find)(reference))
+            noteDangling(attribute, reference);
+    }
+
+    template <class Find>
+    void followAll(const char* attribute, const std::vector<std::string>& references, Find find)
+    {
+        for (const std::string& reference : references)
+            follow(attribute, reference, find);
+    }
+
     void noteFile(const QString& location)
     {
         if (location.isEmpty())
@@ -156,61 +122,36 @@ private:
         m_files.insert(QDir::cleanPath(m_folder.absoluteFilePath(name)));
     }
 
-    void follow(const TiXmlElement& element, const CADAttributeRule& attribute)
-    {
-        const auto leads = lookUpFor(attribute.value);
-        if (!leads)
-            return;
-        const char* const value = element.Attribute(std::string(attribute.name).c_str());
-        std::vector<std::string> targets;
-        splitRefList(value ? value : "", targets);
-        for (const std::string& target : targets)
-            if (!leads(m_document, target))
-                noteDangling(element, attribute.name, target);
-    }
-
-    void noteDangling(const TiXmlElement& element, std::string_view attribute, const std::string& target)
+    /// A generated id is none of the document's.
+    void noteDangling(const char* attribute, const std::string& target)
     {
         ++m_facts.danglingCount;
         if (m_facts.dangling.size() >= DocumentFacts::maxDangling)
             return;
-        m_facts.dangling.push_back({QString::fromUtf8(element.Value()), text(element, "id"),
-                                    QString::fromStdString(std::string(attribute)), QString::fromStdString(target),
-                                    element.Row()});
+        const QString id = m_origin->hasId ? QString::fromStdString(m_origin->element->getId()) : QString();
+        m_facts.dangling.push_back({QString::fromStdString(m_origin->name), id, QString::fromLatin1(attribute),
+                                    QString::fromStdString(target), m_origin->place.line});
     }
 
     const CADDocument& m_document;
     QDir m_folder;
+    const CADOrigin* m_origin = nullptr; ///< of the element that is being counted
     DocumentFacts m_facts;
     QSet<QString> m_files;
 };
-
-bool load(CADDocument& document, const QString& file)
-{
-    try {
-        document.load(file.toStdString());
-    } catch (const std::exception&) {
-        return false;
-    }
-    return true;
-}
 
 } // namespace
 
 std::optional<DocumentFacts> readDocumentFacts(const QString& file)
 {
     CADDocument document;
-    QFile source(file);
-    if (!load(document, file) || !source.open(QIODevice::ReadOnly))
+    document.setKeepsPlaces(true);
+    try {
+        document.load(file.toStdString());
+    } catch (const std::exception&) {
         return std::nullopt;
-    // The model has let the text pass, so the parser takes it.
-    TiXmlDocument xml;
-    xml.Parse(source.readAll().constData(), nullptr, TIXML_DEFAULT_ENCODING);
-    const TiXmlElement* const root = xml.RootElement();
-    Survey survey(document, file);
-    if (const TiXmlElement* product = root ? root->FirstChildElement("ProductDef") : nullptr)
-        walkElements(*product, [&survey](const TiXmlElement& element) { return survey.take(element); });
-    return survey.facts();
+    }
+    return Survey(document, file).take();
 }
 
 } // namespace importer

@@ -1,19 +1,14 @@
 #include "importer/DocumentFault.h"
 
-#include "cad/xml/CADNumbers.h"
-#include "cad/xml/XMLTextScan.h"
-#include "importer/ElementWalk.h"
+#include "cad/xml/CADDocument.h"
+#include "cad/xml/CADFault.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <exception>
 #include <optional>
-#include <vector>
-
-#include <tinyxml.h>
 
 using namespace HB::XML::CAD;
 
@@ -36,9 +31,9 @@ QString scanReason(XMLFault fault)
     case XMLFault::EmbeddedNul:
         return Texts::tr("there is a zero byte in the text");
     case XMLFault::TooDeep:
-        return Texts::tr("the elements are nested too deeply");
+        return Texts::tr("elements stand more than %1 inside one another").arg(XMLLimits().depth);
     case XMLFault::TooManyAttributes:
-        return Texts::tr("an element has too many attributes");
+        return Texts::tr("an element has more than %1 attributes").arg(XMLLimits().attributes);
     case XMLFault::CutOff:
         return Texts::tr("the document is cut off");
     case XMLFault::StrayEndTag:
@@ -51,62 +46,46 @@ QString scanReason(XMLFault fault)
     return {};
 }
 
-/// Columns count bytes, as the parser's do for lines of plain letters.
-DocumentFault faultAt(const QByteArray& text, std::size_t position, const QString& reason)
+QString rootReason(const std::string& name)
 {
-    const int end = static_cast<int>(std::min<std::size_t>(position, static_cast<std::size_t>(text.size())));
-    const QByteArray before = text.left(end);
-    return {reason, before.count('\n') + 1, end - (before.lastIndexOf('\n') + 1) + 1};
+    return name.empty() ? Texts::tr("the document is empty")
+                        : Texts::tr("the document begins with the element %1, not with PLMXML")
+                              .arg(QString::fromStdString(name));
 }
 
-DocumentFault faultOf(const TiXmlBase& place, const QString& reason)
+QString reasonOf(const CADFault& fault)
 {
-    return {reason, place.Row(), place.Column()};
-}
-
-std::optional<DocumentFault> numberFault(const TiXmlElement& transform)
-{
-    for (const TiXmlNode* child = transform.FirstChild(); child; child = child->NextSibling()) {
-        const TiXmlText* text = child->ToText();
-        std::vector<float> values;
-        try {
-            if (text)
-                parseTransformValues(text->Value(), values);
-        } catch (const std::exception&) {
-            const QString where = QString::number(values.size() + 1);
-            return faultOf(*text, Texts::tr("value %1 of a Transform is not a number that fits").arg(where));
-        }
+    switch (fault.cause) {
+    case CADFault::Cause::Unreadable:
+        return Texts::tr("the file cannot be read");
+    case CADFault::Cause::Text:
+        return scanReason(fault.text);
+    case CADFault::Cause::Syntax:
+        return QString::fromStdString(fault.words);
+    case CADFault::Cause::Root:
+        return rootReason(fault.words);
+    case CADFault::Cause::Transform:
+        return Texts::tr("value %1 of a Transform is not a number that fits").arg(fault.value);
+    case CADFault::Cause::Material:
+        return Texts::tr("the attribute %1 of a Material has a word among its numbers")
+            .arg(QString::fromStdString(fault.words));
     }
-    return std::nullopt;
+    return {};
 }
 
-std::optional<DocumentFault> contentFault(const TiXmlElement& root)
+/// As the model sees it, which is what an import asks.
+std::optional<DocumentFault> faultIn(const QString& file)
 {
-    if (root.ValueTStr() != "PLMXML")
-        return faultOf(
-            root,
-            Texts::tr("the document begins with the element %1, not with PLMXML").arg(QString::fromUtf8(root.Value())));
-    std::optional<DocumentFault> fault;
-    if (const TiXmlElement* product = root.FirstChildElement("ProductDef"))
-        walkElements(*product, [&fault](const TiXmlElement& element) {
-            if (!fault && element.ValueTStr() == "Transform")
-                fault = numberFault(element);
-            return !fault;
-        });
-    return fault;
-}
-
-std::optional<DocumentFault> faultIn(const QByteArray& text)
-{
-    const XMLVerdict verdict = scanXMLText({text.constData(), static_cast<std::size_t>(text.size())}, {});
-    if (verdict.fault != XMLFault::None)
-        return faultAt(text, verdict.position, scanReason(verdict.fault));
-    TiXmlDocument xml;
-    xml.Parse(text.constData(), nullptr, TIXML_DEFAULT_ENCODING);
-    if (const TiXmlElement* root = xml.RootElement(); root && !xml.Error())
-        return contentFault(*root);
-    const QString reason = xml.Error() ? QString::fromUtf8(xml.ErrorDesc()) : Texts::tr("the document is empty");
-    return DocumentFault{reason, std::max(xml.ErrorRow(), 1), std::max(xml.ErrorCol(), 1)};
+    CADDocument document;
+    document.setKeepsPlaces(true);
+    try {
+        document.load(file.toStdString());
+        return std::nullopt;
+    } catch (const std::exception&) {
+        const std::optional<CADFault>& fault = document.getFault();
+        return fault ? DocumentFault{reasonOf(*fault), fault->place.line, fault->place.column}
+                     : DocumentFault{Texts::tr("there is not enough memory for the document")};
+    }
 }
 
 } // namespace
@@ -120,7 +99,8 @@ std::optional<DocumentFault> findDocumentFault(const QString& file)
     QFile document(file);
     if (!document.open(QIODevice::ReadOnly))
         return DocumentFault{Texts::tr("the file cannot be read: %1").arg(document.errorString())};
-    return faultIn(document.readAll());
+    document.close();
+    return faultIn(file);
 }
 
 QString describe(const QString& file, const DocumentFault& fault)

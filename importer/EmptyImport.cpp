@@ -38,10 +38,16 @@ bool leadsSomewhere(const osg::NodePtr& node)
     return (reference && reference->getState() != read) || osg::fcCast<osg::UberCamera>(node->getCore());
 }
 
-/// A document's tree has a node for each graph that is no place.
-std::size_t placesOf(const QString& file, const osg::NodePtr& root, std::size_t nodes)
+/// A product structure, whatever its name.
+bool isDocument(const zn::ImportResult& result)
 {
-    return nodes - 1 - (znFileIOHelper::isPLMXMLFile(file) ? root->getNChildren() : 0);
+    return result.document || znFileIOHelper::isPLMXMLFile(result.file);
+}
+
+/// A document's tree has a node for each graph that is no place.
+std::size_t placesOf(const zn::ImportResult& result, std::size_t nodes)
+{
+    return nodes - 1 - (isDocument(result) ? result.node->getNChildren() : 0);
 }
 
 void fail(zn::ImportResult& result)
@@ -62,8 +68,8 @@ void judgeEmptiness(zn::ImportResult& result)
     const std::vector<osg::NodePtr> nodes = osg::parentsFirst(result.node);
     if (std::any_of(nodes.begin(), nodes.end(), leadsSomewhere))
         return;
-    const bool isStructure = znFileIOHelper::isPtxFile(result.file) || znFileIOHelper::isPLMXMLFile(result.file);
-    const std::size_t places = isStructure ? placesOf(result.file, result.node, nodes.size()) : 0;
+    const bool isStructure = znFileIOHelper::isPtxFile(result.file) || isDocument(result);
+    const std::size_t places = isStructure ? placesOf(result, nodes.size()) : 0;
     if (!isStructure)
         result.messages << Texts::tr("%1: the file is empty: it holds no shape, mesh or curve").arg(result.file);
     else if (places > 0)

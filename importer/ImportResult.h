@@ -2,18 +2,20 @@
 
 #include "host/OSGSystem/Node.h"
 #include "import/filetypes/znCADFileTypes.h"
+#include "importer/DocumentStructure.h"
 #include "importer/SceneText.h"
 
 #include <QMetaType>
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 namespace zn
 {
 
-/// A part file that did not come in.
+/// A part file that did not come in, or something that a file lost by entities that are broken.
 struct MissingPart {
     QString file;   ///< its path, as the import looked for it
     QString reason; ///< why it did not come in, for a person
@@ -36,9 +38,11 @@ struct ImportResult {
     osg::RefPtr<osg::NodePtr> node;                             ///< in the scene; null after a failure
     QString error;                                              ///< why it failed; empty otherwise
     QStringList messages;                                       ///< what the log said meanwhile
-    /// Part files that did not come in; empty for a complete import.
+    /// Part files that did not come in, and what was lost of others; empty for a complete import.
     std::vector<MissingPart> missing;
-    bool cancelled = false;      ///< ended by Importer::cancel()
+    bool cancelled = false; ///< ended by Importer::cancel()
+    /// What a PLMXML document holds; null for another file and for one that could not be read.
+    std::shared_ptr<const DocumentStructure> document;
     std::vector<TreeStep> steps; ///< of the optimisation, those begun, in order; empty unless the request wants them
 };
 

@@ -4,6 +4,7 @@
 #include "importer/ConvertedRoad.h"
 #include "importer/NativeRoad.h"
 #include "importer/PlmxmlRoad.h"
+#include "importer/plmxml/Recognition.h"
 
 #include <utility>
 
@@ -20,7 +21,7 @@ std::unique_ptr<ImportRoad> ImportRoad::forRequest(const zn::ImportRequest& requ
     const QString& file = request.file;
     if (znFileIOHelper::isPtxFile(file))
         return std::make_unique<ConvertedRoad>(request);
-    if (znFileIOHelper::isPLMXMLFile(file))
+    if (plmxml::isDocument(file))
         return std::make_unique<PlmxmlRoad>(request);
     return std::make_unique<NativeRoad>(request);
 }

@@ -10,25 +10,9 @@
 #include <QFileInfo>
 
 #include <map>
-#include <set>
 
 namespace zn
 {
-
-std::vector<MissingPart> partsLeftOut(const osg::NodePtr& root)
-{
-    std::vector<MissingPart> parts;
-    std::set<std::string> seen;
-    osg::traverse(root, [&](const osg::NodePtr& node) {
-        for (const std::string& tag : osg::tagsOf(node)) {
-            const auto part = osg::scenefile::converted::missingPart(tag);
-            if (part && seen.insert(tag).second)
-                parts.push_back({QString::fromStdString(part->file), QString::fromStdString(part->reason), {}});
-        }
-        return osg::Action::Continue;
-    });
-    return parts;
-}
 
 namespace
 {
@@ -49,11 +33,11 @@ std::string unreadFile(const osg::NodePtr& node)
     return file ? file->getPath() : std::string();
 }
 
-/// The names from below the top of the tree down to the node that a reference hangs below.
-QString placeOf(const osg::NodePtr& reference)
+/// The names from below the top of the tree down to `lowest`.
+QString placeOf(const osg::NodePtr& lowest)
 {
     QStringList names;
-    for (osg::NodePtr node = reference->getParent(); node && node->getParent(); node = node->getParent())
+    for (osg::NodePtr node = lowest; node && node->getParent(); node = node->getParent())
         if (const char* name = osg::getName(node))
             names.prepend(QString::fromUtf8(name));
     return names.join(QLatin1Char('/'));
@@ -69,6 +53,26 @@ QString reasonFor(const QString& file, const std::vector<MissingPart>& failed)
 
 } // namespace
 
+std::vector<MissingPart> partsLeftOut(const osg::NodePtr& root)
+{
+    std::vector<MissingPart> parts;
+    std::map<std::string, std::size_t> known;
+    osg::traverse(root, [&](const osg::NodePtr& node) {
+        for (const std::string& tag : osg::tagsOf(node)) {
+            const auto part = osg::scenefile::converted::missingPart(tag);
+            if (!part)
+                continue;
+            const auto [entry, isNew] = known.emplace(tag, parts.size());
+            if (isNew)
+                parts.push_back({QString::fromStdString(part->file), QString::fromStdString(part->reason), {}});
+            if (const QString place = placeOf(node); !place.isEmpty())
+                parts[entry->second].instances.append(place);
+        }
+        return osg::Action::Continue;
+    });
+    return parts;
+}
+
 std::vector<MissingPart> unreadParts(const osg::NodePtr& root, const std::vector<MissingPart>& failed)
 {
     std::vector<MissingPart> parts;
@@ -80,7 +84,7 @@ std::vector<MissingPart> unreadParts(const osg::NodePtr& root, const std::vector
         const auto [entry, isNew] = known.emplace(file, parts.size());
         if (isNew)
             parts.push_back({file, reasonFor(file, failed), {}});
-        parts[entry->second].instances.append(placeOf(node));
+        parts[entry->second].instances.append(placeOf(node->getParent()));
         return osg::Action::Continue;
     });
     return parts;

@@ -7,8 +7,9 @@
 namespace zn
 {
 
-/// The parts that the converters left out of the tree at `root`, in tree order, each once: a converter that takes parts
-/// in by itself succeeds without those that it cannot find or that lead back to where it came from.
+/// What the converters left out of the tree at `root`, in tree order, each once with its places: a converter that takes
+/// parts in by itself succeeds without those that it cannot find or that lead back to where it came from, and one whose
+/// file holds broken entities without these.
 std::vector<MissingPart> partsLeftOut(const osg::NodePtr& root);
 
 /// The part files that reference nodes of the tree at `root` still wait for, in tree order, each once, with the places

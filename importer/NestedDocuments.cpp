@@ -4,6 +4,7 @@
 #include "host/znKernel/znController.h"
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
+#include "importer/PreparedDocument.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 #include "standalone/startup/StandaloneSession.h"
 
@@ -43,11 +44,14 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 
 } // namespace
 
-NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost)
-    : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{canonical(outermost)}
+NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost,
+                                 plmxml::NormaliserOptions options)
+    : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{canonical(outermost)},
+      m_options(std::move(options))
 {
-    session.state<files::SceneReaders>().add(
-        {QStringLiteral("PLMXML"), {QStringLiteral("plmxml")}, [this](files::ReadTask& task) { return read(task); }});
+    session.state<files::SceneReaders>().add({QStringLiteral("PLMXML"),
+                                              {QStringLiteral("plmxml"), QStringLiteral("xml")},
+                                              [this](files::ReadTask& task) { return read(task); }});
 }
 
 NestedDocuments::~NestedDocuments()
@@ -92,12 +96,16 @@ void NestedDocuments::refuse(const files::ReadTask& task, const QString& documen
 
 osg::NodePtr NestedDocuments::load(const files::ReadTask& task)
 {
-    znPLMXMLLoaderJob job(task.path().toStdString(), nullptr);
+    const PreparedDocument document(QFileInfo(task.path()).absoluteFilePath(), m_options);
+    if (document.refusal())
+        task.fail(files::ErrorCode::Damaged, *document.refusal());
+    znPLMXMLLoaderJob job(document.path().toStdString(), nullptr);
     Q_EMIT jobCreated(&job);
     runToItsEnd(job);
     const osg::NodePtr root = job.getLoadedNode();
     if (!root)
         failWithoutTree(task, job);
+    document.complete(root);
     return root;
 }
 

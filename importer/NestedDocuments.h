@@ -2,6 +2,7 @@
 
 #include "files/SceneReaders.h"
 #include "host/OSGSystem/Node.h"
+#include "importer/plmxml/Normaliser.h"
 
 #include <QObject>
 #include <QStringList>
@@ -28,8 +29,8 @@ public:
     static constexpr int maxDepth = 16;   ///< documents inside one another, the outermost included
     static constexpr int maxCount = 1000; ///< documents of one import, so that few files cannot stand for many
 
-    /// For the import of the document `outermost`. What is added to the session's readers meanwhile goes with this.
-    NestedDocuments(zn::StandaloneSession& session, const QString& outermost);
+    /// For the import of the document `outermost`; the others are read with `options`. What is added to the session's readers meanwhile goes with this.
+    NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options);
     ~NestedDocuments() override;
 
 Q_SIGNALS:
@@ -45,6 +46,7 @@ private:
     files::SceneReaders m_readersBefore;
     QStringList m_open; ///< canonical paths of the documents that are being read, the outermost first
     int m_count = 1;
+    plmxml::NormaliserOptions m_options;
 };
 
 } // namespace importer

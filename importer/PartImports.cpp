@@ -2,6 +2,7 @@
 
 #include "converter/znPtxConverterJob.h"
 #include "host/znJobProcessing/znOsbLoaderJob.h"
+#include "importer/FailureReason.h"
 #include "loader/znPtxLoaderJob.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 
@@ -62,10 +63,7 @@ void PartImports::conversionEnded(const znPtxConverterJob& conversion)
 {
     const QString file = conversion.getInputFile();
     m_outputs.insert(file, conversion.getOutputFile());
-    const QString text = conversion.getErrorText();
-    const bool converted = conversion.getState() == znCADFileTypes::JobSucceeded;
-    const QString usual = converted ? tr("the conversion wrote nothing") : tr("the conversion failed");
-    m_reasons.insert(file, converted || text.isEmpty() ? usual : text);
+    m_reasons.insert(file, failureReason(conversion));
 }
 
 void PartImports::loadEnded(znOsbLoaderJob& load, const QString& partFile)

@@ -7,6 +7,7 @@
 #include "importer/MissingParts.h"
 #include "importer/NestedDocuments.h"
 #include "importer/PartImports.h"
+#include "importer/PreparedDocument.h"
 #include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 #include "standalone/startup/StandaloneSession.h"
@@ -47,20 +48,48 @@ PlmxmlRoad::~PlmxmlRoad() = default;
 
 void PlmxmlRoad::start()
 {
-    auto* const job = new znPLMXMLLoaderJob(m_file.toStdString(), &m_queue);
+    if (!prepare())
+        return;
+    auto* const job = new znPLMXMLLoaderJob(m_document->path().toStdString(), &m_queue);
     job->setParent(&m_queue);
     auto* const parts = new PartImports(*job);
     connect(job, &znAbstractJob::started, this, [this] { Q_EMIT progressChanged(0, tr("Reading document")); });
     connect(parts, &PartImports::changed, this, [this, parts] { Q_EMIT partsChanged(parts->counts(), parts->text()); });
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
     follow(*job);
-    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file);
+    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file,
+                                                 plmxml::NormaliserOptions{request().preferredFormats, {}});
     connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
         parts->followNested(*nested);
         follow(*nested);
     });
     m_queue.addJob(job);
     m_queue.startProcessing();
+}
+
+/// False when there is nothing to import, which ends the road.
+bool PlmxmlRoad::prepare()
+{
+    m_document = std::make_unique<PreparedDocument>(m_file, plmxml::NormaliserOptions{request().preferredFormats, {}});
+    m_result.document = m_document->facts();
+    if (m_document->refusal()) {
+        endWithout(*m_document->refusal());
+        return false;
+    }
+    for (const QString& remark : m_document->remarks())
+        addMessage(remark);
+    if (request().keepNormalised.isEmpty())
+        return true;
+    if (const auto error = m_document->keep(request().keepNormalised))
+        addMessage(*error);
+    return true;
+}
+
+void PlmxmlRoad::endWithout(const QString& reason)
+{
+    m_result.state = znCADFileTypes::JobFailed;
+    m_result.error = m_file + QStringLiteral(": ") + reason;
+    QMetaObject::invokeMethod(this, &ImportRoad::ended, Qt::QueuedConnection);
 }
 
 void PlmxmlRoad::abortJobs()
@@ -117,6 +146,9 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
     m_nested.reset();
     m_result.state = job.getState();
     m_result.node = job.getLoadedNode();
+    m_document->complete(job.getLoadedNode());
+    for (QString& line : m_result.messages)
+        line = m_document->aboutOriginal(line);
     if (m_result.node && m_result.state != znCADFileTypes::JobFailed)
         return loaded(parts);
     m_result.state = znCADFileTypes::JobFailed;
@@ -129,7 +161,7 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
     const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, maxRepeatedNodes);
-    applyDocumentMaterials(m_file, m_result.node);
+    applyDocumentMaterials(m_document->path(), m_result.node);
     m_result.missing = zn::partsLeftOut(m_result.node);
     if (emptyPlaces > 0)
         m_result.missing.push_back(
@@ -139,9 +171,10 @@ void PlmxmlRoad::loaded(const PartImports& parts)
         const std::vector<zn::MissingPart> unread = zn::unreadParts(m_result.node, m_failedLoads);
         m_result.missing.insert(m_result.missing.begin(), unread.begin(), unread.end());
     }
+    m_document->tellWhatWasAsked(m_result.missing);
     if (!m_result.missing.empty())
         m_result.state = znCADFileTypes::JobPartial;
-    m_optimization.start(m_queue, m_file, m_result.node, request().recordsSteps);
+    m_optimization.start(m_queue, m_document->nameForJobs(), m_result.node, request().recordsSteps);
 }
 
 /// A document over the limits of the walk is told in the log.

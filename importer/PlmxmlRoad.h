@@ -18,9 +18,12 @@ namespace importer
 
 class NestedDocuments;
 class PartImports;
+class PreparedDocument;
 
 /// A PLMXML document goes through its loader job, which brings in the part files, and its tree into the scene. What is
 /// missing in the end makes the result partial.
+///
+/// The job is given the document as the loader reads it (PreparedDocument); names and messages tell the original.
 ///
 /// The loader job itself cannot be aborted: a cancelled import aborts the conversions, and what came in until then is
 /// the result.
@@ -45,8 +48,11 @@ private:
     void jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts);
     void loaded(const PartImports& parts);
     QString whyWithoutTree(const znPLMXMLLoaderJob& job) const;
+    void endWithout(const QString& reason);
+    bool prepare();
 
     QString m_file;
+    std::unique_ptr<PreparedDocument> m_document;
     znJobQueue m_queue;
     std::unique_ptr<NestedDocuments> m_nested; ///< while the document is loaded
     TreeOptimization m_optimization;

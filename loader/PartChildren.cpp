@@ -14,6 +14,8 @@ namespace parts
 PartChildren::PartChildren(znManagedJobQueue* queue, UnloadedParts& parts, Arrival arrival, Events events)
     : m_queue(queue), m_parts(parts), m_arrival(std::move(arrival)), m_events(std::move(events))
 {
+    for (const auto& [path, nodes] : parts)
+        m_waiting.insert(m_waiting.end(), nodes.begin(), nodes.end());
 }
 
 void PartChildren::convert(const std::string& path, const QString& outputDir)
@@ -32,8 +34,8 @@ void PartChildren::converterFinished(const std::string& path, znPtxConverterJob*
                                      znCADFileTypes::JobState state)
 {
     const QString output = converter->getOutputFile();
-    const bool converted = state == znCADFileTypes::JobSucceeded && m_loadResults;
-    if (converted && znFile::exists(output.toStdString(), false, false))
+    const bool isWanted = !m_wantsResults || m_wantsResults();
+    if (state == znCADFileTypes::JobSucceeded && isWanted && znFile::exists(output.toStdString(), false, false))
         startLoad(path, output, converter->getInputFile());
     else
         m_parts.erase(path);

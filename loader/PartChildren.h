@@ -8,6 +8,8 @@
 #include <QString>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 class znManagedJobQueue;
 class znOsbLoaderJob;
@@ -41,8 +43,9 @@ public:
     PartChildren(const PartChildren&) = delete;
     PartChildren& operator=(const PartChildren&) = delete;
 
-    /// With `load` false, converted files are left alone and count as not arrived.
-    void setLoadResults(bool load) { m_loadResults = load; }
+    /// `wanted` is asked at the end of each conversion. Where it says no, the converted file is left alone and the part
+    /// counts as not arrived. Without this all are loaded.
+    void setLoadResults(std::function<bool()> wanted) { m_wantsResults = std::move(wanted); }
 
     /// Queues the conversion of the part file `path` into `outputDir`. The queue does not start by this.
     void convert(const std::string& path, const QString& outputDir);
@@ -62,9 +65,11 @@ private:
     UnloadedParts& m_parts;
     Arrival m_arrival;
     Events m_events;
-    bool m_loadResults = true;
+    std::function<bool()> m_wantsResults;
     std::size_t m_arrived = 0;
     QObject m_listener; ///< ends the connections with this object
+    /// A listener may take waiting nodes out of the tree that keeps them alive.
+    std::vector<osg::RefPtr<osg::NodePtr>> m_waiting;
 };
 
 } // namespace parts

@@ -12,7 +12,7 @@
 #include "host/znUtils/znFile.h"
 #include "import/TreeEdits.h"
 #include "loader/PartChildren.h"
-#include "loader/ScopeExit.h"
+#include "loader/RunEnd.h"
 #include "loader/UnloadedPartFiles.h"
 
 #include <QFileInfo>
@@ -66,11 +66,16 @@ void znPtxLoaderJob::abort()
 
 void znPtxLoaderJob::process()
 {
-    const parts::ScopeExit end([this] {
-        znTexSearch::clearCurrentFile();
-        znController::setBusy(false, false);
-        Q_EMIT processingFinished();
-    });
+    parts::runToEnd([this] { import(); },
+                    [this] {
+                        znTexSearch::clearCurrentFile();
+                        znController::setBusy(false, false);
+                        Q_EMIT processingFinished();
+                    });
+}
+
+void znPtxLoaderJob::import()
+{
     Q_EMIT started();
     znOSGWidget::cancelAntialiasing();
     znController::setBusy(true, false);
@@ -88,8 +93,7 @@ void znPtxLoaderJob::process()
 void znPtxLoaderJob::loadConvertedFile()
 {
     m_holdFinish = true;
-    const parts::ScopeExit release([this] { m_holdFinish = false; });
-    znOsbLoaderJob::process();
+    parts::runToEnd([this] { znOsbLoaderJob::process(); }, [this] { m_holdFinish = false; });
 }
 
 /// The file may have been converted under another path than the one it is imported from.

@@ -55,6 +55,7 @@ protected:
     void process() override;
 
 private:
+    void import();
     void loadConvertedFile();
     void repairStoredReference();
     bool importParts();
@@ -63,6 +64,8 @@ private:
 
     QString m_originalFile;
     bool m_waiting = false;
+    /// Part of the class's layout; nothing here asks for it.
+    [[maybe_unused]] bool m_isFirstRun = true;
     znManagedJobQueue* m_childQueue;
     std::int64_t m_startTime = 0; ///< nanoseconds of the steady clock
 };

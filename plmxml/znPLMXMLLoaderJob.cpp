@@ -17,6 +17,7 @@
 #include "import/TreeNotices.h"
 #include "import/getFromMessage.h"
 #include "loader/PartChildren.h"
+#include "loader/RunEnd.h"
 #include "plmxml/znPLMXMLLoader.h"
 
 #include <chrono>
@@ -24,11 +25,14 @@
 namespace
 {
 
-/// Puts a copy of `loaded` at the end of the children of `target`'s parent, in exchange for `target`.
+/// Puts a copy of `loaded` at the end of the children of `target`'s parent, in exchange for `target`. A listener may
+/// have taken `target` out meanwhile; then there is no place to fill.
 void replaceReference(const osg::NodePtr& target, const osg::NodePtr& loaded)
 {
-    const osg::RefPtr<osg::NodePtr> clone(osg::cloneTree(loaded, true));
     const osg::NodePtr parent = target->getParent();
+    if (!parent)
+        return;
+    const osg::RefPtr<osg::NodePtr> clone(osg::cloneTree(loaded, true));
     osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
     parent->subChild(target);
     parent->addChild(clone);
@@ -39,7 +43,7 @@ void replaceReference(const osg::NodePtr& target, const osg::NodePtr& loaded)
 /// Takes the level of the loaded file's own reference out.
 void dissolveOwnReference(const osg::NodePtr& target, const osg::NodePtr& loaded)
 {
-    if (!osg::fcCast<osg::ExtReference>(loaded->getCore()))
+    if (!loaded || !osg::fcCast<osg::ExtReference>(loaded->getCore()))
         return;
     osg::beginEditCP(target, osg::Node::ChildrenFieldMask, 1);
     while (loaded->getNChildren() > 0)
@@ -52,7 +56,8 @@ bool loadInto(const QString& file, const osg::NodePtr& node)
 {
     if (znFileIO::load({file}, node, false, false, false) != znFileIO::LoadedFully)
         return false;
-    dissolveOwnReference(node, znFileIO::getLoadedGeometriesList().back().getNode());
+    const std::vector<znFileIO::loadedS>& list = znFileIO::getLoadedGeometriesList();
+    dissolveOwnReference(node, list.empty() ? osg::NodePtr() : list.back().getNode());
     frame::markReferenceLoaded(node);
     return true;
 }
@@ -76,7 +81,7 @@ public:
         : m_job(job), m_parts(std::move(unloaded)), m_total(m_parts.size()),
           m_children(job.m_childQueue, m_parts, replaceReference, eventsOf(job))
     {
-        m_children.setLoadResults(job.m_loadConvertedPtxFiles);
+        m_children.setLoadResults([&job] { return job.m_loadConvertedPtxFiles; });
     }
 
     /// Leaves the reference nodes as they are, and counts as complete.
@@ -174,33 +179,36 @@ void znPLMXMLLoaderJob::process()
     znOSGWidget::cancelAntialiasing();
     znController::setBusy(true, false);
     znTexSearch::setCurrentFile(m_file.c_str());
-    const auto leave = [this] {
-        znTexSearch::clearCurrentFile();
-        znController::setBusy(false, false);
-        Q_EMIT processingFinished();
-    };
+    parts::runToEnd([this] { import(); },
+                    [] {
+                        znTexSearch::clearCurrentFile();
+                        znController::setBusy(false, false);
+                    });
+    Q_EMIT processingFinished();
+}
+
+/// A missing document is told twice: here and by the end of `process`.
+void znPLMXMLLoaderJob::import()
+{
     if (!znFile::exists(m_file, false, false)) {
         m_state = znCADFileTypes::JobFailed;
         Q_EMIT processingFinished();
-        return leave();
+        return;
     }
     m_state = znCADFileTypes::JobRunning;
-    {
-        znPLMXMLLoader loader(m_file);
-        if (loader.load())
-            m_loadedNode = loader.getNode();
-        Import import(*this, loader.getUnloadedParts());
-        const znImportOptions options("PLMXML", false, true);
-        if (loader.getUnloadedParts().empty() || !options.getImportReferencedFiles())
-            import.skip();
-        else
-            import.start();
-        m_childQueue->startProcessing();
-        parts::PartChildren::wait(m_waitingForChildren);
-        frame::notifyReferences(m_loadedNode, frame::TreeNotice::PlmxmlImport);
-        m_state = import.isComplete() ? znCADFileTypes::JobSucceeded : znCADFileTypes::JobPartial;
-    }
-    leave();
+    znPLMXMLLoader loader(m_file);
+    if (loader.load())
+        m_loadedNode = loader.getNode();
+    Import import(*this, loader.getUnloadedParts());
+    const znImportOptions options("PLMXML", false, true);
+    if (loader.getUnloadedParts().empty() || !options.getImportReferencedFiles())
+        import.skip();
+    else
+        import.start();
+    m_childQueue->startProcessing();
+    parts::PartChildren::wait(m_waitingForChildren);
+    frame::notifyReferences(m_loadedNode, frame::TreeNotice::PlmxmlImport);
+    m_state = import.isComplete() ? znCADFileTypes::JobSucceeded : znCADFileTypes::JobPartial;
 }
 
 void znPLMXMLLoaderJob::createBaseLoadConnections(znAbstractJob*, znFileIOService*, const QString&) {}

@@ -34,7 +34,8 @@ public:
 
     /// Where converted part files go instead, a UTF-8 path. To be set before the run.
     void setOutputDir(std::string dir);
-    /// Without it converted files are left alone, and the parts count as missing.
+    /// Without it converted files are left alone, and the parts count as missing. Counts for each conversion when it
+    /// ends.
     void setLoadConvertedPtxFiles(bool load);
 
     /// The path, as it was given.
@@ -75,6 +76,7 @@ private:
     using DirectPart = std::pair<QString, osg::NodePtr>;
     class Import;
 
+    void import();
     void createBaseLoadConnections(znAbstractJob* job, znFileIOService* service, const QString& file);
     void childrenEnded();
 

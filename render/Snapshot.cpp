@@ -1,12 +1,13 @@
 #include "render/Snapshot.h"
 
+#include "files/OutputFile.h"
 #include "geometry/rays/LightColor.h"
 #include "render/TileCrew.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
 #include <QImageWriter>
-#include <QSaveFile>
 
 #include <new>
 #include <thread>
@@ -166,15 +167,14 @@ SnapshotError notWritten(const QString& path, const QString& cause)
 
 SnapshotError writePng(const QImage& image, const QString& path)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return notWritten(path, file.errorString());
-    QImageWriter writer(&file, "png");
+    QBuffer png;
+    QImageWriter writer(&png, "png");
     if (!writer.write(image))
         return notWritten(path, writer.errorString());
-    if (!file.commit())
-        return notWritten(path, file.errorString());
-    return {};
+    files::OutputFile file(path);
+    file.write(png.data().constData(), static_cast<std::uint64_t>(png.size()));
+    const files::Expected<void> written = file.commit();
+    return written ? SnapshotError() : notWritten(path, written.error().message);
 }
 
 } // namespace

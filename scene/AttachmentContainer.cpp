@@ -1,6 +1,7 @@
 #include "host/OSGSystem/AttachmentContainer.h"
 
 #include "scene/Attachments.h"
+#include "scene/NameRevisions.h"
 
 #include <algorithm>
 
@@ -8,6 +9,17 @@ namespace osg
 {
 
 FieldContainerType AttachmentContainer::_type("AttachmentContainer", &FieldContainer::_type, "AttachmentContainer");
+
+namespace
+{
+
+void noteName(const AttachmentContainer& container, const Attachment& attachment)
+{
+    if (attachment.getType().getGroupId() == NameAttachment::_type.getGroupId())
+        nameChanged(container);
+}
+
+} // namespace
 
 AttachmentContainer::AttachmentContainer() = default;
 AttachmentContainer::~AttachmentContainer() = default;
@@ -19,6 +31,7 @@ void AttachmentContainer::addAttachment(const AttachmentPtr& attachment, unsigne
     if (!m_attachments)
         m_attachments = std::make_unique<AttachmentMap>();
     m_attachments->set(AttachmentMap::key(attachment->getType().getGroupId(), binding), attachment.get());
+    noteName(*this, *attachment);
     fieldChanged(AttachmentsFieldMask);
 }
 
@@ -29,6 +42,7 @@ void AttachmentContainer::subAttachment(const AttachmentPtr& attachment, unsigne
     const std::uint32_t key = AttachmentMap::key(attachment->getType().getGroupId(), binding);
     if (m_attachments->find(key) != attachment.get())
         return;
+    noteName(*this, *attachment);
     m_attachments->remove(key);
     if (m_attachments->entries().empty())
         m_attachments.reset();

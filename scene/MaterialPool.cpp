@@ -3,6 +3,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "scene/Attachments.h"
 #include "scene/CoreMaterial.h"
+#include "scene/NameRevisions.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -54,8 +55,10 @@ void MaterialPool::add(const NodePtr& node)
         }
         return Action::Continue;
     });
-    if (m_materials.size() != before)
-        fieldChanged(MaterialsFieldMask);
+    if (m_materials.size() == before)
+        return;
+    fieldChanged(MaterialsFieldMask);
+    poolChanged();
 }
 
 void MaterialPool::add(const MaterialPtr& material)
@@ -65,6 +68,7 @@ void MaterialPool::add(const MaterialPtr& material)
     material.addRef();
     m_materials.push_back(material);
     fieldChanged(MaterialsFieldMask);
+    poolChanged();
 }
 
 void MaterialPool::sub(const MaterialPtr& material)
@@ -76,6 +80,7 @@ void MaterialPool::sub(const MaterialPtr& material)
     m_materials.erase(found);
     held.subRef();
     fieldChanged(MaterialsFieldMask);
+    poolChanged();
 }
 
 } // namespace osg

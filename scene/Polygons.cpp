@@ -1,5 +1,7 @@
 #include "scene/Polygons.h"
 
+#include "scene/PointGrid.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,11 +12,7 @@ namespace osg
 namespace
 {
 
-struct Point {
-    double x = 0, y = 0;
-
-    bool operator==(const Point&) const = default;
-};
+using Point = PlanePoint;
 
 /// Twice the area of a triangle, positive when it runs to the left.
 double twiceArea(const Point& a, const Point& b, const Point& c)
@@ -23,6 +21,9 @@ double twiceArea(const Point& a, const Point& b, const Point& c)
 }
 
 /// A polygon in its own plane, running to the left, from which ears are cut.
+///
+/// Only corners that do not point outwards can keep another corner from being an ear: where one that points outwards
+/// lies in the triangle of another, one that does not lies there too. They are kept in a grid.
 class EarCutter
 {
 public:
@@ -31,14 +32,17 @@ public:
     void run(std::vector<std::uint32_t>& triangles);
 
 private:
-    bool isEar(std::size_t place);
-    const Point& point(std::size_t place) const { return m_points[m_left[place % m_left.size()]]; }
-    void cut(std::size_t place, std::vector<std::uint32_t>& triangles);
+    bool pointsOutwards(std::size_t corner) const;
+    bool isEar(std::size_t corner);
+    bool blocks(std::size_t other, const std::array<Point, 3>& ear) const;
+    void sortIn(std::size_t corner);
+    void cut(std::size_t corner, std::vector<std::uint32_t>& triangles);
 
     std::span<const std::uint32_t> m_corners;
     std::vector<Point> m_points;
-    std::vector<std::size_t> m_left; ///< places of corners that are not cut off yet
-    std::uint64_t m_work = 0;        ///< corners that were compared with an ear
+    std::vector<std::size_t> m_next, m_previous; ///< among the corners that are not cut off yet
+    PointGrid m_blockers;                        ///< corners that do not point outwards
+    std::uint64_t m_work = 0;                    ///< corners and cells that were looked at
 };
 
 /// The sum of the cross products of the corners (Newell's method).
@@ -55,65 +59,105 @@ std::array<double, 3> normalOf(std::span<const Vec3f> positions, std::span<const
     return normal;
 }
 
-/// Looks along the axis that the polygon faces most.
-EarCutter::EarCutter(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners) : m_corners(corners)
+/// The corners seen along the axis that the polygon faces most.
+std::vector<Point> flatten(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners)
 {
     const std::array<double, 3> normal = normalOf(positions, corners);
     const auto steeper = [&](double a, double b) { return std::abs(a) < std::abs(b); };
     const auto axis = std::max_element(normal.begin(), normal.end(), steeper) - normal.begin();
     const double side = normal[static_cast<std::size_t>(axis)] < 0 ? -1 : 1;
+    std::vector<Point> points;
+    points.reserve(corners.size());
     for (const std::uint32_t corner : corners) {
         const Vec3f& p = positions[corner];
         const Point flat = axis == 0 ? Point{p.y, p.z} : axis == 1 ? Point{p.z, p.x} : Point{p.x, p.y};
-        m_points.push_back({flat.x * side, flat.y});
-        m_left.push_back(m_left.size());
+        points.push_back({flat.x * side, flat.y});
     }
+    return points;
 }
 
-/// True when the corner points outwards and no other corner lies in its triangle. One at the place of a corner of the
-/// triangle does not count: a line that runs to a hole and back has its ends in the polygon twice. What leads on from
-/// there into the triangle has its next corner in it.
-bool EarCutter::isEar(std::size_t place)
+EarCutter::EarCutter(std::span<const Vec3f> positions, std::span<const std::uint32_t> corners)
+    : m_corners(corners), m_points(flatten(positions, corners)), m_next(corners.size()), m_previous(corners.size()),
+      m_blockers(m_points)
 {
-    const std::size_t count = m_left.size();
-    const Point& a = point(place + count - 1);
-    const Point& b = point(place);
-    const Point& c = point(place + 1);
-    if (!(twiceArea(a, b, c) > 0))
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        m_next[i] = (i + 1) % corners.size();
+        m_previous[m_next[i]] = i;
+    }
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        sortIn(i);
+}
+
+bool EarCutter::pointsOutwards(std::size_t corner) const
+{
+    return twiceArea(m_points[m_previous[corner]], m_points[corner], m_points[m_next[corner]]) > 0;
+}
+
+void EarCutter::sortIn(std::size_t corner)
+{
+    if (pointsOutwards(corner))
+        m_blockers.remove(corner);
+    else
+        m_blockers.insert(corner);
+}
+
+/// True when a corner lies in the triangle. One at the place of a corner of the triangle does not count: a line that
+/// runs to a hole and back has its ends in the polygon twice. What leads on from there into the triangle has its next
+/// corner in it.
+bool EarCutter::blocks(std::size_t other, const std::array<Point, 3>& ear) const
+{
+    const auto& [a, b, c] = ear;
+    const Point& p = m_points[other];
+    const bool isInside = twiceArea(a, b, p) >= 0 && twiceArea(b, c, p) >= 0 && twiceArea(c, a, p) >= 0;
+    return isInside && p != a && p != b && p != c;
+}
+
+/// True when the corner points outwards and no other corner lies in its triangle.
+bool EarCutter::isEar(std::size_t corner)
+{
+    ++m_work;
+    if (!pointsOutwards(corner))
         return false;
-    for (std::size_t other = place + 2; other < place + count - 1; ++other) {
+    const std::array<Point, 3> ear = {m_points[m_previous[corner]], m_points[corner], m_points[m_next[corner]]};
+    PlaneBox box = {ear[0], ear[0]};
+    box.extend(ear[1]);
+    box.extend(ear[2]);
+    m_work += m_blockers.cellsIn(box);
+    return !m_blockers.anyIn(box, [&](std::size_t other) {
         ++m_work;
-        const Point& p = point(other);
-        const bool isInside = twiceArea(a, b, p) >= 0 && twiceArea(b, c, p) >= 0 && twiceArea(c, a, p) >= 0;
-        if (isInside && p != a && p != b && p != c)
-            return false;
-    }
-    return true;
+        return blocks(other, ear);
+    });
 }
 
-void EarCutter::cut(std::size_t place, std::vector<std::uint32_t>& triangles)
+void EarCutter::cut(std::size_t corner, std::vector<std::uint32_t>& triangles)
 {
-    const std::size_t count = m_left.size();
-    for (const std::size_t corner : {place + count - 1, place, place + 1})
-        triangles.push_back(m_corners[m_left[corner % count]]);
-    m_left.erase(m_left.begin() + static_cast<std::ptrdiff_t>(place));
+    const std::size_t before = m_previous[corner], after = m_next[corner];
+    for (const std::size_t each : {before, corner, after})
+        triangles.push_back(m_corners[each]);
+    m_next[before] = after;
+    m_previous[after] = before;
+    m_blockers.remove(corner);
+    sortIn(before);
+    sortIn(after);
 }
 
 /// Where no ear is found in sensible time, the polygon crosses itself or is flat; then any corner is cut off.
 void EarCutter::run(std::vector<std::uint32_t>& triangles)
 {
-    std::size_t place = 0;
+    const std::uint64_t count = m_corners.size();
+    const std::uint64_t maxWork = std::min<std::uint64_t>(4000 * count, 200'000'000 + 64 * count);
+    std::size_t corner = 0;
     std::size_t refused = 0;
-    const std::uint64_t maxWork = 8 * std::uint64_t(m_corners.size()) * m_corners.size();
-    while (m_left.size() >= 3) {
-        place %= m_left.size();
-        if (refused < m_left.size() && m_work <= maxWork && !isEar(place)) {
+    for (std::size_t left = m_corners.size(); left >= 3;) {
+        const std::size_t after = m_next[corner];
+        if (refused < left && m_work <= maxWork && !isEar(corner)) {
             ++refused;
-            ++place;
-            continue;
+        } else {
+            cut(corner, triangles);
+            --left;
+            refused = 0;
         }
-        cut(place, triangles);
-        refused = 0;
+        corner = after;
     }
 }
 

@@ -1,6 +1,7 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 
 #include "scene/Attachments.h"
+#include "scene/HeldMaterialComparison.h"
 #include "scene/SubMaterials.h"
 
 #include <algorithm>
@@ -36,7 +37,8 @@ void SwitchMaterialBase::setChoice(unsigned index)
 bool SwitchMaterialBase::equalFields(const FieldContainer& other) const
 {
     const auto& material = static_cast<const SwitchMaterialBase&>(other);
-    return m_choice == material.m_choice && m_materials == material.m_materials && equalAttachments(material);
+    return m_choice == material.m_choice && equalAttachments(material) &&
+           holdEqualMaterials(m_materials, material.m_materials);
 }
 
 FieldContainerPtr SwitchMaterialBase::copy() const

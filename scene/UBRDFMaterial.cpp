@@ -1,6 +1,7 @@
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
 
 #include "scene/Attachments.h"
+#include "scene/HeldMaterialComparison.h"
 #include "scene/SubMaterials.h"
 
 #include <algorithm>
@@ -28,8 +29,8 @@ MaterialPtr UBRDFMaterialBase::getEnvironment() const
 
 bool UBRDFMaterialBase::equalFields(const FieldContainer& other) const
 {
-    return m_environment == static_cast<const UBRDFMaterialBase&>(other).m_environment &&
-           UberMaterial::equalFields(other);
+    return UberMaterial::equalFields(other) &&
+           holdEqualMaterials({getEnvironment()}, {static_cast<const UBRDFMaterialBase&>(other).getEnvironment()});
 }
 
 FieldContainerPtr UBRDFMaterialBase::copy() const

@@ -2,6 +2,81 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>ConverterFailure</name>
+    <message>
+        <source>The converter ended well.</source>
+        <translation>Der Konverter hat seine Arbeit beendet.</translation>
+    </message>
+    <message>
+        <source>The converter did not understand its command line.</source>
+        <translation>Der Konverter hat seine Befehlszeile nicht verstanden.</translation>
+    </message>
+    <message>
+        <source>The file is missing or cannot be read.</source>
+        <translation>Die Datei fehlt oder ist nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>The file is of an old version and needs the update tool.</source>
+        <translation>Die Datei hat eine alte Version und braucht das Aktualisierungsprogramm.</translation>
+    </message>
+    <message>
+        <source>The file has no external parts.</source>
+        <translation>Die Datei verweist auf keine Teiledateien.</translation>
+    </message>
+    <message>
+        <source>The converter has no reader for this format.</source>
+        <translation>Der Konverter kann dieses Format nicht lesen.</translation>
+    </message>
+    <message>
+        <source>The file is damaged.</source>
+        <translation>Die Datei ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>The converted file could not be written.</source>
+        <translation>Die umgewandelte Datei konnte nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The conversion needed more memory than its limit allows.</source>
+        <translation>Die Umwandlung brauchte mehr Speicher, als ihre Grenze erlaubt.</translation>
+    </message>
+    <message>
+        <source>The conversion took longer than its limit allows.</source>
+        <translation>Die Umwandlung dauerte länger, als ihre Grenze erlaubt.</translation>
+    </message>
+    <message>
+        <source>The conversion stopped making progress.</source>
+        <translation>Die Umwandlung kam nicht mehr voran.</translation>
+    </message>
+    <message>
+        <source>The conversion was cancelled.</source>
+        <translation>Die Umwandlung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>There is nothing to import in the file.</source>
+        <translation>In der Datei ist nichts, was sich importieren lässt.</translation>
+    </message>
+    <message>
+        <source>The machine that ran the converter failed.</source>
+        <translation>Der Rechner, auf dem der Konverter lief, ist ausgefallen.</translation>
+    </message>
+    <message>
+        <source>The converter could not be started.</source>
+        <translation>Der Konverter konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>The converter was asked to stop.</source>
+        <translation>Der Konverter wurde angehalten.</translation>
+    </message>
+    <message>
+        <source>The converter crashed (signal %1).</source>
+        <translation>Der Konverter ist abgestürzt (Signal %1).</translation>
+    </message>
+    <message>
+        <source>The converter ended with the exit code %1.</source>
+        <translation>Der Konverter endete mit dem Code %1.</translation>
+    </message>
+</context>
+<context>
     <name>importer::cluster::ClusterProbe</name>
     <message>
         <source>srun cannot be started: is Slurm installed here?</source>
@@ -31,10 +106,6 @@
         <translation>Starten</translation>
     </message>
     <message>
-        <source>the conversion failed</source>
-        <translation>die Umwandlung ist fehlgeschlagen</translation>
-    </message>
-    <message>
         <source>Loading</source>
         <translation>Laden</translation>
     </message>
@@ -46,12 +117,12 @@
         <translation>im Text steht ein Null-Byte</translation>
     </message>
     <message>
-        <source>the elements are nested too deeply</source>
-        <translation>die Elemente sind zu tief verschachtelt</translation>
+        <source>elements stand more than %1 inside one another</source>
+        <translation>mehr als %1 Elemente stehen ineinander</translation>
     </message>
     <message>
-        <source>an element has too many attributes</source>
-        <translation>ein Element hat zu viele Attribute</translation>
+        <source>an element has more than %1 attributes</source>
+        <translation>ein Element hat mehr als %1 Attribute</translation>
     </message>
     <message>
         <source>the document is cut off</source>
@@ -74,6 +145,18 @@
         <translation>Wert %1 eines Transform ist keine passende Zahl</translation>
     </message>
     <message>
+        <source>the attribute %1 of a Material has a word among its numbers</source>
+        <translation>das Attribut %1 eines Material hat ein Wort unter seinen Zahlen</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>die Datei ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for the document</source>
+        <translation>für das Dokument reicht der Speicher nicht</translation>
+    </message>
+    <message>
         <source>the document begins with the element %1, not with PLMXML</source>
         <translation>das Dokument beginnt mit dem Element %1 statt mit PLMXML</translation>
     </message>
@@ -92,6 +175,17 @@
     <message>
         <source>the file cannot be read: %1</source>
         <translation>die Datei ist nicht lesbar: %1</translation>
+    </message>
+</context>
+<context>
+    <name>importer::FailureReason</name>
+    <message>
+        <source>the converter ended well but wrote no scene file</source>
+        <translation>der Konverter endete ohne Fehler, hat aber keine Szenendatei geschrieben</translation>
+    </message>
+    <message>
+        <source>the conversion failed</source>
+        <translation>die Umwandlung ist fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -164,14 +258,6 @@
 </context>
 <context>
     <name>importer::PartImports</name>
-    <message>
-        <source>the conversion failed</source>
-        <translation>die Umwandlung ist fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>the conversion wrote nothing</source>
-        <translation>die Umwandlung hat nichts geschrieben</translation>
-    </message>
     <message>
         <source>%1 of %2 parts done, %3 running, %4 failed</source>
         <translation>%1 von %2 Teilen fertig, %3 in Arbeit, %4 fehlgeschlagen</translation>

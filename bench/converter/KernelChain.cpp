@@ -39,6 +39,8 @@ bool read(const char* input, Handle(TDocStd_Document) & document)
     STEPCAFControl_Reader reader;
     reader.SetNameMode(true);
     reader.SetColorMode(true);
+    reader.SetGDTMode(false); // on by default as views are; both throw on some files and are not in the output
+    reader.SetViewMode(false);
     return reader.ReadFile(input) == IFSelect_RetDone && reader.Transfer(document);
 }
 

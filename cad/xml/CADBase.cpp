@@ -98,6 +98,12 @@ void CADBase::loadAttributes(const TiXmlElement& element)
     }
 }
 
+void CADBase::noteFault(const CADFault& fault) const
+{
+    if (m_document)
+        m_document->noteFault(fault);
+}
+
 CADProductDef* CADBase::getRootProductDef()
 {
     auto* root = this;
@@ -123,6 +129,8 @@ template <class Element, class Registered>
 Element* CADBase::create(const TiXmlElement& element, std::string_view suffix, void (CADDocument::*add)(Registered*))
 {
     auto* child = new Element(this);
+    if (m_document)
+        m_document->noteOrigin(*child, element);
     child->load(element);
     if (suffix != noGeneratedId)
         child->generateId(suffix);

@@ -14,6 +14,7 @@ class CADDocument;
 class CADInstance;
 class CADInstanceGraph;
 class CADCompoundRef;
+struct CADFault;
 class CADMaterial;
 class CADOccurrence;
 class CADPart;
@@ -99,6 +100,8 @@ protected:
     /// Gives an element without id one that no other living element has: the parent's id, the suffix and the element's
     /// own address. An element that has an id keeps it.
     void generateId(std::string_view suffix);
+    /// Tells the document, if there is one, why this element cannot be read.
+    void noteFault(const CADFault& fault) const;
 
 private:
     friend struct ModelTestAccess;

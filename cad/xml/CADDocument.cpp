@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 #include <tinyxml.h>
 
@@ -28,6 +29,18 @@ void destroyInOrder(std::vector<std::unique_ptr<CADProductDef>>& productDefs)
         productDef.reset();
 }
 
+CADPlace placeOf(const TiXmlElement& element)
+{
+    return {element.Row(), element.Column()};
+}
+
+CADFault wrongRoot(const TiXmlElement* root)
+{
+    if (!root)
+        return {CADFault::Cause::Root, {1, 1}};
+    return {CADFault::Cause::Root, placeOf(*root), {}, root->ValueStr()};
+}
+
 } // namespace
 
 CADDocument::CADDocument() = default;
@@ -41,9 +54,12 @@ CADDocument::~CADDocument()
 void CADDocument::load(const std::string& fileName)
 {
     TiXmlDocument xml(fileName);
-    const TiXmlElement* root = loadXMLFile(xml, m_limits) ? xml.RootElement() : nullptr;
+    m_fault.reset();
+    if (auto fault = loadXMLFile(xml, m_limits, m_keepsPlaces))
+        refuse(std::move(*fault));
+    const TiXmlElement* root = xml.RootElement();
     if (!root || root->ValueTStr() != "PLMXML")
-        throw std::exception();
+        refuse(wrongRoot(root));
     if (const TiXmlElement* productDef = root->FirstChildElement("ProductDef"))
         loadProductDef(*productDef);
 }
@@ -51,9 +67,30 @@ void CADDocument::load(const std::string& fileName)
 void CADDocument::loadProductDef(const TiXmlElement& element)
 {
     m_halfReadProductDefs.push_back(std::make_unique<CADProductDef>(this));
+    noteOrigin(*m_halfReadProductDefs.back(), element);
     m_halfReadProductDefs.back()->load(element);
     m_productDefs.push_back(std::move(m_halfReadProductDefs.back()));
     m_halfReadProductDefs.pop_back();
+}
+
+void CADDocument::refuse(CADFault fault)
+{
+    noteFault(std::move(fault));
+    throw std::exception();
+}
+
+/// What the parser tells without having kept places is no place.
+void CADDocument::noteFault(CADFault fault)
+{
+    if (!m_keepsPlaces && fault.cause != CADFault::Cause::Text)
+        fault.place = {};
+    m_fault = std::move(fault);
+}
+
+void CADDocument::noteOrigin(const CADBase& element, const TiXmlElement& source)
+{
+    if (m_keepsPlaces)
+        m_origins.push_back({&element, source.ValueStr(), source.Attribute("id") != nullptr, placeOf(source)});
 }
 
 std::uint32_t CADDocument::getProductDefCount() const

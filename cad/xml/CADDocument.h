@@ -1,11 +1,12 @@
 #pragma once
 
+#include "cad/xml/CADFault.h"
 #include "cad/xml/CADIdTable.h"
-#include "cad/xml/XMLTextScan.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,17 +44,27 @@ public:
     /// What setLimits was told last.
     const XMLLimits& getLimits() const { return m_limits; }
 
+    /// Whether the next load keeps where in the text its elements stand, which takes time and memory; not at first.
+    void setKeepsPlaces(bool keeps) { m_keepsPlaces = keeps; }
+    /// The elements of the model, each before those in it, if their places are kept; else empty.
+    const std::vector<CADOrigin>& getOrigins() const { return m_origins; }
+
     /// Reads the first `ProductDef` of a file; everything else beside it is ignored. A file without one loads and
     /// leaves the document empty. The file's XML is gone when this returns.
     ///
     /// After a failure the tables keep the elements read before it, which live as long as the document; nothing should
     /// follow them.
     /// @param fileName path in the form that the C library opens
+    /// What was wrong is told by `getFault`.
     /// @throws std::exception, without message: the file is no regular file, cannot be read, is over the limits or no
     ///         well-formed XML, or its root element is not "PLMXML"
     /// @throws std::invalid_argument, std::out_of_range: a number in a `Transform` (see parseTransformValues)
     /// @throws std::bad_alloc: memory is exhausted, or would be by the numbers of a `Material` (see parseFloatList)
     void load(const std::string& fileName);
+
+    /// Why the last load failed, with its place if places are kept; nothing after one that did not, or that failed for
+    /// want of memory.
+    const std::optional<CADFault>& getFault() const { return m_fault; }
 
     /// How many top elements it has.
     std::uint32_t getProductDefCount() const;
@@ -94,9 +105,17 @@ public:
     /// How many occurrences are registered.
     std::size_t getOccurrenceCount() const { return m_occurrences.elements().size(); }
 
+    ///@{
+    /// For elements that are being read: where they stand, before they read themselves, and what is wrong with them,
+    /// before they throw it.
+    void noteOrigin(const CADBase& element, const TiXmlElement& source);
+    void noteFault(CADFault fault);
+    ///@}
+
 private:
     friend struct ModelTestAccess;
 
+    [[noreturn]] void refuse(CADFault fault);
     void loadProductDef(const TiXmlElement& element);
     CADProductView* chooseProductView() const;
 
@@ -111,6 +130,9 @@ private:
     std::vector<std::unique_ptr<CADProductDef>> m_productDefs;
     std::vector<std::unique_ptr<CADProductDef>> m_halfReadProductDefs; // the tables lead into them
     XMLLimits m_limits;
+    bool m_keepsPlaces = false;
+    std::vector<CADOrigin> m_origins;
+    std::optional<CADFault> m_fault;
     mutable CADProductView* m_activeProductView = nullptr; // asked for at every instance of an assembly, so kept
     mutable std::size_t m_viewsChosenFrom = 0;
 };

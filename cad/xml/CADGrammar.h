@@ -4,7 +4,7 @@
 #include <vector>
 
 /// What the model takes of a document: which elements may stand in which, and what of their attributes is read.
-/// Everything else is skipped, an element together with what is in it. The classes' load operations read by it.
+/// Everything else is skipped, an element together with what is in it. The classes' load operations take the same.
 namespace HB::XML::CAD
 {
 

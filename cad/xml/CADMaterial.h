@@ -3,6 +3,7 @@
 #include "cad/xml/CADBase.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace HB::XML::CAD
@@ -40,6 +41,8 @@ public:
     std::string getMaterialName() const { return m_materialName; }
 
 private:
+    void loadAttribute(std::string_view name, const char* value);
+
     std::vector<float> m_ambient = {0.0F, 0.0F, 0.0F};
     std::vector<float> m_diffuse = {0.5F, 0.5F, 0.5F};
     std::vector<float> m_specular = m_ambient;

@@ -29,6 +29,8 @@ public:
     std::string getMaterialRef() const { return m_materialRef; }
     ///@}
 
+    /// The occurrences in this one, in the order of the document, those of the attribute first.
+    const std::vector<std::string>& getOccurrenceRefs() const { return m_occurrenceRefs; }
     /// The path: references to instances, from the root down.
     std::vector<std::string> getInstanceRefs() const { return m_instanceRefs; }
 

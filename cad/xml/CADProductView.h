@@ -24,6 +24,8 @@ public:
     /// The view is active when `state` is exactly "active".
     void loadAttributes(const TiXmlElement& element) override;
 
+    /// References to its occurrences.
+    const std::vector<std::string>& getRootRefs() const { return m_rootRefs; }
     /// Whether the document calls the view active.
     bool isActive() const { return m_active; }
 

@@ -1,7 +1,10 @@
 #include "cad/xml/CADTransform.h"
 
 #include "cad/xml/CADElementWalk.h"
+#include "cad/xml/CADFault.h"
 #include "cad/xml/CADNumbers.h"
+
+#include <stdexcept>
 
 namespace HB::XML::CAD
 {
@@ -15,7 +18,17 @@ void CADTransform::load(const TiXmlElement& element)
 {
     CADBase::load(element);
     for (const TiXmlText& text : TextNodesOf(element))
+        loadValues(text);
+}
+
+void CADTransform::loadValues(const TiXmlText& text)
+{
+    try {
         parseTransformValues(text.Value(), m_values);
+    } catch (const std::logic_error&) {
+        noteFault({CADFault::Cause::Transform, {text.Row(), text.Column()}, {}, {}, m_values.size() + 1});
+        throw;
+    }
 }
 
 void CADTransform::loadAttributes(const TiXmlElement& element)

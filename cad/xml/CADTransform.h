@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+class TiXmlText;
+
 namespace HB::XML::CAD
 {
 
@@ -33,6 +35,8 @@ public:
     std::vector<float> getTransformValues() const { return m_values; }
 
 private:
+    void loadValues(const TiXmlText& text);
+
     Type m_type = Type::General;
     std::vector<float> m_values;
 };

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include <tinyxml.h>
@@ -35,7 +36,7 @@ File openRegularFile(const std::string& name)
     return File(std::fopen(name.c_str(), "rb"));
 }
 
-/// No bytes if the file cannot be read or is empty.
+/// No bytes if the file cannot be read.
 Text readFile(const std::string& name)
 {
     const auto file = openRegularFile(name);
@@ -43,7 +44,7 @@ Text readFile(const std::string& name)
         return {};
     const auto length = std::ftell(file.get());
     std::rewind(file.get());
-    if (length <= 0)
+    if (length < 0)
         return {};
     Text text{nullptr, static_cast<std::size_t>(length)};
     text.bytes = std::make_unique_for_overwrite<char[]>(text.size + 1);
@@ -67,18 +68,35 @@ void normalizeLineEnds(Text& text)
     *out = '\0';
 }
 
+CADPlace placeOf(const Text& text, std::size_t position)
+{
+    const std::string_view before(text.bytes.get(), std::min(position, text.size));
+    const auto lineStart = before.rfind('\n') + 1; // 0 without one
+    return {static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1,
+            static_cast<int>(before.size() - lineStart) + 1};
+}
+
+/// The parser counts from 1 as well, but an empty text has no place.
+CADFault faultOf(const TiXmlDocument& xml)
+{
+    return {CADFault::Cause::Syntax, {std::max(xml.ErrorRow(), 1), std::max(xml.ErrorCol(), 1)}, {}, xml.ErrorDesc()};
+}
+
 } // namespace
 
-bool loadXMLFile(TiXmlDocument& xml, const XMLLimits& limits)
+std::optional<CADFault> loadXMLFile(TiXmlDocument& xml, const XMLLimits& limits, bool keepsPlaces)
 {
     // The parser could read the file itself, but then it might read other bytes than those that were looked at.
     auto text = readFile(xml.ValueStr());
-    if (!text.bytes || scanXMLText({text.bytes.get(), text.size}, limits).fault != XMLFault::None)
-        return false;
+    if (!text.bytes)
+        return CADFault{};
+    if (const auto verdict = scanXMLText({text.bytes.get(), text.size}, limits); verdict.fault != XMLFault::None)
+        return CADFault{CADFault::Cause::Text, placeOf(text, verdict.position), verdict.fault};
     normalizeLineEnds(text);
-    xml.SetTabSize(0); // nobody asks for rows and columns, whose tracking costs a quarter of the time
+    if (!keepsPlaces)
+        xml.SetTabSize(0);
     xml.Parse(text.bytes.get(), nullptr, TIXML_DEFAULT_ENCODING);
-    return !xml.Error();
+    return xml.Error() ? std::optional(faultOf(xml)) : std::nullopt;
 }
 
 } // namespace HB::XML::CAD

@@ -1,6 +1,7 @@
 #include "files/glb/GlbWriter.h"
 
 #include "files/Failure.h"
+#include "files/GlbLayout.h"
 #include "files/OutputFile.h"
 #include "files/Text.h"
 #include "files/glb/GlbNodes.h"
@@ -16,12 +17,7 @@ namespace files::glb
 namespace
 {
 
-constexpr std::uint32_t magic = 0x46546C67;
-constexpr std::uint32_t version = 2;
-constexpr std::uint32_t jsonChunk = 0x4E4F534A;
-constexpr std::uint32_t binaryChunk = 0x004E4942;
-constexpr std::uint64_t headerSize = 12;
-constexpr std::uint64_t chunkHeaderSize = 8;
+using namespace glblayout;
 
 /// The members of the document, put together as text. Lists without entries are not allowed.
 class DocumentText

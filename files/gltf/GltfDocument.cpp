@@ -1,6 +1,7 @@
 #include "files/gltf/GltfDocument.h"
 
 #include "files/gltf/GltfFrame.h"
+#include "files/gltf/GltfJson.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -21,9 +22,6 @@ namespace
 
 using Json = nlohmann::json;
 
-/// Parsers of what is in the document go down by recursion.
-constexpr int maxJsonDepth = 64;
-
 /// Members of the document that the parser need not see, as they are not read or read here.
 constexpr std::array<std::string_view, 7> unread = {"images", "textures", "samplers", "animations",
                                                     "skins",  "cameras",  "buffers"};
@@ -36,23 +34,6 @@ constexpr std::array<std::string_view, 9> requirable = {
 QString textOf(const std::string& utf8)
 {
     return QString::fromStdString(utf8);
-}
-
-/// The JSON text as a tree without extras, which are free to be anything.
-Json parseJson(std::string_view text, const ReadTask& task)
-{
-    const auto filter = [&](int depth, Json::parse_event_t event, Json& value) {
-        if (depth > maxJsonDepth)
-            task.fail(ErrorCode::Damaged, tr("the JSON text is nested too deeply"));
-        return event != Json::parse_event_t::key || value != "extras";
-    };
-    try {
-        return Json::parse(text, filter);
-    } catch (const Json::parse_error& error) {
-        // The library puts its own name in brackets in front.
-        task.fail(ErrorCode::Damaged, QString::fromUtf8(error.what()).section(QStringLiteral("] "), 1),
-                  tr("byte %1").arg(static_cast<qulonglong>(error.byte)));
-    }
 }
 
 void checkVersion(const Json& json, const ReadTask& task)
@@ -211,7 +192,8 @@ GltfDocument openGltf(ReadTask& task)
 {
     const FileBytes file = readFile(task, task.path());
     const GltfFrame frame = splitGltf(file, task);
-    Json json = parseJson(frame.json, task);
+    // Extras are free to be anything.
+    Json json = parseJson(frame.json, task, [](int, std::string_view key) { return key != "extras"; });
     checkVersion(json, task);
     checkExtensions(json, task);
     GltfDocument document;

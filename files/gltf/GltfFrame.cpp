@@ -1,5 +1,7 @@
 #include "files/gltf/GltfFrame.h"
 
+#include "files/GlbLayout.h"
+
 #include <QtEndian>
 
 namespace files::gltf
@@ -8,11 +10,10 @@ namespace files::gltf
 namespace
 {
 
-constexpr std::string_view magic = "glTF";
-constexpr std::size_t headerSize = 12;
-constexpr std::size_t chunkHeaderSize = 8;
-constexpr std::uint32_t jsonChunk = 0x4E4F534A;
-constexpr std::uint32_t binaryChunk = 0x004E4942;
+using namespace glblayout;
+
+/// The magic number as it stands in the file.
+constexpr std::string_view beginning = "glTF";
 
 /// A walk over the chunks of a binary file.
 class ChunkWalk
@@ -44,8 +45,8 @@ void ChunkWalk::readHeader()
 {
     if (m_file.size() < headerSize + chunkHeaderSize)
         fail(tr("the file is too short for its header"));
-    if (const std::uint32_t version = numberAt(4); version != 2)
-        m_task.fail(ErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(version));
+    if (const std::uint32_t given = numberAt(4); given != version)
+        m_task.fail(ErrorCode::Unsupported, tr("this is glTF %1; only glTF 2 is read").arg(given));
     const std::uint32_t length = numberAt(8);
     if (length > m_file.size())
         fail(tr("the file ends after %1 of %2 bytes").arg(static_cast<qulonglong>(m_file.size())).arg(length));
@@ -73,7 +74,7 @@ std::uint32_t ChunkWalk::takeChunk(std::string_view& content)
 GltfFrame splitGltf(const FileBytes& file, const ReadTask& task)
 {
     const std::string_view text = file.text();
-    if (!text.starts_with(magic))
+    if (!text.starts_with(beginning))
         return {text, {}};
     ChunkWalk walk(text, task);
     walk.readHeader();

@@ -3,6 +3,7 @@
 #include "files/Failure.h"
 #include "files/gltf/GltfDocument.h"
 #include "files/gltf/GltfFrame.h"
+#include "files/gltf/GltfJson.h"
 #include "files/gltf/GltfMaterials.h"
 
 #include <nlohmann/json.hpp>
@@ -18,19 +19,13 @@ namespace
 
 using Json = nlohmann::json;
 
-/// What is nested deeper is left out.
-constexpr int maxJsonDepth = 64;
-
 /// The materials of a sound document with their extras, which the model of `openGltf` does not have; null without any.
 Json materialsOf(const QString& path, const ReadOptions& options)
 {
     ReadTask task(path, options);
     const FileBytes file = readFile(task, path);
-    const auto filter = [](int depth, Json::parse_event_t event, Json& value) {
-        const bool isOtherMember = depth == 1 && event == Json::parse_event_t::key && value != "materials";
-        return !isOtherMember && depth <= maxJsonDepth;
-    };
-    const Json json = Json::parse(splitGltf(file, task).json, filter, false);
+    const auto isWanted = [](int depth, std::string_view key) { return depth > 1 || key == "materials"; };
+    const Json json = parseJson(splitGltf(file, task).json, task, isWanted);
     return json.is_object() ? json.value("materials", Json()) : Json();
 }
 

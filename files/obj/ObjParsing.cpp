@@ -1,15 +1,16 @@
 #include "files/obj/ObjParsing.h"
 
 #include "files/obj/MeshWelding.h"
+#include "scene/Polygons.h"
 
 #include <assimp/IOSystem.hpp>
 #include <assimp/Importer.hpp>
 #include <assimp/MemoryIOWrapper.h>
-#include <assimp/postprocess.h>
 #include <assimp/scene.h>
 
 #include <charconv>
 #include <optional>
+#include <span>
 
 namespace files::obj
 {
@@ -17,43 +18,32 @@ namespace files::obj
 namespace
 {
 
-constexpr const char* objName = "scene.obj";
-constexpr const char* mtlName = "scene.mtl";
+constexpr const char* fileName = "scene.obj";
 
-/// Shows the two texts to assimp as the only files there are.
-class TextFiles : public Assimp::IOSystem
+/// Shows the text to assimp as the only file there is.
+class TextFile : public Assimp::IOSystem
 {
 public:
-    TextFiles(const std::string& obj, const std::string& mtl) : m_obj(obj), m_mtl(mtl) {}
+    explicit TextFile(const std::string& text) : m_text(text) {}
 
-    bool Exists(const char* file) const override { return textOf(file) != nullptr; }
+    bool Exists(const char* file) const override { return std::string_view(file).ends_with(fileName); }
     char getOsSeparator() const override { return '/'; }
     void Close(Assimp::IOStream* stream) override { delete stream; }
     Assimp::IOStream* Open(const char* file, const char*) override
     {
-        const std::string* text = textOf(file);
-        if (!text)
+        if (!Exists(file))
             return nullptr;
-        return new Assimp::MemoryIOStream(reinterpret_cast<const std::uint8_t*>(text->data()), text->size());
+        return new Assimp::MemoryIOStream(reinterpret_cast<const std::uint8_t*>(m_text.data()), m_text.size());
     }
 
 private:
-    const std::string* textOf(std::string_view file) const
-    {
-        if (file.ends_with(objName))
-            return &m_obj;
-        return file.ends_with(mtlName) ? &m_mtl : nullptr;
-    }
-
-    const std::string& m_obj;
-    const std::string& m_mtl;
+    const std::string& m_text;
 };
 
 /// One text of all parts. Sections become groups whose names are their numbers; the parts are used up.
 std::string wholeText(ObjText obj)
 {
-    std::string text = std::string("mtllib ") + mtlName + '\n';
-    text += std::exchange(obj.vertices, {});
+    std::string text = std::exchange(obj.vertices, {});
     for (std::size_t i = 0; i < obj.sections.size(); ++i) {
         text.append("g ").append(std::to_string(i)).append(1, '\n');
         text += std::exchange(obj.sections[i].elements, {});
@@ -85,15 +75,20 @@ void appendVertices(const aiMesh& from, osg::MeshArrays& to)
     }
 }
 
+void append(std::span<const std::uint32_t> corners, std::vector<std::uint32_t>& elements)
+{
+    elements.insert(elements.end(), corners.begin(), corners.end());
+}
+
+/// The library's own triangulation takes the square of a face's corners.
 void appendElements(const aiMesh& from, osg::MeshArrays& to)
 {
-    for (unsigned i = 0; i < from.mNumFaces; ++i) {
-        const aiFace& face = from.mFaces[i];
-        if (face.mNumIndices < 1 || face.mNumIndices > 3)
-            continue;
-        std::vector<std::uint32_t>* targets[] = {&to.points, &to.lines, &to.triangles};
-        std::vector<std::uint32_t>& target = *targets[face.mNumIndices - 1];
-        target.insert(target.end(), face.mIndices, face.mIndices + face.mNumIndices);
+    for (const aiFace& face : std::span(from.mFaces, from.mNumFaces)) {
+        const std::span<const std::uint32_t> corners(face.mIndices, face.mNumIndices);
+        if (corners.size() > 2)
+            osg::appendPolygon(to.positions, corners, to.triangles);
+        else if (!corners.empty())
+            append(corners, corners.size() == 1 ? to.points : to.lines);
     }
 }
 
@@ -113,48 +108,18 @@ std::vector<osg::Mesh> meshesOf(const aiScene& scene, std::size_t count)
     return meshes;
 }
 
-osg::Color3f colorOf(const aiMaterial& material, const char* key, unsigned type, unsigned index)
-{
-    aiColor3D color;
-    material.Get(key, type, index, color);
-    return {color.r, color.g, color.b};
-}
-
-MaterialLook lookOf(const aiMaterial& material)
-{
-    MaterialLook look;
-    look.ambient = colorOf(material, AI_MATKEY_COLOR_AMBIENT);
-    look.diffuse = colorOf(material, AI_MATKEY_COLOR_DIFFUSE);
-    look.specular = colorOf(material, AI_MATKEY_COLOR_SPECULAR);
-    look.emission = colorOf(material, AI_MATKEY_COLOR_EMISSIVE);
-    material.Get(AI_MATKEY_SHININESS, look.shininess);
-    float opacity = 1;
-    material.Get(AI_MATKEY_OPACITY, opacity);
-    look.transparency = 1 - opacity;
-    return look;
-}
-
-std::vector<MaterialLook> materialsOf(const aiScene& scene, std::size_t count)
-{
-    std::vector<MaterialLook> looks(count);
-    for (unsigned i = 0; i < scene.mNumMaterials; ++i)
-        if (const auto number = numberIn(scene.mMaterials[i]->GetName(), count))
-            looks[*number] = lookOf(*scene.mMaterials[i]);
-    return looks;
-}
-
 } // namespace
 
-ParsedObj parseObj(ObjText obj, const MtlText& mtl, const ReadTask& task)
+std::vector<osg::Mesh> parseObj(ObjText obj, const ReadTask& task)
 {
     const std::size_t sections = obj.sections.size();
     const std::string text = wholeText(std::move(obj));
     Assimp::Importer importer;
-    importer.SetIOHandler(new TextFiles(text, mtl.text));
-    const aiScene* scene = importer.ReadFile(objName, aiProcess_Triangulate);
+    importer.SetIOHandler(new TextFile(text));
+    const aiScene* scene = importer.ReadFile(fileName, 0);
     if (!scene || !scene->mRootNode)
         task.fail(ErrorCode::Damaged, QString::fromUtf8(importer.GetErrorString()));
-    return {meshesOf(*scene, sections), materialsOf(*scene, mtl.numbers.size())};
+    return meshesOf(*scene, sections);
 }
 
 } // namespace files::obj

@@ -1,22 +1,15 @@
 #pragma once
 
-#include "files/SceneBuilding.h"
-#include "files/obj/MtlText.h"
 #include "files/obj/ObjText.h"
+#include "scene/Mesh.h"
 
 #include <vector>
 
 namespace files::obj
 {
 
-/// What the parser makes of checked texts.
-struct ParsedObj {
-    std::vector<osg::Mesh> meshes;       ///< one for each section
-    std::vector<MaterialLook> materials; ///< by number
-};
-
-/// Has assimp parse the texts, resolve indices and cut polygons into triangles. Takes the texts over. Fails through
-/// `task` with what assimp says.
-ParsedObj parseObj(ObjText obj, const MtlText& mtl, const ReadTask& task);
+/// The mesh of each section: assimp parses the text and resolves indices, polygons are cut into triangles. Takes the
+/// text over. Fails through `task` with what assimp says.
+std::vector<osg::Mesh> parseObj(ObjText obj, const ReadTask& task);
 
 } // namespace files::obj

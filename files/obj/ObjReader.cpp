@@ -1,6 +1,7 @@
 #include "files/obj/ObjReader.h"
 
 #include "files/FileBytes.h"
+#include "files/obj/MtlReader.h"
 #include "files/obj/ObjParsing.h"
 #include "scene/SceneEdits.h"
 
@@ -36,8 +37,8 @@ osg::NodePtr added(const osg::NodePtr& parent, const osg::NodePtr& child)
 class ObjTree
 {
 public:
-    ObjTree(const osg::NodePtr& place, const MtlText& mtl, const ParsedObj& parsed, ReadTask& task)
-        : m_place(place), m_mtl(mtl), m_parsed(parsed), m_task(task)
+    ObjTree(const osg::NodePtr& place, const MtlLooks& looks, const std::vector<osg::Mesh>& meshes, ReadTask& task)
+        : m_place(place), m_looks(looks), m_meshes(meshes), m_task(task)
     {
     }
 
@@ -53,8 +54,8 @@ private:
     osg::MaterialPtr material(const std::string& name);
 
     osg::NodePtr m_place;
-    const MtlText& m_mtl;
-    const ParsedObj& m_parsed;
+    const MtlLooks& m_looks;
+    const std::vector<osg::Mesh>& m_meshes;
     ReadTask& m_task;
     std::map<Home, unsigned> m_inGroup;
     std::map<std::string, unsigned> m_inObject;
@@ -69,7 +70,7 @@ void ObjTree::build(const std::vector<ObjSection>& sections)
         ++m_inObject[section.object];
     }
     for (std::size_t i = 0; i < sections.size(); ++i)
-        add(sections[i], m_parsed.meshes[i]);
+        add(sections[i], m_meshes[i]);
 }
 
 /// True when the one geometry of an object or a group can stand for it.
@@ -126,11 +127,11 @@ osg::MaterialPtr ObjTree::material(const std::string& name)
         return {};
     const auto [entry, isNew] = m_materials.try_emplace(name);
     if (isNew) {
-        const auto number = m_mtl.numbers.find(name);
-        const bool isKnown = number != m_mtl.numbers.end();
+        const auto look = m_looks.find(name);
+        const bool isKnown = look != m_looks.end();
         if (!isKnown)
             m_task.warn(tr("no material library has the material '%1'").arg(QString::fromStdString(name)));
-        entry->second = makeMaterial(name, isKnown ? m_parsed.materials[number->second] : MaterialLook());
+        entry->second = makeMaterial(name, isKnown ? look->second : MaterialLook());
     }
     return entry->second.get();
 }
@@ -140,11 +141,11 @@ osg::MaterialPtr ObjTree::material(const std::string& name)
 osg::NodePtr readObj(ReadTask& task)
 {
     ObjText obj = checkObj(readFile(task, task.path()).text(), task);
-    const MtlText mtl = checkMtl(obj.libraries, task);
+    const MtlLooks looks = readMtl(obj.libraries, task);
     const std::vector<ObjSection> sections = namesOf(obj.sections);
-    const ParsedObj parsed = parseObj(std::move(obj), mtl, task);
+    const std::vector<osg::Mesh> meshes = parseObj(std::move(obj), task);
     FreshTree tree(makeGroup({}));
-    ObjTree(placeForContent(tree.root(), task.options()), mtl, parsed, task).build(sections);
+    ObjTree(placeForContent(tree.root(), task.options()), looks, meshes, task).build(sections);
     return tree.take();
 }
 

@@ -15,10 +15,6 @@ namespace files::obj
 namespace
 {
 
-/// The sum of the squares of the corners of large polygons: what cutting them up costs.
-constexpr std::uint64_t maxPolygonWork = 4'000'000'000;
-constexpr std::uint64_t smallPolygon = 64;
-
 enum Kind { Position, TexCoord, Normal };
 using Corner = std::array<std::uint32_t, 3>; ///< an index of each kind, 0 for none
 
@@ -62,7 +58,6 @@ private:
     void elements(char keyword, std::size_t atLeast);
     void addElement(char keyword, const std::vector<Corner>& corners, bool hasTexCoords, bool hasNormals);
     std::string& sectionText(bool hasTexCoords, bool hasNormals);
-    void countPolygon(std::uint64_t corners);
     void checkReach(Kind kind, const QString& name) const;
     void takeBareVertices();
     void tellWhatIsMissing();
@@ -85,7 +80,6 @@ private:
     std::array<Reach, 3> m_reach;
     bool m_hasColors = false;
     bool m_mixedColors = false;
-    std::uint64_t m_polygonWork = 0;
     std::uint64_t m_freeForms = 0;
     std::uint64_t m_unknown = 0;
     std::uint64_t m_degenerate = 0;
@@ -254,7 +248,6 @@ void ObjChecker::face()
     const auto all = [&](Kind kind) {
         return std::all_of(corners.begin(), corners.end(), [kind](const Corner& c) { return c[kind] != 0; });
     };
-    countPolygon(corners.size());
     addElement('f', corners, all(TexCoord), all(Normal));
 }
 
@@ -306,15 +299,6 @@ std::string& ObjChecker::sectionText(bool hasTexCoords, bool hasNormals)
         current = static_cast<std::int64_t>(place->second);
     }
     return m_result.sections[static_cast<std::size_t>(current)].elements;
-}
-
-void ObjChecker::countPolygon(std::uint64_t corners)
-{
-    if (corners <= smallPolygon)
-        return;
-    if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_task.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
-                    linePlace(m_lines.number()));
 }
 
 void ObjChecker::checkReach(Kind kind, const QString& name) const

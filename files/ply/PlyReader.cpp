@@ -19,10 +19,6 @@ namespace files::ply
 namespace
 {
 
-/// The sum of the squares of the corners of large polygons: what cutting them up costs.
-constexpr std::uint64_t maxPolygonWork = 1'000'000'000;
-constexpr std::uint64_t smallPolygon = 64;
-
 /// What a vertex can carry.
 enum Slot : std::size_t { X, Y, Z, NormalX, NormalY, NormalZ, Red, Green, Blue, Alpha, U, V, SlotCount };
 
@@ -88,7 +84,6 @@ private:
     void others(const PlyElement& element);
     void skip(const PlyProperty& property);
     std::uint32_t takeIndex(PlyType type);
-    void countPolygon(std::uint64_t corners);
     bool has(std::initializer_list<Slot> slots) const;
 
     [[noreturn]] void fail(const QString& message) const
@@ -102,7 +97,6 @@ private:
     std::array<bool, SlotCount + 1> m_has = {}; ///< with a place for what is not read
     osg::MeshArrays m_arrays;
     std::vector<std::uint32_t> m_corners; ///< of the face that is read
-    std::uint64_t m_polygonWork = 0;
 };
 
 osg::Mesh PlyElements::read()
@@ -215,15 +209,6 @@ std::uint32_t PlyElements::takeIndex(PlyType type)
     return static_cast<std::uint32_t>(index);
 }
 
-void PlyElements::countPolygon(std::uint64_t corners)
-{
-    if (corners <= smallPolygon)
-        return;
-    if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_task.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
-                    m_values->place());
-}
-
 void PlyElements::faces(const PlyElement& element)
 {
     const auto isColor = [](const PlyProperty& p) { return p.name == "red"; };
@@ -239,7 +224,6 @@ void PlyElements::faces(const PlyElement& element)
 void PlyElements::face(const PlyProperty& list)
 {
     const std::uint64_t length = m_values->takeLength(list);
-    countPolygon(length);
     m_corners.clear();
     for (std::uint64_t i = 0; i < length; ++i)
         m_corners.push_back(takeIndex(list.type));

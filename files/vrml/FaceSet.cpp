@@ -12,9 +12,6 @@ namespace files::vrml
 namespace
 {
 
-/// The sum of the squares of the corners of large polygons: what cutting them up costs.
-constexpr std::uint64_t maxPolygonWork = 1'000'000'000;
-constexpr std::uint64_t smallPolygon = 64;
 /// Vertices at one point that are compared with a further corner of it.
 constexpr std::size_t comparedVertices = 32;
 
@@ -29,7 +26,6 @@ private:
     void collectFaces();
     void addFace(std::size_t entry, std::size_t end, std::uint32_t number);
     void orient();
-    void checkPolygonWork(std::uint64_t corners);
     template <class T>
     std::vector<std::uint32_t> valueOfCorners(Carried<T>& carried, const QString& what);
     template <class T>
@@ -50,21 +46,10 @@ private:
     std::vector<std::uint32_t> m_normalOf, m_colorOf, m_texCoordOf; ///< each corner; empty for none
     std::vector<std::uint32_t> m_vertexOf;                          ///< each corner
     std::vector<std::uint32_t> m_cornerOfVertex;                    ///< one of those that a vertex stands for
-    std::uint64_t m_polygonWork = 0;
 };
-
-void MeshMaker::checkPolygonWork(std::uint64_t corners)
-{
-    if (corners <= smallPolygon)
-        return;
-    if (corners > maxPolygonWork / corners || (m_polygonWork += corners * corners) > maxPolygonWork)
-        m_source.fail(ErrorCode::LimitExceeded, tr("the polygons have too many corners to be cut into triangles"),
-                      m_set.offset);
-}
 
 void MeshMaker::addFace(std::size_t entry, std::size_t end, std::uint32_t number)
 {
-    checkPolygonWork(end - entry);
     m_faces.push_back({static_cast<std::uint32_t>(m_pointOfCorner.size()), static_cast<std::uint32_t>(end - entry),
                        static_cast<std::uint32_t>(entry), number});
     for (std::size_t i = entry; i < end; ++i) {

@@ -42,7 +42,7 @@ public:
     std::uint32_t getRefCount() const { return m_references; }
 
     /// True when both are of one class and all their fields are equal: values by value, pointers to other containers by
-    /// identity, attachments by their own fields. Names do not count. Two null values are equal.
+    /// identity, attachments and what a material holds by their fields. Names count inside only. Two null are equal.
     static bool isEqual(const FieldContainerPtr& a, const FieldContainerPtr& b);
 
 protected:

@@ -27,9 +27,9 @@ Q_DECLARE_METATYPE(znCADFileTypes::JobState)
 ///     finished(state)      from finish()
 ///
 /// finished() comes once a run. The frame adds none and swallows none: a job that announces its end twice is heard
-/// twice, though a queue counts one end. While the work goes on, another run() is refused with a warning. A job that
-/// has ended can be run again. A finish() that calls run() instead of znAbstractJob::finish() goes on with the run that
-/// was about to end, in the same queue slot.
+/// twice, though a queue counts one end. From starting() to the end of the work, another run() is refused with a
+/// warning. A job that has ended can be run again. A finish() that calls run() instead of znAbstractJob::finish() goes
+/// on with the run that was about to end, in the same queue slot.
 ///
 /// **State.** JobWaiting until the first run assigns another. A process job is JobRunning from its launch to the end of
 /// its process, then JobSucceeded or JobFailed; a processing job assigns its state itself. finished() carries the
@@ -40,7 +40,8 @@ Q_DECLARE_METATYPE(znCADFileTypes::JobState)
 /// becomes JobFailed and finished() follows. The exception's text becomes the error text either way.
 ///
 /// **Abort.** A job that waits in a queue ends with finished(JobFailed) without having run; none of its other signals
-/// come. What abort() does to a running job is told by each class. A job that neither waits nor runs ignores it.
+/// come. An abort from a slot on starting() takes the work back: finished(JobFailed) is next. What abort() does to a
+/// job at work is told by each class. A job that neither waits nor runs ignores it.
 ///
 /// **Ownership.** A job belongs to its QObject parent or to whoever made it, until it ends in a queue that deletes
 /// ended jobs. Such a queue deletes it from the event loop (also from one nested in somebody's wait), after every slot

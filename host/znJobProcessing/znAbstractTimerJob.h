@@ -6,7 +6,7 @@
 /// said.
 ///
 /// run() emits starting() and returns; process() is called by a single-shot timer. Until then abort() ends the job with
-/// finished(JobFailed), and its destruction takes the call back.
+/// finished(JobFailed), also from a slot on starting(), and its destruction takes the call back.
 class ZN_HOST_EXPORT znAbstractTimerJob : public znAbstractProcessingJob
 {
     Q_OBJECT

@@ -33,7 +33,7 @@ public:
     ~znJobQueue() override;
 
     /// Appends `job`. A null job and one that is in a queue already are refused with a warning. An ended job may be
-    /// added again.
+    /// added again, from a slot on its finished() on, unless the queue in which it ended deletes it.
     void addJob(znAbstractJob* job);
 
     /// Lets waiting jobs and those added later start.
@@ -42,8 +42,8 @@ public:
     /// Lets no further job start; running ones go on.
     void stopProcessing();
 
-    /// Ends the jobs that wait, with finished(JobFailed) each before this returns, then calls abort() on those that
-    /// run. Jobs that a slot adds meanwhile stay.
+    /// Ends the jobs that wait, with finished(JobFailed) each before this returns, and the processing jobs whose work
+    /// has not begun; then calls abort() on those that run. Jobs that a slot adds meanwhile stay.
     void abortAllJobs();
 
     /// Whether the queue owns its jobs from the moment they end, however they ended, and deletes them as

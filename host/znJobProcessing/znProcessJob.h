@@ -26,13 +26,13 @@ class ProcessRun;
 /// finished(JobFailed) follows when the process has ended, whatever its exit code: a job that was aborted neither
 /// succeeds nor runs again, a run() inside its finish() is taken back. That end comes from the event loop.
 ///
-/// **Dependent jobs.** A process job that is run inside the finish() of another, before that one's finished(), works
-/// for it. Abort of the other aborts it too. Destruction of the other ends it without a signal, and deletes it if it
-/// has no parent.
+/// **Going on.** A finish() may leave the end of the run to another job that works for this one (workFor()). When that
+/// has ended, a slot on its finished() calls run(), which goes on with the run, or znAbstractJob::finish(). Until then
+/// run() is refused.
 ///
 /// **The process** leads a process group of its own; when it ends, however it does, the rest of the group is killed.
-/// It dies with the host. Its standard input is empty. Both outputs are read as they come, while the event loop turns,
-/// and their last 64 KiB are kept.
+/// The group dies with the host. Its standard input is empty. Both outputs are read as they come, while the event loop
+/// turns, and their last 64 KiB are kept.
 class ZN_HOST_EXPORT znProcessJob : public znAbstractJob
 {
     Q_OBJECT
@@ -51,8 +51,14 @@ public:
     void run() override;
     void abort() override;
 
+    /// Makes the next run of this job, which is not running now, work for `other`, until it has ended: abort of the
+    /// other aborts it too. Destruction of the other ends it without a signal, and deletes it if it has no parent.
+    /// Refused with a warning when this job runs or the other works for it.
+    void workFor(znProcessJob& other);
+
     /// How the process of the last run ended: its exit code; 128 + n if signal n ended it; -1 for 255, which is how an
-    /// exit code of -1 arrives. Nothing if it runs, could not be started or none was launched yet.
+    /// exit code of -1 arrives; 21 for a run that was aborted, however its process ended. Nothing if it runs, could not
+    /// be started or none was launched yet.
     std::optional<int> getExitCode() const;
 
 protected:

@@ -17,6 +17,9 @@ public:
 
     /// The command line that converts `input`, quoted for `QProcess::splitCommand`, and the path of the file that it
     /// will write into `outputDir`. With `externalParts` the parts in other files stay references.
+    ///
+    /// The open host takes a name that no other job has, here or in another process, and makes the empty progress file
+    /// (".tmp") beside the output as its mark. Whoever removes that gives the name back.
     static std::pair<std::string, std::string> createProcessCommand(const std::string& input, bool externalParts,
                                                                     const std::string& outputDir);
 
@@ -25,7 +28,8 @@ public:
     static std::string createStylarConvertCommand(const std::string& input, std::string& convertedFile,
                                                   const std::string& outputDir);
 
-    /// What `exitCode` of the converter means, for the user, with the last error of `logFile` if there is one.
+    /// What `exitCode` of the converter means, for the user, with the last error of `logFile` if there is one. The open
+    /// host names the log as well, unless it goes with the session.
     static QString getProcessErrorDescription(int exitCode, const std::string& logFile);
 
     /// Whether `root` is the root of a tree that a converter made, and was not yet taken for an imported one.

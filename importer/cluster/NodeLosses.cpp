@@ -37,14 +37,14 @@ void writeLastWords(const znProcessJob& job, const QString& text)
 
 NodeLosses::NodeLosses(const QStringList& nodes) : m_left(nodes)
 {
-    znJobs::setLossJudge([this](znProcessJob& job, const QString& command, const QByteArray& output) {
+    m_judgeBefore = znJobs::setLossJudge([this](znProcessJob& job, const QString& command, const QByteArray& output) {
         return judge(job, command, output);
     });
 }
 
 NodeLosses::~NodeLosses()
 {
-    znJobs::setLossJudge({});
+    znJobs::setLossJudge(m_judgeBefore);
 }
 
 void NodeLosses::addNode(const QString& node)
@@ -59,7 +59,7 @@ znJobs::LossVerdict NodeLosses::judge(znProcessJob& job, const QString& command,
 {
     const QString node = failedNode(output);
     if (node.isEmpty())
-        return {};
+        return m_judgeBefore ? m_judgeBefore(job, command, output) : znJobs::LossVerdict();
     addNode(node);
     const QString before = job.property(lostNodeProperty).toString();
     job.setProperty(lostNodeProperty, node);

@@ -36,6 +36,7 @@ Q_SIGNALS:
 private:
     znJobs::LossVerdict judge(znProcessJob& job, const QString& command, const QByteArray& output);
 
+    znJobs::LossJudge m_judgeBefore; ///< asked where no node failed
     QStringList m_left;
     QStringList m_lost;
 };

@@ -2,6 +2,7 @@
 
 #include "files/scenefile/ConvertedTree.h"
 #include "protocol/FileNames.h"
+#include "ptx/conversion/FormerOutput.h"
 #include "ptx/conversion/InputFile.h"
 #include "ptx/conversion/OutputFile.h"
 #include "ptx/core/Limits.h"
@@ -25,7 +26,8 @@ class Conversion
 public:
     Conversion(const core::CommandLine& line, readers::Formats formats)
         : m_line(line), m_formats(formats), m_log(line.output + protocol::LogSuffix),
-          m_progressFile(line.output + protocol::ProgressSuffix), m_output(line.output)
+          m_progressFile(line.output + protocol::ProgressSuffix), m_output(line.output),
+          m_former(line.output, line.input)
     {
     }
 
@@ -35,6 +37,7 @@ public:
         if (!m_log.isOpen())
             return fail({core::ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
         core::processend::install(m_log, m_progress, m_output.unfinishedPath());
+        m_former.moveAside();
         tellStart();
         if (!input)
             return fail(input.failure());
@@ -101,6 +104,7 @@ private:
         m_progress.begin(core::Stage::Write);
         if (core::Trouble trouble = m_output.write(scene.value().root))
             return trouble;
+        m_former.drop();
         tellEnd();
         m_progress.begin(core::Stage::Finished);
         return std::nullopt;
@@ -136,6 +140,7 @@ private:
     core::Progress m_progress;
     core::ProgressFile m_progressFile;
     OutputFile m_output;
+    FormerOutput m_former;
     std::uint64_t m_inputBytes = 0;
 };
 

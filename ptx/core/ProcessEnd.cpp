@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -18,12 +19,30 @@ constexpr int FatalSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGSYS
 constexpr int StopSignals[] = {SIGTERM, SIGINT, SIGHUP};
 constexpr std::size_t HandlerStack = std::size_t{64} * 1024;
 
-// Set before the handlers are installed, read by them alone.
+constexpr std::size_t MostPath = 4096;
+
+// Read by the handlers. What may change once they are installed counts when the flag says so.
 struct {
     int log = -1;
     const Progress* progress = nullptr;
-    char unfinished[4096] = {};
+    char unfinished[MostPath] = {};
+    char aside[MostPath] = {};
+    char place[MostPath] = {};
+    std::atomic<bool> putsBack = false;
 } state;
+
+/// Calls only what a signal handler may.
+void restoreFiles()
+{
+    ::unlink(state.unfinished);
+    if (state.putsBack)
+        ::rename(state.aside, state.place);
+}
+
+void copyPath(char (&target)[MostPath], const std::string& path)
+{
+    std::snprintf(target, sizeof target, "%s", path.c_str());
+}
 
 void say(int descriptor, const char* text)
 {
@@ -62,7 +81,7 @@ void onFatal(int signal)
     sayEverywhere(signalText(signal));
     sayEverywhere(stageWord(state.progress->stage()));
     sayEverywhere("\n");
-    ::unlink(state.unfinished);
+    restoreFiles();
     ::_exit(protocol::exitCodeOfSignal(signal));
 }
 
@@ -71,7 +90,7 @@ void onStop(int)
     sayEverywhere("Error: cancelled in stage ");
     sayEverywhere(stageWord(state.progress->stage()));
     sayEverywhere("\n");
-    ::unlink(state.unfinished);
+    restoreFiles();
     ::_exit(protocol::number(ExitCode::Cancelled));
 }
 
@@ -101,7 +120,7 @@ void install(const Log& log, const Progress& progress, const std::string& unfini
 {
     state.log = log.descriptor();
     state.progress = &progress;
-    std::snprintf(state.unfinished, sizeof state.unfinished, "%s", unfinished.c_str());
+    copyPath(state.unfinished, unfinished);
     giveHandlersAStack();
     for (const int signal : FatalSignals)
         handle(signal, onFatal, SA_ONSTACK);
@@ -110,6 +129,14 @@ void install(const Log& log, const Progress& progress, const std::string& unfini
     // A write beyond a limit or into a closed pipe fails by its result.
     handle(SIGXFSZ, SIG_IGN, 0);
     handle(SIGPIPE, SIG_IGN, 0);
+}
+
+void putBack(const std::string& aside, const std::string& place)
+{
+    state.putsBack = false;
+    copyPath(state.aside, aside);
+    copyPath(state.place, place);
+    state.putsBack = !aside.empty();
 }
 
 void outputStands()
@@ -122,7 +149,7 @@ void end(Log& log, const Failure& failure)
 {
     log.error(failure.message);
     std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
-    ::unlink(state.unfinished);
+    restoreFiles();
     ::_exit(protocol::number(failure.code));
 }
 

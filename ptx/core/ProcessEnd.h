@@ -15,6 +15,9 @@ namespace ptx::core::processend
 /// `log` and `progress` must live until the process ends.
 void install(const Log& log, const Progress& progress, const std::string& unfinished);
 
+/// From now on such an end moves the file `aside` to `place`, if it is there; empty names end that.
+void putBack(const std::string& aside, const std::string& place);
+
 /// The output stands under its name: a request to stop comes too late and is ignored.
 void outputStands();
 

@@ -33,6 +33,8 @@ struct Body {
     ExactMeasures measures = {};
 };
 
+inline constexpr std::size_t NotCopied = static_cast<std::size_t>(-1);
+
 /// A product at its place.
 struct Occurrence {
     std::size_t product = 0;
@@ -41,6 +43,8 @@ struct Occurrence {
     int appearance = NoAppearance; ///< overrides whatever hangs below
     bool isVisible = true;
     std::vector<std::string> tags; ///< as files/scenefile/ConvertedTree.h words them
+    /// Occurrences of one number head copies of one tree, that of a part file: each root of such a file has its own.
+    std::size_t copied = NotCopied;
 };
 
 inline constexpr std::size_t NoBody = static_cast<std::size_t>(-1);
@@ -76,6 +80,7 @@ struct Model {
     std::vector<PathOverride> overrides;
     std::vector<Reference> references;
     std::vector<std::string> tags; ///< of the file as a whole
+    std::size_t copiedTrees = 0;   ///< how many numbers `Occurrence::copied` has taken
 };
 
 } // namespace ptx::model

@@ -69,6 +69,8 @@ std::vector<Occurrence> mergeModel(Model& whole, Model part, std::size_t firstBo
     append(whole.overrides, part.overrides, merger);
     std::vector<Occurrence> roots;
     append(roots, part.roots, merger);
+    for (Occurrence& root : roots)
+        root.copied = whole.copiedTrees++;
     return roots;
 }
 

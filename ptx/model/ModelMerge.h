@@ -8,7 +8,8 @@ namespace ptx::model
 {
 
 /// Adds the products of `part` to `whole`, whose bodies it follows with `firstBody` as the number of its first.
-/// @return the occurrences at the root of `part`, in the numbers of `whole`; whoever wants them seen has to place them
+/// @return the occurrences at the root of `part`, in the numbers of `whole`; whoever wants them seen has to place them,
+/// and may do so several times: each is the head of a copied tree
 std::vector<Occurrence> mergeModel(Model& whole, Model part, std::size_t firstBody);
 
 } // namespace ptx::model

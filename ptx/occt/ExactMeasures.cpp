@@ -13,6 +13,9 @@ namespace ptx::occt
 namespace
 {
 
+// Of an integration, relative. Without one a bolt of a real file loses 0.6 % of its volume.
+constexpr double Precision = 1e-5;
+
 double measureOr0(double value)
 {
     return std::isfinite(value) ? value : 0;
@@ -24,12 +27,12 @@ double measureOr0(double value)
 model::ExactMeasures exactMeasures(const TopoDS_Shape& shape)
 {
     GProp_GProps surfaces;
-    BRepGProp::SurfaceProperties(shape, surfaces);
+    BRepGProp::SurfaceProperties(shape, surfaces, Precision);
     model::ExactMeasures measures;
     measures.area = measureOr0(surfaces.Mass());
     for (TopExp_Explorer solids(shape, TopAbs_SOLID); solids.More(); solids.Next()) {
         GProp_GProps inside;
-        BRepGProp::VolumeProperties(solids.Current(), inside);
+        BRepGProp::VolumeProperties(solids.Current(), inside, Precision);
         measures.volume += measureOr0(std::abs(inside.Mass()));
     }
     return measures;

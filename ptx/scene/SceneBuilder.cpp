@@ -7,6 +7,7 @@
 #include "ptx/scene/NodeNames.h"
 #include "ptx/scene/OverrideTracker.h"
 #include "ptx/scene/PartCores.h"
+#include "ptx/scene/PlacementCores.h"
 #include "ptx/scene/ReferenceCore.h"
 #include "ptx/scene/RootNode.h"
 #include "scene/EditScope.h"
@@ -45,6 +46,7 @@ private:
         const model::Product* product;
         osg::NodePtr node;
         Look look;
+        const model::Reference* pending = nullptr; ///< whose node is still to come, as the last child
         std::size_t next = 0;
     };
 
@@ -58,8 +60,11 @@ private:
                 return trouble;
             Frame& top = stack.back();
             if (top.next == top.product->children.size()) {
+                if (top.pending)
+                    append(top.node, osg::makeNodeFor(makeReferenceCore(*top.pending)));
                 stack.pop_back();
                 m_overrides.leave();
+                m_placements.leave();
                 continue;
             }
             const std::size_t child = top.next++;
@@ -90,7 +95,11 @@ private:
     Frame enter(const model::Occurrence& occurrence, const osg::NodePtr& parent, const Look& around)
     {
         const model::Product& product = m_model.products[occurrence.product];
-        const osg::NodePtr node = osg::makeNodeFor(coreOf(occurrence));
+        const model::Reference* reference = referenceOf(occurrence.product);
+        const osg::RefPtr<osg::Transform3DPtr> placement(m_placements.enter(occurrence));
+        const bool isReference = reference && isFaithful(product, occurrence.placement);
+        const osg::NodePtr node =
+            osg::makeNodeFor(isReference ? placedReference(*reference, occurrence.placement) : placement.get());
         append(parent, node);
         osg::setName(node, nodeName(occurrence, product));
         m_facts.addTo(node, occurrence);
@@ -101,18 +110,28 @@ private:
         const Look look = around.overriddenBy(occurrence.appearance).below(product.appearance);
         if (product.body != model::NoBody)
             addBody(node, product, look);
-        return {&product, node, look};
+        return {&product, node, look, isReference ? nullptr : reference};
     }
 
-    osg::Transform3DPtr coreOf(const model::Occurrence& occurrence) const
+    const model::Reference* referenceOf(std::size_t product) const
     {
-        const auto reference = m_references.find(occurrence.product);
-        const osg::Transform3DPtr transform = reference == m_references.end()
-                                                  ? osg::Transform3D::create()
-                                                  : osg::Transform3DPtr(makeReferenceCore(*reference->second));
-        const osg::EditScope edit(transform, osg::Transform3D::MatrixFieldMask);
-        transform->setMatrix(occurrence.placement);
-        return transform;
+        const auto found = m_references.find(product);
+        return found == m_references.end() ? nullptr : found->second;
+    }
+
+    /// Whether a reference may be the node of its occurrence. Without a transform it is dissolved once it is loaded,
+    /// and name, tags and activity would go with it; with children it would pass for loaded.
+    static bool isFaithful(const model::Product& product, const osg::Matrix& placement)
+    {
+        return !placement.isIdentity() && product.body == model::NoBody && product.children.empty();
+    }
+
+    static osg::Transform3DPtr placedReference(const model::Reference& reference, const osg::Matrix& placement)
+    {
+        const osg::ExtReferencePtr core = makeReferenceCore(reference);
+        const osg::EditScope edit(core, osg::Transform3D::MatrixFieldMask);
+        core->setMatrix(placement);
+        return core;
     }
 
     void addBody(const osg::NodePtr& node, const model::Product& product, const Look& look)
@@ -137,6 +156,7 @@ private:
     PartCores m_cores;
     NodeFacts m_facts;
     OverrideTracker m_overrides;
+    PlacementCores m_placements;
     std::unordered_map<std::size_t, const model::Reference*> m_references; ///< by product
     Scene m_scene;
 };

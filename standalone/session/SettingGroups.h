@@ -149,15 +149,17 @@ struct OptimizeSettings : SettingGroup {
     /// What the help says.
     Setting<bool> mergeMaterials{m_list, "optimize.mergeMaterials", true,
                                  SettingHelp::tr("Make one material of equal ones.")};
-    Setting<bool> removeEmptyGroups{m_list, "optimize.removeEmptyGroups", false,
-                                    SettingHelp::tr("Remove groups without content.")};
+    Setting<bool> removeEmptyGroups{
+        m_list, "optimize.removeEmptyGroups", false,
+        SettingHelp::tr("Remove groups without content. No import comes to it: trees keep all groups.")};
     Setting<bool> flushTransformations{
         m_list, "optimize.flushTransformations", false,
         SettingHelp::tr("Move transforms into the vertices. Parts that are used in several places lose their "
                         "common geometry.")};
     Setting<bool> mergeGeometries{
         m_list, "optimize.mergeGeometries", false,
-        SettingHelp::tr("Merge geometries of one material under one parent, and mesh exact surfaces anew.")};
+        SettingHelp::tr("Merge geometries of one material under one parent, and mesh exact surfaces anew. The merged "
+                        "ones bear the name of the first, and new meshes have no texture coordinates.")};
     Setting<bool> keepNurbs{m_list, "optimize.keepNurbs", false,
                             SettingHelp::tr("Keep exact surfaces with the meshes that have them.")};
     Setting<bool> unshareNodes{m_list, "optimize.unshareNodes", false,
@@ -166,7 +168,8 @@ struct OptimizeSettings : SettingGroup {
                                          "optimize.sourceReferences",
                                          References::Dissolve,
                                          {QStringLiteral("dissolve"), QStringLiteral("keep")},
-                                         SettingHelp::tr("What becomes of references to part files.")};
+                                         SettingHelp::tr("What becomes of references to part files. A dissolved one "
+                                                         "without a transform goes with its name and tags.")};
     Setting<bool> solidKernel{
         m_list, "optimize.solidKernel", false,
         SettingHelp::tr("Add ambient occlusion to imported trees, and do not merge their geometries.")};
@@ -180,7 +183,8 @@ struct ExportSettings : SettingGroup {
     ///@{
     /// What the help says.
     Setting<bool> occlusionAsColors{m_list, "export.occlusionAsColors", false,
-                                    SettingHelp::tr("Write ambient occlusion into GLB files, as vertex colors.")};
+                                    SettingHelp::tr("Write ambient occlusion into GLB files, as vertex colors. Those "
+                                                    "that files bring are always removed on import.")};
     ///@}
 };
 

@@ -6,6 +6,7 @@
 #include "standalone/znAssets/AssetCalls.h"
 #include "standalone/znJobProcessing/ProcessLimit.h"
 #include "standalone/znKernel/ControllerCalls.h"
+#include "standalone/znKernel/LauncherFailure.h"
 #include "standalone/znKernelServices/CameraService.h"
 #include "standalone/znKernelServices/ReferenceService.h"
 #include "standalone/znOpenSGUtils/HelperCalls.h"
@@ -45,6 +46,7 @@ StandaloneSession::StandaloneSession()
     setService<znCameraService>(m_cameraService.get());
     utils::setTemporaryFolder(temporaryFolder().toStdString());
     znJobs::setProcessLimitProvider(processLimitOf(settings()));
+    znJobs::setLossJudge(kernel::judgeLaunch);
     state<files::SceneReaders>() = startup::builtInReaders();
     offerAssetCalls(*this);
 }
@@ -59,6 +61,7 @@ std::vector<osg::LivingContainer> StandaloneSession::end()
     if (current() != this)
         return {};
     znJobs::setProcessLimitProvider({});
+    znJobs::setLossJudge({});
     znKernelServiceFactory::the()->m_services.clear();
     utils::setTemporaryFolder({});
     utils::setLogSink({});

@@ -3,6 +3,8 @@
 #include "host/znUtils/znLog.h"
 #include "standalone/znAssets/AssetMaterials.h"
 
+#include <QAbstractEventDispatcher>
+
 namespace zn::assets
 {
 
@@ -17,9 +19,19 @@ void log(const QStringList& complaints)
 
 } // namespace
 
+/// Without an event loop there are no passes: then it is looked at each time.
+bool AssetItems::isUpToDate(const QString& folder)
+{
+    if (m_library.folder() != folder || (!m_nextPass.isActive() && !m_library.isUpToDate()))
+        return false;
+    if (!m_nextPass.isActive() && QAbstractEventDispatcher::instance())
+        m_nextPass.start(0);
+    return true;
+}
+
 const AssetLibrary& AssetItems::library(const QString& folder)
 {
-    if (m_library.folder() == folder && m_library.isUpToDate())
+    if (isUpToDate(folder))
         return m_library;
     QStringList complaints;
     m_library = AssetLibrary(folder, complaints);

@@ -1,7 +1,6 @@
 #include "standalone/znJobProcessing/ChildProcess.h"
 
 #include "protocol/ExitCode.h"
-#include "standalone/znJobProcessing/LostProcess.h"
 
 #include <signal.h>
 #include <sys/prctl.h>
@@ -22,8 +21,8 @@ std::optional<int> readExitCode(const QProcess& process)
     if (process.state() != QProcess::NotRunning || process.error() == QProcess::FailedToStart) {
         return std::nullopt;
     }
-    if (const auto* child = dynamic_cast<const ChildProcess*>(&process); child && child->isLost()) {
-        return lostExitCode;
+    if (const auto* child = dynamic_cast<const ChildProcess*>(&process); child && child->lostCode()) {
+        return child->lostCode();
     }
     if (process.exitStatus() == QProcess::CrashExit) {
         return protocol::exitCodeOfSignal(process.exitCode());
@@ -53,6 +52,7 @@ void ChildProcess::launch(const QString& command)
     if (m_group > 0) {
         // The child does the same. Whoever comes first, the group is there before anybody sends it a signal.
         ::setpgid(static_cast<pid_t>(m_group), static_cast<pid_t>(m_group));
+        m_watcher = std::make_unique<GroupWatcher>(static_cast<pid_t>(m_group));
     }
 }
 
@@ -79,6 +79,13 @@ void ChildProcess::signalGroup(int signal) const
     }
 }
 
+void ChildProcess::endGroup()
+{
+    signalGroup(SIGKILL);
+    m_watcher.reset(); // until now the number of the group was taken
+    m_group = 0;
+}
+
 void ChildProcess::endNow()
 {
     blockSignals(true);
@@ -86,6 +93,13 @@ void ChildProcess::endNow()
         signalGroup(SIGKILL);
         waitForFinished();
     }
+    m_watcher.reset();
+}
+
+void ChildProcess::close()
+{
+    endNow();
+    QProcess::close();
 }
 
 void ChildProcess::readOutput()

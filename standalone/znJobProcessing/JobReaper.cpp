@@ -1,27 +1,50 @@
 #include "standalone/znJobProcessing/JobReaper.h"
 
+#include "standalone/znJobProcessing/ApplicationOwned.h"
 #include "standalone/znJobProcessing/JobRecord.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 
 #include <utility>
+#include <vector>
 
 namespace znJobs
 {
 
+namespace
+{
+
+/// Of the whole process: what one reaper did not come to is left to the next.
+std::vector<std::shared_ptr<JobRecord>>& condemnedJobs()
+{
+    static std::vector<std::shared_ptr<JobRecord>> jobs;
+    return jobs;
+}
+
+} // namespace
+
 JobReaper& JobReaper::instance()
 {
-    static JobReaper reaper;
-    return reaper;
+    return applicationOwned<JobReaper>();
+}
+
+JobReaper::JobReaper()
+{
+    post();
+}
+
+void JobReaper::post()
+{
+    if (!std::exchange(m_posted, true)) {
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
 }
 
 void JobReaper::condemn(const std::shared_ptr<JobRecord>& record)
 {
-    if (m_condemned.empty()) {
-        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
-    }
-    m_condemned.push_back(record);
+    condemnedJobs().push_back(record);
+    post();
 }
 
 void JobReaper::take(const std::shared_ptr<JobRecord>& record)
@@ -35,7 +58,8 @@ void JobReaper::take(const std::shared_ptr<JobRecord>& record)
 
 void JobReaper::customEvent(QEvent*)
 {
-    for (const std::shared_ptr<JobRecord>& record : std::exchange(m_condemned, {})) {
+    m_posted = false;
+    for (const std::shared_ptr<JobRecord>& record : std::exchange(condemnedJobs(), {})) {
         take(record);
     }
 }

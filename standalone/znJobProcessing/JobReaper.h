@@ -3,15 +3,15 @@
 #include <QObject>
 
 #include <memory>
-#include <vector>
 
 namespace znJobs
 {
 
 class JobRecord;
 
-/// Deletes ended jobs from the event loop. An event of its own instead of QObject::deleteLater(), because a deferred
-/// delete that was asked for outside an event handler waits for the end of a loop of processEvents() calls.
+/// Deletes ended jobs from the event loop of the application object, to which it belongs. An event of its own instead
+/// of QObject::deleteLater(), because a deferred delete that was asked for outside an event handler waits for the end
+/// of a loop of processEvents() calls.
 class JobReaper : public QObject
 {
 public:
@@ -27,7 +27,13 @@ protected:
     void customEvent(QEvent* event) override;
 
 private:
-    std::vector<std::shared_ptr<JobRecord>> m_condemned;
+    template <typename T>
+    friend T& applicationOwned();
+
+    JobReaper();
+    void post();
+
+    bool m_posted = false;
 };
 
 } // namespace znJobs

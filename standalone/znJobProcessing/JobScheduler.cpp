@@ -1,7 +1,7 @@
 #include "standalone/znJobProcessing/JobScheduler.h"
 
+#include "standalone/znJobProcessing/ApplicationOwned.h"
 #include "standalone/znJobProcessing/ProcessLimit.h"
-#include "standalone/znJobProcessing/ProcessRun.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -12,15 +12,36 @@
 namespace znJobs
 {
 
+namespace
+{
+
+/// Those of the whole process: a queue may outlive the application object it was made under.
+std::vector<std::shared_ptr<QueueRecord>>& queues()
+{
+    static std::vector<std::shared_ptr<QueueRecord>> all;
+    return all;
+}
+
+} // namespace
+
 JobScheduler& JobScheduler::instance()
 {
-    static JobScheduler scheduler;
-    return scheduler;
+    return applicationOwned<JobScheduler>();
+}
+
+JobScheduler::JobScheduler()
+{
+    postDispatch();
+}
+
+void JobScheduler::enlist(const std::shared_ptr<QueueRecord>& queue)
+{
+    queues().push_back(queue);
 }
 
 void JobScheduler::dismiss(const std::shared_ptr<QueueRecord>& queue)
 {
-    m_queues.erase(std::remove(m_queues.begin(), m_queues.end(), queue), m_queues.end());
+    std::erase(queues(), queue);
 }
 
 void JobScheduler::postDispatch()
@@ -40,17 +61,17 @@ void JobScheduler::customEvent(QEvent*)
 
 void JobScheduler::release(JobRecord& job)
 {
-    if (job.holdsSlot) {
-        job.holdsSlot = false;
-        --(job.kind == JobKind::Process ? m_processes : m_processingJobs);
-        postDispatch();
+    if (JobScheduler* const owner = job.slotOwner) {
+        job.slotOwner.clear();
+        --owner->placesFor(job.kind);
+        owner->postDispatch();
     }
 }
 
 std::vector<JobScheduler::Candidate> JobScheduler::candidates(JobKind kind) const
 {
     std::vector<Candidate> found;
-    for (const std::shared_ptr<QueueRecord>& queue : m_queues) {
+    for (const std::shared_ptr<QueueRecord>& queue : queues()) {
         for (auto& [key, jobs] : queue->waiting) {
             if (queue->active && key.first == kind) {
                 found.push_back({queue.get(), key.second, &jobs});
@@ -101,22 +122,21 @@ void JobScheduler::dispatch(JobKind kind)
         if (!next) {
             return;
         }
-        next->holdsSlot = true;
-        ++(kind == JobKind::Process ? m_processes : m_processingJobs);
-        const FinishScope nobodysWork(nullptr);
+        next->slotOwner = this;
+        ++placesFor(kind);
         next->job->run();
     }
 }
 
-JobScheduler::ProcessingScope::ProcessingScope()
+JobScheduler::ProcessingScope::ProcessingScope() : m_scheduler(&instance())
 {
-    ++instance().m_processingDepth;
+    ++m_scheduler->m_processingDepth;
 }
 
 JobScheduler::ProcessingScope::~ProcessingScope()
 {
-    if (--instance().m_processingDepth == 0) {
-        instance().postDispatch();
+    if (m_scheduler && --m_scheduler->m_processingDepth == 0) {
+        m_scheduler->postDispatch();
     }
 }
 

@@ -9,7 +9,8 @@
 namespace znJobs
 {
 
-/// Shares the means of the host among the queues: process slots, and one place for a processing job.
+/// Shares the means of the host among the queues: process slots, and one place for a processing job. It belongs to the
+/// application object, in whose event loop it works; all queues of the process are its business.
 ///
 /// The next job is that of the highest priority over all active queues; among classes of equal priority the one that
 /// was served longest ago. So that none starves, a class that was overtaken four times as often as there are classes
@@ -19,8 +20,8 @@ class JobScheduler : public QObject
 public:
     static JobScheduler& instance();
 
-    void enlist(const std::shared_ptr<QueueRecord>& queue) { m_queues.push_back(queue); }
-    void dismiss(const std::shared_ptr<QueueRecord>& queue);
+    static void enlist(const std::shared_ptr<QueueRecord>& queue);
+    static void dismiss(const std::shared_ptr<QueueRecord>& queue);
 
     /// Starts what may start, from the event loop.
     void postDispatch();
@@ -29,7 +30,7 @@ public:
     void startProcesses() { dispatch(JobKind::Process); }
 
     /// Gives back the slot of `job`, if it holds one.
-    void release(JobRecord& job);
+    static void release(JobRecord& job);
 
     /// Whether more than one process job runs, or one waits in a queue that was started.
     bool hasSiblingProcesses() const { return m_processes > 1 || !candidates(JobKind::Process).empty(); }
@@ -42,24 +43,32 @@ public:
         ~ProcessingScope();
         ProcessingScope(const ProcessingScope&) = delete;
         ProcessingScope& operator=(const ProcessingScope&) = delete;
+
+    private:
+        const QPointer<JobScheduler> m_scheduler;
     };
 
 protected:
     void customEvent(QEvent* event) override;
 
 private:
+    template <typename T>
+    friend T& applicationOwned();
+
     struct Candidate {
         QueueRecord* queue = nullptr;
         int priority = 0;
         WaitingClass* jobs = nullptr;
     };
 
+    JobScheduler();
+
+    unsigned& placesFor(JobKind kind) { return kind == JobKind::Process ? m_processes : m_processingJobs; }
     std::vector<Candidate> candidates(JobKind kind) const;
     std::shared_ptr<JobRecord> takeNext(JobKind kind);
     bool hasSlot(JobKind kind) const;
     void dispatch(JobKind kind);
 
-    std::vector<std::shared_ptr<QueueRecord>> m_queues;
     unsigned m_processes = 0;       ///< slots held by process jobs
     unsigned m_processingJobs = 0;  ///< slots held by processing jobs
     unsigned m_processingDepth = 0; ///< calls of process() on the stack

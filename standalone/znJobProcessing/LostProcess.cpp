@@ -16,9 +16,9 @@ LossJudge& judge()
 
 } // namespace
 
-void setLossJudge(LossJudge newJudge)
+LossJudge setLossJudge(LossJudge newJudge)
 {
-    judge() = std::move(newJudge);
+    return std::exchange(judge(), std::move(newJudge));
 }
 
 LossVerdict judgeLoss(znProcessJob& job, const QString& command, const QByteArray& output)

@@ -1,19 +1,15 @@
 #include "standalone/znJobProcessing/ProcessRun.h"
 
+#include "protocol/ExitCode.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
+#include "standalone/znJobProcessing/Dependence.h"
 #include "standalone/znJobProcessing/JobReaper.h"
-#include "standalone/znJobProcessing/JobRecord.h"
 #include "standalone/znJobProcessing/LostProcess.h"
 #include "standalone/znJobProcessing/ProcessOutput.h"
 
-#include <QtDebug>
-
 #include <signal.h>
 
-#include <algorithm>
 #include <chrono>
-#include <iterator>
-#include <utility>
 
 namespace znJobs
 {
@@ -23,38 +19,20 @@ namespace
 
 constexpr std::chrono::milliseconds grace{2000};
 
-std::vector<QPointer<znProcessJob>>& finishStack()
-{
-    static std::vector<QPointer<znProcessJob>> jobs;
-    return jobs;
-}
-
 } // namespace
-
-FinishScope::FinishScope(znProcessJob* job)
-{
-    finishStack().emplace_back(job);
-}
-
-FinishScope::~FinishScope()
-{
-    finishStack().pop_back();
-}
-
-znProcessJob* FinishScope::innermost()
-{
-    return finishStack().empty() ? nullptr : finishStack().back().data();
-}
 
 ProcessRun::ProcessRun(znProcessJob& owner) : m_job(owner)
 {
     m_grace.setSingleShot(true);
     m_grace.setInterval(grace);
+    record().delay = std::make_unique<QTimer>();
+    record().delay->setSingleShot(true);
+    QObject::connect(record().delay.get(), &QTimer::timeout, [this] { endUnworked(); });
 }
 
 ProcessRun::~ProcessRun()
 {
-    endDependents();
+    endWorkers();
     retireProcess();
 }
 
@@ -63,93 +41,36 @@ void ProcessRun::connectTimer()
     QObject::connect(&m_grace, &QTimer::timeout, &m_job, [this] { m_child->signalGroup(SIGKILL); });
 }
 
-bool ProcessRun::workGoesOn() const
-{
-    return m_starting || m_endPosted || (m_child && m_child->state() != QProcess::NotRunning);
-}
-
-bool ProcessRun::runGoesOn() const
-{
-    return m_finishing > 0 || workGoesOn() || hasDependents();
-}
-
-std::vector<QPointer<znProcessJob>> ProcessRun::dependents() const
-{
-    std::vector<QPointer<znProcessJob>> found;
-    std::copy_if(m_dependents.begin(), m_dependents.end(), std::back_inserter(found),
-                 [this](const QPointer<znProcessJob>& job) {
-                     return job && of(*job).m_worksFor == &m_job && of(*job).runGoesOn();
-                 });
-    return found;
-}
-
-void ProcessRun::workFor(znProcessJob& other)
-{
-    ProcessRun& run = of(other);
-    run.m_dependents = run.dependents();
-    run.m_dependents.emplace_back(&m_job);
-    m_worksFor = &other;
-    m_aborted = m_aborted || run.m_aborted;
-}
-
 void ProcessRun::begin()
 {
-    if (workGoesOn()) {
-        qWarning() << "run() was called on a" << m_job.metaObject()->className() << "that is running";
+    switch (record().start()) {
+    case StartResult::Work:
+        return launch(Launch::First);
+    case StartResult::TakenBack:
+        return endLater();
+    case StartResult::None:
         return;
     }
-    joinRun();
-    if (!m_aborted && !announceStart()) {
-        return;
-    }
-    m_tryingAgain = false;
-    m_aborted ? postEnd(&ProcessRun::endUnlaunched) : launch();
 }
 
-/// A run() inside finish(), or while somebody works for this job, goes on with the run; any other begins a new one.
-void ProcessRun::joinRun()
-{
-    znProcessJob* const finishing = FinishScope::innermost();
-    if (finishing != &m_job && !hasDependents()) {
-        m_aborted = false;
-        m_worksFor = nullptr;
-        if (finishing) {
-            workFor(*finishing);
-        }
-    }
-}
-
-/// False if a slot destroyed the job.
-bool ProcessRun::announceStart()
-{
-    const BusyScope busy(m_job);
-    m_job.createBaseConnections();
-    m_starting = true;
-    Q_EMIT m_job.starting();
-    if (busy.alive()) {
-        m_starting = false;
-    }
-    return busy.alive();
-}
-
-void ProcessRun::launch()
+void ProcessRun::launch(Launch which)
 {
     retireProcess();
     m_child = new ChildProcess(&m_job);
     m_job.m_process = m_child;
     m_job.m_state = znCADFileTypes::JobRunning;
-    QObject::connect(m_child, &QProcess::started, &m_job, [this] { processStarted(); });
+    record().run = RunState::Working;
+    QObject::connect(m_child, &QProcess::started, &m_job, [this, which] { processStarted(which); });
     QObject::connect(m_child, &QProcess::errorOccurred, &m_job, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
-            processFailedToStart();
+            m_child->endGroup();
+            endLater();
         }
     });
     QObject::connect(
         m_child, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &m_job,
         [this](int code, QProcess::ExitStatus status) { processEnded(code == 0 && status == QProcess::NormalExit); });
-    m_launching = true;
     m_child->launch(m_job.m_command);
-    m_launching = false;
 }
 
 /// The object may be emitting the signal that led here, so it goes later, with the job at the latest.
@@ -160,40 +81,37 @@ void ProcessRun::retireProcess()
     }
     m_child->endNow();
     m_child->deleteLater();
-    if (JobRecord::of(m_job)->busy > 0) {
+    if (record().busy > 0) {
         m_child->setParent(nullptr);
     }
     m_child = nullptr;
     m_job.m_process = nullptr;
 }
 
-void ProcessRun::processStarted()
+/// Another process in place of one that was lost is nothing new to anybody.
+void ProcessRun::processStarted(Launch which)
 {
     const BusyScope busy(m_job);
-    if (m_aborted) {
+    if (record().aborted) {
         ask();
     }
-    if (!m_tryingAgain) {
+    if (which == Launch::First) {
         Q_EMIT m_job.started();
     }
 }
 
-void ProcessRun::processFailedToStart()
-{
-    m_launching ? postEnd(&ProcessRun::endUnstarted) : endUnstarted();
-}
-
 void ProcessRun::processEnded(bool clean)
 {
-    m_child->signalGroup(SIGKILL); // what the process left behind
-    const LossVerdict verdict = m_aborted ? LossVerdict() : judgeLoss(m_job, m_job.m_command, m_child->outputTail());
+    m_child->endGroup(); // what the process left behind
+    const LossVerdict verdict =
+        record().aborted ? LossVerdict() : judgeLoss(m_job, m_job.m_command, m_child->outputTail());
     if (verdict.lost && verdict.again) {
         return tryAgain(*verdict.again);
     }
     if (verdict.lost) {
-        m_child->setLost();
+        m_child->setLost(verdict.exitCode);
     }
-    end(clean && !m_aborted && !verdict.lost);
+    end(clean && !record().aborted && !verdict.lost);
 }
 
 /// The run has not ended, so it begins with no signal of its own.
@@ -201,61 +119,44 @@ void ProcessRun::tryAgain(const QString& command)
 {
     const BusyScope busy(m_job);
     m_job.m_command = command;
-    m_tryingAgain = true;
-    launch();
+    launch(Launch::Again);
 }
 
-/// An end that is known inside run() comes after it, like any other.
-void ProcessRun::postEnd(void (ProcessRun::*how)())
+/// An end without the end of a process comes after run(), like any other.
+void ProcessRun::endLater()
 {
-    m_endPosted = true;
-    const auto endNow = [this, how] {
-        if (std::exchange(m_endPosted, false)) {
-            (this->*how)();
-        }
-    };
-    QMetaObject::invokeMethod(&m_job, endNow, Qt::QueuedConnection);
+    record().run = RunState::Delayed;
+    record().delay->start(0);
 }
 
-void ProcessRun::endUnlaunched()
+/// finish() judges a process that could not be started; of one that was never launched it has nothing to judge.
+void ProcessRun::endUnworked()
 {
-    JobRecord::of(m_job)->endWithoutRun();
-}
-
-void ProcessRun::endUnstarted()
-{
-    end(false);
+    record().aborted ? record().endWithoutRun() : end(false);
 }
 
 void ProcessRun::end(bool clean)
 {
     const BusyScope busy(m_job);
-    const FinishScope scope(&m_job);
     m_grace.stop();
     m_job.m_state = clean ? znCADFileTypes::JobSucceeded : znCADFileTypes::JobFailed;
-    ++m_finishing;
-    m_job.finish();
-    if (busy.alive()) {
-        --m_finishing;
-    }
+    record().finishRun();
 }
 
-bool ProcessRun::abort()
+void ProcessRun::abort()
 {
-    if (!runGoesOn()) {
-        return false;
-    }
     const BusyScope busy(m_job);
-    m_aborted = true;
-    for (const QPointer<znProcessJob>& dependent : dependents()) {
-        if (dependent) {
-            dependent->abort();
+    if (!record().abort()) {
+        return;
+    }
+    for (const std::shared_ptr<JobRecord>& worker : workersOf(record())) {
+        if (worker->job) {
+            worker->job->abort();
         }
     }
     if (busy.alive() && m_child && m_child->state() == QProcess::Running) {
         ask();
     }
-    return true;
 }
 
 /// Not before the program runs: until then the child would handle the signal as the host does.
@@ -267,24 +168,26 @@ void ProcessRun::ask()
     }
 }
 
-void ProcessRun::endDependents()
+void ProcessRun::endWorkers()
 {
-    for (const QPointer<znProcessJob>& dependent : dependents()) {
-        if (dependent && (of(*dependent).workGoesOn() || of(*dependent).hasDependents())) {
-            of(*dependent).endSilently();
+    for (const std::shared_ptr<JobRecord>& worker : workersOf(record())) {
+        if (worker->job) {
+            of(static_cast<znProcessJob&>(*worker->job)).endSilently();
         }
     }
 }
 
 void ProcessRun::endSilently()
 {
-    m_aborted = true;
-    m_endPosted = false;
+    endWorkers();
     m_grace.stop();
-    endDependents();
+    record().delay->stop();
     if (m_child) {
         m_child->endNow();
     }
+    record().run = RunState::Idle;
+    record().aborted = true;
+    stopWorking(record());
     m_job.m_state = znCADFileTypes::JobFailed;
     if (!m_job.parent()) {
         m_job.blockSignals(true);
@@ -292,9 +195,20 @@ void ProcessRun::endSilently()
     }
 }
 
+/// The abort is ours, and so is the code that tells it: how the process took it says nothing about the work.
+std::optional<int> ProcessRun::exitCode() const
+{
+    const RunState run = record().run;
+    const bool goesOn = run == RunState::Starting || run == RunState::Delayed || run == RunState::Working;
+    if (record().aborted && !goesOn) {
+        return protocol::number(protocol::ExitCode::Cancelled);
+    }
+    return m_child ? readExitCode(*m_child) : std::nullopt;
+}
+
 QString ProcessRun::describeFailure() const
 {
-    if (m_aborted) {
+    if (record().aborted) {
         return znProcessJob::tr("Aborted");
     }
     const std::optional<int> code = m_job.getExitCode();

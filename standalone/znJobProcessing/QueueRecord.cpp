@@ -21,7 +21,7 @@ std::uint64_t nextTicket()
 
 void QueueRecord::add(znAbstractJob* job, int priority)
 {
-    if (!job || JobRecord::of(*job)->queue) {
+    if (!job || !JobRecord::of(*job)->leaveEnded()) {
         qWarning() << "A job queue was given" << (job ? "a job that is in a queue already" : "no job");
         return;
     }
@@ -86,7 +86,7 @@ void QueueRecord::abortAll()
     }
     for (const std::shared_ptr<JobRecord>& job : started) {
         if (job->job && job->phase == JobPhase::Started) {
-            job->job->abort();
+            job->stop();
         }
     }
 }
@@ -111,7 +111,7 @@ void QueueRecord::letGo(const std::shared_ptr<JobRecord>& job)
     if (started) {
         // From the event loop: slots on finished() may know the owner of this queue, which is dying as well.
         QMetaObject::invokeMethod(
-            job->job, [job] { job->job->abort(); }, Qt::QueuedConnection);
+            job->job, [job] { job->stop(); }, Qt::QueuedConnection);
     }
     if (started || job->busy > 0) {
         job->deletedWhenEnded = deletesEnded;
@@ -123,7 +123,7 @@ void QueueRecord::letGo(const std::shared_ptr<JobRecord>& job)
 void QueueRecord::postEmptiness()
 {
     if (queue && !m_emptinessPosted) {
-        m_emptinessPosted = true;
+        m_emptinessPosted = QCoreApplication::instance();
         QMetaObject::invokeMethod(
             queue, [this] { announceEmptiness(); }, Qt::QueuedConnection);
     }
@@ -131,10 +131,24 @@ void QueueRecord::postEmptiness()
 
 void QueueRecord::announceEmptiness()
 {
-    m_emptinessPosted = false;
-    if (m_members.empty() && m_hadJobs) {
+    m_emptinessPosted.clear();
+    if (m_members.empty() && m_hadJobs && m_deliveries == 0) {
         m_hadJobs = false;
         Q_EMIT queue->jobQueueEmpty();
+    }
+}
+
+DeliveryScope::DeliveryScope(std::shared_ptr<QueueRecord> queue) : m_queue(std::move(queue))
+{
+    if (m_queue) {
+        ++m_queue->m_deliveries;
+    }
+}
+
+DeliveryScope::~DeliveryScope()
+{
+    if (m_queue && --m_queue->m_deliveries == 0 && m_queue->m_members.empty()) {
+        m_queue->postEmptiness();
     }
 }
 

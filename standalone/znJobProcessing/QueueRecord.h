@@ -2,6 +2,9 @@
 
 #include "standalone/znJobProcessing/JobRecord.h"
 
+#include <QCoreApplication>
+#include <QPointer>
+
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -47,6 +50,8 @@ public:
     std::map<std::pair<JobKind, int>, WaitingClass> waiting; ///< by kind and priority; no class is empty
 
 private:
+    friend class DeliveryScope;
+
     std::vector<std::shared_ptr<JobRecord>> membersInPhase(JobPhase phase) const;
     void letGo(const std::shared_ptr<JobRecord>& job);
     void postEmptiness();
@@ -54,7 +59,21 @@ private:
 
     JobList m_members;
     bool m_hadJobs = false;
-    bool m_emptinessPosted = false;
+    int m_deliveries = 0;                         ///< calls of finished() of its jobs on the stack
+    QPointer<QCoreApplication> m_emptinessPosted; ///< has been asked to tell it from its event loop
+};
+
+/// Spans the delivery of a job's finished(): emptiness of the queue, which may be null, is told after it.
+class DeliveryScope
+{
+public:
+    explicit DeliveryScope(std::shared_ptr<QueueRecord> queue);
+    ~DeliveryScope();
+    DeliveryScope(const DeliveryScope&) = delete;
+    DeliveryScope& operator=(const DeliveryScope&) = delete;
+
+private:
+    const std::shared_ptr<QueueRecord> m_queue;
 };
 
 } // namespace znJobs

@@ -1,10 +1,6 @@
 #include "host/znJobProcessing/znAbstractJob.h"
 
 #include "standalone/znJobProcessing/JobRecord.h"
-#include "standalone/znJobProcessing/ProcessRun.h"
-#include "standalone/znJobProcessing/QueueRecord.h"
-
-using znJobs::JobPhase;
 
 znAbstractJob::znAbstractJob(QObject* parent) : QObject(parent), m_record(std::make_shared<znJobs::JobRecord>(*this))
 {
@@ -20,13 +16,7 @@ znAbstractJob::~znAbstractJob()
 
 void znAbstractJob::abort()
 {
-    if (m_record->phase == JobPhase::Waiting) {
-        m_record->queue->takeFromWaiting(*m_record, JobPhase::Ending);
-        m_record->endWithoutRun();
-    } else if (m_record->delay && m_record->delay->isActive()) {
-        m_record->delay->stop();
-        m_record->endWithoutRun();
-    }
+    m_record->abort();
 }
 
 bool znAbstractJob::isMechanorJob() const
@@ -36,11 +26,5 @@ bool znAbstractJob::isMechanorJob() const
 
 void znAbstractJob::finish()
 {
-    const std::shared_ptr<znJobs::JobRecord> record = m_record;
-    {
-        const znJobs::BusyScope busy(*this);
-        const znJobs::FinishScope nobodysWork(nullptr);
-        Q_EMIT finished(m_state);
-    }
-    record->ended();
+    m_record->announceEnd();
 }

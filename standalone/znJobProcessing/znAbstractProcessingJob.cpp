@@ -3,39 +3,11 @@
 #include "standalone/znJobProcessing/JobRecord.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 
-#include <QtDebug>
-
 #include <exception>
-#include <utility>
 
 using znJobs::JobRecord;
-
-namespace
-{
-
-/// One call of process(): jobs of queues wait, and it knows whether the call has announced its end.
-class WorkScope
-{
-public:
-    explicit WorkScope(JobRecord& record) : m_record(record), m_outer(std::exchange(record.announced, false))
-    {
-        ++m_record.working;
-    }
-    ~WorkScope()
-    {
-        --m_record.working;
-        m_record.announced = m_outer;
-    }
-    WorkScope(const WorkScope&) = delete;
-    WorkScope& operator=(const WorkScope&) = delete;
-
-private:
-    JobRecord& m_record;
-    const bool m_outer;
-    const znJobs::JobScheduler::ProcessingScope m_processing;
-};
-
-} // namespace
+using znJobs::RunState;
+using znJobs::StartResult;
 
 znAbstractProcessingJob::znAbstractProcessingJob(QObject* parent) : znAbstractJob(parent) {}
 
@@ -46,10 +18,7 @@ void znAbstractProcessingJob::createBaseConnections()
     if (m_connectionsMade) {
         return;
     }
-    connect(this, &znAbstractProcessingJob::processingFinished, this, [this] {
-        JobRecord::of(*this)->announced = true;
-        finish();
-    });
+    connect(this, &znAbstractProcessingJob::processingFinished, this, [this] { JobRecord::of(*this)->finishRun(); });
     m_connectionsMade = true;
 }
 
@@ -64,20 +33,18 @@ void znAbstractProcessingJob::run()
 bool znAbstractProcessingJob::beginRun()
 {
     const std::shared_ptr<JobRecord> record = JobRecord::of(*this);
-    if ((record->working > 0 && !record->announced) || (record->delay && record->delay->isActive())) {
-        qWarning() << "run() was called on a" << metaObject()->className() << "that is running";
-        return false;
+    const StartResult result = record->start();
+    if (result == StartResult::TakenBack) {
+        record->endWithoutRun();
     }
-    createBaseConnections();
-    Q_EMIT starting();
-    return record->job != nullptr;
+    return result == StartResult::Work;
 }
 
 void znAbstractProcessingJob::work()
 {
     const znJobs::BusyScope busy(*this);
-    const std::shared_ptr<JobRecord> record = JobRecord::of(*this);
-    const WorkScope scope(*record);
+    const znJobs::JobScheduler::ProcessingScope scope;
+    JobRecord::of(*this)->run = RunState::Working;
     try {
         process();
     } catch (const std::exception& exception) {
@@ -94,9 +61,8 @@ void znAbstractProcessingJob::work()
 void znAbstractProcessingJob::endWithException(const QString& text)
 {
     m_errorText = text;
-    bool& announced = JobRecord::of(*this)->announced;
-    if (!std::exchange(announced, true)) {
+    if (JobRecord::of(*this)->run == RunState::Working) { // the end was not announced before
         m_state = znCADFileTypes::JobFailed;
-        finish();
+        JobRecord::of(*this)->finishRun();
     }
 }

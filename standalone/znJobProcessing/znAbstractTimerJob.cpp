@@ -20,6 +20,8 @@ znAbstractTimerJob::~znAbstractTimerJob() = default;
 void znAbstractTimerJob::run()
 {
     if (beginRun()) {
-        JobRecord::of(*this)->delay->start();
+        JobRecord& record = *JobRecord::of(*this);
+        record.run = znJobs::RunState::Delayed;
+        record.delay->start();
     }
 }

@@ -8,12 +8,12 @@ using znJobs::JobScheduler;
 
 znJobQueue::znJobQueue(QObject* parent) : QObject(parent), m_record(std::make_shared<znJobs::QueueRecord>(*this))
 {
-    JobScheduler::instance().enlist(m_record);
+    JobScheduler::enlist(m_record);
 }
 
 znJobQueue::~znJobQueue()
 {
-    JobScheduler::instance().dismiss(m_record);
+    JobScheduler::dismiss(m_record);
     m_record->dissolve();
 }
 

@@ -1,9 +1,11 @@
 #include "host/znJobProcessing/znProcessJob.h"
 
 #include "protocol/ExitCode.h"
-#include "standalone/znJobProcessing/ChildProcess.h"
+#include "standalone/znJobProcessing/Dependence.h"
 #include "standalone/znJobProcessing/JobRecord.h"
 #include "standalone/znJobProcessing/ProcessRun.h"
+
+#include <QtDebug>
 
 znProcessJob::znProcessJob(QObject* parent) : znProcessJob(QString(), parent) {}
 
@@ -22,14 +24,19 @@ void znProcessJob::run()
 
 void znProcessJob::abort()
 {
-    if (!m_run->abort()) {
-        znAbstractJob::abort();
+    m_run->abort();
+}
+
+void znProcessJob::workFor(znProcessJob& other)
+{
+    if (!znJobs::workFor(*znJobs::JobRecord::of(*this), *znJobs::JobRecord::of(other))) {
+        qWarning() << "workFor() was called on a" << metaObject()->className() << "that cannot work for the other now";
     }
 }
 
 std::optional<int> znProcessJob::getExitCode() const
 {
-    return m_process ? znJobs::readExitCode(*m_process) : std::nullopt;
+    return m_run->exitCode();
 }
 
 void znProcessJob::finish()

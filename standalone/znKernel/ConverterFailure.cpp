@@ -6,9 +6,7 @@
 #include "standalone/znJobProcessing/LostProcess.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <csignal>
 #include <map>
@@ -19,7 +17,7 @@ namespace zn::kernel
 namespace
 {
 
-QString tr(const char* text)
+QString translated(const char* text)
 {
     return QCoreApplication::translate("ConverterFailure", text);
 }
@@ -55,16 +53,18 @@ QString exitCodeMeaning(int exitCode)
         {number(ExitCode::NothingToImport),
          QT_TRANSLATE_NOOP("ConverterFailure", "There is nothing to import in the file.")},
         {znJobs::lostExitCode, QT_TRANSLATE_NOOP("ConverterFailure", "The machine that ran the converter failed.")},
+        {znJobs::launcherExitCode, QT_TRANSLATE_NOOP("ConverterFailure", "The launcher of the converter failed.")},
         {znPtxHelper::CouldNotStart, QT_TRANSLATE_NOOP("ConverterFailure", "The converter could not be started.")},
     };
     if (const auto found = meanings.find(exitCode); found != meanings.end())
-        return tr(found->second);
+        return translated(found->second);
     const std::optional<int> signal = protocol::signalOf(exitCode);
     if (signal == SIGTERM || signal == SIGINT)
-        return tr("The converter was asked to stop.");
+        return translated(QT_TRANSLATE_NOOP("ConverterFailure", "The converter was asked to stop."));
     if (signal)
-        return tr("The converter crashed (signal %1).").arg(*signal);
-    return tr("The converter ended with the exit code %1.").arg(exitCode);
+        return translated(QT_TRANSLATE_NOOP("ConverterFailure", "The converter crashed (signal %1).")).arg(*signal);
+    return translated(QT_TRANSLATE_NOOP("ConverterFailure", "The converter ended with the exit code %1."))
+        .arg(exitCode);
 }
 
 QString lastErrorOfLog(const QString& logFile)
@@ -81,20 +81,6 @@ QString lastErrorOfLog(const QString& logFile)
         if (const int at = line.indexOf(mark); at >= 0)
             last = line.mid(at + mark.size());
     return QString::fromUtf8(last).trimmed();
-}
-
-QString keptLog(const QString& logFile, const QString& temporaryFolder)
-{
-    const QFileInfo log(logFile);
-    if (!log.exists())
-        return QString();
-    if (!log.absoluteFilePath().startsWith(QFileInfo(temporaryFolder).absoluteFilePath() + QLatin1Char('/')))
-        return log.absoluteFilePath();
-    const QString folder = QDir::tempPath() + QStringLiteral("/znimport-logs");
-    QDir().mkpath(folder);
-    const QString copy = folder + QLatin1Char('/') + log.fileName();
-    QFile::remove(copy);
-    return QFile::copy(log.absoluteFilePath(), copy) ? copy : QString();
 }
 
 } // namespace zn::kernel

@@ -34,7 +34,7 @@ void putAbove(const osg::NodePtr& node, const osg::NodeCorePtr& core)
     const osg::NodePtr above = osg::makeNodeFor(core);
     osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
     parent->insertChild(static_cast<unsigned>(parent->findChild(node)), above);
-    above->addChild(node);
+    osg::addChild(above, node);
     osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
 }
 
@@ -53,7 +53,9 @@ void move(const osg::NodePtr& node, const osg::Vec3f& shift)
         return;
     }
     const osg::Transform3DPtr transform = osg::Transform3DBase::create();
+    osg::beginEditCP(transform, osg::TransformBase::MatrixFieldMask, 1);
     transform->setMatrix(before);
+    osg::endEditCP(transform, osg::TransformBase::MatrixFieldMask, 1);
     if (!core || core->getType().getId() == osg::Group::_type.getId())
         osg::exchangeCore(node, transform);
     else if (node->getParent())

@@ -2,13 +2,15 @@
 
 #include "files/scenefile/ConvertedTree.h"
 #include "host/znKernel/znFileIOHelper.h"
-#include "protocol/FileNames.h"
 #include "protocol/Options.h"
 #include "standalone/session/Session.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
+#include "standalone/znKernel/KeptLogs.h"
 #include "standalone/znKernel/Launcher.h"
+#include "standalone/znKernel/LauncherFailure.h"
+#include "standalone/znKernel/OutputNames.h"
 #include "standalone/znUtils/CallTrace.h"
 
 #include <QFileInfo>
@@ -24,11 +26,6 @@ namespace setting = protocol::setting;
 zn::Settings& settings()
 {
     return zn::Session::require().settings();
-}
-
-QString pathIn(const std::string& folder, const QString& name)
-{
-    return QString::fromStdString(folder) + QLatin1Char('/') + name;
 }
 
 /// The words that start the converter of the file's own format, if the settings name one.
@@ -76,8 +73,7 @@ std::pair<std::string, std::string> znPtxHelper::createProcessCommand(const std:
 {
     const zn::TracedCall call("znPtxHelper::createProcessCommand", input, externalParts, outputDir);
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
-    const QString output =
-        pathIn(outputDir, zn::kernel::convertedName(file) + QLatin1String(protocol::SceneFileSuffix));
+    const QString output = zn::kernel::takenSceneFile(file, QString::fromStdString(outputDir));
     const zn::kernel::TemplateValues values{file, output, externalParts};
     const zn::kernel::Launcher launcher(settings(), file, output);
     const QStringList words = ownConverter(values).value_or(commonConverter(values, launcher));
@@ -92,7 +88,7 @@ std::string znPtxHelper::createStylarConvertCommand(const std::string& input, st
     if (program.isEmpty())
         return std::string();
     const QString file = QFileInfo(QString::fromStdString(input)).absoluteFilePath();
-    const QString output = pathIn(outputDir, zn::kernel::convertedName(file) + QStringLiteral("-updated.styl"));
+    const QString output = zn::kernel::updatedFile(file, QString::fromStdString(outputDir));
     convertedFile = output.toStdString();
     const QString arguments = settings().converter.updateArguments;
     return zn::kernel::joinCommand(zn::kernel::Launcher(settings(), file, output).words() + QStringList(program) +
@@ -105,10 +101,12 @@ QString znPtxHelper::getProcessErrorDescription(int exitCode, const std::string&
     const zn::TracedCall call("znPtxHelper::getProcessErrorDescription", exitCode, logFile);
     const QString log = QString::fromStdString(logFile);
     QString text = zn::kernel::exitCodeMeaning(exitCode);
+    if (exitCode == znJobs::launcherExitCode)
+        text = (text + QLatin1Char(' ') + zn::kernel::wordsOfFailedLauncher()).trimmed();
     if (const QString error = zn::kernel::lastErrorOfLog(log); !error.isEmpty())
         text += QLatin1Char(' ') + error;
-    if (const QString kept = zn::kernel::keptLog(log, zn::Session::require().temporaryFolder()); !kept.isEmpty())
-        text += QStringLiteral(" [log: %1]").arg(kept);
+    if (QFileInfo::exists(log) && !zn::kernel::goesWithSession(log))
+        text += QStringLiteral(" [log: %1]").arg(QFileInfo(log).absoluteFilePath());
     return text;
 }
 

@@ -2,8 +2,13 @@
 
 #include "host/znOpenSGUberCamera/UberCamera.h"
 
+#include <QHash>
 #include <QString>
 
+#include <cstdint>
+#include <map>
+#include <set>
+#include <unordered_map>
 #include <vector>
 
 namespace zn::cameras
@@ -31,12 +36,18 @@ public:
     /// The entries whose cameras are alive, in the order in which they came.
     std::vector<Entry> entries() const;
 
-    /// The listed camera with this id; null when there is none.
+    /// The camera with this id, listed or not; null when there is none.
     static osg::UberCameraPtr cameraOf(unsigned cameraId);
+    /// The entry of this camera; with the id 0 when it is not listed or gone.
+    Entry find(unsigned cameraId) const;
     /// The entry of the viewpoint of this name; with the id 0 when there is none.
     Entry findViewpoint(const QString& name) const;
     /// The camera of this name directly below the root, as a node; null when there is none.
     osg::NodePtr findCamera(const QString& name) const;
+    /// Whether a listed camera other than that with the id `exceptId` bears this name.
+    bool isTaken(const QString& name, unsigned exceptId) const;
+    /// Names `camera`, and the node that bears it.
+    void rename(const osg::UberCameraPtr& camera, const QString& name);
 
     /// The scene is seen through the camera with this id from now on.
     void look(unsigned cameraId) { m_viewId = cameraId; }
@@ -46,8 +57,30 @@ public:
     osg::Matrix placementOf(const osg::UberCameraPtr& camera) const;
 
 private:
+    /// A camera that was listed once.
+    struct Known {
+        Entry entry;
+        bool isListed = true;
+    };
+    /// By number, in the order in which they came.
+    using KnownCameras = std::map<std::uint64_t, Known>;
+
+    /// Cameras by name, for the many finds of an import. It follows what is renamed here and is made anew when a camera
+    /// was renamed elsewhere.
+    struct NameIndex {
+        QHash<QString, std::set<std::uint64_t>> numbers;
+        std::uint64_t revision = 0;
+    };
+
+    const Known* knownOf(unsigned cameraId) const;
+    const std::set<std::uint64_t>& numbersOf(const QString& name) const;
+    void updateNames() const;
+
     osg::RefPtr<osg::NodePtr> m_root;
-    std::vector<Entry> m_entries;
+    KnownCameras m_known;
+    std::unordered_map<unsigned, std::uint64_t> m_numbers; ///< by camera id
+    std::uint64_t m_nextNumber = 0;
+    mutable NameIndex m_names;
     unsigned m_viewId = 0;
 };
 

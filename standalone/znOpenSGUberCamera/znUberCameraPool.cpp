@@ -39,10 +39,7 @@ znUberCameraPool* znUberCameraPool::the()
 osg::UberCameraPtr znUberCameraPool::get(unsigned id)
 {
     const zn::TracedCall call("znUberCameraPool::get", id);
-    for (const zn::cameras::CameraTree::Entry& entry : zn::cameras::sessionCameras().entries())
-        if (entry.cameraId == id)
-            return zn::cameras::CameraTree::cameraOf(id);
-    return {};
+    return zn::cameras::CameraTree::cameraOf(zn::cameras::sessionCameras().find(id).cameraId);
 }
 
 void znUberCameraPool::add(const osg::UberCameraPtr& camera, const osg::NodePtr& parent)

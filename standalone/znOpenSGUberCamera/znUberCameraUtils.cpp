@@ -1,7 +1,5 @@
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 
-#include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/Names.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -9,29 +7,12 @@
 namespace
 {
 
-bool isTaken(const QString& name, unsigned exceptId)
-{
-    for (const zn::cameras::CameraTree::Entry& entry : zn::cameras::sessionCameras().entries())
-        if (entry.cameraId != exceptId &&
-            znUberCameraUtils::getName(zn::cameras::CameraTree::cameraOf(entry.cameraId)) == name)
-            return true;
-    return false;
-}
-
 QString freeName(const QString& name, unsigned ownId)
 {
     QString free = name;
-    for (int number = 2; isTaken(free, ownId); ++number)
+    for (int number = 2; zn::cameras::sessionCameras().isTaken(free, ownId); ++number)
         free = name + QLatin1Char(' ') + QString::number(number);
     return free;
-}
-
-/// The node that bears the camera goes by the same name.
-void nameNodeOf(unsigned cameraId, const std::string& name)
-{
-    for (const zn::cameras::CameraTree::Entry& entry : zn::cameras::sessionCameras().entries())
-        if (entry.cameraId == cameraId)
-            osg::setName(osg::fcCast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(entry.nodeId)), name);
 }
 
 } // namespace
@@ -47,7 +28,5 @@ void znUberCameraUtils::setName(const osg::UberCameraPtr& camera, const QString&
     const zn::TracedCall call("znUberCameraUtils::setName", id, name, unique);
     if (!camera)
         return;
-    const std::string text = (unique ? freeName(name, id) : name).toStdString();
-    osg::setName(camera, text);
-    nameNodeOf(id, text);
+    zn::cameras::sessionCameras().rename(camera, unique ? freeName(name, id) : name);
 }

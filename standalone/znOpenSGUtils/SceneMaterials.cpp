@@ -1,15 +1,16 @@
 #include "standalone/znOpenSGUtils/SceneMaterials.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/FieldContainerFactory.h"
 #include "host/OSGSystem/MaterialPool.h"
 #include "host/OSGSystem/Names.h"
+#include "scene/NameRevisions.h"
 #include "standalone/session/Session.h"
 #include "standalone/znOpenSGUtils/NodesBesideScene.h"
 
 #include <QHash>
 
-#include <algorithm>
+#include <cstdint>
+#include <utility>
 
 namespace zn::nodes
 {
@@ -17,9 +18,10 @@ namespace zn::nodes
 namespace
 {
 
-/// From a name to the id of the first material of the pool that bore it when the names were noted.
-struct NotedNames {
-    QHash<QString, unsigned> ids;
+/// From a name to the first material of the pool that bears it, as of `revision`.
+struct NamedMaterials {
+    std::uint64_t revision = 0;
+    QHash<QString, osg::MaterialPtr> byName;
 };
 
 QString nameOf(const osg::MaterialPtr& material)
@@ -27,13 +29,17 @@ QString nameOf(const osg::MaterialPtr& material)
     return QString::fromUtf8(osg::getName(material));
 }
 
-/// What was noted under `name`, null when nothing was or when it does not hold any more.
-osg::MaterialPtr noted(const QString& name, const std::vector<osg::MaterialPtr>& materials)
+/// Made anew only when names or the pool have changed: imports prepare a find for each of thousands of bookmarks.
+const QHash<QString, osg::MaterialPtr>& namedMaterials()
 {
-    const unsigned id = Session::require().state<NotedNames>().ids.value(name);
-    const auto material = osg::fcCast<osg::Material>(osg::FieldContainerFactory::the()->getContainer(id));
-    const bool isThere = std::find(materials.begin(), materials.end(), material) != materials.end();
-    return isThere && nameOf(material) == name ? material : osg::MaterialPtr();
+    auto& [revision, byName] = Session::require().state<NamedMaterials>();
+    if (std::exchange(revision, osg::materialNamesRevision()) == osg::materialNamesRevision())
+        return byName;
+    byName.clear();
+    for (const osg::MaterialPtr& material : sceneMaterials())
+        if (const QString name = nameOf(material); !byName.contains(name))
+            byName.insert(name, material);
+    return byName;
 }
 
 } // namespace
@@ -47,21 +53,12 @@ std::vector<osg::MaterialPtr> sceneMaterials()
 
 void noteSceneMaterialNames()
 {
-    QHash<QString, unsigned>& ids = Session::require().state<NotedNames>().ids;
-    ids.clear();
-    for (const osg::MaterialPtr& material : sceneMaterials())
-        if (!ids.contains(nameOf(material)))
-            ids.insert(nameOf(material), material->getContainerId());
+    namedMaterials();
 }
 
 osg::MaterialPtr findSceneMaterial(const QString& name)
 {
-    const std::vector<osg::MaterialPtr> materials = sceneMaterials();
-    if (const osg::MaterialPtr known = noted(name, materials))
-        return known;
-    const auto found = std::find_if(materials.begin(), materials.end(),
-                                    [&name](const osg::MaterialPtr& material) { return nameOf(material) == name; });
-    return found == materials.end() ? osg::MaterialPtr() : *found;
+    return namedMaterials().value(name);
 }
 
 } // namespace zn::nodes

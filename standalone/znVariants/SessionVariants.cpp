@@ -4,8 +4,6 @@
 
 #include <QCoreApplication>
 
-#include <algorithm>
-
 namespace zn::variants
 {
 
@@ -38,9 +36,7 @@ void applyViewpoint(const QString& name, zn::cameras::CameraTree& cameras, QStri
 
 znVariantGroup* SessionVariants::findGroup(const QString& name) const
 {
-    const auto isNamed = [&](const auto& group) { return group->getName() == name; };
-    const auto found = std::find_if(m_groups.begin(), m_groups.end(), isNamed);
-    return found == m_groups.end() ? nullptr : found->get();
+    return m_groupsByName.value(name);
 }
 
 znVariantSet* SessionVariants::findSet(const QString& name) const
@@ -57,7 +53,7 @@ znVariantGroup* SessionVariants::addGroup(const QString& name)
 {
     if (name.isEmpty() || findGroup(name))
         return nullptr;
-    return m_groups.emplace_back(std::make_unique<znVariantGroup>(name)).get();
+    return m_groupsByName[name] = m_groups.emplace_back(std::make_unique<znVariantGroup>(name)).get();
 }
 
 znVariantSet* SessionVariants::addSet(const QString& name, znVariantGroup* group)

@@ -50,6 +50,7 @@ private:
     Owned<znVariantSet> m_sets;
     Owned<znMaterialVariant> m_materialVariants;
     Owned<znNodeVariant> m_nodeVariants;
+    QHash<QString, znVariantGroup*> m_groupsByName;
     QHash<QString, znVariantSet*> m_setsByName;
     QHash<QString, znMaterialVariant*> m_materialVariantsByName;
     QHash<unsigned, znMaterialVariant*> m_materialVariantsById;

@@ -1,28 +1,11 @@
 #include "tests/converter/ConverterTest.h"
 
-#include <QTranslator>
-
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 using namespace znCADFileTypes;
 
 namespace
 {
-
-/// Answers the labels of the converter, and nothing else, in another language.
-class Reversing : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        QString result = QString::fromUtf8(text);
-        std::reverse(result.begin(), result.end());
-        return QByteArray(context) == "PtxToOsg" ? result : QString();
-    }
-};
 
 class ConversionProgress : public ConverterTest
 {
@@ -80,10 +63,8 @@ TEST_F(ConversionProgress, EachStageHasItsLabel)
 
 TEST_F(ConversionProgress, LabelsAreTranslated)
 {
-    Reversing translator;
-    QCoreApplication::installTranslator(&translator);
+    const Reversing translator("PtxToOsg");
     const QStringList reports = reportsOf({"progress 5 Merge", "progress 6 NoSuchStage"});
-    QCoreApplication::removeTranslator(&translator);
     EXPECT_EQ(reports, texts({"5 gnigreM", "6 nwonknU"}));
 }
 
@@ -118,6 +99,13 @@ TEST_F(ConversionProgress, WhatIsNoNumberIsNotReported)
 TEST_F(ConversionProgress, AGarbledStageIsReportedAsUnknown)
 {
     EXPECT_EQ(reportsOf({"progress-bytes 313320fffe0080deadbeef0001020304050607"}), texts({"13 Unknown"}));
+}
+
+TEST_F(ConversionProgress, AFileThatTakesThePlaceOfTheWatchedOneIsFollowed)
+{
+    EXPECT_EQ(reportsOf({"progress-replaced 20 Merge", "progress-replaced 30 Write", "progress 40 Write",
+                         "progress-replaced 50 Finalize"}),
+              texts({"20 Merging", "30 Writing file", "40 Writing file", "50 Cleaning up"}));
 }
 
 TEST_F(ConversionProgress, ValuesThatGoBackwardsAreReported)

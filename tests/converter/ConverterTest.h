@@ -5,9 +5,31 @@
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/standalone/znJobProcessing/ProcessTestJobs.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QTranslator>
 
+#include <algorithm>
 #include <memory>
+
+/// Answers the texts of one context, and nothing else, backwards while it lives.
+class Reversing : public QTranslator
+{
+public:
+    explicit Reversing(const char* context) : m_context(context) { QCoreApplication::installTranslator(this); }
+    ~Reversing() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        QString result = QString::fromUtf8(text);
+        std::reverse(result.begin(), result.end());
+        return m_context == context ? result : QString();
+    }
+
+private:
+    const QByteArray m_context;
+};
 
 /// A conversion whose inner values can be seen.
 class SeenConverterJob : public znPtxConverterJob

@@ -1,3 +1,4 @@
+#include "host/znKernel/znPtxHelper.h"
 #include "tests/converter/ConverterTest.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,13 @@ TEST_F(LegacyUpdate, AnOldFileIsUpdatedAndTheResultConverted)
     EXPECT_TRUE(QFileInfo::exists(job->getOutputFile()));
 }
 
+TEST_F(LegacyUpdate, TheUpdateIsToldInTheUsersLanguage)
+{
+    const Reversing translator("znPtxConverterJob");
+    const auto job = makeUpdatedJob("output scene");
+    EXPECT_TRUE(ConversionLog(*job).run().contains(QStringLiteral("0 eliF ralytS ycageL gnitadpU")));
+}
+
 TEST_F(LegacyUpdate, TheToolIsGivenTheOldFileAndAPathInTheOutputFolder)
 {
     const auto job = makeLegacyJob("arguments " + quotedPath("words"));
@@ -89,6 +97,36 @@ TEST_F(LegacyUpdate, TheUpdatedFileIsRemovedWithTheJob)
     EXPECT_EQ(outputs().filter(QStringLiteral(".tmp")), QStringList());
     EXPECT_FALSE(outputs().contains(output + QStringLiteral(".log")));
     EXPECT_TRUE(has(QStringLiteral("old.styl")));
+}
+
+/// The run on the old file and the one on the updated file have outputs of different names.
+TEST_F(LegacyUpdate, AfterASuccessNoLogOfAnyRunStays)
+{
+    auto job = makeUpdatedJob("log Warning: odd\noutput scene");
+    ConversionLog(*job).run();
+    EXPECT_EQ(outputs().filter(QStringLiteral(".log")).size(), 2);
+    job.reset();
+    EXPECT_EQ(outputs().size(), 1) << outputs().join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(outputs().first().endsWith(QStringLiteral(".osb")));
+}
+
+TEST_F(LegacyUpdate, AfterAFailureTheLogsOfAllRunsStay)
+{
+    auto job = makeUpdatedJob("log Error: odd\nexit 7");
+    ConversionLog(*job).run();
+    job.reset();
+    EXPECT_EQ(outputs().filter(QStringLiteral(".log")).size(), 2);
+    EXPECT_EQ(outputs().size(), 2);
+}
+
+TEST_F(LegacyUpdate, JobsOfOneOldFileHaveUpdatedFilesOfTheirOwn)
+{
+    std::string one;
+    std::string two;
+    const std::string old = path(QStringLiteral("old.styl")).toStdString();
+    znPtxHelper::createStylarConvertCommand(old, one, outputFolder().toStdString());
+    znPtxHelper::createStylarConvertCommand(old, two, outputFolder().toStdString());
+    EXPECT_NE(one, two);
 }
 
 TEST_F(LegacyUpdate, AnUpdateThatWritesNothingEndsTheJobWithoutText)

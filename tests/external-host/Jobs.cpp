@@ -147,6 +147,9 @@ void znProcessJob::abort()
     m_process->kill();
 }
 
+/// This host starts no more than one job at a time, and ends none for another.
+void znProcessJob::workFor(znProcessJob&) {}
+
 void znProcessJob::finish()
 {
     if (m_state == znCADFileTypes::JobFailed)

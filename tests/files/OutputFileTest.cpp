@@ -1,6 +1,7 @@
 #include "files/OutputFile.h"
 
 #include "tests/support/QtPrinters.h"
+#include "tests/support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -59,29 +58,6 @@ protected:
 
 private:
     QTemporaryDir m_folder;
-};
-
-/// While it lives, files of this process cannot grow beyond a size, as on a full disk.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(rlim_t bytes) : m_former(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_limit);
-        const rlimit small = {bytes, m_limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_former);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    void (*m_former)(int);
-    rlimit m_limit = {};
 };
 
 TEST_F(OutputFileTest, TheNameAppearsWithTheWholeContent)

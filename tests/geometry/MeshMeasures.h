@@ -65,3 +65,27 @@ inline double longestEdge(const osg::Mesh& mesh)
     }
     return longest;
 }
+
+/// Whether the triangles `i` and `j`, which both face upward, have more in common than corners and edges when they are
+/// looked at from above. Of two that do not, an edge of one has the other on its outer side.
+inline bool overlapFromAbove(const osg::Mesh& mesh, std::size_t i, std::size_t j)
+{
+    const auto corner = [&mesh](std::size_t triangle, std::size_t n) -> const osg::Vec3f& {
+        return mesh.positions[mesh.triangles[3 * triangle + n % 3]];
+    };
+    const auto isApart = [&corner](std::size_t one, std::size_t other) {
+        for (std::size_t n = 0; n < 3; ++n) {
+            const osg::Vec3f &p = corner(one, n), &q = corner(one, n + 1);
+            bool isOutside = true;
+            for (std::size_t m = 0; m < 3; ++m) {
+                const osg::Vec3f& r = corner(other, m);
+                isOutside =
+                    isOutside && (double(q.x) - p.x) * (double(r.y) - p.y) <= (double(q.y) - p.y) * (double(r.x) - p.x);
+            }
+            if (isOutside)
+                return true;
+        }
+        return false;
+    };
+    return !isApart(i, j) && !isApart(j, i);
+}

@@ -36,13 +36,15 @@ protected:
         return meshOf(m_node);
     }
 
-    /// Each triangle looks up, and no two overlap: their areas sum up to that of the outline.
+    /// Each triangle looks up, and no two overlap.
     static void expectUpward(const osg::Mesh& mesh)
     {
         for (std::size_t i = 0; i < mesh.triangles.size(); i += 3) {
             osg::Mesh one = mesh;
             one.triangles = std::vector<std::uint32_t>(&mesh.triangles[i], &mesh.triangles[i] + 3);
             EXPECT_GT(measuresOf(one).volume, 0) << "triangle " << i / 3;
+            for (std::size_t j = 0; j < i; j += 3)
+                EXPECT_FALSE(overlapFromAbove(mesh, i / 3, j / 3)) << "triangles " << i / 3 << " and " << j / 3;
         }
     }
 
@@ -60,6 +62,20 @@ TEST_F(TriangulateTest, AConcaveOutlineIsCoveredOnceAndFacesUpward)
     expectUpward(mesh);
     EXPECT_TRUE(mesh.primitives.empty());
     EXPECT_TRUE(mesh.corners.empty());
+}
+
+TEST(MeshMeasures, TrianglesThatShareAnEdgeOrACornerDoNotOverlap)
+{
+    osg::Mesh mesh;
+    mesh.positions =
+        std::vector<osg::Vec3f>{{0, 0, 1}, {4, 0, 1}, {4, 3, 1}, {0, 3, 2}, {9, 5, 1}, {1, 1, 7}, {3, 1, 7}};
+    mesh.triangles = std::vector<std::uint32_t>{0, 1, 2, 0, 2, 3, 2, 1, 4, 5, 6, 2, 5, 2, 3};
+    EXPECT_FALSE(overlapFromAbove(mesh, 0, 1));
+    EXPECT_FALSE(overlapFromAbove(mesh, 1, 2));
+    EXPECT_FALSE(overlapFromAbove(mesh, 0, 2));
+    EXPECT_TRUE(overlapFromAbove(mesh, 0, 3));
+    EXPECT_TRUE(overlapFromAbove(mesh, 4, 1));
+    EXPECT_TRUE(overlapFromAbove(mesh, 2, 2));
 }
 
 TEST_F(TriangulateTest, AStarWithFivePointsIsCoveredOnce)

@@ -60,7 +60,7 @@ std::vector<Layer> makeLayers()
         {"files/scenefile", together(formats, {"files/scenefile"})},
         {"files/vrml", together(formats, {"files/vrml"})},
         {"geometry", together(scene, {"geometry"})},
-        {"render", together(scene, {"geometry/rays", "render"})},
+        {"render", together(formats, {"geometry/rays", "render"})},
         {"standalone/startup", host},
         {"standalone/session", together(scene, {"geometry", "standalone/session", "standalone/znUtils"})},
         {"standalone", host, Foreign::Any, {"standalone/startup"}},

@@ -123,6 +123,8 @@ TEST(Layers, GeometryAndPicturesShareRaysOnly)
 {
     EXPECT_TRUE(mayInclude("render/a.cpp", "geometry/rays/RayScene.h"));
     EXPECT_FALSE(mayInclude("render/a.cpp", "geometry/Remeshing.h"));
+    EXPECT_TRUE(mayInclude("render/a.cpp", "files/OutputFile.h"));
+    EXPECT_FALSE(mayInclude("render/a.cpp", "files/glb/GlbWriter.h"));
     EXPECT_FALSE(mayInclude("geometry/a.cpp", "render/Snapshot.h"));
     EXPECT_FALSE(mayInclude("geometry/a.cpp", "files/scenefile/SceneFile.h"));
 }

@@ -3,7 +3,9 @@
 #include "host/znJobProcessing/znJobQueue.h"
 #include "host/znKernelServices/znReferenceService.h"
 #include "scene/EditAudit.h"
+#include "standalone/znKernel/LoadedGeometries.h"
 #include "standalone/znOpenSGUtils/NodePredicates.h"
+#include "standalone/znUtils/CallTrace.h"
 #include "tests/import/FileLoaderTest.h"
 
 using testing::Contains;
@@ -389,6 +391,17 @@ TEST_F(FileLoaderJob, FillEditsChildrenAndStateWithinTheirBrackets)
     EXPECT_THAT(last, ElementsAre(children, state));
     EXPECT_THAT(audit.idleBrackets(), IsEmpty());
     EXPECT_EQ(audit.openBrackets(), 0u);
+}
+
+TEST_F(FileLoaderJob, ALoadThatLeftNothingInTheListGivesNoNode)
+{
+    const zn::CallTrace trace([this](const std::string& call) {
+        if (call == "znFileIO::getLoadedGeometriesList()")
+            m_session.state<zn::kernel::LoadedGeometries>().entries.clear();
+    });
+    const Job job = load(m_file, wrapped(m_part));
+    EXPECT_EQ(job->getState(), JobSucceeded);
+    EXPECT_FALSE(job->getLoadedNode());
 }
 
 } // namespace

@@ -81,6 +81,27 @@ TEST_F(DocumentFactsTest, ReferencesThatLeadNowhereAreNamedWithTheirLines)
     EXPECT_EQ(facts->danglingCount, 11u);
 }
 
+/// An element that stands inside counts instead of the attribute, which is not followed then.
+TEST_F(DocumentFactsTest, ReferencesThatAnImportDoesNotFollowAreNotNamed)
+{
+    const auto facts = factsOf("<InstanceGraph rootRefs='r1' rootInstanceRef='i'>"
+                               "<Instance id='i' partRef='p' transformRef='t1'><Transform>1</Transform></Instance>"
+                               "</InstanceGraph><Part id='p' materialRef='m1' partRefs='p1'>"
+                               "<Occurrence materialRef='m2'><Material/></Occurrence></Part>");
+    ASSERT_TRUE(facts);
+    EXPECT_THAT(linesOf(*facts), IsEmpty());
+    EXPECT_EQ(facts->danglingCount, 0u);
+}
+
+TEST_F(DocumentFactsTest, AnElementIsCalledByTheNameAndTheIdThatTheDocumentGivesIt)
+{
+    const auto facts = factsOf("<InstanceGraph><ProductInstance partRef='p1'/></InstanceGraph>\n"
+                               "<ProductRevisionView id='v' instanceRefs='i1'/>");
+    ASSERT_TRUE(facts);
+    EXPECT_THAT(linesOf(*facts),
+                ElementsAre("3: ProductInstance  partRef p1", "4: ProductRevisionView v instanceRefs i1"));
+}
+
 TEST_F(DocumentFactsTest, ALongListOfReferencesIsCountedWholeAndNamedInPart)
 {
     const auto facts = factsOf("<Part id='p' instanceRefs='" + QByteArray("x ").repeated(1500) + "'/>");

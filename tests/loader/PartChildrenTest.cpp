@@ -69,7 +69,7 @@ TEST_F(PartChildrenTest, ResultsThatNobodyWantsAreNotLoadedAndDoNotCount)
 {
     const QString bolt = writePart(QStringLiteral("bolt.stp"), {"head"});
     m_parts[bolt.toStdString()] = {refer("first", bolt)};
-    m_children.setLoadResults(false);
+    m_children.setLoadResults([] { return false; });
     convertAll();
     EXPECT_THAT(m_placed, IsEmpty());
     EXPECT_EQ(m_children.arrivedCount(), 0u);

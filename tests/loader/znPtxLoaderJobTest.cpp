@@ -200,6 +200,27 @@ TEST_F(PtxLoaderJobTest, AnExceptionInTheBaseLoadStillEndsTheRunInOrder)
     EXPECT_EQ(job.getErrorText(), QStringLiteral("the log is full"));
 }
 
+TEST_F(PtxLoaderJobTest, TheHoldOnTheBaseLoadIsGivenUpHoweverItEnds)
+{
+    struct SeenLoaderJob : znPtxLoaderJob {
+        using znPtxLoaderJob::znPtxLoaderJob;
+        bool holds() const { return m_holdFinish; }
+    };
+    SeenLoaderJob good(writeScene(QStringLiteral("engine.osb"), assembly()), originalFile());
+    good.run();
+    EXPECT_FALSE(good.holds());
+    SeenLoaderJob job(path(QStringLiteral("nowhere.osb")), originalFile());
+    bool held = false;
+    m_session.setLogSink([&](const char*) {
+        held = job.holds();
+        throw std::runtime_error("the log is full");
+    });
+    job.run();
+    m_session.setLogSink({});
+    EXPECT_TRUE(held);
+    EXPECT_FALSE(job.holds());
+}
+
 TEST_F(PtxLoaderJobTest, AfterAnExceptionInTheBaseLoadTheJobRunsAgain)
 {
     const QString file = path(QStringLiteral("late.osb"));
@@ -225,6 +246,49 @@ TEST_F(PtxLoaderJobTest, AnExceptionWhileChildrenAreMadeCarriesTheRunningStateIn
     EXPECT_EQ(log.count(QStringLiteral("finished")), 1);
     EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
     EXPECT_TRUE(job->getLoadedNode());
+}
+
+TEST_F(PtxLoaderJobTest, AListenerThatFailsAtTheEndFailsTheJobNotTheProgram)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    const auto job = makeLoader();
+    QObject::connect(job.get(), &znAbstractProcessingJob::processingFinished,
+                     [] { throw std::runtime_error("no more ends"); });
+    LoaderLog log(*job);
+    job->run();
+    EXPECT_EQ(job->getErrorText(), QStringLiteral("no more ends"));
+    EXPECT_EQ(log.count(QStringLiteral("finished 1")), 1);
+    EXPECT_EQ(log.count(QStringLiteral("finished")), 1);
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+    EXPECT_THAT(namesBelow(*job, 0), ElementsAre("head"));
+}
+
+TEST_F(PtxLoaderJobTest, OfTwoExceptionsTheFirstOneCounts)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    const auto job = makeLoader();
+    QObject::connect(job.get(), &znPtxLoaderJob::startingChildPtxImport,
+                     [](const QString&) { throw std::runtime_error("no more parts"); });
+    QObject::connect(job.get(), &znAbstractProcessingJob::processingFinished,
+                     [] { throw std::runtime_error("no more ends"); });
+    job->run();
+    EXPECT_EQ(job->getErrorText(), QStringLiteral("no more parts"));
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+}
+
+TEST_F(PtxLoaderJobTest, ANodeThatAListenerTakesOutIsFilledWhereItIs)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    refer("other bolt", path(QStringLiteral("bolt.stp")));
+    const auto job = makeLoader();
+    QObject::connect(job.get(), &znPtxLoaderJob::childOsbLoaderJobCreated, [&job] {
+        const osg::NodePtr root = job->getLoadedNode();
+        root->subChild(root->getChild(0));
+    });
+    job->run();
+    EXPECT_EQ(job->getState(), JobSucceeded);
+    EXPECT_EQ(job->getLoadedNode()->getNChildren(), 1u);
+    EXPECT_THAT(namesBelow(*job, 0), ElementsAre("head"));
 }
 
 } // namespace

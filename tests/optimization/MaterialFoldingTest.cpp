@@ -201,17 +201,26 @@ TEST_F(MaterialFoldingTest, AFoldedMaterialGoesWhenNobodyHoldsIt)
         EXPECT_NE(living.id, id);
 }
 
-TEST_F(MaterialFoldingTest, SwitchMaterialsAreComparedWithoutALookInside)
+TEST_F(MaterialFoldingTest, MaterialsThatHoldOthersFoldWhenTheseAreEqual)
 {
-    const osg::SimpleMaterialPtr red = simple("red", {1, 0, 0}), alsoRed = simple("red", {1, 0, 0});
-    const osg::SwitchMaterialPtr first = switching("paint", {red});
+    const osg::SwitchMaterialPtr first = switching("paint", {simple("red", {1, 0, 0})});
     addGeometry(root, first);
-    const osg::NodePtr same = addGeometry(root, switching("paint", {red}));
-    const osg::SwitchMaterialPtr apart = switching("paint", {alsoRed});
+    const osg::NodePtr same = addGeometry(root, switching("paint", {simple("red", {1, 0, 0})}));
+    const osg::SwitchMaterialPtr apart = switching("paint", {simple("red", {0, 1, 0})});
     const osg::NodePtr other = addGeometry(root, apart);
+    const auto mirroring = [](const char* place) {
+        const osg::UBRDFMaterialPtr material = brdf("chrome");
+        material->setEnvironment(simple(place));
+        return material;
+    };
+    const osg::UBRDFMaterialPtr chrome = mirroring("hall"), outside = mirroring("yard");
+    addGeometry(root, chrome);
+    const osg::NodePtr alsoChrome = addGeometry(root, mirroring("hall")), elsewhere = addGeometry(root, outside);
     folding.optimizeMaterials(root);
     EXPECT_TRUE(materialOf(same) == first);
     EXPECT_TRUE(materialOf(other) == apart);
+    EXPECT_TRUE(materialOf(alsoChrome) == chrome);
+    EXPECT_TRUE(materialOf(elsewhere) == outside);
 }
 
 TEST_F(MaterialFoldingTest, EachMaterialIsAskedForItsNameOnce)

@@ -1,7 +1,9 @@
+#include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/MaterialPool.h"
 #include "host/znKernel/znScenegraph.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGExt/FileInfo.h"
+#include "scene/EditAudit.h"
 #include "scene/NodeProperties.h"
 #include "standalone/znKernel/UserInterfaceState.h"
 #include "tests/optimization/TreeOptimizationTest.h"
@@ -284,12 +286,42 @@ TEST_F(Job, KnownMaterialsAreReusedOnRequestOnly)
     EXPECT_EQ(*(ids + 1), "znMaterialMerger::reuseMaterials");
 }
 
+TEST_F(Job, TheTreeAloneIsComparedWithWhatThePoolHolds)
+{
+    const osg::SimpleMaterialPtr known = osg::SimpleMaterialBase::create();
+    znScenegraph::getMaterialPool()->add(osg::MaterialPtr(known));
+    job = std::make_unique<znPtxTreeOptimizationJob>(QStringLiteral("a.stp"), tree.get(), osg::NodePtr());
+    job->setMergeMaterials(true);
+    EXPECT_EQ(runJob(), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(callsOf("znMaterialMerger::reuseMaterials"),
+                ElementsAre("znMaterialMerger::reuseMaterials([" + treeText() + "], [" +
+                            std::to_string(known->getContainerId()) + "], 12, 0)"));
+}
+
 TEST_F(Job, MaterialsOfTheTreeComeIntoThePool)
 {
     const osg::SimpleMaterialPtr material = osg::SimpleMaterialBase::create();
     osg::fcCast<osg::Geometry>(tree->getChild(0)->getCore())->setMaterial(material);
     EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
     EXPECT_THAT(znScenegraph::getMaterialPool()->getMaterials(), Contains(osg::MaterialPtr(material)));
+}
+
+TEST_F(Job, ThePoolIsOpenedAsAWhole)
+{
+    const osg::EditAudit audit;
+    EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(audit.brackets(), Contains(osg::EditAudit::Record{znScenegraph::getMaterialPool()->getContainerId(),
+                                                                  "MaterialPool", osg::AllFieldsMask}));
+}
+
+TEST_F(Job, TheEndIsToldWithTheStateOfTheRun)
+{
+    job = std::make_unique<znPtxTreeOptimizationJob>(QStringLiteral("a.stp"), tree.get(), osg::NodePtr());
+    std::vector<znCADFileTypes::JobState> told;
+    QObject::connect(job.get(), &znAbstractJob::finished, job.get(),
+                     [&](znCADFileTypes::JobState state) { told.push_back(state); });
+    runJob();
+    EXPECT_THAT(told, ElementsAre(znCADFileTypes::JobSucceeded));
 }
 
 TEST_F(Job, TheWantedParentTakesTheTree)
@@ -354,6 +386,19 @@ TEST_F(Job, SceneSettingsMoveTheTree)
         callsOf("znFileIO::applyGeometryImportTransformations"),
         ElementsAre("znFileIO::applyGeometryImportTransformations(" + treeText() + ", 'a.stp', false, true, false)"));
     EXPECT_EQ(matrixOf(tree.get()), placed({1, 1, 1}, {-3, -5, -3}));
+}
+
+TEST_F(Job, EveryStepChangesFieldsWithinTheirBrackets)
+{
+    for (const char* name : {"scene.centerInOrigin", "scene.putOnGround", "optimize.flushTransformations"})
+        set(name, "on");
+    const osg::EditAudit audit;
+    EXPECT_EQ(run("a.stp"), znCADFileTypes::JobSucceeded);
+    EXPECT_THAT(audit.unbracketed(), testing::IsEmpty());
+    EXPECT_THAT(audit.unmatchedEnds(), testing::IsEmpty());
+    EXPECT_EQ(audit.openBrackets(), 0u);
+    EXPECT_THAT(audit.brackets(), Contains(osg::EditAudit::Record{tree->getCore()->getContainerId(), "Transform3D",
+                                                                  osg::TransformBase::MatrixFieldMask}));
 }
 
 TEST_F(Job, InvalidReferencesOfMechanorFilesLoseTheirTransform)

@@ -1,6 +1,8 @@
 #include "plmxml/znPLMXMLLoaderJob.h"
 
 #include "host/znJobProcessing/znJobQueue.h"
+#include "standalone/znKernel/LoadedGeometries.h"
+#include "standalone/znKernel/UserInterfaceState.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/cad/visualization/StructureText.h"
 #include "tests/loader/LoaderTest.h"
@@ -173,15 +175,13 @@ TEST_F(PLMXMLLoaderJobTest, AFileThatTheHostReadsGoesToTheFirstNodeOnly)
     EXPECT_EQ(import({"a.obj", "a.obj", "a.obj", "a.obj"}), znCADFileTypes::JobSucceeded);
     EXPECT_THAT(lines, ElementsAre("started", "found a.obj", "loading a.obj", "loaded a.obj", "processed", "node",
                                    "finished 0"));
-    unsigned filled = 0;
     for (unsigned i = 0; i < 4; ++i) {
         const osg::NodePtr part = tree->getChild(0)->getChild(i);
         EXPECT_EQ(nameOf(part), "P" + std::to_string(i));
-        filled += part->getChild(0)->getNChildren() > 0 ? 1 : 0;
+        EXPECT_EQ(part->getChild(0)->getNChildren() > 0, i == 0) << i;
         // The clones share the core, so the state shows at all of them.
         EXPECT_EQ(referenceOf(part->getChild(0))->getState(), 2u);
     }
-    EXPECT_EQ(filled, 1u);
 }
 
 TEST_F(PLMXMLLoaderJobTest, TheOwnReferenceOfALoadedFileGoes)
@@ -221,11 +221,14 @@ TEST_F(PLMXMLLoaderJobTest, ACloneGoesToTheEndOfTheParentsChildren)
               "<Part id='p' name='P' type='solid' instanceRefs='j'><Representation format='X' location='a.stp'/></Part>"
               "<Part id='q' name='Q'/></ProductDef></PLMXML>"));
     std::vector<std::string> before;
-    QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobCreated, job.get(),
-                     [&] { before = childNames(job->getLoadedNode()->getChild(0)->getChild(0)); });
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobCreated, job.get(), [&] {
+        const osg::NodePtr parent = job->getLoadedNode()->getChild(0)->getChild(0);
+        addGroup(parent, "behind it");
+        before = childNames(parent);
+    });
     EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
-    EXPECT_THAT(before, ElementsAre("Q", "a"));
-    EXPECT_THAT(childNames(tree->getChild(0)->getChild(0)), ElementsAre("Q", "part root"));
+    EXPECT_THAT(before, ElementsAre("Q", "a", "behind it"));
+    EXPECT_THAT(childNames(tree->getChild(0)->getChild(0)), ElementsAre("Q", "behind it", "part root"));
 }
 
 TEST_F(PLMXMLLoaderJobTest, AMissingPartFileIsSkippedWithoutAWord)
@@ -277,6 +280,23 @@ TEST_F(PLMXMLLoaderJobTest, ConvertedFilesAreLeftAloneOnRequest)
                                    "processed", "node", "finished 3"));
 }
 
+/// The switch counts when a conversion has ended, so a listener may still change it then.
+TEST_F(PLMXMLLoaderJobTest, WhetherConvertedFilesAreLoadedCountsWhenAConversionEnds)
+{
+    for (const bool atFirst : {true, false}) {
+        writePart(QStringLiteral("a.stp"), {"wheel"});
+        make(documentOf({"a.stp"}));
+        job->setLoadConvertedPtxFiles(atFirst);
+        QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                         [&](znPtxConverterJob* child) {
+                             QObject::connect(child, &znPtxConverterJob::outputFileReady, job.get(),
+                                              [&] { job->setLoadConvertedPtxFiles(!atFirst); });
+                         });
+        EXPECT_EQ(run(), atFirst ? znCADFileTypes::JobPartial : znCADFileTypes::JobSucceeded);
+        EXPECT_EQ(count("load of"), atFirst ? 0 : 1);
+    }
+}
+
 TEST_F(PLMXMLLoaderJobTest, UnwantedPartFilesStayUnreadAndTheImportIsComplete)
 {
     set("import.PLMXML.referencedFiles", QStringLiteral("off"));
@@ -319,6 +339,24 @@ TEST_F(PLMXMLLoaderJobTest, AbortHasNoEffect)
     QObject::connect(job.get(), &znPLMXMLLoaderJob::foundChildFile, job.get(), [this] { job->abort(); });
     QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxImportFinished, job.get(), [this] { job->abort(); });
     EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AbortInTheWaitLeavesRunningAndWaitingConversionsAlone)
+{
+    set("processes.most", QStringLiteral("1"));
+    writePart(QStringLiteral("a.stp"), {"wheel"}, "wait 50");
+    writePart(QStringLiteral("b.stp"), {"bolt"}, "wait 50");
+    make(documentOf({"a.stp", "b.stp"}));
+    int aborts = 0;
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childPtxConverterJobCreated, job.get(),
+                     [&](znPtxConverterJob* child) {
+                         QObject::connect(child, &znAbstractJob::started, job.get(), [&] {
+                             ++aborts;
+                             job->abort();
+                         });
+                     });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(aborts, 2);
 }
 
 TEST_F(PLMXMLLoaderJobTest, TheEndOfConversionsCarriesTheReadingOfTheClock)
@@ -533,6 +571,56 @@ TEST_F(PLMXMLLoaderJobTest, AQueueRunsTheJob)
     ASSERT_TRUE(empty.count() > 0 || empty.wait(60000));
     tree = job->getLoadedNode();
     EXPECT_EQ(job->getState(), znCADFileTypes::JobSucceeded);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AnExceptionOfTheDocumentLeavesNobodyBusy)
+{
+    // The tree that was being built has nobody who could hold it.
+    leavesOnPurpose({"Node car", "Name", "Transform", "Node", "Transform", "Node P0", "Name", "Transform"});
+    make(documentOf({"."}));
+    std::vector<std::string> calls;
+    const zn::CallTrace trace([&calls](const std::string& call) { calls.push_back(call); });
+    EXPECT_EQ(run(), znCADFileTypes::JobFailed);
+    EXPECT_FALSE(job->getErrorText().isEmpty());
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+    ASSERT_GE(calls.size(), 2u);
+    EXPECT_EQ(calls[calls.size() - 2], "znTexSearch::clearCurrentFile()");
+    EXPECT_EQ(calls.back(), "znController::setBusy(false, false)");
+    EXPECT_THAT(lines, ElementsAre("started", "finished 1"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, ALoneSeparatorAsALocationIsAPartThatIsNotThere)
+{
+    EXPECT_EQ(import({"\\"}), znCADFileTypes::JobPartial);
+    EXPECT_FALSE(m_session.state<zn::kernel::UserInterfaceState>().busy);
+}
+
+TEST_F(PLMXMLLoaderJobTest, AReferenceThatAListenerTookOutIsPassedOver)
+{
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    make(documentOf({"bolt.stp", "bolt.stp"}));
+    QObject::connect(job.get(), &znPLMXMLLoaderJob::childOsbLoaderJobCreated, [this] {
+        const osg::NodePtr first = job->getLoadedNode()->getChild(0);
+        osg::NodePtr holder = first;
+        while (holder->getNChildren() > 0 && !osg::fcCast<osg::ExtReference>(holder->getChild(0)->getCore()))
+            holder = holder->getChild(0);
+        holder->subChild(holder->getChild(0));
+    });
+    EXPECT_EQ(run(), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(count("load ended"), 1);
+    EXPECT_EQ(treeText().find("state 0"), std::string::npos);
+    EXPECT_NE(treeText().find("head"), std::string::npos);
+}
+
+TEST_F(PLMXMLLoaderJobTest, ALoadThatLeftNothingInTheListIsALoadAllTheSame)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    const zn::CallTrace trace([this](const std::string& call) {
+        if (call == "znFileIO::getLoadedGeometriesList()")
+            m_session.state<zn::kernel::LoadedGeometries>().entries.clear();
+    });
+    EXPECT_EQ(import({"plate.obj"}), znCADFileTypes::JobSucceeded);
+    EXPECT_EQ(count("loaded plate.obj"), 1);
 }
 
 } // namespace

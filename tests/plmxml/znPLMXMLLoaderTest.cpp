@@ -1,6 +1,7 @@
 #include "plmxml/znPLMXMLLoader.h"
 
 #include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/EditAudit.h"
@@ -74,6 +75,16 @@ protected:
     static osg::ExtReferencePtr referenceOf(const osg::NodePtr& node)
     {
         return osg::fcCast<osg::ExtReference>(node->getCore());
+    }
+
+    static int geometriesBelow(const osg::NodePtr& node)
+    {
+        int count = 0;
+        osg::traverse(node, [&count](const osg::NodePtr& step) {
+            count += osg::fcCast<osg::Geometry>(step->getCore()) ? 1 : 0;
+            return osg::Action::Continue;
+        });
+        return count;
     }
 
     osg::RefPtr<osg::NodePtr> tree;
@@ -174,7 +185,7 @@ TEST_F(PLMXMLLoaderTest, PartFilesThatExistAreReadOnRequest)
     EXPECT_THAT(loader.getUnloadedParts(), IsEmpty());
     const osg::NodePtr part = tree->getChild(0)->getChild(0);
     EXPECT_EQ(nameOf(part), "P0");
-    EXPECT_GT(part->getNChildren(), 0u);
+    EXPECT_EQ(geometriesBelow(part), 1);
 }
 
 TEST_F(PLMXMLLoaderTest, PartFilesThatAreMissingOnRequestBecomeReferencesOutsideTheTable)
@@ -331,11 +342,21 @@ TEST_F(PLMXMLLoaderTest, TransformsAreConvertedParentsFirstBeforeTheHostIsTold)
     const std::string file = documentOfParts({"a.jt"});
     znPLMXMLLoader loader(file);
     {
-        const zn::CallTrace trace([&](const std::string& call) { calls.push_back(call.substr(0, call.find('('))); });
+        const zn::CallTrace trace([&](const std::string& call) { calls.push_back(call); });
         ASSERT_TRUE(load(loader));
     }
-    EXPECT_EQ(std::count(calls.begin(), calls.end(), "znNodeUtils::convertTransformToTransform3D"), 4);
-    EXPECT_EQ(calls.back(), "znReferenceInterface::notifyReferences");
+    const std::string name = "znNodeUtils::convertTransformToTransform3D";
+    std::vector<std::string> expected;
+    osg::traverse(tree.get(), [&](const osg::NodePtr& node) {
+        expected.push_back(name + "(" + zn::tracetext::of(node) + ")");
+        return osg::Action::Continue;
+    });
+    ASSERT_EQ(expected.size(), 4u);
+    std::vector<std::string> conversions;
+    std::copy_if(calls.begin(), calls.end(), std::back_inserter(conversions),
+                 [&](const std::string& call) { return call.rfind(name, 0) == 0; });
+    EXPECT_EQ(conversions, expected);
+    EXPECT_EQ(calls.back().rfind("znReferenceInterface::notifyReferences(", 0), 0u);
 }
 
 TEST_F(PLMXMLLoaderTest, ARootThatMovesKeepsItsTransformBelowTheReference)

@@ -1,4 +1,5 @@
 #include "tests/render/RenderTest.h"
+#include "tests/support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
@@ -209,6 +210,27 @@ TEST_F(Snapshot, AFolderThatIsMissingIsAnErrorWithFileAndCause)
     EXPECT_EQ(error.file, path);
     EXPECT_EQ(error.message.toStdString(),
               "The picture \"" + path.toStdString() + "\" could not be written: No such file or directory");
+}
+
+TEST_F(Snapshot, AFullDiskLeavesTheFormerPictureAndNothingElse)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("picture.png"));
+    const Root root = cube();
+    ASSERT_FALSE(writeSnapshot(root, path, plainOptions()));
+    QFile former(path);
+    ASSERT_TRUE(former.open(QIODevice::ReadOnly));
+    const QByteArray before = former.readAll();
+    {
+        const SmallDisk disk(static_cast<rlim_t>(before.size() / 2));
+        const SnapshotError error = writeSnapshot(root, path, plainOptions());
+        EXPECT_EQ(error.fault, SnapshotFault::NotWritten);
+        EXPECT_EQ(error.message.toStdString(),
+                  "The picture \"" + path.toStdString() + "\" could not be written: File too large");
+    }
+    former.seek(0);
+    EXPECT_EQ(former.readAll(), before);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
 TEST_F(Snapshot, AFormerPictureSurvivesAFailure)

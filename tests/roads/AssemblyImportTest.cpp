@@ -124,7 +124,7 @@ TEST_F(AssemblyImportTest, WhatIsMissingIsNamedWithItsReason)
     EXPECT_TRUE(missing[1].contains(QStringLiteral(".osb"))) << missing[1].toStdString();
     EXPECT_TRUE(missing[2].startsWith(QStringLiteral("nut.stp: The file is damaged. the moon is full")))
         << missing[2].toStdString();
-    EXPECT_EQ(missing[3], QStringLiteral("pin.stp: the conversion wrote nothing"));
+    EXPECT_EQ(missing[3], QStringLiteral("pin.stp: the converter ended well but wrote no scene file"));
 }
 
 TEST_F(AssemblyImportTest, PartsThatTheConvertersLeftOutMakeAnImportPartial)

@@ -6,8 +6,10 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "importer/SceneText.h"
+#include "scene/Attributes.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
+#include "scene/Tags.h"
 #include "standalone/startup/StandaloneSession.h"
 
 #include <QEventLoop>
@@ -84,6 +86,22 @@ void notePlaces(const osg::NodePtr& root, Import& import)
     std::sort(import.matrices.begin(), import.matrices.end());
 }
 
+std::vector<std::string> tagsBelow(const osg::NodePtr& root)
+{
+    std::vector<std::string> result;
+    osg::traverse(root, [&](const osg::NodePtr& node) {
+        const char* name = osg::getName(node);
+        std::string line = name ? name : "-";
+        for (const std::string& tag : osg::tagsOf(node))
+            line += "; " + tag;
+        for (const osg::Attribute& attribute : osg::attributesOf(osg::AttachmentContainerPtr(node)))
+            line += "; " + attribute.name + "=" + osg::textOf(attribute);
+        result.push_back(std::move(line));
+        return osg::Action::Continue;
+    });
+    return result;
+}
+
 } // namespace
 
 Import import(const QString& file, const char* processes, const char* references)
@@ -103,6 +121,7 @@ Import import(const QString& file, const char* processes, const char* references
     importer.import({file});
     loop.exec();
     import.tree = zn::describeScene(session.sceneRoot());
+    import.tags = tagsBelow(session.sceneRoot());
     notePlaces(session.sceneRoot(), import);
     import.result.node = osg::NodePtr();
     return import;

@@ -49,6 +49,19 @@ TEST_P(ExtrefCorpusTest, EveryPartIsInItsPlaceWhateverTheNumberOfProcesses)
     EXPECT_THAT(dissolved.tree, testing::Not(testing::HasSubstr("[ExtReference]")));
 }
 
+TEST_P(ExtrefCorpusTest, TheTreeDoesNotTellTheNumberOfProcesses)
+{
+    if (!QFileInfo::exists(m_file))
+        GTEST_SKIP() << "ZN_CORPUS names no folder with step/" << GetParam().file << " in it";
+    const Import inlined = import(m_file, "1", "dissolve");
+    EXPECT_THAT(inlined.tags, testing::Contains(testing::HasSubstr("; ")));
+    for (const char* processes : {"2", "4"}) {
+        const Import parallel = import(m_file, processes, "dissolve");
+        EXPECT_EQ(parallel.tree, inlined.tree) << processes;
+        EXPECT_EQ(parallel.tags, inlined.tags) << processes;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Sets, ExtrefCorpusTest,
     testing::Values(

@@ -6,6 +6,7 @@
 #include "importer/Importer.h"
 #include "importer/SceneText.h"
 #include "standalone/startup/StandaloneSession.h"
+#include "tests/roads/CorpusImport.h"
 #include "tests/support/AssemblyBuilder.h"
 
 #include <QDir>
@@ -13,7 +14,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace
 {
@@ -53,6 +54,30 @@ TEST(ManyPartsTest, EveryReferenceHasItsPartAndPartsAreReadOnce)
     EXPECT_EQ(transform->getMatrix()[14], 5);
     EXPECT_STREQ(osg::getName(place->getChild(0)), "box 9");
     result.node = osg::NodePtr();
+}
+
+TEST(ManyPartsTest, TheTreeDoesNotTellTheNumberOfProcesses)
+{
+    const QTemporaryDir folder;
+    const QString file = QString::fromStdString(CarPlan::write(folder.path().toStdString()));
+    ASSERT_FALSE(file.isEmpty());
+    const corpustest::Import inlined = corpustest::import(file, "1", "dissolve");
+    EXPECT_THAT(inlined.tree, testing::HasSubstr("    car [Transform3D]\n"
+                                                 "      front [Transform3D]\n"
+                                                 "        left [Transform3D]\n"
+                                                 "          wheel [Transform3D @1]\n"
+                                                 "            first bolt [Transform3D @2]\n"
+                                                 "              bolt (inactive) [Transform3D @3]\n"));
+    EXPECT_THAT(inlined.tags,
+                testing::IsSupersetOf({"left; ptx::product=content of wheel.stp",
+                                       "first bolt; ptx::product=content of bolt.stp", "bolt; ptx::layer=screws",
+                                       "front lamp; ptx::product=content of lamp.stp"}));
+    for (const char* processes : {"2", "4"}) {
+        const corpustest::Import parallel = corpustest::import(file, processes, "dissolve");
+        EXPECT_EQ(parallel.result.state, znCADFileTypes::JobSucceeded) << parallel.result.error.toStdString();
+        EXPECT_EQ(parallel.tree, inlined.tree) << processes;
+        EXPECT_EQ(parallel.tags, inlined.tags) << processes;
+    }
 }
 
 } // namespace

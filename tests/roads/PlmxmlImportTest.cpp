@@ -85,7 +85,7 @@ TEST_F(PlmxmlImportTest, PartsThatTheConverterLeftOutMakeAnImportPartial)
     write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")));
     const zn::ImportResult result = importParts({"bolt.stp"});
     EXPECT_EQ(result.state, JobPartial);
-    EXPECT_EQ(missingTexts(result), texts({"ring.stp: the file is not there []"}));
+    EXPECT_EQ(missingTexts(result), texts({"ring.stp: the file is not there [I0/P0/part root/ring place]"}));
 }
 
 TEST_F(PlmxmlImportTest, PartFilesThatNobodyWantsAreNotMissing)

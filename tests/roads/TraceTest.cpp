@@ -88,6 +88,7 @@ const std::vector<std::string> callsOfTheLoad = {
     "znManagedJobQueue::setDefaultPriority(2)",
     "znJobQueue::setDeleteFinishedOrFailedJobs(true)",
     "znJobQueue::addJob('znPtxLoaderJob')",
+    "znJobQueue::startProcessing()",
     "znOSGWidget::cancelAntialiasing()",
     "znController::setBusy(true, false)",
     "znTexSearch::setCurrentFile('<temporary>/Rad-<hash>.osb')",

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <random>
 #include <utility>
 #include <vector>
@@ -265,6 +266,39 @@ TEST(Polygons, AnyHolesThatHangAnywhereStayOpen)
         const RandomSheet sheet(seed);
         EXPECT_NEAR(areaOf(sheet.polygon(), 2), sheet.area(), 1e-3) << "seed " << seed;
     }
+}
+
+/// A ring of teeth, each of its corners at another distance.
+std::vector<Vec3f> toothed(std::size_t count)
+{
+    std::vector<Vec3f> points;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double angle = 2 * std::numbers::pi * double(i) / double(count);
+        const double radius = 100 + (i % 2 == 0 ? 40 : 0) + 30 * std::sin(29 * angle);
+        points.push_back({float(radius * std::cos(angle)), float(radius * std::sin(angle)), 0});
+    }
+    return points;
+}
+
+TEST(Polygons, AHundredThousandCornersAreCoveredOnce)
+{
+    const std::vector<Vec3f> points = toothed(100'000);
+    const std::vector<std::uint32_t> triangles = trianglesOf(points);
+    ASSERT_EQ(triangles.size(), 3 * (points.size() - 2));
+    double outline = 0, covered = 0;
+    const auto twice = [](const Vec3f& a, const Vec3f& b, const Vec3f& c) {
+        return (double(b.x) - a.x) * (double(c.y) - a.y) - (double(b.y) - a.y) * (double(c.x) - a.x);
+    };
+    for (std::size_t i = 0; i < points.size(); ++i)
+        outline += twice({0, 0, 0}, points[i], points[(i + 1) % points.size()]);
+    std::size_t turned = 0;
+    for (std::size_t i = 0; i < triangles.size(); i += 3) {
+        const double area = twice(points[triangles[i]], points[triangles[i + 1]], points[triangles[i + 2]]);
+        turned += area > 0 ? 0 : 1;
+        covered += std::abs(area);
+    }
+    EXPECT_EQ(turned, 0u);
+    EXPECT_NEAR(covered, outline, outline * 1e-9);
 }
 
 TEST(Polygons, AFlatOneAndOneThatCrossesItselfAreCutSomehow)

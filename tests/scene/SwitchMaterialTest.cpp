@@ -1,6 +1,7 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 
 #include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "scene/SubMaterials.h"
 #include "tests/scene/SceneGraphTest.h"
@@ -62,7 +63,7 @@ TEST_F(SwitchMaterialTest, TakesNeitherItselfNorWhatHoldsIt)
     EXPECT_TRUE(choices->getMaterials().empty());
 }
 
-TEST_F(SwitchMaterialTest, IsEqualWithEqualChoiceAndTheSameMaterials)
+TEST_F(SwitchMaterialTest, IsEqualWithEqualChoiceAndEqualMaterials)
 {
     choices->addMaterial(red);
     choices->setChoice(3);
@@ -73,6 +74,75 @@ TEST_F(SwitchMaterialTest, IsEqualWithEqualChoiceAndTheSameMaterials)
     EXPECT_TRUE(osg::FieldContainer::isEqual(choices.get(), other.get()));
     other->addMaterial(blue);
     EXPECT_FALSE(osg::FieldContainer::isEqual(choices.get(), other.get()));
+}
+
+SwitchMaterialPtr switchOf(const std::vector<MaterialPtr>& materials)
+{
+    const SwitchMaterialPtr result = osg::SwitchMaterialBase::create();
+    osg::beginEditCP(result, osg::SwitchMaterialBase::MaterialsFieldMask, 1);
+    for (const MaterialPtr& material : materials) {
+        material.addRef();
+        result->editMaterials().push_back(material);
+    }
+    osg::endEditCP(result, osg::SwitchMaterialBase::MaterialsFieldMask, 1);
+    return result;
+}
+
+MaterialPtr paint(const char* name, float red)
+{
+    const osg::SimpleMaterialPtr result = osg::SimpleMaterialBase::create();
+    osg::setName(result, name);
+    result->setDiffuse({red, 0, 0});
+    return result;
+}
+
+bool areEqual(const SwitchMaterialPtr& a, const SwitchMaterialPtr& b)
+{
+    const osg::RefPtr<SwitchMaterialPtr> first(a), second(b);
+    return osg::FieldContainer::isEqual(a, b);
+}
+
+TEST_F(SwitchMaterialTest, MaterialsInsideAreComparedByTheirFieldsAndNames)
+{
+    EXPECT_TRUE(areEqual(switchOf({paint("a", 1), paint("b", 0)}), switchOf({paint("a", 1), paint("b", 0)})));
+    EXPECT_FALSE(areEqual(switchOf({paint("a", 1), paint("b", 0)}), switchOf({paint("b", 0), paint("a", 1)})));
+    EXPECT_FALSE(areEqual(switchOf({paint("a", 1)}), switchOf({paint("a", 0.5f)})));
+    EXPECT_FALSE(areEqual(switchOf({paint("a", 1)}), switchOf({paint("A", 1)})));
+    EXPECT_FALSE(areEqual(switchOf({paint("a", 1)}), switchOf({switchOf({paint("a", 1)})})));
+}
+
+TEST_F(SwitchMaterialTest, NestedOnesAreComparedAtAnyDepth)
+{
+    const auto nested = [](float shade, unsigned depth) {
+        MaterialPtr inner = paint("a", shade);
+        for (unsigned i = 0; i < depth; ++i)
+            inner = switchOf({inner, inner});
+        return switchOf({inner});
+    };
+    EXPECT_TRUE(areEqual(nested(1, 100'000), nested(1, 100'000)));
+    EXPECT_FALSE(areEqual(nested(1, 1000), nested(0.5f, 1000)));
+    EXPECT_FALSE(areEqual(nested(1, 10), nested(1, 11)));
+}
+
+TEST_F(SwitchMaterialTest, RingsThatLookAlikeAreEqual)
+{
+    const auto ring = [](float shade) {
+        const SwitchMaterialPtr result = switchOf({paint("a", shade)});
+        osg::beginEditCP(result, osg::SwitchMaterialBase::MaterialsFieldMask, 1);
+        result->editMaterials().push_back(result);
+        osg::endEditCP(result, osg::SwitchMaterialBase::MaterialsFieldMask, 1);
+        return result;
+    };
+    const auto cut = [](const SwitchMaterialPtr& material) {
+        osg::beginEditCP(material, osg::SwitchMaterialBase::MaterialsFieldMask, 1);
+        material->editMaterials().pop_back();
+        osg::endEditCP(material, osg::SwitchMaterialBase::MaterialsFieldMask, 1);
+    };
+    const osg::RefPtr<SwitchMaterialPtr> one(ring(1)), other(ring(1)), third(ring(0.5f));
+    EXPECT_TRUE(osg::FieldContainer::isEqual(one.get(), other.get()));
+    EXPECT_FALSE(osg::FieldContainer::isEqual(one.get(), third.get()));
+    for (const osg::RefPtr<SwitchMaterialPtr>& material : {one, other, third})
+        cut(material.get());
 }
 
 TEST_F(SwitchMaterialTest, LooksLikeItsChoiceThroughNestedOnes)

@@ -57,6 +57,19 @@ TEST_F(UBRDFMaterialTest, ItHoldsItsEnvironment)
     EXPECT_EQ(hall->getRefCount(), 1U);
 }
 
+TEST_F(UBRDFMaterialTest, EnvironmentsAreComparedByTheirFieldsAndNames)
+{
+    const auto within = [](const osg::MaterialPtr& environment) {
+        const osg::RefPtr<osg::UBRDFMaterialPtr> chrome(osg::UBRDFMaterial::create());
+        chrome->setEnvironment(environment);
+        return chrome;
+    };
+    const auto hall = within(place("hall")), same = within(place("hall")), yard = within(place("yard"));
+    EXPECT_TRUE(osg::FieldContainer::isEqual(hall.get(), same.get()));
+    EXPECT_FALSE(osg::FieldContainer::isEqual(hall.get(), yard.get()));
+    EXPECT_FALSE(osg::FieldContainer::isEqual(hall.get(), within({}).get()));
+}
+
 TEST_F(UBRDFMaterialTest, OfASwitchMaterialTheChosenOneIsActive)
 {
     const osg::RefPtr<osg::UBRDFMaterialPtr> chrome(osg::UBRDFMaterial::create());

@@ -41,7 +41,74 @@ std::string assemblyText(const AssemblyPlan& plan)
     return step.text();
 }
 
+std::string reference(int entity)
+{
+    return "#" + std::to_string(entity);
+}
+
+std::string boltText()
+{
+    ptxtest::StepText step;
+    ptxtest::StepProduct bolt = step.product("bolt");
+    step.box(bolt, {0, 0, 0}, {1, 2, 3});
+    const int layer = step.add("PRESENTATION_LAYER_ASSIGNMENT('screws','',(" + reference(bolt.solid) + "))");
+    step.add("INVISIBILITY((" + reference(layer) + "))");
+    return step.text();
+}
+
+/// A product of `step` that stands for the content of the file `name`.
+ptxtest::StepProduct productIn(ptxtest::StepText& step, const std::string& name)
+{
+    const ptxtest::StepProduct product = step.product("content of " + name);
+    step.keepIn(product, name);
+    return product;
+}
+
+std::string lampText()
+{
+    ptxtest::StepText step;
+    ptxtest::StepProduct lamp = step.product("lamp");
+    step.box(lamp, {0, 0, 0}, {4, 5, 6});
+    return step.text();
+}
+
+std::string wheelText()
+{
+    ptxtest::StepText step;
+    const ptxtest::StepProduct wheel = step.product("wheel");
+    ptxtest::StepProduct rim = step.product("rim");
+    step.box(rim, {0, 0, 0}, {20, 30, 40});
+    const ptxtest::StepProduct bolt = productIn(step, "bolt.stp");
+    step.place(wheel, bolt, "first bolt", {0, 0, 0});
+    step.place(wheel, rim, "rim place", {5, 0, 0});
+    step.place(wheel, bolt, "second bolt", {0, 7, 0});
+    return step.text();
+}
+
+std::string carText()
+{
+    ptxtest::StepText step;
+    const ptxtest::StepProduct car = step.product("car");
+    const ptxtest::StepProduct axle = step.product("axle");
+    const ptxtest::StepProduct wheel = productIn(step, "wheel.stp");
+    const ptxtest::StepProduct lamp = productIn(step, "lamp.stp");
+    step.place(axle, wheel, "left", {0, 0, 0});
+    step.place(axle, wheel, "right", {0, 100, 0});
+    step.place(car, axle, "front", {0, 0, 0});
+    step.place(car, axle, "rear", {300, 0, 0});
+    step.place(car, lamp, "front lamp", {0, 0, 0});
+    step.place(car, wheel, "spare", {0, 0, 0});
+    return step.text();
+}
+
 } // namespace
+
+std::string CarPlan::write(const std::string& folder)
+{
+    const bool isWritten = writeText(folder + "/bolt.stp", boltText()) && writeText(folder + "/lamp.stp", lampText()) &&
+                           writeText(folder + "/wheel.stp", wheelText()) && writeText(folder + "/car.stp", carText());
+    return isWritten ? folder + "/car.stp" : std::string();
+}
 
 std::string AssemblyPlan::partName(int part)
 {

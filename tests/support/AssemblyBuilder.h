@@ -22,3 +22,12 @@ struct AssemblyPlan {
     /// when a file cannot be written.
     std::string write(const std::string& folder) const;
 };
+
+/// A car whose parts lie in files of their own, over two levels: a lamp, and a wheel with two bolts, which are on a
+/// layer that is switched off. It has references with and without a transform, and all of them have names that no
+/// product has.
+struct CarPlan {
+    /// Writes "car.stp", "wheel.stp", "bolt.stp" and "lamp.stp" into `folder`, which exists, and gives the path of the
+    /// car; empty when a file cannot be written.
+    static std::string write(const std::string& folder);
+};

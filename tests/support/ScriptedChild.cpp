@@ -9,6 +9,7 @@
 // clang-format off
 //     progress TEXT            writes TEXT to OUTPUT.tmp as the converter does: at offset 0, blank-padded, untruncated
 //     progress-bytes HEX       the same with bytes given as hexadecimal digits, unpadded
+//     progress-replaced TEXT   writes TEXT to another file, which then takes the place of OUTPUT.tmp
 //     output TEXT              writes OUTPUT (under another name, then renamed)
 //     output-from FILE         the same with the content of FILE
 //     log TEXT                 appends a line to OUTPUT.log
@@ -47,6 +48,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace
@@ -252,6 +254,13 @@ private:
         }
     }
 
+    void replaceProgress(const std::string& bytes)
+    {
+        ::close(std::exchange(m_progress, -1));
+        writeFile(m_line.output + ".next", bytes);
+        fs::rename(m_line.output + ".next", m_line.output + ".tmp");
+    }
+
     void writeOutput(const std::string& bytes) const
     {
         writeFile(m_line.output + ".part", bytes);
@@ -273,6 +282,7 @@ private:
             writeProgress(text + '\n');
         };
         m_commands["progress-bytes"] = [this](const Words& words) { writeProgress(bytesOf(words.at(1))); };
+        m_commands["progress-replaced"] = [this](const Words& words) { replaceProgress(joinFrom(words, 1) + '\n'); };
         m_commands["output"] = [this](const Words& words) { writeOutput(joinFrom(words, 1)); };
         m_commands["output-from"] = [this](const Words& words) { writeOutput(readFile(words.at(1))); };
         m_commands["log"] = [this](const Words& words) {

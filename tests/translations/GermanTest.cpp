@@ -1,4 +1,5 @@
 #include "converter/StageLabels.h"
+#include "standalone/znKernel/ConverterFailure.h"
 #include "tests/support/QtPrinters.h"
 
 #include <QCoreApplication>
@@ -58,6 +59,18 @@ TEST_F(GermanTest, TheJobSpeaksToo)
               QString::fromUtf8("Alte Stylar-Datei wird aktualisiert"));
 }
 
+/// The reason of each exit code, and of one that nobody knows.
+TEST_F(GermanTest, ReasonsOfFailedConversionsAreToldInGerman)
+{
+    EXPECT_EQ(zn::kernel::exitCodeMeaning(7), QString::fromUtf8("Die Datei ist beschädigt."));
+    EXPECT_EQ(zn::kernel::exitCodeMeaning(128 + 11), QString::fromUtf8("Der Konverter ist abgestürzt (Signal 11)."));
+    EXPECT_EQ(zn::kernel::exitCodeMeaning(77), QString::fromUtf8("Der Konverter endete mit dem Code 77."));
+    for (const int code : {-1, 0, 2, 3, 4, 5, 6, 7, 8, 10, 11, 12, 21, 25, 77, 127, 128 + 15, 128 + 9, 250}) {
+        const QString german = zn::kernel::exitCodeMeaning(code);
+        EXPECT_FALSE(german.startsWith(QStringLiteral("The"))) << code << german.toStdString();
+    }
+}
+
 TEST(TranslationFileTest, EveryTextOfTheSourcesIsTranslated)
 {
     const QDir root(QString::fromUtf8(ZN_SOURCE_ROOT));
@@ -67,7 +80,7 @@ TEST(TranslationFileTest, EveryTextOfTheSourcesIsTranslated)
     ASSERT_TRUE(QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner));
     QStringList arguments{QStringLiteral("-silent"), QStringLiteral("-I"), root.path(), QStringLiteral("-locations"),
                           QStringLiteral("none")};
-    for (const char* source : {"converter", "importer", "loader", "tools/znimport"})
+    for (const char* source : {"converter", "importer", "loader", "standalone/znKernel", "tools/znimport"})
         if (root.exists(QString::fromUtf8(source)))
             arguments.append(root.filePath(QString::fromUtf8(source)));
     arguments << QStringLiteral("-ts") << copy;

@@ -5,6 +5,7 @@
 #include "importer/inventory/PartsListFile.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/OutputFiles.h"
+#include "tools/znimport/StructureText.h"
 #include "tools/znimport/VariantSelection.h"
 
 #include <QCoreApplication>
@@ -93,6 +94,7 @@ int Application::presentScene()
         std::fputs(describeVariantSets(m_session).c_str(), stdout);
     if (m_commandLine.tree)
         std::fputs(zn::describeScene(m_session.sceneRoot(), m_commandLine.treeAttributes).c_str(), stdout);
+    std::fputs(m_partFiles.toUtf8().constData(), stdout);
     return writeOutputs() ? exitCode() : failed;
 }
 
@@ -209,7 +211,7 @@ void Application::importNext()
     const QString file = m_commandLine.files.at(m_next++);
     m_display.begin(file);
     m_report.begin();
-    m_importer.import({file, !m_commandLine.reportFile.isEmpty()});
+    m_importer.import({file, !m_commandLine.reportFile.isEmpty(), m_commandLine.preferred, m_commandLine.keptDocument});
 }
 
 void Application::importFinished(const zn::ImportResult& result)
@@ -223,6 +225,8 @@ void Application::importFinished(const zn::ImportResult& result)
         complain(result.error);
     for (const zn::MissingPart& part : result.missing)
         complain(QStringLiteral("missing: ") + describe(part));
+    if (m_commandLine.treeOnly && result.document)
+        m_partFiles += describePartFiles(*result.document);
     if (result.node)
         ++m_imported;
     if (result.state != znCADFileTypes::JobSucceeded)

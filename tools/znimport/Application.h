@@ -61,6 +61,7 @@ private:
     Interrupt m_interrupt;
     ProgressDisplay m_display;
     Report m_report;
+    QString m_partFiles; ///< those that would be read
     int m_next = 0;
     int m_imported = 0;
     int m_incomplete = 0;

@@ -1,5 +1,7 @@
 #include "tools/znimport/CommandLine.h"
 
+#include "importer/plmxml/Recognition.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -69,6 +71,17 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
         line.assetFolder = parser.value(QStringLiteral("material-assets"));
 }
 
+void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
+{
+    line.treeOnly = parser.isSet(QStringLiteral("tree-only"));
+    line.treeAttributes = parser.isSet(QStringLiteral("tree-attributes"));
+    line.tree = line.treeOnly || line.treeAttributes || parser.isSet(QStringLiteral("tree"));
+    line.preferred = parser.value(QStringLiteral("prefer")).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    line.keptDocument = parser.value(QStringLiteral("keep-normalised"));
+    if (line.treeOnly)
+        line.settings.emplace_back(QStringLiteral("import.PLMXML.referencedFiles"), QStringLiteral("off"));
+}
+
 /// Gives a sentence when a value is wrong.
 std::optional<QString> readCluster(const QCommandLineParser& parser, CommandLine& line)
 {
@@ -107,6 +120,9 @@ std::optional<QString> complaint(const CommandLine& line)
         return std::nullopt;
     if (line.files.isEmpty())
         return QStringLiteral("no file to import");
+    for (const QString& file : line.files)
+        if (line.treeOnly && QFileInfo::exists(file) && !importer::plmxml::isDocument(file))
+            return QStringLiteral("--tree-only wants PLMXML documents, and %1 is none").arg(file);
     if (line.assetFolder && !QFileInfo(*line.assetFolder).isDir())
         return QStringLiteral("--material-assets wants a folder, and there is none at '%1'").arg(*line.assetFolder);
     return std::nullopt;
@@ -151,6 +167,12 @@ const std::vector<OptionRow>& optionTable()
          "Draw a picture of each variant set into this folder, from the set's viewpoint unless --view is given."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
         {nullptr, "tree-attributes", nullptr, "Print the scene tree with the attributes of its nodes."},
+        {nullptr, "tree-only", nullptr,
+         "Print the structure of PLMXML documents without reading a part file, and which files would be read."},
+        {nullptr, "prefer", "FORMATS",
+         "Formats to take where a PLMXML document names files of several for one part, the best first, such as "
+         "jt,step."},
+        {nullptr, "keep-normalised", "FILE", "Write the form in which a PLMXML document was read to this file."},
         {"j", "jobs", "N", "Run at most N converter processes at a time; the same as --set processes.most=N."},
         {nullptr, "cluster", "SCHEDULER",
          "Run the conversions on a cluster: slurm. One allocation is taken for the run, or the one that it is started "
@@ -181,8 +203,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.variants = parser.isSet(QStringLiteral("variants"));
     if (parser.isSet(QStringLiteral("variant")))
         line.variant = parser.value(QStringLiteral("variant"));
-    line.treeAttributes = parser.isSet(QStringLiteral("tree-attributes"));
-    line.tree = line.treeAttributes || parser.isSet(QStringLiteral("tree"));
+    readDocumentOptions(parser, line);
     line.trace = parser.isSet(QStringLiteral("trace"));
     line.help = parser.isSet(QStringLiteral("help"));
     line.version = parser.isSet(QStringLiteral("version"));

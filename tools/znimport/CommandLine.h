@@ -48,6 +48,9 @@ struct CommandLine {
     std::optional<QString> variant; ///< the set to apply
     bool tree = false;
     bool treeAttributes = false;
+    bool treeOnly = false; ///< the structure of PLMXML documents, without their part files
+    QStringList preferred; ///< formats of part files, the best first
+    QString keptDocument;  ///< where to write the form of a PLMXML document that was read; empty for nowhere
     bool trace = false;
     bool help = false;
     bool version = false;

@@ -1,9 +1,6 @@
 #include "tools/znimport/DocumentReport.h"
 
 #include "host/znKernel/znFileIOHelper.h"
-#include "importer/DocumentFacts.h"
-
-#include <QJsonArray>
 
 namespace znimport
 {
@@ -34,16 +31,21 @@ QJsonObject documentReport(const QString& file)
     const auto facts = importer::readDocumentFacts(file);
     if (!facts)
         return {};
-    QJsonArray dangling;
-    for (const importer::DanglingReference& reference : facts->dangling)
-        dangling.append(jsonOf(reference));
     return {{QStringLiteral("instances"), number(facts->instances)},
             {QStringLiteral("parts"), number(facts->parts)},
             {QStringLiteral("partFiles"), number(facts->files)},
             {QStringLiteral("occurrences"), number(facts->occurrences)},
             {QStringLiteral("materials"), number(facts->materials)},
             {QStringLiteral("danglingReferences"), number(facts->danglingCount)},
-            {QStringLiteral("dangling"), dangling}};
+            {QStringLiteral("dangling"), danglingReport(facts->dangling)}};
+}
+
+QJsonArray danglingReport(const std::vector<importer::DanglingReference>& references)
+{
+    QJsonArray list;
+    for (const importer::DanglingReference& reference : references)
+        list.append(jsonOf(reference));
+    return list;
 }
 
 } // namespace znimport

@@ -1,11 +1,12 @@
 #include "tools/znimport/Report.h"
 
+#include "files/OutputFile.h"
 #include "importer/inventory/AttributeChoice.h"
 #include "tools/znimport/DocumentReport.h"
+#include "tools/znimport/StructureText.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 namespace znimport
 {
@@ -80,10 +81,10 @@ double secondsOf(const QElapsedTimer& timer)
 
 std::optional<QString> writeFile(const QString& path, const QByteArray& text)
 {
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
-        return std::nullopt;
-    return QStringLiteral("%1: %2").arg(path, file.errorString());
+    files::OutputFile file(path);
+    file.write(text.constData(), static_cast<std::uint64_t>(text.size()));
+    const files::Expected<void> written = file.commit();
+    return written ? std::nullopt : std::optional(QStringLiteral("%1: %2").arg(path, written.error().message));
 }
 
 } // namespace
@@ -103,6 +104,8 @@ void Report::add(const zn::ImportResult& result)
         file[QStringLiteral("error")] = result.error;
     if (const QJsonObject document = documentReport(result.file); !document.isEmpty())
         file[QStringLiteral("document")] = document;
+    if (result.document)
+        file[QStringLiteral("structure")] = structureReport(*result.document);
     m_files.append(file);
 }
 

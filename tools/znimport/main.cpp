@@ -6,6 +6,7 @@
 #include <QTranslator>
 
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <langinfo.h>
@@ -38,6 +39,8 @@ int print(const QString& text)
 int main(int argc, char** argv)
 {
     useUtf8();
+    // A write beyond the limit of file sizes is a failure like a full disk, and no reason to end without a word.
+    std::signal(SIGXFSZ, SIG_IGN);
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("znimport"));
     QTranslator translator;

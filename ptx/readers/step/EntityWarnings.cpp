@@ -33,9 +33,7 @@ Handle(StepData_StepModel) modelOf(const STEPCAFControl_Reader& reader)
 class Complaints
 {
 public:
-    explicit Complaints(const STEPCAFControl_Reader& reader) : m_model(modelOf(reader)) {}
-
-    const StepData_StepModel& model() const { return *m_model; }
+    explicit Complaints(Handle(StepData_StepModel) model) : m_model(std::move(model)) {}
 
     void add(int number, const Interface_Check& check)
     {
@@ -87,19 +85,18 @@ private:
 
 } // namespace
 
-void warnOfUnreadEntities(const STEPCAFControl_Reader& reader, core::Log& log)
+void warnOfUnreadEntities(const Handle(StepData_StepModel) & model, core::Log& log)
 {
-    Complaints complaints(reader);
-    const StepData_StepModel& model = complaints.model();
-    for (int number = 1; number <= model.NbEntities(); ++number)
-        if (model.IsReportEntity(number))
-            complaints.add(number, *model.ReportEntity(number)->Check());
+    Complaints complaints(model);
+    for (int number = 1; number <= model->NbEntities(); ++number)
+        if (model->IsReportEntity(number))
+            complaints.add(number, *model->ReportEntity(number)->Check());
     complaints.warn(log);
 }
 
 void warnOfUntranslatedEntities(const STEPCAFControl_Reader& reader, core::Log& log)
 {
-    Complaints complaints(reader);
+    Complaints complaints(modelOf(reader));
     const Interface_CheckIterator checks = reader.Reader().WS()->TransferReader()->TransientProcess()->CheckList(true);
     for (checks.Start(); checks.More(); checks.Next())
         complaints.add(checks.Number(), *checks.Value());

@@ -105,10 +105,11 @@ private:
         const auto [entry, isNew] = m_contents.try_emplace(path);
         if (isNew)
             entry->second = read(path, reference.file);
-        if (const auto* roots = std::get_if<std::vector<model::Occurrence>>(&entry->second))
-            m_content.model.products[reference.product].children = *roots;
-        else
-            leaveOut(reference, std::get<std::string>(entry->second));
+        const auto* roots = std::get_if<std::vector<model::Occurrence>>(&entry->second);
+        if (!roots)
+            return leaveOut(reference, std::get<std::string>(entry->second));
+        std::vector<model::Occurrence>& children = m_content.model.products[reference.product].children;
+        children.insert(children.end(), roots->begin(), roots->end());
     }
 
     using Content = std::variant<std::vector<model::Occurrence>, std::string>;

@@ -6,20 +6,24 @@
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/readers/MappedFile.h"
 #include "ptx/readers/Reader.h"
-#include "ptx/readers/step/CountingBuffer.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
 #include "ptx/readers/step/ProductFacts.h"
+#include "ptx/readers/step/RecordLibrary.h"
 #include "ptx/readers/step/UserAttributes.h"
+#include "ptx/readers/step/damage/Damage.h"
+#include "ptx/readers/step/damage/FailedShapes.h"
+#include "ptx/readers/step/damage/MendingLibrary.h"
 
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
+#include <XSControl_WorkSession.hxx>
 
-#include <istream>
+#include <algorithm>
 #include <optional>
 
 namespace ptx::step
@@ -28,14 +32,14 @@ namespace ptx::step
 namespace
 {
 
-// The lexer's share of reading; the rest is building entities, which reports nothing.
-constexpr double TextShare = 0.7;
-
-/// One file with OCCT's reader, which goes with this object.
+/// One reading of a file with OCCT's reader, which goes with this object.
 class StepFile
 {
 public:
-    StepFile(const model::Job& job, bool isPart) : m_job(job), m_isPart(isPart), m_document(occt::newDocument())
+    /// Leaves out what `known` names; when that is something the file is read for another time.
+    StepFile(const model::Job& job, bool isPart, const std::vector<damage::Fault>& known)
+        : m_job(job), m_isPart(isPart), m_isAgain(!known.empty()), m_document(occt::newDocument()),
+          m_damage(job.input, known)
     {
         m_reader.SetNameMode(true);
         m_reader.SetColorMode(true);
@@ -43,42 +47,77 @@ public:
         m_reader.SetPropsMode(true);
         m_reader.SetMatMode(false); // see MaterialProperty.h
         m_reader.SetSHUOMode(true);
+        // Both are on by default, throw on files of the wild, and what they read would not be used.
+        m_reader.SetGDTMode(false);
+        m_reader.SetViewMode(false);
+        m_reader.ChangeReader().WS()->SetLibrary(new damage::MendingLibrary(
+            new RecordLibrary(job, !m_isAgain), [this](const Handle(StepData_StepModel) & model) { mend(model); }));
     }
 
     ~StepFile() { m_document->Close(); }
     StepFile(const StepFile&) = delete;
     StepFile& operator=(const StepFile&) = delete;
 
-    core::Outcome<occt::DocumentContent> content()
+    /// Text to shapes. @return why that is impossible
+    core::Trouble load()
     {
         core::Trouble trouble = occt::guarded("reading the STEP text", [&] { return read(); });
         if (!trouble)
             trouble = occt::guarded("translating the STEP entities", [&] { return transfer(); });
-        if (!trouble)
+        return trouble;
+    }
+
+    /// After load(): what OCCT failed on.
+    std::vector<damage::Fault> failedShapes()
+    {
+        std::vector<damage::Fault> failed;
+        if (const core::Trouble trouble = occt::guarded("looking for what failed", [&]() -> core::Trouble {
+                failed = damage::findFailedShapes(m_reader);
+                return std::nullopt;
+            }))
+            m_job.log.warning(trouble->message);
+        return failed;
+    }
+
+    /// After load(): what the file holds.
+    core::Outcome<occt::DocumentContent> content()
+    {
+        core::Trouble trouble;
+        if (!m_isTransferred)
+            trouble = nothingToImport(m_job.input, "none of its entities is a product or a shape");
+        else
             trouble = occt::guarded("reading the structure", [&] { return walk(); });
+        if (!m_damage.isEmpty() && (trouble || isEmpty()))
+            return core::Failure{core::ExitCode::Damaged,
+                                 "nothing of the file could be translated: " + m_damage.firstLoss()};
         if (trouble)
             return *trouble;
         return std::move(m_content);
     }
 
 private:
+    // The stages up to the structure are over in another reading.
     void begin(core::Stage stage) const
     {
-        if (!m_isPart)
+        if (!m_isPart && (!m_isAgain || stage == core::Stage::ProcessStructure))
             m_job.progress.begin(stage);
+    }
+
+    void mend(const Handle(StepData_StepModel) & model)
+    {
+        if (!m_isAgain)
+            warnOfUnreadEntities(model, m_job.log);
+        m_damage.cutOut(model);
     }
 
     core::Trouble read()
     {
         begin(core::Stage::ReadAndProcess);
-        CountingBuffer buffer(m_job.input, m_job.inputBytes, TextShare, m_job.progress);
-        std::istream stream(&buffer);
-        if (!buffer.isOpen())
+        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadFile(m_job.input.c_str());
+        if (status == IFSelect_RetError)
             return core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"};
-        const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadStream(m_job.input.c_str(), stream);
         if (status != IFSelect_RetDone)
             return core::Failure{core::ExitCode::Damaged, "the text is not a STEP file that can be read"};
-        warnOfUnreadEntities(m_reader, m_job.log);
         m_names.emplace(m_reader);
         return readers::requireExternalParts(m_job.externalParts, !m_names->isEmpty());
     }
@@ -87,23 +126,25 @@ private:
     {
         begin(core::Stage::Convert);
         Handle(occt::OcctProgress) progress = new occt::OcctProgress(m_job.progress);
-        if (!m_reader.Transfer(m_document, progress->Start()))
-            return nothingToImport(m_job.input, "none of its entities is a product or a shape");
-        warnOfUntranslatedEntities(m_reader, m_job.log);
+        m_isTransferred = m_reader.Transfer(m_document, progress->Start());
+        if (!m_isAgain)
+            warnOfUntranslatedEntities(m_reader, m_job.log);
         return std::nullopt;
     }
 
     core::Trouble walk()
     {
         begin(core::Stage::ProcessStructure);
-        LabelTags attributes = userAttributes(m_reader);
-        addProductFacts(m_reader, m_document, attributes);
+        LabelTags tags = userAttributes(m_reader);
+        addProductFacts(m_reader, m_document, tags);
+        const std::vector<std::string> ofNoProduct = addLosses(tags);
         m_content = occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
-            addTags(attributes, label, product.tags);
-            addComponentTags(attributes, label, product);
+            addTags(tags, label, product.tags);
+            addComponentTags(tags, label, product);
             if (product.body == model::NoBody && product.children.empty())
                 product.externalNames = m_names->of(label);
         });
+        addToFile(ofNoProduct);
         addUnit();
         return std::nullopt;
     }
@@ -124,6 +165,40 @@ private:
             addTags(attributes, component, (child++)->tags);
     }
 
+    /// Adds the tags of what is missing from products. @return those of what is missing from nobody knows what
+    std::vector<std::string> addLosses(LabelTags& tags)
+    {
+        m_damage.addUnplaced(m_reader);
+        std::vector<std::string> ofNoProduct;
+        for (const damage::Damage::Mark& mark : m_damage.marks(m_reader)) {
+            m_job.log.warning("left out: " + mark.reason);
+            const std::string tag = osg::scenefile::converted::missingTag({m_job.input, mark.reason});
+            if (mark.label.IsNull())
+                ofNoProduct.push_back(tag);
+            else if (auto* own = tags.ChangeSeek(mark.label))
+                own->push_back(tag);
+            else
+                tags.Bind(mark.label, {tag});
+        }
+        return ofNoProduct;
+    }
+
+    // What is on the root of a part file gets lost when the part comes into its assembly.
+    void addToFile(const std::vector<std::string>& tags)
+    {
+        model::Model& model = m_content.model;
+        std::vector<std::string>& own = model.roots.empty() ? model.tags : model.products[model.roots[0].product].tags;
+        own.insert(own.end(), tags.begin(), tags.end());
+    }
+
+    bool isEmpty() const
+    {
+        const std::vector<model::Product>& products = m_content.model.products;
+        return m_content.shapes.empty() && std::all_of(products.begin(), products.end(), [](const auto& product) {
+                   return product.externalNames.empty();
+               });
+    }
+
     void addUnit()
     {
         const std::string unit = lengthUnit(m_reader);
@@ -135,17 +210,32 @@ private:
 
     const model::Job& m_job;
     bool m_isPart;
+    bool m_isAgain;
     STEPCAFControl_Reader m_reader;
     Handle(TDocStd_Document) m_document;
     std::optional<ExternalNames> m_names;
+    damage::Damage m_damage;
+    bool m_isTransferred = false;
     occt::DocumentContent m_content;
 };
 
 } // namespace
 
+// Faces that fail for themselves are found by the first reading; the second may find shapes that need them.
 core::Outcome<occt::DocumentContent> readStepFile(const model::Job& job, bool isPart)
 {
-    return StepFile(job, isPart).content();
+    constexpr int MostReadings = 3;
+    std::vector<damage::Fault> known;
+    for (int reading = 1;; ++reading) {
+        StepFile file(job, isPart, known);
+        if (core::Trouble trouble = file.load())
+            return *trouble;
+        const std::vector<damage::Fault> failed = file.failedShapes();
+        if (failed.empty() || reading == MostReadings)
+            return file.content();
+        known.insert(known.end(), failed.begin(), failed.end());
+        job.log.info("reading again without " + std::to_string(failed.size()) + " entities that cannot be translated");
+    }
 }
 
 // The installed OCCT has no entities for tessellated geometry and says nothing about it.

@@ -65,6 +65,7 @@ TEST(MalformedFiles, EachFailsInItsOwnWay)
         CADDocument document;
         EXPECT_EQ(outcomeOf(document, (folder / (name + ".plmxml")).string()), expected) << name;
         EXPECT_EQ(document.getProductDefCount(), 0U) << name;
+        EXPECT_TRUE(document.getFault()) << name;
     }
 }
 

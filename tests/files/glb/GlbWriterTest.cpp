@@ -2,11 +2,10 @@
 
 #include "tests/files/glb/GlbTest.h"
 #include "tests/support/BuiltInReading.h"
+#include "tests/support/SmallDisk.h"
 
 #include <gmock/gmock.h>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -137,30 +136,6 @@ TEST_F(GlbWriterTest, AFolderThatMayNotBeWrittenStaysAsItWas)
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
 }
 
-/// While it lives, this process cannot write files of more than 20 000 bytes, as on a full disk.
-class SmallDisk
-{
-public:
-    SmallDisk() : m_former(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_limit);
-        rlimit small = m_limit;
-        small.rlim_cur = 20'000;
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_former);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    void (*m_former)(int);
-    rlimit m_limit = {};
-};
-
 TEST_F(GlbWriterTest, AFullDiskLeavesTheFormerFileAndNothingElse)
 {
     const QString path = fileWith(QStringLiteral("former.glb"), "former");
@@ -168,7 +143,7 @@ TEST_F(GlbWriterTest, AFullDiskLeavesTheFormerFileAndNothingElse)
     mesh.positions = std::vector<osg::Vec3f>(10'000, osg::Vec3f{1, 2, 3});
     add(files::makeNode("Large", geometry("", mesh)));
     {
-        const SmallDisk disk;
+        const SmallDisk disk(20'000);
         EXPECT_EQ(errorOf(root.get(), path), QStringLiteral("WriteFailed File too large"));
     }
     EXPECT_EQ(contentOf(path), "former");
@@ -182,7 +157,7 @@ TEST_F(GlbWriterTest, AFullDiskAtTheLastByteIsNoticed)
     mesh.positions = std::vector<osg::Vec3f>(1'700, osg::Vec3f{1, 2, 3}); // more than 20 000 bytes with the rest
     add(files::makeNode("Large", geometry("", mesh)));
     {
-        const SmallDisk disk;
+        const SmallDisk disk(20'000);
         EXPECT_EQ(errorOf(root.get(), path), QStringLiteral("WriteFailed File too large"));
     }
     EXPECT_THAT(filesInFolder(), IsEmpty());

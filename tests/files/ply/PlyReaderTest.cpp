@@ -255,14 +255,12 @@ INSTANTIATE_TEST_SUITE_P(
                "Damaged d.ply: an index reaches beyond the 1 vertices before it (line 11)"}),
     [](const auto& test) { return test.param.name; });
 
-TEST_F(PlyReaderTest, APolygonOfManyCornersIsRefusedBeforeWork)
+TEST_F(PlyReaderTest, APolygonOfManyCornersIsCutUp)
 {
     QByteArray content = PLY_FACE "end_header\n1 2 3\n40000";
     for (int i = 0; i < 40'000; ++i)
         content += " 0";
-    EXPECT_EQ(errorOf(write(QStringLiteral("round.ply"), content)),
-              QStringLiteral(
-                  "LimitExceeded round.ply: the polygons have too many corners to be cut into triangles (line 11)"));
+    EXPECT_TRUE(read(write(QStringLiteral("round.ply"), content)));
 }
 
 } // namespace

@@ -3,9 +3,8 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "tests/files/scenefile/SceneFileTest.h"
+#include "tests/support/SmallDisk.h"
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,30 +28,6 @@ protected:
         EXPECT_STREQ(files::errorName(result.error().code), files::errorName(code));
         EXPECT_FALSE(result.error().message.isEmpty());
     }
-};
-
-/// Files of this process may not grow beyond a size; a write beyond it fails as on a full disk.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit = {bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before = {};
-    void (*m_handler)(int) = nullptr;
 };
 
 TEST_F(WriteFailureTest, NoSceneIsAnError)
@@ -125,7 +100,7 @@ TEST_F(WriteFailureTest, AFullDiskLeavesNothing)
 {
     const NodeRef root = sample(100'000);
     for (const rlim_t limit : {0u, 10u, 100u, 70'000u, 1'200'000u}) {
-        const FileSizeLimit full(limit);
+        const SmallDisk full(limit);
         expectError(osg::scenefile::writeSceneFile(root, path()), Code::WriteFailed);
         EXPECT_EQ(filesLeft(), QStringList()) << limit;
     }
@@ -136,7 +111,7 @@ TEST_F(WriteFailureTest, AFullDiskLeavesTheOldFile)
     ASSERT_TRUE(osg::scenefile::writeSceneFile(sample(), path()));
     const std::vector<std::byte> before = contentOf(path());
     {
-        const FileSizeLimit full(100'000);
+        const SmallDisk full(100'000);
         expectError(osg::scenefile::writeSceneFile(sample(100'000), path()), Code::WriteFailed);
     }
     EXPECT_EQ(contentOf(path()), before);

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QProcess>
 #include <QThread>
 
@@ -49,12 +50,15 @@ public:
         while (!isAt(run, stages) && m_process.state() != QProcess::NotRunning && timer.elapsed() < Patience)
             m_process.waitForFinished(5);
         m_wasRunning = m_process.state() != QProcess::NotRunning;
+        m_sawOutput = QFile::exists(QString::fromStdString(run.output()));
         if (m_wasRunning)
             ::kill(static_cast<pid_t>(m_process.processId()), signal);
         m_process.waitForFinished(Patience);
     }
 
     bool wasRunning() const { return m_wasRunning; }
+    /// Whether the output's name was in use when the signal was sent.
+    bool sawOutput() const { return m_sawOutput; }
     int code() const { return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1; }
 
 private:
@@ -69,6 +73,7 @@ private:
 
     QProcess m_process;
     bool m_wasRunning = false;
+    bool m_sawOutput = false;
 };
 
 class StopTest : public testing::TestWithParam<std::vector<std::string>>
@@ -98,6 +103,30 @@ TEST(ConvertSignals, InterruptFromTheTerminalIsACancelToo)
     const Interrupted interrupted(run, SIGINT, {"ReadAndProcess"});
     ASSERT_TRUE(interrupted.wasRunning());
     EXPECT_EQ(interrupted.code(), 21);
+}
+
+/// Nobody takes the output of before for that of a run that is at work, and a run that ends early gives it back.
+TEST(ConvertSignals, TheOutputOfBeforeIsAwayDuringARunAndBackAfterItsEnd)
+{
+    for (const int signal : {SIGTERM, SIGSEGV}) {
+        ConvertRun run;
+        run.folder().write("out.osb", "of before");
+        const Interrupted interrupted(run, signal, {"ReadAndProcess", "Convert"});
+        ASSERT_TRUE(interrupted.wasRunning());
+        EXPECT_FALSE(interrupted.sawOutput()) << signal;
+        EXPECT_EQ(contentOf(run.output()), "of before") << signal;
+        EXPECT_THAT(run.folder().names(), ElementsAre("long.stp", "out.osb", "out.osb.log", "out.osb.tmp"));
+    }
+}
+
+TEST(ConvertSignals, TheOutputOfBeforeIsBackWhenALimitEndsTheRun)
+{
+    ConvertRun run;
+    run.folder().write("out.osb", "of before");
+    EXPECT_EQ(run.convertText("long.stp", longText(), {"--set", "limit.memory=60", "--set", "limit.memory-per-mb=0"}),
+              10);
+    EXPECT_EQ(contentOf(run.output()), "of before");
+    EXPECT_THAT(run.folder().names(), ElementsAre("long.stp", "out.osb", "out.osb.log", "out.osb.tmp"));
 }
 
 TEST(ConvertSignals, FatalSignalEndsWith128AndItsNumberAndNamesTheStage)

@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 using namespace ptxtest;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -175,6 +177,50 @@ TEST(ConvertProcess, FailedRunLeavesTheOutputOfTheRunBefore)
     const std::string before = contentOf(run.output());
     EXPECT_EQ(run.convertText("box.stp", "ISO-10303-21; and then nothing"), 7);
     EXPECT_EQ(contentOf(run.output()), before);
+}
+
+TEST(ConvertProcess, AnOutputOfBeforeKeepsItsPermissionsAndLeavesNothingBesideTheNewOne)
+{
+    ConvertRun run;
+    run.folder().write("out.osb", "of before");
+    ASSERT_EQ(::chmod(run.output().c_str(), 0640), 0);
+    ASSERT_EQ(run.convertText("box.stp", boxText()), 0);
+    struct stat status {
+    };
+    ASSERT_EQ(::stat(run.output().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777u, 0640u);
+    EXPECT_NE(contentOf(run.output()), "of before");
+    EXPECT_THAT(run.folder().names(), ElementsAre("box.stp", "out.osb", "out.osb.log", "out.osb.tmp"));
+}
+
+/// A link stays one, and a file that is read by the same run is there to be read.
+TEST(ConvertProcess, AnOutputBehindALinkAndOneThatIsTheInputAreReplacedInTheirPlaces)
+{
+    ConvertRun run;
+    const std::string target = run.folder().write("behind", "of before");
+    ASSERT_EQ(::symlink(target.c_str(), run.output().c_str()), 0);
+    ASSERT_EQ(run.convertText("box.stp", boxText()), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(run.output()));
+    EXPECT_NE(contentOf(target), "of before");
+    const std::string box = run.folder().file("box.stp");
+    const std::string link = run.folder().file("link.osb");
+    ASSERT_EQ(::symlink(box.c_str(), link.c_str()), 0);
+    EXPECT_EQ(run.run({QString::fromStdString(box), QString::fromStdString(link)}), 0);
+    EXPECT_EQ(contentOf(box).substr(0, 4), contentOf(target).substr(0, 4));
+}
+
+/// What a killed run has left aside.
+TEST(ConvertProcess, AnOutputThatAKilledRunHasLeftAsideComesBackWithTheNextFailure)
+{
+    ConvertRun run;
+    run.folder().write("out.osb", "of before");
+    ASSERT_EQ(run.convertText("bad.stp", "ISO-10303-21; and then nothing"), 7);
+    const std::vector<std::string> calm = run.folder().names();
+    const std::string aside = run.folder().file(".zn-6662a1a7841cd3cd.former");
+    std::filesystem::rename(run.output(), aside);
+    ASSERT_EQ(run.convertText("bad.stp", "ISO-10303-21; and then nothing"), 7);
+    EXPECT_EQ(contentOf(run.output()), "of before");
+    EXPECT_EQ(run.folder().names(), calm);
 }
 
 TEST(ConvertProcess, NodeLimitEndsWith10AndSaysHowToRaiseIt)

@@ -133,6 +133,35 @@ TEST_P(AttributesCorpus, TheGlbHasAsManyAttributesAsTheText)
     EXPECT_EQ(pairsIn(GlbFile(path("out.glb")).json), static_cast<std::size_t>(expected));
 }
 
+class MeasuredCorpus : public AttributesCorpus
+{
+};
+
+/// The systems that wrote these files measured their own parts.
+TEST_P(MeasuredCorpus, ExactMeasuresAreThoseOfTheSystemThatWroteTheFile)
+{
+    const QString file = qEnvironmentVariable("ZN_CORPUS") + text("/step/") + text(GetParam());
+    if (!QFile::exists(file))
+        GTEST_SKIP() << "ZN_CORPUS names no folder with step/" << GetParam() << " in it";
+    ASSERT_EQ(znimport({file, text("--bom"), path("parts.json")}).exitCode, 0);
+    QFile list(path("parts.json"));
+    ASSERT_TRUE(list.open(QIODevice::ReadOnly));
+    int compared = 0;
+    const json parts = json::parse(list.readAll().toStdString())["parts"];
+    for (const json& part : parts)
+        for (const json& attribute : part["attributes"])
+            for (const auto& [name, member] : {std::pair("Validation volume", "volume"), {"Validation area", "area"}})
+                if (attribute["name"] == name) {
+                    const double expected = attribute["value"].get<double>();
+                    EXPECT_EQ(part["measured"], "exact");
+                    EXPECT_NEAR(part[member].get<double>(), expected, 0.001 * expected) << part["product"];
+                    ++compared;
+                }
+    EXPECT_EQ(compared, 2 * static_cast<int>(parts.size()));
+}
+
+INSTANTIATE_TEST_SUITE_P(, MeasuredCorpus, testing::Values("dm1-id-214.stp", "extref-s1-tu-203/s1-tu-203.stp"));
+
 // Files whose products are described by other means as well (a Description of the product itself, raw materials) stand
 // in tests of their own.
 INSTANTIATE_TEST_SUITE_P(, AttributesCorpus,

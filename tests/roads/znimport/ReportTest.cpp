@@ -107,6 +107,23 @@ TEST_F(ReportTest, EachStepTellsWhatItFoundAndLeft)
     EXPECT_LE(seconds, told["seconds"].get<double>());
 }
 
+TEST_F(ReportTest, OnAFullDiskTheFormerReportStaysAndTheRunFails)
+{
+    const QString former = write("report.json", "former");
+    QProcess process;
+    // A file may grow to a block of 512 or 1,024 bytes, as the shell counts them.
+    process.start(QStringLiteral("sh"), {text("-c"), text("ulimit -f 1; exec \"$@\""), text("sh"), text(ZNIMPORT),
+                                         text(EXAMPLE_MODELS "/bracket.obj"), text("--report"), former});
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+    const QByteArray errors = process.readAllStandardError();
+    EXPECT_TRUE(errors.contains("report.json: File too large")) << errors.toStdString();
+    QFile file(former);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("former"));
+}
+
 TEST_F(ReportTest, AFailureAndWhatIsMissingAreReported)
 {
     const osg::RefPtr<osg::NodePtr> root(reference("engine", "engine.stp"));

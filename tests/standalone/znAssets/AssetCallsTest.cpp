@@ -7,6 +7,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+#include <QCoreApplication>
+
 namespace
 {
 
@@ -63,7 +65,12 @@ TEST_F(LoadMaterialAsset, AnAssetIsReadOnceAndAChangedFolderAnew)
     const osg::MaterialPtr first = load("u-1");
     EXPECT_TRUE(load("u-1") == first);
     writeAssets(QStringLiteral("b.gltf"), material(R"("uuid":"u-2","name":"two")"));
+    EXPECT_FALSE(load("u-2")) << "the folder is looked at once in a pass of the event loop";
+    QCoreApplication::processEvents();
     EXPECT_STREQ(osg::getName(load("u-2")), "two");
+    writeAssets(QStringLiteral("c.gltf"), material(R"("uuid":"u-3","name":"three")"));
+    QCoreApplication::processEvents();
+    EXPECT_STREQ(osg::getName(load("u-3")), "three");
 }
 
 TEST_F(LoadMaterialAsset, TheFirstOfTwoWithOneUuidCountsAndTheOtherIsTold)

@@ -241,3 +241,77 @@ TEST(AbstractProcessingJob, MayBeDestroyedByASlotOnStarting)
     job->run();
     EXPECT_FALSE(worked);
 }
+
+TEST(AbstractProcessingJob, RunFromASlotOnStartingIsRefused)
+{
+    int works = 0;
+    DirectJob job([&](auto& self) {
+        ++works;
+        self.end();
+    });
+    QSignalSpy starting(&job, &znAbstractJob::starting);
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    QObject::connect(&job, &znAbstractJob::starting, &job, &znAbstractJob::run);
+    job.run();
+    EXPECT_EQ(works, 1);
+    EXPECT_EQ(starting.size(), 1);
+    EXPECT_EQ(finished.size(), 1);
+}
+
+TEST(AbstractProcessingJob, AbortInASlotOnStartingTakesTheWorkBack)
+{
+    bool worked = false;
+    DirectJob job([&](auto&) { worked = true; });
+    SignalLog log;
+    log.watch(job);
+    QObject::connect(&job, &znAbstractJob::starting, &job, &znAbstractJob::abort);
+    job.run();
+    EXPECT_EQ(log.lines, QStringList({QStringLiteral("starting"), QStringLiteral("finished 1")}));
+    EXPECT_EQ(job.getErrorText(), QStringLiteral("Aborted"));
+    EXPECT_FALSE(worked);
+}
+
+TEST(AbstractProcessingJob, AnAbortCountsForOneRun)
+{
+    DirectJob job;
+    SignalLog log;
+    log.watch(job);
+    const auto abort = QObject::connect(&job, &znAbstractJob::starting, &job, &znAbstractJob::abort);
+    job.run();
+    QObject::disconnect(abort);
+    job.run();
+    EXPECT_EQ(log.lines,
+              QStringList({QStringLiteral("starting"), QStringLiteral("finished 1"), QStringLiteral("starting"),
+                           QStringLiteral("started"), QStringLiteral("finished 0")}));
+}
+
+TEST(AbstractProcessingJob, FinishMayLeaveTheEndToASlot)
+{
+    DirectJob job;
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.onFinish = [](auto&) {};
+    job.run();
+    EXPECT_EQ(finished.size(), 0);
+    job.endRun();
+    ASSERT_EQ(finished.size(), 1);
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobSucceeded);
+    job.onFinish = {};
+    job.run();
+    EXPECT_EQ(finished.size(), 2);
+}
+
+TEST(AbstractProcessingJob, RunInALoopInsideTheWorkIsRefusedUntilItsEndIsAnnounced)
+{
+    int works = 0;
+    DirectJob job([&](auto& self) {
+        if (++works == 1) {
+            QTimer::singleShot(0, &self, [&self] { self.run(); });
+            drainEvents();
+        }
+        self.end();
+    });
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    EXPECT_EQ(works, 1);
+    EXPECT_EQ(finished.size(), 1);
+}

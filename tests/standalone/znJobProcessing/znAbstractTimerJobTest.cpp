@@ -81,3 +81,53 @@ TEST(AbstractTimerJob, ExceptionEndsAtTheTimer)
     EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
     EXPECT_EQ(job.getErrorText(), QStringLiteral("broken"));
 }
+
+TEST(AbstractTimerJob, RunFromASlotOnStartingIsRefused)
+{
+    TimerJob job;
+    SignalLog log;
+    log.watch(job);
+    QObject::connect(&job, &znAbstractJob::starting, &job, &znAbstractJob::run);
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return log.lines.size() >= 3; }));
+    drainEvents();
+    EXPECT_EQ(log.lines,
+              QStringList({QStringLiteral("starting"), QStringLiteral("started"), QStringLiteral("finished 0")}));
+}
+
+TEST(AbstractTimerJob, AbortInASlotOnStartingEndsTheJobUnworked)
+{
+    bool worked = false;
+    TimerJob job([&](auto& self) {
+        worked = true;
+        self.end();
+    });
+    SignalLog log;
+    log.watch(job);
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    QObject::connect(&job, &znAbstractJob::starting, &job, &znAbstractJob::abort);
+    job.run();
+    EXPECT_EQ(log.lines, QStringList({QStringLiteral("starting"), QStringLiteral("finished 1")}));
+    EXPECT_EQ(job.getErrorText(), QStringLiteral("Aborted"));
+    EXPECT_FALSE(finished.wait(50));
+    EXPECT_FALSE(worked);
+}
+
+TEST(AbstractTimerJob, RunAgainFromASlotOnFinishedIsNotLostByASecondAnnouncement)
+{
+    int works = 0;
+    TimerJob job([&](auto& self) {
+        if (++works == 1) {
+            self.end(JobFailed);
+        }
+        self.end();
+    });
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    QObject::connect(&job, &znAbstractJob::finished, &job, [&] {
+        if (finished.size() == 1) {
+            job.run();
+        }
+    });
+    job.run();
+    EXPECT_TRUE(waitUntil([&] { return works == 2; }));
+}

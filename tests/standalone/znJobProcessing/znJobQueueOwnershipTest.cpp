@@ -172,3 +172,19 @@ TEST_F(JobQueue, DestroyedQueueStopsARunningJobAndStillDeletesIt)
     ASSERT_EQ(ends.size(), 1);
     EXPECT_EQ(ends[0][0].value<JobState>(), JobFailed);
 }
+
+TEST_F(JobQueue, DeletingQueueLetsNobodyHaveAnEndedJob)
+{
+    queue.setDeleteFinishedOrFailedJobs(true);
+    const QPointer<DirectJob> job(add(QStringLiteral("a")));
+    znJobQueue other;
+    QObject::connect(job, &znAbstractJob::finished, [&] {
+        queue.addJob(job);
+        other.addJob(job);
+    });
+    queue.startProcessing();
+    other.startProcessing();
+    EXPECT_TRUE(waitUntil([&] { return job.isNull(); }));
+    drainEvents();
+    EXPECT_EQ(log.lines, endsOf({QStringLiteral("a")}));
+}

@@ -316,12 +316,36 @@ TEST_F(JobQueue, RefusesNoJobAndAJobThatIsInAQueue)
     EXPECT_EQ(log.lines, endsOf({QStringLiteral("a")}));
 }
 
-TEST_F(JobQueue, EndedJobMayBeAddedAgain)
+TEST_F(JobQueue, AbortAllJobsInASlotOnStartingEndsATimerJobUnworked)
 {
-    DirectJob* const job = add(QStringLiteral("a"));
+    bool worked = false;
+    TimerJob job([&](auto& self) {
+        worked = true;
+        self.end();
+    });
+    log.watch(job, QStringLiteral("a "));
+    QObject::connect(&job, &znAbstractJob::starting, &queue, &znJobQueue::abortAllJobs);
+    queue.addJob(&job);
     queue.startProcessing();
     ASSERT_TRUE(waitForEmptiness());
-    queue.addJob(job);
-    ASSERT_TRUE(waitUntil([&] { return empty.size() == 2; }));
-    EXPECT_EQ(log.lines, endsOf({QStringLiteral("a"), QStringLiteral("a")}));
+    EXPECT_FALSE(QSignalSpy(&job, &znAbstractJob::finished).wait(30));
+    EXPECT_FALSE(worked);
+    EXPECT_EQ(log.lines, QStringList({QStringLiteral("a starting"), QStringLiteral("a finished 1")}));
+}
+
+TEST_F(JobQueue, AbortAllJobsEndsAJobThatWaitsForItsTimerAndWhoseOwnAbortDoesNothing)
+{
+    struct Unstoppable : FunctionJob<znAbstractTimerJob> {
+        Unstoppable() : FunctionJob({}, 60000, nullptr) {}
+        void abort() override {}
+    };
+    Unstoppable job;
+    QSignalSpy starting(&job, &znAbstractJob::starting);
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    queue.addJob(&job);
+    queue.startProcessing();
+    ASSERT_TRUE(waitUntil([&] { return !starting.isEmpty(); }));
+    queue.abortAllJobs();
+    ASSERT_EQ(finished.size(), 1);
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
 }

@@ -50,7 +50,7 @@ TEST_F(ProcessJobAbort, AbortedJobFailsThoughItsProcessEndsWell)
     job.abort();
     ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
     EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
-    EXPECT_EQ(job.getExitCode(), 0);
+    EXPECT_EQ(job.getExitCode(), 21);
 }
 
 TEST_F(ProcessJobAbort, KillsAProcessThatIgnoresTheWishAndWhatItStarted)
@@ -61,7 +61,7 @@ TEST_F(ProcessJobAbort, KillsAProcessThatIgnoresTheWishAndWhatItStarted)
     runUntilReady(job);
     job.abort();
     ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
-    EXPECT_EQ(job.getExitCode(), 128 + SIGKILL);
+    EXPECT_EQ(job.getExitCode(), 21);
     EXPECT_TRUE(waitUntil([&] { return hasEnded(folder.read(QStringLiteral("pid")).toLongLong()); }));
 }
 
@@ -90,6 +90,7 @@ TEST_F(ProcessJobAbort, InASlotOnStartingTakesTheLaunchBack)
     EXPECT_EQ(log.lines.last(), QStringLiteral("finished 1"));
     EXPECT_EQ(job.getErrorText(), QStringLiteral("Aborted"));
     EXPECT_FALSE(folder.has(QStringLiteral("trace")));
+    EXPECT_EQ(job.getExitCode(), 21);
 }
 
 TEST_F(ProcessJobAbort, OfAFailedStartChangesNothing)
@@ -111,7 +112,7 @@ TEST_F(ProcessJobAbort, AbortedJobDoesNotRunAgainInsideFinish)
     log.watch(job);
     int launches = 0;
     QObject::connect(&job, &znAbstractJob::starting, [&] { ++launches; });
-    job.onFinish = [](ScriptedJob& self) { self.getExitCode() == 5 ? self.run() : self.endRun(); };
+    job.onFinish = [](ScriptedJob& self) { self.run(); };
     runUntilReady(job);
     job.abort();
     ASSERT_TRUE(waitUntil([&] { return log.lines.last() == QStringLiteral("finished 1"); }));
@@ -150,179 +151,57 @@ TEST_F(ProcessJobAbort, AbortedJobMayRunAgainLater)
     EXPECT_EQ(finished[1][0].value<JobState>(), JobSucceeded);
 }
 
-/// A job whose process asks for an update by exit code 4. Its finish() runs an update job, whose end either runs the
-/// job again or ends it, as a converter with an update tool does.
-class DependentJobs : public ProcessJobAbort
+TEST_F(ProcessJobAbort, TellsTheExitCodeOfTheRunThatWasAbortedAndOfNoOther)
 {
-protected:
-    void SetUp() override
-    {
-        outer = new ScriptedJob(QStringLiteral("exit 4"), &owner);
-        log.watch(*outer);
-        outer->onFinish = [this](ScriptedJob& self) { self.getExitCode() == 4 ? startUpdate() : self.endRun(); };
-    }
-
-    void startUpdate()
-    {
-        update = new ScriptedJob(updateScript);
-        ScriptedJob* const job = update;
-        QObject::connect(job, &znAbstractJob::finished, [this, job] {
-            ++updateEnds;
-            if (folder.has(QStringLiteral("updated"))) {
-                outer->setScript(QStringLiteral("exit 0"));
-                outer->run();
-            } else {
-                outer->endRunPlainly();
-            }
-            job->deleteLater();
-        });
-        job->run();
-    }
-
-    QStringList ends() const { return log.lines.filter(QStringLiteral("finished")); }
-
-    QObject owner;
-    SignalLog log;
-    QPointer<ScriptedJob> outer;
-    QPointer<ScriptedJob> update;
-    QString updateScript = folder.command(QStringLiteral("write"), QStringLiteral("updated"));
-    int updateEnds = 0;
-};
-
-TEST_F(DependentJobs, JobGoesOnAfterTheUpdate)
-{
-    outer->run();
-    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
-    EXPECT_EQ(log.lines, QStringList({QStringLiteral("starting"), QStringLiteral("started"), QStringLiteral("starting"),
-                                      QStringLiteral("started"), QStringLiteral("finished 0")}));
-    EXPECT_TRUE(waitUntil([&] { return update.isNull(); }));
+    ScriptedJob job(QStringLiteral("exit-on-stop 255") + readyThenWait());
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    runUntilReady(job);
+    job.abort();
+    EXPECT_FALSE(job.getExitCode().has_value());
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
+    EXPECT_EQ(job.getExitCode(), 21);
+    job.setScript(QStringLiteral("exit 6"));
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 2; }));
+    EXPECT_EQ(job.getExitCode(), 6);
 }
 
-TEST_F(DependentJobs, JobEndsWithAFailedUpdate)
+TEST_F(ProcessJobAbort, FromInsideFinishFailsARunWhoseProcessEndedWell)
 {
-    updateScript = QStringLiteral("exit 3");
-    outer->run();
-    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
-    EXPECT_EQ(ends(), QStringList({QStringLiteral("finished 1")}));
-    EXPECT_TRUE(outer->getErrorText().isEmpty());
-}
-
-TEST_F(DependentJobs, AbortOfTheOuterJobEndsTheUpdateFirst)
-{
-    updateScript += readyThenWait(); // the update has its result, and would run the job again
-    runUntilReady(*outer);
-    const qint64 child = update->processId();
-    outer->abort();
-    EXPECT_TRUE(ends().isEmpty());
-    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
-    EXPECT_TRUE(hasEnded(child));
-    EXPECT_EQ(updateEnds, 1);
-    EXPECT_TRUE(waitUntil([&] { return update.isNull(); }));
-    drainEvents();
-    EXPECT_EQ(log.lines,
-              QStringList({QStringLiteral("starting"), QStringLiteral("started"), QStringLiteral("finished 1")}));
-}
-
-TEST_F(DependentJobs, DestructionOfTheOuterJobEndsAndDeletesTheUpdateSilently)
-{
-    updateScript += readyThenWait();
-    runUntilReady(*outer);
-    const qint64 child = update->processId();
-    delete outer;
-    EXPECT_TRUE(hasEnded(child));
-    EXPECT_TRUE(update.isNull());
-    drainEvents();
-    EXPECT_EQ(updateEnds, 0);
-    EXPECT_TRUE(ends().isEmpty());
-}
-
-TEST_F(DependentJobs, JobThatEndsBesideItsUpdateEndsAgainAfterIt)
-{
-    updateScript = folder.command(QStringLiteral("wait-for"), QStringLiteral("go")) + QStringLiteral(";exit 3");
-    outer->onFinish = [this](ScriptedJob& self) {
-        startUpdate();
+    ScriptedJob job(QStringLiteral("exit 0"));
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.onFinish = [](ScriptedJob& self) {
+        EXPECT_EQ(self.getState(), JobSucceeded);
+        self.abort();
         self.endRunPlainly();
     };
-    outer->run();
-    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
-    folder.write(QStringLiteral("go"));
-    EXPECT_TRUE(waitUntil([&] { return ends().size() == 2; }));
-    EXPECT_TRUE(waitUntil([&] { return update.isNull(); }));
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
 }
 
-TEST_F(DependentJobs, DeletingQueueTakesTheUpdateOfAnEndedJobAlong)
+TEST_F(ProcessJobAbort, OfAnEndedJobChangesNothing)
 {
-    updateScript = readyThenWait();
-    outer->onFinish = [this](ScriptedJob& self) {
-        startUpdate();
-        self.endRunPlainly();
-    };
+    ScriptedJob job(QStringLiteral("exit 0"));
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    QObject::connect(&job, &znAbstractJob::finished, &job, &znAbstractJob::abort);
+    job.run();
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
+    drainEvents();
+    EXPECT_EQ(finished.size(), 1);
+    EXPECT_EQ(job.getState(), JobSucceeded);
+    EXPECT_EQ(job.getExitCode(), 0);
+}
+
+TEST_F(ProcessJobAbort, OfAllJobsInASlotOnStartingTakesTheLaunchBack)
+{
+    ScriptedJob job(folder.command(QStringLiteral("write"), QStringLiteral("trace")));
     znJobQueue queue;
     QSignalSpy empty(&queue, &znJobQueue::jobQueueEmpty);
-    queue.setDeleteFinishedOrFailedJobs(true);
-    queue.addJob(outer);
+    QObject::connect(&job, &znAbstractJob::starting, &queue, &znJobQueue::abortAllJobs);
+    queue.addJob(&job);
     queue.startProcessing();
-    EXPECT_TRUE(waitUntil([&] { return outer.isNull() && update.isNull() && !empty.isEmpty(); }));
-    drainEvents();
-    EXPECT_EQ(ends().size(), 1);
-    EXPECT_EQ(updateEnds, 0);
-    EXPECT_EQ(empty.size(), 1);
-}
-
-TEST_F(DependentJobs, DestructionOfTheOuterJobInASlotOnTheUpdatesStarting)
-{
-    outer->onFinish = [this](ScriptedJob& self) {
-        update = new ScriptedJob(QStringLiteral("wait 60000"));
-        QObject::connect(update, &znAbstractJob::starting, [&self] { delete &self; });
-        QObject::connect(update, &znAbstractJob::finished, [this] { ++updateEnds; });
-        update->run();
-    };
-    outer->run();
-    EXPECT_TRUE(waitUntil([&] { return outer.isNull() && update.isNull(); }));
-    EXPECT_EQ(updateEnds, 0);
-}
-
-TEST_F(DependentJobs, UpdateOfAnAbortedJobIsNotLaunched)
-{
-    outer->setScript(QStringLiteral("exit-on-stop 4") + readyThenWait());
-    updateScript = folder.command(QStringLiteral("write"), QStringLiteral("update ran"));
-    runUntilReady(*outer);
-    outer->abort();
-    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
-    EXPECT_EQ(ends(), QStringList({QStringLiteral("finished 1")}));
-    EXPECT_EQ(updateEnds, 1);
-    EXPECT_FALSE(folder.has(QStringLiteral("update ran")));
-}
-
-TEST_F(DependentJobs, JobRunFromASlotOnFinishedStandsAlone)
-{
-    auto first = std::make_unique<ScriptedJob>(QStringLiteral("exit 0"));
-    ScriptedJob next(readyThenWait());
-    QSignalSpy nextEnds(&next, &znAbstractJob::finished);
-    QObject::connect(first.get(), &znAbstractJob::finished, [&] { next.run(); });
-    runUntilReady(*first);
-    first->abort();
-    first.reset();
-    EXPECT_FALSE(hasEnded(next.processId()));
-    EXPECT_EQ(next.getState(), JobRunning);
-    next.abort();
-    EXPECT_TRUE(waitUntil([&] { return nextEnds.size() == 1; }));
-}
-
-TEST_F(DependentJobs, DependencyEndsWithTheRun)
-{
-    auto helper = std::make_unique<ScriptedJob>(QStringLiteral("exit 0"));
-    outer->onFinish = [&](ScriptedJob& self) {
-        self.onFinish = {};
-        QObject::connect(helper.get(), &znAbstractJob::finished, &self, [&self] { self.endRunPlainly(); });
-        helper->run();
-    };
-    outer->run();
-    ASSERT_TRUE(waitUntil([&] { return !ends().isEmpty(); }));
-    helper->setScript(readyThenWait());
-    helper->disconnect();
-    runUntilReady(*helper);
-    delete outer;
-    EXPECT_FALSE(hasEnded(helper->processId()));
-    EXPECT_EQ(helper->getState(), JobRunning);
+    ASSERT_TRUE(waitUntil([&] { return !empty.isEmpty(); }));
+    EXPECT_EQ(job.getState(), JobFailed);
+    EXPECT_FALSE(folder.has(QStringLiteral("trace")));
 }

@@ -2,6 +2,7 @@
 
 #include "host/znKernel/znFileIO.h"
 #include "scene/Bounds.h"
+#include "scene/EditAudit.h"
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 
 namespace
@@ -67,6 +68,31 @@ TEST_F(GeometryImportTransformationsTest, AGeometryAsRootIsPutBelowATransform)
     apply(part, true, false);
     EXPECT_THAT(boxOf(root), ElementsAre(-2, -3, 0, 2, 3, 0));
     EXPECT_EQ(part->getParent()->getParent(), root);
+}
+
+TEST_F(GeometryImportTransformationsTest, FieldsChangeWithinTheirBrackets)
+{
+    using Record = osg::EditAudit::Record;
+    const osg::NodePtr moved = add(root, transform(placed({1, 1, 1}, {9, 0, 0})), "moved");
+    const osg::NodePtr group = addGroup(root, "group"), part = add(root, geometry(), "part");
+    const osg::NodePtr shared = add(root, transform(placed({1, 1, 1}, {4, 0, 0})), "shared");
+    add(root, shared->getCore());
+    for (const osg::NodePtr& node : {moved, group, shared})
+        add(node, geometry());
+    const osg::EditAudit audit;
+    for (const osg::NodePtr& node : {moved, group, part, shared})
+        apply(node, true, true);
+    EXPECT_THAT(audit.unbracketed(), testing::IsEmpty());
+    EXPECT_THAT(audit.idleBrackets(), testing::IsEmpty());
+    EXPECT_EQ(audit.openBrackets(), 0u);
+    const auto matrixOfCore = [](const osg::NodePtr& node) {
+        return Record{node->getCore()->getContainerId(), node->getCore()->getType().getName(),
+                      osg::TransformBase::MatrixFieldMask};
+    };
+    for (const osg::NodePtr& node : {moved, group, part->getParent(), shared})
+        EXPECT_THAT(audit.brackets(), testing::Contains(matrixOfCore(node)));
+    EXPECT_THAT(audit.brackets(),
+                testing::Contains(Record{root->getContainerId(), "Node", osg::Node::ChildrenFieldMask}));
 }
 
 TEST_F(GeometryImportTransformationsTest, NothingMovesUnaskedOrWithoutVertices)

@@ -123,9 +123,10 @@ TEST_F(znPtxHelperTest, TheUpdateToolIsGivenOldAndNewFile)
 
     set("converter.updateArguments", QStringLiteral("--into {output} --from {input}"));
     const std::string turned = znPtxHelper::createStylarConvertCommand("/cars/alt ä.styl", converted, "/out");
-    EXPECT_EQ(QProcess::splitCommand(QString::fromStdString(turned)),
-              QStringList({QStringLiteral("/opt/update tool"), QStringLiteral("--into"), output,
-                           QStringLiteral("--from"), QString::fromUtf8("/cars/alt ä.styl")}));
+    EXPECT_EQ(
+        QProcess::splitCommand(QString::fromStdString(turned)),
+        QStringList({QStringLiteral("/opt/update tool"), QStringLiteral("--into"), QString::fromStdString(converted),
+                     QStringLiteral("--from"), QString::fromUtf8("/cars/alt ä.styl")}));
 }
 
 TEST_F(znPtxHelperTest, WithoutAnUpdateToolThereIsNoCommandAndNoFile)

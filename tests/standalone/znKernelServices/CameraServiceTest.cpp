@@ -164,4 +164,35 @@ TEST_F(CameraServiceTest, ApplyingASetLooksThroughItsViewpoint)
     EXPECT_TRUE(cameras().view() == viewpoint.get());
 }
 
+TEST_F(CameraServiceTest, CamerasAreFoundByTheNamesThatTheyBearNow)
+{
+    const zndCameraNode made = service().createCamera(text("Front"), 0);
+    const osg::UberCameraPtr core = znUberCameraPool::get(static_cast<unsigned>(made.getId()));
+    osg::setName(core, "Side");
+    EXPECT_TRUE(node(service().createCamera(text("Side"), 0)) == node(made));
+    znUberCameraUtils::setName(core, text("Back"), false);
+    EXPECT_TRUE(node(service().createCamera(text("Back"), 0)) == node(made));
+    EXPECT_STREQ(osg::getName(node(made)), "Back");
+    EXPECT_FALSE(cameras().findCamera(text("Front")));
+    EXPECT_FALSE(cameras().findCamera(text("Side")));
+}
+
+TEST_F(CameraServiceTest, ACameraThatIsNotOfferedIsStillThere)
+{
+    const zndCameraNode made = service().createCamera(text("Front"), 0);
+    const osg::UberCameraPtr core = znUberCameraPool::get(static_cast<unsigned>(made.getId()));
+    const auto second = camera("Second");
+    pool().add(second.get(), {});
+    pool().remove(core);
+    EXPECT_FALSE(znUberCameraPool::get(core->getContainerId()));
+    EXPECT_FALSE(cameras().isTaken(text("Front"), 0));
+    EXPECT_TRUE(node(service().createCamera(text("Front"), 0)) == node(made));
+    pool().add(core, {});
+    ASSERT_EQ(cameras().entries().size(), 2u);
+    EXPECT_EQ(cameras().entries()[0].cameraId, second->getContainerId());
+    EXPECT_EQ(cameras().entries()[1].cameraId, core->getContainerId());
+    EXPECT_TRUE(cameras().isTaken(text("Front"), 0));
+    EXPECT_FALSE(cameras().isTaken(text("Front"), core->getContainerId()));
+}
+
 } // namespace

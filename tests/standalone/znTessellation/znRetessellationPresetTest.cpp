@@ -45,7 +45,7 @@ TEST_F(TessellationPresetTest, TheConverterIsToldToKeepSurfacesThatAreNeededLate
             EXPECT_EQ(m_session.settings().set(QStringLiteral("optimize.") + QString::fromLatin1(name),
                                                QString::fromLatin1(value)),
                       std::nullopt);
-        const std::string command = znPtxHelper::createProcessCommand("/a/part.stp", false, "/tmp").first;
+        const std::string command = znPtxHelper::createProcessCommand("/a/part.stp", false, "/out").first;
         return command.find("\"--set\" \"keep-brep=1\" \"/a/part.stp\"") != command.npos;
     };
     EXPECT_TRUE(isTold("on", "off", "off"));

@@ -1,5 +1,7 @@
 #include "tests/converter/ConverterTest.h"
 
+#include <QSet>
+
 #include <gtest/gtest.h>
 
 using namespace znCADFileTypes;
@@ -216,6 +218,15 @@ TEST_F(ConversionFinish, AfterARetryTheJobStaysInlinedAndTellsThatOutput)
     EXPECT_EQ(log.lines().filter(QStringLiteral("Retrying")).size(), 1);
 }
 
+TEST_F(ConversionFinish, TheRetryIsToldInTheUsersLanguage)
+{
+    set("processes.most", QStringLiteral("2"));
+    const Reversing translator("znPtxConverterJob");
+    const auto job = makeStepJob("if-external-parts exit 5\noutput inlined");
+    const QStringList lines = ConversionLog(*job).run();
+    EXPECT_TRUE(lines.contains(QStringLiteral("0 .noitpo denilni htiw gniyrteR .dnuof selif trap lanretxe oN")));
+}
+
 TEST_F(ConversionFinish, ASettingThatChangesBeforeTheRetryCounts)
 {
     const auto job = makeStepJob(line("if-external-parts append", QStringLiteral("first"), "x") +
@@ -265,6 +276,80 @@ TEST_F(ConversionFinish, AJobThatIsDestroyedWhileItRunsLeavesNoProgressFile)
     const QString output = QFileInfo(job->getOutputFile()).fileName();
     job.reset();
     EXPECT_EQ(outputs(), QStringList({output}));
+}
+
+/// A process that is about to write when its job goes must not write once the job is gone.
+TEST_F(ConversionFinish, AProcessThatWritesAllTheTimeLeavesNoProgressFileBehindItsJob)
+{
+    QByteArray script = line("write", QStringLiteral("ready"), "x");
+    for (int time = 0; time < 3000; ++time)
+        script += "progress-replaced 10 Merge\n";
+    for (int deletion = 0; deletion < 30; ++deletion) {
+        QFile::remove(path(QStringLiteral("ready")));
+        auto job = makeStepJob(script + "wait 60000");
+        job->run();
+        ASSERT_TRUE(waitUntil([&] { return has(QStringLiteral("ready")); }));
+        job.reset();
+        EXPECT_EQ(outputs().filter(QStringLiteral(".osb.tmp")), QStringList()) << deletion;
+    }
+}
+
+TEST_F(ConversionFinish, AJobThatGoesWhileItsProcessRunsSaysNothingMore)
+{
+    auto job = makeStepJob(line("write", QStringLiteral("ready"), "x") + "wait 60000");
+    ConversionLog log(*job);
+    job->run();
+    ASSERT_TRUE(waitUntil([&] { return has(QStringLiteral("ready")); }));
+    job.reset();
+    EXPECT_EQ(log.lines(), texts({"starting", "started"}));
+}
+
+TEST_F(ConversionFinish, JobsOfOneFileInOneFolderHaveOutputsOfTheirOwn)
+{
+    write(QStringLiteral("part.stp"), line("wait-for", QStringLiteral("go")) + "output scene");
+    std::vector<std::unique_ptr<SeenConverterJob>> jobs;
+    QSet<QString> names;
+    int ends = 0;
+    for (int count = 0; count < 12; ++count) {
+        jobs.push_back(std::make_unique<SeenConverterJob>(path(QStringLiteral("part.stp")), outputFolder(), nullptr));
+        QObject::connect(jobs.back().get(), &znAbstractJob::finished, [&] { ++ends; });
+        jobs.back()->run();
+        names.insert(jobs.back()->getOutputFile());
+    }
+    EXPECT_EQ(names.size(), 12);
+    write(QStringLiteral("go"), "");
+    ASSERT_TRUE(waitUntil([&] { return ends == 12; }));
+    for (const auto& job : jobs)
+        EXPECT_EQ(job->getState(), JobSucceeded);
+    jobs.clear();
+    EXPECT_EQ(outputs().size(), 12);
+}
+
+/// As a job of another process does it, which has the plain name by its progress file.
+TEST_F(ConversionFinish, ANameThatAnotherProcessHasIsLeftToIt)
+{
+    const auto first = makeStepJob("output scene");
+    ConversionLog(*first).run();
+    const QString plain = first->getOutputFile();
+    SeenConverterJob second(path(QStringLiteral("part.stp")), outputFolder(), nullptr);
+    ConversionLog(second).run();
+    EXPECT_EQ(second.getOutputFile(), QString(plain).replace(QStringLiteral(".osb"), QStringLiteral("-2.osb")));
+}
+
+TEST_F(ConversionFinish, ARetryKeepsTheNameAndTheNameIsFreeAfterTheJob)
+{
+    for (int time = 0; time < 2; ++time) {
+        auto job = makeStepJob("if-external-parts exit 5\noutput inlined");
+        QSet<QString> names;
+        ConversionLog log(*job);
+        QObject::connect(job.get(), &znAbstractJob::started, [&] { names.insert(job->getOutputFile()); });
+        log.run();
+        EXPECT_EQ(names.size(), 1);
+        EXPECT_EQ(outputs().filter(QStringLiteral(".tmp")).size(), 1);
+        job.reset();
+        EXPECT_EQ(outputs().size(), 1);
+        EXPECT_FALSE(outputs().first().endsWith(QStringLiteral("-2.osb")));
+    }
 }
 
 } // namespace

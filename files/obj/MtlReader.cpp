@@ -1,4 +1,4 @@
-#include "files/obj/MtlText.h"
+#include "files/obj/MtlReader.h"
 
 #include "files/FileBytes.h"
 #include "files/obj/TextLines.h"
@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <array>
 #include <optional>
 
 namespace files::obj
@@ -15,65 +14,46 @@ namespace files::obj
 namespace
 {
 
-using Color = std::array<float, 3>;
-
 /// The values that the statements of one material give.
 struct Values {
-    Color ambient = {0, 0, 0};
-    Color diffuse = {0.8f, 0.8f, 0.8f};
-    Color specular = {0, 0, 0};
-    Color emission = {0, 0, 0};
-    float shininess = 1;
+    MaterialLook look;
     std::optional<float> opacity;
     std::optional<float> transparency;
 };
 
-void appendStatement(std::string& text, const char* keyword, const Color& color)
-{
-    text += keyword;
-    for (const float channel : color)
-        appendNumber(text, channel);
-    text += '\n';
-}
-
-void appendStatement(std::string& text, const char* keyword, float value)
-{
-    text += keyword;
-    appendNumber(text, value);
-    text += '\n';
-}
-
 /// `d` wins over `Tr`, which some programs write with the meaning of `d`.
-float opacityOf(const Values& values)
+MaterialLook lookOf(const Values& values)
 {
-    return values.opacity.value_or(1.0f - values.transparency.value_or(0.0f));
+    MaterialLook look = values.look;
+    look.transparency = values.opacity ? 1.0f - *values.opacity : values.transparency.value_or(0.0f);
+    return look;
 }
 
 /// Reads one library after the other.
-class MtlChecker
+class MtlReader
 {
 public:
-    explicit MtlChecker(ReadTask& task) : m_task(task) {}
+    explicit MtlReader(ReadTask& task) : m_task(task) {}
 
     void read(const QString& file);
-    MtlText take() { return std::move(m_result); }
+    MtlLooks take() { return std::move(m_looks); }
 
 private:
     bool statement(TextLines& lines, Values& values);
     std::optional<float> takeNumber(TextLines& lines) { return numberOf(lines.takeWord()); }
     template <class Target>
     bool setNumber(TextLines& lines, Target& target);
-    bool setColor(TextLines& lines, Color& color);
+    bool setColor(TextLines& lines, osg::Color3f& color);
     bool setOpacity(TextLines& lines, Values& values);
     void add(const std::string& name, const Values& values);
 
     ReadTask& m_task;
-    MtlText m_result;
+    MtlLooks m_looks;
     std::uint64_t m_textures = 0;
 };
 
 template <class Target>
-bool MtlChecker::setNumber(TextLines& lines, Target& target)
+bool MtlReader::setNumber(TextLines& lines, Target& target)
 {
     const std::optional<float> number = takeNumber(lines);
     if (number)
@@ -82,7 +62,7 @@ bool MtlChecker::setNumber(TextLines& lines, Target& target)
 }
 
 /// One number stands for three.
-bool MtlChecker::setColor(TextLines& lines, Color& color)
+bool MtlReader::setColor(TextLines& lines, osg::Color3f& color)
 {
     const std::optional<float> red = takeNumber(lines);
     const std::optional<float> green = takeNumber(lines);
@@ -94,26 +74,26 @@ bool MtlChecker::setColor(TextLines& lines, Color& color)
 }
 
 /// `d` may have a word before its number.
-bool MtlChecker::setOpacity(TextLines& lines, Values& values)
+bool MtlReader::setOpacity(TextLines& lines, Values& values)
 {
     return lines.rest().starts_with("-halo") ? (lines.takeWord(), setNumber(lines, values.opacity))
                                              : setNumber(lines, values.opacity);
 }
 
 /// False when the values of a statement make no sense.
-bool MtlChecker::statement(TextLines& lines, Values& values)
+bool MtlReader::statement(TextLines& lines, Values& values)
 {
     const std::string_view keyword = lines.keyword();
     if (keyword == "Ka")
-        return setColor(lines, values.ambient);
+        return setColor(lines, values.look.ambient);
     if (keyword == "Kd")
-        return setColor(lines, values.diffuse);
+        return setColor(lines, values.look.diffuse);
     if (keyword == "Ks")
-        return setColor(lines, values.specular);
+        return setColor(lines, values.look.specular);
     if (keyword == "Ke")
-        return setColor(lines, values.emission);
+        return setColor(lines, values.look.emission);
     if (keyword == "Ns")
-        return setNumber(lines, values.shininess);
+        return setNumber(lines, values.look.shininess);
     if (keyword == "d")
         return setOpacity(lines, values);
     if (keyword == "Tr")
@@ -123,7 +103,7 @@ bool MtlChecker::statement(TextLines& lines, Values& values)
     return true;
 }
 
-void MtlChecker::read(const QString& file)
+void MtlReader::read(const QString& file)
 {
     const FileBytes bytes = readFile(m_task, file);
     TextLines lines(bytes.text());
@@ -145,19 +125,10 @@ void MtlChecker::read(const QString& file)
         m_task.warnIn(file, tr("%1 textures were left out").arg(m_textures));
 }
 
-void MtlChecker::add(const std::string& name, const Values& values)
+void MtlReader::add(const std::string& name, const Values& values)
 {
-    const std::size_t number = m_result.numbers.size();
-    if (name.empty() || !m_result.numbers.try_emplace(name, number).second)
-        return;
-    std::string& text = m_result.text;
-    text.append("newmtl ").append(std::to_string(number)).append(1, '\n');
-    appendStatement(text, "Ka", values.ambient);
-    appendStatement(text, "Kd", values.diffuse);
-    appendStatement(text, "Ks", values.specular);
-    appendStatement(text, "Ke", values.emission);
-    appendStatement(text, "Ns", values.shininess);
-    appendStatement(text, "d", opacityOf(values));
+    if (!name.empty())
+        m_looks.try_emplace(name, lookOf(values));
 }
 
 /// The file that `name` stands for: beside the OBJ file, also when the name carries folders of another machine. Empty
@@ -173,7 +144,7 @@ QString find(const QString& name, const QDir& folder)
     return {};
 }
 
-void readLibrary(const ObjLibrary& library, const QDir& folder, ReadTask& task, MtlChecker& checker)
+void readLibrary(const ObjLibrary& library, const QDir& folder, ReadTask& task, MtlReader& reader)
 {
     const QString whole = find(library.name, folder);
     const QStringList names =
@@ -183,19 +154,19 @@ void readLibrary(const ObjLibrary& library, const QDir& folder, ReadTask& task, 
         if (path.isEmpty())
             task.warn(tr("the material library '%1' is missing").arg(name), linePlace(library.line));
         else
-            checker.read(path);
+            reader.read(path);
     }
 }
 
 } // namespace
 
-MtlText checkMtl(const std::vector<ObjLibrary>& libraries, ReadTask& task)
+MtlLooks readMtl(const std::vector<ObjLibrary>& libraries, ReadTask& task)
 {
     const QDir folder = QFileInfo(task.path()).dir();
-    MtlChecker checker(task);
+    MtlReader reader(task);
     for (const ObjLibrary& library : libraries)
-        readLibrary(library, folder, task, checker);
-    return checker.take();
+        readLibrary(library, folder, task, reader);
+    return reader.take();
 }
 
 } // namespace files::obj

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "importer/DocumentFacts.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <cstddef>
+#include <vector>
+
+namespace zn
+{
+
+/// A file that a document names for a shape.
+struct StructureFile {
+    QString written;   ///< as the document has it
+    QString path;      ///< the same with slashes and without escapes, relative to the document where it is
+    QString format;    ///< as the document calls it
+    QString found;     ///< the file that was taken for it; empty when there is none
+    QString foundBy;   ///< how it was found; empty when the location led to it
+    double places = 0; ///< where it is shown
+    QString whyNot;    ///< why it is shown nowhere; empty for a file that is shown
+    int line = 0;      ///< of the element that names it first
+};
+
+/// What a product structure holds and what was chosen of it.
+struct DocumentStructure {
+    bool isNormalised = false;     ///< whether the document had to be brought into the form that the loader reads
+    QString treeFrom;              ///< "instance graph", "occurrence tree" or "flat"
+    QString view;                  ///< the product view that was taken, by name or id; empty without one
+    QStringList otherViews;        ///< those that were left
+    std::size_t roots = 0;         ///< places at the top
+    double occurrences = 0;        ///< places, those of assemblies included
+    double leaves = 0;             ///< places of parts without parts of their own
+    double hiddenLeaves = 0;       ///< of these, those that the document switches off
+    double leavesWithoutShape = 0; ///< of these, those that no file is named for
+    double shapePlaces = 0;        ///< places with a shape of their own
+    std::size_t parts = 0;         ///< different parts that are placed
+    std::size_t depth = 0;         ///< levels of places
+    std::size_t instances = 0;     ///< elements
+    std::size_t userValues = 0;    ///< elements
+    std::size_t materials = 0;     ///< elements
+    std::size_t duplicateIds = 0;  ///< elements whose id an earlier one has
+    std::size_t conditions = 0;    ///< elements that state for whom something holds; none is evaluated
+    std::size_t placedTwice = 0;   ///< occurrences that several others claim; they stand once
+    std::size_t badTransforms = 0; ///< transforms without the numbers that their type wants
+    bool hasNoUnits = false;       ///< whether lengths are those of the part files
+    bool isCut = false;            ///< whether there were too many places to count
+    std::size_t danglingCount = 0; ///< references that lead nowhere
+    std::vector<importer::DanglingReference> dangling; ///< the first of them
+    std::vector<StructureFile> files;
+};
+
+} // namespace zn

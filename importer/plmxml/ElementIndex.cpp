@@ -1,0 +1,71 @@
+#include "importer/plmxml/ElementIndex.h"
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+/// The next node in the order of the text after `node`, which is below `top`; not one within `node` unless `descends`.
+pugi::xml_node nextOf(pugi::xml_node node, const pugi::xml_node& top, bool descends)
+{
+    if (const pugi::xml_node child = node.first_child(); child && descends)
+        return child;
+    while (node != top) {
+        if (const pugi::xml_node sibling = node.next_sibling())
+            return sibling;
+        node = node.parent();
+    }
+    return {};
+}
+
+} // namespace
+
+ElementIndex::ElementIndex(const SourceDocument& document) : m_document(document)
+{
+    const pugi::xml_node root = document.root();
+    for (pugi::xml_node node = root.first_child(); node;) {
+        const std::string_view name = document.nameOf(node);
+        const pugi::xml_node after = nextOf(node, root, !name.empty());
+        if (!name.empty())
+            take(node, name);
+        else
+            countValuesIn(node);
+        node = after;
+    }
+}
+
+/// What foreign elements hold says nothing of the structure.
+void ElementIndex::countValuesIn(const pugi::xml_node& foreign)
+{
+    for (pugi::xml_node node = nextOf(foreign, foreign, true); node; node = nextOf(node, foreign, true))
+        m_userValues += m_document.nameOf(node) == "UserValue" ? 1 : 0;
+}
+
+void ElementIndex::take(const pugi::xml_node& element, std::string_view name)
+{
+    const ElementKind kind = kindOfName(name);
+    m_userValues += kind == ElementKind::UserValue ? 1 : 0;
+    if (kind != ElementKind::Other)
+        m_elements[slot(kind)].push_back(element);
+    else if (name == "VariantCondition" || name == "Effectivity")
+        ++m_conditions;
+    const std::string_view id = element.attribute("id").value();
+    if (!id.empty() && !m_ids[slot(kind)].emplace(id, element).second)
+        ++m_duplicateIds;
+}
+
+pugi::xml_node ElementIndex::find(ElementKind kind, std::string_view id) const
+{
+    const auto& ids = m_ids[slot(kind)];
+    const auto found = ids.find(id);
+    return found == ids.end() ? pugi::xml_node() : found->second;
+}
+
+pugi::xml_node ElementIndex::findShape(std::string_view id) const
+{
+    const pugi::xml_node representation = find(ElementKind::Representation, id);
+    return representation ? representation : find(ElementKind::CompoundRep, id);
+}
+
+} // namespace importer::plmxml

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "importer/plmxml/ElementKind.h"
+#include "importer/plmxml/SourceDocument.h"
+
+#include <array>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace importer::plmxml
+{
+
+/// The elements of a document by their kinds and ids. Of elements of one kind with the same id the first is found.
+/// Elements of other namespaces are left out together with what is in them.
+class ElementIndex
+{
+public:
+    /// One pass over `document`, which must outlive this.
+    explicit ElementIndex(const SourceDocument& document);
+
+    /// What was indexed.
+    const SourceDocument& document() const { return m_document; }
+    /// All elements of a kind, in the order of the text; none of `Other`.
+    const std::vector<pugi::xml_node>& all(ElementKind kind) const { return m_elements[slot(kind)]; }
+    /// The element of a kind with this id, without hash sign; null if there is none.
+    pugi::xml_node find(ElementKind kind, std::string_view id) const;
+    /// The same among representations and compound ones.
+    pugi::xml_node findShape(std::string_view id) const;
+    /// Elements whose id an earlier one of their kind has.
+    std::size_t duplicateIds() const { return m_duplicateIds; }
+    /// All user values, those in elements of other namespaces included.
+    std::size_t userValues() const { return m_userValues; }
+    /// Elements that state for whom or when something holds.
+    std::size_t conditions() const { return m_conditions; }
+
+private:
+    static std::size_t slot(ElementKind kind) { return static_cast<std::size_t>(kind); }
+    void countValuesIn(const pugi::xml_node& foreign);
+    void take(const pugi::xml_node& element, std::string_view name);
+
+    const SourceDocument& m_document;
+    std::array<std::vector<pugi::xml_node>, ElementKindCount> m_elements;
+    std::array<std::unordered_map<std::string_view, pugi::xml_node>, ElementKindCount> m_ids;
+    std::size_t m_duplicateIds = 0;
+    std::size_t m_conditions = 0;
+    std::size_t m_userValues = 0;
+};
+
+} // namespace importer::plmxml

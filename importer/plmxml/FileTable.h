@@ -1,0 +1,63 @@
+#pragma once
+
+#include "importer/DocumentStructure.h"
+#include "importer/plmxml/FileFinder.h"
+#include "importer/plmxml/FileFormats.h"
+#include "importer/plmxml/SourceDocument.h"
+
+#include <QHash>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace importer::plmxml
+{
+
+/// A file that may hold a shape.
+struct ShapeFile {
+    QString written; ///< in the document
+    QString path;    ///< as cleanLocation gives it
+    QString format;  ///< as the document calls it
+    FoundFile found;
+    int rank = FileFormats::NoShape;
+    std::string element; ///< that names it first, with its id
+    int line = 0;
+    std::uint64_t places = 0; ///< where it is shown
+
+    /// Whether it can be read.
+    bool isThere() const { return found.by != FoundBy::Nowhere; }
+};
+
+/// The files that a document names, each once.
+class FileTable
+{
+public:
+    /// Finds and ranks by these, which must outlive this.
+    FileTable(const SourceDocument& document, FileFinder& finder, const FileFormats& formats)
+        : m_document(document), m_finder(finder), m_formats(formats)
+    {
+    }
+
+    /// No file.
+    static constexpr std::uint32_t None = ~std::uint32_t(0);
+
+    /// The index of the file that `element` names with these texts; None for an empty location and for no shape.
+    std::uint32_t add(const pugi::xml_node& element, const char* location, const char* format);
+
+    /// One of them.
+    ShapeFile& operator[](std::uint32_t index) { return m_files[index]; }
+    /// One of them.
+    const ShapeFile& operator[](std::uint32_t index) const { return m_files[index]; }
+    /// All, in the order in which they were added.
+    const std::vector<ShapeFile>& files() const { return m_files; }
+
+private:
+    const SourceDocument& m_document;
+    FileFinder& m_finder;
+    const FileFormats& m_formats;
+    std::vector<ShapeFile> m_files;
+    QHash<QString, std::uint32_t> m_byPath;
+};
+
+} // namespace importer::plmxml

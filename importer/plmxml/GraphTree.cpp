@@ -1,0 +1,216 @@
+#include "importer/plmxml/GraphTree.h"
+
+#include "importer/plmxml/ShapeChoice.h"
+#include "importer/plmxml/UserTexts.h"
+
+#include <unordered_set>
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+std::uint32_t valueOr(const std::unordered_map<std::size_t, std::uint32_t>& map, const pugi::xml_node& element)
+{
+    const auto found = map.find(element.hash_value());
+    return found == map.end() ? Nothing : found->second;
+}
+
+std::uint32_t sizeOf(std::size_t size)
+{
+    return static_cast<std::uint32_t>(size);
+}
+
+/// The elements that an attribute of all elements of a kind leads to.
+std::unordered_set<std::size_t> targetsOf(const Reading& reading, ElementKind from, const char* attribute,
+                                          ElementKind to)
+{
+    std::unordered_set<std::size_t> targets;
+    for (const pugi::xml_node& element : reading.index.all(from))
+        for (const std::string_view word : wordsOf(element.attribute(attribute).value()))
+            if (const pugi::xml_node target = reading.index.find(to, referenceOf(word).id))
+                targets.insert(target.hash_value());
+    return targets;
+}
+
+} // namespace
+
+std::vector<std::string_view> rootWordsOf(const pugi::xml_node& graph)
+{
+    std::vector<std::string_view> words;
+    for (const pugi::xml_attribute& attribute : graph.attributes()) {
+        const std::string_view name = attribute.name();
+        if (name == "rootInstanceRef")
+            words.clear();
+        if (name == "rootInstanceRef" || name == "rootRefs")
+            for (const std::string_view word : wordsOf(attribute.value()))
+                words.push_back(word);
+    }
+    return words;
+}
+
+std::string firstText(std::initializer_list<std::string> texts)
+{
+    for (const std::string& text : texts)
+        if (!text.empty())
+            return text;
+    return {};
+}
+
+std::string nameOfRevision(const Reading& reading, const pugi::xml_node& revision)
+{
+    const std::string own = textOf(revision, "name");
+    if (!own.empty() || !revision)
+        return own;
+    const pugi::xml_node item = otherOf(reading, revision, "masterRef");
+    return firstText(
+        {textOf(item, "name"), textOf(item, "productId"), textOf(item, "catalogueId"), textOf(revision, "id")});
+}
+
+void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
+{
+    for (const pugi::xml_node& graph : graphs)
+        addRoots(graph);
+    finish();
+}
+
+void GraphTree::addRoots(const pugi::xml_node& graph)
+{
+    std::vector<std::uint32_t> roots;
+    for (const std::string_view word : rootWordsOf(graph)) {
+        const Reference reference = referenceOf(word);
+        const bool isOurs = reference.file.empty();
+        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, reference.id);
+        const pugi::xml_node part = m_reading.index.find(ElementKind::Part, reference.id);
+        if (isOurs && instance)
+            roots.push_back(addPlacement(instance));
+        else if (isOurs && part)
+            roots.push_back(placePart(part));
+        else
+            m_reading.references.note(graph, "rootRefs", word);
+    }
+    m_structure.graphs.push_back(std::move(roots));
+}
+
+void GraphTree::addFlat()
+{
+    const auto listed = targetsOf(m_reading, ElementKind::Part, "instanceRefs", ElementKind::Instance);
+    const auto placed = targetsOf(m_reading, ElementKind::Instance, "partRef", ElementKind::Part);
+    std::vector<std::uint32_t> roots;
+    for (const pugi::xml_node& instance : m_reading.index.all(ElementKind::Instance))
+        if (!listed.contains(instance.hash_value()))
+            roots.push_back(addPlacement(instance));
+    for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
+        if (!placed.contains(part.hash_value()))
+            roots.push_back(placePart(part));
+    m_structure.graphs.push_back(std::move(roots));
+    finish();
+}
+
+std::uint32_t GraphTree::placementOf(const pugi::xml_node& instance) const
+{
+    return valueOr(m_placements, instance);
+}
+
+std::uint32_t GraphTree::materialOf(const pugi::xml_node& material)
+{
+    if (!material)
+        return Nothing;
+    const auto [entry, isNew] = m_materials.emplace(material.hash_value(), sizeOf(m_structure.materials.size()));
+    if (isNew)
+        m_structure.materials.push_back(material);
+    return entry->second;
+}
+
+std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
+{
+    const auto [entry, isNew] = m_placements.emplace(instance.hash_value(), sizeOf(m_structure.placements.size()));
+    if (!isNew)
+        return entry->second;
+    StructurePlacement placement;
+    placement.id = textOf(instance, "id");
+    placement.part = partAt(instance);
+    const std::string partName = placement.part == Nothing ? std::string() : m_structure.parts[placement.part].name;
+    placement.name = firstText({textOf(instance, "name"), partName, placement.id});
+    placement.placed = transformOf(m_reading, instance).value_or(Identity4);
+    placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
+    placement.material = materialOf(m_reading.references.follow(instance, "materialRef", ElementKind::Material));
+    placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
+    m_structure.placements.push_back(std::move(placement));
+    return entry->second;
+}
+
+/// For a part at the top, which no instance places.
+std::uint32_t GraphTree::placePart(const pugi::xml_node& part)
+{
+    StructurePlacement placement;
+    placement.part = addPart(part);
+    placement.name = firstText({m_structure.parts[placement.part].name, textOf(part, "id")});
+    placement.hasNode = false;
+    m_structure.placements.push_back(std::move(placement));
+    return sizeOf(m_structure.placements.size() - 1);
+}
+
+std::uint32_t GraphTree::partAt(const pugi::xml_node& instance)
+{
+    const Reference reference = referenceOf(instance.attribute("partRef").value());
+    if (!reference.file.empty())
+        return documentAt(instance);
+    const pugi::xml_node part = m_reading.references.follow(instance, "partRef", ElementKind::Part);
+    return part ? addPart(part) : Nothing;
+}
+
+/// A part of another document is that document.
+std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance)
+{
+    const std::string location(referenceOf(instance.attribute("partRef").value()).file);
+    const std::uint32_t file = m_reading.files.add(instance, location.c_str(), "PLMXML");
+    StructurePart part;
+    part.name = textOf(instance, "name");
+    if (file != FileTable::None)
+        part.pieces.push_back({part.name, Identity4, false, file});
+    m_structure.parts.push_back(std::move(part));
+    m_elements.emplace_back();
+    return sizeOf(m_structure.parts.size() - 1);
+}
+
+std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
+{
+    const auto [entry, isNew] = m_parts.emplace(part.hash_value(), sizeOf(m_structure.parts.size()));
+    if (!isNew)
+        return entry->second;
+    StructurePart made;
+    made.id = textOf(part, "id");
+    made.name = firstText({textOf(part, "name"), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
+    m_structure.parts.push_back(std::move(made));
+    m_elements.push_back(part);
+    return entry->second;
+}
+
+/// Parts lead to instances, and these to further parts.
+void GraphTree::finish()
+{
+    for (; m_filled < m_elements.size(); ++m_filled)
+        if (const pugi::xml_node element = m_elements[m_filled])
+            fill(sizeOf(m_filled), element);
+}
+
+void GraphTree::fill(std::uint32_t part, const pugi::xml_node& element)
+{
+    std::vector<std::uint32_t> placements;
+    for (const pugi::xml_node& instance :
+         m_reading.references.followList(element, "instanceRefs", ElementKind::Instance))
+        placements.push_back(addPlacement(instance));
+    const pugi::xml_node revision = otherOf(m_reading, element, "revisionRef");
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {element, revision, {}, {}, m_structure.parts[part].name});
+    StructurePart& made = m_structure.parts[part];
+    // What cannot be read is named where it is the only thing that there is.
+    const bool isNative = !pieces.empty() && m_reading.files[pieces.front().file].rank >= FileFormats::OtherConverter;
+    if (placements.empty() || !isNative)
+        made.pieces = std::move(pieces);
+    made.placements = std::move(placements);
+    made.tags = UserTexts(m_reading).userData(element).revision(revision).take();
+}
+
+} // namespace importer::plmxml

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "importer/plmxml/Reading.h"
+#include "importer/plmxml/Structure.h"
+
+#include <unordered_map>
+
+namespace importer::plmxml
+{
+
+/// Builds a structure from instances and parts: an instance places a part, and a part lists instances. Each element
+/// becomes one placement or part, however often it is referred to.
+class GraphTree
+{
+public:
+    /// Of the document that is being read; what is found goes into `structure`. Both must outlive this.
+    GraphTree(const Reading& reading, Structure& structure) : m_reading(reading), m_structure(structure) {}
+
+    /// The structure below the roots that `graphs` name.
+    void addGraphs(const std::vector<pugi::xml_node>& graphs);
+    /// The structure of all instances and parts: at the top stand instances that no part lists, and parts that no
+    /// instance places.
+    void addFlat();
+
+    /// The placement of an instance; Nothing for one that was not reached.
+    std::uint32_t placementOf(const pugi::xml_node& instance) const;
+    /// The index of a material in the structure; Nothing for null.
+    std::uint32_t materialOf(const pugi::xml_node& material);
+
+private:
+    std::uint32_t addPlacement(const pugi::xml_node& instance);
+    std::uint32_t placePart(const pugi::xml_node& part);
+    std::uint32_t partAt(const pugi::xml_node& instance);
+    std::uint32_t documentAt(const pugi::xml_node& instance);
+    std::uint32_t addPart(const pugi::xml_node& part);
+    void addRoots(const pugi::xml_node& graph);
+    void finish();
+    void fill(std::uint32_t part, const pugi::xml_node& element);
+
+    const Reading& m_reading;
+    Structure& m_structure;
+    std::unordered_map<std::size_t, std::uint32_t> m_placements; ///< by element
+    std::unordered_map<std::size_t, std::uint32_t> m_parts;      ///< by element
+    std::unordered_map<std::size_t, std::uint32_t> m_materials;  ///< by element
+    std::vector<pugi::xml_node> m_elements;                      ///< of the parts
+    std::size_t m_filled = 0;                                    ///< of the parts
+};
+
+/// The references of a graph's attributes to its roots, in their order.
+std::vector<std::string_view> rootWordsOf(const pugi::xml_node& graph);
+
+/// The first text that is not empty.
+std::string firstText(std::initializer_list<std::string> texts);
+
+/// What a revision and its item are called: the revision's name, the item's name, its number; empty for null.
+std::string nameOfRevision(const Reading& reading, const pugi::xml_node& revision);
+
+} // namespace importer::plmxml

@@ -1,0 +1,230 @@
+#include "importer/plmxml/Normaliser.h"
+
+#include "importer/plmxml/GraphTree.h"
+#include "importer/plmxml/OccurrenceTree.h"
+#include "importer/plmxml/Overrides.h"
+#include "importer/plmxml/Reading.h"
+#include "importer/plmxml/SubsetFit.h"
+#include "importer/plmxml/SubsetWriter.h"
+#include "importer/plmxml/Survey.h"
+#include "importer/plmxml/UserTexts.h"
+#include "importer/plmxml/Views.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <memory>
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+/// Where the texts of this file stand.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(importer::plmxml::Normaliser)
+};
+
+QStringList searchPathsOf(const SourceDocument& document)
+{
+    QStringList paths;
+    for (const std::string_view word : wordsOf(document.root().attribute("referenceSearchPaths").value()))
+        paths.append(QString::fromUtf8(word.data(), static_cast<int>(word.size())));
+    return paths;
+}
+
+bool isTrue(std::string_view value)
+{
+    return value == "true" || value == "1";
+}
+
+/// One run over one document.
+class Normaliser
+{
+public:
+    Normaliser(const SourceDocument& document, const QString& file, const NormaliserOptions& options,
+               NormalisedDocument& result)
+        : m_file(file), m_index(document), m_references(m_index), m_formats(options.preferredFormats),
+          m_finder(file, searchPathsOf(document), options.allowsFile), m_files(document, m_finder, m_formats),
+          m_result(result), m_reading{document, m_index, m_references, m_files, result.facts}
+    {
+    }
+
+    void run()
+    {
+        noteElements();
+        m_view = chooseView(m_reading);
+        const Occurrences occurrences(m_reading, occurrencesOf(m_reading, m_view));
+        const bool fits = build(occurrences);
+        surveyPlaces(m_result.structure, m_files, m_result.facts);
+        m_result.isRead = true;
+        if (m_result.facts.roots == 0)
+            refuse();
+        else if (!fits)
+            write();
+        tellFindings();
+        m_result.structure.materials.clear();
+    }
+
+private:
+    void noteElements()
+    {
+        zn::DocumentStructure& facts = m_result.facts;
+        facts.instances = m_index.all(ElementKind::Instance).size();
+        facts.userValues = m_index.userValues();
+        facts.materials = m_index.all(ElementKind::Material).size();
+        facts.duplicateIds = m_index.duplicateIds();
+        facts.conditions = m_index.conditions();
+        for (const pugi::xml_node& definition : m_index.all(ElementKind::ProductDef))
+            facts.hasNoUnits = facts.hasNoUnits || isTrue(userValueOf(m_reading, definition, "__TC-VIS_NO_UNITS"));
+    }
+
+    /// Whether a root of a graph is there.
+    bool hasGraph() const
+    {
+        const std::vector<pugi::xml_node>& graphs = m_index.all(ElementKind::InstanceGraph);
+        return std::any_of(graphs.begin(), graphs.end(), [this](const pugi::xml_node& graph) {
+            const std::vector<std::string_view> words = rootWordsOf(graph);
+            return std::any_of(words.begin(), words.end(), [this](std::string_view word) {
+                const std::string_view id = referenceOf(word).id;
+                return m_index.find(ElementKind::Instance, id) || m_index.find(ElementKind::Part, id);
+            });
+        });
+    }
+
+    bool partsListInstances() const
+    {
+        const std::vector<pugi::xml_node>& parts = m_index.all(ElementKind::Part);
+        return std::any_of(parts.begin(), parts.end(), [](const pugi::xml_node& part) {
+            return !wordsOf(part.attribute("instanceRefs").value()).empty();
+        });
+    }
+
+    /// Whether the loader can take the document as it stands.
+    bool build(const Occurrences& occurrences)
+    {
+        if (hasGraph() && (partsListInstances() || !occurrences.areATree()))
+            return buildGraph(occurrences);
+        if (!occurrences.all().empty() && (m_view || occurrences.areATree())) {
+            m_result.facts.treeFrom = QStringLiteral("occurrence tree");
+            OccurrenceTree(m_reading, occurrences, m_result.structure).add(m_view);
+            return false;
+        }
+        m_result.facts.treeFrom = QStringLiteral("flat");
+        GraphTree(m_reading, m_result.structure).addFlat();
+        m_result.facts.parts = m_result.structure.parts.size();
+        return false;
+    }
+
+    bool buildGraph(const Occurrences& occurrences)
+    {
+        m_result.facts.treeFrom = QStringLiteral("instance graph");
+        GraphTree graph(m_reading, m_result.structure);
+        graph.addGraphs(m_index.all(ElementKind::InstanceGraph));
+        m_result.facts.parts = m_result.structure.parts.size();
+        Overrides overrides(m_reading, graph, m_result.structure);
+        overrides.add(occurrences);
+        if (m_view)
+            overrides.add(Occurrences(m_reading, occurrencesOf(m_reading, {})));
+        return fitsLoader(m_reading, m_file, m_view, overrides.finish(), m_result.structure);
+    }
+
+    void refuse()
+    {
+        m_result.way = NormalisedDocument::Way::Refuse;
+        m_result.reason = Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
+                                    "top of a product structure");
+    }
+
+    void write()
+    {
+        m_result.way = NormalisedDocument::Way::AsText;
+        m_result.facts.isNormalised = true;
+        for (StructurePlacement& placement : m_result.structure.placements)
+            placement.hasNode = true;
+        // The loader takes parts that are at the top, too, but gives their places no node.
+        m_result.text = writeSubset(m_result.structure, m_files, m_result.facts.hasNoUnits ? 0.001 : 1);
+    }
+
+    void tellFindings()
+    {
+        zn::DocumentStructure& facts = m_result.facts;
+        facts.view = titleOf(m_view);
+        for (const pugi::xml_node& view : m_index.all(ElementKind::ProductView))
+            if (view != m_view)
+                facts.otherViews.append(titleOf(view));
+        facts.danglingCount = m_references.danglingCount();
+        facts.dangling = m_references.dangling();
+        for (const ShapeFile& file : m_files.files()) {
+            facts.files.push_back(told(file));
+            if (!file.isThere())
+                m_result.asked.insert(file.found.path, askedText(file));
+        }
+    }
+
+    static QString askedText(const ShapeFile& file)
+    {
+        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.written);
+        return file.found.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
+    }
+
+    static zn::StructureFile told(const ShapeFile& file)
+    {
+        zn::StructureFile told{file.written, file.path, file.format, {}, {}, double(file.places), {}, file.line};
+        if (file.isThere())
+            told.found = file.found.path;
+        if (file.isThere() && file.found.by != FoundBy::Location)
+            told.foundBy = textOf(file.found.by);
+        if (file.places == 0)
+            told.whyNot = whyNot(file);
+        return told;
+    }
+
+    static QString textOf(FoundBy by)
+    {
+        switch (by) {
+        case FoundBy::LetterCase:
+            return QStringLiteral("letter case");
+        case FoundBy::BesideIt:
+            return QStringLiteral("beside the document");
+        case FoundBy::InItsFolder:
+            return QStringLiteral("in the document's folder");
+        case FoundBy::SearchPath:
+            return QStringLiteral("search path");
+        case FoundBy::Nowhere:
+        case FoundBy::Location:
+            break;
+        }
+        return {};
+    }
+
+    static QString whyNot(const ShapeFile& file)
+    {
+        if (file.rank >= FileFormats::OtherConverter)
+            return QStringLiteral("no reader");
+        return file.isThere() ? QStringLiteral("another file was taken") : QStringLiteral("missing");
+    }
+
+    const QString& m_file;
+    ElementIndex m_index;
+    References m_references;
+    FileFormats m_formats;
+    FileFinder m_finder;
+    FileTable m_files;
+    NormalisedDocument& m_result;
+    Reading m_reading;
+    pugi::xml_node m_view;
+};
+
+} // namespace
+
+NormalisedDocument normalise(const QString& file, const NormaliserOptions& options)
+{
+    NormalisedDocument result;
+    if (const std::unique_ptr<SourceDocument> document = SourceDocument::read(file))
+        Normaliser(*document, file, options, result).run();
+    return result;
+}
+
+} // namespace importer::plmxml

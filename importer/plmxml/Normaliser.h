@@ -1,0 +1,44 @@
+#pragma once
+
+#include "importer/DocumentStructure.h"
+#include "importer/plmxml/FileFinder.h"
+#include "importer/plmxml/Structure.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <string>
+
+namespace importer::plmxml
+{
+
+/// How a document is to be read.
+struct NormaliserOptions {
+    QStringList preferredFormats;  ///< for parts with files of several formats, the best first
+    FileFinder::Allows allowsFile; ///< which files it may name; all without it
+};
+
+/// What becomes of a document.
+struct NormalisedDocument {
+    /// What the import has to do.
+    enum class Way {
+        Refuse,     ///< there is nothing in it to import, as `reason` says
+        AsItStands, ///< give the document itself to the loader, which reads it or tells its fault
+        AsText      ///< give `text` to the loader
+    };
+
+    Way way = Way::AsItStands;
+    QString reason;                ///< for a person
+    std::string text;              ///< a document of the loader's form
+    bool isRead = false;           ///< whether there are facts and a structure
+    zn::DocumentStructure facts;   ///< what was found and chosen
+    Structure structure;           ///< whose elements are gone
+    QHash<QString, QString> asked; ///< what the document says, by the path of each file that is not there
+};
+
+/// Reads the document at `file`, whatever its dialect, and finds its product structure. Asks the disk for part files, but
+/// reads none.
+NormalisedDocument normalise(const QString& file, const NormaliserOptions& options);
+
+} // namespace importer::plmxml

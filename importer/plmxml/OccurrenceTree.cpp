@@ -1,0 +1,210 @@
+#include "importer/plmxml/OccurrenceTree.h"
+
+#include "importer/plmxml/GraphTree.h"
+#include "importer/plmxml/ShapeChoice.h"
+#include "importer/plmxml/UserTexts.h"
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+std::uint32_t sizeOf(std::size_t size)
+{
+    return static_cast<std::uint32_t>(size);
+}
+
+std::string referenceSetOf(const Reading& reading, const pugi::xml_node& occurrence, const pugi::xml_node& instance)
+{
+    return firstText({userValueOf(reading, occurrence, "UG REF SET"), userValueOf(reading, instance, "UG REF SET")});
+}
+
+} // namespace
+
+void OccurrenceTree::add(const pugi::xml_node& view)
+{
+    std::vector<std::uint32_t> roots;
+    for (const pugi::xml_node& root : rootsOf(view))
+        if (const std::uint32_t placement = place(root, Identity4); placement != Nothing)
+            roots.push_back(placement);
+    m_structure.graphs.push_back(std::move(roots));
+    for (std::size_t i = 0; i < m_open.size(); ++i)
+        expand(Open(m_open[i]));
+    dropShapesOfAssemblies();
+    m_reading.facts.parts = m_origins.size();
+}
+
+std::vector<pugi::xml_node> OccurrenceTree::rootsOf(const pugi::xml_node& view) const
+{
+    for (const char* attribute : {"rootRefs", "primaryOccurrenceRef", "primaryOccurrenceView"})
+        if (const std::vector<pugi::xml_node> roots =
+                m_reading.references.followList(view, attribute, ElementKind::Occurrence);
+            !roots.empty())
+            return roots;
+    std::vector<pugi::xml_node> roots;
+    for (const pugi::xml_node& occurrence : m_occurrences.all())
+        if (!m_occurrences.above(occurrence))
+            roots.push_back(occurrence);
+    return roots;
+}
+
+/// The own transform of the instance is exact, where that of the occurrence went through a product.
+std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, const Matrix4& outer)
+{
+    if (!m_placed.insert(occurrence.hash_value()).second) {
+        ++m_reading.facts.placedTwice;
+        return Nothing;
+    }
+    const Origin origin = originOf(occurrence);
+    const std::optional<Matrix4> world = transformOf(m_reading, occurrence);
+    const std::optional<Matrix4> own = origin.instance ? transformOf(m_reading, origin.instance) : std::nullopt;
+    const std::optional<Matrix4> inverse = world ? inverseOf(outer) : std::nullopt;
+    StructurePlacement placement;
+    placement.placed = inverse ? *world * *inverse : own.value_or(Identity4);
+    if (own && isNear(*own, placement.placed))
+        placement.placed = *own;
+    fillNames(placement, occurrence, origin);
+    m_structure.placements.push_back(std::move(placement));
+    const std::uint32_t index = sizeOf(m_structure.placements.size() - 1);
+    m_open.push_back({occurrence, index, world ? *world : m_structure.placements.back().placed * outer});
+    return index;
+}
+
+void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_node& occurrence,
+                               const Origin& origin) const
+{
+    placement.id = textOf(occurrence, "id");
+    const std::string own = firstText({textOf(occurrence, "name"), userValueOf(m_reading, occurrence, "OccurrenceName"),
+                                       textOf(origin.instance, "name")});
+    placement.name = own.empty() ? partNameOf(origin, placement.id) : own;
+    placement.visibility = visibilityOf(m_reading, occurrence);
+    placement.tags = UserTexts(m_reading)
+                         .userData(occurrence)
+                         .attribute(occurrence, "quantity")
+                         .userData(origin.instance)
+                         .attribute(origin.instance, "quantity")
+                         .attachedForms(occurrence)
+                         .take();
+}
+
+/// Views are called by the number of what they show, where a revision has a name for people.
+std::string OccurrenceTree::partNameOf(const Origin& origin, const std::string& otherwise) const
+{
+    const std::string revision = nameOfRevision(m_reading, origin.revision);
+    return firstText({revision, textOf(origin.view, "name"), otherwise});
+}
+
+/// `instancedRef` leads to a revision or to a part view.
+OccurrenceTree::Origin OccurrenceTree::originOf(const pugi::xml_node& occurrence) const
+{
+    Origin origin;
+    const std::vector<std::string_view> instances = wordsOf(occurrence.attribute("instanceRefs").value());
+    if (!instances.empty())
+        origin.instance =
+            m_reading.references.look(occurrence, "instanceRefs", instances.back(), ElementKind::Instance);
+    for (const char* attribute : {"instancedRef", "partRef"}) {
+        const std::string_view id = referenceOf(occurrence.attribute(attribute).value()).id;
+        if (!origin.view && !origin.revision && !id.empty()) {
+            origin.view = m_reading.index.find(ElementKind::Part, id);
+            origin.revision = m_reading.index.find(ElementKind::Other, id);
+            if (!origin.view && !origin.revision)
+                m_reading.references.note(occurrence, attribute, id);
+        }
+    }
+    if (!origin.view && origin.instance)
+        origin.view = m_reading.references.follow(origin.instance, "partRef", ElementKind::Part);
+    if (!origin.revision)
+        origin.revision = otherOf(m_reading, origin.view, "revisionRef");
+    return origin;
+}
+
+void OccurrenceTree::expand(const Open& open)
+{
+    std::vector<std::uint32_t> children;
+    for (const pugi::xml_node& child : m_occurrences.below(open.occurrence))
+        if (const std::uint32_t placement = place(child, open.world); placement != Nothing)
+            children.push_back(placement);
+    if (children.empty())
+        addLeaf(open.placement, open.occurrence);
+    else
+        addAssembly(open.placement, open.occurrence, std::move(children));
+}
+
+std::uint32_t OccurrenceTree::makePart(const Origin& origin, const std::string& name)
+{
+    StructurePart part;
+    part.id = textOf(origin.view ? origin.view : origin.revision, "id");
+    part.name = partNameOf(origin, name);
+    part.tags = UserTexts(m_reading).userData(origin.view).revision(origin.revision).take();
+    m_structure.parts.push_back(std::move(part));
+    return sizeOf(m_structure.parts.size() - 1);
+}
+
+/// What is below it may differ from place to place, so that no two share a part.
+void OccurrenceTree::addAssembly(std::uint32_t placement, const pugi::xml_node& occurrence,
+                                 std::vector<std::uint32_t> children)
+{
+    const Origin origin = originOf(occurrence);
+    if (const pugi::xml_node what = origin.revision ? origin.revision : origin.view)
+        m_origins.insert(what.hash_value());
+    const std::uint32_t part = makePart(origin, m_structure.placements[placement].name);
+    m_structure.parts[part].placements = std::move(children);
+    m_structure.parts[part].pieces =
+        chooseShape(m_reading, {origin.view, origin.revision, occurrence,
+                                referenceSetOf(m_reading, occurrence, origin.instance), m_structure.parts[part].name});
+    m_structure.placements[placement].part = part;
+}
+
+void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occurrence)
+{
+    const Origin origin = originOf(occurrence);
+    const pugi::xml_node what = origin.revision ? origin.revision : origin.view;
+    if (what)
+        m_origins.insert(what.hash_value());
+    const std::string set = referenceSetOf(m_reading, occurrence, origin.instance);
+    const auto number = [](const pugi::xml_node& node) { return std::to_string(node.hash_value()); };
+    const bool viewSaysSomething = origin.view.attribute("representationRefs") ||
+                                   childOf(m_reading, origin.view, "Representation") ||
+                                   childOf(m_reading, origin.view, "UserData");
+    std::string key = number(what) + " " + (viewSaysSomething ? number(origin.view) : std::string()) + " " + set;
+    const bool hasAttachments = occurrence.attribute("associatedAttachmentRefs");
+    const auto known = what ? m_leaves.find(key) : m_leaves.end();
+    if (known != m_leaves.end() && (!hasAttachments || !m_structure.parts[known->second].pieces.empty())) {
+        m_structure.placements[placement].part = known->second;
+        return;
+    }
+    const std::string name = partNameOf(origin, m_structure.placements[placement].name);
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {origin.view, origin.revision, {}, set, name});
+    // What is attached to an occurrence is its own.
+    if (pieces.empty() && hasAttachments) {
+        pieces = chooseShape(m_reading, {{}, {}, occurrence, set, name});
+        for (const ShapePiece& piece : pieces)
+            key += " " + std::to_string(piece.file);
+    }
+    const auto same = what ? m_leaves.find(key) : m_leaves.end();
+    const std::uint32_t part = same != m_leaves.end() ? same->second : makePart(origin, name);
+    m_structure.parts[part].pieces = std::move(pieces);
+    m_structure.placements[placement].part = part;
+    if (what)
+        m_leaves[key] = part;
+}
+
+/// A parent is placed before its children. An assembly's own file shows the same as its parts.
+void OccurrenceTree::dropShapesOfAssemblies()
+{
+    std::vector<bool> hasShape(m_structure.placements.size());
+    for (std::size_t i = m_structure.placements.size(); i-- > 0;) {
+        if (m_structure.placements[i].part == Nothing)
+            continue;
+        StructurePart& part = m_structure.parts[m_structure.placements[i].part];
+        bool isAbove = false;
+        for (const std::uint32_t child : part.placements)
+            isAbove = isAbove || hasShape[child];
+        if (isAbove)
+            part.pieces.clear();
+        hasShape[i] = isAbove || !part.pieces.empty();
+    }
+}
+
+} // namespace importer::plmxml

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "importer/plmxml/Occurrences.h"
+#include "importer/plmxml/Reading.h"
+#include "importer/plmxml/Structure.h"
+
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace importer::plmxml
+{
+
+/// Builds a structure from occurrences that are a tree themselves, as PDM systems write it: their transforms lead to
+/// the top, and each stands at one place. Leaves of the same revision share a part.
+class OccurrenceTree
+{
+public:
+    /// Of the document that is being read; what is found goes into `structure`. All must outlive this.
+    OccurrenceTree(const Reading& reading, const Occurrences& occurrences, Structure& structure)
+        : m_reading(reading), m_occurrences(occurrences), m_structure(structure)
+    {
+    }
+
+    /// The tree of `view`; of all occurrences where it is null.
+    void add(const pugi::xml_node& view);
+
+private:
+    /// What an occurrence is an occurrence of.
+    struct Origin {
+        pugi::xml_node instance;
+        pugi::xml_node view;
+        pugi::xml_node revision;
+    };
+    /// An occurrence whose children are still to be placed.
+    struct Open {
+        pugi::xml_node occurrence;
+        std::uint32_t placement;
+        Matrix4 world;
+    };
+
+    std::vector<pugi::xml_node> rootsOf(const pugi::xml_node& view) const;
+    std::uint32_t place(const pugi::xml_node& occurrence, const Matrix4& outer);
+    void expand(const Open& open);
+    Origin originOf(const pugi::xml_node& occurrence) const;
+    void fillNames(StructurePlacement& placement, const pugi::xml_node& occurrence, const Origin& origin) const;
+    std::string partNameOf(const Origin& origin, const std::string& otherwise) const;
+    void addAssembly(std::uint32_t placement, const pugi::xml_node& occurrence, std::vector<std::uint32_t> children);
+    void addLeaf(std::uint32_t placement, const pugi::xml_node& occurrence);
+    std::uint32_t makePart(const Origin& origin, const std::string& name);
+    void dropShapesOfAssemblies();
+
+    const Reading& m_reading;
+    const Occurrences& m_occurrences;
+    Structure& m_structure;
+    std::vector<Open> m_open;
+    std::unordered_set<std::size_t> m_placed;                ///< occurrences
+    std::unordered_map<std::string, std::uint32_t> m_leaves; ///< parts by what they are of
+    std::unordered_set<std::size_t> m_origins;               ///< different things that are placed
+};
+
+} // namespace importer::plmxml

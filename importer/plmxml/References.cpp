@@ -1,0 +1,78 @@
+#include "importer/plmxml/References.h"
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+constexpr std::string_view Blanks = " \t\r\n";
+
+QString text(std::string_view utf8)
+{
+    constexpr std::size_t shown = 200;
+    return QString::fromUtf8(utf8.data(), static_cast<int>(std::min(utf8.size(), shown)));
+}
+
+} // namespace
+
+Reference referenceOf(std::string_view text)
+{
+    const std::size_t hash = text.find('#');
+    if (hash == std::string_view::npos)
+        return {{}, text};
+    return {text.substr(0, hash), text.substr(hash + 1)};
+}
+
+std::vector<std::string_view> wordsOf(std::string_view list)
+{
+    std::vector<std::string_view> words;
+    for (std::size_t begin = list.find_first_not_of(Blanks); begin != std::string_view::npos;) {
+        const std::size_t end = std::min(list.find_first_of(Blanks, begin), list.size());
+        words.push_back(list.substr(begin, end - begin));
+        begin = list.find_first_not_of(Blanks, end);
+    }
+    return words;
+}
+
+pugi::xml_node References::follow(const pugi::xml_node& from, const char* attribute, ElementKind kind)
+{
+    const std::vector<std::string_view> words = wordsOf(from.attribute(attribute).value());
+    return words.empty() ? pugi::xml_node() : look(from, attribute, words.front(), kind);
+}
+
+std::vector<pugi::xml_node> References::followList(const pugi::xml_node& from, const char* attribute, ElementKind kind)
+{
+    std::vector<pugi::xml_node> found;
+    for (const std::string_view word : wordsOf(from.attribute(attribute).value()))
+        if (const pugi::xml_node target = look(from, attribute, word, kind))
+            found.push_back(target);
+    return found;
+}
+
+pugi::xml_node References::look(const pugi::xml_node& from, const char* attribute, std::string_view word,
+                                ElementKind kind)
+{
+    const Reference reference = referenceOf(word);
+    pugi::xml_node target;
+    if (reference.file.empty())
+        target =
+            kind == ElementKind::Representation ? m_index.findShape(reference.id) : m_index.find(kind, reference.id);
+    if (!target)
+        note(from, attribute, word);
+    return target;
+}
+
+void References::note(const pugi::xml_node& from, const char* attribute, std::string_view word)
+{
+    // Who looks at an element again meets the same text.
+    if (!m_noted.insert(word.data()).second)
+        return;
+    ++m_danglingCount;
+    if (m_dangling.size() >= DocumentFacts::maxDangling)
+        return;
+    m_dangling.push_back({text(m_index.document().nameOf(from)), text(from.attribute("id").value()),
+                          QString::fromUtf8(attribute), text(word), m_index.document().lineOf(from)});
+}
+
+} // namespace importer::plmxml

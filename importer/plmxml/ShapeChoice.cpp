@@ -1,0 +1,165 @@
+#include "importer/plmxml/ShapeChoice.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <unordered_set>
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+using Pieces = std::vector<ShapePiece>;
+
+/// Representations stand in one another no deeper than this.
+constexpr int MaxDepth = 100;
+
+class Chooser
+{
+public:
+    Chooser(const Reading& reading, const ShapeSource& source) : m_reading(reading), m_source(source) {}
+
+    Pieces choose()
+    {
+        for (const pugi::xml_node& representation : representationsOf(m_reading, m_source.view))
+            addRepresentation(representation);
+        if (m_alternatives.empty())
+            eachChild(m_reading.document, m_source.revision, "AssociatedDataSet",
+                      [this](const pugi::xml_node& link) { addDataSet(otherOf(m_reading, link, "dataSetRef")); });
+        if (m_alternatives.empty() && m_source.occurrence)
+            addAttachments();
+        return best();
+    }
+
+private:
+    void addRepresentation(const pugi::xml_node& representation)
+    {
+        Pieces pieces;
+        addPieces(representation, Identity4, false, 0, pieces);
+        if (!pieces.empty())
+            m_alternatives.push_back(std::move(pieces));
+    }
+
+    /// The transforms of compound representations move what is in them.
+    void addPieces(const pugi::xml_node& shape, const Matrix4& outer, bool isMoved, int depth, Pieces& pieces)
+    {
+        const std::optional<Matrix4> own = transformOf(m_reading, shape);
+        const Matrix4 placed = own ? *own * outer : outer;
+        bool isCompound = false;
+        eachChild(m_reading.document, shape, "CompoundRep", [&](const pugi::xml_node& piece) {
+            isCompound = true;
+            if (depth < MaxDepth)
+                addPieces(piece, placed, isMoved || own, depth + 1, pieces);
+        });
+        if (isCompound)
+            return;
+        const std::uint32_t file =
+            m_reading.files.add(shape, shape.attribute("location").value(), shape.attribute("format").value());
+        if (file == FileTable::None)
+            return;
+        const std::string name = textOf(shape, "name");
+        pieces.push_back({name.empty() ? m_source.name : name, placed, isMoved || own, file});
+    }
+
+    void addDataSet(const pugi::xml_node& dataSet)
+    {
+        if (m_reading.document.nameOf(dataSet) != "DataSet")
+            return;
+        for (const pugi::xml_node& member :
+             m_reading.references.followList(dataSet, "memberRefs", ElementKind::Other)) {
+            const std::uint32_t file = m_reading.files.add(member, member.attribute("locationRef").value(),
+                                                           member.attribute("format").value());
+            if (file != FileTable::None)
+                m_alternatives.push_back({{m_source.name, Identity4, false, file}});
+        }
+    }
+
+    /// Attachments may have attachments.
+    void addAttachments()
+    {
+        std::vector<pugi::xml_node> todo =
+            m_reading.references.followList(m_source.occurrence, "associatedAttachmentRefs", ElementKind::Other);
+        std::unordered_set<std::size_t> seen;
+        for (std::size_t i = 0; i < todo.size(); ++i) {
+            if (!seen.insert(todo[i].hash_value()).second)
+                continue;
+            addDataSet(otherOf(m_reading, todo[i], "attachmentRef"));
+            for (const pugi::xml_node& child :
+                 m_reading.references.followList(todo[i], "childRefs", ElementKind::Other))
+                todo.push_back(child);
+        }
+    }
+
+    int rankOf(const Pieces& pieces) const
+    {
+        int rank = std::numeric_limits<int>::min();
+        for (const ShapePiece& piece : pieces)
+            rank = std::max(rank, m_reading.files[piece.file].rank);
+        return rank;
+    }
+
+    bool isReadable(const Pieces& pieces) const
+    {
+        return rankOf(pieces) < FileFormats::OtherConverter &&
+               std::any_of(pieces.begin(), pieces.end(),
+                           [this](const ShapePiece& piece) { return m_reading.files[piece.file].isThere(); });
+    }
+
+    /// "SOLID$_XML2.jt" and "SOLID.jt" are the files of the set "SOLID".
+    bool isOfReferenceSet(const Pieces& pieces) const
+    {
+        if (m_source.referenceSet.empty() || pieces.size() != 1)
+            return false;
+        const QString name = QFileInfo(m_reading.files[pieces.front().file].path).completeBaseName();
+        const QString set = QString::fromStdString(m_source.referenceSet);
+        const QString rest = name.mid(set.size());
+        return name.startsWith(set, Qt::CaseInsensitive) &&
+               (rest.isEmpty() || rest.startsWith(QLatin1Char('$')) || rest.startsWith(QLatin1String("_XML")));
+    }
+
+    /// Smaller is better; equal ones keep the order of the document.
+    std::array<int, 3> worthOf(const Pieces& pieces) const
+    {
+        return {isReadable(pieces) ? 0 : 1, rankOf(pieces), isOfReferenceSet(pieces) ? 0 : 1};
+    }
+
+    Pieces best() const
+    {
+        const auto found =
+            std::min_element(m_alternatives.begin(), m_alternatives.end(),
+                             [this](const Pieces& a, const Pieces& b) { return worthOf(a) < worthOf(b); });
+        return found == m_alternatives.end() ? Pieces() : *found;
+    }
+
+    const Reading& m_reading;
+    const ShapeSource& m_source;
+    std::vector<Pieces> m_alternatives;
+};
+
+} // namespace
+
+std::vector<pugi::xml_node> representationsOf(const Reading& reading, const pugi::xml_node& view)
+{
+    std::vector<pugi::xml_node> found;
+    std::unordered_set<std::size_t> seen;
+    const auto add = [&](const pugi::xml_node& representation) {
+        if (seen.insert(representation.hash_value()).second)
+            found.push_back(representation);
+    };
+    for (const pugi::xml_node& target :
+         reading.references.followList(view, "representationRefs", ElementKind::Representation))
+        add(target);
+    eachChild(reading.document, view, "Representation", add);
+    return found;
+}
+
+std::vector<ShapePiece> chooseShape(const Reading& reading, const ShapeSource& source)
+{
+    return Chooser(reading, source).choose();
+}
+
+} // namespace importer::plmxml

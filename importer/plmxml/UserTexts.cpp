@@ -1,0 +1,121 @@
+#include "importer/plmxml/UserTexts.h"
+
+#include "files/scenefile/ConvertedTree.h"
+
+#include <algorithm>
+
+namespace importer::plmxml
+{
+
+namespace
+{
+
+namespace converted = osg::scenefile::converted;
+
+/// The items of a list in one line.
+std::string listText(const SourceDocument& document, const pugi::xml_node& list)
+{
+    std::string text;
+    eachChild(document, list, "Item", [&text](const pugi::xml_node& item) {
+        const std::string_view value = item.attribute("value") ? item.attribute("value").value() : item.child_value();
+        text += text.empty() ? "" : ", ";
+        text += value;
+    });
+    return text;
+}
+
+} // namespace
+
+UserTexts& UserTexts::userData(const pugi::xml_node& element, const std::string& prefix)
+{
+    eachChild(m_reading.document, element, "UserData", [&](const pugi::xml_node& data) {
+        if (std::string_view(data.attribute("type").value()) == "Hidden_Metadata")
+            return;
+        eachChild(m_reading.document, data, "UserValue", [&](const pugi::xml_node& value) {
+            const std::string title = textOf(value, "title");
+            if (!title.empty())
+                add(prefix + title, valueOf(value));
+        });
+    });
+    return *this;
+}
+
+UserTexts& UserTexts::attribute(const pugi::xml_node& element, const char* name)
+{
+    add(name, textOf(element, name));
+    return *this;
+}
+
+UserTexts& UserTexts::revision(const pugi::xml_node& revision)
+{
+    if (!revision)
+        return *this;
+    userData(revision).attribute(revision, "revision").description(revision);
+    const pugi::xml_node item = otherOf(m_reading, revision, "masterRef");
+    userData(item).attribute(item, "productId").attribute(item, "catalogueId").description(item);
+    forms(revision);
+    forms(item);
+    return *this;
+}
+
+UserTexts& UserTexts::attachedForms(const pugi::xml_node& occurrence)
+{
+    for (const pugi::xml_node& attachment :
+         m_reading.references.followList(occurrence, "associatedAttachmentRefs", ElementKind::Other))
+        if (const pugi::xml_node target = otherOf(m_reading, attachment, "attachmentRef");
+            m_reading.document.nameOf(target) == "Form")
+            form(target);
+    return *this;
+}
+
+void UserTexts::description(const pugi::xml_node& element)
+{
+    add("Description", childOf(m_reading, element, "Description").child_value());
+}
+
+void UserTexts::forms(const pugi::xml_node& owner)
+{
+    eachChild(m_reading.document, owner, "AssociatedForm",
+              [this](const pugi::xml_node& link) { form(otherOf(m_reading, link, "formRef")); });
+}
+
+void UserTexts::form(const pugi::xml_node& form)
+{
+    userData(form, textOf(form, "name") + ": ");
+}
+
+void UserTexts::add(const std::string& title, const std::string& value)
+{
+    if (value.empty() || std::find(m_titles.begin(), m_titles.end(), title) != m_titles.end())
+        return;
+    m_titles.push_back(title);
+    m_tags.push_back(converted::tag(converted::AttributePrefix + title, value));
+}
+
+/// A value that stands elsewhere is told by the name of what it leads to.
+std::string UserTexts::valueOf(const pugi::xml_node& userValue) const
+{
+    const std::string value = textOf(userValue, "value");
+    if (!value.empty())
+        return value;
+    if (const pugi::xml_node list = childOf(m_reading, userValue, "UserList"))
+        return listText(m_reading.document, list);
+    const Reference reference = referenceOf(userValue.attribute("dataRef").value());
+    const pugi::xml_node target = m_reading.index.find(ElementKind::Other, reference.id);
+    const std::string name = textOf(target, "name");
+    return name.empty() ? textOf(target, "userId") : name;
+}
+
+std::string userValueOf(const Reading& reading, const pugi::xml_node& element, std::string_view title)
+{
+    std::string found;
+    eachChild(reading.document, element, "UserData", [&](const pugi::xml_node& data) {
+        eachChild(reading.document, data, "UserValue", [&](const pugi::xml_node& value) {
+            if (found.empty() && value.attribute("title").value() == title)
+                found = textOf(value, "value");
+        });
+    });
+    return found;
+}
+
+} // namespace importer::plmxml

@@ -1,0 +1,142 @@
+#include "ptx/readers/step/RecordLibrary.h"
+
+#include "ptx/readers/MappedFile.h"
+#include "ptx/readers/step/CountingBuffer.h"
+#include "ptx/readers/step/RecordTables.h"
+#include "ptx/readers/step/RecordTool.h"
+#include "ptx/readers/step/part21/Scan.h"
+
+#include <Interface_Check.hxx>
+#include <StepData_Protocol.hxx>
+#include <StepData_StepModel.hxx>
+#include <StepData_StepReaderData.hxx>
+
+#include <algorithm>
+#include <istream>
+#include <string_view>
+#include <thread>
+
+namespace ptx::step
+{
+
+namespace
+{
+
+// A file with one fault in its habits has it in each record.
+constexpr std::size_t MostComplaints = 20;
+
+// The shares of a stage: the text, the tables, the rest is making the entities.
+constexpr double ScanShare = 0.1;
+constexpr double TablesShare = 0.45;
+constexpr double ParserShare = 0.7;
+
+unsigned threadsOf(const core::Settings& settings)
+{
+    const auto wanted = static_cast<unsigned>(settings.number(core::Setting::Threads));
+    return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
+}
+
+std::vector<std::string> complaintsOf(std::string_view text, const part21::Records& records,
+                                      const part21::EntityIndex& index)
+{
+    std::vector<std::string> complaints;
+    const std::vector<part21::Damage> damages = records.damages();
+    for (const part21::Damage& damage : damages) {
+        if (complaints.size() == MostComplaints)
+            break;
+        complaints.push_back(describe(text, damage));
+    }
+    if (damages.size() > MostComplaints)
+        complaints.push_back(std::to_string(damages.size() - MostComplaints) + " more records are like that");
+    if (!records.isComplete)
+        complaints.emplace_back("the text ends without END-ISO-10303-21");
+    if (!index.repeated().empty())
+        complaints.push_back(std::to_string(index.repeated().size()) + " records have numbers that others have too");
+    return complaints;
+}
+
+bool hasEntities(const part21::Records& records)
+{
+    return std::any_of(records.pieces.begin() + 1, records.pieces.end(),
+                       [](const part21::Piece& piece) { return !piece.records.empty(); });
+}
+
+bool isComplaint(std::string_view text)
+{
+    return text.starts_with("Undefined Parsing");
+}
+
+bool hasComplaints(const Interface_InterfaceModel& model)
+{
+    const Handle(Interface_Check) check = model.GlobalCheck();
+    for (int i = 1; !check.IsNull() && i <= check->NbFails(); ++i)
+        if (isComplaint(check->CFail(i)))
+            return true;
+    return false;
+}
+
+} // namespace
+
+Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
+                                         const Handle(Interface_Protocol) & protocol) const
+{
+    const readers::MappedFile file(name);
+    if (file.text().empty())
+        return -1;
+    const part21::Records records = part21::scan(file.text(), threadsOf(m_job.settings));
+    m_job.progress.report(ScanShare);
+    const part21::EntityIndex index(records);
+    const std::vector<std::string> complaints = complaintsOf(file.text(), records, index);
+    if (!complaints.empty())
+        return readDamaged(name, records, index, complaints, model, protocol);
+    load(records, index, model, protocol);
+    return 0;
+}
+
+Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const part21::Records& records,
+                                            const part21::EntityIndex& index,
+                                            const std::vector<std::string>& complaints,
+                                            Handle(Interface_InterfaceModel) & model,
+                                            const Handle(Interface_Protocol) & protocol) const
+{
+    const Standard_Integer status = readByParser(name, model, protocol);
+    if (status == 0 && !model.IsNull() && !hasComplaints(*model)) {
+        if (m_doesTell)
+            m_job.log.info("the text was read by OCCT's own parser, because " + complaints.front());
+        return status;
+    }
+    if (!hasEntities(records))
+        return 1;
+    tell(complaints);
+    load(records, index, model, protocol);
+    return 0;
+}
+
+void RecordLibrary::tell(const std::vector<std::string>& complaints) const
+{
+    if (m_doesTell)
+        for (const std::string& complaint : complaints)
+            m_job.log.warning("left out of the text: " + complaint);
+}
+
+Standard_Integer RecordLibrary::readByParser(Standard_CString name, Handle(Interface_InterfaceModel) & model,
+                                             const Handle(Interface_Protocol) & protocol) const
+{
+    CountingBuffer buffer(name, m_job.inputBytes, ParserShare, m_job.progress);
+    std::istream stream(&buffer);
+    return ReadStream(name, stream, model, protocol);
+}
+
+void RecordLibrary::load(const part21::Records& records, const part21::EntityIndex& index,
+                         Handle(Interface_InterfaceModel) & model, const Handle(Interface_Protocol) & protocol) const
+{
+    const auto stepProtocol = Handle(StepData_Protocol)::DownCast(protocol);
+    const Handle(StepData_StepModel) stepModel = new StepData_StepModel;
+    const RecordTables tables(records, index, stepProtocol, stepModel->SourceCodePage());
+    m_job.progress.report(TablesShare);
+    RecordTool tool(tables.data(), stepProtocol, m_job.progress, TablesShare);
+    tool.load(stepModel);
+    model = stepModel;
+}
+
+} // namespace ptx::step

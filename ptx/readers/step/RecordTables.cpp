@@ -1,0 +1,146 @@
+#include "ptx/readers/step/RecordTables.h"
+
+#include "ptx/readers/step/NeedlessLists.h"
+
+#include <Interface_Check.hxx>
+#include <StepData_Protocol.hxx>
+#include <StepData_StepReaderData.hxx>
+
+namespace ptx::step
+{
+
+using part21::Kind;
+using part21::Parameter;
+using part21::Piece;
+using part21::Record;
+using part21::Role;
+
+namespace
+{
+
+constexpr char ListType[] = "/* (SUB) */";
+constexpr char ListIdent[] = "$1";
+constexpr char NoIdent[] = "#0";
+constexpr char Reference[] = "#";
+
+Interface_ParamType typeOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::Integer:
+        return Interface_ParamInteger;
+    case Kind::Real:
+        return Interface_ParamReal;
+    case Kind::Text:
+        return Interface_ParamText;
+    case Kind::Enumeration:
+        return Interface_ParamEnum;
+    case Kind::Binary:
+        return Interface_ParamHexa;
+    case Kind::Omitted:
+        return Interface_ParamVoid;
+    case Kind::Derived:
+        return Interface_ParamMisc;
+    case Kind::Reference:
+        return Interface_ParamIdent;
+    case Kind::List:
+        break;
+    }
+    return Interface_ParamSub;
+}
+
+std::size_t headerCount(const part21::Records& records)
+{
+    return records.pieces.empty() ? 0 : records.pieces.front().records.size();
+}
+
+} // namespace
+
+RecordTables::RecordTables(const part21::Records& records, const part21::EntityIndex& index,
+                           const Handle(StepData_Protocol) & protocol, Resource_FormatType codePage)
+    : m_index(index)
+{
+    // The number of parameters is the size of a page: with too few, OCCT would walk from page to page.
+    m_data =
+        new StepData_StepReaderData(static_cast<int>(headerCount(records)), static_cast<int>(records.recordCount()),
+                                    static_cast<int>(records.parameterCount()) + 1, codePage);
+    const NeedlessLists needless(protocol);
+    for (const Piece& piece : records.pieces)
+        addPiece(piece, needless.of(piece));
+}
+
+void RecordTables::addPiece(const Piece& piece, const std::vector<bool>& emptied)
+{
+    std::vector<const char*> types = {ListType};
+    for (std::size_t i = 1; i < piece.types.size(); ++i)
+        types.push_back(m_texts.add(piece.types[i]));
+    m_base = m_record;
+    for (std::size_t i = 0; i < piece.records.size(); ++i) {
+        const Record& record = piece.records[i];
+        ++m_record;
+        addRecord(piece, record, types[record.type], !emptied.empty() && emptied[i]);
+    }
+}
+
+void RecordTables::addRecord(const Piece& piece, const Record& record, const char* type, bool isEmptied)
+{
+    const auto count = isEmptied ? 0 : static_cast<int>(record.parameterCount);
+    m_data->SetRecord(m_record, identOf(piece, record), type, count);
+    for (int i = 0; i < count; ++i)
+        addParameter(piece, piece.parameters[record.firstParameter + static_cast<std::size_t>(i)], i + 1);
+    m_data->InitParams(m_record);
+}
+
+// A list is found by the record that names it, and an entity that is left out by none.
+const char* RecordTables::identOf(const Piece& piece, const Record& record)
+{
+    switch (record.role) {
+    case Role::List:
+        return ListIdent;
+    case Role::Entity:
+        m_isLeftOut = m_index.recordOf(record.number) != static_cast<std::uint32_t>(m_record);
+        return m_isLeftOut ? ListIdent : nameOf(piece, record);
+    case Role::Member:
+        return m_isLeftOut ? ListIdent : NoIdent;
+    case Role::Header:
+        break;
+    }
+    return NoIdent;
+}
+
+// OCCT reads the number at the start of it, so that the text itself will do, but for an entity with a scope.
+const char* RecordTables::nameOf(const Piece& piece, const Record& record)
+{
+    const char* const text = piece.text.data() + record.offset;
+    return *text == '#' ? text : m_texts.add("#" + std::to_string(record.number));
+}
+
+void RecordTables::addParameter(const Piece& piece, const Parameter& parameter, int position)
+{
+    switch (parameter.kind) {
+    case Kind::List:
+        return m_data->AddParam(m_record, ListIdent, Interface_ParamSub,
+                                m_base + static_cast<int>(parameter.value) + 1);
+    case Kind::Reference:
+        return addReference(parameter.value, position);
+    case Kind::Omitted:
+        return m_data->AddParam(m_record, "$", Interface_ParamVoid);
+    case Kind::Derived:
+        return m_data->AddParam(m_record, "*", Interface_ParamMisc);
+    default:
+        return m_data->AddParam(m_record, m_texts.add(piece.textOf(parameter)), typeOf(parameter.kind));
+    }
+}
+
+void RecordTables::addReference(std::uint32_t number, int position)
+{
+    if (const std::uint32_t record = m_index.recordOf(number); record > 0)
+        return m_data->AddParam(m_record, Reference, Interface_ParamIdent, static_cast<int>(record));
+    // A number behind all records leads nowhere, for OCCT too.
+    const std::string name = "#" + std::to_string(number);
+    m_data->AddParam(m_record, m_texts.add(name), Interface_ParamIdent, m_data->NbRecords() + 1);
+    const std::string text = "Unresolved Reference, Ent.Id.#" + std::to_string(m_data->RecordIdent(m_record)) +
+                             " Param.n0 " + std::to_string(position) + " (Id." + name + ")";
+    m_data->GlobalCheck()->AddFail(text.c_str(), "Unresolved Reference");
+}
+
+} // namespace ptx::step

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ptx/readers/step/TextStore.h"
+#include "ptx/readers/step/part21/EntityIndex.h"
+
+#include <Resource_FormatType.hxx>
+#include <Standard_Handle.hxx>
+
+class StepData_Protocol;
+class StepData_StepReaderData;
+
+namespace ptx::step
+{
+
+/// The records of a text in the tables that OCCT's own parser fills, with the same content and references resolved.
+/// An entity whose number another had before it is left out.
+class RecordTables
+{
+public:
+    /// `index` is that of `records`. Of the entities for which `protocol` has no class, long lists of numbers stay
+    /// empty: nothing reads them, and OCCT takes a time that grows with the square of their length.
+    RecordTables(const part21::Records& records, const part21::EntityIndex& index,
+                 const Handle(StepData_Protocol) & protocol, Resource_FormatType codePage);
+
+    /// Valid as long as this object, which holds the texts.
+    const Handle(StepData_StepReaderData) & data() const { return m_data; }
+
+private:
+    void addPiece(const part21::Piece& piece, const std::vector<bool>& emptied);
+    void addRecord(const part21::Piece& piece, const part21::Record& record, const char* type, bool isEmptied);
+    void addParameter(const part21::Piece& piece, const part21::Parameter& parameter, int position);
+    void addReference(std::uint32_t number, int position);
+    const char* identOf(const part21::Piece& piece, const part21::Record& record);
+
+    const char* nameOf(const part21::Piece& piece, const part21::Record& record);
+
+    const part21::EntityIndex& m_index;
+    Handle(StepData_StepReaderData) m_data;
+    TextStore m_texts;
+    int m_base = 0;           ///< records of the pieces before
+    int m_record = 0;         ///< the present one, counted from 1
+    bool m_isLeftOut = false; ///< the present entity
+};
+
+} // namespace ptx::step

@@ -1,0 +1,119 @@
+#include "ptx/readers/step/damage/FaultFinder.h"
+
+#include "ptx/readers/step/damage/EntityKinds.h"
+#include "ptx/readers/step/damage/MemberList.h"
+
+#include <Interface_Check.hxx>
+#include <Interface_ReportEntity.hxx>
+#include <StepBasic_DerivedUnit.hxx>
+#include <StepData_StepModel.hxx>
+#include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Direction.hxx>
+#include <StepRepr_ProductDefinitionShape.hxx>
+#include <StepShape_EdgeLoop.hxx>
+#include <StepShape_PolyLoop.hxx>
+
+#include <cmath>
+#include <initializer_list>
+#include <string_view>
+
+namespace ptx::step::damage
+{
+
+namespace
+{
+
+// OCCT ends in endless loops and beyond its memory on points farther away than this, in units of the file.
+constexpr double Farthest = 1e15;
+
+bool hasAny(std::string_view text, std::initializer_list<std::string_view> words)
+{
+    for (const std::string_view word : words)
+        if (text.find(word) != std::string_view::npos)
+            return true;
+    return false;
+}
+
+/// Whether what OCCT says of an entity means that a field of it is empty.
+bool tellsOfHole(std::string_view text, const Handle(Standard_Transient) & entity)
+{
+    if (hasAny(text, {"not an Entity", "illegal type", "unresolved", "Count of Parameters", "not a LIST"}))
+        return true;
+    return hasAny(text, {"not a Real"}) && (entity->IsKind(STANDARD_TYPE(StepGeom_CartesianPoint)) ||
+                                            entity->IsKind(STANDARD_TYPE(StepGeom_Direction)));
+}
+
+/// The first complaint that tells of a hole, an unresolved reference before all others; empty if none does.
+std::string holeOf(const Interface_Check& check, const Handle(Standard_Transient) & entity)
+{
+    std::string result;
+    for (int i = 1; i <= check.NbFails(); ++i) {
+        const std::string text = check.CFail(i);
+        if (hasAny(text, {"unresolved"}))
+            return "it refers to an entity that the file does not hold";
+        if (result.empty() && tellsOfHole(text, entity))
+            result = text;
+    }
+    return result;
+}
+
+bool isUnbound(const Handle(Standard_Transient) & entity)
+{
+    const auto shape = Handle(StepRepr_ProductDefinitionShape)::DownCast(entity);
+    return !shape.IsNull() && shape->Definition().Value().IsNull();
+}
+
+/// Of entities whose complaints count.
+bool mayBeFaulty(const Handle(Standard_Transient) & entity)
+{
+    return kinds::isGeometry(entity) || kinds::isStructure(entity) || kinds::isDetail(entity) ||
+           memberlist::isIn(entity) || isUnbound(entity);
+}
+
+bool isFarAway(const StepGeom_CartesianPoint& point)
+{
+    for (int i = 1; i <= point.NbCoordinates(); ++i)
+        if (!(std::abs(point.CoordinatesValue(i)) < Farthest))
+            return true;
+    return false;
+}
+
+/// What OCCT does not complain about and falls over; empty if there is nothing.
+std::string silentFault(const Handle(Standard_Transient) & entity)
+{
+    const Handle(Standard_Type)& type = entity->DynamicType();
+    const bool isEmpty = (type == STANDARD_TYPE(StepGeom_Direction) &&
+                          static_cast<const StepGeom_Direction&>(*entity).DirectionRatios().IsNull()) ||
+                         (type == STANDARD_TYPE(StepShape_EdgeLoop) &&
+                          static_cast<const StepShape_EdgeLoop&>(*entity).EdgeList().IsNull()) ||
+                         (type == STANDARD_TYPE(StepShape_PolyLoop) &&
+                          static_cast<const StepShape_PolyLoop&>(*entity).Polygon().IsNull()) ||
+                         (type == STANDARD_TYPE(StepBasic_DerivedUnit) &&
+                          static_cast<const StepBasic_DerivedUnit&>(*entity).Elements().IsNull());
+    if (isEmpty)
+        return "its list is empty";
+    if (type == STANDARD_TYPE(StepGeom_CartesianPoint) &&
+        isFarAway(static_cast<const StepGeom_CartesianPoint&>(*entity)))
+        return "its coordinates are out of all proportion";
+    return {};
+}
+
+} // namespace
+
+std::vector<Fault> findFaults(const StepData_StepModel& model)
+{
+    std::vector<Fault> faults;
+    for (int number = 1; number <= model.NbEntities(); ++number) {
+        const Handle(Standard_Transient)& entity = model.Value(number);
+        std::string reason;
+        if (model.IsReportEntity(number) && mayBeFaulty(entity))
+            reason = holeOf(*model.ReportEntity(number)->Check(), entity);
+        if (reason.empty())
+            reason = silentFault(entity);
+        if (!reason.empty())
+            faults.push_back({model.IdentLabel(entity), std::move(reason)});
+    }
+    return faults;
+}
+
+} // namespace ptx::step::damage
