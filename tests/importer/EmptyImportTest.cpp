@@ -13,6 +13,13 @@ namespace
 class EmptyImportTest : public SceneGraphTest
 {
 protected:
+    void TearDown() override
+    {
+        root = osg::NodePtr();
+        scene = osg::NodePtr();
+        SceneGraphTest::TearDown();
+    }
+
     /// What becomes of a file with this name whose tree is `root` and what hangs below it.
     zn::ImportResult judged(const char* file)
     {

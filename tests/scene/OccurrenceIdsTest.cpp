@@ -15,6 +15,12 @@ using osg::OccurrenceIds;
 class OccurrenceIdsTest : public SceneGraphTest
 {
 protected:
+    void TearDown() override
+    {
+        root = NodePtr();
+        SceneGraphTest::TearDown();
+    }
+
     static NodePtr add(const NodePtr& parent, const char* name, const char* product = "")
     {
         const NodePtr node = osg::Node::create();

@@ -23,6 +23,12 @@ protected:
         osg::addAttributes(first, AttributeOwner::Occurrence, {text("Side", "left")});
     }
 
+    void TearDown() override
+    {
+        material = osg::SimpleMaterialPtr();
+        InventoryTest::TearDown();
+    }
+
     osg::AttributeList attributes(unsigned child) const
     {
         return osg::attributesOf(osg::AttachmentContainerPtr(root->getChild(child)));

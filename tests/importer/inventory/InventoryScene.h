@@ -15,6 +15,12 @@
 class InventoryTest : public SceneGraphTest
 {
 protected:
+    void TearDown() override
+    {
+        root = osg::NodePtr();
+        SceneGraphTest::TearDown();
+    }
+
     static osg::Attribute text(const char* name, const char* value) { return {name, std::string(value)}; }
 
     static osg::NodePtr add(const osg::NodePtr& parent, const char* name, const osg::NodeCorePtr& core = {})
