@@ -1,5 +1,6 @@
 #include "importer/Importer.h"
 
+#include "importer/EmptyImport.h"
 #include "importer/ImportRoad.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
@@ -52,6 +53,7 @@ void Importer::roadEnded()
     ImportResult result = m_road->takeResult();
     m_road.release()->deleteLater();
     m_session.state<kernel::LoadedGeometries>().entries.clear();
+    importer::judgeEmptiness(result);
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);

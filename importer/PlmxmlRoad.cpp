@@ -3,6 +3,7 @@
 #include "converter/znPtxConverterJob.h"
 #include "host/znKernel/znImportOptions.h"
 #include "importer/DocumentFault.h"
+#include "importer/DocumentMaterials.h"
 #include "importer/MissingParts.h"
 #include "importer/NestedDocuments.h"
 #include "importer/PartImports.h"
@@ -160,6 +161,7 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
     const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, maxRepeatedNodes);
+    applyDocumentMaterials(m_document->path(), m_result.node);
     m_result.missing = zn::partsLeftOut(m_result.node);
     if (emptyPlaces > 0)
         m_result.missing.push_back(

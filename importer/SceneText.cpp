@@ -6,6 +6,7 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "importer/AttributeText.h"
 #include "scene/CoreMaterial.h"
 #include "scene/Mesh.h"
 
@@ -156,7 +157,7 @@ SceneCounts countScene(const osg::NodePtr& root)
     return counts;
 }
 
-std::string describeScene(const osg::NodePtr& root)
+std::string describeScene(const osg::NodePtr& root, bool attributes)
 {
     if (!root)
         return std::string();
@@ -166,11 +167,14 @@ std::string describeScene(const osg::NodePtr& root)
         unsigned depth;
     };
     std::string text;
+    importer::AttributeText attributeText;
     std::vector<Step> pending = {{root, 0}};
     while (!pending.empty()) {
         const Step step = pending.back();
         pending.pop_back();
         text += indentation(step.depth) + describeNode(step.node, shared) + "\n";
+        if (attributes)
+            text += attributeText.of(step.node, indentation(step.depth + 1));
         for (unsigned i = step.node->getNChildren(); i-- > 0;)
             pending.push_back({step.node->getChild(i), step.depth + 1});
     }

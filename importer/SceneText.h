@@ -28,7 +28,9 @@ SceneCounts countScene(const osg::NodePtr& root);
 
 /// The tree at `root` as text for a person, one line a node: indentation by depth, name, kind of core, and what is
 /// special about it (a placement, a file, triangles, a material). Cores that several nodes share carry the same number
-/// behind an "@". The text depends on the tree alone, so that two trees can be compared by it.
-std::string describeScene(const osg::NodePtr& root);
+/// behind an "@". The text depends on the tree alone, so that two trees can be compared by it. With `attributes` those
+/// of a node stand below it, a line each, and those of a product at the first of its nodes; control characters are
+/// written as "\x1b", and long texts are cut.
+std::string describeScene(const osg::NodePtr& root, bool attributes = false);
 
 } // namespace zn

@@ -337,6 +337,59 @@
     </message>
 </context>
 <context>
+    <name>importer::EmptyImport</name>
+    <message>
+        <source>%1: nothing came in: there is no shape in it, and no place for one</source>
+        <translation>%1: Es kam nichts herein: Die Datei enthält keine Form und keinen Platz für eine</translation>
+    </message>
+    <message>
+        <source>%1: the file is empty: it holds no shape, mesh or curve</source>
+        <translation>%1: Die Datei ist leer: Sie enthält keine Form, kein Netz und keine Kurve</translation>
+    </message>
+    <message>
+        <source>%1: nothing of it can be drawn; nodes of its structure: %2</source>
+        <translation>%1: Nichts davon kann gezeichnet werden; Knoten der Struktur: %2</translation>
+    </message>
+</context>
+<context>
+    <name>importer::PartsListFile</name>
+    <message>
+        <source>the parts list has columns for %1 of %2 attributes</source>
+        <translation>Die Stückliste hat Spalten für %1 von %2 Attributen</translation>
+    </message>
+</context>
+<context>
+    <name>importer::SceneQuery</name>
+    <message>
+        <source>')' is missing</source>
+        <translation>„)“ fehlt</translation>
+    </message>
+    <message>
+        <source>'|' or '&amp;' is missing</source>
+        <translation>„|“ oder „&amp;“ fehlt</translation>
+    </message>
+    <message>
+        <source>%1 (at character %2)</source>
+        <translation>%1 (bei Zeichen %2)</translation>
+    </message>
+    <message>
+        <source>a closing quote is missing</source>
+        <translation>Ein schließendes Anführungszeichen fehlt</translation>
+    </message>
+    <message>
+        <source>a comparison is missing</source>
+        <translation>Ein Vergleich fehlt</translation>
+    </message>
+    <message>
+        <source>a test begins with name, product, id, material or attribute:NAME</source>
+        <translation>Eine Bedingung beginnt mit name, product, id, material oder attribute:NAME</translation>
+    </message>
+    <message>
+        <source>the brackets are nested too deeply</source>
+        <translation>Die Klammern sind zu tief verschachtelt</translation>
+    </message>
+</context>
+<context>
     <name>PtxToOsg</name>
     <message>
         <source>Reading</source>

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace files::glb
@@ -24,11 +25,12 @@ class JsonList
 {
 public:
     /// Returns the index of the new entry.
-    std::size_t add(const Json& entry)
+    std::size_t add(const Json& entry) { return addText(files::glb::textOf(entry)); }
+    std::size_t addText(std::string_view entry)
     {
         if (m_size > 0)
             m_text += ',';
-        m_text += files::glb::textOf(entry);
+        m_text += entry;
         return m_size++;
     }
     std::size_t size() const { return m_size; }

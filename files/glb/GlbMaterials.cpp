@@ -1,5 +1,6 @@
 #include "files/glb/GlbMaterials.h"
 
+#include "files/glb/GlbAttributes.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/ColorSpace.h"
 #include "scene/MaterialLook.h"
@@ -77,7 +78,7 @@ std::size_t GlbMaterials::number(const osg::MaterialPtr& material)
     const auto known = m_numbers.find(shown);
     if (known != m_numbers.end())
         return known->second;
-    return m_numbers[shown] = m_list.add(materialOf(shown));
+    return m_numbers[shown] = m_list.addText(withExtras(materialOf(shown), materialMembers(shown)));
 }
 
 } // namespace files::glb

@@ -63,7 +63,7 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit)
+    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit), m_ids(root)
 {
     enqueue({root, {}, toFile(options), {}});
     while (!m_queue.empty()) {
@@ -104,7 +104,15 @@ void GlbNodes::add(Step step)
         addContent(step, json);
     else
         json["children"] = {enqueue({step.node, step.material, {}, placement->inner, step.scale})};
-    m_list.add(json);
+    m_list.addText(withExtras(json, extrasOf(step.node, name)));
+}
+
+std::string GlbNodes::extrasOf(const osg::NodePtr& node, const char* name)
+{
+    std::string members = m_attributes.membersOf(node);
+    if (const std::string& step = m_ids.step(node); !step.empty() && step != (name ? name : "-"))
+        members += (members.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(step));
+    return members;
 }
 
 void GlbNodes::addContent(const Step& step, Json& json)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "files/glb/GlbAttributes.h"
 #include "files/glb/GlbCameras.h"
 #include "files/glb/GlbMeshes.h"
 #include "files/glb/GlbPlacement.h"
 #include "host/OSGSystem/Node.h"
+#include "scene/OccurrenceIds.h"
 
 #include <deque>
 
@@ -21,6 +23,7 @@ public:
     const GlbMeshes& meshes() const { return m_meshes; }
     const GlbCameras& cameras() const { return m_cameras; }
     const GlbVariants& variants() const { return m_variants; }
+    const GlbAttributes& attributes() const { return m_attributes; }
     /// Some node is in the file though it is not shown at present.
     bool hasHidden() const { return m_hasHidden; }
     QStringList warnings() const { return m_warnings + m_meshes.warnings(); }
@@ -38,6 +41,7 @@ private:
     void add(Step step);
     void addContent(const Step& step, Json& json);
     void addCamera(const osg::UberCameraPtr& camera, double scale, Json& json);
+    std::string extrasOf(const osg::NodePtr& node, const char* name);
     void addVariants(const osg::NodePtr& node, Json& json);
     void addChildren(const Step& step, Json& json);
     std::size_t enqueue(Step step);
@@ -48,6 +52,8 @@ private:
     GlbVariants m_variants;
     GlbMeshes m_meshes;
     GlbCameras m_cameras;
+    GlbAttributes m_attributes;
+    osg::OccurrenceIds m_ids;
     bool m_hasHidden = false;
     QStringList m_warnings;
 };

@@ -75,6 +75,8 @@ std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
     DocumentText text;
     addExtensions(nodes, text);
     text.add("asset", textOf(assetOf(options)));
+    if (const JsonList& products = nodes.attributes().products(); products.size() > 0)
+        text.add("extras", "{\"products\":" + products.text() + "}");
     text.add("scene", "0");
     text.add("scenes", R"([{"nodes":[0]}])");
     text.add("nodes", nodes.list());

@@ -23,6 +23,11 @@
 /// `KHR_node_visibility`. A reference whose content is not loaded becomes an empty
 /// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
 /// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
+///
+/// Attributes become `extras`: those of products stand once, in the list `extras.products` of the file, and
+/// `extras.product` of a node is the index of its product; those of an occurrence are `extras.attributes` of its node,
+/// those of a material of the material. `extras.step` of a node is its step in `osg::OccurrenceIds` where that is not
+/// its name, or "-" without one.
 namespace files::glb
 {
 

@@ -10,6 +10,7 @@
 ///
 /// The root of a converted tree bears `ConvertedTag`. Facts of the CAD file are tags of the form "key=value": those of
 /// the file on the root, those of products and occurrences on their nodes. A key occurs as often as the file gives it.
+/// What is an attribute (AttributeTags.h) stands in the scene as one, and not as a tag, but for the facts of the file.
 namespace osg::scenefile::converted
 {
 
@@ -18,12 +19,17 @@ inline constexpr char ConvertedTag[] = "ptx::converted";
 
 inline constexpr char FormatKey[] = "ptx::format";             ///< root: the format of the CAD file, e.g. "STEP"
 inline constexpr char UnitKey[] = "ptx::unit";                 ///< root: the length unit of the CAD file, e.g. "INCH"
-inline constexpr char ProductKey[] = "ptx::product";           ///< node: the product's name where the node's differs
+inline constexpr char ProductKey[] = "ptx::product";           ///< node: the product's name
+inline constexpr char ProductIdKey[] = "ptx::product-id";      ///< node: what the product is filed under
+inline constexpr char DescriptionKey[] = "ptx::description";   ///< node: of the product, for a person
+inline constexpr char VersionKey[] = "ptx::version";           ///< node: of the product
+inline constexpr char DocumentKey[] = "ptx::document";         ///< node: a document that tells of the product
+inline constexpr char DesignatorKey[] = "ptx::designator";     ///< node: the place in the assembly, as drawings name it
 inline constexpr char OccurrenceKey[] = "ptx::occurrence";     ///< node: the occurrence's name where the node's differs
 inline constexpr char LayerKey[] = "ptx::layer";               ///< node: a layer it is on
 inline constexpr char MaterialKey[] = "ptx::material";         ///< node: the physical material
 inline constexpr char DensityKey[] = "ptx::density";           ///< node: of the physical material, in g/cm3
-inline constexpr char AttributePrefix[] = "ptx::attribute::";  ///< node: a user attribute, its name behind the prefix
+inline constexpr char AttributePrefix[] = "ptx::attribute::";  ///< node: a user attribute, see AttributeTags.h
 inline constexpr char VolumeKey[] = "ptx::validation::volume"; ///< node: as the CAD system computed it, in mm3
 inline constexpr char AreaKey[] = "ptx::validation::area";     ///< node: the same, in mm2
 inline constexpr char CentroidKey[] = "ptx::validation::centroid"; ///< node: the same, three numbers in mm

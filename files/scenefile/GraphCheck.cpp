@@ -139,12 +139,44 @@ private:
         addContainers(1, attachment);
         checkIndex(attachment.class_index(), sizeOf(m_scene.classes()), attachment);
         checkTexts(attachment.tags(), attachment);
+        if (attachment.attributes())
+            checkAttributes(attachment);
         if (attachment.variants())
             checkVariants(*attachment.variants());
         if (const fb::FileInfo* info = attachment.file_info())
             for (const std::uint32_t text :
                  {info->file_name(), info->format(), info->import_applied_material_assets_url()})
                 checkText(text, attachment);
+    }
+
+    /// The lists of an attachment share its items; none may take more than are left.
+    void checkAttributes(const fb::Attachment& attachment)
+    {
+        std::uint64_t items = sizeOf(attachment.items());
+        checkTexts(attachment.items(), attachment);
+        for (const fb::Attribute* attribute : *attachment.attributes()) {
+            if (m_error)
+                return;
+            checkText(attribute->name(), *attribute);
+            if (attribute->unit() != 0)
+                checkText(attribute->unit() - 1, *attribute);
+            checkValue(*attribute, items);
+        }
+    }
+
+    void checkValue(const fb::Attribute& attribute, std::uint64_t& items)
+    {
+        using Type = fb::AttributeType;
+        const Type type = attribute.type();
+        if (type > Type::MAX)
+            return damaged(Text::tr("An attribute is of no known type"), attribute);
+        if (type == Type::Text || type == Type::Date)
+            checkText(attribute.bits(), attribute);
+        if (type != Type::List)
+            return;
+        if (attribute.bits() > items)
+            return damaged(Text::tr("A reference has no target"), attribute);
+        items -= attribute.bits();
     }
 
     void checkVariants(const fb::Variants& variants)
@@ -202,11 +234,11 @@ private:
     }
 
     template <class T>
-    void checkText(std::uint32_t index, const T& place)
+    void checkText(std::uint64_t index, const T& place)
     {
         checkIndex(index, sizeOf(m_scene.texts()), place);
         if (!m_error)
-            addText(*m_scene.texts()->Get(index));
+            addText(*m_scene.texts()->Get(static_cast<flatbuffers::uoffset_t>(index)));
     }
 
     template <class T>

@@ -1,5 +1,6 @@
 #include "files/scenefile/GraphReader.h"
 
+#include "files/scenefile/AttributeFields.h"
 #include "files/scenefile/ClassTable.h"
 #include "host/OSGSystem/Edit.h"
 #include "scene/Attachments.h"
@@ -46,7 +47,10 @@ Ptr numbered(const std::vector<RefPtr<Ptr>>& objects, std::uint32_t number)
 
 } // namespace
 
-GraphReader::GraphReader(const fb::Scene& scene, MeshList meshes) : m_scene(scene), m_meshes(std::move(meshes)) {}
+GraphReader::GraphReader(const fb::Scene& scene, MeshList meshes, std::shared_ptr<const void> owner)
+    : m_scene(scene), m_meshes(std::move(meshes)), m_attributes(makeAttributeSource(scene, std::move(owner)))
+{
+}
 
 template <class Record, class Codec, class Ptr>
 void GraphReader::readAll(const flatbuffers::Vector<flatbuffers::Offset<Record>>* records,

@@ -11,7 +11,8 @@ namespace osg::scenefile
 class GraphReader final : private NumberedObjects
 {
 public:
-    GraphReader(const fb::Scene& scene, MeshList meshes);
+    /// `owner` keeps the bytes of `scene` alive.
+    GraphReader(const fb::Scene& scene, MeshList meshes, std::shared_ptr<const void> owner);
 
     /// The root has the count 0.
     NodePtr read();
@@ -26,6 +27,7 @@ private:
     FileReferencePtr fileReference(std::uint32_t number) const override;
     std::shared_ptr<const Mesh> mesh(std::uint32_t number) const override;
     std::string text(std::uint32_t index) const override;
+    const std::shared_ptr<const AttributeSource>& attributeSource() const override { return m_attributes; }
 
     void readFileReferences();
     template <class Record, class Codec, class Ptr>
@@ -41,6 +43,7 @@ private:
 
     const fb::Scene& m_scene;
     MeshList m_meshes;
+    std::shared_ptr<const AttributeSource> m_attributes;
     ClassWarnings m_warnings;
     Objects<FileReferencePtr> m_files;
     Objects<AttachmentPtr> m_attachments;

@@ -113,12 +113,16 @@ void GraphWriter::collectAttachments()
         AttachmentFields fields;
         codec.write(attachment, *this, fields);
         const std::uint64_t variantBytes = fields.variants ? storedSize(*fields.variants) : 0;
-        if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t) + variantBytes))
+        const std::uint64_t attributeBytes = fields.attributes.size() * sizeof(fb::Attribute);
+        const std::uint64_t textCount = fields.tags.size() + fields.items.size();
+        if (!hasRoomFor(recordBytes + textCount * sizeof(std::uint32_t) + variantBytes + attributeBytes))
             return;
         const auto tags = m_builder.CreateVector(fields.tags);
+        const auto attributes = fields.attributes.empty() ? 0 : m_builder.CreateVectorOfStructs(fields.attributes);
+        const auto items = fields.items.empty() ? 0 : m_builder.CreateVector(fields.items);
         const auto variants = fields.variants ? storeVariants(*fields.variants, m_builder) : 0;
         m_attachmentRecords.push_back(
-            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants));
+            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants, attributes, items));
     }
 }
 
@@ -213,6 +217,14 @@ std::uint32_t GraphWriter::text(std::string_view text)
     if (entry.fresh && hasRoomFor(recordBytes + text.size()))
         m_textRecords.push_back(m_builder.CreateString(text));
     return entry.index;
+}
+
+std::uint32_t GraphWriter::passingText(const std::string& text)
+{
+    if (const std::optional<std::uint32_t> known = m_texts.find(text))
+        return *known;
+    m_keptTexts.push_back(text);
+    return this->text(m_keptTexts.back());
 }
 
 template <class Codec>

@@ -6,6 +6,7 @@
 #include "files/scenefile/TextNumbers.h"
 #include "files/scenefile/WriteSceneFile.h"
 
+#include <deque>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -71,6 +72,7 @@ private:
     std::uint32_t fileReference(const FileReferencePtr& file) override;
     std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) override;
     std::uint32_t text(std::string_view text) override;
+    std::uint32_t passingText(const std::string& text) override;
 
     void collectNodes(const NodePtr& root);
     void collectCores();
@@ -111,6 +113,7 @@ private:
     Numbering<Mesh> m_meshes;
     std::unordered_set<const FieldContainer*> m_leftOut;
     TextNumbers m_texts;
+    std::deque<std::string> m_keptTexts; ///< of those that pass
     std::unordered_map<const FieldContainerType*, std::uint16_t> m_classes;
 
     std::vector<fb::Node> m_nodeRecords;

@@ -17,7 +17,7 @@ files::Result<NodePtr> readTree(const ChunkFile& file, const SceneFileReadOption
     files::Expected<MeshList> meshes = readMeshes(file, *graph.value());
     if (!meshes)
         return meshes.error();
-    GraphReader reader(*graph.value(), std::move(meshes).value());
+    GraphReader reader(*graph.value(), std::move(meshes).value(), file.data().owner);
     const NodePtr root = reader.read();
     return {root, reader.warnings().notes()};
 }

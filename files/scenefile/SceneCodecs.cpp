@@ -1,5 +1,6 @@
 #include "files/scenefile/SceneCodecs.h"
 
+#include "files/scenefile/AttributeFields.h"
 #include "files/scenefile/TransformFields.h"
 #include "files/scenefile/VariantFields.h"
 #include "host/OSGSystem/Edit.h"
@@ -275,6 +276,16 @@ AttachmentPtr readVariants(const fb::Attachment& record, const NumberedObjects& 
     return VariantAttachment::create(record.variants() ? restoreVariants(*record.variants(), objects) : VariantTable());
 }
 
+void writeAttributes(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
+{
+    addAttributeFields(static_cast<const AttributeAttachment&>(attachment).attributes(), numbers, fields);
+}
+
+AttachmentPtr readAttributes(const fb::Attachment& record, const NumberedObjects& objects)
+{
+    return AttributeAttachment::create(objects.attributeSource(), &record);
+}
+
 const CoreCodec cores[] = {
     {Group::_type, writeGroup, readGroup},
     {MaterialGroupBase::_type, writeMaterialGroup, readMaterialGroup},
@@ -296,6 +307,7 @@ const AttachmentCodec attachments[] = {
     {TagAttachment::_type, writeTags, readTags},
     {FileInfoBase::_type, writeFileInfo, readFileInfo},
     {VariantAttachment::_type, writeVariants, readVariants},
+    {AttributeAttachment::_type, writeAttributes, readAttributes},
 };
 
 } // namespace

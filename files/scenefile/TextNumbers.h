@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -17,12 +18,21 @@ public:
         bool fresh;
     };
 
+    /// The index of a text that was added; none for any other.
+    std::optional<std::uint32_t> find(std::string_view text)
+    {
+        if (m_slots.empty())
+            return std::nullopt;
+        const Slot& slot = find(text, hashOf(text));
+        return slot.number == 0 ? std::nullopt : std::optional(slot.number - 1);
+    }
+
     /// `text` must outlive this object.
     Entry add(std::string_view text)
     {
         if (2 * (m_texts.size() + 1) > m_slots.size())
             grow();
-        const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+        const std::uint32_t hash = hashOf(text);
         Slot& slot = find(text, hash);
         if (slot.number != 0)
             return {slot.number - 1, false};
@@ -36,6 +46,11 @@ private:
         std::uint32_t hash = 0;
         std::uint32_t number = 0; ///< index + 1, 0 in a free slot
     };
+
+    static std::uint32_t hashOf(std::string_view text)
+    {
+        return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+    }
 
     /// The slot of `text`, or the free one that it belongs into.
     Slot& find(std::string_view text, std::uint32_t hash)

@@ -1,8 +1,10 @@
 #include "importer/plmxml/TreeNotes.h"
 
+#include "files/scenefile/AttributeTags.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/Names.h"
 #include "importer/plmxml/PlaceWalk.h"
+#include "scene/Attributes.h"
 #include "scene/Tags.h"
 
 #include <algorithm>
@@ -38,13 +40,22 @@ bool isNamed(const osg::NodePtr& node, const std::string& name)
     return found && std::equal(name.begin(), name.end(), found, found + std::string_view(found).size(), isSame);
 }
 
-void addTags(const osg::NodePtr& node, const std::vector<std::string>& tags)
+/// What is no attribute stays a tag.
+void addFacts(const osg::NodePtr& node, osg::AttributeOwner owner, std::vector<std::string> tags)
 {
+    osg::addAttributes(node, owner, osg::scenefile::converted::takeAttributes(tags));
     if (tags.empty())
         return;
     std::vector<std::string> all = osg::tagsOf(node);
     all.insert(all.end(), tags.begin(), tags.end());
     osg::setTags(node, std::move(all));
+}
+
+void addProduct(const osg::NodePtr& node, const StructurePart& part)
+{
+    if (!part.name.empty())
+        osg::addAttributes(node, osg::AttributeOwner::Product, {{osg::scenefile::converted::ProductName, part.name}});
+    addFacts(node, osg::AttributeOwner::Product, part.tags);
 }
 
 void switchOff(const osg::NodePtr& node)
@@ -139,14 +150,14 @@ private:
     void note(const Place& place, const Frame& frame) const
     {
         const StructurePlacement& placement = m_structure.placements[place.placement];
-        addTags(frame.top, placement.tags);
+        addFacts(frame.top, osg::AttributeOwner::Occurrence, placement.tags);
         if (place.override) {
-            addTags(frame.top, place.override->tags);
+            addFacts(frame.top, osg::AttributeOwner::Occurrence, place.override->tags);
             if (!place.override->name.empty())
                 osg::setName(frame.top, place.override->name);
         }
         if (frame.part)
-            addTags(frame.part, m_structure.parts[placement.part].tags);
+            addProduct(frame.part, m_structure.parts[placement.part]);
     }
 
     Visibility visibilityAt(const Place& place, Visibility above) const

@@ -49,6 +49,8 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
      "coarsest."},
     {setting::KeepBrep, "0/1", 0, 1, 0,
      "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
+    {setting::ExactMeasures, "0/1", 0, 1, 0,
+     "Measure area and volume of each part by its exact surfaces, for parts lists."},
 }};
 
 std::string rangeText(const SettingRow& row, double value)

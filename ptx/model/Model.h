@@ -22,9 +22,16 @@ struct Piece {
     std::shared_ptr<const osg::Mesh> mesh;
 };
 
+/// What the exact surfaces of a body measure; 0 where it was not asked for or there is nothing to measure.
+struct ExactMeasures {
+    double area = 0;   ///< in mm2
+    double volume = 0; ///< in mm3
+};
+
 /// The geometry of a product.
 struct Body {
     std::vector<Piece> pieces;
+    ExactMeasures measures = {};
 };
 
 inline constexpr std::size_t NotCopied = static_cast<std::size_t>(-1);

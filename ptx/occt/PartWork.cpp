@@ -1,6 +1,7 @@
 #include "ptx/occt/PartWork.h"
 
 #include "ptx/model/EdgeSplitter.h"
+#include "ptx/occt/ExactMeasures.h"
 #include "ptx/occt/Healing.h"
 #include "ptx/occt/MeshExtraction.h"
 #include "ptx/occt/OcctGuard.h"
@@ -109,6 +110,8 @@ PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const
         orientByMesh(part, tolerance.deviation);
         result = extract(part, tolerance, job.settings.isOn(core::Setting::KeepBrep));
         splitPieces(result, part, job, budget);
+        if (job.settings.isOn(core::Setting::ExactMeasures))
+            result.body.measures = exactMeasures(part.shape);
         return std::nullopt;
     });
     if (trouble)

@@ -1,7 +1,5 @@
 #include "ptx/scene/NodeNames.h"
 
-#include "files/scenefile/ConvertedTree.h"
-
 #include <algorithm>
 #include <string_view>
 
@@ -26,19 +24,6 @@ bool isCounter(std::string_view name)
 std::string nodeName(const model::Occurrence& occurrence, const model::Product& product)
 {
     return isCounter(occurrence.name) && !product.name.empty() ? product.name : occurrence.name;
-}
-
-std::vector<std::string> nodeTags(const model::Occurrence& occurrence, const model::Product& product)
-{
-    using namespace osg::scenefile::converted;
-    std::vector<std::string> tags = occurrence.tags;
-    tags.insert(tags.end(), product.tags.begin(), product.tags.end());
-    const std::string name = nodeName(occurrence, product);
-    if (!product.name.empty() && product.name != name)
-        tags.push_back(tag(ProductKey, product.name));
-    if (!occurrence.name.empty() && occurrence.name != name)
-        tags.push_back(tag(OccurrenceKey, occurrence.name));
-    return tags;
 }
 
 } // namespace ptx::scene

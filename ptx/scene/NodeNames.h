@@ -3,7 +3,6 @@
 #include "ptx/model/Model.h"
 
 #include <string>
-#include <vector>
 
 namespace ptx::scene
 {
@@ -11,8 +10,5 @@ namespace ptx::scene
 /// The name of the node of `occurrence`: its own, or that of its product when its own is empty, a mere number such as
 /// "NAUO12", which CAD systems count up, or an address such as "=>[0:1:1:2]".
 std::string nodeName(const model::Occurrence& occurrence, const model::Product& product);
-
-/// The tags of that node: those of occurrence and product, and the names that the node's name leaves out.
-std::vector<std::string> nodeTags(const model::Occurrence& occurrence, const model::Product& product);
 
 } // namespace ptx::scene

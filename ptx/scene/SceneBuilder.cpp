@@ -3,6 +3,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "ptx/scene/NodeFacts.h"
 #include "ptx/scene/NodeNames.h"
 #include "ptx/scene/OverrideTracker.h"
 #include "ptx/scene/PartCores.h"
@@ -12,7 +13,6 @@
 #include "ptx/scene/ViewNodes.h"
 #include "scene/EditScope.h"
 #include "scene/SceneEdits.h"
-#include "scene/Tags.h"
 
 #include <unordered_map>
 
@@ -26,7 +26,7 @@ class SceneBuilder
 {
 public:
     SceneBuilder(const model::Model& model, double mostNodes)
-        : m_model(model), m_mostNodes(mostNodes), m_cores(model), m_overrides(model.overrides)
+        : m_model(model), m_mostNodes(mostNodes), m_cores(model), m_facts(model), m_overrides(model.overrides)
     {
         for (const model::Reference& reference : model.references)
             m_references.emplace(reference.product, &reference);
@@ -105,8 +105,7 @@ private:
             osg::makeNodeFor(isReference ? placedReference(*reference, occurrence.placement) : placement.get());
         append(parent, node);
         osg::setName(node, nodeName(occurrence, product));
-        if (std::vector<std::string> tags = nodeTags(occurrence, product); !tags.empty())
-            osg::setTags(node, std::move(tags));
+        m_facts.addTo(node, occurrence);
         if (!occurrence.isVisible) {
             const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
             node->setActive(false);
@@ -158,6 +157,7 @@ private:
     const model::Model& m_model;
     double m_mostNodes;
     PartCores m_cores;
+    NodeFacts m_facts;
     OverrideTracker m_overrides;
     PlacementCores m_placements;
     std::unordered_map<std::size_t, const model::Reference*> m_references; ///< by product

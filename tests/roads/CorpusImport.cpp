@@ -6,6 +6,7 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "importer/SceneText.h"
+#include "scene/Attributes.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
 #include "scene/Tags.h"
@@ -93,6 +94,8 @@ std::vector<std::string> tagsBelow(const osg::NodePtr& root)
         std::string line = name ? name : "-";
         for (const std::string& tag : osg::tagsOf(node))
             line += "; " + tag;
+        for (const osg::Attribute& attribute : osg::attributesOf(osg::AttachmentContainerPtr(node)))
+            line += "; " + attribute.name + "=" + osg::textOf(attribute);
         result.push_back(std::move(line));
         return osg::Action::Continue;
     });

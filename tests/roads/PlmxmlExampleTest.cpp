@@ -134,7 +134,7 @@ protected:
     osg::SimpleMaterialPtr groupMaterial(const char* name) const
     {
         const std::vector<osg::NodePtr> nodes = nodesOf(name);
-        EXPECT_EQ(nodes.size(), 1u) << name;
+        EXPECT_EQ(nodes.size(), 2u) << name; // the loader's, and the one over the part
         const auto group = osg::fcCast<osg::MaterialGroup>(nodes.front()->getCore());
         return osg::fcCast<osg::SimpleMaterial>(group ? group->getMaterial() : osg::MaterialPtr());
     }
@@ -276,6 +276,27 @@ TEST_F(PlmxmlExampleTest, MaterialsOfTheDocumentStandBesideTheirParts)
     EXPECT_EQ(red->getDiffuse(), (osg::Color3f{0.8f, 0.05f, 0.02f}));
     EXPECT_EQ(red->getTransparency(), 0.25f);
     EXPECT_THAT(nodesOf("Oak"), IsEmpty());
+}
+
+/// An occurrence of an assembly is stronger than the instance of a part in it, which is stronger than that of an
+/// assembly.
+TEST_F(PlmxmlExampleTest, TheNearestMaterialHoldsUnlessAnOccurrenceGivesOne)
+{
+    replaceInDocument("name=\"Front axle\" partRef=\"#axle\"",
+                      "name=\"Front axle\" partRef=\"#axle\" materialRef=\"#beech\"");
+    replaceInDocument("name=\"Rod\" partRef=\"#rod\"", "name=\"Rod\" partRef=\"#rod\" materialRef=\"#oak\"");
+    replaceInDocument("<Occurrence id=\"crate-red\"", "<Occurrence id=\"axle-red\" instanceRefs=\"cart-1 axle-rear\" "
+                                                      "materialRef=\"#red\"/><Occurrence id=\"crate-red\"");
+    ASSERT_EQ(import().state, znCADFileTypes::JobSucceeded);
+    std::vector<std::string> materials;
+    for (const osg::NodePtr& rod : nodesOf("rod.stp"))
+        materials.push_back(osg::getName(rod->getChild(0)));
+    EXPECT_THAT(materials, ElementsAre("Oak", "Signal red"));
+    for (const osg::NodePtr& wheel : nodesOf("wheel"))
+        if (wheel->getNChildren() == 1)
+            materials.push_back(osg::getName(wheel->getChild(0)));
+    EXPECT_THAT(std::vector<std::string>(materials.begin() + 2, materials.end()),
+                testing::IsSupersetOf({"Beech", "Signal red"}));
 }
 
 TEST_F(PlmxmlExampleTest, UserDataIsReadFromTheProductStructure)

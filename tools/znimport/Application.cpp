@@ -2,6 +2,7 @@
 
 #include "importer/MissingParts.h"
 #include "importer/SceneText.h"
+#include "importer/inventory/PartsListFile.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/OutputFiles.h"
 #include "tools/znimport/StructureText.h"
@@ -56,6 +57,10 @@ int Application::run()
         complain(*error);
         return wrongUse;
     }
+    if (const auto error = readChoices(m_commandLine, m_choices)) {
+        complain(*error);
+        return wrongUse;
+    }
     if (const auto error = applySettings(m_commandLine, m_session.settings())) {
         complain(*error);
         return wrongUse;
@@ -83,14 +88,45 @@ int Application::presentScene()
 {
     if (m_imported == 0)
         return failed;
-    if (!applyVariant())
+    if (!applyVariant() || !choose())
         return failed;
     if (m_commandLine.variants)
         std::fputs(describeVariantSets(m_session).c_str(), stdout);
     if (m_commandLine.tree)
-        std::fputs(zn::describeScene(m_session.sceneRoot()).c_str(), stdout);
+        std::fputs(zn::describeScene(m_session.sceneRoot(), m_commandLine.treeAttributes).c_str(), stdout);
     std::fputs(m_partFiles.toUtf8().constData(), stdout);
     return writeOutputs() ? exitCode() : failed;
+}
+
+/// The parts list is made of all attributes; it has columns for those that are chosen.
+bool Application::choose()
+{
+    const osg::NodePtr scene = m_session.sceneRoot();
+    if (const auto error = select(scene, m_commandLine, m_choices)) {
+        fail(*error);
+        return false;
+    }
+    const bool isWritten = writePartsList();
+    importer::inventory::applyAttributeChoice(scene, m_choices.attributes);
+    return isWritten;
+}
+
+bool Application::writePartsList()
+{
+    using namespace importer::inventory;
+    if (m_commandLine.bomFile.isEmpty())
+        return true;
+    std::vector<PartsListRow> rows = partsList(m_session.sceneRoot(), m_choices.levels);
+    for (PartsListRow& row : rows)
+        row.attributes = chosenOf(row.attributes, m_choices.attributes);
+    const PartsListWritten written = importer::inventory::writePartsList(rows, m_choices.levels, m_commandLine.bomFile);
+    for (const QString& warning : written.warnings)
+        warn(warning);
+    if (written.error)
+        fail(*written.error);
+    else
+        m_report.addOutput(m_commandLine.bomFile);
+    return !written.error;
 }
 
 int Application::writeReport(int code)

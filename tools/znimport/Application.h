@@ -8,6 +8,7 @@
 #include "tools/znimport/Interrupt.h"
 #include "tools/znimport/ProgressDisplay.h"
 #include "tools/znimport/Report.h"
+#include "tools/znimport/SceneChoices.h"
 
 #include <QObject>
 
@@ -43,12 +44,15 @@ private:
     /// Prints and writes what was asked for. Gives the exit code so far.
     int presentScene();
     int exitCode() const;
+    bool choose();
+    bool writePartsList();
     bool writeOutputs();
     int writeReport(int code);
     void warn(const QString& text);
     void fail(const QString& text);
 
     CommandLine m_commandLine;
+    SceneChoices m_choices;
     std::optional<zn::CallTrace> m_trace;
     importer::cluster::SharedFolder m_clusterFolder; ///< the scene stands on files in it
     zn::StandaloneSession m_session;

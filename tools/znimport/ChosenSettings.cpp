@@ -1,5 +1,6 @@
 #include "tools/znimport/ChosenSettings.h"
 
+#include "protocol/Options.h"
 #include "standalone/session/Settings.h"
 #include "tools/znimport/CommandLine.h"
 
@@ -18,6 +19,9 @@ std::optional<QString> applySettings(const CommandLine& line, zn::Settings& sett
     for (const auto& [name, value] : line.settings)
         if (!error)
             error = settings.set(name, value);
+    if (!line.bomFile.isEmpty())
+        settings.converter.options.set(QStringLiteral("%1=1 %2").arg(QLatin1String(protocol::setting::ExactMeasures),
+                                                                     settings.converter.options.value()));
     return error;
 }
 

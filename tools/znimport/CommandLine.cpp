@@ -42,11 +42,24 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.unit = parser.value(QStringLiteral("unit"));
     line.up = parser.value(QStringLiteral("up"));
     line.reportFile = parser.value(QStringLiteral("report"));
+    line.bomFile = parser.value(QStringLiteral("bom"));
+    line.bomLevels = parser.value(QStringLiteral("bom-levels"));
     line.snapshotFile = parser.value(QStringLiteral("snapshot"));
     line.snapshotSize = valueOr(parser, "size", "1280x800");
     line.snapshotView = valueOr(parser, "view", "iso");
     line.isViewGiven = parser.isSet(QStringLiteral("view"));
     line.variantFolder = parser.value(QStringLiteral("snapshot-variants"));
+}
+
+/// The options that choose of the scene.
+void readChoices(const QCommandLineParser& parser, CommandLine& line)
+{
+    line.attributes = parser.value(QStringLiteral("attributes"));
+    line.attributeFilters = parser.values(QStringLiteral("attribute-filter"));
+    if (parser.isSet(QStringLiteral("keep")))
+        line.keep = parser.value(QStringLiteral("keep"));
+    if (parser.isSet(QStringLiteral("hide")))
+        line.hide = parser.value(QStringLiteral("hide"));
 }
 
 /// The options that stand for settings.
@@ -61,7 +74,8 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
 void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
 {
     line.treeOnly = parser.isSet(QStringLiteral("tree-only"));
-    line.tree = line.treeOnly || parser.isSet(QStringLiteral("tree"));
+    line.treeAttributes = parser.isSet(QStringLiteral("tree-attributes"));
+    line.tree = line.treeOnly || line.treeAttributes || parser.isSet(QStringLiteral("tree"));
     line.preferred = parser.value(QStringLiteral("prefer")).split(QLatin1Char(','), Qt::SkipEmptyParts);
     line.keptDocument = parser.value(QStringLiteral("keep-normalised"));
     if (line.treeOnly)
@@ -124,6 +138,21 @@ const std::vector<OptionRow>& optionTable()
          "Length unit of a .glb file: mm, cm, m, in or ft. glTF asks for m, which is what it is without it."},
         {nullptr, "up", "AXIS",
          "Axis that points up in a .glb file: y or z. glTF asks for y, which is what it is without it."},
+        {nullptr, "attributes", "DETAIL",
+         "How much of the attributes is written and shown: none, names (with empty values) or all; all without it."},
+        {nullptr, "attribute-filter", "PATTERN",
+         "Write and show only attributes whose names match, such as 'Mat*'; with '!' before it, all others. May be "
+         "given "
+         "several times."},
+        {nullptr, "bom", "OUT",
+         "Write a parts list to this file: product, count, path, material, measures, attributes (.csv or .json). The "
+         "converter measures exact surfaces for it; the triangles are measured where there are none."},
+        {nullptr, "bom-levels", "LEVELS",
+         "Form of the parts list: flat, with each part once, or indented, with what one of each assembly consists of; "
+         "flat without it."},
+        {nullptr, "keep", "QUERY",
+         "Keep only what matches, such as 'name~Bolt*|attribute:Material=Steel', with what is above and below it."},
+        {nullptr, "hide", "QUERY", "Hide what matches."},
         {nullptr, "report", "OUT.json", "Write what came of the import, step by step, to this file."},
         {nullptr, "material-assets", "FOLDER",
          "Put the assets of this folder on materials of the same name; the same as --set assets.folder=FOLDER --set "
@@ -137,6 +166,7 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "snapshot-variants", "FOLDER",
          "Draw a picture of each variant set into this folder, from the set's viewpoint unless --view is given."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
+        {nullptr, "tree-attributes", nullptr, "Print the scene tree with the attributes of its nodes."},
         {nullptr, "tree-only", nullptr,
          "Print the structure of PLMXML documents without reading a part file, and which files would be read."},
         {nullptr, "prefer", "FORMATS",
@@ -179,6 +209,7 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     line.version = parser.isSet(QStringLiteral("version"));
     line.helpSettings = parser.isSet(QStringLiteral("help-settings"));
     line.selfCheck = parser.isSet(QStringLiteral("self-check"));
+    readChoices(parser, line);
     readShortcuts(parser, line);
     std::optional<QString> error = readSettings(parser.values(QStringLiteral("set")), line);
     if (!error)

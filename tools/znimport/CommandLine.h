@@ -33,6 +33,12 @@ struct CommandLine {
     QString reportFile;                 ///< empty when no report is wanted
     QString unit;                       ///< of a GLB file; empty for metres
     QString up;                         ///< axis of a GLB file; empty for Y
+    QString attributes;                 ///< how much of them is written; empty for all
+    QStringList attributeFilters;       ///< patterns of the names that are written
+    QString bomFile;                    ///< of a parts list; empty when none is wanted
+    QString bomLevels;                  ///< empty for a flat one
+    QString keep;                       ///< a query; null when everything is kept
+    QString hide;                       ///< a query; null when nothing is hidden
     QString jobs;                       ///< how many conversions run at a time; null when it was not said
     std::optional<QString> assetFolder; ///< of the material assets to apply
     QString cluster;                    ///< the scheduler that conversions run on; empty to run them here
@@ -41,6 +47,7 @@ struct CommandLine {
     bool variants = false;
     std::optional<QString> variant; ///< the set to apply
     bool tree = false;
+    bool treeAttributes = false;
     bool treeOnly = false; ///< the structure of PLMXML documents, without their part files
     QStringList preferred; ///< formats of part files, the best first
     QString keptDocument;  ///< where to write the form of a PLMXML document that was read; empty for nowhere

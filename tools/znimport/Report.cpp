@@ -1,6 +1,7 @@
 #include "tools/znimport/Report.h"
 
 #include "files/OutputFile.h"
+#include "importer/inventory/AttributeChoice.h"
 #include "tools/znimport/DocumentReport.h"
 #include "tools/znimport/StructureText.h"
 
@@ -49,6 +50,14 @@ QJsonArray jsonOf(const std::vector<T>& values)
     return list;
 }
 
+QJsonObject attributeCounts(const osg::NodePtr& root)
+{
+    QJsonObject counts;
+    for (const auto& [name, count] : importer::inventory::countAttributes(root))
+        counts[QString::fromStdString(name)] = static_cast<double>(count);
+    return counts;
+}
+
 QString stateOf(const zn::ImportResult& result)
 {
     if (result.cancelled)
@@ -89,6 +98,8 @@ void Report::add(const zn::ImportResult& result)
                      {QStringLiteral("missing"), jsonOf(result.missing)},
                      {QStringLiteral("counts"), jsonOf(zn::countScene(result.node))},
                      {QStringLiteral("steps"), jsonOf(result.steps)}};
+    if (const QJsonObject attributes = attributeCounts(result.node); !attributes.isEmpty())
+        file[QStringLiteral("attributes")] = attributes;
     if (!result.error.isEmpty())
         file[QStringLiteral("error")] = result.error;
     if (const QJsonObject document = documentReport(result.file); !document.isEmpty())

@@ -85,7 +85,7 @@ private:
     {
         std::size_t size = 0;
         for (const auto& [key, value] : properties)
-            size += key.size() + value.size();
+            size += key.size() + value.text.size();
         return size;
     }
 

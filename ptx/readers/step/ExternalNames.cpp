@@ -106,6 +106,11 @@ bool hasReferences(const Handle(XSControl_WorkSession) & session)
 
 } // namespace
 
+bool ExternalNames::isMark(std::string_view text)
+{
+    return text.starts_with(MarkPrefix);
+}
+
 ExternalNames::ExternalNames(STEPCAFControl_Reader& reader)
 {
     const Handle(XSControl_WorkSession) session = reader.Reader().WS();

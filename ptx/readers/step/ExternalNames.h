@@ -26,6 +26,8 @@ public:
 
     /// Whether OCCT complains of one of the marks: it takes each for the name of a file, which it cannot find.
     static bool isAboutMark(std::string_view complaint);
+    /// Whether `text`, the id or name of a document, has been exchanged for a mark.
+    static bool isMark(std::string_view text);
 
 private:
     std::vector<std::vector<std::string>> m_names; ///< by the number in the mark

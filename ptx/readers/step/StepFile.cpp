@@ -9,6 +9,7 @@
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/RecordLibrary.h"
 #include "ptx/readers/step/UserAttributes.h"
 #include "ptx/readers/step/damage/Damage.h"
@@ -17,7 +18,9 @@
 
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
+#include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
+#include <XCAFDoc_ShapeTool.hxx>
 #include <XSControl_WorkSession.hxx>
 
 #include <algorithm>
@@ -132,11 +135,12 @@ private:
     {
         begin(core::Stage::ProcessStructure);
         LabelTags tags = userAttributes(m_reader);
+        addProductFacts(m_reader, m_document, tags);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
-                if (const auto* own = tags.Seek(label))
-                    product.tags.insert(product.tags.end(), own->begin(), own->end());
+                addTags(tags, label, product.tags);
+                addComponentTags(tags, label, product);
                 if (product.body == model::NoBody && product.children.empty())
                     product.externalNames = m_names->of(label);
             });
@@ -145,6 +149,22 @@ private:
         if (!m_isPart)
             m_content.views = savedViews(m_reader.Reader(), m_job.log);
         return std::nullopt;
+    }
+
+    static void addTags(const LabelTags& attributes, const TDF_Label& label, std::vector<std::string>& tags)
+    {
+        if (const auto* more = attributes.Seek(label))
+            tags.insert(tags.end(), more->begin(), more->end());
+    }
+
+    static void addComponentTags(const LabelTags& attributes, const TDF_Label& label, model::Product& product)
+    {
+        TDF_LabelSequence components;
+        if (!product.children.empty())
+            XCAFDoc_ShapeTool::GetComponents(label, components);
+        auto child = product.children.begin();
+        for (const TDF_Label& component : components)
+            addTags(attributes, component, (child++)->tags);
     }
 
     /// Adds the tags of what is missing from products. @return those of what is missing from nobody knows what

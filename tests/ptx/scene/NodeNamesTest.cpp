@@ -33,12 +33,3 @@ TEST(NodeNames, ACounterIsBetterThanNothing)
 {
     EXPECT_EQ(named("NAUO12", ""), "NAUO12");
 }
-
-TEST(NodeNames, TagsKeepTheNamesThatTheNodeDoesNotBear)
-{
-    const Product wheel{"wheel", {}, NoBody, NoAppearance, {"ptx::layer=7"}, {}};
-    EXPECT_EQ(nodeTags({0, "left", {}, NoAppearance, true, {"a=b"}}, wheel),
-              (std::vector<std::string>{"a=b", "ptx::layer=7", "ptx::product=wheel"}));
-    EXPECT_EQ(nodeTags({0, "NAUO3", {}, NoAppearance, true, {}}, wheel),
-              (std::vector<std::string>{"ptx::layer=7", "ptx::occurrence=NAUO3"}));
-}

@@ -1,6 +1,6 @@
 // What a STEP file tells beside shapes: attributes, validation properties, layers, materials.
 
-#include "scene/Tags.h"
+#include "scene/Attributes.h"
 #include "tests/roads/ptxconvert/ConvertRun.h"
 #include "tests/support/StepText.h"
 
@@ -10,9 +10,10 @@ using namespace ptxtest;
 using testing::AllOf;
 using testing::Contains;
 using testing::Each;
-using testing::HasSubstr;
 using testing::Not;
+using testing::SizeIs;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 namespace
 {
@@ -71,6 +72,14 @@ void addMaterial(StepText& step, const StepProduct& product, const std::string& 
     addProperty(step, product.definition, "material property", measure, "density");
 }
 
+std::vector<std::string> factsOf(const osg::NodePtr& node)
+{
+    std::vector<std::string> facts;
+    for (const osg::Attribute& attribute : osg::attributesOf(osg::AttachmentContainerPtr(node)))
+        facts.push_back(attribute.name + "=" + osg::textOf(attribute));
+    return facts;
+}
+
 /// A part that is a box of 1 by 2 by 3 millimetres.
 struct Part {
     StepText step;
@@ -78,17 +87,16 @@ struct Part {
 
     Part() { step.box(product, {}, {1, 2, 3}); }
 
-    std::vector<std::string> tags()
+    /// What the node of the part tells, as "name=value unit".
+    std::vector<std::string> facts()
     {
         EXPECT_EQ(m_run.convertText("box.stp", step.text()), 0) << m_run.log();
-        return osg::tagsOf(nodeNamed(m_run.scene(), "box"));
+        return factsOf(nodeNamed(m_run.scene(), "box"));
     }
 
 private:
     ConvertRun m_run;
 };
-
-const auto isAttribute = StartsWith("ptx::attribute::");
 
 } // namespace
 
@@ -99,27 +107,33 @@ TEST(ConvertFacts, AttributesOfAPartAreTextsAndNumbers)
     addProperty(part.step, part.product.definition, "first", textItem("Part Number", "A-17 \\X\\E4"));
     addProperty(part.step, part.product.definition, "second", measureItem("Mass", "MASS_MEASURE(2.5)", unit));
     addProperty(part.step, part.product.definition, "third", "VALUE_REPRESENTATION_ITEM('Count',COUNT_MEASURE(3.))");
-    EXPECT_THAT(part.tags(), AllOf(Contains("ptx::attribute::Part Number=A-17 ä"), Contains("ptx::attribute::Mass=2.5"),
-                                   Contains("ptx::attribute::Count=3")));
+    EXPECT_THAT(part.facts(), AllOf(Contains("Part Number=A-17 ä"), Contains("Mass=2.5 kg"), Contains("Count=3")));
 }
 
 TEST(ConvertFacts, AnAttributeWithoutANameHasThatOfItsProperty)
 {
     Part part;
     addProperty(part.step, part.product.definition, "Finish", textItem("", "steel blue"));
-    EXPECT_THAT(part.tags(), Contains("ptx::attribute::Finish=steel blue"));
+    EXPECT_THAT(part.facts(), Contains("Finish=steel blue"));
 }
 
-TEST(ConvertFacts, MomentsOriginsAndHolesAreNoAttributes)
+TEST(ConvertFacts, HolesAndChecksOfAttributesAreNoAttributes)
+{
+    Part part;
+    const int unit = kilogram(part.step);
+    addProperty(part.step, part.product.definition, "hole", measureItem("Nothing", "$", unit));
+    addProperty(part.step, part.product.definition, "hole", "DESCRIPTIVE_REPRESENTATION_ITEM('Nothing',$)");
+    addProperty(part.step, part.product.definition, "attribute validation property", textItem("Checked", "yes"));
+    EXPECT_THAT(part.facts(), UnorderedElementsAre("Product=box", "Product id=box"));
+}
+
+TEST(ConvertFacts, WholeNumbersAreIntegersAndMomentsAreKept)
 {
     Part part;
     const int unit = kilogram(part.step);
     addProperty(part.step, part.product.definition, "inertia", measureItem("Ixx", "MASS_MEASURE(2.5)", unit));
-    addProperty(part.step, part.product.definition, "inertia", measureItem("OriginX", "MASS_MEASURE(2.5)", unit));
-    addProperty(part.step, part.product.definition, "hole", measureItem("Nothing", "$", unit));
-    addProperty(part.step, part.product.definition, "hole", "DESCRIPTIVE_REPRESENTATION_ITEM('Nothing',$)");
-    addProperty(part.step, part.product.definition, "attribute validation property", textItem("Checked", "yes"));
-    EXPECT_THAT(part.tags(), Each(Not(isAttribute)));
+    addProperty(part.step, part.product.definition, "count", "INTEGER_REPRESENTATION_ITEM('Teeth',17)");
+    EXPECT_THAT(part.facts(), AllOf(Contains("Ixx=2.5 kg"), Contains("Teeth=17")));
 }
 
 TEST(ConvertFacts, AnAssemblyOfManyPartsKeepsItsOwnAttributes)
@@ -135,10 +149,10 @@ TEST(ConvertFacts, AnAssemblyOfManyPartsKeepsItsOwnAttributes)
     addProperty(step, top.definition, "number", textItem("Number", "top"));
     ConvertRun run;
     ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
-    EXPECT_THAT(osg::tagsOf(nodeNamed(run.scene(), "top")), Contains("ptx::attribute::Number=top"));
+    EXPECT_THAT(factsOf(nodeNamed(run.scene(), "top")), Contains("Number=top"));
     for (int i = 0; i < 40; ++i)
-        EXPECT_THAT(osg::tagsOf(nodeNamed(run.scene(), "place " + std::to_string(i))),
-                    Contains("ptx::attribute::Number=N" + std::to_string(i)));
+        EXPECT_THAT(factsOf(nodeNamed(run.scene(), "place " + std::to_string(i))),
+                    Contains("Number=N" + std::to_string(i)));
 }
 
 TEST(ConvertFacts, ValidationPropertiesAreKeptAsTheFileGivesThem)
@@ -153,15 +167,15 @@ TEST(ConvertFacts, ValidationPropertiesAreKeptAsTheFileGivesThem)
     addProperty(step, shape, name, measureItem("volume measure", "VOLUME_MEASURE(6.25)", volume), "volume");
     addProperty(step, shape, name, measureItem("surface area measure", "AREA_MEASURE(22.5)", area), "surface area");
     addProperty(step, shape, name, "CARTESIAN_POINT('centre point',(0.5,1.,1.75))", "centroid");
-    EXPECT_THAT(part.tags(), AllOf(Contains("ptx::validation::volume=6.25"), Contains("ptx::validation::area=22.5"),
-                                   Contains("ptx::validation::centroid=0.5 1 1.75"), Each(Not(isAttribute))));
+    EXPECT_THAT(part.facts(), AllOf(Contains("Validation volume=6.25 mm3"), Contains("Validation area=22.5 mm2"),
+                                    Contains("Validation centroid=0.5; 1; 1.75 mm")));
 }
 
 TEST(ConvertFacts, LayersOfASolidAreThoseOfItsPart)
 {
     Part part;
     part.step.add("PRESENTATION_LAYER_ASSIGNMENT('sketch 7','',(" + ref(part.product.solid) + "))");
-    EXPECT_THAT(part.tags(), Contains("ptx::layer=sketch 7"));
+    EXPECT_THAT(part.facts(), Contains("Layer=sketch 7"));
 }
 
 TEST(ConvertFacts, DensityIsToldInGramsPerCubicCentimetre)
@@ -171,8 +185,7 @@ TEST(ConvertFacts, DensityIsToldInGramsPerCubicCentimetre)
     const int metre = step.add("(LENGTH_UNIT() NAMED_UNIT(*) SI_UNIT($,.METRE.))");
     const int unit = density(step, kilogram(step), "1.", metre, "-3.");
     addMaterial(step, part.product, "Steel", measureItem("density measure", "POSITIVE_RATIO_MEASURE(7850.)", unit));
-    EXPECT_THAT(part.tags(),
-                AllOf(Contains("ptx::material=Steel"), Contains("ptx::density=7.85"), Each(Not(isAttribute))));
+    EXPECT_THAT(part.facts(), AllOf(Contains("Material=Steel"), Contains("Density=7.85 g/cm3"), SizeIs(4)));
 }
 
 /// 0.1 pounds (453.59237 g) for a cubic inch (16.387064 cm3).
@@ -190,7 +203,7 @@ TEST(ConvertFacts, DensityInPoundsPerCubicInchIsConverted)
                               ref(exponents) + "))");
     const int unit = density(step, pound, "1.", inch, "-3.");
     addMaterial(step, part.product, "Aluminium", measureItem("density measure", "POSITIVE_RATIO_MEASURE(0.1)", unit));
-    EXPECT_THAT(part.tags(), Contains("ptx::density=2.76799047"));
+    EXPECT_THAT(part.facts(), Contains("Density=2.76799047 g/cm3"));
 }
 
 TEST(ConvertFacts, NumberInAUnitThatIsNoneOfADensityIsNone)
@@ -199,8 +212,8 @@ TEST(ConvertFacts, NumberInAUnitThatIsNoneOfADensityIsNone)
     StepText& step = part.step;
     const int unit = density(step, kilogram(step), "3.", millimetre(step), "2.");
     addMaterial(step, part.product, "Steel", measureItem("density measure", "POSITIVE_RATIO_MEASURE(7.)", unit));
-    EXPECT_THAT(part.tags(), AllOf(Contains("ptx::material=Steel"), Each(Not(HasSubstr("ptx::density"))),
-                                   Contains("ptx::attribute::density measure=7")));
+    EXPECT_THAT(part.facts(), AllOf(Contains("Material=Steel"), Each(Not(StartsWith("Density="))),
+                                    Contains("density measure=7 kg3.mm2")));
 }
 
 TEST(ConvertFacts, UnitThatIsToldByItselfEndsTheSearch)
@@ -214,12 +227,25 @@ TEST(ConvertFacts, UnitThatIsToldByItselfEndsTheSearch)
     ASSERT_EQ(odd, exponents + 2);
     const int unit = density(step, odd, "1.", millimetre(step), "-3.");
     addMaterial(step, part.product, "Steel", measureItem("density measure", "POSITIVE_RATIO_MEASURE(7.)", unit));
-    EXPECT_THAT(part.tags(), AllOf(Contains("ptx::material=Steel"), Each(Not(HasSubstr("ptx::density")))));
+    EXPECT_THAT(part.facts(), AllOf(Contains("Material=Steel"), Each(Not(StartsWith("Density=")))));
+}
+
+TEST(ConvertFacts, ARawMaterialThatIsAProductItselfIsThatOfThePart)
+{
+    Part part;
+    StepText& step = part.step;
+    const int product = step.add("PRODUCT('B1','bronze','',())");
+    const int formation = step.add("PRODUCT_DEFINITION_FORMATION('',''," + ref(product) + ")");
+    const int raw = step.add("PRODUCT_DEFINITION('raw',''," + ref(formation) + ",$)");
+    addProperty(step, raw, "supplier", textItem("Supplier", "foundry"));
+    step.add("MAKE_FROM_USAGE_OPTION('u','make from',''," + ref(part.product.definition) + "," + ref(raw) + ",1,''," +
+             ref(step.add("MEASURE_WITH_UNIT(COUNT_MEASURE(1.)," + ref(kilogram(step)) + ")")) + ")");
+    EXPECT_THAT(part.facts(), AllOf(Contains("Material=bronze"), Contains("Supplier=foundry")));
 }
 
 TEST(ConvertFacts, ATextAloneIsNoMaterial)
 {
     Part part;
     addProperty(part.step, part.product.definition, "CAD_SOURCE", textItem("CAD_SOURCE", "hand"));
-    EXPECT_THAT(part.tags(), AllOf(Each(Not(HasSubstr("ptx::material"))), Each(Not(HasSubstr("ptx::density")))));
+    EXPECT_THAT(part.facts(), AllOf(Each(Not(StartsWith("Material="))), Each(Not(StartsWith("Density=")))));
 }

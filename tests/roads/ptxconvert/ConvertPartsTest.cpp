@@ -1,6 +1,7 @@
 #include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "scene/Attributes.h"
 #include "scene/Tags.h"
 #include "tests/roads/ptxconvert/ConvertRun.h"
 #include "tests/support/StepText.h"
@@ -96,7 +97,7 @@ TEST(ConvertExternalParts, NodesReferToTheFilesAtTheirPlacesWithoutLoadingThem)
     EXPECT_EQ(reference->getSourceFile()->getPath(), run.folder().file("box.stp"));
     EXPECT_EQ(reference->getSourceFile()->getRelativePath(), "box.stp");
     EXPECT_THAT(reference->getMatrix().values, ElementsAre(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 10, 2, 3, 1));
-    EXPECT_THAT(osg::tagsOf(node), Contains("ptx::product=part in box.stp"));
+    EXPECT_EQ(osg::findText(osg::attributesOf(node, osg::AttributeOwner::Product), "Product"), "part in box.stp");
     EXPECT_TRUE(geometries(run.scene()).empty());
 }
 

@@ -1,4 +1,4 @@
-#include "files/scenefile/ConvertedTree.h"
+#include "scene/Attributes.h"
 #include "scene/Tags.h"
 #include "tests/roads/ptxconvert/ExactShapes.h"
 
@@ -59,13 +59,13 @@ std::optional<std::string> corpusFile(const std::string& name)
     return corpus && std::filesystem::exists(path, missing) ? std::optional(path.string()) : std::nullopt;
 }
 
-/// The value behind `key` among the tags of `node`, nothing when it has none or several.
-std::optional<double> valueOf(const osg::NodePtr& node, const std::string& key)
+/// The number that `node` has under `name`, nothing when it has none or several.
+std::optional<double> valueOf(const osg::NodePtr& node, const std::string& name)
 {
     std::vector<double> values;
-    for (const std::string& tag : osg::tagsOf(node))
-        if (tag.starts_with(key + "="))
-            values.push_back(std::stod(tag.substr(key.size() + 1)));
+    for (const osg::Attribute& attribute : osg::attributesOf(osg::AttachmentContainerPtr(node)))
+        if (attribute.name == name)
+            values.push_back(std::get<double>(attribute.value));
     return values.size() == 1 ? std::optional(values[0]) : std::nullopt;
 }
 
@@ -74,11 +74,11 @@ int checkValidation(const osg::NodePtr& node)
 {
     int count = 0;
     const Measures measures = measure(node);
-    if (const auto volume = valueOf(node, osg::scenefile::converted::VolumeKey)) {
+    if (const auto volume = valueOf(node, "Validation volume")) {
         EXPECT_NEAR(measures.volume, *volume, Share * *volume) << nameOf(node);
         ++count;
     }
-    if (const auto area = valueOf(node, osg::scenefile::converted::AreaKey)) {
+    if (const auto area = valueOf(node, "Validation area")) {
         EXPECT_NEAR(measures.area, *area, Share * *area) << nameOf(node);
         ++count;
     }

@@ -1,9 +1,11 @@
 #include "ptx/readers/jt/graph/NodeFacts.h"
 
+#include "files/scenefile/AttributeTags.h"
 #include "files/scenefile/ConvertedTree.h"
 #include "ptx/readers/jt/graph/GivenNames.h"
 
 #include <array>
+#include <charconv>
 #include <unordered_set>
 
 namespace ptx::jt::graph
@@ -38,14 +40,37 @@ std::optional<Unit> unitNamed(const std::string& name)
     return std::nullopt;
 }
 
+template <class Number>
+osg::AttributeValue numberOr(const std::string& text)
+{
+    Number number{};
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+    return end.ec == std::errc() ? osg::AttributeValue(number) : osg::AttributeValue(text);
+}
+
+osg::AttributeValue typedValue(const PropertyValue& value)
+{
+    switch (value.type) {
+    case PropertyType::Integer:
+        return numberOr<std::int64_t>(value.text);
+    case PropertyType::Real:
+        return numberOr<double>(value.text);
+    case PropertyType::Date:
+        return osg::AttributeDate{value.text};
+    case PropertyType::Text:
+        break;
+    }
+    return value.text;
+}
+
 } // namespace
 
 std::string nameOf(const SceneNode& node)
 {
     for (const std::string_view key : NameKeys)
         for (const auto& [name, value] : node.properties)
-            if (bareKey(name) == key && !value.empty())
-                return shownName(value);
+            if (bareKey(name) == key && !value.text.empty())
+                return shownName(value.text);
     return {};
 }
 
@@ -55,10 +80,9 @@ std::vector<std::string> tagsOf(const SceneNode& node)
     for (const auto& [name, value] : node.properties) {
         const std::string_view key = bareKey(name);
         if (key == LayerKey)
-            tags.push_back(osg::scenefile::converted::tag(osg::scenefile::converted::LayerKey, value));
+            tags.push_back(osg::scenefile::converted::tag(osg::scenefile::converted::LayerKey, value.text));
         else if (isUserKey(name) && !key.starts_with(OwnPrefix))
-            tags.push_back(
-                osg::scenefile::converted::tag(osg::scenefile::converted::AttributePrefix + std::string(key), value));
+            tags.push_back(osg::scenefile::converted::attributeTag({std::string(key), typedValue(value)}));
     }
     return tags;
 }

@@ -41,19 +41,19 @@ LateLoaded readLateLoaded(container::Cursor& in)
 
 enum ProxyType { ProxyNothing, ProxyText, ProxyInteger, ProxyFloat, ProxyDate };
 
-std::string proxyValue(container::Cursor& in, int type)
+PropertyValue proxyValue(container::Cursor& in, int type)
 {
     switch (type) {
     case ProxyNothing:
         return {};
     case ProxyText:
-        return container::readText(in);
+        return {container::readText(in)};
     case ProxyInteger:
-        return std::to_string(in.i32());
+        return {std::to_string(in.i32()), PropertyType::Integer};
     case ProxyFloat:
-        return numberText(in.f32());
+        return {numberText(in.f32()), PropertyType::Real};
     case ProxyDate:
-        return dateText(in);
+        return {dateText(in), PropertyType::Date};
     default:
         in.fail("a property has a value of an unknown type");
         return {};
@@ -69,7 +69,7 @@ Properties readProxy(container::Cursor& in, int major)
     Properties properties;
     for (std::string key = container::readText(in); in.isOk() && !key.empty(); key = container::readText(in)) {
         const int type = in.u8();
-        std::string value = proxyValue(in, type);
+        PropertyValue value = proxyValue(in, type);
         if (in.isOk())
             properties.emplace_back(std::move(key), std::move(value));
     }
@@ -87,7 +87,7 @@ void addPair(Id key, Id value, const Atoms& atoms, SceneNode& node, std::size_t&
     const auto valueText = atoms.texts.find(value);
     if (keyText == atoms.texts.end() || valueText == atoms.texts.end())
         return;
-    text += keyText->second.size() + valueText->second.size();
+    text += keyText->second.text.size() + valueText->second.text.size();
     if (text <= MostText)
         node.properties.emplace_back(keyText->second, valueText->second);
 }
@@ -101,16 +101,16 @@ void readAtom(container::Cursor& in, int major, ElementKind kind, Id id, Atoms& 
     container::skipBlockVersion(in, major);
     switch (kind) {
     case ElementKind::StringAtom:
-        atoms.texts.try_emplace(id, container::readText(in));
+        atoms.texts.try_emplace(id, PropertyValue{container::readText(in)});
         break;
     case ElementKind::IntegerAtom:
-        atoms.texts.try_emplace(id, std::to_string(in.i32()));
+        atoms.texts.try_emplace(id, PropertyValue{std::to_string(in.i32()), PropertyType::Integer});
         break;
     case ElementKind::FloatAtom:
-        atoms.texts.try_emplace(id, numberText(in.f32()));
+        atoms.texts.try_emplace(id, PropertyValue{numberText(in.f32()), PropertyType::Real});
         break;
     case ElementKind::DateAtom:
-        atoms.texts.try_emplace(id, dateText(in));
+        atoms.texts.try_emplace(id, PropertyValue{dateText(in), PropertyType::Date});
         break;
     case ElementKind::LateLoadedAtom:
         atoms.lateLoaded.try_emplace(id, readLateLoaded(in));

@@ -7,7 +7,7 @@ namespace ptx::jt::graph
 
 /// What the property atoms of a scene graph say, by their number.
 struct Atoms {
-    std::unordered_map<Id, std::string> texts;
+    std::unordered_map<Id, PropertyValue> texts;
     std::unordered_map<Id, LateLoaded> lateLoaded;
 };
 

@@ -25,8 +25,19 @@ struct LateLoaded {
     int type = 0;
 };
 
+/// What kind of value a property has in the file.
+enum class PropertyType { Text, Integer, Real, Date };
+
+/// The value of a property in words, and the type that the file gives it.
+struct PropertyValue {
+    std::string text;
+    PropertyType type = PropertyType::Text;
+    operator const std::string&() const { return text; }
+    friend bool operator==(const PropertyValue& value, const std::string& text) { return value.text == text; }
+};
+
 /// Key and value of what a node is given; keys as the file writes them.
-using Properties = std::vector<std::pair<std::string, std::string>>;
+using Properties = std::vector<std::pair<std::string, PropertyValue>>;
 
 struct SceneNode {
     ElementKind kind = ElementKind::Unknown;

@@ -1,0 +1,55 @@
+#include "importer/AttributeText.h"
+
+#include <cstdio>
+
+namespace importer
+{
+
+namespace
+{
+
+constexpr std::size_t mostShown = 200;
+
+/// Cut between letters of UTF-8.
+std::size_t cutPlace(const std::string& text)
+{
+    std::size_t place = mostShown;
+    while (place > 0 && (static_cast<unsigned char>(text[place]) & 0xC0) == 0x80)
+        --place;
+    return place;
+}
+
+/// A terminal obeys control characters.
+std::string shown(const std::string& text)
+{
+    std::string result;
+    const bool isCut = text.size() > mostShown;
+    for (const char c : isCut ? text.substr(0, cutPlace(text)) : text) {
+        char code[8];
+        std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(static_cast<unsigned char>(c)));
+        const bool isControl = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+        result += isControl ? std::string(code) : std::string(1, c);
+    }
+    return isCut ? result + "... (" + std::to_string(text.size()) + " bytes)" : result;
+}
+
+std::string linesOf(const osg::AttributeList& attributes, const std::string& start)
+{
+    std::string text;
+    for (const osg::Attribute& attribute : attributes)
+        text += start + shown(attribute.name) + " = " + shown(osg::textOf(attribute)) + "\n";
+    return text;
+}
+
+} // namespace
+
+std::string AttributeText::of(const osg::NodePtr& node, const std::string& indentation)
+{
+    std::string text;
+    const auto product = osg::attributeAttachment(node, osg::AttributeOwner::Product);
+    if (product && m_told.insert(product.get()).second)
+        text = linesOf(product->attributes(), indentation + "product: ");
+    return text + linesOf(osg::attributesOf(node, osg::AttributeOwner::Occurrence), indentation + "occurrence: ");
+}
+
+} // namespace importer

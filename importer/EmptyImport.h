@@ -1,0 +1,13 @@
+#pragma once
+
+#include "importer/ImportResult.h"
+
+namespace importer
+{
+
+/// Looks whether anything came in that can be drawn or followed: a geometry, a camera, a reference to a file. If not, a
+/// file that the host reads by itself is named as empty in the messages of `result`, and a structure whose parts have
+/// no shapes by the number of its places. What has no place either has failed, and its tree leaves the scene.
+void judgeEmptiness(zn::ImportResult& result);
+
+} // namespace importer

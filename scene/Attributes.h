@@ -1,0 +1,97 @@
+#pragma once
+
+#include "host/OSGSystem/AttachmentContainer.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace osg
+{
+
+/// A point in time as ISO 8601 writes it, e.g. "2024-05-31T08:00:00"; what a file gives is not checked.
+struct AttributeDate {
+    std::string text;
+    friend bool operator==(const AttributeDate&, const AttributeDate&) = default;
+};
+
+/// A value by its type: text, integer, real, boolean, date, or a list of texts.
+using AttributeValue = std::variant<std::string, std::int64_t, double, bool, AttributeDate, std::vector<std::string>>;
+
+/// What a file says of a product, an occurrence or a material under a name of the file's own choice.
+struct Attribute {
+    std::string name;
+    AttributeValue value;
+    std::string unit = {}; ///< of a real, as the file or `files/scenefile/ConvertedTree.h` words it; may be empty
+    friend bool operator==(const Attribute&, const Attribute&) = default;
+};
+
+/// Attributes in the order of their file; names may occur several times.
+using AttributeList = std::vector<Attribute>;
+
+/// Whose an attribute is. What belongs to a product holds at all of its places.
+enum class AttributeOwner : unsigned short { Product = 0, Occurrence = 1 };
+
+/// Where attributes are kept, so that a mapped file need not be unfolded before somebody asks.
+class AttributeSource
+{
+public:
+    virtual ~AttributeSource();
+    /// The list that `place` stands for, which only this source understands.
+    virtual AttributeList list(const void* place) const = 0;
+};
+
+/// The attachment that holds the attributes of one owner; its binding is the owner. It never changes, so that all
+/// nodes of a product hold the same one, and a copy is the attachment itself.
+class AttributeAttachment final : public Attachment
+{
+public:
+    using Ptr = FCPtr<AttachmentPtr, AttributeAttachment>;
+    static FieldContainerType _type;
+
+    static Ptr create(AttributeList attributes);
+    static Ptr create(std::shared_ptr<const AttributeSource> source, const void* place);
+    const FieldContainerType& getType() const override { return _type; }
+
+    AttributeList attributes() const { return m_source->list(m_place); }
+
+private:
+    AttributeAttachment(std::shared_ptr<const AttributeSource> source, const void* place);
+    bool equalFields(const FieldContainer& other) const override;
+    FieldContainerPtr copy() const override;
+
+    std::shared_ptr<const AttributeSource> m_source;
+    const void* m_place;
+};
+
+/// The attachment with the attributes of this owner; null when `container` is null or has none.
+AttributeAttachment::Ptr attributeAttachment(const AttachmentContainerPtr& container, AttributeOwner owner);
+
+/// The attributes of this owner; empty when `container` is null or has none.
+AttributeList attributesOf(const AttachmentContainerPtr& container, AttributeOwner owner);
+
+/// Those of the product and then those of the occurrence.
+AttributeList attributesOf(const AttachmentContainerPtr& container);
+
+/// Exchanges the attributes of this owner; null takes them away. Edits within the bracket of the attachments. A null
+/// container is ignored.
+void setAttributes(const AttachmentContainerPtr& container, AttributeOwner owner,
+                   const AttributeAttachment::Ptr& attributes);
+
+/// Adds `attributes` behind those that the owner has; an empty list changes nothing.
+void addAttributes(const AttachmentContainerPtr& container, AttributeOwner owner, AttributeList attributes);
+
+/// The value as a person reads it, with its unit: numbers with as many digits as tell them apart, "true" or "false", a
+/// list with "; " between its texts.
+std::string textOf(const Attribute& attribute);
+
+/// The same without the unit.
+std::string textOf(const AttributeValue& value);
+
+/// The first text of the attribute with this name among `attributes`; empty if there is none.
+std::string findText(const AttributeList& attributes, std::string_view name);
+
+} // namespace osg

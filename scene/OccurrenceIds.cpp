@@ -1,0 +1,102 @@
+#include "scene/OccurrenceIds.h"
+
+#include "host/OSGSystem/Names.h"
+#include "scene/Attributes.h"
+#include "scene/NodeWalk.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace osg
+{
+
+namespace
+{
+
+std::string escaped(const std::string& text)
+{
+    std::string result;
+    for (const char c : text)
+        switch (c) {
+        case '%':
+            result += "%25";
+            break;
+        case '/':
+            result += "%2F";
+            break;
+        case '@':
+            result += "%40";
+            break;
+        case '#':
+            result += "%23";
+            break;
+        default:
+            result += c;
+        }
+    return result;
+}
+
+/// The names of products, each list of attributes looked at once.
+class ProductNames
+{
+public:
+    const std::string& of(const NodePtr& node)
+    {
+        const AttributeAttachment::Ptr product = attributeAttachment(node, AttributeOwner::Product);
+        const auto [entry, isNew] = m_names.try_emplace(product.get());
+        if (isNew && product)
+            entry->second = findText(product->attributes(), "Product");
+        return entry->second;
+    }
+
+private:
+    std::unordered_map<const Attachment*, std::string> m_names;
+};
+
+std::string stepOf(const NodePtr& node, const std::string& product)
+{
+    std::string name = findText(attributesOf(node, AttributeOwner::Occurrence), "Designator");
+    if (const char* own = getName(node); name.empty() && own)
+        name = own;
+    if (name.empty())
+        name = product.empty() ? "-" : product;
+    const bool isTold = product.empty() || product == name;
+    return escaped(name) + (isTold ? std::string() : "@" + escaped(product));
+}
+
+} // namespace
+
+OccurrenceIds::OccurrenceIds(const NodePtr& root)
+{
+    ProductNames products;
+    for (const NodePtr& parent : parentsFirst(root)) {
+        std::unordered_map<std::string, unsigned> uses;
+        for (unsigned i = 0; i < parent->getNChildren(); ++i) {
+            const NodePtr child = parent->getChild(i);
+            std::string step = stepOf(child, products.of(child));
+            if (const unsigned number = ++uses[step]; number > 1)
+                step += "#" + std::to_string(number);
+            m_steps.emplace(child.get(), std::move(step));
+        }
+    }
+}
+
+const std::string& OccurrenceIds::step(const NodePtr& node) const
+{
+    static const std::string none;
+    const auto found = m_steps.find(node.get());
+    return found == m_steps.end() ? none : found->second;
+}
+
+std::string OccurrenceIds::of(const NodePtr& node) const
+{
+    std::vector<const std::string*> steps;
+    for (NodePtr each = node; each && !step(each).empty(); each = each->getParent())
+        steps.push_back(&step(each));
+    std::string id;
+    std::for_each(steps.rbegin(), steps.rend(),
+                  [&id](const std::string* each) { id += (id.empty() ? "" : "/") + *each; });
+    return id;
+}
+
+} // namespace osg

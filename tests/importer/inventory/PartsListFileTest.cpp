@@ -1,0 +1,102 @@
+#include "importer/inventory/PartsListFile.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace importer::inventory;
+
+class PartsListFileTest : public testing::Test
+{
+protected:
+    QByteArray written(const char* name, const std::vector<PartsListRow>& rows)
+    {
+        const QString path = m_folder.filePath(QString::fromUtf8(name));
+        result = writePartsList(rows, PartsListLevels::Flat, path);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+
+    static PartsListRow wheel()
+    {
+        PartsListRow row;
+        row.product = "wheel, \"left\"";
+        row.count = 4;
+        row.path = "cart/wheel";
+        row.material = "rubber";
+        row.density = 1.5;
+        row.area = 52;
+        row.volume = 24.125;
+        row.mass = 36e-6;
+        row.origin = MeasureOrigin::Exact;
+        row.attributes = {{"Product", std::string("wheel")},
+                          {"Tyre", std::string("400 x 60")},
+                          {"Spokes", std::int64_t(6)},
+                          {"Load", 150.0, "kg"},
+                          {"Tyre", std::string("line\nend")}};
+        return row;
+    }
+
+    PartsListWritten result;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+TEST_F(PartsListFileTest, CsvHasAColumnForEachAttribute)
+{
+    PartsListRow bare;
+    bare.product = "rod";
+    bare.count = 1;
+    EXPECT_EQ(
+        written("parts.csv", {wheel(), bare}),
+        "level,product,count,path,material,density g/cm3,area mm2,volume mm3,mass kg,measured,Load,Spokes,Tyre\r\n"
+        "0,\"wheel, \"\"left\"\"\",4,cart/wheel,rubber,1.5,52,24.125,3.6e-05,exact,150 kg,6,\"400 x 60; line\nend\"\r\n"
+        "0,rod,1,,,,,,,,,,\r\n");
+}
+
+TEST_F(PartsListFileTest, JsonKeepsTypes)
+{
+    const QJsonObject json = QJsonDocument::fromJson(written("parts.JSON", {wheel()})).object();
+    EXPECT_EQ(json[QStringLiteral("format")].toString(), QStringLiteral("znimport-bom"));
+    EXPECT_EQ(json[QStringLiteral("levels")].toString(), QStringLiteral("flat"));
+    const QJsonObject part = json[QStringLiteral("parts")].toArray().at(0).toObject();
+    EXPECT_EQ(part[QStringLiteral("count")].toInt(), 4);
+    EXPECT_DOUBLE_EQ(part[QStringLiteral("volume")].toDouble(), 24.125);
+    EXPECT_EQ(part[QStringLiteral("measured")].toString(), QStringLiteral("exact"));
+    const QJsonArray attributes = part[QStringLiteral("attributes")].toArray();
+    ASSERT_EQ(attributes.size(), 5);
+    EXPECT_EQ(attributes.at(2).toObject()[QStringLiteral("value")], QJsonValue(6));
+    EXPECT_EQ(attributes.at(3).toObject()[QStringLiteral("unit")].toString(), QStringLiteral("kg"));
+}
+
+TEST_F(PartsListFileTest, TooManyAttributesAreToldAndTheRareOnesLeftOut)
+{
+    std::vector<PartsListRow> rows(2);
+    for (int i = 0; i < 1500; ++i)
+        rows[0].attributes.push_back({"a" + std::to_string(i), std::string("x")});
+    rows[1].attributes = {{"a1499", std::string("y")}};
+    const QByteArray text = written("parts.csv", rows);
+    const QByteArray head = text.left(text.indexOf('\r'));
+    EXPECT_EQ(head.count(','), 9 + 1000);
+    EXPECT_TRUE(head.contains(",a1499"));
+    EXPECT_EQ(result.warnings, QStringList(QStringLiteral("the parts list has columns for 1000 of 1500 attributes")));
+}
+
+TEST_F(PartsListFileTest, AFileThatCannotBeWrittenIsNamed)
+{
+    const QString path = QStringLiteral("/nonexistent/parts.csv");
+    const auto error = writePartsList({}, PartsListLevels::Flat, path).error;
+    ASSERT_TRUE(error);
+    EXPECT_TRUE(error->startsWith(path));
+}
+
+} // namespace
