@@ -197,7 +197,8 @@ void znPtxConverterJob::updateLegacyFile()
 void znPtxConverterJob::runOnLegacyFile(const std::string& convertedFile)
 {
     if (m_legacyFile != convertedFile) {
-        znFile::remove(m_legacyFile);
+        if (!m_legacyFile.empty())
+            znFile::remove(m_legacyFile);
         m_legacyFile = convertedFile;
     }
     znFile::remove(m_tempFile.toStdString());
