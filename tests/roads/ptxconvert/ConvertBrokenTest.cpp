@@ -176,6 +176,8 @@ INSTANTIATE_TEST_SUITE_P(
         Break{"PlaceThatIsGone", "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(", 3, "", "", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
               "press", 12, 12, 0},
         Break{"ColourWithoutStyle", "SURFACE_STYLE_USAGE(", 1, R"(#\d+)", "$$", "", ""},
+        Break{"CurveOnASurfaceThatIsKnownInSpaceToo", "LINE(", 1, R"(LINE(.*)\);)",
+              "SURFACE_CURVE('',#99992,(#99991),.CURVE_3D.);\n#99992=LINE$1);\n#99991=PCURVE('',#99999,$$);", "", ""},
         Break{"NameThatIsNone", "ADVANCED_FACE(", 1, R"('')", "$$", "", ""}),
     [](const auto& each) { return std::string(each.param.name); });
 

@@ -54,6 +54,19 @@ public:
 
     void draw(int camera) { add("DRAUGHTING_MODEL('',(" + ref(camera) + ")," + ref(m_step.context()) + ")"); }
 
+    /// A drawing of the part's own shape.
+    void drawShape(int camera)
+    {
+        const int zero = add("CARTESIAN_POINT('',(0.,0.,0.))");
+        const int origin = add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)");
+        const int map = add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(m_part.representation) + ")");
+        const int item = add("MAPPED_ITEM(''," + ref(map) + "," + ref(origin) + ")");
+        add("DRAUGHTING_MODEL('',(" + ref(camera) + "," + ref(item) + ")," + ref(m_step.context()) + ")");
+    }
+
+    /// Puts the part into an assembly.
+    void hold() { m_step.place(m_step.product("top"), m_part, "use", {100, 0, 0}); }
+
     std::string text() { return m_step.text(); }
 
 private:
@@ -142,6 +155,23 @@ TEST(ConvertViews, CamerasThatNothingDrawsAreNoViews)
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     EXPECT_THAT(bookmarks(run.scene()), IsEmpty());
+}
+
+TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
+{
+    ViewText alone;
+    alone.drawShape(alone.camera("Front"));
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", alone.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"Front"});
+    ViewText held;
+    held.drawShape(held.camera("Front"));
+    held.view("Of all");
+    held.hold();
+    ConvertRun assembly;
+    ASSERT_EQ(assembly.convertText("top.stp", held.text()), 0) << assembly.log();
+    EXPECT_EQ(names(bookmarks(assembly.scene())), std::vector<std::string>{"Of all"});
+    EXPECT_THAT(assembly.log(), HasSubstr("1 saved views of parts within the assembly are left out"));
 }
 
 TEST(ConvertViews, CamerasThatAreBrokenAreLeftOutWithAWord)

@@ -144,6 +144,30 @@ TEST(ViewFraming, PerspectiveStaysWhereItIsWithTheAngleOfItsWindow)
     EXPECT_THAT(direction(view), ElementsAre(0, 1, 0));
 }
 
+TEST(ViewFraming, PerspectiveFromAPointInTheModel)
+{
+    WrittenCamera camera = front();
+    camera.isParallel = false;
+    camera.origin = {15, 0, 5};
+    camera.axis = {0, -1, 0};
+    camera.right = {1, 0, 0};
+    camera.projectionPoint = {15, -25, 5};
+    camera.planeDistance = 0;
+    const View view = framed(camera, Part);
+    EXPECT_THAT(column(view, 3), ElementsAre(15, -25, 5));
+    EXPECT_THAT(direction(view), ElementsAre(0, 1, 0));
+    EXPECT_THAT(view.fieldOfView, FloatNear(90, 1e-3F));
+}
+
+TEST(ViewFraming, PerspectiveFromAPointOfTheViewSystem)
+{
+    WrittenCamera camera = front();
+    camera.isParallel = false;
+    camera.projectionPoint = {2, 3, -4};
+    const View view = framed(camera, Part);
+    EXPECT_THAT(column(view, 3), ElementsAre(13, -104, 8));
+}
+
 TEST(ViewFraming, WithNothingToSeeTheWrittenCameraStands)
 {
     const View view = framed(front(), {});
