@@ -16,6 +16,9 @@ struct ImportRequest {
     QStringList preferredFormats = {};
     /// Where to write what the loader was given for a PLMXML document; nowhere when it is empty.
     QString keepNormalised = {};
+    /// Whether the result tells the structure of every PLMXML document; otherwise only of those that had to be
+    /// followed.
+    bool wantsStructure = false;
 };
 
 } // namespace zn

@@ -41,7 +41,8 @@ struct ImportResult {
     /// Part files that did not come in, and what was lost of others; empty for a complete import.
     std::vector<MissingPart> missing;
     bool cancelled = false; ///< ended by Importer::cancel()
-    /// What a PLMXML document holds; null for another file and for one that could not be read.
+    /// What a PLMXML document holds; null for another file, for one that could not be read, and, unless the request
+    /// wants it, for one that the loader could read as it stands.
     std::shared_ptr<const DocumentStructure> document;
     std::vector<TreeStep> steps; ///< of the optimisation, those begun, in order; empty unless the request wants them
 };

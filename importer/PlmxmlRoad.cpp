@@ -58,7 +58,7 @@ void PlmxmlRoad::start()
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
     follow(*job);
     m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file,
-                                                 plmxml::NormaliserOptions{request().preferredFormats, {}});
+                                                 plmxml::NormaliserOptions{request().preferredFormats, {}, false});
     connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
         parts->followNested(*nested);
         follow(*nested);
@@ -70,7 +70,8 @@ void PlmxmlRoad::start()
 /// False when there is nothing to import, which ends the road.
 bool PlmxmlRoad::prepare()
 {
-    m_document = std::make_unique<PreparedDocument>(m_file, plmxml::NormaliserOptions{request().preferredFormats, {}});
+    m_document = std::make_unique<PreparedDocument>(
+        m_file, plmxml::NormaliserOptions{request().preferredFormats, {}, request().wantsStructure});
     m_result.document = m_document->facts();
     if (m_document->refusal()) {
         endWithout(*m_document->refusal());

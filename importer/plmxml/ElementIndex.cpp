@@ -1,5 +1,7 @@
 #include "importer/plmxml/ElementIndex.h"
 
+#include <algorithm>
+
 namespace importer::plmxml
 {
 
@@ -46,20 +48,47 @@ void ElementIndex::take(const pugi::xml_node& element, std::string_view name)
 {
     const ElementKind kind = kindOfName(name);
     m_userValues += kind == ElementKind::UserValue ? 1 : 0;
-    if (kind != ElementKind::Other)
+    if (kind != ElementKind::Other || element.attribute("id"))
         m_elements[slot(kind)].push_back(element);
-    else if (name == "VariantCondition" || name == "Effectivity")
+    if (name == "VariantCondition" || name == "Effectivity")
         ++m_conditions;
-    const std::string_view id = element.attribute("id").value();
-    if (!id.empty() && !m_ids[slot(kind)].emplace(id, element).second)
-        ++m_duplicateIds;
+}
+
+const ElementIndex::IdTable& ElementIndex::tableOf(ElementKind kind) const
+{
+    std::optional<IdTable>& table = m_ids[slot(kind)];
+    if (table)
+        return *table;
+    table.emplace();
+    for (const pugi::xml_node& element : all(kind)) {
+        const std::string_view id = element.attribute("id").value();
+        if (!id.empty() && !table->elements.emplace(id, element).second)
+            ++table->duplicates;
+    }
+    return *table;
 }
 
 pugi::xml_node ElementIndex::find(ElementKind kind, std::string_view id) const
 {
-    const auto& ids = m_ids[slot(kind)];
-    const auto found = ids.find(id);
-    return found == ids.end() ? pugi::xml_node() : found->second;
+    const IdTable& table = tableOf(kind);
+    const auto found = table.elements.find(id);
+    return found == table.elements.end() ? pugi::xml_node() : found->second;
+}
+
+bool ElementIndex::has(ElementKind kind, std::string_view id) const
+{
+    const std::vector<pugi::xml_node>& elements = all(kind);
+    return !id.empty() && std::any_of(elements.begin(), elements.end(), [id](const pugi::xml_node& element) {
+        return element.attribute("id").value() == id;
+    });
+}
+
+std::size_t ElementIndex::duplicateIds() const
+{
+    std::size_t count = 0;
+    for (std::size_t kind = 0; kind < ElementKindCount; ++kind)
+        count += tableOf(static_cast<ElementKind>(kind)).duplicates;
+    return count;
 }
 
 pugi::xml_node ElementIndex::findShape(std::string_view id) const

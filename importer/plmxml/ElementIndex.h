@@ -4,6 +4,7 @@
 #include "importer/plmxml/SourceDocument.h"
 
 #include <array>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -21,28 +22,36 @@ public:
 
     /// What was indexed.
     const SourceDocument& document() const { return m_document; }
-    /// All elements of a kind, in the order of the text; none of `Other`.
+    /// All elements of a kind, in the order of the text; of `Other` those with an id.
     const std::vector<pugi::xml_node>& all(ElementKind kind) const { return m_elements[slot(kind)]; }
     /// The element of a kind with this id, without hash sign; null if there is none.
     pugi::xml_node find(ElementKind kind, std::string_view id) const;
+    /// Whether there is such an element. For a single question: it looks through them all.
+    bool has(ElementKind kind, std::string_view id) const;
     /// The same among representations and compound ones.
     pugi::xml_node findShape(std::string_view id) const;
     /// Elements whose id an earlier one of their kind has.
-    std::size_t duplicateIds() const { return m_duplicateIds; }
+    std::size_t duplicateIds() const;
     /// All user values, those in elements of other namespaces included.
     std::size_t userValues() const { return m_userValues; }
     /// Elements that state for whom or when something holds.
     std::size_t conditions() const { return m_conditions; }
 
 private:
+    struct IdTable {
+        std::unordered_map<std::string_view, pugi::xml_node> elements;
+        std::size_t duplicates = 0;
+    };
+
+    const IdTable& tableOf(ElementKind kind) const;
     static std::size_t slot(ElementKind kind) { return static_cast<std::size_t>(kind); }
     void countValuesIn(const pugi::xml_node& foreign);
     void take(const pugi::xml_node& element, std::string_view name);
 
     const SourceDocument& m_document;
     std::array<std::vector<pugi::xml_node>, ElementKindCount> m_elements;
-    std::array<std::unordered_map<std::string_view, pugi::xml_node>, ElementKindCount> m_ids;
-    std::size_t m_duplicateIds = 0;
+    /// Made when the first element of a kind is looked for: a document that is left as it is needs few of them.
+    mutable std::array<std::optional<IdTable>, ElementKindCount> m_ids;
     std::size_t m_conditions = 0;
     std::size_t m_userValues = 0;
 };

@@ -47,14 +47,17 @@ public:
                NormalisedDocument& result)
         : m_file(file), m_index(document), m_references(m_index), m_formats(options.preferredFormats),
           m_finder(file, searchPathsOf(document), options.allowsFile), m_files(document, m_finder, m_formats),
+          m_wantsFacts(options.wantsFacts),
           m_result(result), m_reading{document, m_index, m_references, m_files, result.facts}
     {
     }
 
     void run()
     {
-        noteElements();
         m_view = chooseView(m_reading);
+        if (!m_wantsFacts && isPlain())
+            return;
+        noteElements();
         const Occurrences occurrences(m_reading, occurrencesOf(m_reading, m_view));
         const bool fits = build(occurrences);
         surveyPlaces(m_result.structure, m_files, m_result.facts);
@@ -68,6 +71,23 @@ public:
     }
 
 private:
+    /// Whether the document is in the loader's form and says no more than that, which is seen without its structure.
+    bool isPlain()
+    {
+        const auto& graphs = m_index.all(ElementKind::InstanceGraph);
+        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1)
+            return false;
+        const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
+        const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, referenceOf(roots.front()).id) ||
+                                                m_index.has(ElementKind::Part, referenceOf(roots.front()).id));
+        const auto& shapes = m_index.all(ElementKind::Representation);
+        const bool hasFile = std::any_of(shapes.begin(), shapes.end(), [](const pugi::xml_node& shape) {
+            return shape.attribute("location").value()[0] != 0;
+        });
+        Structure none;
+        return hasRoot && hasFile && fitsLoader(m_reading, m_file, m_view, {}, none);
+    }
+
     void noteElements()
     {
         zn::DocumentStructure& facts = m_result.facts;
@@ -212,6 +232,7 @@ private:
     FileFormats m_formats;
     FileFinder m_finder;
     FileTable m_files;
+    bool m_wantsFacts;
     NormalisedDocument& m_result;
     Reading m_reading;
     pugi::xml_node m_view;

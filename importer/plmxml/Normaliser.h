@@ -17,6 +17,8 @@ namespace importer::plmxml
 struct NormaliserOptions {
     QStringList preferredFormats;  ///< for parts with files of several formats, the best first
     FileFinder::Allows allowsFile; ///< which files it may name; all without it
+    /// Whether facts are wanted of a document that is read as it stands and has nothing to add to its nodes, too.
+    bool wantsFacts = false;
 };
 
 /// What becomes of a document.

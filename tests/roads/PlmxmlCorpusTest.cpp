@@ -55,7 +55,7 @@ public:
             m_result = end;
             loop.quit();
         });
-        importer.import({file});
+        importer.import({file, false, {}, {}, true});
         loop.exec();
     }
     ~StructureImport() { m_result.node = osg::NodePtr(); }

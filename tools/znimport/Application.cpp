@@ -211,7 +211,8 @@ void Application::importNext()
     const QString file = m_commandLine.files.at(m_next++);
     m_display.begin(file);
     m_report.begin();
-    m_importer.import({file, !m_commandLine.reportFile.isEmpty(), m_commandLine.preferred, m_commandLine.keptDocument});
+    m_importer.import({file, !m_commandLine.reportFile.isEmpty(), m_commandLine.preferred, m_commandLine.keptDocument,
+                       m_commandLine.treeOnly || !m_commandLine.reportFile.isEmpty()});
 }
 
 void Application::importFinished(const zn::ImportResult& result)

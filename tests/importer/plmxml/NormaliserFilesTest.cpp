@@ -183,6 +183,23 @@ TEST_F(NormaliserFilesTest, WhatTheLoaderReadsRightIsLeftAsItIs)
     EXPECT_THAT(m_result.text, Not(HasSubstr("\"/dev/zero\"")));
 }
 
+TEST_F(NormaliserFilesTest, ThatADocumentIsPlainIsSeenWithoutItsStructure)
+{
+    make("a.jt");
+    const auto isFollowed = [this](const std::string& part) {
+        normalisePart(part);
+        return importer::plmxml::normalise(path("car.plmxml"), {}).isRead;
+    };
+    const std::string shape = representation("JT", "a.jt");
+    EXPECT_FALSE(isFollowed(shape));
+    EXPECT_EQ(m_result.way, Way::AsItStands);
+    EXPECT_TRUE(isFollowed(shape + "<UserData><UserValue title='a' value='b'/></UserData>"));
+    EXPECT_EQ(m_result.way, Way::AsItStands);
+    EXPECT_TRUE(isFollowed(shape + "<Occurrence instanceRefs='#a'/>"));
+    EXPECT_TRUE(isFollowed(representation("JT", "A.jt")));
+    EXPECT_TRUE(isFollowed(""));
+}
+
 TEST_F(NormaliserFilesTest, NothingThatHasToBeFollowedElsewhereIsLeft)
 {
     make("a.jt");

@@ -92,7 +92,7 @@ TEST_F(NormaliserLimitsTest, EntitiesAreNotRead)
     make("secret", "TOP SECRET");
     make("car.plmxml", "<!DOCTYPE PLMXML [<!ENTITY a SYSTEM 'secret'><!ENTITY b '&a;&a;'>]><PLMXML><Instance "
                        "id='i' name='&a;&b;'/></PLMXML>");
-    m_result = importer::plmxml::normalise(path("car.plmxml"), {});
+    m_result = importer::plmxml::normalise(path("car.plmxml"), {{}, {}, true});
     EXPECT_THAT(places(), ElementsAre("&a;&b; 0 0 0"));
     EXPECT_THAT(m_result.text, Not(HasSubstr("SECRET")));
 }

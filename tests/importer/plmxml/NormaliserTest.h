@@ -31,7 +31,7 @@ protected:
     const importer::plmxml::NormalisedDocument& normalise(const std::string& content, const QStringList& preferred = {})
     {
         make("car.plmxml", QByteArray::fromStdString("<PLMXML>" + content + "</PLMXML>"));
-        m_result = importer::plmxml::normalise(path("car.plmxml"), {preferred, {}});
+        m_result = importer::plmxml::normalise(path("car.plmxml"), {preferred, {}, true});
         return m_result;
     }
 

@@ -154,7 +154,7 @@ TEST_F(NormaliserTreeTest, PrefixesOfTheNamespaceAreDroppedAndForeignElementsSki
     make("car.plmxml", "<p:PLMXML xmlns:p='http://www.plmxml.org/Schemas/PLMXMLSchema' xmlns:f='urn:f'><p:ProductDef>"
                        "<p:InstanceGraph rootRefs='a'><p:Instance id='a' name='A'/><f:Instance id='b'/>"
                        "<f:Group><p:Instance id='c'/></f:Group></p:InstanceGraph></p:ProductDef></p:PLMXML>");
-    m_result = importer::plmxml::normalise(path("car.plmxml"), {});
+    m_result = importer::plmxml::normalise(path("car.plmxml"), {{}, {}, true});
     EXPECT_THAT(places(), ElementsAre("A 0 0 0"));
     EXPECT_EQ(m_result.facts.instances, 1u);
 }
@@ -186,7 +186,7 @@ TEST_F(NormaliserTreeTest, ADocumentThatPlacesNothingIsRefused)
 TEST_F(NormaliserTreeTest, WhatIsNoDocumentIsLeftToTheLoader)
 {
     make("car.plmxml", "<PLMXML><Open></PLMXML>");
-    m_result = importer::plmxml::normalise(path("car.plmxml"), {});
+    m_result = importer::plmxml::normalise(path("car.plmxml"), {{}, {}, true});
     EXPECT_EQ(m_result.way, Way::AsItStands);
     EXPECT_FALSE(m_result.isRead);
 }
