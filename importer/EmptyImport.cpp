@@ -72,6 +72,8 @@ void judgeEmptiness(zn::ImportResult& result)
     const std::size_t places = isStructure ? placesOf(result, nodes.size()) : 0;
     if (!isStructure)
         result.messages << Texts::tr("%1: the file is empty: it holds no shape, mesh or curve").arg(result.file);
+    else if (places > 0 && result.document)
+        return; // told with the structure
     else if (places > 0)
         result.messages
             << Texts::tr("%1: nothing of it can be drawn; nodes of its structure: %2").arg(result.file).arg(places);
