@@ -25,6 +25,7 @@ public:
     explicit ConvertedRoad(const zn::ImportRequest& request);
 
     void start() override;
+    Source source() const override { return Source::CadFile; }
 
 private:
     void abortJobs() override;

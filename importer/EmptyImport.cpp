@@ -1,7 +1,6 @@
 #include "importer/EmptyImport.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/znKernel/znFileIOHelper.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
 #include "scene/GeometryWalk.h"
@@ -38,16 +37,10 @@ bool leadsSomewhere(const osg::NodePtr& node)
     return (reference && reference->getState() != read) || osg::fcCast<osg::UberCamera>(node->getCore());
 }
 
-/// A product structure, whatever its name.
-bool isDocument(const zn::ImportResult& result)
-{
-    return result.document || znFileIOHelper::isPLMXMLFile(result.file);
-}
-
 /// A document's tree has a node for each graph that is no place.
-std::size_t placesOf(const zn::ImportResult& result, std::size_t nodes)
+std::size_t placesOf(const zn::ImportResult& result, Source source, std::size_t nodes)
 {
-    return nodes - 1 - (isDocument(result) ? result.node->getNChildren() : 0);
+    return nodes - 1 - (source == Source::Document ? result.node->getNChildren() : 0);
 }
 
 void fail(zn::ImportResult& result)
@@ -61,17 +54,18 @@ void fail(zn::ImportResult& result)
 
 } // namespace
 
-void judgeEmptiness(zn::ImportResult& result)
+void judgeEmptiness(zn::ImportResult& result, Source source)
 {
     if (!result.node || result.cancelled)
         return;
     const std::vector<osg::NodePtr> nodes = osg::parentsFirst(result.node);
     if (std::any_of(nodes.begin(), nodes.end(), leadsSomewhere))
         return;
-    const bool isStructure = znFileIOHelper::isPtxFile(result.file) || isDocument(result);
-    const std::size_t places = isStructure ? placesOf(result, nodes.size()) : 0;
-    if (!isStructure)
+    const std::size_t places = placesOf(result, source, nodes.size());
+    if (source == Source::SceneFile)
         result.messages << Texts::tr("%1: the file is empty: it holds no shape, mesh or curve").arg(result.file);
+    else if (places > 0 && result.document)
+        return; // told with the structure
     else if (places > 0)
         result.messages
             << Texts::tr("%1: nothing of it can be drawn; nodes of its structure: %2").arg(result.file).arg(places);

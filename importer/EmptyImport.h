@@ -5,9 +5,16 @@
 namespace importer
 {
 
+/// What a result came from.
+enum class Source {
+    SceneFile, ///< a file that the host reads by itself
+    CadFile,
+    Document ///< a product structure
+};
+
 /// Looks whether anything came in that can be drawn or followed: a geometry, a camera, a reference to a file. If not, a
 /// file that the host reads by itself is named as empty in the messages of `result`, and a structure whose parts have
 /// no shapes by the number of its places. What has no place either has failed, and its tree leaves the scene.
-void judgeEmptiness(zn::ImportResult& result);
+void judgeEmptiness(zn::ImportResult& result, Source source);
 
 } // namespace importer

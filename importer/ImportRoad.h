@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importer/EmptyImport.h"
 #include "importer/ImportRequest.h"
 #include "importer/ImportResult.h"
 #include "importer/PartCounts.h"
@@ -27,6 +28,9 @@ public:
     void cancel();
     /// A line of the host's log, for the result.
     void addMessage(const QString& line) { m_result.messages.append(line); }
+
+    /// What the road is for.
+    virtual Source source() const = 0;
 
     /// What became of the request; complete once `ended` has come. The road keeps nothing of it.
     zn::ImportResult takeResult();

@@ -51,9 +51,10 @@ void Importer::receiveLog(const QString& line)
 void Importer::roadEnded()
 {
     ImportResult result = m_road->takeResult();
+    const importer::Source source = m_road->source();
     m_road.release()->deleteLater();
     m_session.state<kernel::LoadedGeometries>().entries.clear();
-    importer::judgeEmptiness(result);
+    importer::judgeEmptiness(result, source);
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);

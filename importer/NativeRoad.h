@@ -16,6 +16,7 @@ public:
     explicit NativeRoad(const zn::ImportRequest& request) : ImportRoad(request) {}
 
     void start() override;
+    Source source() const override { return Source::SceneFile; }
 
 private:
     /// A load that has begun is not interrupted.

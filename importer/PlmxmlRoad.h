@@ -37,6 +37,7 @@ public:
     ~PlmxmlRoad() override;
 
     void start() override;
+    Source source() const override { return Source::Document; }
 
 private:
     void abortJobs() override;

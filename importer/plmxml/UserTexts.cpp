@@ -2,6 +2,9 @@
 
 #include "files/scenefile/ConvertedTree.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace importer::plmxml
 {
 
@@ -22,6 +25,18 @@ std::string listText(const SourceDocument& document, const pugi::xml_node& list)
     return text;
 }
 
+/// How tags call the type of a value; empty for a text.
+std::string typeOf(const pugi::xml_node& userValue)
+{
+    constexpr std::pair<std::string_view, const char*> words[] = {
+        {"int", "integer"}, {"real", "real"}, {"boolean", "boolean"}, {"dateTime", "date"}};
+    const std::string_view type = userValue.attribute("type").value();
+    for (const auto& [word, own] : words)
+        if (type == word)
+            return own;
+    return {};
+}
+
 } // namespace
 
 UserTexts& UserTexts::userData(const pugi::xml_node& element, const std::string& prefix)
@@ -32,7 +47,7 @@ UserTexts& UserTexts::userData(const pugi::xml_node& element, const std::string&
         eachChild(m_reading.document, data, "UserValue", [&](const pugi::xml_node& value) {
             const std::string title = textOf(value, "title");
             if (!title.empty())
-                add(prefix + title, valueOf(value));
+                add(prefix + title, valueOf(value), typeOf(value));
         });
     });
     return *this;
@@ -82,11 +97,11 @@ void UserTexts::form(const pugi::xml_node& form)
     userData(form, textOf(form, "name") + ": ");
 }
 
-void UserTexts::add(const std::string& title, const std::string& value)
+void UserTexts::add(const std::string& title, const std::string& value, const std::string& type)
 {
     if (value.empty() || !m_titles.insert(title).second)
         return;
-    m_tags.push_back(converted::tag(converted::AttributePrefix + title, value));
+    m_tags.push_back(converted::tag("ptx::attribute:" + type + (type.empty() ? ":" : "::") + title, value));
 }
 
 /// A value that stands elsewhere is told by the name of what it leads to.

@@ -9,8 +9,8 @@
 namespace importer::plmxml
 {
 
-/// Collects what a document says of a thing, as tags for its node: `ptx::attribute::<title>=<value>`, the same as for
-/// the user attributes of CAD files. Of several values with one title the first counts; empty ones and those that are
+/// Collects what a document says of a thing, as tags for its node: `ptx::attribute::<title>=<value>`, with the type
+/// where it has one, the same as for the user attributes of CAD files. Of several values with one title the first counts; empty ones and those that are
 /// not meant for display are left out.
 class UserTexts
 {
@@ -34,7 +34,7 @@ private:
     void description(const pugi::xml_node& element);
     void forms(const pugi::xml_node& owner);
     void form(const pugi::xml_node& form);
-    void add(const std::string& title, const std::string& value);
+    void add(const std::string& title, const std::string& value, const std::string& type = {});
     std::string valueOf(const pugi::xml_node& userValue) const;
 
     const Reading& m_reading;

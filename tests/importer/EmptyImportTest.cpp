@@ -10,6 +10,8 @@
 namespace
 {
 
+using importer::Source;
+
 class EmptyImportTest : public SceneGraphTest
 {
 protected:
@@ -21,13 +23,13 @@ protected:
     }
 
     /// What becomes of a file with this name whose tree is `root` and what hangs below it.
-    zn::ImportResult judged(const char* file)
+    zn::ImportResult judged(const char* file, Source source)
     {
         zn::ImportResult result;
         result.file = QString::fromLatin1(file);
         result.state = znCADFileTypes::JobSucceeded;
         result.node = root;
-        importer::judgeEmptiness(result);
+        importer::judgeEmptiness(result, source);
         return result;
     }
 
@@ -45,7 +47,7 @@ protected:
 TEST_F(EmptyImportTest, AMeshFileWithoutAMeshIsNamedAsEmpty)
 {
     add(root, osg::Geometry::create());
-    const zn::ImportResult result = judged("a.obj");
+    const zn::ImportResult result = judged("a.obj", Source::SceneFile);
     EXPECT_EQ(result.state, znCADFileTypes::JobSucceeded);
     EXPECT_EQ(result.messages,
               QStringList(QStringLiteral("a.obj: the file is empty: it holds no shape, mesh or curve")));
@@ -57,31 +59,31 @@ TEST_F(EmptyImportTest, ASingleLineIsSomething)
     mesh.positions = std::vector<osg::Vec3f>{{0, 0, 0}, {1, 0, 0}};
     mesh.lines = std::vector<std::uint32_t>{0, 1};
     add(add(root), files::makeGeometry("", mesh, {}));
-    EXPECT_TRUE(judged("a.obj").messages.empty());
-    EXPECT_TRUE(judged("a.stp").messages.empty());
+    EXPECT_TRUE(judged("a.obj", Source::SceneFile).messages.empty());
+    EXPECT_TRUE(judged("a.stp", Source::CadFile).messages.empty());
 }
 
 TEST_F(EmptyImportTest, AReferenceThatIsNotReadCanBeFollowed)
 {
     add(root, osg::ExtReference::create());
-    EXPECT_TRUE(judged("a.plmxml").messages.empty());
+    EXPECT_TRUE(judged("a.plmxml", Source::Document).messages.empty());
 }
 
 TEST_F(EmptyImportTest, AStructureWithoutShapesTellsItsNodes)
 {
     add(add(add(root)));
-    zn::ImportResult result = judged("a.plmxml");
+    zn::ImportResult result = judged("a.plmxml", Source::Document);
     EXPECT_EQ(result.state, znCADFileTypes::JobSucceeded);
     EXPECT_EQ(result.messages,
               QStringList(QStringLiteral("a.plmxml: nothing of it can be drawn; nodes of its structure: 2")));
-    EXPECT_EQ(judged("a.stp").messages,
+    EXPECT_EQ(judged("a.stp", Source::CadFile).messages,
               QStringList(QStringLiteral("a.stp: nothing of it can be drawn; nodes of its structure: 3")));
 }
 
 TEST_F(EmptyImportTest, ADocumentWithoutAPlaceHasFailedAndLeavesTheScene)
 {
     add(root);
-    const zn::ImportResult result = judged("a.plmxml");
+    const zn::ImportResult result = judged("a.plmxml", Source::Document);
     EXPECT_EQ(result.state, znCADFileTypes::JobFailed);
     EXPECT_FALSE(result.node);
     EXPECT_EQ(result.error, QStringLiteral("a.plmxml: nothing came in: there is no shape in it, and no place for one"));

@@ -124,6 +124,7 @@ TEST_F(TraceTest, TheConverterBuildsItsCommandBeforeTheConvertedFileIsLoaded)
 {
     useScriptedConverter();
     const osg::RefPtr<osg::NodePtr> root(osg::Node::create());
+    root->addChild(osg::Node::create()); // a tree without a place has failed
     ASSERT_TRUE(osg::scenefile::writeSceneFile(root, folder.filePath(QStringLiteral("made.osb"))));
     const QByteArray script = "output-from \"" + folder.filePath(QStringLiteral("made.osb")).toUtf8() + "\"\n";
     const auto calls = callsOfImport(write(QStringLiteral("Rad.stp"), script));

@@ -64,8 +64,7 @@ TEST_F(OccurrenceIdsTest, SiblingsThatComeLaterOrAreOthersChangeNothing)
     const NodePtr wheel = add(axle, "left", "wheel");
     const std::string before = OccurrenceIds(root.get()).of(wheel);
     const NodePtr spare = add(root.get(), "spare", "wheel");
-    osg::subChild(root.get(), axle);
-    // Behind its new sibling now, and with an equal one behind it.
+    // Moves behind its new sibling, and gets an equal one behind it.
     osg::addChild(root.get(), axle);
     add(axle, "left", "wheel");
     const OccurrenceIds ids(root.get());

@@ -6,6 +6,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "ptx/model/ModelMerge.h"
+#include "scene/Attributes.h"
 #include "scene/Tags.h"
 
 #include <gmock/gmock.h>
@@ -62,7 +63,7 @@ TEST(SceneBuilder, APartInAnotherFileIsAReferenceInItsPlace)
     EXPECT_EQ(referenceAt(node)->getSourceFile()->getPath(), "/cad/wheel.stp");
     EXPECT_EQ(referenceAt(node)->getMatrix()[12], 7);
     EXPECT_STREQ(osg::getName(node), "left wheel");
-    EXPECT_EQ(osg::tagsOf(node).front(), "ptx::layer=3");
+    EXPECT_EQ(osg::findText(osg::attributesOf(node, osg::AttributeOwner::Occurrence), "Layer"), "3");
     EXPECT_FALSE(node->isActive());
     EXPECT_EQ(node->getNChildren(), 0u);
 }
@@ -76,7 +77,7 @@ TEST(SceneBuilder, AReferenceWithoutATransformHangsBelowWhatItMustNotTakeAlong)
     const osg::NodePtr node = root->getChild(0)->getChild(0);
     EXPECT_EQ(node->getCore()->getType().getId(), osg::Transform3D::_type.getId());
     EXPECT_STREQ(osg::getName(node), "left wheel");
-    EXPECT_EQ(osg::tagsOf(node).front(), "ptx::layer=3");
+    EXPECT_EQ(osg::findText(osg::attributesOf(node, osg::AttributeOwner::Occurrence), "Layer"), "3");
     EXPECT_FALSE(node->isActive());
     ASSERT_EQ(node->getNChildren(), 1u);
     const osg::NodePtr below = node->getChild(0);
@@ -85,6 +86,7 @@ TEST(SceneBuilder, AReferenceWithoutATransformHangsBelowWhatItMustNotTakeAlong)
     EXPECT_TRUE(referenceAt(below)->isIdentity());
     EXPECT_EQ(referenceAt(below)->getState(), 0u);
     EXPECT_EQ(osg::getName(below), nullptr);
+    EXPECT_TRUE(osg::attributesOf(osg::AttachmentContainerPtr(below)).empty());
     EXPECT_TRUE(osg::tagsOf(below).empty());
     EXPECT_TRUE(below->isActive());
     EXPECT_EQ(below->getNChildren(), 0u);
