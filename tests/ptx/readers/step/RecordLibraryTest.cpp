@@ -161,6 +161,23 @@ TEST(RecordLibrary, LeavesLongListsOfNumbersOutOfEntitiesThatOcctDoesNotKnow)
     EXPECT_THAT(ours.text, HasSubstr("1:7"));
 }
 
+TEST(RecordLibrary, LongListsOfUnknownEntitiesKeepTheirReferences)
+{
+    std::string names = "#1";
+    for (int i = 2; i <= 1300; ++i)
+        names += ",(#" + std::to_string(i) + ")";
+    std::string points;
+    for (int i = 1; i <= 1300; ++i)
+        points += "#" + std::to_string(i) + "=CARTESIAN_POINT('',(1.,2.,3.));\n";
+    const TempFolder folder;
+    const ReadModel ours =
+        readByRecords(folder.write("names.stp", withData(points + "#9999=UNKNOWN_THING('',(" + names + "),#1301);")));
+    EXPECT_EQ(ours.numbers.size(), 1301U);
+    EXPECT_THAT(ours.text, HasSubstr("#513"));
+    EXPECT_THAT(ours.text, HasSubstr("#1300"));
+    EXPECT_THAT(ours.reports, Contains(HasSubstr("A reference to another entity is unresolved")));
+}
+
 TEST(RecordLibrary, CorpusGivesTheEntitiesOfTheParser)
 {
     const std::vector<std::string> files = corpusFiles();
