@@ -48,6 +48,12 @@ Interface_ParamType typeOf(Kind kind)
     return Interface_ParamSub;
 }
 
+std::string nameText(std::uint32_t number)
+{
+    std::string text = "#";
+    return text += std::to_string(number);
+}
+
 // The square of it is small, and so is that of the number of parts of the longest lists.
 constexpr std::size_t PartLength = 512;
 
@@ -158,7 +164,7 @@ const char* RecordTables::identOf(const Piece& piece, const Record& record)
 const char* RecordTables::nameOf(const Piece& piece, const Record& record)
 {
     const char* const text = piece.text.data() + record.offset;
-    return *text == '#' ? text : m_texts.add("#" + std::to_string(record.number));
+    return *text == '#' ? text : m_texts.add(nameText(record.number));
 }
 
 void RecordTables::addParameter(const Piece& piece, const Parameter& parameter, int position)
@@ -183,7 +189,7 @@ void RecordTables::addReference(std::uint32_t number, int position)
     if (const std::uint32_t record = m_index.recordOf(number); record > 0)
         return m_data->AddParam(m_record, Reference, Interface_ParamIdent, static_cast<int>(record));
     // A number behind all records leads nowhere, for OCCT too.
-    const std::string name = "#" + std::to_string(number);
+    const std::string name = nameText(number);
     m_data->AddParam(m_record, m_texts.add(name), Interface_ParamIdent, m_data->NbRecords() + 1);
     const std::string text = "Unresolved Reference, Ent.Id.#" + std::to_string(m_data->RecordIdent(m_record)) +
                              " Param.n0 " + std::to_string(position) + " (Id." + name + ")";
