@@ -3,6 +3,7 @@
 #include "host/znKernel/znFileIOHelper.h"
 #include "importer/ConvertedRoad.h"
 #include "importer/NativeRoad.h"
+#include "importer/PartViews.h"
 #include "importer/PlmxmlRoad.h"
 
 #include <utility>
@@ -29,6 +30,13 @@ void ImportRoad::cancel()
 {
     m_result.cancelled = true;
     abortJobs();
+}
+
+void ImportRoad::leavePartViewsOut()
+{
+    if (const std::size_t count = dropPartViews(m_result.node))
+        addMessage(m_result.file + QStringLiteral(": ") +
+                   tr("saved views of part files are left out: %1").arg(static_cast<qulonglong>(count)));
 }
 
 zn::ImportResult ImportRoad::takeResult()

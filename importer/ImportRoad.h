@@ -43,6 +43,9 @@ protected:
     /// Its result names the file of the request.
     explicit ImportRoad(const zn::ImportRequest& request);
 
+    /// Takes the views of part files out of the tree of the result and tells so among its messages.
+    void leavePartViewsOut();
+
     /// What was asked for.
     const zn::ImportRequest& request() const { return m_request; }
 

@@ -128,6 +128,7 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
     const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, maxRepeatedNodes);
+    leavePartViewsOut();
     m_result.missing = zn::partsLeftOut(m_result.node);
     if (emptyPlaces > 0)
         m_result.missing.push_back(

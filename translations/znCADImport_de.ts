@@ -114,6 +114,13 @@
     </message>
 </context>
 <context>
+    <name>importer::ImportRoad</name>
+    <message>
+        <source>saved views of part files are left out: %1</source>
+        <translation>gespeicherte Ansichten von Teiledateien bleiben weg: %1</translation>
+    </message>
+</context>
+<context>
     <name>importer::NativeRoad</name>
     <message>
         <source>Loading</source>

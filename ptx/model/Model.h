@@ -2,6 +2,7 @@
 
 #include "host/OSGSystem/Math.h"
 #include "ptx/model/Appearance.h"
+#include "ptx/model/View.h"
 #include "scene/Mesh.h"
 
 #include <cstddef>
@@ -69,6 +70,7 @@ struct Model {
     std::vector<PathOverride> overrides;
     std::vector<Reference> references;
     std::vector<std::string> tags; ///< of the file as a whole
+    std::vector<View> views;
 };
 
 } // namespace ptx::model

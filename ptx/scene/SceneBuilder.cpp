@@ -8,6 +8,7 @@
 #include "ptx/scene/PartCores.h"
 #include "ptx/scene/ReferenceCore.h"
 #include "ptx/scene/RootNode.h"
+#include "ptx/scene/ViewNodes.h"
 #include "scene/EditScope.h"
 #include "scene/SceneEdits.h"
 #include "scene/Tags.h"
@@ -36,6 +37,8 @@ public:
         for (std::size_t i = 0; i < m_model.roots.size(); ++i)
             if (core::Trouble trouble = expand(m_model.roots[i]))
                 return *trouble;
+        for (const model::View& view : m_model.views)
+            append(m_scene.root, makeViewNode(view));
         return std::move(m_scene);
     }
 

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 using namespace znCADFileTypes;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -143,6 +144,28 @@ TEST_F(AssemblyImportTest, PartsThatTheConvertersLeftOutMakeAnImportPartial)
     ASSERT_TRUE(result.node);
     EXPECT_EQ(missingTexts(result),
               texts({"engine.stp: it leads round in a circle", "o'ring.stp: the file is not there"}));
+}
+
+TEST_F(AssemblyImportTest, ViewsOfAPartFileStayBehindWithAWord)
+{
+    const Root part(makeReference("part root", path(QStringLiteral("bolt.stp"))));
+    addGroup(part.get(), "head");
+    osg::setTags(addGroup(part.get(), "view of the bolt"), {"stylar::bookmark"});
+    writeScene(QStringLiteral("made/bolt.stp"), part.get());
+    refer("bolt", write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp"))));
+    const zn::ImportResult result = import();
+    EXPECT_EQ(result.state, JobSucceeded);
+    ASSERT_TRUE(result.node);
+    EXPECT_THAT(result.messages,
+                Contains(originalFile() + QStringLiteral(": saved views of part files are left out: 1")));
+    bool isHeadThere = false;
+    osg::traverse(result.node, [&](const osg::NodePtr& node) {
+        const char* name = osg::getName(node);
+        EXPECT_STRNE(name ? name : "", "view of the bolt");
+        isHeadThere = isHeadThere || std::string(name ? name : "") == "head";
+        return osg::Action::Continue;
+    });
+    EXPECT_TRUE(isHeadThere);
 }
 
 TEST_F(AssemblyImportTest, ReferencesThatNobodyWantsAreNotMissing)

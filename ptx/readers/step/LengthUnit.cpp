@@ -2,6 +2,7 @@
 
 #include <Interface_InterfaceModel.hxx>
 #include <STEPCAFControl_Reader.hxx>
+#include <STEPConstruct_UnitContext.hxx>
 #include <STEPControl_Reader.hxx>
 #include <StepBasic_ConversionBasedUnitAndLengthUnit.hxx>
 #include <StepBasic_SiUnitAndLengthUnit.hxx>
@@ -60,6 +61,15 @@ std::string lengthText(const Handle(StepBasic_NamedUnit) & unit)
 }
 
 } // namespace
+
+double millimetresIn(const Handle(Standard_Transient) & context)
+{
+    const Handle(StepRepr_GlobalUnitAssignedContext) units = unitsOf(context);
+    STEPConstruct_UnitContext factors;
+    if (units.IsNull() || factors.ComputeFactors(units) != 0 || !factors.LengthDone())
+        return 0;
+    return factors.LengthFactor();
+}
 
 std::string lengthUnit(const STEPCAFControl_Reader& reader)
 {

@@ -121,7 +121,7 @@ private:
         m_job.limits.addInput(error ? 0 : bytes);
         const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log};
         m_job.log.info("part file " + file);
-        core::Outcome<occt::DocumentContent> part = readStepFile(job, true);
+        core::Outcome<StepContent> part = readStepFile(job, true);
         if (!part)
             return part.failure().message;
         const std::size_t firstProduct = m_content.model.products.size();

@@ -77,7 +77,7 @@ public:
     }
 
     /// After load(): what the file holds.
-    core::Outcome<occt::DocumentContent> content()
+    core::Outcome<StepContent> content()
     {
         core::Trouble trouble;
         if (!m_isTransferred)
@@ -133,14 +133,17 @@ private:
         begin(core::Stage::ProcessStructure);
         LabelTags tags = userAttributes(m_reader);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
-        m_content = occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
-            if (const auto* own = tags.Seek(label))
-                product.tags.insert(product.tags.end(), own->begin(), own->end());
-            if (product.body == model::NoBody && product.children.empty())
-                product.externalNames = m_names->of(label);
-        });
+        static_cast<occt::DocumentContent&>(m_content) =
+            occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
+                if (const auto* own = tags.Seek(label))
+                    product.tags.insert(product.tags.end(), own->begin(), own->end());
+                if (product.body == model::NoBody && product.children.empty())
+                    product.externalNames = m_names->of(label);
+            });
         addToFile(ofNoProduct);
         addUnit();
+        if (!m_isPart)
+            m_content.views = savedViews(m_reader.Reader(), m_job.log);
         return std::nullopt;
     }
 
@@ -211,13 +214,13 @@ private:
     std::optional<ExternalNames> m_names;
     damage::Damage m_damage;
     bool m_isTransferred = false;
-    occt::DocumentContent m_content;
+    StepContent m_content;
 };
 
 } // namespace
 
 // Faces that fail for themselves are found by the first reading; the second may find shapes that need them.
-core::Outcome<occt::DocumentContent> readStepFile(const model::Job& job, bool isPart)
+core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart)
 {
     constexpr int MostReadings = 3;
     std::vector<damage::Fault> known;

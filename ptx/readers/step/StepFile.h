@@ -3,14 +3,20 @@
 #include "ptx/core/Outcome.h"
 #include "ptx/model/Job.h"
 #include "ptx/occt/DocumentWalker.h"
+#include "ptx/readers/step/SavedViews.h"
 
 namespace ptx::step
 {
 
+/// What one STEP file holds.
+struct StepContent : occt::DocumentContent {
+    std::vector<SavedView> views; ///< in the space of this file
+};
+
 /// Reads the STEP file `job.input` without the files that it refers to: products whose geometry lies elsewhere have
-/// names for it and nothing else. Enters the stages from reading to structure unless `isPart`, which goes on in the
-/// present one.
-core::Outcome<occt::DocumentContent> readStepFile(const model::Job& job, bool isPart);
+/// names for it and nothing else. What is broken in the file is left out and marked. Enters the stages from reading to
+/// structure unless `isPart`, which goes on in the present one; of a part the saved views are not read.
+core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart);
 
 /// The failure for the file `path` without geometry, whose `cause` is a clause: "it holds no solids".
 core::Failure nothingToImport(const std::string& path, const std::string& cause);

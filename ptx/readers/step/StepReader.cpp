@@ -6,6 +6,9 @@
 #include "ptx/readers/step/PartReferences.h"
 #include "ptx/readers/step/ReferenceScan.h"
 #include "ptx/readers/step/StepFile.h"
+#include "ptx/readers/step/ViewFraming.h"
+
+#include <filesystem>
 
 namespace ptx::step
 {
@@ -24,9 +27,9 @@ bool refersToParts(const std::string& path)
 }
 
 // What OCCT's reader needs goes before the meshing starts.
-core::Outcome<occt::DocumentContent> readWithParts(const model::Job& job)
+core::Outcome<StepContent> readWithParts(const model::Job& job)
 {
-    core::Outcome<occt::DocumentContent> content = readStepFile(job, false);
+    core::Outcome<StepContent> content = readStepFile(job, false);
     if (!content)
         return content;
     if (!job.externalParts)
@@ -36,10 +39,35 @@ core::Outcome<occt::DocumentContent> readWithParts(const model::Job& job)
     return content;
 }
 
+/// What the views of the file are views of.
+std::string groupName(const model::Model& model, const std::string& path)
+{
+    std::string name;
+    if (model.roots.size() == 1)
+        name = model.products[model.roots[0].product].name;
+    if (name.empty())
+        name = std::filesystem::path(path).stem().string();
+    return withoutBrackets(std::move(name));
+}
+
+void addViews(model::Model& model, const std::vector<SavedView>& views, const std::string& path)
+{
+    if (views.empty())
+        return;
+    const model::Bounds shown = model::boundsOf(model);
+    const std::string group = groupName(model, path);
+    for (const SavedView& saved : views) {
+        model::View& view = model.views.emplace_back();
+        view.name = saved.name;
+        view.group = group;
+        frame(view, saved.camera, shown);
+    }
+}
+
 core::Outcome<model::Model> readStep(const model::Job& job)
 {
     occt::setUpOcct();
-    core::Outcome<occt::DocumentContent> content = readWithParts(job);
+    core::Outcome<StepContent> content = readWithParts(job);
     if (!content)
         return content.failure();
     model::Model& model = content.value().model;
@@ -51,6 +79,7 @@ core::Outcome<model::Model> readStep(const model::Job& job)
     if (!bodies)
         return bodies.failure();
     model.bodies = std::move(bodies.value());
+    addViews(model, content.value().views, job.input);
     return std::move(model);
 }
 

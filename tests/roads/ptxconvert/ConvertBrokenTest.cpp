@@ -158,6 +158,8 @@ INSTANTIATE_TEST_SUITE_P(
         Break{"PointOutOfAllProportion", "VERTEX_POINT(", 2, R"(VERTEX_POINT.*)",
               "VERTEX_POINT('',#99998);\n#99998=CARTESIAN_POINT('',(1.E300,0.,0.));", "CARTESIAN_POINT", "plate below",
               6},
+        Break{"CylinderOutOfAllProportion", "PLANE(", 1, R"(PLANE(.*)\);)", "CYLINDRICAL_SURFACE$1,1.E300);",
+              "CYLINDRICAL_SURFACE", "plate below", 10},
         Break{"PlaneWithoutPlace", "PLANE(", 1, R"(#\d+)", "$$", "PLANE", "plate below", 10},
         Break{"DirectionWithoutNumbers", "PLANE(", 1, R"(PLANE.*)",
               "PLANE('',#99997);\n#99997=AXIS2_PLACEMENT_3D('',#99995,#99996,$$);\n#99995=CARTESIAN_POINT('',(1.,2.,3.)"
@@ -174,6 +176,8 @@ INSTANTIATE_TEST_SUITE_P(
         Break{"PlaceThatIsGone", "CONTEXT_DEPENDENT_SHAPE_REPRESENTATION(", 3, "", "", "NEXT_ASSEMBLY_USAGE_OCCURRENCE",
               "press", 12, 12, 0},
         Break{"ColourWithoutStyle", "SURFACE_STYLE_USAGE(", 1, R"(#\d+)", "$$", "", ""},
+        Break{"CurveOnASurfaceThatIsKnownInSpaceToo", "LINE(", 1, R"(LINE(.*)\);)",
+              "SURFACE_CURVE('',#99992,(#99991),.CURVE_3D.);\n#99992=LINE$1);\n#99991=PCURVE('',#99999,$$);", "", ""},
         Break{"NameThatIsNone", "ADVANCED_FACE(", 1, R"('')", "$$", "", ""}),
     [](const auto& each) { return std::string(each.param.name); });
 

@@ -3,10 +3,13 @@
 #include "ptx/readers/step/damage/EntityKinds.h"
 #include "ptx/readers/step/damage/MemberList.h"
 
+#include <StepGeom_Pcurve.hxx>
+#include <StepGeom_SurfaceCurve.hxx>
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepRepr_PropertyDefinitionRepresentation.hxx>
 #include <StepShape_ContextDependentShapeRepresentation.hxx>
+#include <StepShape_EdgeCurve.hxx>
 #include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <StepShape_ShapeRepresentation.hxx>
 
@@ -30,6 +33,18 @@ bool tiesShapes(const Handle(Standard_Transient) & entity)
 bool holdsShapes(const Handle(Standard_Transient) & list)
 {
     return kinds::isGeometry(list) || list->IsKind(STANDARD_TYPE(StepShape_ShapeRepresentation));
+}
+
+/// A curve given in the plane of a surface's parameters.
+bool isPlaneCurve(const Handle(Standard_Transient) & entity)
+{
+    return entity->IsKind(STANDARD_TYPE(StepGeom_Pcurve));
+}
+
+bool hasSpaceCurve(const Handle(Standard_Transient) & entity)
+{
+    const auto curve = Handle(StepGeom_SurfaceCurve)::DownCast(entity);
+    return !curve.IsNull() && !curve->Curve3d().IsNull();
 }
 
 } // namespace
@@ -89,16 +104,18 @@ void Excision::spread()
         const int ident = m_open.back();
         m_open.pop_back();
         for (const int above : m_model.referringTo(ident))
-            reach(above, m_broken.at(ident));
+            reach(above, m_model.at(ident), m_broken.at(ident));
     }
 }
 
-void Excision::reach(int ident, Number number)
+void Excision::reach(int ident, const Handle(Standard_Transient) & from, Number number)
 {
     const Handle(Standard_Transient) entity = m_model.at(ident);
     if (entity.IsNull() || m_broken.contains(ident))
         return;
-    if (memberlist::isIn(entity))
+    if (isPlaneCurve(from) && hasSpaceCurve(entity))
+        m_bereft.push_back(ident);
+    else if (memberlist::isIn(entity))
         cutFrom(ident, entity, number);
     else if (kinds::needsAll(entity))
         breakEntity(ident, number);
@@ -141,6 +158,15 @@ void Excision::cutOccurrence(const Handle(Standard_Transient) & place)
         m_occurrences.push_back(usage);
 }
 
+// The curve in space is all that an edge needs.
+void Excision::useSpaceCurve(int ident)
+{
+    const auto curve = Handle(StepGeom_SurfaceCurve)::DownCast(m_model.at(ident));
+    for (const int above : m_model.referringTo(ident))
+        if (const auto edge = Handle(StepShape_EdgeCurve)::DownCast(m_model.at(above)); !edge.IsNull())
+            edge->SetEdgeGeometry(curve->Curve3d());
+}
+
 void Excision::apply()
 {
     const auto isBroken = [this](const Handle(Standard_Transient) & entity) {
@@ -149,6 +175,8 @@ void Excision::apply()
     for (const auto& [ident, left] : m_left)
         if (!m_broken.contains(ident))
             memberlist::clean(m_model.at(ident), isBroken);
+    for (const int ident : m_bereft)
+        useSpaceCurve(ident);
     for (const auto& [ident, number] : m_broken)
         m_model.replace(ident, memberlist::makeStandIn());
     // An occurrence without its placement stays out by itself. In an assembly that is nowhere it is not missed twice.

@@ -39,17 +39,19 @@ private:
     void begin(const Fault& fault, Number number);
     void breakEntity(int ident, Number number);
     void spread();
-    void reach(int ident, Number number);
+    void reach(int ident, const Handle(Standard_Transient) & from, Number number);
     void cutFrom(int ident, const Handle(Standard_Transient) & list, Number number);
     void tellHoles(int ident, const Handle(Standard_Transient) & list, Number number);
     void tell(Number number, const Owners& owners);
     void cutOccurrence(const Handle(Standard_Transient) & place);
+    void useSpaceCurve(int ident);
     void apply();
 
     ModelView& m_model;
     std::vector<Loss> m_losses; ///< one for each fault
     std::vector<bool> m_isTold; ///< of faults, whether something is lost
     std::unordered_map<int, Number> m_broken;
+    std::vector<int> m_bereft;                   ///< curves that keep their form in space alone
     std::vector<int> m_open;                     ///< broken, what refers to them is still to be looked at
     std::unordered_map<int, std::size_t> m_left; ///< members left in lists that lose some
     std::unordered_map<int, Owners> m_ownersOf;

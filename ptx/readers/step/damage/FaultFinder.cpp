@@ -8,7 +8,12 @@
 #include <StepBasic_DerivedUnit.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepGeom_CartesianPoint.hxx>
+#include <StepGeom_Circle.hxx>
+#include <StepGeom_ConicalSurface.hxx>
+#include <StepGeom_CylindricalSurface.hxx>
 #include <StepGeom_Direction.hxx>
+#include <StepGeom_SphericalSurface.hxx>
+#include <StepGeom_ToroidalSurface.hxx>
 #include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepShape_EdgeLoop.hxx>
 #include <StepShape_PolyLoop.hxx>
@@ -78,6 +83,23 @@ bool isFarAway(const StepGeom_CartesianPoint& point)
     return false;
 }
 
+/// The radius of what has one, 0 of all else.
+double radiusOf(const Handle(Standard_Transient) & entity)
+{
+    const Handle(Standard_Type)& type = entity->DynamicType();
+    if (type == STANDARD_TYPE(StepGeom_Circle))
+        return static_cast<const StepGeom_Circle&>(*entity).Radius();
+    if (type == STANDARD_TYPE(StepGeom_CylindricalSurface))
+        return static_cast<const StepGeom_CylindricalSurface&>(*entity).Radius();
+    if (type == STANDARD_TYPE(StepGeom_ConicalSurface))
+        return static_cast<const StepGeom_ConicalSurface&>(*entity).Radius();
+    if (type == STANDARD_TYPE(StepGeom_SphericalSurface))
+        return static_cast<const StepGeom_SphericalSurface&>(*entity).Radius();
+    if (type == STANDARD_TYPE(StepGeom_ToroidalSurface))
+        return static_cast<const StepGeom_ToroidalSurface&>(*entity).MajorRadius();
+    return 0;
+}
+
 /// What OCCT does not complain about and falls over; empty if there is nothing.
 std::string silentFault(const Handle(Standard_Transient) & entity)
 {
@@ -95,6 +117,8 @@ std::string silentFault(const Handle(Standard_Transient) & entity)
     if (type == STANDARD_TYPE(StepGeom_CartesianPoint) &&
         isFarAway(static_cast<const StepGeom_CartesianPoint&>(*entity)))
         return "its coordinates are out of all proportion";
+    if (!(std::abs(radiusOf(entity)) < Farthest))
+        return "its radius is out of all proportion";
     return {};
 }
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ptx/readers/step/ViewFraming.h"
+
+#include <string>
+#include <vector>
+
+class STEPControl_Reader;
+
+namespace ptx::core
+{
+class Log;
+} // namespace ptx::core
+
+namespace ptx::step
+{
+
+/// A view as the file has it: it can be framed when what there is to see is known.
+struct SavedView {
+    std::string name; ///< unique, without square brackets
+    WrittenCamera camera;
+};
+
+/// `name` with round brackets instead of square ones, in which tags put names.
+std::string withoutBrackets(std::string name);
+
+/// The saved views of the model that `reader` has read, in the order of their cameras: cameras that a draughting model
+/// shows. Views that programs make by themselves (their names begin with "* "), views of a part within an assembly and
+/// views that say the same twice are left out. `log` tells how many there are and what was left out.
+std::vector<SavedView> savedViews(const STEPControl_Reader& reader, core::Log& log);
+
+} // namespace ptx::step
