@@ -2,7 +2,6 @@
 
 #include "files/scenefile/ConvertedTree.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace importer::plmxml

@@ -1,10 +1,10 @@
 #include "ptx/readers/step/RecordTables.h"
 
-#include "ptx/readers/step/NeedlessLists.h"
-
 #include <Interface_Check.hxx>
 #include <StepData_Protocol.hxx>
 #include <StepData_StepReaderData.hxx>
+
+#include <algorithm>
 
 namespace ptx::step
 {
@@ -48,27 +48,55 @@ Interface_ParamType typeOf(Kind kind)
     return Interface_ParamSub;
 }
 
+std::string nameText(std::uint32_t number)
+{
+    std::string text = "#";
+    return text += std::to_string(number);
+}
+
+// The square of it is small, and so is that of the number of parts of the longest lists.
+constexpr std::size_t PartLength = 512;
+
+std::size_t partCount(const Record& record)
+{
+    return (record.parameterCount + PartLength - 1) / PartLength;
+}
+
 std::size_t headerCount(const part21::Records& records)
 {
     return records.pieces.empty() ? 0 : records.pieces.front().records.size();
+}
+
+std::size_t partCount(const part21::Records& records, const std::vector<std::vector<LongLists::Fate>>& fates)
+{
+    std::size_t count = 0;
+    for (std::size_t piece = 0; piece < fates.size(); ++piece)
+        for (std::size_t i = 0; i < fates[piece].size(); ++i)
+            count += fates[piece][i] == LongLists::Fate::Split ? partCount(records.pieces[piece].records[i]) : 0;
+    return count;
 }
 
 } // namespace
 
 RecordTables::RecordTables(const part21::Records& records, const part21::EntityIndex& index,
                            const Handle(StepData_Protocol) & protocol, Resource_FormatType codePage)
-    : m_index(index)
+    : m_index(index), m_count(static_cast<int>(records.recordCount()))
 {
-    // The number of parameters is the size of a page: with too few, OCCT would walk from page to page.
-    m_data =
-        new StepData_StepReaderData(static_cast<int>(headerCount(records)), static_cast<int>(records.recordCount()),
-                                    static_cast<int>(records.parameterCount()) + 1, codePage);
-    const NeedlessLists needless(protocol);
+    const LongLists lists(protocol);
+    std::vector<std::vector<LongLists::Fate>> fates;
     for (const Piece& piece : records.pieces)
-        addPiece(piece, needless.of(piece));
+        fates.push_back(lists.of(piece));
+    const std::size_t parts = partCount(records, fates);
+    // The number of parameters is the size of a page: with too few, OCCT would walk from page to page.
+    m_data = new StepData_StepReaderData(static_cast<int>(headerCount(records)), m_count + static_cast<int>(parts),
+                                         static_cast<int>(records.parameterCount() + parts) + 1, codePage);
+    for (std::size_t i = 0; i < fates.size(); ++i)
+        addPiece(records.pieces[i], fates[i]);
+    for (const Part& part : m_parts)
+        addPart(part);
 }
 
-void RecordTables::addPiece(const Piece& piece, const std::vector<bool>& emptied)
+void RecordTables::addPiece(const Piece& piece, const std::vector<LongLists::Fate>& fates)
 {
     std::vector<const char*> types = {ListType};
     for (std::size_t i = 1; i < piece.types.size(); ++i)
@@ -77,16 +105,41 @@ void RecordTables::addPiece(const Piece& piece, const std::vector<bool>& emptied
     for (std::size_t i = 0; i < piece.records.size(); ++i) {
         const Record& record = piece.records[i];
         ++m_record;
-        addRecord(piece, record, types[record.type], !emptied.empty() && emptied[i]);
+        addRecord(piece, record, types[record.type], fates.empty() ? LongLists::Fate::Kept : fates[i]);
     }
 }
 
-void RecordTables::addRecord(const Piece& piece, const Record& record, const char* type, bool isEmptied)
+void RecordTables::addRecord(const Piece& piece, const Record& record, const char* type, LongLists::Fate fate)
 {
-    const auto count = isEmptied ? 0 : static_cast<int>(record.parameterCount);
-    m_data->SetRecord(m_record, identOf(piece, record), type, count);
-    for (int i = 0; i < count; ++i)
-        addParameter(piece, piece.parameters[record.firstParameter + static_cast<std::size_t>(i)], i + 1);
+    m_data->SetRecord(m_record, identOf(piece, record), type, static_cast<int>(record.parameterCount));
+    if (fate == LongLists::Fate::Kept)
+        addParameters(piece, record.firstParameter, record.parameterCount);
+    else if (fate == LongLists::Fate::Split)
+        addParts(piece, record);
+    m_data->InitParams(m_record);
+}
+
+void RecordTables::addParameters(const Piece& piece, std::size_t first, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        addParameter(piece, piece.parameters[first + i], static_cast<int>(i) + 1);
+}
+
+void RecordTables::addParts(const Piece& piece, const Record& record)
+{
+    for (std::size_t first = 0; first < record.parameterCount; first += PartLength) {
+        m_parts.push_back({&piece, m_base, record.firstParameter + first,
+                           std::min<std::size_t>(PartLength, record.parameterCount - first)});
+        m_data->AddParam(m_record, ListIdent, Interface_ParamSub, m_count + static_cast<int>(m_parts.size()));
+    }
+}
+
+void RecordTables::addPart(const Part& part)
+{
+    ++m_record;
+    m_base = part.base;
+    m_data->SetRecord(m_record, ListIdent, ListType, static_cast<int>(part.count));
+    addParameters(*part.piece, part.firstParameter, part.count);
     m_data->InitParams(m_record);
 }
 
@@ -111,7 +164,7 @@ const char* RecordTables::identOf(const Piece& piece, const Record& record)
 const char* RecordTables::nameOf(const Piece& piece, const Record& record)
 {
     const char* const text = piece.text.data() + record.offset;
-    return *text == '#' ? text : m_texts.add("#" + std::to_string(record.number));
+    return *text == '#' ? text : m_texts.add(nameText(record.number));
 }
 
 void RecordTables::addParameter(const Piece& piece, const Parameter& parameter, int position)
@@ -136,7 +189,7 @@ void RecordTables::addReference(std::uint32_t number, int position)
     if (const std::uint32_t record = m_index.recordOf(number); record > 0)
         return m_data->AddParam(m_record, Reference, Interface_ParamIdent, static_cast<int>(record));
     // A number behind all records leads nowhere, for OCCT too.
-    const std::string name = "#" + std::to_string(number);
+    const std::string name = nameText(number);
     m_data->AddParam(m_record, m_texts.add(name), Interface_ParamIdent, m_data->NbRecords() + 1);
     const std::string text = "Unresolved Reference, Ent.Id.#" + std::to_string(m_data->RecordIdent(m_record)) +
                              " Param.n0 " + std::to_string(position) + " (Id." + name + ")";

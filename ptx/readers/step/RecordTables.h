@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ptx/readers/step/LongLists.h"
 #include "ptx/readers/step/TextStore.h"
 #include "ptx/readers/step/part21/EntityIndex.h"
 
@@ -18,7 +19,8 @@ class RecordTables
 {
 public:
     /// `index` is that of `records`. Of the entities for which `protocol` has no class, long lists of numbers stay
-    /// empty: nothing reads them, and OCCT takes a time that grows with the square of their length.
+    /// empty and those that name entities become lists of lists: OCCT takes a time that grows with the square of their
+    /// length.
     RecordTables(const part21::Records& records, const part21::EntityIndex& index,
                  const Handle(StepData_Protocol) & protocol, Resource_FormatType codePage);
 
@@ -26,8 +28,19 @@ public:
     const Handle(StepData_StepReaderData) & data() const { return m_data; }
 
 private:
-    void addPiece(const part21::Piece& piece, const std::vector<bool>& emptied);
-    void addRecord(const part21::Piece& piece, const part21::Record& record, const char* type, bool isEmptied);
+    /// A part of a list that is split; it stands behind all records.
+    struct Part {
+        const part21::Piece* piece;
+        int base; ///< records before those of the piece
+        std::size_t firstParameter;
+        std::size_t count;
+    };
+
+    void addPiece(const part21::Piece& piece, const std::vector<LongLists::Fate>& fates);
+    void addRecord(const part21::Piece& piece, const part21::Record& record, const char* type, LongLists::Fate fate);
+    void addParameters(const part21::Piece& piece, std::size_t first, std::size_t count);
+    void addParts(const part21::Piece& piece, const part21::Record& record);
+    void addPart(const Part& part);
     void addParameter(const part21::Piece& piece, const part21::Parameter& parameter, int position);
     void addReference(std::uint32_t number, int position);
     const char* identOf(const part21::Piece& piece, const part21::Record& record);
@@ -37,6 +50,8 @@ private:
     const part21::EntityIndex& m_index;
     Handle(StepData_StepReaderData) m_data;
     TextStore m_texts;
+    std::vector<Part> m_parts;
+    int m_count = 0;          ///< of the records of the text
     int m_base = 0;           ///< records of the pieces before
     int m_record = 0;         ///< the present one, counted from 1
     bool m_isLeftOut = false; ///< the present entity

@@ -46,6 +46,21 @@ void addText(std::string& text, StepData_StepWriter& writer)
     }
 }
 
+int longListsOf(const StepData_UndefinedEntity& entity)
+{
+    const Handle(Interface_UndefinedContent) content = entity.UndefinedContent();
+    if (content->NbParams() > LongList)
+        return 1;
+    int count = entity.Next().IsNull() ? 0 : longListsOf(*entity.Next());
+    for (int i = 1; i <= content->NbParams(); ++i) {
+        const auto list = content->IsParamEntity(i)
+                              ? Handle(StepData_UndefinedEntity)::DownCast(content->ParamEntity(i))
+                              : Handle(StepData_UndefinedEntity)();
+        count += !list.IsNull() && list->IsSub() ? longListsOf(*list) : 0;
+    }
+    return count;
+}
+
 void addUndefined(std::string& text, const StepData_StepModel& model, const StepData_UndefinedEntity& entity)
 {
     const Handle(Interface_UndefinedContent) content = entity.UndefinedContent();
@@ -101,6 +116,8 @@ ReadModel contentOf(STEPControl_Reader& reader)
     result.isRead = true;
     for (int i = 1; i <= model->NbEntities(); ++i) {
         result.numbers.push_back(model->IdentLabel(model->Value(i)));
+        const auto undefined = Handle(StepData_UndefinedEntity)::DownCast(model->Value(i));
+        result.longLists += undefined.IsNull() ? 0 : longListsOf(*undefined);
         if (model->IsReportEntity(i))
             addReport(result, *model, i);
     }

@@ -153,12 +153,33 @@ TEST(RecordLibrary, LeavesLongListsOfNumbersOutOfEntitiesThatOcctDoesNotKnow)
     for (int i = 0; i < 1200; ++i)
         numbers += ",(1,2)";
     const TempFolder folder;
-    const ReadModel ours = readByRecords(
+    const std::string path =
         folder.write("long.stp", withData("#1=UNKNOWN_THING('kept',(" + numbers + "),(7,8));\n#2=(MORE((" + numbers +
-                                          "))THINGS(9));\n#3=UNKNOWN_THING((" + numbers + ",#1),10);")));
+                                          "))THINGS(9));\n#3=UNKNOWN_THING((" + numbers + ",#1),10);"));
+    const ReadModel ours = readByRecords(path);
+    EXPECT_EQ(readByParser(path).longLists, 3);
+    EXPECT_EQ(ours.longLists, 0);
     EXPECT_THAT(ours.numbers, ElementsAre(1, 2, 3));
     EXPECT_THAT(ours.text, HasSubstr("'kept'"));
     EXPECT_THAT(ours.text, HasSubstr("1:7"));
+}
+
+TEST(RecordLibrary, LongListsOfUnknownEntitiesKeepTheirReferences)
+{
+    std::string names = "#1";
+    for (int i = 2; i <= 1300; ++i)
+        names += ",(#" + std::to_string(i) + ")";
+    std::string points;
+    for (int i = 1; i <= 1300; ++i)
+        points += "#" + std::to_string(i) + "=CARTESIAN_POINT('',(1.,2.,3.));\n";
+    const TempFolder folder;
+    const ReadModel ours =
+        readByRecords(folder.write("names.stp", withData(points + "#9999=UNKNOWN_THING('',(" + names + "),#1301);")));
+    EXPECT_EQ(ours.numbers.size(), 1301U);
+    EXPECT_EQ(ours.longLists, 0);
+    EXPECT_THAT(ours.text, HasSubstr("#513"));
+    EXPECT_THAT(ours.text, HasSubstr("#1300"));
+    EXPECT_THAT(ours.reports, Contains(HasSubstr("A reference to another entity is unresolved")));
 }
 
 TEST(RecordLibrary, CorpusGivesTheEntitiesOfTheParser)

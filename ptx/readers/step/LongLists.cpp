@@ -1,4 +1,4 @@
-#include "ptx/readers/step/NeedlessLists.h"
+#include "ptx/readers/step/LongLists.h"
 
 #include <StepData_Protocol.hxx>
 #include <StepData_ReadWriteModule.hxx>
@@ -67,28 +67,29 @@ TColStd_SequenceOfAsciiString typesOf(const Piece& piece, const std::vector<std:
 
 } // namespace
 
-NeedlessLists::NeedlessLists(const Handle(StepData_Protocol) & protocol) : m_library(protocol) {}
+LongLists::LongLists(const Handle(StepData_Protocol) & protocol) : m_library(protocol) {}
 
-std::vector<bool> NeedlessLists::of(const Piece& piece) const
+std::vector<LongLists::Fate> LongLists::of(const Piece& piece) const
 {
     if (std::none_of(piece.records.begin(), piece.records.end(), isLongList))
         return {};
     const std::vector<bool> references = withReferences(piece);
     const std::vector<std::size_t> owner = owners(piece);
     std::unordered_map<std::size_t, bool> unknown;
-    std::vector<bool> needless(piece.records.size());
+    std::vector<Fate> fates(piece.records.size(), Fate::Kept);
     for (std::size_t i = 0; i < piece.records.size(); ++i) {
-        if (!isLongList(piece.records[i]) || references[i])
+        if (!isLongList(piece.records[i]))
             continue;
         const auto [entry, isNew] = unknown.try_emplace(owner[i]);
         if (isNew)
             entry->second = isUnknown(typesOf(piece, owner, owner[i]));
-        needless[i] = entry->second;
+        if (entry->second)
+            fates[i] = references[i] ? Fate::Split : Fate::Emptied;
     }
-    return needless;
+    return fates;
 }
 
-bool NeedlessLists::isUnknown(const TColStd_SequenceOfAsciiString& types) const
+bool LongLists::isUnknown(const TColStd_SequenceOfAsciiString& types) const
 {
     for (m_library.Start(); m_library.More(); m_library.Next()) {
         const auto module = Handle(StepData_ReadWriteModule)::DownCast(m_library.Module());
