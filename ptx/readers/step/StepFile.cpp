@@ -12,6 +12,7 @@
 #include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/RecordLibrary.h"
 #include "ptx/readers/step/UserAttributes.h"
+#include "ptx/readers/step/damage/ColourRange.h"
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
 #include "ptx/readers/step/damage/MendingLibrary.h"
@@ -106,6 +107,8 @@ private:
     {
         if (!m_isAgain)
             warnOfUnreadEntities(model, m_job.log);
+        if (const std::size_t count = damage::limitColours(*model); count > 0 && !m_isAgain)
+            m_job.log.warning(std::to_string(count) + " colours with parts beyond 0 to 1 are limited");
         m_damage.cutOut(model);
     }
 

@@ -238,3 +238,17 @@ TEST(ConvertBrokenFile, LossesOfAPartFileStandInTheAssembly)
     EXPECT_EQ(parts[0].second.file, run.folder().file("box.stp"));
     EXPECT_THAT(parts[0].second.reason, HasSubstr(" PLANE in line " + std::to_string(line) + ": "));
 }
+
+TEST(ConvertBrokenFile, ColoursBeyondTheirRangeAreLimited)
+{
+    ConvertRun run;
+    StepText step;
+    StepProduct box = step.product("box");
+    step.box(box, {0, 0, 0}, {1, 2, 3});
+    step.color(box.solid, {-1, 2.5, 0.5});
+    ASSERT_EQ(run.convertText("box.stp", step.text()), 0) << run.log();
+    ASSERT_THAT(geometries(run.scene()), SizeIs(1));
+    EXPECT_EQ(lookOf(geometries(run.scene())[0]).diffuse, (osg::Color3f{0, 1, 0.5F}));
+    EXPECT_THAT(run.log(), HasSubstr("1 colours with parts beyond 0 to 1 are limited"));
+    EXPECT_THAT(missing(run.scene()), IsEmpty());
+}
