@@ -49,18 +49,15 @@ PreparedDocument::PreparedDocument(const QString& file, const plmxml::Normaliser
         m_facts = std::make_shared<const zn::DocumentStructure>(m_document.facts);
     if (m_document.way == Way::Refuse)
         m_refusal = m_document.reason;
-    else if (m_document.way == Way::AsText || nameForJobs() != m_file)
+    else if (m_document.way == Way::AsText)
         write(m_document.text);
     m_document.text = std::string();
 }
 
 PreparedDocument::~PreparedDocument() = default;
 
-/// A document that cannot be read is given as it is, for its fault to be found.
 void PreparedDocument::write(const std::string& text)
 {
-    if (text.empty())
-        return;
     m_folder = std::make_unique<QTemporaryDir>(zn::StandaloneSession::require().temporaryFolder() +
                                                QStringLiteral("/document-XXXXXX"));
     m_path = m_folder->filePath(QFileInfo(nameForJobs()).fileName());
