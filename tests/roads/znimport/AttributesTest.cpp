@@ -1,5 +1,6 @@
 // Attributes, parts lists and choices of the tool, from the file to the output.
 
+#include "files/scenefile/SceneFile.h"
 #include "tests/files/glb/GlbFile.h"
 #include "tests/roads/znimport/ToolRun.h"
 
@@ -98,7 +99,8 @@ TEST_F(ZnimportAttributesTest, APartsListTellsExactMeasures)
 {
     run({flywheel(), text("--bom"), path("parts.json")});
     std::map<std::string, json> parts;
-    for (const json& part : jsonOf("parts.json")["parts"])
+    const json list = jsonOf("parts.json");
+    for (const json& part : list["parts"])
         parts[part["product"].get<std::string>()] = part;
     EXPECT_EQ(parts.size(), 7u);
     EXPECT_EQ(parts["bolt M10"]["count"], 4);
@@ -146,9 +148,11 @@ TEST_F(ZnimportAttributesTest, WrongWishesAreTold)
     }
 }
 
-TEST_F(ZnimportAttributesTest, AMeshFileWithoutAMeshIsNamedAsEmpty)
+TEST_F(ZnimportAttributesTest, ASceneFileWithoutAShapeIsNamedAsEmpty)
 {
-    const Ending ending = run({write("none.obj", "# nothing\n")});
+    const osg::RefPtr<osg::NodePtr> root(osg::Node::create());
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(root, path("none.osb")));
+    const Ending ending = run({path("none.osb")});
     EXPECT_TRUE(ending.errors.contains(text("the file is empty: it holds no shape, mesh or curve")))
         << ending.errors.toStdString();
 }
