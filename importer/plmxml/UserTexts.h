@@ -10,8 +10,8 @@ namespace importer::plmxml
 {
 
 /// Collects what a document says of a thing, as tags for its node: `ptx::attribute::<title>=<value>`, with the type
-/// where it has one, the same as for the user attributes of CAD files. Of several values with one title the first counts; empty ones and those that are
-/// not meant for display are left out.
+/// where it has one, the same as for the user attributes of CAD files. Of several values with one title the first
+/// counts; empty ones and those that are not meant for display are left out.
 class UserTexts
 {
 public:
