@@ -41,4 +41,6 @@ set(ZN_IMPORTER_HEADERS
   importer/Importer.h
   importer/MissingParts.h
   importer/PartCounts.h
-  importer/SceneText.h)
+  importer/SceneText.h
+  importer/plmxml/DanglingReference.h
+  importer/plmxml/DocumentStructure.h)

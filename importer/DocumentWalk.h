@@ -10,8 +10,8 @@ namespace importer
 
 /// A part of a PLMXML document at one of its places in the tree that was made of the document.
 struct DocumentPlace {
-    osg::NodePtr node; ///< of the part
-    const HB::XML::CAD::CADPart* part = nullptr;
+    osg::NodePtr node;                                       ///< of the part
+    const HB::XML::CAD::CADPart* part = nullptr;             ///< of the document's model
     const HB::XML::CAD::CADInstance* instance = nullptr;     ///< null for a part at the root
     const HB::XML::CAD::CADOccurrence* occurrence = nullptr; ///< that speaks of this place; null without one
     osg::NodePtr material;   ///< the leaf group that the instance or its occurrence brought; null without one

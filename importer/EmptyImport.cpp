@@ -56,7 +56,8 @@ void fail(zn::ImportResult& result)
 
 void judgeEmptiness(zn::ImportResult& result, Source source)
 {
-    if (!result.node || result.cancelled)
+    // What is missing is told already, and makes it an import in part.
+    if (!result.node || result.cancelled || !result.missing.empty())
         return;
     const std::vector<osg::NodePtr> nodes = osg::parentsFirst(result.node);
     if (std::any_of(nodes.begin(), nodes.end(), leadsSomewhere))

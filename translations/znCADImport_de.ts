@@ -72,6 +72,10 @@
         <translation>Der Konverter ist abgestürzt (Signal %1).</translation>
     </message>
     <message>
+        <source>The launcher of the converter failed.</source>
+        <translation>Das Startprogramm des Konverters ist fehlgeschlagen.</translation>
+    </message>
+    <message>
         <source>The converter ended with the exit code %1.</source>
         <translation>Der Konverter endete mit dem Code %1.</translation>
     </message>

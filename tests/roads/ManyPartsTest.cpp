@@ -69,9 +69,10 @@ TEST(ManyPartsTest, TheTreeDoesNotTellTheNumberOfProcesses)
                                                  "            first bolt [Transform3D @2]\n"
                                                  "              bolt (inactive) [Transform3D @3]\n"));
     EXPECT_THAT(inlined.tags,
-                testing::IsSupersetOf({"left; ptx::product=content of wheel.stp",
-                                       "first bolt; ptx::product=content of bolt.stp", "bolt; ptx::layer=screws",
-                                       "front lamp; ptx::product=content of lamp.stp"}));
+                testing::IsSupersetOf({"left; Product=content of wheel.stp; Product id=content of wheel.stp",
+                                       "first bolt; Product=content of bolt.stp; Product id=content of bolt.stp",
+                                       "bolt; Product=bolt; Layer=screws; Product id=bolt",
+                                       "front lamp; Product=content of lamp.stp; Product id=content of lamp.stp"}));
     for (const char* processes : {"2", "4"}) {
         const corpustest::Import parallel = corpustest::import(file, processes, "dissolve");
         EXPECT_EQ(parallel.result.state, znCADFileTypes::JobSucceeded) << parallel.result.error.toStdString();

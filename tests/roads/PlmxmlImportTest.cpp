@@ -1,6 +1,6 @@
 #include "tests/roads/PlmxmlImport.h"
 #include "files/scenefile/ConvertedTree.h"
-#include "scene/Tags.h"
+#include "scene/Attributes.h"
 
 using namespace znCADFileTypes;
 using testing::ElementsAre;
@@ -12,6 +12,14 @@ namespace
 class PlmxmlImportTest : public PlmxmlImport
 {
 };
+
+std::vector<std::string> attributeTexts(const osg::NodePtr& node, osg::AttributeOwner owner)
+{
+    std::vector<std::string> texts;
+    for (const osg::Attribute& attribute : osg::attributesOf(osg::AttachmentContainerPtr(node), owner))
+        texts.push_back(attribute.name + "=" + osg::textOf(attribute));
+    return texts;
+}
 
 TEST_F(PlmxmlImportTest, ConvertedAndReadPartsComeInAndNoConvertedFileStays)
 {
@@ -226,8 +234,8 @@ TEST_F(PlmxmlImportTest, NodesOfAnExportBearItsAttributesNamesAndSwitches)
     const osg::NodePtr c = mixed->getChild(0)->getChild(1);
     EXPECT_TRUE(mixed->getChild(0)->getChild(0)->isActive());
     EXPECT_FALSE(c->isActive());
-    EXPECT_THAT(osg::tagsOf(c), ElementsAre("ptx::attribute::Pos=30"));
-    EXPECT_THAT(osg::tagsOf(c->getChild(0)), ElementsAre("ptx::attribute::revision=B"));
+    EXPECT_THAT(attributeTexts(c, osg::AttributeOwner::Occurrence), ElementsAre("Pos=30"));
+    EXPECT_THAT(attributeTexts(c->getChild(0), osg::AttributeOwner::Product), testing::Contains("revision=B"));
     EXPECT_EQ(c->getChild(0)->getChild(0)->getNChildren(), 1u);
 }
 

@@ -154,9 +154,13 @@ TEST(JtCorpus, ExternalPartsStayReferencesWhateverTheCaseOfTheirNames)
     EXPECT_THAT(run.log(), Not(HasSubstr("no such file")));
     std::vector<std::string> files;
     for (const std::string name : {"Part1", "Part4", "spool", "handle_2"})
-        for (const osg::NodePtr& node : nodesNamed(run.scene(), name))
+        for (osg::NodePtr node : nodesNamed(run.scene(), name)) {
+            // One without a transform of its own hangs below a node with its name.
+            if (node->getNChildren() == 1)
+                node = node->getChild(0);
             if (const auto reference = osg::fcCast<osg::ExtReference>(node->getCore()))
                 files.push_back(std::filesystem::path(reference->getSourceFile()->getPath()).filename().string());
+        }
     EXPECT_THAT(files, testing::UnorderedElementsAre("part1.jt", "part4.jt", "spool.jt", "handle_2.jt"));
 }
 
