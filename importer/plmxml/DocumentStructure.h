@@ -48,7 +48,7 @@ struct DocumentStructure {
     bool isCut = false;            ///< whether there were too many places to count
     std::size_t danglingCount = 0; ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
-    std::vector<StructureFile> files;
+    std::vector<StructureFile> files;                  ///< that the parts are drawn from, each once
 };
 
 } // namespace zn
