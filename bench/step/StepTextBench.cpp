@@ -4,7 +4,7 @@
 // text in one list, `doubled` is the time for twice the text over the time for the text.
 
 #include "bench/support/Ratio.h"
-#include "ptx/readers/step/part21/Scan.h"
+#include "ptx/readers/step/p21/Scan.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -46,7 +46,7 @@ std::string list(std::size_t bytes)
 double scanSeconds(const std::string& text, unsigned threads)
 {
     std::size_t count = 0;
-    const double seconds = secondsOf([&] { count = part21::scan(text, threads).recordCount(); });
+    const double seconds = secondsOf([&] { count = p21::scan(text, threads).recordCount(); });
     if (count < 2)
         std::abort();
     return seconds;

@@ -11,11 +11,11 @@
 namespace ptx::step
 {
 
-using part21::Kind;
-using part21::Parameter;
-using part21::Piece;
-using part21::Record;
-using part21::Role;
+using p21::Kind;
+using p21::Parameter;
+using p21::Piece;
+using p21::Record;
+using p21::Role;
 
 namespace
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ptx/readers/step/part21/Records.h"
+#include "ptx/readers/step/p21/Records.h"
 
 #include <Interface_ReaderLib.hxx>
 #include <Standard_Handle.hxx>
@@ -26,7 +26,7 @@ public:
     explicit LongLists(const Handle(StepData_Protocol) & protocol);
 
     /// The fates of the records of `piece`; empty when all are kept.
-    std::vector<Fate> of(const part21::Piece& piece) const;
+    std::vector<Fate> of(const p21::Piece& piece) const;
 
 private:
     bool isUnknown(const TColStd_SequenceOfAsciiString& types) const;

@@ -4,7 +4,7 @@
 #include "ptx/readers/step/CountingBuffer.h"
 #include "ptx/readers/step/RecordTables.h"
 #include "ptx/readers/step/RecordTool.h"
-#include "ptx/readers/step/part21/Scan.h"
+#include "ptx/readers/step/p21/Scan.h"
 
 #include <Interface_Check.hxx>
 #include <StepData_Protocol.hxx>
@@ -36,12 +36,11 @@ unsigned threadsOf(const core::Settings& settings)
     return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
 }
 
-std::vector<std::string> complaintsOf(std::string_view text, const part21::Records& records,
-                                      const part21::EntityIndex& index)
+std::vector<std::string> complaintsOf(std::string_view text, const p21::Records& records, const p21::EntityIndex& index)
 {
     std::vector<std::string> complaints;
-    const std::vector<part21::Damage> damages = records.damages();
-    for (const part21::Damage& damage : damages) {
+    const std::vector<p21::Damage> damages = records.damages();
+    for (const p21::Damage& damage : damages) {
         if (complaints.size() == MostComplaints)
             break;
         complaints.push_back(describe(text, damage));
@@ -55,13 +54,13 @@ std::vector<std::string> complaintsOf(std::string_view text, const part21::Recor
     return complaints;
 }
 
-std::size_t entityCount(const part21::Records& records)
+std::size_t entityCount(const p21::Records& records)
 {
     std::size_t count = 0;
-    for (const part21::Piece& piece : records.pieces)
+    for (const p21::Piece& piece : records.pieces)
         count += static_cast<std::size_t>(
             std::count_if(piece.records.begin(), piece.records.end(),
-                          [](const part21::Record& record) { return record.role == part21::Role::Entity; }));
+                          [](const p21::Record& record) { return record.role == p21::Role::Entity; }));
     return count;
 }
 
@@ -88,9 +87,9 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
     m_losses.clear();
     if (file.text().empty())
         return -1;
-    const part21::Records records = part21::scan(file.text(), threadsOf(m_job.settings));
+    const p21::Records records = p21::scan(file.text(), threadsOf(m_job.settings));
     m_job.progress.report(ScanShare);
-    const part21::EntityIndex index(records);
+    const p21::EntityIndex index(records);
     const std::vector<std::string> complaints = complaintsOf(file.text(), records, index);
     if (!complaints.empty())
         return readDamaged(name, records, index, complaints, model, protocol);
@@ -98,9 +97,8 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
     return 0;
 }
 
-Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const part21::Records& records,
-                                            const part21::EntityIndex& index,
-                                            const std::vector<std::string>& complaints,
+Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const p21::Records& records,
+                                            const p21::EntityIndex& index, const std::vector<std::string>& complaints,
                                             Handle(Interface_InterfaceModel) & model,
                                             const Handle(Interface_Protocol) & protocol) const
 {
@@ -129,7 +127,7 @@ Standard_Integer RecordLibrary::readByParser(Standard_CString name, Handle(Inter
     return ReadStream(name, stream, model, protocol);
 }
 
-void RecordLibrary::load(const part21::Records& records, const part21::EntityIndex& index,
+void RecordLibrary::load(const p21::Records& records, const p21::EntityIndex& index,
                          Handle(Interface_InterfaceModel) & model, const Handle(Interface_Protocol) & protocol) const
 {
     const auto stepProtocol = Handle(StepData_Protocol)::DownCast(protocol);

@@ -13,11 +13,11 @@ class StepData_StepModel;
 namespace ptx::step
 {
 
-namespace part21
+namespace p21
 {
 struct Records;
 class EntityIndex;
-} // namespace part21
+} // namespace p21
 
 /// Reads the text of STEP files for OCCT, whose session asks its library for it. OCCT makes the entities from our
 /// records as it does from its own. A text that is not quite as it should be goes to OCCT's parser, which accepts some
@@ -39,14 +39,13 @@ public:
                               const Handle(Interface_Protocol) & protocol) const override;
 
 private:
-    Standard_Integer readDamaged(Standard_CString name, const part21::Records& records,
-                                 const part21::EntityIndex& index, const std::vector<std::string>& complaints,
-                                 Handle(Interface_InterfaceModel) & model,
+    Standard_Integer readDamaged(Standard_CString name, const p21::Records& records, const p21::EntityIndex& index,
+                                 const std::vector<std::string>& complaints, Handle(Interface_InterfaceModel) & model,
                                  const Handle(Interface_Protocol) & protocol) const;
     Standard_Integer readByParser(Standard_CString name, Handle(Interface_InterfaceModel) & model,
                                   const Handle(Interface_Protocol) & protocol) const;
-    void load(const part21::Records& records, const part21::EntityIndex& index,
-              Handle(Interface_InterfaceModel) & model, const Handle(Interface_Protocol) & protocol) const;
+    void load(const p21::Records& records, const p21::EntityIndex& index, Handle(Interface_InterfaceModel) & model,
+              const Handle(Interface_Protocol) & protocol) const;
 
     const model::Job& m_job;
     mutable std::vector<std::string> m_losses; ///< OCCT takes a reading for one that changes nothing

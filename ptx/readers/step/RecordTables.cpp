@@ -9,11 +9,11 @@
 namespace ptx::step
 {
 
-using part21::Kind;
-using part21::Parameter;
-using part21::Piece;
-using part21::Record;
-using part21::Role;
+using p21::Kind;
+using p21::Parameter;
+using p21::Piece;
+using p21::Record;
+using p21::Role;
 
 namespace
 {
@@ -62,12 +62,12 @@ std::size_t partCount(const Record& record)
     return (record.parameterCount + PartLength - 1) / PartLength;
 }
 
-std::size_t headerCount(const part21::Records& records)
+std::size_t headerCount(const p21::Records& records)
 {
     return records.pieces.empty() ? 0 : records.pieces.front().records.size();
 }
 
-std::size_t partCount(const part21::Records& records, const std::vector<std::vector<LongLists::Fate>>& fates)
+std::size_t partCount(const p21::Records& records, const std::vector<std::vector<LongLists::Fate>>& fates)
 {
     std::size_t count = 0;
     for (std::size_t piece = 0; piece < fates.size(); ++piece)
@@ -78,7 +78,7 @@ std::size_t partCount(const part21::Records& records, const std::vector<std::vec
 
 } // namespace
 
-RecordTables::RecordTables(const part21::Records& records, const part21::EntityIndex& index,
+RecordTables::RecordTables(const p21::Records& records, const p21::EntityIndex& index,
                            const Handle(StepData_Protocol) & protocol, Resource_FormatType codePage)
     : m_index(index), m_count(static_cast<int>(records.recordCount()))
 {

@@ -1,8 +1,8 @@
-#include "ptx/readers/step/part21/EntityIndex.h"
+#include "ptx/readers/step/p21/EntityIndex.h"
 
 #include <algorithm>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 namespace
@@ -53,4 +53,4 @@ std::uint32_t EntityIndex::recordOf(std::uint32_t number) const
     return entry == m_sparse.end() ? 0 : entry->second;
 }
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

@@ -1,8 +1,8 @@
-#include "ptx/readers/step/part21/Records.h"
+#include "ptx/readers/step/p21/Records.h"
 
 #include <algorithm>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 std::size_t Records::recordCount() const
@@ -42,4 +42,4 @@ std::string describe(std::string_view text, const Damage& damage)
     return words + damage.cause;
 }
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

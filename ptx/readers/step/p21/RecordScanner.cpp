@@ -1,10 +1,10 @@
-#include "ptx/readers/step/part21/RecordScanner.h"
+#include "ptx/readers/step/p21/RecordScanner.h"
 
-#include "ptx/readers/step/part21/Lexis.h"
+#include "ptx/readers/step/p21/Lexis.h"
 
 #include <algorithm>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 namespace
@@ -319,4 +319,4 @@ void RecordScanner::loseSectionEnd()
     m_section = Section::Outside;
 }
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

@@ -1,14 +1,14 @@
 // Any bytes as a text of STEP records: whatever the number of threads, the same records, all of them within the text.
 //
-// zn_part21_fuzz -dict=<this folder>/part21.dict <a folder for findings> <this folder>/corpus
+// zn_p21_fuzz -dict=<this folder>/p21.dict <a folder for findings> <this folder>/corpus
 
-#include "ptx/readers/step/part21/EntityIndex.h"
-#include "ptx/readers/step/part21/Scan.h"
+#include "ptx/readers/step/p21/EntityIndex.h"
+#include "ptx/readers/step/p21/Scan.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-using namespace ptx::step::part21;
+using namespace ptx::step::p21;
 
 namespace
 {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 /// How a parameter is written.
@@ -92,4 +92,4 @@ std::size_t lineOf(std::string_view text, std::uint64_t offset);
 /// "#12 in line 34: a parameter is missing"
 std::string describe(std::string_view text, const Damage& damage);
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

@@ -1,8 +1,8 @@
-#include "ptx/readers/step/part21/ListScanner.h"
+#include "ptx/readers/step/p21/ListScanner.h"
 
-#include "ptx/readers/step/part21/Lexis.h"
+#include "ptx/readers/step/p21/Lexis.h"
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 namespace
@@ -213,4 +213,4 @@ std::uint32_t ListScanner::typeNumber(std::string_view type)
     return m_lastNumber;
 }
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

@@ -1,12 +1,12 @@
-#include "ptx/readers/step/part21/Scan.h"
+#include "ptx/readers/step/p21/Scan.h"
 
-#include "ptx/readers/step/part21/Lexis.h"
-#include "ptx/readers/step/part21/RecordScanner.h"
+#include "ptx/readers/step/p21/Lexis.h"
+#include "ptx/readers/step/p21/RecordScanner.h"
 
 #include <algorithm>
 #include <thread>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 namespace
@@ -98,4 +98,4 @@ Records scan(std::string_view text, unsigned threads, std::uint64_t leastShare)
     return records;
 }
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

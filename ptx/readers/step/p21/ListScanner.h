@@ -1,10 +1,10 @@
 #pragma once
 
-#include "ptx/readers/step/part21/Records.h"
+#include "ptx/readers/step/p21/Records.h"
 
 #include <unordered_map>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 /// Reads the parameter lists of a text into a piece.
@@ -65,4 +65,4 @@ private:
     std::uint32_t m_lastNumber = 0;
 };
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

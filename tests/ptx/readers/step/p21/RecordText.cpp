@@ -1,9 +1,9 @@
-#include "tests/ptx/readers/step/part21/RecordText.h"
+#include "tests/ptx/readers/step/p21/RecordText.h"
 
 namespace ptxtest
 {
 
-using namespace ptx::step::part21;
+using namespace ptx::step::p21;
 
 namespace
 {

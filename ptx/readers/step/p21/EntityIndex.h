@@ -1,10 +1,10 @@
 #pragma once
 
-#include "ptx/readers/step/part21/Records.h"
+#include "ptx/readers/step/p21/Records.h"
 
 #include <unordered_map>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 /// Where the entities of a text are, by their numbers.
@@ -27,4 +27,4 @@ private:
     std::vector<std::uint32_t> m_repeated;
 };
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

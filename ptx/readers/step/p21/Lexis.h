@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 constexpr std::size_t Nowhere = std::string_view::npos;
@@ -73,4 +73,4 @@ inline std::optional<Name> nameAt(std::string_view text, std::size_t at)
 /// there is none. Strings and comments are not looked at, so that it may lie in one.
 std::size_t nextStart(std::string_view text, std::size_t from);
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

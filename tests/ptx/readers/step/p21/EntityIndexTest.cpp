@@ -1,11 +1,11 @@
-#include "ptx/readers/step/part21/EntityIndex.h"
+#include "ptx/readers/step/p21/EntityIndex.h"
 
-#include "ptx/readers/step/part21/Scan.h"
-#include "tests/ptx/readers/step/part21/RecordText.h"
+#include "ptx/readers/step/p21/Scan.h"
+#include "tests/ptx/readers/step/p21/RecordText.h"
 
 #include <gmock/gmock.h>
 
-using namespace ptx::step::part21;
+using namespace ptx::step::p21;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -1,8 +1,8 @@
-#include "ptx/readers/step/part21/Records.h"
+#include "ptx/readers/step/p21/Records.h"
 
 #include <gtest/gtest.h>
 
-using namespace ptx::step::part21;
+using namespace ptx::step::p21;
 
 TEST(Records, CountLinesFromOne)
 {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ptx/readers/step/part21/Records.h"
+#include "ptx/readers/step/p21/Records.h"
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 /// The least text for a thread of its own, which costs more than it saves on less.
@@ -12,4 +12,4 @@ constexpr std::uint64_t LeastShare = std::uint64_t{256} << 10;
 /// on the records. The text is read once, and a part of it twice where a thread began within a string or a comment.
 Records scan(std::string_view text, unsigned threads, std::uint64_t leastShare = LeastShare);
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

@@ -1,14 +1,14 @@
 // The records are the same whatever the number of threads, in whole and in damaged texts.
 
-#include "ptx/readers/step/part21/Scan.h"
+#include "ptx/readers/step/p21/Scan.h"
 
-#include "tests/ptx/readers/step/part21/RecordText.h"
+#include "tests/ptx/readers/step/p21/RecordText.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-using namespace ptx::step::part21;
+using namespace ptx::step::p21;
 using namespace ptxtest;
 
 namespace

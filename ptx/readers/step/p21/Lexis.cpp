@@ -1,6 +1,6 @@
-#include "ptx/readers/step/part21/Lexis.h"
+#include "ptx/readers/step/p21/Lexis.h"
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 namespace
@@ -62,4 +62,4 @@ std::size_t nextStart(std::string_view text, std::size_t from)
     return text.size();
 }
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ptx/readers/step/part21/ListScanner.h"
+#include "ptx/readers/step/p21/ListScanner.h"
 
-namespace ptx::step::part21
+namespace ptx::step::p21
 {
 
 /// Between which words of a text a place lies.
@@ -75,4 +75,4 @@ private:
     bool m_sawEnd = false;
 };
 
-} // namespace ptx::step::part21
+} // namespace ptx::step::p21
