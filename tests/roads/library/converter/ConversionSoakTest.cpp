@@ -88,7 +88,7 @@ protected:
         case 6:
             return {"stp", "output scene\nexit 21", JobFailed, {}, 1, {QString()}};
         default:
-            return {"stp", "wait 600000", JobFailed, QStringLiteral("The converter was asked to stop."), 1, {}, true};
+            return {"stp", "wait 600000", JobFailed, {}, 1, {}, true}; // aborted: nobody needs to be told why
         }
     }
 
