@@ -54,7 +54,7 @@ void ElementIndex::take(const pugi::xml_node& element, std::string_view name)
         ++m_conditions;
 }
 
-const ElementIndex::IdTable& ElementIndex::tableOf(ElementKind kind) const
+const IdTable& ElementIndex::tableOf(ElementKind kind) const
 {
     std::optional<IdTable>& table = m_ids[slot(kind)];
     if (table)

@@ -12,6 +12,13 @@
 namespace importer::plmxml
 {
 
+/// The elements of one kind by their ids. It stands outside of the index for clang, which makes no optional of a type
+/// whose members' values it first knows behind the class around it.
+struct IdTable {
+    std::unordered_map<std::string_view, pugi::xml_node> elements;
+    std::size_t duplicates = 0;
+};
+
 /// The elements of a document by their kinds and ids. Of elements of one kind with the same id the first is found.
 /// Elements of other namespaces are left out together with what is in them.
 class ElementIndex
@@ -38,11 +45,6 @@ public:
     std::size_t conditions() const { return m_conditions; }
 
 private:
-    struct IdTable {
-        std::unordered_map<std::string_view, pugi::xml_node> elements;
-        std::size_t duplicates = 0;
-    };
-
     const IdTable& tableOf(ElementKind kind) const;
     static std::size_t slot(ElementKind kind) { return static_cast<std::size_t>(kind); }
     void countValuesIn(const pugi::xml_node& foreign);
