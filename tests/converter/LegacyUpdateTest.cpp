@@ -28,6 +28,17 @@ protected:
         return makeLegacyJob("output-from " + quotedPath("updated script"));
     }
 
+    /// The conversion whose update writes the file, then "ready", and then hangs.
+    std::unique_ptr<SeenConverterJob> makeHangingJob() const
+    {
+        write(QStringLiteral("updated script"), "output scene");
+        const QByteArray when = "if-exists " + quotedPath("converted");
+        return makeJob(QStringLiteral("old.styl"), when + " output-from " + quotedPath("updated script") + "\n" + when +
+                                                       " write " + quotedPath("ready") + " x\n" + when +
+                                                       " wait 60000\n" +
+                                                       line("write", QStringLiteral("converted"), "x") + "exit 4");
+    }
+
     QByteArray quotedPath(const char* name) const { return '"' + path(QString::fromUtf8(name)).toUtf8() + '"'; }
 
     QStringList updatedFiles() const { return outputs().filter(QStringLiteral("-updated.styl")); }
@@ -201,14 +212,20 @@ TEST_F(LegacyUpdate, AbortDuringTheUpdateEndsTheJob)
     EXPECT_EQ(log.run(), texts({"starting", "started", "0 Updating Legacy Stylar File", "finished 1"}));
 }
 
+TEST_F(LegacyUpdate, AJobThatGoesDuringTheUpdateLeavesNoUpdatedFile)
+{
+    auto job = makeHangingJob();
+    job->run();
+    ASSERT_TRUE(waitUntil([&] { return has(QStringLiteral("ready")); }));
+    EXPECT_EQ(updatedFiles().size(), 1);
+    job.reset();
+    drainEvents();
+    EXPECT_EQ(updatedFiles(), QStringList());
+}
+
 TEST_F(LegacyUpdate, AbortAfterTheUpdateHasWrittenRunsNoConversion)
 {
-    write(QStringLiteral("updated script"), "output scene");
-    const QByteArray when = "if-exists " + quotedPath("converted");
-    auto job =
-        makeJob(QStringLiteral("old.styl"), when + " output-from " + quotedPath("updated script") + "\n" + when +
-                                                " write " + quotedPath("ready") + " x\n" + when + " wait 60000\n" +
-                                                line("write", QStringLiteral("converted"), "x") + "exit 4");
+    auto job = makeHangingJob();
     ConversionLog log(*job);
     job->run();
     ASSERT_TRUE(waitUntil([&] { return has(QStringLiteral("ready")); }));
