@@ -5,6 +5,7 @@
 
 #include <StepGeom_Pcurve.hxx>
 #include <StepGeom_SurfaceCurve.hxx>
+#include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
 #include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepRepr_PropertyDefinitionRepresentation.hxx>
@@ -70,7 +71,8 @@ void Excision::begin(const Fault& fault, Number number)
     const Handle(Standard_Transient) entity = m_model.at(fault.ident);
     if (entity.IsNull())
         return;
-    const bool isRepresentation = entity->IsKind(STANDARD_TYPE(StepRepr_Representation));
+    const bool isRepresentation = entity->IsKind(STANDARD_TYPE(StepRepr_Representation)) &&
+                                  !entity->IsKind(STANDARD_TYPE(StepRepr_DefinitionalRepresentation));
     if (memberlist::countHoles(entity) > 0 && (isRepresentation || memberlist::count(entity) > 0))
         tellHoles(fault.ident, entity, number);
     else if (!isRepresentation)

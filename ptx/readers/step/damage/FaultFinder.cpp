@@ -1,7 +1,9 @@
 #include "ptx/readers/step/damage/FaultFinder.h"
 
+#include "ptx/readers/step/damage/EmptyAssignments.h"
 #include "ptx/readers/step/damage/EntityKinds.h"
 #include "ptx/readers/step/damage/MemberList.h"
+#include "ptx/readers/step/damage/SplineFaults.h"
 
 #include <Interface_Check.hxx>
 #include <Interface_ReportEntity.hxx>
@@ -13,7 +15,10 @@
 #include <StepGeom_CylindricalSurface.hxx>
 #include <StepGeom_Direction.hxx>
 #include <StepGeom_SphericalSurface.hxx>
+#include <StepGeom_SurfaceCurve.hxx>
 #include <StepGeom_ToroidalSurface.hxx>
+#include <StepGeom_TrimmedCurve.hxx>
+#include <StepRepr_DefinitionalRepresentation.hxx>
 #include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepShape_EdgeLoop.hxx>
 #include <StepShape_PolyLoop.hxx>
@@ -44,6 +49,8 @@ bool tellsOfHole(std::string_view text, const Handle(Standard_Transient) & entit
 {
     if (hasAny(text, {"not an Entity", "illegal type", "unresolved", "Count of Parameters", "not a LIST"}))
         return true;
+    if (isSpline(entity))
+        return hasAny(text, {"not a Real", "not an Integer"});
     return hasAny(text, {"not a Real"}) && (entity->IsKind(STANDARD_TYPE(StepGeom_CartesianPoint)) ||
                                             entity->IsKind(STANDARD_TYPE(StepGeom_Direction)));
 }
@@ -100,26 +107,53 @@ double radiusOf(const Handle(Standard_Transient) & entity)
     return 0;
 }
 
-/// What OCCT does not complain about and falls over; empty if there is nothing.
+/// Representations may have no item, but for those of curves in the plane of a surface.
+bool mayBeEmpty(const Handle(Standard_Transient) & list)
+{
+    return list->IsKind(STANDARD_TYPE(StepRepr_Representation)) &&
+           !list->IsKind(STANDARD_TYPE(StepRepr_DefinitionalRepresentation));
+}
+
+template <class Type>
+const Type& as(const Handle(Standard_Transient) & entity)
+{
+    return static_cast<const Type&>(*entity);
+}
+
+/// Whether a list is empty that OCCT takes for granted.
+bool lacksList(const Handle(Standard_Transient) & entity)
+{
+    const Handle(Standard_Type)& type = entity->DynamicType();
+    if (type == STANDARD_TYPE(StepShape_EdgeLoop))
+        return as<StepShape_EdgeLoop>(entity).EdgeList().IsNull();
+    if (type == STANDARD_TYPE(StepShape_PolyLoop))
+        return as<StepShape_PolyLoop>(entity).Polygon().IsNull();
+    if (type == STANDARD_TYPE(StepBasic_DerivedUnit))
+        return as<StepBasic_DerivedUnit>(entity).Elements().IsNull();
+    if (type == STANDARD_TYPE(StepGeom_TrimmedCurve))
+        return as<StepGeom_TrimmedCurve>(entity).Trim1().IsNull() || as<StepGeom_TrimmedCurve>(entity).Trim2().IsNull();
+    if (entity->IsKind(STANDARD_TYPE(StepGeom_SurfaceCurve)))
+        return as<StepGeom_SurfaceCurve>(entity).AssociatedGeometry().IsNull();
+    return (memberlist::isEmpty(entity) && !mayBeEmpty(entity)) || isEmptyAssignment(entity);
+}
+
+constexpr const char* EmptyList = "its list is empty";
+
+/// What OCCT does not complain about and falls over; empty if there is nothing. Points and directions come first: they
+/// are most of a model.
 std::string silentFault(const Handle(Standard_Transient) & entity)
 {
     const Handle(Standard_Type)& type = entity->DynamicType();
-    const bool isEmpty = (type == STANDARD_TYPE(StepGeom_Direction) &&
-                          static_cast<const StepGeom_Direction&>(*entity).DirectionRatios().IsNull()) ||
-                         (type == STANDARD_TYPE(StepShape_EdgeLoop) &&
-                          static_cast<const StepShape_EdgeLoop&>(*entity).EdgeList().IsNull()) ||
-                         (type == STANDARD_TYPE(StepShape_PolyLoop) &&
-                          static_cast<const StepShape_PolyLoop&>(*entity).Polygon().IsNull()) ||
-                         (type == STANDARD_TYPE(StepBasic_DerivedUnit) &&
-                          static_cast<const StepBasic_DerivedUnit&>(*entity).Elements().IsNull());
-    if (isEmpty)
-        return "its list is empty";
-    if (type == STANDARD_TYPE(StepGeom_CartesianPoint) &&
-        isFarAway(static_cast<const StepGeom_CartesianPoint&>(*entity)))
-        return "its coordinates are out of all proportion";
+    if (type == STANDARD_TYPE(StepGeom_CartesianPoint))
+        return isFarAway(as<StepGeom_CartesianPoint>(entity)) ? "its coordinates are out of all proportion"
+                                                              : std::string();
+    if (type == STANDARD_TYPE(StepGeom_Direction))
+        return as<StepGeom_Direction>(entity).DirectionRatios().IsNull() ? EmptyList : std::string();
+    if (lacksList(entity))
+        return EmptyList;
     if (!(std::abs(radiusOf(entity)) < Farthest))
         return "its radius is out of all proportion";
-    return {};
+    return splineFault(entity);
 }
 
 } // namespace

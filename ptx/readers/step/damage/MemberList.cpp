@@ -90,6 +90,13 @@ bool isIn(const Handle(Standard_Transient) & entity)
     return withList(entity, [](const auto&, const auto&) {});
 }
 
+bool isEmpty(const Handle(Standard_Transient) & entity)
+{
+    bool result = false;
+    withList(entity, [&](const auto& list, const auto&) { result = list.IsNull(); });
+    return result;
+}
+
 std::size_t count(const Handle(Standard_Transient) & entity)
 {
     return countIf(entity, false);

@@ -15,6 +15,9 @@ namespace ptx::step::damage::memberlist
 /// Whether `entity` has such a list, also an empty one.
 bool isIn(const Handle(Standard_Transient) & entity);
 
+/// Whether `entity` has such a list, and the list is empty.
+bool isEmpty(const Handle(Standard_Transient) & entity);
+
 /// How many members are there; those that OCCT could not read are null and do not count.
 std::size_t count(const Handle(Standard_Transient) & entity);
 
