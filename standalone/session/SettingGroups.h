@@ -159,7 +159,7 @@ struct OptimizeSettings : SettingGroup {
     Setting<bool> mergeGeometries{
         m_list, "optimize.mergeGeometries", false,
         SettingHelp::tr("Merge geometries of one material under one parent, and mesh exact surfaces anew. The merged "
-                        "ones bear the name of the first, and new meshes have no texture coordinates.")};
+                        "ones bear the name of the first.")};
     Setting<bool> keepNurbs{m_list, "optimize.keepNurbs", false,
                             SettingHelp::tr("Keep exact surfaces with the meshes that have them.")};
     Setting<bool> unshareNodes{m_list, "optimize.unshareNodes", false,

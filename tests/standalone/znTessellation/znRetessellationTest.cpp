@@ -156,11 +156,12 @@ TEST_F(RetessellationTest, MergedGeometryKeepsTheFacesOfAllItsSurfaces)
     EXPECT_EQ(openEdges(meshOf(node)), 0u);
 }
 
-TEST_F(RetessellationTest, LinesAndPointsStayAndValuesOfTheOldVerticesGo)
+TEST_F(RetessellationTest, LinesPointsAndTexturesStayAndOtherValuesOfTheOldVerticesGo)
 {
     osg::Mesh mesh = standIn(box());
     mesh.lines = std::vector<std::uint32_t>{0, 2};
     mesh.points = std::vector<std::uint32_t>{2};
+    mesh.texCoords = std::vector<osg::Vec2f>{{0.25F, 0.5F}, {0.75F, 0.5F}, {0.5F, 1}};
     mesh.colors = std::vector<osg::Color4f>(3);
     mesh.occlusion = std::vector<float>(3, 0.5f);
     const osg::NodePtr node = add(root, geometry(mesh));
@@ -171,6 +172,9 @@ TEST_F(RetessellationTest, LinesAndPointsStayAndValuesOfTheOldVerticesGo)
     EXPECT_EQ(result.positions[result.lines[0]], (osg::Vec3f{1, 2, 3}));
     EXPECT_EQ(result.positions[result.lines[1]], (osg::Vec3f{1, 8, 3}));
     EXPECT_EQ(result.points[0], result.lines[1]);
+    ASSERT_EQ(result.texCoords.size(), result.positions.size());
+    EXPECT_EQ(result.texCoords[result.lines[0]], (osg::Vec2f{0.25F, 0.5F}));
+    EXPECT_EQ(result.texCoords[result.lines[1]], (osg::Vec2f{0.5F, 1}));
     EXPECT_EQ(result.normals.size(), result.positions.size());
     EXPECT_TRUE(result.colors.empty());
     EXPECT_TRUE(result.occlusion.empty());
