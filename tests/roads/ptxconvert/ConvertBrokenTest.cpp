@@ -238,6 +238,12 @@ INSTANTIATE_TEST_SUITE_P(
               "REPRESENTATION_CONTEXT('',''));\n#99983=AXIS2_PLACEMENT_3D('',#99982,$$,$$);\n"
               "#99982=CARTESIAN_POINT('',(1.,2.,3.));",
               "", ""},
+        Break{"NothingIsInvisible", "LINE(", 1, R"(\);)", ");\n#99978=INVISIBILITY(());", "", ""},
+        Break{"PointWithoutCoordinates", "VERTEX_POINT(", 2, R"(VERTEX_POINT.*)",
+              "VERTEX_POINT('',#99977);\n#99977=CARTESIAN_POINT('',());", "VERTEX_POINT", "plate below", 6},
+        Break{"PlacementAtAPointWithoutCoordinates", "PLANE(", 1, R"(PLANE.*)",
+              "PLANE('',#99976);\n#99976=AXIS2_PLACEMENT_3D('',#99975,$$,$$);\n#99975=CARTESIAN_POINT('',());",
+              "AXIS2_PLACEMENT_3D", "plate below", 10},
         Break{"ApprovalOfNothing", "LINE(", 1, R"(\);)",
               ");\n#99981=CC_DESIGN_APPROVAL(#99980,());\n#99980=APPROVAL(#99979,'');\n#99979=APPROVAL_STATUS('');", "",
               ""},

@@ -9,6 +9,7 @@
 #include <Interface_ReportEntity.hxx>
 #include <StepBasic_DerivedUnit.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepGeom_Axis2Placement3d.hxx>
 #include <StepGeom_CartesianPoint.hxx>
 #include <StepGeom_Circle.hxx>
 #include <StepGeom_ConicalSurface.hxx>
@@ -22,6 +23,9 @@
 #include <StepRepr_ProductDefinitionShape.hxx>
 #include <StepShape_EdgeLoop.hxx>
 #include <StepShape_PolyLoop.hxx>
+#include <StepShape_VertexPoint.hxx>
+#include <StepVisual_Invisibility.hxx>
+#include <StepVisual_SurfaceStyleRenderingWithProperties.hxx>
 
 #include <cmath>
 #include <initializer_list>
@@ -132,12 +136,28 @@ bool lacksList(const Handle(Standard_Transient) & entity)
         return as<StepBasic_DerivedUnit>(entity).Elements().IsNull();
     if (type == STANDARD_TYPE(StepGeom_TrimmedCurve))
         return as<StepGeom_TrimmedCurve>(entity).Trim1().IsNull() || as<StepGeom_TrimmedCurve>(entity).Trim2().IsNull();
+    if (type == STANDARD_TYPE(StepVisual_SurfaceStyleRenderingWithProperties))
+        return as<StepVisual_SurfaceStyleRenderingWithProperties>(entity).Properties().IsNull();
+    if (type == STANDARD_TYPE(StepVisual_Invisibility))
+        return as<StepVisual_Invisibility>(entity).InvisibleItems().IsNull();
     if (entity->IsKind(STANDARD_TYPE(StepGeom_SurfaceCurve)))
         return as<StepGeom_SurfaceCurve>(entity).AssociatedGeometry().IsNull();
     return (memberlist::isEmpty(entity) && !mayBeEmpty(entity)) || isEmptyAssignment(entity);
 }
 
 constexpr const char* EmptyList = "its list is empty";
+
+/// Whether a place in space has less than three coordinates; an empty list comes as two.
+bool lacksSpace(const Handle(Standard_Transient) & entity)
+{
+    Handle(Standard_Transient) point;
+    if (const auto placement = Handle(StepGeom_Axis2Placement3d)::DownCast(entity); !placement.IsNull())
+        point = placement->Location();
+    else if (const auto vertex = Handle(StepShape_VertexPoint)::DownCast(entity); !vertex.IsNull())
+        point = vertex->VertexGeometry();
+    return !point.IsNull() && point->IsKind(STANDARD_TYPE(StepGeom_CartesianPoint)) &&
+           as<StepGeom_CartesianPoint>(point).NbCoordinates() < 3;
+}
 
 /// What OCCT does not complain about and falls over; empty if there is nothing. Points and directions come first: they
 /// are most of a model.
@@ -153,7 +173,7 @@ std::string silentFault(const Handle(Standard_Transient) & entity)
         return EmptyList;
     if (!(std::abs(radiusOf(entity)) < Farthest))
         return "its radius is out of all proportion";
-    return splineFault(entity);
+    return lacksSpace(entity) ? "its point has no three coordinates" : splineFault(entity);
 }
 
 } // namespace
