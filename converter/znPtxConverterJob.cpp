@@ -201,7 +201,6 @@ void znPtxConverterJob::runOnLegacyFile(const std::string& convertedFile)
             znFile::remove(m_legacyFile);
         m_legacyFile = convertedFile;
     }
-    znFile::remove(m_tempFile.toStdString());
     const QString callersFile = m_inputFile;
     m_inputFile = QString::fromUtf8(convertedFile.c_str());
     updateProcessCommand();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTest>
+
 using namespace znCADFileTypes;
 
 namespace
@@ -150,6 +152,24 @@ TEST_F(ConversionProgress, TheProgressFileIsSeededBeforeTheConverterWrites)
     });
     log.run();
     EXPECT_EQ(seed, QByteArray("0\nUnknown\n"));
+}
+
+TEST_F(ConversionProgress, BetweenTheRunsNothingIsFollowed)
+{
+    set("processes.most", QStringLiteral("2"));
+    const auto job = makeStepJob("if-external-parts exit 5\noutput inlined");
+    ConversionLog log(*job);
+    QObject::connect(job.get(), &znAbstractJob::progressChanged, [&](unsigned, const QString& text) {
+        if (!text.startsWith(QStringLiteral("No external")))
+            return;
+        QFile late(job->getOutputFile() + QStringLiteral(".tmp"));
+        ASSERT_TRUE(late.open(QIODevice::WriteOnly));
+        late.write("77\nMerge\n");
+        late.close();
+        QTest::qWait(100);
+    });
+    EXPECT_EQ(log.run(), texts({"starting", "started", "0 No external part files found. Retrying with inlined option.",
+                                "starting", "started", "ready", "finished 0"}));
 }
 
 TEST_F(ConversionProgress, TheLastValueOfAFailedRunIsNotReportedAgainByTheRetry)

@@ -1,3 +1,4 @@
+#include "standalone/znUtils/CallTrace.h"
 #include "tests/converter/ConverterTest.h"
 
 #include <gtest/gtest.h>
@@ -185,6 +186,19 @@ TEST_F(ConverterJob, NotesAtEachRunWhetherTheInputIsThere)
     write(QStringLiteral("part.stp"), "");
     ConversionLog(*job).run();
     EXPECT_TRUE(job->inputPresent());
+}
+
+TEST_F(ConverterJob, EachRunAsksForItsCommandOnce)
+{
+    const auto job = makeStepJob("output scene");
+    ConversionLog log(*job);
+    for (int run = 0; run < 3; ++run) {
+        int commands = 0;
+        const zn::CallTrace trace(
+            [&](const std::string& call) { commands += call.starts_with("znPtxHelper::createProcessCommand"); });
+        log.run();
+        EXPECT_EQ(commands, 1) << run;
+    }
 }
 
 TEST_F(ConverterJob, OnlyMechanorFilesMakeMechanorJobs)

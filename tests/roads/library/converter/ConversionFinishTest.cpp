@@ -40,6 +40,8 @@ TEST_P(ConversionEnding, FollowsFromTheExitCodeAndTheFile)
     for (const char* line : ending.after)
         expected << QString::fromUtf8(line);
     ConversionLog log(*job);
+    QObject::connect(job.get(), &znPtxConverterJob::outputFileReady, job.get(),
+                     [&] { EXPECT_EQ(job->getState(), JobSucceeded) << "the state stands before the result is told"; });
     EXPECT_EQ(log.run(), expected);
     EXPECT_EQ(job->getState(), expected.last() == QStringLiteral("finished 0") ? JobSucceeded : JobFailed);
     EXPECT_EQ(job->getErrorText(), QString::fromUtf8(ending.text));
