@@ -160,7 +160,9 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "snapshot", "OUT.png", "Draw a picture of the scene into this file."},
         {nullptr, "size", "WIDTHxHEIGHT", "Size of the picture in pixels; 1280x800 without it."},
         {nullptr, "view", "VIEW",
-         "Where the picture looks from: iso, front, back, left, right, top or bottom; iso without it."},
+         "Where the picture looks from: iso, front, back, left, right, top or bottom, or saved:NAME for the view of "
+         "the "
+         "variant set of that name; iso without it."},
         {nullptr, "variants", nullptr, "Print the variant sets with their groups and viewpoints."},
         {nullptr, "variant", "SET", "Apply this variant set before anything is printed or written."},
         {nullptr, "snapshot-variants", "FOLDER",

@@ -2,16 +2,10 @@
 
 #include "files/glb/GlbWriter.h"
 #include "files/scenefile/SceneFile.h"
-#include "render/Snapshot.h"
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/startup/StandaloneSession.h"
-#include "standalone/znOpenSGUberCamera/SessionCameras.h"
-#include "standalone/znVariants/VariantSets.h"
-#include "tools/znimport/KeptLook.h"
-#include "tools/znimport/VariantFileNames.h"
-#include "tools/znimport/VariantSelection.h"
+#include "tools/znimport/Pictures.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace znimport
@@ -23,21 +17,6 @@ namespace
 bool hasExtension(const QString& file, const char* extension)
 {
     return QFileInfo(file).suffix().compare(QLatin1String(extension), Qt::CaseInsensitive) == 0;
-}
-
-/// The two numbers of "WIDTHxHEIGHT".
-std::optional<std::pair<int, int>> sizeFromText(const QString& text)
-{
-    const QStringList numbers = text.toLower().split(QLatin1Char('x'));
-    bool widthOk = false;
-    bool heightOk = false;
-    if (numbers.size() != 2)
-        return std::nullopt;
-    const int width = numbers[0].toInt(&widthOk);
-    const int height = numbers[1].toInt(&heightOk);
-    if (!widthOk || !heightOk || width < 1 || height < 1)
-        return std::nullopt;
-    return std::pair(width, height);
 }
 
 /// A word of `--unit` and what it means.
@@ -103,67 +82,6 @@ WrittenOutputs writeScene(const CommandLine& line, const osg::NodePtr& scene)
     return result;
 }
 
-/// Nothing when the picture is to be fitted.
-std::optional<render::Eye> eyeFor(const CommandLine& line, const zn::cameras::CameraTree& cameras)
-{
-    const osg::UberCameraPtr camera = cameras.view();
-    if (!camera || line.isViewGiven)
-        return std::nullopt;
-    return render::Eye{cameras.placementOf(camera), camera->getProjection() == osg::UberCameraBase::Perspective,
-                       camera->getFieldOfView(), camera->getHeight()};
-}
-
-/// What pictures are drawn with.
-struct Drawing {
-    const CommandLine& line;
-    zn::StandaloneSession& session;
-    osg::NodePtr scene;
-    const std::function<void(unsigned)>& progress;
-    const std::atomic<bool>& cancel;
-};
-
-render::SnapshotOptions optionsOf(const Drawing& drawing)
-{
-    render::SnapshotOptions options;
-    options.eye = eyeFor(drawing.line, zn::cameras::sessionCameras(drawing.session));
-    const auto size = sizeFromText(drawing.line.snapshotSize).value();
-    options.width = size.first;
-    options.height = size.second;
-    options.view = render::viewFromText(drawing.line.snapshotView).view.value();
-    options.progress = [&drawing](double done) { drawing.progress(static_cast<unsigned>(100 * done)); };
-    options.cancel = &drawing.cancel;
-    return options;
-}
-
-void draw(const Drawing& drawing, const QString& file, WrittenOutputs& result)
-{
-    const render::SnapshotError error = render::writeSnapshot(drawing.scene, file, optionsOf(drawing));
-    if (error)
-        result.error = (error.file.isEmpty() ? file : error.file) + QStringLiteral(": ") + error.message;
-    else
-        result.files << file;
-}
-
-/// A picture of each set, applied to the scene as it is now.
-void drawVariants(const Drawing& drawing, WrittenOutputs& result)
-{
-    const QDir folder(drawing.line.variantFolder);
-    if (!folder.mkpath(QStringLiteral("."))) {
-        result.error = QStringLiteral("%1: the folder cannot be made").arg(folder.path());
-        return;
-    }
-    const QStringList sets = zn::variantSetNames(drawing.session);
-    if (sets.isEmpty())
-        result.warnings << QStringLiteral("there are no variant sets to draw");
-    const QStringList files = variantFileNames(sets);
-    for (int i = 0; i < sets.size() && !result.error; ++i) {
-        const KeptLook look(drawing.session);
-        const ChosenVariantSet chosen = chooseVariantSet(drawing.session, sets[i]);
-        result.warnings << chosen.warnings;
-        draw(drawing, folder.filePath(files[i] + QStringLiteral(".png")), result);
-    }
-}
-
 } // namespace
 
 std::optional<QString> outputComplaint(const CommandLine& line)
@@ -172,16 +90,9 @@ std::optional<QString> outputComplaint(const CommandLine& line)
         return QStringLiteral("--output writes .glb and .osb files, not '%1'").arg(line.outputFile);
     if (auto complaint = spaceComplaint(line))
         return complaint;
-    if (!line.snapshotFile.isEmpty() && !hasExtension(line.snapshotFile, "png"))
-        return QStringLiteral("--snapshot writes .png files, not '%1'").arg(line.snapshotFile);
-    if (QFileInfo(line.variantFolder).isFile())
-        return QStringLiteral("--snapshot-variants wants a folder, and '%1' is a file").arg(line.variantFolder);
     if (!line.reportFile.isEmpty() && !hasExtension(line.reportFile, "json"))
         return QStringLiteral("--report writes .json files, not '%1'").arg(line.reportFile);
-    if (!sizeFromText(line.snapshotSize))
-        return QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '%1'").arg(line.snapshotSize);
-    const render::ViewChoice view = render::viewFromText(line.snapshotView);
-    return view.view ? std::nullopt : std::optional(QStringLiteral("--view: ") + view.error);
+    return pictureComplaint(line);
 }
 
 WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& session,
@@ -193,11 +104,12 @@ WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& sess
         result = writeScene(line, scene.root());
     if (!line.outputFile.isEmpty() && !result.error)
         result.files << line.outputFile;
-    const Drawing drawing{line, session, scene.root(), progress, cancel};
-    if (!result.error && !line.snapshotFile.isEmpty())
-        draw(drawing, line.snapshotFile, result);
-    if (!result.error && !line.variantFolder.isEmpty())
-        drawVariants(drawing, result);
+    if (result.error)
+        return result;
+    const DrawnPictures pictures = drawPictures(line, session, scene.root(), progress, cancel);
+    result.error = pictures.error;
+    result.warnings << pictures.warnings;
+    result.files << pictures.files;
     return result;
 }
 

@@ -69,6 +69,49 @@ TEST_F(VariantPicturesTest, ANamedViewCountsForAllSets)
     EXPECT_STREQ(paintAt(picture("Journey.png"), 160, 100), "orange");
 }
 
+TEST_F(VariantPicturesTest, ASavedViewShowsItsSetFromItsViewpoint)
+{
+    const QString car = writeCar();
+    const QStringList size{text("--size"), text("320x200")};
+    ASSERT_EQ(
+        znimport(withScriptedChild(QStringList{car, text("--snapshot-variants"), path("pictures")} + size)).exitCode,
+        0);
+    for (const char* name : {"Night", "Open Roof"}) {
+        const Ending ending = znimport(withScriptedChild(
+            QStringList{car, text("--view"), text("saved:") + text(name), text("--snapshot"), path("one.png")} + size));
+        ASSERT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+        EXPECT_EQ(QImage(path("one.png")), QImage(path("pictures") + text("/") + text(name) + text(".png"))) << name;
+    }
+}
+
+TEST_F(VariantPicturesTest, ASavedViewIsThePlaceForTheOtherSetsToo)
+{
+    const Ending ending =
+        znimport(withScriptedChild({writeCar(), text("--snapshot-variants"), path("pictures"), text("--size"),
+                                    text("320x200"), text("--view"), text("saved:Night")}));
+    ASSERT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    // The side of the car, whose roof is open in one of them and dark in the other.
+    EXPECT_STREQ(paintAt(picture("Night.png"), 160, 82), "dark");
+    EXPECT_STRNE(paintAt(picture("Open Roof.png"), 160, 82), "dark");
+    EXPECT_STREQ(paintAt(picture("Open Roof.png"), 160, 100), "grey");
+}
+
+TEST_F(VariantPicturesTest, ASavedViewThatIsNotThereIsTold)
+{
+    const QString car = writeCar();
+    for (const auto& [name, complaint] :
+         {std::pair("Day",
+                    "znimport: --view: there is no variant set 'Day'; the scene has 'Open Roof', 'Night', 'Journey'"),
+          std::pair("Journey", "znimport: --view: the variant set 'Journey' has no viewpoint")}) {
+        const Ending ending = znimport(withScriptedChild(
+            {car, text("--view"), text("saved:") + text(name), text("--snapshot"), path("none.png")}));
+        EXPECT_EQ(ending.exitCode, 1);
+        EXPECT_TRUE(ending.errors.contains(text(complaint))) << ending.errors.toStdString();
+        EXPECT_FALSE(QFileInfo::exists(path("none.png")));
+    }
+    EXPECT_EQ(znimport({car, text("--view"), text("saved:"), text("--snapshot"), path("none.png")}).exitCode, 2);
+}
+
 TEST_F(VariantPicturesTest, ASceneWithoutSetsGivesAWarning)
 {
     const QString file = write("a.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
