@@ -1,8 +1,10 @@
+#include "host/znJobProcessing/znManagedJobQueue.h"
 #include "scene/EditAudit.h"
 #include "tests/loader/LoaderTest.h"
 
 #include <QMetaMethod>
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
 
 using namespace znCADFileTypes;
@@ -44,6 +46,20 @@ TEST_F(ChildConversionTest, AllConversionsAreMadeBeforeTheFirstRuns)
     job->run();
     EXPECT_THAT(ran, ElementsAre(false, false));
     EXPECT_TRUE(has(QStringLiteral("ran")));
+}
+
+TEST_F(ChildConversionTest, WhenAllHaveEndedTheQueueOfThePartsRests)
+{
+    refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
+    const auto job = makeLoader();
+    job->run();
+    auto* const queue = job->findChild<znManagedJobQueue*>();
+    ASSERT_TRUE(queue);
+    queue->addJob(makeStepJob(line("write", QStringLiteral("late"), "x")).release());
+    QTest::qWait(200);
+    EXPECT_FALSE(has(QStringLiteral("late")));
+    queue->startProcessing();
+    EXPECT_TRUE(waitUntil([&] { return has(QStringLiteral("late")); }));
 }
 
 TEST_F(ChildConversionTest, TwoNodesOfOneFileGetACopyEachOfOneConversion)
