@@ -13,6 +13,13 @@ endif()
 find_package(Eigen3 3.3 REQUIRED NO_MODULE)
 find_package(ZLIB REQUIRED)
 find_package(LibLZMA REQUIRED)
+# minizip ships no CMake package in Debian 12.
+find_path(MINIZIP_INCLUDE_DIR minizip/unzip.h REQUIRED)
+find_library(MINIZIP_LIBRARY minizip REQUIRED)
+add_library(zn_minizip UNKNOWN IMPORTED)
+set_target_properties(zn_minizip PROPERTIES
+  IMPORTED_LOCATION ${MINIZIP_LIBRARY}
+  INTERFACE_INCLUDE_DIRECTORIES ${MINIZIP_INCLUDE_DIR})
 find_package(assimp 5.2 REQUIRED)
 find_package(TinyGLTF 2.7 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace protocol
 {
@@ -33,6 +35,13 @@ inline constexpr ReadFormat Brep{"BREP", BrepExtensions};
 /// All formats that the converter reads, in the order in which it looks at a file.
 inline constexpr std::array<ReadFormat, 5> ReadFormats = {format::Step, format::Iges, format::Jt, format::Stl,
                                                           format::Brep};
+
+/// The extension of a file's name, lower case and without the dot. A packed STEP file ("a.stpz", "a.step.gz",
+/// "a.stp.zip") has that of the file in it.
+std::string extensionOf(std::string_view fileName);
+
+/// The names under which the file of this name may lie packed; none for other files than STEP files.
+std::vector<std::string> packedNames(std::string_view fileName);
 
 /// Whether files of this extension (lower case, without the dot) go through the converter: those of the vocabulary's
 /// CAD formats, and those of the converter's own.

@@ -1,5 +1,7 @@
 #include "ptx/conversion/InputFile.h"
 
+#include "ptx/readers/PackedFile.h"
+
 #include <filesystem>
 #include <fstream>
 
@@ -35,9 +37,15 @@ core::Outcome<InputFile> lookAtInput(const std::string& path)
     result.head.resize(HeadSize);
     stream.read(result.head.data(), static_cast<std::streamsize>(HeadSize));
     result.head.resize(static_cast<std::size_t>(stream.gcount()));
-    result.size = std::filesystem::file_size(path, error);
+    result.size = readers::packed::sizeOf(path);
     if (result.head.empty())
         return core::Failure{core::ExitCode::Damaged, "the file is empty"};
+    if (!readers::packed::isPacked(result.head))
+        return result;
+    core::Outcome<std::string> head = readers::packed::content(path, HeadSize);
+    if (!head)
+        return head.failure();
+    result.head = std::move(head.value());
     return result;
 }
 

@@ -1,9 +1,9 @@
 #include "ptx/readers/FormatChoice.h"
 
 #include "import/filetypes/znCADFileTypes.h"
+#include "protocol/Formats.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <set>
 
 namespace ptx::readers
@@ -11,16 +11,6 @@ namespace ptx::readers
 
 namespace
 {
-
-std::string lowerExtension(const std::string& path)
-{
-    std::string extension = std::filesystem::path(path).extension().string();
-    extension.erase(0, 1);
-    for (char& c : extension)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return extension;
-}
 
 const Format* formatOfExtension(Formats formats, const std::string& extension)
 {
@@ -76,7 +66,7 @@ core::Failure belied(const std::string& extension, const Format& named, const Fo
 core::Outcome<const Format*> chooseFormat(Formats formats, const std::string& path, std::string_view head,
                                           std::uint64_t size)
 {
-    const std::string extension = lowerExtension(path);
+    const std::string extension = protocol::extensionOf(path);
     const Format* named = formatOfExtension(formats, extension);
     const Format* content = formatOfContent(formats, head, size);
     if (named && (named == content || (!content && named->probe(head, size) == Match::Possible)))

@@ -1,5 +1,7 @@
 #include "ptx/readers/PartFiles.h"
 
+#include "protocol/Formats.h"
+
 #include <QString>
 
 #include <algorithm>
@@ -78,17 +80,29 @@ std::string PartFileFinder::forgiving(const std::string& path)
     return isFile(found) ? found.string() : std::string();
 }
 
+/// The file `path`, or one in which it is packed.
+std::string PartFileFinder::plainOrPacked(const std::string& path)
+{
+    std::string found = forgiving(path);
+    if (!found.empty())
+        return found;
+    for (const std::string& name : protocol::packedNames(path))
+        if (found = forgiving(name); !found.empty())
+            break;
+    return found;
+}
+
 std::string PartFileFinder::find(const std::string& folder, const std::string& written)
 {
     const std::string text = withSlashes(written);
     const bool isAbsolute = isDriveLetter(text) || fs::path(text).is_absolute();
     const fs::path expected = (isDriveLetter(text) ? fs::path(text) : fs::path(folder) / text).lexically_normal();
-    if (std::string found = forgiving(expected.string()); !found.empty())
+    if (std::string found = plainOrPacked(expected.string()); !found.empty())
         return found;
     if (!isAbsolute)
         return expected.string();
     const fs::path beside = fs::path(folder) / fs::path(text).filename();
-    const std::string found = forgiving(beside.string());
+    const std::string found = plainOrPacked(beside.string());
     return found.empty() ? beside.string() : found;
 }
 

@@ -10,7 +10,8 @@ namespace ptx::readers
 ///
 /// Names are relative to the folder where the referring file lies. Separators may be those of another system and the
 /// case of letters another one than on the disk. An absolute path that leads nowhere stems from another machine: then
-/// the name alone is looked for in that folder.
+/// the name alone is looked for in that folder. A STEP file that is not there may lie there packed ("a.stpz" for
+/// "a.stp").
 ///
 /// A folder is listed once, when the first name in letters of another case is looked for in it: what comes into it
 /// later is found under its very name alone.
@@ -27,6 +28,7 @@ private:
 
     const std::string* entryLike(const std::string& folder, const std::string& name);
     std::string forgiving(const std::string& path);
+    std::string plainOrPacked(const std::string& path);
 
     std::unordered_map<std::string, Listing> m_listings;
 };

@@ -20,7 +20,7 @@ namespace
 
 std::string extensionOf(const QString& path)
 {
-    return QFileInfo(path).suffix().toLower().toStdString();
+    return protocol::extensionOf(QFileInfo(path).fileName().toStdString());
 }
 
 /// From extension to format, for all extensions of the table. Two of them stand in two rows.

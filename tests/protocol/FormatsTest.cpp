@@ -77,3 +77,20 @@ TEST(Formats, NoneThatIsReadCanContainMixedAssemblies)
             for (const ReadFormat& format : ReadFormats)
                 EXPECT_FALSE(extensionsOf(format).contains(extension)) << extension;
 }
+
+TEST(Formats, APackedNameHasTheExtensionOfWhatIsInIt)
+{
+    for (const auto& [name, extension] :
+         {std::pair("a.stp", "stp"), std::pair("A.STEP", "step"), std::pair("a.stpZ", "stp"),
+          std::pair("a.stp.gz", "stp"), std::pair("a.Step.GZ", "step"), std::pair("a.step.zip", "step"),
+          std::pair("a.jt.gz", "gz"), std::pair("a.zip", "zip"), std::pair("stp.gz", "gz"), std::pair("a", ""),
+          std::pair("folder.stp/a", ""), std::pair("folder.stp/gz", ""), std::pair("", "")})
+        EXPECT_EQ(extensionOf(name), extension) << name;
+}
+
+TEST(Formats, OnlyStepFilesMayLiePacked)
+{
+    EXPECT_THAT(packedNames("x/a.Stp"), ElementsAre("x/a.stpz", "x/a.Stp.gz", "x/a.Stp.zip"));
+    EXPECT_THAT(packedNames("a.jt"), ElementsAre());
+    EXPECT_THAT(packedNames("a.stpz"), ElementsAre());
+}

@@ -1,7 +1,5 @@
 #include "ptx/readers/step/CountingBuffer.h"
 
-#include <algorithm>
-
 namespace ptx
 {
 
@@ -11,23 +9,25 @@ constexpr std::size_t BlockSize = std::size_t{64} * 1024;
 constexpr double SecondsPerByte = 0.05e-6;
 } // namespace
 
-CountingBuffer::CountingBuffer(const std::string& path, std::uint64_t size, double share, core::Progress& progress)
-    : m_block(BlockSize), m_size(std::max<std::uint64_t>(1, size)), m_share(share), m_progress(progress)
+CountingBuffer::CountingBuffer(std::string_view text, double share, core::Progress& progress)
+    : m_text(text), m_share(share), m_progress(progress)
 {
-    m_file.open(path, std::ios::in | std::ios::binary);
 }
 
 CountingBuffer::int_type CountingBuffer::underflow()
 {
-    const std::streamsize count = m_file.sgetn(m_block.data(), static_cast<std::streamsize>(m_block.size()));
-    if (count <= 0) {
+    const auto size = static_cast<double>(m_text.size());
+    const std::string_view block = m_text.substr(m_done, BlockSize);
+    if (block.empty()) {
         if (!m_timedProgress)
-            m_timedProgress.emplace(m_progress, m_share, 1 + SecondsPerByte * static_cast<double>(m_size));
+            m_timedProgress.emplace(m_progress, m_share, 1 + SecondsPerByte * size);
         return traits_type::eof();
     }
-    m_done += static_cast<std::uint64_t>(count);
-    m_progress.report(m_share * static_cast<double>(m_done) / static_cast<double>(m_size));
-    setg(m_block.data(), m_block.data(), m_block.data() + count);
+    m_done += block.size();
+    m_progress.report(m_share * static_cast<double>(m_done) / size);
+    // The stream only reads.
+    char* const start = const_cast<char*>(block.data());
+    setg(start, start, start + block.size());
     return traits_type::to_int_type(*gptr());
 }
 

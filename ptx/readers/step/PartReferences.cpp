@@ -2,6 +2,7 @@
 
 #include "files/scenefile/ConvertedTree.h"
 #include "ptx/model/ModelMerge.h"
+#include "ptx/readers/PackedFile.h"
 #include "ptx/readers/PartFiles.h"
 #include "ptx/readers/ReferenceGraph.h"
 #include "ptx/readers/step/ReferenceScan.h"
@@ -117,9 +118,8 @@ private:
     /// The root occurrences of the file, or the reason why there are none.
     Content read(const std::string& path, const std::string& file)
     {
-        std::error_code error;
-        const std::uint64_t bytes = std::filesystem::file_size(path, error);
-        m_job.limits.addInput(error ? 0 : bytes);
+        const std::uint64_t bytes = readers::packed::sizeOf(path);
+        m_job.limits.addInput(bytes);
         const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log};
         m_job.log.info("part file " + file);
         core::Outcome<StepContent> part = readStepFile(job, true);

@@ -1,6 +1,6 @@
 #include "ptx/readers/step/RecordLibrary.h"
 
-#include "ptx/readers/MappedFile.h"
+#include "ptx/readers/TextFile.h"
 #include "ptx/readers/step/CountingBuffer.h"
 #include "ptx/readers/step/RecordTables.h"
 #include "ptx/readers/step/RecordTool.h"
@@ -83,7 +83,7 @@ bool hasComplaints(const Interface_InterfaceModel& model)
 Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
                                          const Handle(Interface_Protocol) & protocol) const
 {
-    const readers::MappedFile file(name);
+    const readers::TextFile file(name);
     m_losses.clear();
     if (file.text().empty())
         return -1;
@@ -92,17 +92,17 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
     const p21::EntityIndex index(records);
     const std::vector<std::string> complaints = complaintsOf(file.text(), records, index);
     if (!complaints.empty())
-        return readDamaged(name, records, index, complaints, model, protocol);
+        return readDamaged(name, file.text(), records, index, complaints, model, protocol);
     load(records, index, model, protocol);
     return 0;
 }
 
-Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const p21::Records& records,
+Standard_Integer RecordLibrary::readDamaged(Standard_CString name, std::string_view text, const p21::Records& records,
                                             const p21::EntityIndex& index, const std::vector<std::string>& complaints,
                                             Handle(Interface_InterfaceModel) & model,
                                             const Handle(Interface_Protocol) & protocol) const
 {
-    const Standard_Integer status = readByParser(name, model, protocol);
+    const Standard_Integer status = readByParser(name, text, model, protocol);
     const bool isParsed = status == 0 && !model.IsNull();
     if (isParsed && !hasComplaints(*model)) {
         m_job.log.info("the text was read by OCCT's own parser, because " + complaints.front());
@@ -119,10 +119,11 @@ Standard_Integer RecordLibrary::readDamaged(Standard_CString name, const p21::Re
     return 0;
 }
 
-Standard_Integer RecordLibrary::readByParser(Standard_CString name, Handle(Interface_InterfaceModel) & model,
+Standard_Integer RecordLibrary::readByParser(Standard_CString name, std::string_view text,
+                                             Handle(Interface_InterfaceModel) & model,
                                              const Handle(Interface_Protocol) & protocol) const
 {
-    CountingBuffer buffer(name, m_job.inputBytes, ParserShare, m_job.progress);
+    CountingBuffer buffer(text, ParserShare, m_job.progress);
     std::istream stream(&buffer);
     return ReadStream(name, stream, model, protocol);
 }

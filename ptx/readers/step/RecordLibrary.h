@@ -39,10 +39,12 @@ public:
                               const Handle(Interface_Protocol) & protocol) const override;
 
 private:
-    Standard_Integer readDamaged(Standard_CString name, const p21::Records& records, const p21::EntityIndex& index,
-                                 const std::vector<std::string>& complaints, Handle(Interface_InterfaceModel) & model,
+    Standard_Integer readDamaged(Standard_CString name, std::string_view text, const p21::Records& records,
+                                 const p21::EntityIndex& index, const std::vector<std::string>& complaints,
+                                 Handle(Interface_InterfaceModel) & model,
                                  const Handle(Interface_Protocol) & protocol) const;
-    Standard_Integer readByParser(Standard_CString name, Handle(Interface_InterfaceModel) & model,
+    Standard_Integer readByParser(Standard_CString name, std::string_view text,
+                                  Handle(Interface_InterfaceModel) & model,
                                   const Handle(Interface_Protocol) & protocol) const;
     void load(const p21::Records& records, const p21::EntityIndex& index, Handle(Interface_InterfaceModel) & model,
               const Handle(Interface_Protocol) & protocol) const;

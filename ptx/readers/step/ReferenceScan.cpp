@@ -1,6 +1,6 @@
 #include "ptx/readers/step/ReferenceScan.h"
 
-#include "ptx/readers/MappedFile.h"
+#include "ptx/readers/TextFile.h"
 #include "ptx/readers/step/StepString.h"
 
 #include <algorithm>
@@ -112,7 +112,7 @@ std::vector<std::string> scanReferences(std::string_view text)
 
 std::vector<std::string> referencesOf(const std::string& path)
 {
-    const readers::MappedFile file(path);
+    const readers::TextFile file(path);
     return scanReferences(file.text());
 }
 

@@ -4,8 +4,8 @@
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctProgress.h"
 #include "ptx/occt/OcctSetup.h"
-#include "ptx/readers/MappedFile.h"
 #include "ptx/readers/Reader.h"
+#include "ptx/readers/TextFile.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
@@ -117,11 +117,18 @@ private:
         begin(core::Stage::ReadAndProcess);
         const IFSelect_ReturnStatus status = m_reader.ChangeReader().ReadFile(m_job.input.c_str());
         if (status == IFSelect_RetError)
-            return core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"};
+            return unreadable();
         if (status != IFSelect_RetDone)
             return core::Failure{core::ExitCode::Damaged, "the text is not a STEP file that can be read"};
         m_names.emplace(m_reader);
         return readers::requireExternalParts(m_job.externalParts, !m_names->isEmpty());
+    }
+
+    core::Failure unreadable() const
+    {
+        return readers::TextFile(m_job.input)
+            .trouble()
+            .value_or(core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"});
     }
 
     core::Trouble transfer()
@@ -262,7 +269,7 @@ core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart)
 // The installed OCCT has no entities for tessellated geometry and says nothing about it.
 core::Failure nothingToImport(const std::string& path, const std::string& cause)
 {
-    const bool isTessellated = readers::MappedFile(path).text().find("TESSELLATED_") != std::string_view::npos;
+    const bool isTessellated = readers::TextFile(path).text().find("TESSELLATED_") != std::string_view::npos;
     return {core::ExitCode::NothingToImport,
             "the file is a STEP file, but " + cause +
                 (isTessellated ? "; it has tessellated geometry, which is not read" : "")};

@@ -56,6 +56,10 @@ TEST(FileIOHelper, ExtensionsOfTwoRowsHaveAFixedFormat)
 TEST(FileIOHelper, TheCaseOfAnExtensionDoesNotMatter)
 {
     EXPECT_EQ(znFileIOHelper::getFileTypeByFileName(QStringLiteral("A.STEP")), Step);
+    EXPECT_EQ(znFileIOHelper::getFileTypeByFileName(QStringLiteral("a b/A.stpZ")), Step);
+    EXPECT_EQ(znFileIOHelper::getFileTypeByFileName(QStringLiteral("A.stp.gz")), Step);
+    EXPECT_TRUE(znFileIOHelper::isPtxFile(QStringLiteral("A.stpz")));
+    EXPECT_TRUE(znFileIOHelper::isAssemblyFile(QStringLiteral("A.step.zip")));
     EXPECT_EQ(znFileIOHelper::getFileTypeByFileName(QStringLiteral("A.CATProduct")), CatiaV5);
     EXPECT_TRUE(znFileIOHelper::isAssemblyFile(QStringLiteral("A.CATProduct")));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ptx/readers/MappedFile.h"
+#include "ptx/readers/TextFile.h"
 
 #include <string>
 #include <string_view>
@@ -34,7 +34,7 @@ private:
 
     void scan(std::string_view text);
 
-    readers::MappedFile m_file;
+    readers::TextFile m_file;
     std::unordered_map<int, Entity> m_entities;
     std::vector<std::pair<int, int>> m_references; ///< referred to, referring; sorted
 };
