@@ -1,9 +1,12 @@
 #include "plmxml/znPLMXMLLoaderJob.h"
 
+#include "host/znJobProcessing/znManagedJobQueue.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 #include "standalone/znUtils/CallTrace.h"
 #include "tests/plmxml/LoaderJobFixture.h"
 #include "tests/support/LoadRecorder.h"
+
+#include <QTest>
 
 namespace
 {
@@ -30,6 +33,32 @@ TEST_F(PLMXMLLoaderJobTest, TheHostIsToldWhatItNeedsToKnowInOrder)
                                    "znReferenceInterface::notifyReferences(" + node + ", 6, 0)",
                                    "znReferenceInterface::notifyReferences(" + node + ", 9, 0)",
                                    "znTexSearch::clearCurrentFile()", "znController::setBusy(false, false)"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheHostHearsOfTheTreeBeforeTheJobHasItsState)
+{
+    make(documentOf({}));
+    std::vector<znCADFileTypes::JobState> states;
+    const zn::CallTrace trace([&](const std::string& call) {
+        if (call.starts_with("znReferenceInterface::notifyReferences(") && call.ends_with(", 9, 0)"))
+            states.push_back(job->getState());
+    });
+    run();
+    EXPECT_THAT(states, ElementsAre(znCADFileTypes::JobRunning));
+}
+
+TEST_F(PLMXMLLoaderJobTest, WhenAllPartsHaveEndedTheirQueueRests)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(documentOf({"a.stp"}));
+    run();
+    auto* const queue = job->findChild<znManagedJobQueue*>();
+    ASSERT_TRUE(queue);
+    queue->addJob(makeStepJob(line("write", QStringLiteral("late"), "x")).release());
+    QTest::qWait(200);
+    EXPECT_FALSE(has(QStringLiteral("late")));
+    queue->startProcessing();
+    EXPECT_TRUE(waitUntil([&] { return has(QStringLiteral("late")); }));
 }
 
 TEST_F(PLMXMLLoaderJobTest, TheFolderOfThePreferencesTakesConvertedFiles)

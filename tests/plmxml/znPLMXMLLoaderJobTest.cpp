@@ -1,6 +1,7 @@
 #include "plmxml/znPLMXMLLoaderJob.h"
 
 #include "host/znJobProcessing/znJobQueue.h"
+#include "scene/EditAudit.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 #include "standalone/znKernel/UserInterfaceState.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -71,6 +72,29 @@ TEST_F(PLMXMLLoaderJobTest, TheOwnReferenceOfALoadedFileGoes)
     const osg::NodePtr reference = tree->getChild(0)->getChild(0)->getChild(0);
     EXPECT_EQ(referenceOf(reference)->getState(), 2u);
     EXPECT_THAT(childNames(reference), ElementsAre("one", "two"));
+}
+
+TEST_F(PLMXMLLoaderJobTest, ARootThatIsNoReferenceStays)
+{
+    writeTriangle(QStringLiteral("a.obj"));
+    ASSERT_EQ(import({"a.obj"}), znCADFileTypes::JobSucceeded);
+    const osg::NodePtr reference = tree->getChild(0)->getChild(0)->getChild(0);
+    ASSERT_EQ(reference->getNChildren(), 1u);
+    EXPECT_EQ(nameOf(reference->getChild(0)), "a") << "the root of the file";
+    EXPECT_EQ(reference->getChild(0)->getNChildren(), 1u);
+}
+
+TEST_F(PLMXMLLoaderJobTest, TheExchangeOfAReferenceIsAnEdit)
+{
+    writePart(QStringLiteral("a.stp"), {"wheel"});
+    make(documentOf({"a.stp"}));
+    const osg::EditAudit audit;
+    run();
+    const osg::NodePtr part = tree->getChild(0)->getChild(0);
+    const osg::EditAudit::Record children = {part->getContainerId(), "Node", osg::Node::ChildrenFieldMask};
+    EXPECT_THAT(audit.brackets(), testing::Contains(children));
+    EXPECT_THAT(audit.unbracketed(), testing::Not(testing::Contains(children)));
+    EXPECT_EQ(audit.openBrackets(), 0u);
 }
 
 TEST_F(PLMXMLLoaderJobTest, AConvertedPartTakesThePlacesOfItsReferences)
