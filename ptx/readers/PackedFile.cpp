@@ -29,8 +29,8 @@ core::Failure damaged(const std::string& what)
     return {core::ExitCode::Damaged, what};
 }
 
-/// Calls `read(to, count)`, which gives how much came, until nothing comes or `most` bytes are there. False when it gave
-/// a negative number.
+/// Calls `read(to, count)`, which gives how much came, until nothing comes or `most` bytes are there. False when it
+/// gave a negative number.
 template <class Read>
 bool readUpTo(std::string& text, std::size_t most, Read read)
 {

@@ -29,8 +29,8 @@ struct DrawnPictures {
 };
 
 /// Draws what the command line asks for: a picture of `scene`, and one of each variant set of `session`, from where the
-/// session looks unless the command line names a view. "saved:NAME" is the view of the variant set of that name, and the
-/// picture of the scene shows what that set shows. Sets are taken back once they are drawn. `progress` is told the
+/// session looks unless the command line names a view. "saved:NAME" is the view of the variant set of that name, and
+/// the picture of the scene shows what that set shows. Sets are taken back once they are drawn. `progress` is told the
 /// percent of a picture; `cancel` ends it.
 DrawnPictures drawPictures(const CommandLine& line, zn::StandaloneSession& session, const osg::NodePtr& scene,
                            const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel);
