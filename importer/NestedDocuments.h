@@ -37,6 +37,8 @@ public:
 Q_SIGNALS:
     /// A nested document's job, before it runs.
     void jobCreated(znPLMXMLLoaderJob* job);
+    /// What the import of a nested document passes over, a sentence with the document's name.
+    void remarked(const QString& remark);
 
 private:
     osg::NodePtr read(files::ReadTask& task);

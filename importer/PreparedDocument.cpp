@@ -84,6 +84,10 @@ QStringList PreparedDocument::remarks() const
     if (m_facts->shapePlaces == 0)
         remark(Texts::tr("the document names no file with a shape; its structure has %1 places")
                    .arg(number(m_facts->occurrences)));
+    if (m_facts->unplacedCount > 0)
+        remark(Texts::tr("%1 occurrences speak of no place of the structure and are passed over, the first in line %2")
+                   .arg(m_facts->unplacedCount)
+                   .arg(m_facts->unplaced.front().line));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)

@@ -234,6 +234,10 @@
         <translation>%1 Transformationen haben nicht die Zahlen, die sie brauchen, und bewegen nichts</translation>
     </message>
     <message>
+        <source>%1 occurrences speak of no place of the structure and are passed over, the first in line %2</source>
+        <translation>%1 Vorkommen nennen keinen Platz der Struktur und werden übergangen, das erste in Zeile %2</translation>
+    </message>
+    <message>
         <source>%1 occurrences are claimed by several others; they stand below the first</source>
         <translation>%1 Vorkommen werden von mehreren anderen beansprucht; sie stehen unter dem ersten</translation>
     </message>

@@ -132,6 +132,8 @@ private:
             return false;
         }
         m_result.facts.treeFrom = QStringLiteral("flat");
+        for (const pugi::xml_node& occurrence : occurrences.all())
+            noteUnplaced(m_reading, occurrence);
         GraphTree(m_reading, m_result.structure).addFlat();
         m_result.facts.parts = m_result.structure.parts.size();
         return false;

@@ -3,6 +3,7 @@
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
+#include "importer/plmxml/Views.h"
 
 namespace importer::plmxml
 {
@@ -32,7 +33,17 @@ void OccurrenceTree::add(const pugi::xml_node& view)
     for (std::size_t i = 0; i < m_open.size(); ++i)
         expand(Open(m_open[i]));
     dropShapesOfAssemblies();
+    noteUnplacedAmong(m_occurrences.all());
+    if (view)
+        noteUnplacedAmong(occurrencesOf(m_reading, {}));
     m_reading.facts.parts = m_origins.size();
+}
+
+void OccurrenceTree::noteUnplacedAmong(const std::vector<pugi::xml_node>& occurrences) const
+{
+    for (const pugi::xml_node& occurrence : occurrences)
+        if (!m_placed.contains(occurrence.hash_value()))
+            noteUnplaced(m_reading, occurrence);
 }
 
 std::vector<pugi::xml_node> OccurrenceTree::rootsOf(const pugi::xml_node& view) const

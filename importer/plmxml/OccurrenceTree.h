@@ -49,6 +49,7 @@ private:
     void addLeaf(std::uint32_t placement, const pugi::xml_node& occurrence);
     std::uint32_t makePart(const Origin& origin, const std::string& name);
     void dropShapesOfAssemblies();
+    void noteUnplacedAmong(const std::vector<pugi::xml_node>& occurrences) const;
 
     const Reading& m_reading;
     const Occurrences& m_occurrences;

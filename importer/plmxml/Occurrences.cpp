@@ -40,6 +40,14 @@ pugi::xml_node Occurrences::above(const pugi::xml_node& occurrence) const
     return found == m_above.end() ? pugi::xml_node() : found->second;
 }
 
+void noteUnplaced(const Reading& reading, const pugi::xml_node& occurrence)
+{
+    std::vector<zn::UnplacedOccurrence>& kept = reading.facts.unplaced;
+    if (++reading.facts.unplacedCount <= zn::UnplacedOccurrence::maxKept)
+        kept.push_back({shownText(occurrence.attribute("id").value()),
+                        shownText(occurrence.attribute("instanceRefs").value()), reading.document.lineOf(occurrence)});
+}
+
 Visibility visibilityOf(const Reading& reading, const pugi::xml_node& occurrence)
 {
     std::string_view value = occurrence.attribute("visible").value();

@@ -31,7 +31,7 @@ void Overrides::add(const Occurrences& occurrences)
         if (path)
             addOverride(occurrence, *path);
         else
-            ++m_outcome.unmatched;
+            noteUnplaced(m_reading, occurrence);
     }
 }
 

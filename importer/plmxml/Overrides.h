@@ -24,7 +24,6 @@ public:
     struct Outcome {
         bool hasCompletedPaths = false; ///< some named a part of their path only
         bool areAccumulated = false;    ///< their transforms lead to the top
-        std::size_t unmatched = 0;      ///< occurrences whose path is none of the graph
     };
 
     /// Into `structure`, which `graph` has built. All must outlive this.

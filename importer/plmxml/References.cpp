@@ -8,13 +8,13 @@ namespace
 
 constexpr std::string_view Blanks = " \t\r\n";
 
-QString text(std::string_view utf8)
+} // namespace
+
+QString shownText(std::string_view utf8)
 {
     constexpr std::size_t shown = 200;
     return QString::fromUtf8(utf8.data(), static_cast<int>(std::min(utf8.size(), shown)));
 }
-
-} // namespace
 
 Reference referenceOf(std::string_view text)
 {
@@ -71,8 +71,8 @@ void References::note(const pugi::xml_node& from, const char* attribute, std::st
     ++m_danglingCount;
     if (m_dangling.size() >= DanglingReference::maxKept)
         return;
-    m_dangling.push_back({text(m_index.document().nameOf(from)), text(from.attribute("id").value()),
-                          QString::fromUtf8(attribute), text(word), m_index.document().lineOf(from)});
+    m_dangling.push_back({shownText(m_index.document().nameOf(from)), shownText(from.attribute("id").value()),
+                          QString::fromUtf8(attribute), shownText(word), m_index.document().lineOf(from)});
 }
 
 } // namespace importer::plmxml

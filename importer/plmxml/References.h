@@ -23,6 +23,9 @@ Reference referenceOf(std::string_view text);
 /// The words of a list that is separated by white space.
 std::vector<std::string_view> wordsOf(std::string_view list);
 
+/// The beginning of a text of a document, for a person.
+QString shownText(std::string_view utf8);
+
 /// Follows the references of one document, and keeps those that lead nowhere.
 class References
 {
