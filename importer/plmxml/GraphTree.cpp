@@ -60,12 +60,12 @@ std::string firstText(std::initializer_list<std::string> texts)
 
 std::string nameOfRevision(const Reading& reading, const pugi::xml_node& revision)
 {
-    const std::string own = textOf(revision, "name");
+    const std::string own = nameOf(reading, revision);
     if (!own.empty() || !revision)
         return own;
     const pugi::xml_node item = otherOf(reading, revision, "masterRef");
     return firstText(
-        {textOf(item, "name"), textOf(item, "productId"), textOf(item, "catalogueId"), textOf(revision, "id")});
+        {nameOf(reading, item), textOf(item, "productId"), textOf(item, "catalogueId"), textOf(revision, "id")});
 }
 
 void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
@@ -119,7 +119,7 @@ std::uint32_t GraphTree::materialOf(const pugi::xml_node& material)
         return Nothing;
     const auto [entry, isNew] = m_materials.emplace(material.hash_value(), sizeOf(m_structure.materials.size()));
     if (isNew)
-        m_structure.materials.push_back(material);
+        m_structure.materials.push_back({material, nameOf(m_reading, material)});
     return entry->second;
 }
 
@@ -132,7 +132,7 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.id = textOf(instance, "id");
     placement.part = partAt(instance);
     const std::string partName = placement.part == Nothing ? std::string() : m_structure.parts[placement.part].name;
-    placement.name = firstText({textOf(instance, "name"), partName, placement.id});
+    placement.name = firstText({nameOf(m_reading, instance), partName, placement.id});
     placement.placed = transformOf(m_reading, instance).value_or(Identity4);
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
     placement.material = materialOf(m_reading.references.follow(instance, "materialRef", ElementKind::Material));
@@ -167,7 +167,7 @@ std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance)
     const std::string location(referenceOf(instance.attribute("partRef").value()).file);
     const std::uint32_t file = m_reading.files.add(instance, location.c_str(), "PLMXML");
     StructurePart part;
-    part.name = textOf(instance, "name");
+    part.name = nameOf(m_reading, instance);
     if (file != FileTable::None)
         part.pieces.push_back({part.name, Identity4, false, file});
     m_structure.parts.push_back(std::move(part));
@@ -182,7 +182,7 @@ std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
         return entry->second;
     StructurePart made;
     made.id = textOf(part, "id");
-    made.name = firstText({textOf(part, "name"), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
+    made.name = firstText({nameOf(m_reading, part), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
     m_structure.parts.push_back(std::move(made));
     m_elements.push_back(part);
     return entry->second;

@@ -45,10 +45,11 @@ class Normaliser
 public:
     Normaliser(const SourceDocument& document, const QString& file, const NormaliserOptions& options,
                NormalisedDocument& result)
-        : m_file(file), m_index(document), m_references(m_index), m_formats(options.preferredFormats),
+        : m_file(file), m_index(document), m_references(m_index), m_languages(document, m_references),
+          m_formats(options.preferredFormats),
           m_finder(file, searchPathsOf(document), options.allowsFile), m_files(document, m_finder, m_formats),
           m_wantsFacts(options.wantsFacts),
-          m_result(result), m_reading{document, m_index, m_references, m_files, result.facts}
+          m_result(result), m_reading{document, m_index, m_references, m_languages, m_files, result.facts}
     {
     }
 
@@ -96,6 +97,7 @@ private:
         facts.materials = m_index.all(ElementKind::Material).size();
         facts.duplicateIds = m_index.duplicateIds();
         facts.conditions = m_index.conditions();
+        facts.languages = languagesOf(m_index);
         for (const pugi::xml_node& definition : m_index.all(ElementKind::ProductDef))
             facts.hasNoUnits = facts.hasNoUnits || isTrue(userValueOf(m_reading, definition, "__TC-VIS_NO_UNITS"));
     }
@@ -172,10 +174,10 @@ private:
     void tellFindings()
     {
         zn::DocumentStructure& facts = m_result.facts;
-        facts.view = titleOf(m_view);
+        facts.view = titleOf(m_reading, m_view);
         for (const pugi::xml_node& view : m_index.all(ElementKind::ProductView))
             if (view != m_view)
-                facts.otherViews.append(titleOf(view));
+                facts.otherViews.append(titleOf(m_reading, view));
         facts.danglingCount = m_references.danglingCount();
         facts.dangling = m_references.dangling();
         for (const ShapeFile& file : m_files.files()) {
@@ -231,6 +233,7 @@ private:
     const QString& m_file;
     ElementIndex m_index;
     References m_references;
+    LanguageTexts m_languages;
     FileFormats m_formats;
     FileFinder m_finder;
     FileTable m_files;

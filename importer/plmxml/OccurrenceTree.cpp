@@ -86,8 +86,8 @@ void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_no
                                const Origin& origin) const
 {
     placement.id = textOf(occurrence, "id");
-    const std::string own = firstText({textOf(occurrence, "name"), userValueOf(m_reading, occurrence, "OccurrenceName"),
-                                       textOf(origin.instance, "name")});
+    const std::string own = firstText({nameOf(m_reading, occurrence), userValueOf(m_reading, occurrence, "OccurrenceName"),
+                                       nameOf(m_reading, origin.instance)});
     placement.name = own.empty() ? partNameOf(origin, placement.id) : own;
     placement.visibility = visibilityOf(m_reading, occurrence);
     placement.tags = UserTexts(m_reading)
@@ -103,7 +103,7 @@ void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_no
 std::string OccurrenceTree::partNameOf(const Origin& origin, const std::string& otherwise) const
 {
     const std::string revision = nameOfRevision(m_reading, origin.revision);
-    return firstText({revision, textOf(origin.view, "name"), otherwise});
+    return firstText({revision, nameOf(m_reading, origin.view), otherwise});
 }
 
 /// `instancedRef` leads to a revision or to a part view.

@@ -109,7 +109,7 @@ void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
         return;
     StructureOverride made;
     made.path = path;
-    const std::string name = textOf(occurrence, "name");
+    const std::string name = nameOf(m_reading, occurrence);
     made.name = name == m_structure.placements[path.back()].name ? std::string() : name;
     const std::optional<Matrix4> placed = transformOf(m_reading, occurrence);
     made.isMoved = placed.has_value();

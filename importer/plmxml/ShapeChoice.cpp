@@ -61,7 +61,7 @@ private:
             m_reading.files.add(shape, shape.attribute("location").value(), shape.attribute("format").value());
         if (file == FileTable::None)
             return;
-        const std::string name = textOf(shape, "name");
+        const std::string name = nameOf(m_reading, shape);
         pieces.push_back({name.empty() ? m_source.name : name, placed, isMoved || own, file});
     }
 

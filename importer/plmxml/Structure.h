@@ -57,13 +57,19 @@ struct StructureOverride {
     std::vector<std::string> tags;
 };
 
+/// A material of a document.
+struct StructureMaterial {
+    pugi::xml_node element; ///< as long as the document lives
+    std::string name;
+};
+
 /// A product structure, however its document writes it.
 struct Structure {
     std::vector<StructurePart> parts;
     std::vector<StructurePlacement> placements;
     std::vector<std::vector<std::uint32_t>> graphs; ///< the placements at the top, by graph
     std::vector<StructureOverride> overrides;
-    std::vector<pugi::xml_node> materials; ///< as long as the document lives
+    std::vector<StructureMaterial> materials;
 };
 
 } // namespace importer::plmxml

@@ -31,7 +31,7 @@ public:
     bool holds(const pugi::xml_node& view, const Overrides::Outcome& overrides)
     {
         return !m_reading.document.hasPrefixes() && !m_reading.facts.hasNoUnits && !overrides.hasCompletedPaths &&
-               !overrides.areAccumulated && standWhereTheyAreTaken() && viewsAreTaken(view) && occurrencesAreTaken() &&
+               !overrides.areAccumulated && standWhereTheyAreTaken() && namesAreTaken() && viewsAreTaken(view) && occurrencesAreTaken() &&
                partsAreTaken();
     }
 
@@ -49,6 +49,19 @@ private:
                std::all_of(StructureKinds.begin(), StructureKinds.end(), [&](ElementKind kind) {
                    const std::vector<pugi::xml_node>& all = m_reading.index.all(kind);
                    return std::all_of(all.begin(), all.end(), stands);
+               });
+    }
+
+    /// It knows names of one language.
+    bool namesAreTaken() const
+    {
+        const auto isTaken = [this](const pugi::xml_node& element) {
+            return !element.attribute("nameRef") || nameOf(m_reading, element) == element.attribute("name").value();
+        };
+        return !hasLanguageTexts(m_reading.index) ||
+               std::all_of(StructureKinds.begin(), StructureKinds.end(), [&](ElementKind kind) {
+                   const std::vector<pugi::xml_node>& all = m_reading.index.all(kind);
+                   return std::all_of(all.begin(), all.end(), isTaken);
                });
     }
 

@@ -188,8 +188,11 @@ private:
     void writeMaterial(std::size_t index)
     {
         m_out += "<Material id=\"" + materialId(static_cast<std::uint32_t>(index)) + '"';
-        for (const char* attribute : {"name", "ambient", "diffuse", "specular", "emissive", "shininess", "alpha"})
-            if (const pugi::xml_attribute value = m_structure.materials[index].attribute(attribute))
+        const StructureMaterial& material = m_structure.materials[index];
+        if (!material.name.empty())
+            appendAttribute(m_out, "name", material.name);
+        for (const char* attribute : {"ambient", "diffuse", "specular", "emissive", "shininess", "alpha"})
+            if (const pugi::xml_attribute value = material.element.attribute(attribute))
                 appendAttribute(m_out, attribute, value.value());
         m_out += "/>\n";
     }
