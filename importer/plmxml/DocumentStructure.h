@@ -60,8 +60,8 @@ struct DocumentStructure {
     std::size_t danglingCount = 0; ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
     std::size_t unplacedCount = 0; ///< occurrences whose path leads to no place, or that nothing at the top leads to
-    std::vector<UnplacedOccurrence> unplaced;          ///< the first of them
-    std::vector<StructureFile> files;                  ///< that the parts are drawn from, each once
+    std::vector<UnplacedOccurrence> unplaced; ///< the first of them
+    std::vector<StructureFile> files;         ///< that the parts are drawn from, each once
 };
 
 } // namespace zn

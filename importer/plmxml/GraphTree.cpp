@@ -182,7 +182,8 @@ std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
         return entry->second;
     StructurePart made;
     made.id = textOf(part, "id");
-    made.name = firstText({nameOf(m_reading, part), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
+    made.name =
+        firstText({nameOf(m_reading, part), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
     m_structure.parts.push_back(std::move(made));
     m_elements.push_back(part);
     return entry->second;

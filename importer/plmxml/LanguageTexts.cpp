@@ -17,9 +17,8 @@ constexpr const char* DefaultLanguage = "en";
 std::string languageIn(const pugi::xml_node& element, const char* attribute, const std::string& otherwise)
 {
     std::string language = element.attribute(attribute).value();
-    std::transform(language.begin(), language.end(), language.begin(), [](unsigned char c) {
-        return c == '_' ? '-' : static_cast<char>(std::tolower(c));
-    });
+    std::transform(language.begin(), language.end(), language.begin(),
+                   [](unsigned char c) { return c == '_' ? '-' : static_cast<char>(std::tolower(c)); });
     return language.empty() ? otherwise : language;
 }
 

@@ -35,7 +35,7 @@ private:
 
     const SourceDocument& m_document;
     References& m_references;
-    std::string m_language;                             ///< of the document
+    std::string m_language;                            ///< of the document
     std::unordered_map<std::size_t, Choice> m_choices; ///< by text: many may refer to one with many items
 };
 

@@ -46,9 +46,8 @@ public:
     Normaliser(const SourceDocument& document, const QString& file, const NormaliserOptions& options,
                NormalisedDocument& result)
         : m_file(file), m_index(document), m_references(m_index), m_languages(document, m_references),
-          m_formats(options.preferredFormats),
-          m_finder(file, searchPathsOf(document), options.allowsFile), m_files(document, m_finder, m_formats),
-          m_wantsFacts(options.wantsFacts),
+          m_formats(options.preferredFormats), m_finder(file, searchPathsOf(document), options.allowsFile),
+          m_files(document, m_finder, m_formats), m_wantsFacts(options.wantsFacts),
           m_result(result), m_reading{document, m_index, m_references, m_languages, m_files, result.facts}
     {
     }

@@ -86,8 +86,9 @@ void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_no
                                const Origin& origin) const
 {
     placement.id = textOf(occurrence, "id");
-    const std::string own = firstText({nameOf(m_reading, occurrence), userValueOf(m_reading, occurrence, "OccurrenceName"),
-                                       nameOf(m_reading, origin.instance)});
+    const std::string own =
+        firstText({nameOf(m_reading, occurrence), userValueOf(m_reading, occurrence, "OccurrenceName"),
+                   nameOf(m_reading, origin.instance)});
     placement.name = own.empty() ? partNameOf(origin, placement.id) : own;
     placement.visibility = visibilityOf(m_reading, occurrence);
     placement.tags = UserTexts(m_reading)
@@ -160,10 +161,13 @@ void OccurrenceTree::addAssembly(std::uint32_t placement, const pugi::xml_node& 
     if (const pugi::xml_node what = origin.revision ? origin.revision : origin.view)
         m_origins.insert(what.hash_value());
     const std::uint32_t part = makePart(origin, m_structure.placements[placement].name);
+    const std::string set = referenceSetOf(m_reading, occurrence, origin.instance);
+    const std::string& name = m_structure.parts[part].name;
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {occurrence, {}, {}, set, name});
+    if (pieces.empty())
+        pieces = chooseShape(m_reading, {origin.view, origin.revision, occurrence, set, name});
     m_structure.parts[part].placements = std::move(children);
-    m_structure.parts[part].pieces =
-        chooseShape(m_reading, {origin.view, origin.revision, occurrence,
-                                referenceSetOf(m_reading, occurrence, origin.instance), m_structure.parts[part].name});
+    m_structure.parts[part].pieces = std::move(pieces);
     m_structure.placements[placement].part = part;
 }
 
@@ -179,6 +183,9 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
                                    childOf(m_reading, origin.view, "Representation") ||
                                    childOf(m_reading, origin.view, "UserData");
     std::string key = number(what) + " " + (viewSaysSomething ? number(origin.view) : std::string()) + " " + set;
+    const std::vector<pugi::xml_node> own = representationsOf(m_reading, occurrence);
+    for (const pugi::xml_node& representation : own)
+        key += " =" + number(representation);
     const bool hasAttachments = occurrence.attribute("associatedAttachmentRefs");
     const auto known = what ? m_leaves.find(key) : m_leaves.end();
     if (known != m_leaves.end() && (!hasAttachments || !m_structure.parts[known->second].pieces.empty())) {
@@ -186,7 +193,11 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
         return;
     }
     const std::string name = partNameOf(origin, m_structure.placements[placement].name);
-    std::vector<ShapePiece> pieces = chooseShape(m_reading, {origin.view, origin.revision, {}, set, name});
+    std::vector<ShapePiece> pieces;
+    if (!own.empty())
+        pieces = chooseShape(m_reading, {occurrence, {}, {}, set, name});
+    if (pieces.empty())
+        pieces = chooseShape(m_reading, {origin.view, origin.revision, {}, set, name});
     // What is attached to an occurrence is its own.
     if (pieces.empty() && hasAttachments) {
         pieces = chooseShape(m_reading, {{}, {}, occurrence, set, name});

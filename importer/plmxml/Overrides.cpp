@@ -1,5 +1,7 @@
 #include "importer/plmxml/Overrides.h"
 
+#include "importer/plmxml/OwnShapes.h"
+#include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
 #include <algorithm>
@@ -119,8 +121,15 @@ void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
         material = m_reading.references.follow(occurrence, "materialRef", ElementKind::Material);
     made.material = m_graph.materialOf(material);
     made.visibility = visibilityOf(m_reading, occurrence);
+    made.pieces = chooseShape(m_reading, {occurrence, {}, {}, {}, partNameOf(path.back())});
     made.tags = UserTexts(m_reading).userData(occurrence).attribute(occurrence, "quantity").take();
     m_structure.overrides.push_back(std::move(made));
+}
+
+std::string Overrides::partNameOf(std::uint32_t placement) const
+{
+    const std::uint32_t part = m_structure.placements[placement].part;
+    return part == Nothing ? m_structure.placements[placement].name : m_structure.parts[part].name;
 }
 
 Overrides::Outcome Overrides::finish()
@@ -128,6 +137,8 @@ Overrides::Outcome Overrides::finish()
     m_outcome.areAccumulated = areAccumulated();
     if (m_outcome.areAccumulated)
         makeLocal();
+    if (!separateOwnShapes(m_structure))
+        m_reading.facts.isCut = true;
     return m_outcome;
 }
 

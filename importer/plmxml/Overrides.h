@@ -42,6 +42,7 @@ private:
     bool beginsAtRoot(const Path& path) const;
     bool isWithin(const Path& path);
     void addOverride(const pugi::xml_node& occurrence, const Path& path);
+    std::string partNameOf(std::uint32_t placement) const;
     bool areAccumulated() const;
     void makeLocal();
     Matrix4 worldOf(const Path& path) const;

@@ -54,6 +54,7 @@ struct StructureOverride {
     Matrix4 placed = Identity4; ///< in the parent
     std::uint32_t material = Nothing;
     Visibility visibility = Visibility::AsAbove;
+    std::vector<ShapePiece> pieces; ///< instead of the part's; empty to keep those
     std::vector<std::string> tags;
 };
 

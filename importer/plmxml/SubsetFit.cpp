@@ -31,8 +31,8 @@ public:
     bool holds(const pugi::xml_node& view, const Overrides::Outcome& overrides)
     {
         return !m_reading.document.hasPrefixes() && !m_reading.facts.hasNoUnits && !overrides.hasCompletedPaths &&
-               !overrides.areAccumulated && standWhereTheyAreTaken() && namesAreTaken() && viewsAreTaken(view) && occurrencesAreTaken() &&
-               partsAreTaken();
+               !overrides.areAccumulated && standWhereTheyAreTaken() && namesAreTaken() && viewsAreTaken(view) &&
+               occurrencesAreTaken() && partsAreTaken();
     }
 
 private:
@@ -113,10 +113,17 @@ private:
         for (const std::string_view word : wordsOf(part.attribute("representationRefs").value()))
             if (const pugi::xml_node shape = m_reading.index.findShape(referenceOf(word).id); shape.parent() == part)
                 return false;
-        if (!isAssembly && shapes.size() > 1)
+        if (shapes.size() > 1 && (!isAssembly || std::any_of(shapes.begin(), shapes.end(), isNoDesign)))
             return false;
         return std::all_of(shapes.begin(), shapes.end(),
                            [&](const pugi::xml_node& shape) { return shapeIsTaken(shape, isAssembly); });
+    }
+
+    /// It would show such a shape beside the others.
+    static bool isNoDesign(const pugi::xml_node& shape)
+    {
+        const std::string_view type = shape.attribute("type").value();
+        return type == "simplified" || type == "flat";
     }
 
     bool shapeIsTaken(const pugi::xml_node& shape, bool isAssembly)

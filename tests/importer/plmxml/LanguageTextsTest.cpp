@@ -105,9 +105,9 @@ TEST_F(LanguageTextsTest, TitlesValuesAndDescriptionsHaveTextsToo)
               textOf("a", "Wheel") + textOf("b", "Colour") + textOf("c", "red") + textOf("d", "Round") +
               textOf("e", "two"));
     EXPECT_EQ(m_result.structure.parts.at(0).name, "Wheel");
-    EXPECT_THAT(m_result.structure.parts.at(0).tags,
-                ElementsAre("ptx::attribute::Colour=red", "ptx::attribute::list=1, two",
-                            "ptx::attribute::Description=Round"));
+    EXPECT_THAT(
+        m_result.structure.parts.at(0).tags,
+        ElementsAre("ptx::attribute::Colour=red", "ptx::attribute::list=1, two", "ptx::attribute::Description=Round"));
 }
 
 TEST_F(LanguageTextsTest, OccurrencesMaterialsAndViewsAreCalledByTheirTexts)

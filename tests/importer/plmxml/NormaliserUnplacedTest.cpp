@@ -16,8 +16,7 @@ protected:
     {
         std::vector<std::string> texts;
         for (const zn::UnplacedOccurrence& each : m_result.facts.unplaced)
-            texts.push_back(
-                QStringLiteral("%1 %2 %3").arg(each.line).arg(each.id, each.path).trimmed().toStdString());
+            texts.push_back(QStringLiteral("%1 %2 %3").arg(each.line).arg(each.id, each.path).trimmed().toStdString());
         return texts;
     }
 
@@ -45,7 +44,8 @@ TEST_F(NormaliserUnplacedTest, OccurrencesWhosePathIsNoneOfTheGraphAreTold)
 
 TEST_F(NormaliserUnplacedTest, WhatStandsBelowOneWithoutPlaceHasNoneEither)
 {
-    normaliseGraph("\n<Occurrence id='o' instanceRefs='#c' occurrenceRefs='u'/>\n<Occurrence id='u' instanceRefs='#b'/>");
+    normaliseGraph(
+        "\n<Occurrence id='o' instanceRefs='#c' occurrenceRefs='u'/>\n<Occurrence id='u' instanceRefs='#b'/>");
     EXPECT_THAT(unplaced(), ElementsAre("2 o #c", "3 u #b"));
 }
 
