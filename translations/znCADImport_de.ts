@@ -195,6 +195,10 @@
 <context>
     <name>importer::plmxml::Normaliser</name>
     <message>
+        <source>the document has no element &quot;%1&quot; that a structure begins with</source>
+        <translation>das Dokument hat kein Element &quot;%1&quot;, mit dem eine Struktur beginnt</translation>
+    </message>
+    <message>
         <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
         <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
     </message>
@@ -205,6 +209,13 @@
     <message>
         <source>what is there is no regular file; %1</source>
         <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
+    </message>
+</context>
+<context>
+    <name>importer::ElementDocuments</name>
+    <message>
+        <source>the import names more than %1 elements of other documents</source>
+        <translation>der Import nennt mehr als %1 Elemente anderer Dokumente</translation>
     </message>
 </context>
 <context>

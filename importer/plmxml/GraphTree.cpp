@@ -29,7 +29,7 @@ std::unordered_set<std::size_t> targetsOf(const Reading& reading, ElementKind fr
     std::unordered_set<std::size_t> targets;
     for (const pugi::xml_node& element : reading.index.all(from))
         for (const std::string_view word : wordsOf(element.attribute(attribute).value()))
-            if (const pugi::xml_node target = reading.index.find(to, referenceOf(word).id))
+            if (const pugi::xml_node target = reading.index.find(to, ownIdOf(word)))
                 targets.insert(target.hash_value());
     return targets;
 }
@@ -91,6 +91,22 @@ void GraphTree::addRoots(const pugi::xml_node& graph)
             m_reading.references.note(graph, "rootRefs", word);
     }
     m_structure.graphs.push_back(std::move(roots));
+}
+
+void GraphTree::addElement(const pugi::xml_node& element)
+{
+    switch (kindOfName(m_reading.document.nameOf(element))) {
+    case ElementKind::InstanceGraph:
+        addRoots(element);
+        break;
+    case ElementKind::Part:
+        m_structure.graphs.push_back({placePart(element)});
+        break;
+    default:
+        m_structure.graphs.push_back({addPlacement(element)});
+        break;
+    }
+    finish();
 }
 
 void GraphTree::addFlat()
@@ -156,16 +172,15 @@ std::uint32_t GraphTree::partAt(const pugi::xml_node& instance)
 {
     const Reference reference = referenceOf(instance.attribute("partRef").value());
     if (!reference.file.empty())
-        return documentAt(instance);
+        return documentAt(instance, reference);
     const pugi::xml_node part = m_reading.references.follow(instance, "partRef", ElementKind::Part);
     return part ? addPart(part) : Nothing;
 }
 
-/// A part of another document is that document.
-std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance)
+/// A part of another document is read from there.
+std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance, const Reference& reference)
 {
-    const std::string location(referenceOf(instance.attribute("partRef").value()).file);
-    const std::uint32_t file = m_reading.files.add(instance, location.c_str(), "PLMXML");
+    const std::uint32_t file = m_reading.files.addElement(instance, reference);
     StructurePart part;
     part.name = nameOf(m_reading, instance);
     if (file != FileTable::None)

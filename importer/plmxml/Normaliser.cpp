@@ -1,5 +1,6 @@
 #include "importer/plmxml/Normaliser.h"
 
+#include "importer/plmxml/ElementTree.h"
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/OccurrenceTree.h"
 #include "importer/plmxml/Overrides.h"
@@ -26,6 +27,9 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(importer::plmxml::Normaliser)
 };
 
+/// Of an id in a sentence.
+constexpr int longestShownId = 100;
+
 QStringList searchPathsOf(const SourceDocument& document)
 {
     QStringList paths;
@@ -47,23 +51,27 @@ public:
                NormalisedDocument& result)
         : m_file(file), m_index(document), m_references(m_index), m_languages(document, m_references),
           m_formats(options.preferredFormats), m_finder(file, searchPathsOf(document), options.allowsFile),
-          m_files(document, m_finder, m_formats), m_wantsFacts(options.wantsFacts),
+          m_files(document, m_finder, m_formats), m_options(options),
           m_result(result), m_reading{document, m_index, m_references, m_languages, m_files, result.facts}
     {
     }
 
     void run()
     {
-        m_view = chooseView(m_reading);
-        if (!m_wantsFacts && isPlain())
+        const std::string root = m_options.root.toStdString();
+        const pugi::xml_node view = m_index.find(ElementKind::ProductView, root);
+        m_view = view ? view : chooseView(m_reading);
+        if (root.empty() && !m_options.wantsFacts && isPlain())
             return;
         noteElements();
-        const Occurrences occurrences(m_reading, occurrencesOf(m_reading, m_view));
-        const bool fits = build(occurrences);
+        const bool isWhole = root.empty() || view || m_index.find(ElementKind::ProductDef, root);
+        const bool fits = isWhole && build(Occurrences(m_reading, occurrencesOf(m_reading, m_view))) && root.empty();
+        if (!isWhole)
+            addStructureBelow(m_reading, root, m_result.structure);
         surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
         if (m_result.facts.roots == 0)
-            refuse();
+            refuse(isWhole);
         else if (!fits)
             write();
         tellFindings();
@@ -78,8 +86,8 @@ private:
         if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1)
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
-        const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, referenceOf(roots.front()).id) ||
-                                                m_index.has(ElementKind::Part, referenceOf(roots.front()).id));
+        const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, ownIdOf(roots.front())) ||
+                                                m_index.has(ElementKind::Part, ownIdOf(roots.front())));
         const auto& shapes = m_index.all(ElementKind::Representation);
         const bool hasFile = std::any_of(shapes.begin(), shapes.end(), [](const pugi::xml_node& shape) {
             return shape.attribute("location").value()[0] != 0;
@@ -108,7 +116,7 @@ private:
         return std::any_of(graphs.begin(), graphs.end(), [this](const pugi::xml_node& graph) {
             const std::vector<std::string_view> words = rootWordsOf(graph);
             return std::any_of(words.begin(), words.end(), [this](std::string_view word) {
-                const std::string_view id = referenceOf(word).id;
+                const std::string_view id = ownIdOf(word);
                 return m_index.find(ElementKind::Instance, id) || m_index.find(ElementKind::Part, id);
             });
         });
@@ -153,17 +161,24 @@ private:
         return fitsLoader(m_reading, m_file, m_view, overrides.finish(), m_result.structure);
     }
 
-    void refuse()
+    void refuse(bool isWhole)
     {
         m_result.way = NormalisedDocument::Way::Refuse;
-        m_result.reason = Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
-                                    "top of a product structure");
+        if (!isWhole)
+            m_result.reason = Texts::tr("the document has no element \"%1\" that a structure begins with")
+                                  .arg(m_options.root.left(longestShownId));
+        else
+            m_result.reason =
+                Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
+                          "top of a product structure");
     }
 
     void write()
     {
         m_result.way = NormalisedDocument::Way::AsText;
         m_result.facts.isNormalised = true;
+        if (m_options.standIn)
+            m_files.exchangeElements(m_options.standIn);
         for (StructurePlacement& placement : m_result.structure.placements)
             placement.hasNode = true;
         // The loader takes parts that are at the top, too, but gives their places no node.
@@ -188,15 +203,16 @@ private:
 
     static QString askedText(const ShapeFile& file)
     {
-        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.written);
+        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.withId(file.written));
         return file.found.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
     }
 
     static zn::StructureFile told(const ShapeFile& file)
     {
-        zn::StructureFile told{file.written, file.path, file.format, {}, {}, double(file.places), {}, file.line};
+        zn::StructureFile told{
+            file.withId(file.written), file.withId(file.path), file.format, {}, {}, double(file.places), {}, file.line};
         if (file.isThere())
-            told.found = file.found.path;
+            told.found = file.withId(file.found.path);
         if (file.isThere() && file.found.by != FoundBy::Location)
             told.foundBy = textOf(file.found.by);
         if (file.places == 0)
@@ -236,7 +252,7 @@ private:
     FileFormats m_formats;
     FileFinder m_finder;
     FileTable m_files;
-    bool m_wantsFacts;
+    const NormaliserOptions& m_options;
     NormalisedDocument& m_result;
     Reading m_reading;
     pugi::xml_node m_view;

@@ -29,13 +29,23 @@ void OccurrenceTree::add(const pugi::xml_node& view)
     for (const pugi::xml_node& root : rootsOf(view))
         if (const std::uint32_t placement = place(root, Identity4); placement != Nothing)
             roots.push_back(placement);
+    grow(std::move(roots));
+    noteUnplacedAmong(m_occurrences.all());
+    if (view)
+        noteUnplacedAmong(occurrencesOf(m_reading, {}));
+}
+
+void OccurrenceTree::addBelow(const pugi::xml_node& occurrence)
+{
+    grow({place(occurrence, transformOf(m_reading, occurrence).value_or(Identity4))});
+}
+
+void OccurrenceTree::grow(std::vector<std::uint32_t> roots)
+{
     m_structure.graphs.push_back(std::move(roots));
     for (std::size_t i = 0; i < m_open.size(); ++i)
         expand(Open(m_open[i]));
     dropShapesOfAssemblies();
-    noteUnplacedAmong(m_occurrences.all());
-    if (view)
-        noteUnplacedAmong(occurrencesOf(m_reading, {}));
     m_reading.facts.parts = m_origins.size();
 }
 
@@ -115,20 +125,31 @@ OccurrenceTree::Origin OccurrenceTree::originOf(const pugi::xml_node& occurrence
     if (!instances.empty())
         origin.instance =
             m_reading.references.look(occurrence, "instanceRefs", instances.back(), ElementKind::Instance);
-    for (const char* attribute : {"instancedRef", "partRef"}) {
-        const std::string_view id = referenceOf(occurrence.attribute(attribute).value()).id;
-        if (!origin.view && !origin.revision && !id.empty()) {
-            origin.view = m_reading.index.find(ElementKind::Part, id);
-            origin.revision = m_reading.index.find(ElementKind::Other, id);
-            if (!origin.view && !origin.revision)
-                m_reading.references.note(occurrence, attribute, id);
-        }
-    }
-    if (!origin.view && origin.instance)
+    for (const char* attribute : {"instancedRef", "partRef"})
+        if (!origin.view && !origin.revision && origin.document == FileTable::None)
+            find(occurrence, attribute, origin);
+    if (!origin.view && origin.document == FileTable::None)
+        origin.document = elementOfOther(origin.instance, "partRef");
+    if (!origin.view && origin.document == FileTable::None)
         origin.view = m_reading.references.follow(origin.instance, "partRef", ElementKind::Part);
     if (!origin.revision)
         origin.revision = otherOf(m_reading, origin.view, "revisionRef");
     return origin;
+}
+
+void OccurrenceTree::find(const pugi::xml_node& occurrence, const char* attribute, Origin& origin) const
+{
+    const std::string_view id = ownIdOf(occurrence.attribute(attribute).value());
+    origin.document = elementOfOther(occurrence, attribute);
+    origin.view = m_reading.index.find(ElementKind::Part, id);
+    origin.revision = m_reading.index.find(ElementKind::Other, id);
+    if (!id.empty() && !origin.view && !origin.revision)
+        m_reading.references.note(occurrence, attribute, id);
+}
+
+std::uint32_t OccurrenceTree::elementOfOther(const pugi::xml_node& element, const char* attribute) const
+{
+    return m_reading.files.addElement(element, referenceOf(element.attribute(attribute).value()));
 }
 
 void OccurrenceTree::expand(const Open& open)
@@ -174,6 +195,8 @@ void OccurrenceTree::addAssembly(std::uint32_t placement, const pugi::xml_node& 
 void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occurrence)
 {
     const Origin origin = originOf(occurrence);
+    if (origin.document != FileTable::None)
+        return addDocument(placement, origin.document);
     const pugi::xml_node what = origin.revision ? origin.revision : origin.view;
     if (what)
         m_origins.insert(what.hash_value());
@@ -210,6 +233,15 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
     m_structure.placements[placement].part = part;
     if (what)
         m_leaves[key] = part;
+}
+
+void OccurrenceTree::addDocument(std::uint32_t placement, std::uint32_t document)
+{
+    StructurePart part;
+    part.name = m_structure.placements[placement].name;
+    part.pieces.push_back({part.name, Identity4, false, document});
+    m_structure.parts.push_back(std::move(part));
+    m_structure.placements[placement].part = sizeOf(m_structure.parts.size() - 1);
 }
 
 /// A parent is placed before its children. An assembly's own file shows the same as its parts.

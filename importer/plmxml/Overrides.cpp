@@ -74,7 +74,7 @@ std::optional<Overrides::Path> Overrides::ownPathOf(const pugi::xml_node& occurr
 {
     Path path;
     for (const std::string_view word : wordsOf(occurrence.attribute("instanceRefs").value())) {
-        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, referenceOf(word).id);
+        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, ownIdOf(word));
         const std::uint32_t placement = instance ? m_graph.placementOf(instance) : Nothing;
         if (placement == Nothing)
             return std::nullopt;

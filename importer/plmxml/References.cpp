@@ -24,6 +24,12 @@ Reference referenceOf(std::string_view text)
     return {text.substr(0, hash), text.substr(hash + 1)};
 }
 
+std::string_view ownIdOf(std::string_view text)
+{
+    const Reference reference = referenceOf(text);
+    return reference.file.empty() ? reference.id : std::string_view();
+}
+
 std::vector<std::string_view> wordsOf(std::string_view list)
 {
     std::vector<std::string_view> words;
@@ -53,11 +59,8 @@ std::vector<pugi::xml_node> References::followList(const pugi::xml_node& from, c
 pugi::xml_node References::look(const pugi::xml_node& from, const char* attribute, std::string_view word,
                                 ElementKind kind)
 {
-    const Reference reference = referenceOf(word);
-    pugi::xml_node target;
-    if (reference.file.empty())
-        target =
-            kind == ElementKind::Representation ? m_index.findShape(reference.id) : m_index.find(kind, reference.id);
+    const std::string_view id = ownIdOf(word);
+    const pugi::xml_node target = kind == ElementKind::Representation ? m_index.findShape(id) : m_index.find(kind, id);
     if (!target)
         note(from, attribute, word);
     return target;

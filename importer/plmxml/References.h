@@ -20,6 +20,9 @@ struct Reference {
 /// Takes `text` apart, which may be an id, an id behind a hash sign, or a file, a hash sign and an id.
 Reference referenceOf(std::string_view text);
 
+/// The id that `text` refers to; empty where it leads into another document.
+std::string_view ownIdOf(std::string_view text);
+
 /// The words of a list that is separated by white space.
 std::vector<std::string_view> wordsOf(std::string_view list);
 

@@ -111,7 +111,7 @@ private:
         const std::vector<pugi::xml_node> shapes = representationsOf(m_reading, part);
         // One that is a child and referred to comes twice.
         for (const std::string_view word : wordsOf(part.attribute("representationRefs").value()))
-            if (const pugi::xml_node shape = m_reading.index.findShape(referenceOf(word).id); shape.parent() == part)
+            if (const pugi::xml_node shape = m_reading.index.findShape(ownIdOf(word)); shape.parent() == part)
                 return false;
         if (shapes.size() > 1 && (!isAssembly || std::any_of(shapes.begin(), shapes.end(), isNoDesign)))
             return false;

@@ -179,7 +179,7 @@ private:
         appendAttribute(m_out, "name", name);
         m_out += " type=\"solid\"><Representation";
         appendAttribute(m_out, "format", formatNameOf(file.format).toUpper().toStdString());
-        appendAttribute(m_out, "location", QUrl::toPercentEncoding(file.found.path, "/").toStdString());
+        appendAttribute(m_out, "location", QUrl::toPercentEncoding(file.toRead(), "/").toStdString());
         m_out += "/></ProductRevisionView>\n";
     }
 

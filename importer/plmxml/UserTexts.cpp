@@ -113,8 +113,8 @@ std::string UserTexts::valueOf(const pugi::xml_node& userValue) const
         return value;
     if (const pugi::xml_node list = childOf(m_reading, userValue, "UserList"))
         return listText(m_reading, list);
-    const Reference reference = referenceOf(userValue.attribute("dataRef").value());
-    const pugi::xml_node target = m_reading.index.find(ElementKind::Other, reference.id);
+    const std::string_view id = ownIdOf(userValue.attribute("dataRef").value());
+    const pugi::xml_node target = m_reading.index.find(ElementKind::Other, id);
     const std::string name = nameOf(m_reading, target);
     return name.empty() ? textOf(target, "userId") : name;
 }

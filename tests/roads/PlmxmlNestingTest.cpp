@@ -88,7 +88,8 @@ TEST_F(PlmxmlNestingTest, WhatIsMissingInsideIsNamedWithItsWholePlace)
 
 TEST_F(PlmxmlNestingTest, WhatADocumentInsidePassesOverIsTold)
 {
-    const QString axle = write(QStringLiteral("axle.plmxml"), "<PLMXML><Instance id='a' name='A'/><Occurrence/></PLMXML>");
+    const QString axle =
+        write(QStringLiteral("axle.plmxml"), "<PLMXML><Instance id='a' name='A'/><Occurrence/></PLMXML>");
     const zn::ImportResult result = importParts({"axle.plmxml"});
     EXPECT_THAT(result.messages,
                 testing::Contains(axle + QStringLiteral(": the document names no file with a shape; its structure has "
