@@ -101,6 +101,9 @@ QStringList PreparedDocument::remarks() const
     if (m_facts->badTransforms > 0)
         remark(Texts::tr("%1 transforms have not the numbers that they need, and move nothing")
                    .arg(m_facts->badTransforms));
+    if (m_facts->badMaterialNumbers > 0)
+        remark(
+            Texts::tr("%1 attributes of materials are no numbers and are left out").arg(m_facts->badMaterialNumbers));
     if (m_facts->placedTwice > 0)
         remark(Texts::tr("%1 occurrences are claimed by several others; they stand below the first")
                    .arg(m_facts->placedTwice));

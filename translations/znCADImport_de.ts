@@ -249,6 +249,10 @@
         <translation>%1 Vorkommen nennen keinen Platz der Struktur und werden übergangen, das erste in Zeile %2</translation>
     </message>
     <message>
+        <source>%1 attributes of materials are no numbers and are left out</source>
+        <translation>%1 Attribute von Materialien sind keine Zahlen und werden weggelassen</translation>
+    </message>
+    <message>
         <source>%1 occurrences are claimed by several others; they stand below the first</source>
         <translation>%1 Vorkommen werden von mehreren anderen beansprucht; sie stehen unter dem ersten</translation>
     </message>

@@ -54,10 +54,13 @@ struct DocumentStructure {
     std::size_t conditions = 0;    ///< elements that state for whom something holds; none is evaluated
     std::size_t placedTwice = 0;   ///< occurrences that several others claim; they stand once
     std::size_t badTransforms = 0; ///< transforms without the numbers that their type wants
-    QStringList languages;         ///< that it has texts in, beside those of its attributes
-    bool hasNoUnits = false;       ///< whether lengths are those of the part files
-    bool isCut = false;            ///< whether there were too many places to count
-    std::size_t danglingCount = 0; ///< references that lead nowhere
+    /// Attributes of materials with words among their numbers, or none. They are left out where the document is
+    /// rewritten.
+    std::size_t badMaterialNumbers = 0;
+    QStringList languages;                             ///< that it has texts in, beside those of its attributes
+    bool hasNoUnits = false;                           ///< whether lengths are those of the part files
+    bool isCut = false;                                ///< whether there were too many places to count
+    std::size_t danglingCount = 0;                     ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
     std::size_t unplacedCount = 0; ///< occurrences whose path leads to no place, or that nothing at the top leads to
     std::vector<UnplacedOccurrence> unplaced; ///< the first of them

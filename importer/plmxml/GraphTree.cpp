@@ -1,5 +1,6 @@
 #include "importer/plmxml/GraphTree.h"
 
+#include "importer/plmxml/Numbers.h"
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
@@ -135,8 +136,25 @@ std::uint32_t GraphTree::materialOf(const pugi::xml_node& material)
         return Nothing;
     const auto [entry, isNew] = m_materials.emplace(material.hash_value(), sizeOf(m_structure.materials.size()));
     if (isNew)
-        m_structure.materials.push_back({material, nameOf(m_reading, material)});
+        m_structure.materials.push_back(made(material));
     return entry->second;
+}
+
+/// Words among its numbers would make the document unreadable for the loader.
+StructureMaterial GraphTree::made(const pugi::xml_node& material) const
+{
+    StructureMaterial made{nameOf(m_reading, material), {}};
+    for (const char* name : {"ambient", "diffuse", "specular", "emissive", "shininess", "alpha"}) {
+        const pugi::xml_attribute attribute = material.attribute(name);
+        if (!attribute)
+            continue;
+        std::optional<std::vector<double>> numbers = numbersIn(attribute.value());
+        if (numbers && !numbers->empty())
+            made.numbers.emplace_back(name, std::move(*numbers));
+        else
+            ++m_reading.facts.badMaterialNumbers;
+    }
+    return made;
 }
 
 std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)

@@ -30,6 +30,7 @@ public:
     std::uint32_t materialOf(const pugi::xml_node& material);
 
 private:
+    StructureMaterial made(const pugi::xml_node& material) const;
     std::uint32_t addPlacement(const pugi::xml_node& instance);
     std::uint32_t placePart(const pugi::xml_node& part);
     std::uint32_t partAt(const pugi::xml_node& instance);

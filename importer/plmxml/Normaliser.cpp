@@ -75,7 +75,6 @@ public:
         else if (!fits)
             write();
         tellFindings();
-        m_result.structure.materials.clear();
     }
 
 private:

@@ -40,7 +40,7 @@ struct NormalisedDocument {
     std::string text;              ///< a document of the loader's form
     bool isRead = false;           ///< whether there are facts and a structure
     zn::DocumentStructure facts;   ///< what was found and chosen
-    Structure structure;           ///< whose elements are gone
+    Structure structure;           ///< of the places
     QHash<QString, QString> asked; ///< what the document says, by the path of each file that is not there
 };
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace importer::plmxml
@@ -60,8 +61,8 @@ struct StructureOverride {
 
 /// A material of a document.
 struct StructureMaterial {
-    pugi::xml_node element; ///< as long as the document lives
     std::string name;
+    std::vector<std::pair<const char*, std::vector<double>>> numbers; ///< by attribute
 };
 
 /// A product structure, however its document writes it.

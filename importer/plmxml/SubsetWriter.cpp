@@ -191,9 +191,14 @@ private:
         const StructureMaterial& material = m_structure.materials[index];
         if (!material.name.empty())
             appendAttribute(m_out, "name", material.name);
-        for (const char* attribute : {"ambient", "diffuse", "specular", "emissive", "shininess", "alpha"})
-            if (const pugi::xml_attribute value = material.element.attribute(attribute))
-                appendAttribute(m_out, attribute, value.value());
+        for (const auto& [attribute, numbers] : material.numbers) {
+            m_out += std::string(" ") + attribute + "=\"";
+            for (std::size_t i = 0; i < numbers.size(); ++i) {
+                m_out += i > 0 ? " " : "";
+                appendNumber(m_out, numbers[i]);
+            }
+            m_out += '"';
+        }
         m_out += "/>\n";
     }
 

@@ -87,6 +87,7 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
             {QStringLiteral("occurrencesWithoutPlace"), number(document.unplacedCount)},
             {QStringLiteral("withoutPlace"), unplacedReport(document.unplaced)},
             {QStringLiteral("badTransforms"), number(document.badTransforms)},
+            {QStringLiteral("badMaterialNumbers"), number(document.badMaterialNumbers)},
             {QStringLiteral("languages"), QJsonArray::fromStringList(document.languages)},
             {QStringLiteral("lengthsOfPartFiles"), document.hasNoUnits},
             {QStringLiteral("countsCut"), document.isCut},

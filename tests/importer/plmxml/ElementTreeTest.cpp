@@ -85,11 +85,12 @@ TEST_F(ElementTreeTest, WhatStandsInForAnElementOfAnotherDocumentIsRead)
 {
     make("other.plmxml");
     make("whole.plmxml");
-    make("car.plmxml", "<PLMXML><ProductView rootRefs='o'><Occurrence id='o' name='O' occurrenceRefs='a b c d'/>"
-                       "<Occurrence id='a' name='A' instancedRef='other.plmxml#x'/>"
-                       "<Occurrence id='b' name='B' partRef='other.plmxml#y' instancedRef=''/>"
-                       "<Occurrence id='c' name='C' instanceRefs='#i'/><Occurrence id='d' instancedRef='none.plmxml#x'/>"
-                       "</ProductView><ProductRevision id='x'/><Instance id='i' partRef='whole.plmxml#x'/></PLMXML>");
+    make("car.plmxml",
+         "<PLMXML><ProductView rootRefs='o'><Occurrence id='o' name='O' occurrenceRefs='a b c d'/>"
+         "<Occurrence id='a' name='A' instancedRef='other.plmxml#x'/>"
+         "<Occurrence id='b' name='B' partRef='other.plmxml#y' instancedRef=''/>"
+         "<Occurrence id='c' name='C' instanceRefs='#i'/><Occurrence id='d' instancedRef='none.plmxml#x'/>"
+         "</ProductView><ProductRevision id='x'/><Instance id='i' partRef='whole.plmxml#x'/></PLMXML>");
     std::vector<std::string> asked;
     const auto standIn = [&asked](const QString& document, const QString& id) {
         asked.push_back(QFileInfo(document).fileName().toStdString() + " " + id.toStdString());
