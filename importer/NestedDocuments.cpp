@@ -4,6 +4,7 @@
 #include "host/znKernel/znController.h"
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
+#include "importer/ElementDocuments.h"
 #include "importer/PreparedDocument.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 #include "standalone/startup/StandaloneSession.h"
@@ -45,9 +46,9 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 } // namespace
 
 NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost,
-                                 plmxml::NormaliserOptions options)
-    : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{canonical(outermost)},
-      m_options(std::move(options))
+                                 plmxml::NormaliserOptions options, const ElementDocuments& elements)
+    : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{{canonical(outermost), {}}},
+      m_options(std::move(options)), m_elements(elements)
 {
     session.state<files::SceneReaders>().add({QStringLiteral("PLMXML"),
                                               {QStringLiteral("plmxml"), QStringLiteral("xml")},
@@ -62,17 +63,17 @@ NestedDocuments::~NestedDocuments()
 /// The outer document is the current one again afterwards, and at work.
 osg::NodePtr NestedDocuments::read(files::ReadTask& task)
 {
-    const QString document = canonical(task.path());
+    const Open document = wantedBy(task);
     refuse(task, document);
     ++m_count;
     m_open.append(document);
     const auto close = [this] {
         m_open.removeLast();
-        znTexSearch::setCurrentFile(m_open.last().toUtf8().constData());
+        znTexSearch::setCurrentFile(m_open.last().file.toUtf8().constData());
         znController::setBusy(true, false);
     };
     try {
-        const osg::NodePtr root = load(task);
+        const osg::NodePtr root = load(task, document);
         close();
         return root;
     } catch (...) {
@@ -81,10 +82,17 @@ osg::NodePtr NestedDocuments::read(files::ReadTask& task)
     }
 }
 
-void NestedDocuments::refuse(const files::ReadTask& task, const QString& document) const
+/// The document that the task names, or the element that its file stands in for.
+NestedDocuments::Open NestedDocuments::wantedBy(const files::ReadTask& task) const
+{
+    const std::optional<ElementDocuments::Element> element = m_elements.find(task.path());
+    return element ? Open{canonical(element->document), element->id} : Open{canonical(task.path()), {}};
+}
+
+void NestedDocuments::refuse(const files::ReadTask& task, const Open& document) const
 {
     using files::ErrorCode;
-    if (document.isEmpty())
+    if (document.file.isEmpty())
         task.fail(ErrorCode::NotFound, tr("there is no such file"));
     if (m_open.contains(document))
         task.fail(ErrorCode::Damaged, tr("the document leads back to itself"));
@@ -94,11 +102,16 @@ void NestedDocuments::refuse(const files::ReadTask& task, const QString& documen
         task.fail(ErrorCode::LimitExceeded, tr("the import has more than %1 documents").arg(maxCount));
 }
 
-osg::NodePtr NestedDocuments::load(const files::ReadTask& task)
+osg::NodePtr NestedDocuments::load(const files::ReadTask& task, const Open& wanted)
 {
-    const PreparedDocument document(QFileInfo(task.path()).absoluteFilePath(), m_options);
+    plmxml::NormaliserOptions options = m_options;
+    options.root = wanted.id;
+    const QString file = wanted.id.isEmpty() ? QFileInfo(task.path()).absoluteFilePath() : wanted.file;
+    const PreparedDocument document(file, options);
     if (document.refusal())
         task.fail(files::ErrorCode::Damaged, *document.refusal());
+    for (const QString& remark : document.remarks())
+        Q_EMIT remarked(remark);
     znPLMXMLLoaderJob job(document.path().toStdString(), nullptr);
     Q_EMIT jobCreated(&job);
     runToItsEnd(job);

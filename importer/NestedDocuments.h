@@ -4,8 +4,9 @@
 #include "host/OSGSystem/Node.h"
 #include "importer/plmxml/Normaliser.h"
 
+#include <QList>
 #include <QObject>
-#include <QStringList>
+#include <QString>
 
 class znPLMXMLLoaderJob;
 namespace zn
@@ -15,6 +16,8 @@ class StandaloneSession;
 
 namespace importer
 {
+
+class ElementDocuments;
 
 /// Lets a part file be a PLMXML document itself: while this lives, the kernel's file loading reads such files.
 ///
@@ -31,23 +34,37 @@ public:
 
     /// For the import of the document `outermost`; the others are read with `options`. What is added to the session's
     /// readers meanwhile goes with this.
-    NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options);
+    ///
+    /// @param elements finds the element that a part file stands in for; must outlive this
+    NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options,
+                    const ElementDocuments& elements);
     ~NestedDocuments() override;
 
 Q_SIGNALS:
     /// A nested document's job, before it runs.
     void jobCreated(znPLMXMLLoaderJob* job);
+    /// What the import of a nested document passes over, a sentence with the document's name.
+    void remarked(const QString& remark);
 
 private:
     osg::NodePtr read(files::ReadTask& task);
-    void refuse(const files::ReadTask& task, const QString& document) const;
-    osg::NodePtr load(const files::ReadTask& task);
+    struct Open {
+        QString file; ///< canonical path
+        QString id;   ///< of the element that is wanted of it; empty for the whole
+
+        bool operator==(const Open& other) const { return file == other.file && id == other.id; }
+    };
+
+    Open wantedBy(const files::ReadTask& task) const;
+    void refuse(const files::ReadTask& task, const Open& document) const;
+    osg::NodePtr load(const files::ReadTask& task, const Open& document);
 
     zn::StandaloneSession& m_session;
     files::SceneReaders m_readersBefore;
-    QStringList m_open; ///< canonical paths of the documents that are being read, the outermost first
+    QList<Open> m_open; ///< the documents that are being read, the outermost first
     int m_count = 1;
     plmxml::NormaliserOptions m_options;
+    const ElementDocuments& m_elements;
 };
 
 } // namespace importer

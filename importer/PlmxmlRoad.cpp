@@ -57,12 +57,12 @@ void PlmxmlRoad::start()
     connect(parts, &PartImports::changed, this, [this, parts] { Q_EMIT partsChanged(parts->counts(), parts->text()); });
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
     follow(*job);
-    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file,
-                                                 plmxml::NormaliserOptions{request().preferredFormats, {}, false});
+    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file, options(false), m_elements);
     connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
         parts->followNested(*nested);
         follow(*nested);
     });
+    connect(m_nested.get(), &NestedDocuments::remarked, this, &PlmxmlRoad::addMessage);
     m_queue.addJob(job);
     m_queue.startProcessing();
 }
@@ -70,8 +70,7 @@ void PlmxmlRoad::start()
 /// False when there is nothing to import, which ends the road.
 bool PlmxmlRoad::prepare()
 {
-    m_document = std::make_unique<PreparedDocument>(
-        m_file, plmxml::NormaliserOptions{request().preferredFormats, {}, request().wantsStructure});
+    m_document = std::make_unique<PreparedDocument>(m_file, options(request().wantsStructure));
     m_result.document = m_document->facts();
     if (m_document->refusal()) {
         endWithout(*m_document->refusal());
@@ -84,6 +83,14 @@ bool PlmxmlRoad::prepare()
     if (const auto error = m_document->keep(request().keepNormalised))
         addMessage(*error);
     return true;
+}
+
+plmxml::NormaliserOptions PlmxmlRoad::options(bool wantsFacts)
+{
+    const auto standIn = [this](const QString& document, const QString& id) {
+        return m_elements.standInFor(document, id);
+    };
+    return {request().preferredFormats, {}, wantsFacts, standIn, {}};
 }
 
 void PlmxmlRoad::endWithout(const QString& reason)
@@ -149,7 +156,7 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
     m_result.node = job.getLoadedNode();
     m_document->complete(job.getLoadedNode());
     for (QString& line : m_result.messages)
-        line = m_document->aboutOriginal(line);
+        line = m_elements.aboutElements(m_document->aboutOriginal(line));
     if (m_result.node && m_result.state != znCADFileTypes::JobFailed)
         return loaded(parts);
     m_result.state = znCADFileTypes::JobFailed;
@@ -174,6 +181,8 @@ void PlmxmlRoad::loaded(const PartImports& parts)
         m_result.missing.insert(m_result.missing.begin(), unread.begin(), unread.end());
     }
     m_document->tellWhatWasAsked(m_result.missing);
+    m_elements.tellElements(m_result.missing);
+    m_elements.nameElements(m_result.node);
     if (!m_result.missing.empty())
         m_result.state = znCADFileTypes::JobPartial;
     m_optimization.start(m_queue, m_document->nameForJobs(), m_result.node, request().recordsSteps);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/znJobProcessing/znJobQueue.h"
+#include "importer/ElementDocuments.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeOptimization.h"
 
@@ -15,6 +16,11 @@ class znPtxConverterJob;
 
 namespace importer
 {
+
+namespace plmxml
+{
+struct NormaliserOptions;
+} // namespace plmxml
 
 class NestedDocuments;
 class PartImports;
@@ -51,8 +57,10 @@ private:
     QString whyWithoutTree(const znPLMXMLLoaderJob& job) const;
     void endWithout(const QString& reason);
     bool prepare();
+    plmxml::NormaliserOptions options(bool wantsFacts);
 
     QString m_file;
+    ElementDocuments m_elements;
     std::unique_ptr<PreparedDocument> m_document;
     znJobQueue m_queue;
     std::unique_ptr<NestedDocuments> m_nested; ///< while the document is loaded

@@ -84,6 +84,10 @@ QStringList PreparedDocument::remarks() const
     if (m_facts->shapePlaces == 0)
         remark(Texts::tr("the document names no file with a shape; its structure has %1 places")
                    .arg(number(m_facts->occurrences)));
+    if (m_facts->unplacedCount > 0)
+        remark(Texts::tr("%1 occurrences speak of no place of the structure and are passed over, the first in line %2")
+                   .arg(m_facts->unplacedCount)
+                   .arg(m_facts->unplaced.front().line));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)
@@ -97,6 +101,9 @@ QStringList PreparedDocument::remarks() const
     if (m_facts->badTransforms > 0)
         remark(Texts::tr("%1 transforms have not the numbers that they need, and move nothing")
                    .arg(m_facts->badTransforms));
+    if (m_facts->badMaterialNumbers > 0)
+        remark(
+            Texts::tr("%1 attributes of materials are no numbers and are left out").arg(m_facts->badMaterialNumbers));
     if (m_facts->placedTwice > 0)
         remark(Texts::tr("%1 occurrences are claimed by several others; they stand below the first")
                    .arg(m_facts->placedTwice));

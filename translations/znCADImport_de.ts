@@ -195,6 +195,10 @@
 <context>
     <name>importer::plmxml::Normaliser</name>
     <message>
+        <source>the document has no element &quot;%1&quot; that a structure begins with</source>
+        <translation>das Dokument hat kein Element &quot;%1&quot;, mit dem eine Struktur beginnt</translation>
+    </message>
+    <message>
         <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
         <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
     </message>
@@ -205,6 +209,13 @@
     <message>
         <source>what is there is no regular file; %1</source>
         <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
+    </message>
+</context>
+<context>
+    <name>importer::ElementDocuments</name>
+    <message>
+        <source>the import names more than %1 elements of other documents</source>
+        <translation>der Import nennt mehr als %1 Elemente anderer Dokumente</translation>
     </message>
 </context>
 <context>
@@ -232,6 +243,14 @@
     <message>
         <source>%1 transforms have not the numbers that they need, and move nothing</source>
         <translation>%1 Transformationen haben nicht die Zahlen, die sie brauchen, und bewegen nichts</translation>
+    </message>
+    <message>
+        <source>%1 occurrences speak of no place of the structure and are passed over, the first in line %2</source>
+        <translation>%1 Vorkommen nennen keinen Platz der Struktur und werden übergangen, das erste in Zeile %2</translation>
+    </message>
+    <message>
+        <source>%1 attributes of materials are no numbers and are left out</source>
+        <translation>%1 Attribute von Materialien sind keine Zahlen und werden weggelassen</translation>
     </message>
     <message>
         <source>%1 occurrences are claimed by several others; they stand below the first</source>

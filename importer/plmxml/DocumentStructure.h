@@ -23,6 +23,16 @@ struct StructureFile {
     int line = 0;      ///< of the element that names it first
 };
 
+/// An occurrence that speaks of no place of the structure, so that what it says is passed over.
+struct UnplacedOccurrence {
+    QString id;   ///< may be empty
+    QString path; ///< its instances, as they are written; may be empty
+    int line = 0; ///< from 1
+
+    /// How many of a document are kept at most; all are counted.
+    static constexpr std::size_t maxKept = 1000;
+};
+
 /// What a product structure holds and what was chosen of it.
 struct DocumentStructure {
     bool isNormalised = false;     ///< whether the document had to be brought into the form that the loader reads
@@ -44,11 +54,17 @@ struct DocumentStructure {
     std::size_t conditions = 0;    ///< elements that state for whom something holds; none is evaluated
     std::size_t placedTwice = 0;   ///< occurrences that several others claim; they stand once
     std::size_t badTransforms = 0; ///< transforms without the numbers that their type wants
-    bool hasNoUnits = false;       ///< whether lengths are those of the part files
-    bool isCut = false;            ///< whether there were too many places to count
-    std::size_t danglingCount = 0; ///< references that lead nowhere
+    /// Attributes of materials with words among their numbers, or none. They are left out where the document is
+    /// rewritten.
+    std::size_t badMaterialNumbers = 0;
+    QStringList languages;                             ///< that it has texts in, beside those of its attributes
+    bool hasNoUnits = false;                           ///< whether lengths are those of the part files
+    bool isCut = false;                                ///< whether there were too many places to count
+    std::size_t danglingCount = 0;                     ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
-    std::vector<StructureFile> files;                  ///< that the parts are drawn from, each once
+    std::size_t unplacedCount = 0; ///< occurrences whose path leads to no place, or that nothing at the top leads to
+    std::vector<UnplacedOccurrence> unplaced; ///< the first of them
+    std::vector<StructureFile> files;         ///< that the parts are drawn from, each once
 };
 
 } // namespace zn

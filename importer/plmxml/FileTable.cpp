@@ -3,22 +3,51 @@
 namespace importer::plmxml
 {
 
+namespace
+{
+
+QString text(std::string_view utf8)
+{
+    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+}
+
+} // namespace
+
 std::uint32_t FileTable::add(const pugi::xml_node& element, const char* location, const char* format)
 {
-    const QString written = QString::fromUtf8(location);
+    return add(element, text(location), text(format), {});
+}
+
+std::uint32_t FileTable::addElement(const pugi::xml_node& element, const Reference& reference)
+{
+    return reference.file.empty() ? None
+                                  : add(element, text(reference.file), QStringLiteral("PLMXML"), text(reference.id));
+}
+
+std::uint32_t FileTable::add(const pugi::xml_node& element, const QString& written, const QString& format,
+                             const QString& id)
+{
     const QString path = cleanLocation(written);
-    const QString word = QString::fromUtf8(format);
-    const int rank = m_formats.rankOf(path, word);
+    const int rank = m_formats.rankOf(path, format);
     if (path.isEmpty() || rank == FileFormats::NoShape)
         return None;
-    const auto known = m_byPath.find(path);
+    const QString key = id.isEmpty() ? path : path + QLatin1Char('#') + id;
+    const auto known = m_byPath.find(key);
     if (known != m_byPath.end())
         return known.value();
     const auto index = static_cast<std::uint32_t>(m_files.size());
-    m_byPath.insert(path, index);
-    std::string name(m_document.nameOf(element));
-    m_files.push_back({written, path, word, m_finder.find(path), rank,
-                       name + " '" + element.attribute("id").value() + "'", m_document.lineOf(element), 0});
+    m_byPath.insert(key, index);
+    const std::string name(m_document.nameOf(element));
+    m_files.push_back({written,
+                       path,
+                       format,
+                       id,
+                       m_finder.find(path),
+                       rank,
+                       name + " '" + element.attribute("id").value() + "'",
+                       m_document.lineOf(element),
+                       0,
+                       {}});
     return index;
 }
 

@@ -3,6 +3,7 @@
 #include "importer/plmxml/DocumentStructure.h"
 #include "importer/plmxml/FileFinder.h"
 #include "importer/plmxml/FileFormats.h"
+#include "importer/plmxml/References.h"
 #include "importer/plmxml/SourceDocument.h"
 
 #include <QHash>
@@ -19,12 +20,18 @@ struct ShapeFile {
     QString written; ///< in the document
     QString path;    ///< as cleanLocation gives it
     QString format;  ///< as the document calls it
+    QString id;      ///< of the element that is meant of it, if it is a document; empty for the whole
     FoundFile found;
     int rank = FileFormats::NoShape;
     std::string element; ///< that names it first, with its id
     int line = 0;
     std::uint64_t places = 0; ///< where it is shown
+    QString standIn;          ///< to be read instead of it; may be empty
 
+    /// The path that the import has to read.
+    const QString& toRead() const { return standIn.isEmpty() ? found.path : standIn; }
+    /// A path with the element that is meant of it.
+    QString withId(const QString& of) const { return id.isEmpty() ? of : of + QLatin1Char('#') + id; }
     /// Whether it can be read.
     bool isThere() const { return found.by != FoundBy::Nowhere; }
 };
@@ -44,15 +51,27 @@ public:
 
     /// The index of the file that `element` names with these texts; None for an empty location and for no shape.
     std::uint32_t add(const pugi::xml_node& element, const char* location, const char* format);
+    /// The index of the document that `element` refers to an element of, for that element alone; None within the same.
+    std::uint32_t addElement(const pugi::xml_node& element, const Reference& reference);
 
     /// One of them.
     ShapeFile& operator[](std::uint32_t index) { return m_files[index]; }
     /// One of them.
     const ShapeFile& operator[](std::uint32_t index) const { return m_files[index]; }
+    /// Reads `standIn(path, id)` in place of each document of which a single element is shown.
+    template <class StandIn>
+    void exchangeElements(const StandIn& standIn)
+    {
+        for (ShapeFile& file : m_files)
+            if (!file.id.isEmpty() && file.isThere() && file.places > 0)
+                file.standIn = standIn(file.found.path, file.id);
+    }
     /// All, in the order in which they were added.
     const std::vector<ShapeFile>& files() const { return m_files; }
 
 private:
+    std::uint32_t add(const pugi::xml_node& element, const QString& written, const QString& format, const QString& id);
+
     const SourceDocument& m_document;
     FileFinder& m_finder;
     const FileFormats& m_formats;

@@ -1,5 +1,6 @@
 #include "importer/plmxml/GraphTree.h"
 
+#include "importer/plmxml/Numbers.h"
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
@@ -29,7 +30,7 @@ std::unordered_set<std::size_t> targetsOf(const Reading& reading, ElementKind fr
     std::unordered_set<std::size_t> targets;
     for (const pugi::xml_node& element : reading.index.all(from))
         for (const std::string_view word : wordsOf(element.attribute(attribute).value()))
-            if (const pugi::xml_node target = reading.index.find(to, referenceOf(word).id))
+            if (const pugi::xml_node target = reading.index.find(to, ownIdOf(word)))
                 targets.insert(target.hash_value());
     return targets;
 }
@@ -60,12 +61,12 @@ std::string firstText(std::initializer_list<std::string> texts)
 
 std::string nameOfRevision(const Reading& reading, const pugi::xml_node& revision)
 {
-    const std::string own = textOf(revision, "name");
+    const std::string own = nameOf(reading, revision);
     if (!own.empty() || !revision)
         return own;
     const pugi::xml_node item = otherOf(reading, revision, "masterRef");
     return firstText(
-        {textOf(item, "name"), textOf(item, "productId"), textOf(item, "catalogueId"), textOf(revision, "id")});
+        {nameOf(reading, item), textOf(item, "productId"), textOf(item, "catalogueId"), textOf(revision, "id")});
 }
 
 void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
@@ -91,6 +92,22 @@ void GraphTree::addRoots(const pugi::xml_node& graph)
             m_reading.references.note(graph, "rootRefs", word);
     }
     m_structure.graphs.push_back(std::move(roots));
+}
+
+void GraphTree::addElement(const pugi::xml_node& element)
+{
+    switch (kindOfName(m_reading.document.nameOf(element))) {
+    case ElementKind::InstanceGraph:
+        addRoots(element);
+        break;
+    case ElementKind::Part:
+        m_structure.graphs.push_back({placePart(element)});
+        break;
+    default:
+        m_structure.graphs.push_back({addPlacement(element)});
+        break;
+    }
+    finish();
 }
 
 void GraphTree::addFlat()
@@ -119,8 +136,25 @@ std::uint32_t GraphTree::materialOf(const pugi::xml_node& material)
         return Nothing;
     const auto [entry, isNew] = m_materials.emplace(material.hash_value(), sizeOf(m_structure.materials.size()));
     if (isNew)
-        m_structure.materials.push_back(material);
+        m_structure.materials.push_back(made(material));
     return entry->second;
+}
+
+/// Words among its numbers would make the document unreadable for the loader.
+StructureMaterial GraphTree::made(const pugi::xml_node& material) const
+{
+    StructureMaterial made{nameOf(m_reading, material), {}};
+    for (const char* name : {"ambient", "diffuse", "specular", "emissive", "shininess", "alpha"}) {
+        const pugi::xml_attribute attribute = material.attribute(name);
+        if (!attribute)
+            continue;
+        std::optional<std::vector<double>> numbers = numbersIn(attribute.value());
+        if (numbers && !numbers->empty())
+            made.numbers.emplace_back(name, std::move(*numbers));
+        else
+            ++m_reading.facts.badMaterialNumbers;
+    }
+    return made;
 }
 
 std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
@@ -132,7 +166,7 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.id = textOf(instance, "id");
     placement.part = partAt(instance);
     const std::string partName = placement.part == Nothing ? std::string() : m_structure.parts[placement.part].name;
-    placement.name = firstText({textOf(instance, "name"), partName, placement.id});
+    placement.name = firstText({nameOf(m_reading, instance), partName, placement.id});
     placement.placed = transformOf(m_reading, instance).value_or(Identity4);
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
     placement.material = materialOf(m_reading.references.follow(instance, "materialRef", ElementKind::Material));
@@ -156,18 +190,17 @@ std::uint32_t GraphTree::partAt(const pugi::xml_node& instance)
 {
     const Reference reference = referenceOf(instance.attribute("partRef").value());
     if (!reference.file.empty())
-        return documentAt(instance);
+        return documentAt(instance, reference);
     const pugi::xml_node part = m_reading.references.follow(instance, "partRef", ElementKind::Part);
     return part ? addPart(part) : Nothing;
 }
 
-/// A part of another document is that document.
-std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance)
+/// A part of another document is read from there.
+std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance, const Reference& reference)
 {
-    const std::string location(referenceOf(instance.attribute("partRef").value()).file);
-    const std::uint32_t file = m_reading.files.add(instance, location.c_str(), "PLMXML");
+    const std::uint32_t file = m_reading.files.addElement(instance, reference);
     StructurePart part;
-    part.name = textOf(instance, "name");
+    part.name = nameOf(m_reading, instance);
     if (file != FileTable::None)
         part.pieces.push_back({part.name, Identity4, false, file});
     m_structure.parts.push_back(std::move(part));
@@ -182,7 +215,8 @@ std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
         return entry->second;
     StructurePart made;
     made.id = textOf(part, "id");
-    made.name = firstText({textOf(part, "name"), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
+    made.name =
+        firstText({nameOf(m_reading, part), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
     m_structure.parts.push_back(std::move(made));
     m_elements.push_back(part);
     return entry->second;

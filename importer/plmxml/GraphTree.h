@@ -18,6 +18,8 @@ public:
 
     /// The structure below the roots that `graphs` name.
     void addGraphs(const std::vector<pugi::xml_node>& graphs);
+    /// The structure below one element: a graph, a part or an instance.
+    void addElement(const pugi::xml_node& element);
     /// The structure of all instances and parts: at the top stand instances that no part lists, and parts that no
     /// instance places.
     void addFlat();
@@ -28,10 +30,11 @@ public:
     std::uint32_t materialOf(const pugi::xml_node& material);
 
 private:
+    StructureMaterial made(const pugi::xml_node& material) const;
     std::uint32_t addPlacement(const pugi::xml_node& instance);
     std::uint32_t placePart(const pugi::xml_node& part);
     std::uint32_t partAt(const pugi::xml_node& instance);
-    std::uint32_t documentAt(const pugi::xml_node& instance);
+    std::uint32_t documentAt(const pugi::xml_node& instance, const Reference& reference);
     std::uint32_t addPart(const pugi::xml_node& part);
     void addRoots(const pugi::xml_node& graph);
     void finish();

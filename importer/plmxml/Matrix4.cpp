@@ -1,9 +1,8 @@
 #include "importer/plmxml/Matrix4.h"
 
-#include "importer/plmxml/References.h"
+#include "importer/plmxml/Numbers.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <string_view>
 #include <vector>
@@ -14,26 +13,17 @@ namespace importer::plmxml
 namespace
 {
 
-constexpr std::size_t MostNumbers = 16;
-
-/// At most one number more than there may be. Empty when a word is none.
+/// Those of all texts in an element. Empty when a word is none, or when there are too many.
 std::vector<double> numbersOf(const pugi::xml_node& element)
 {
     std::vector<double> numbers;
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
         if (child.type() != pugi::node_pcdata && child.type() != pugi::node_cdata)
             continue;
-        for (std::string_view word : wordsOf(child.value())) {
-            if (word.starts_with('+'))
-                word.remove_prefix(1);
-            double number = 0;
-            const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-            const bool isNumber =
-                (error == std::errc() && end == word.data() + word.size()) || error == std::errc::result_out_of_range;
-            if (!isNumber || !std::isfinite(number) || numbers.size() > MostNumbers)
-                return {};
-            numbers.push_back(number);
-        }
+        const std::optional<std::vector<double>> more = numbersIn(child.value());
+        if (!more || numbers.size() + more->size() > MostNumbers)
+            return {};
+        numbers.insert(numbers.end(), more->begin(), more->end());
     }
     return numbers;
 }

@@ -1,5 +1,6 @@
 #include "importer/plmxml/Normaliser.h"
 
+#include "importer/plmxml/ElementTree.h"
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/OccurrenceTree.h"
 #include "importer/plmxml/Overrides.h"
@@ -26,6 +27,9 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(importer::plmxml::Normaliser)
 };
 
+/// Of an id in a sentence.
+constexpr int longestShownId = 100;
+
 QStringList searchPathsOf(const SourceDocument& document)
 {
     QStringList paths;
@@ -45,29 +49,32 @@ class Normaliser
 public:
     Normaliser(const SourceDocument& document, const QString& file, const NormaliserOptions& options,
                NormalisedDocument& result)
-        : m_file(file), m_index(document), m_references(m_index), m_formats(options.preferredFormats),
-          m_finder(file, searchPathsOf(document), options.allowsFile), m_files(document, m_finder, m_formats),
-          m_wantsFacts(options.wantsFacts),
-          m_result(result), m_reading{document, m_index, m_references, m_files, result.facts}
+        : m_file(file), m_index(document), m_references(m_index), m_languages(document, m_references),
+          m_formats(options.preferredFormats), m_finder(file, searchPathsOf(document), options.allowsFile),
+          m_files(document, m_finder, m_formats), m_options(options),
+          m_result(result), m_reading{document, m_index, m_references, m_languages, m_files, result.facts}
     {
     }
 
     void run()
     {
-        m_view = chooseView(m_reading);
-        if (!m_wantsFacts && isPlain())
+        const std::string root = m_options.root.toStdString();
+        const pugi::xml_node view = m_index.find(ElementKind::ProductView, root);
+        m_view = view ? view : chooseView(m_reading);
+        if (root.empty() && !m_options.wantsFacts && isPlain())
             return;
         noteElements();
-        const Occurrences occurrences(m_reading, occurrencesOf(m_reading, m_view));
-        const bool fits = build(occurrences);
+        const bool isWhole = root.empty() || view || m_index.find(ElementKind::ProductDef, root);
+        const bool fits = isWhole && build(Occurrences(m_reading, occurrencesOf(m_reading, m_view))) && root.empty();
+        if (!isWhole)
+            addStructureBelow(m_reading, root, m_result.structure);
         surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
         if (m_result.facts.roots == 0)
-            refuse();
+            refuse(isWhole);
         else if (!fits)
             write();
         tellFindings();
-        m_result.structure.materials.clear();
     }
 
 private:
@@ -78,8 +85,8 @@ private:
         if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1)
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
-        const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, referenceOf(roots.front()).id) ||
-                                                m_index.has(ElementKind::Part, referenceOf(roots.front()).id));
+        const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, ownIdOf(roots.front())) ||
+                                                m_index.has(ElementKind::Part, ownIdOf(roots.front())));
         const auto& shapes = m_index.all(ElementKind::Representation);
         const bool hasFile = std::any_of(shapes.begin(), shapes.end(), [](const pugi::xml_node& shape) {
             return shape.attribute("location").value()[0] != 0;
@@ -96,6 +103,7 @@ private:
         facts.materials = m_index.all(ElementKind::Material).size();
         facts.duplicateIds = m_index.duplicateIds();
         facts.conditions = m_index.conditions();
+        facts.languages = languagesOf(m_index);
         for (const pugi::xml_node& definition : m_index.all(ElementKind::ProductDef))
             facts.hasNoUnits = facts.hasNoUnits || isTrue(userValueOf(m_reading, definition, "__TC-VIS_NO_UNITS"));
     }
@@ -107,7 +115,7 @@ private:
         return std::any_of(graphs.begin(), graphs.end(), [this](const pugi::xml_node& graph) {
             const std::vector<std::string_view> words = rootWordsOf(graph);
             return std::any_of(words.begin(), words.end(), [this](std::string_view word) {
-                const std::string_view id = referenceOf(word).id;
+                const std::string_view id = ownIdOf(word);
                 return m_index.find(ElementKind::Instance, id) || m_index.find(ElementKind::Part, id);
             });
         });
@@ -132,6 +140,8 @@ private:
             return false;
         }
         m_result.facts.treeFrom = QStringLiteral("flat");
+        for (const pugi::xml_node& occurrence : occurrences.all())
+            noteUnplaced(m_reading, occurrence);
         GraphTree(m_reading, m_result.structure).addFlat();
         m_result.facts.parts = m_result.structure.parts.size();
         return false;
@@ -150,17 +160,24 @@ private:
         return fitsLoader(m_reading, m_file, m_view, overrides.finish(), m_result.structure);
     }
 
-    void refuse()
+    void refuse(bool isWhole)
     {
         m_result.way = NormalisedDocument::Way::Refuse;
-        m_result.reason = Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
-                                    "top of a product structure");
+        if (!isWhole)
+            m_result.reason = Texts::tr("the document has no element \"%1\" that a structure begins with")
+                                  .arg(m_options.root.left(longestShownId));
+        else
+            m_result.reason =
+                Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
+                          "top of a product structure");
     }
 
     void write()
     {
         m_result.way = NormalisedDocument::Way::AsText;
         m_result.facts.isNormalised = true;
+        if (m_options.standIn)
+            m_files.exchangeElements(m_options.standIn);
         for (StructurePlacement& placement : m_result.structure.placements)
             placement.hasNode = true;
         // The loader takes parts that are at the top, too, but gives their places no node.
@@ -170,10 +187,10 @@ private:
     void tellFindings()
     {
         zn::DocumentStructure& facts = m_result.facts;
-        facts.view = titleOf(m_view);
+        facts.view = titleOf(m_reading, m_view);
         for (const pugi::xml_node& view : m_index.all(ElementKind::ProductView))
             if (view != m_view)
-                facts.otherViews.append(titleOf(view));
+                facts.otherViews.append(titleOf(m_reading, view));
         facts.danglingCount = m_references.danglingCount();
         facts.dangling = m_references.dangling();
         for (const ShapeFile& file : m_files.files()) {
@@ -185,15 +202,16 @@ private:
 
     static QString askedText(const ShapeFile& file)
     {
-        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.written);
+        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.withId(file.written));
         return file.found.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
     }
 
     static zn::StructureFile told(const ShapeFile& file)
     {
-        zn::StructureFile told{file.written, file.path, file.format, {}, {}, double(file.places), {}, file.line};
+        zn::StructureFile told{
+            file.withId(file.written), file.withId(file.path), file.format, {}, {}, double(file.places), {}, file.line};
         if (file.isThere())
-            told.found = file.found.path;
+            told.found = file.withId(file.found.path);
         if (file.isThere() && file.found.by != FoundBy::Location)
             told.foundBy = textOf(file.found.by);
         if (file.places == 0)
@@ -229,10 +247,11 @@ private:
     const QString& m_file;
     ElementIndex m_index;
     References m_references;
+    LanguageTexts m_languages;
     FileFormats m_formats;
     FileFinder m_finder;
     FileTable m_files;
-    bool m_wantsFacts;
+    const NormaliserOptions& m_options;
     NormalisedDocument& m_result;
     Reading m_reading;
     pugi::xml_node m_view;

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <string>
 
 namespace importer::plmxml
@@ -19,6 +20,10 @@ struct NormaliserOptions {
     FileFinder::Allows allowsFile; ///< which files it may name; all without it
     /// Whether facts are wanted of a document that is read as it stands and has nothing to add to its nodes, too.
     bool wantsFacts = false;
+    /// Gives the path of a file that is read as the structure below an element of another document. Without it the
+    /// whole document is.
+    std::function<QString(const QString& document, const QString& id)> standIn = {};
+    QString root = {}; ///< the id of the element whose structure alone is wanted; empty for that of the document
 };
 
 /// What becomes of a document.
@@ -35,7 +40,7 @@ struct NormalisedDocument {
     std::string text;              ///< a document of the loader's form
     bool isRead = false;           ///< whether there are facts and a structure
     zn::DocumentStructure facts;   ///< what was found and chosen
-    Structure structure;           ///< whose elements are gone
+    Structure structure;           ///< of the places
     QHash<QString, QString> asked; ///< what the document says, by the path of each file that is not there
 };
 

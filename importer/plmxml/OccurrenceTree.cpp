@@ -3,6 +3,7 @@
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
+#include "importer/plmxml/Views.h"
 
 namespace importer::plmxml
 {
@@ -28,11 +29,31 @@ void OccurrenceTree::add(const pugi::xml_node& view)
     for (const pugi::xml_node& root : rootsOf(view))
         if (const std::uint32_t placement = place(root, Identity4); placement != Nothing)
             roots.push_back(placement);
+    grow(std::move(roots));
+    noteUnplacedAmong(m_occurrences.all());
+    if (view)
+        noteUnplacedAmong(occurrencesOf(m_reading, {}));
+}
+
+void OccurrenceTree::addBelow(const pugi::xml_node& occurrence)
+{
+    grow({place(occurrence, transformOf(m_reading, occurrence).value_or(Identity4))});
+}
+
+void OccurrenceTree::grow(std::vector<std::uint32_t> roots)
+{
     m_structure.graphs.push_back(std::move(roots));
     for (std::size_t i = 0; i < m_open.size(); ++i)
         expand(Open(m_open[i]));
     dropShapesOfAssemblies();
     m_reading.facts.parts = m_origins.size();
+}
+
+void OccurrenceTree::noteUnplacedAmong(const std::vector<pugi::xml_node>& occurrences) const
+{
+    for (const pugi::xml_node& occurrence : occurrences)
+        if (!m_placed.contains(occurrence.hash_value()))
+            noteUnplaced(m_reading, occurrence);
 }
 
 std::vector<pugi::xml_node> OccurrenceTree::rootsOf(const pugi::xml_node& view) const
@@ -75,8 +96,9 @@ void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_no
                                const Origin& origin) const
 {
     placement.id = textOf(occurrence, "id");
-    const std::string own = firstText({textOf(occurrence, "name"), userValueOf(m_reading, occurrence, "OccurrenceName"),
-                                       textOf(origin.instance, "name")});
+    const std::string own =
+        firstText({nameOf(m_reading, occurrence), userValueOf(m_reading, occurrence, "OccurrenceName"),
+                   nameOf(m_reading, origin.instance)});
     placement.name = own.empty() ? partNameOf(origin, placement.id) : own;
     placement.visibility = visibilityOf(m_reading, occurrence);
     placement.tags = UserTexts(m_reading)
@@ -92,7 +114,7 @@ void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_no
 std::string OccurrenceTree::partNameOf(const Origin& origin, const std::string& otherwise) const
 {
     const std::string revision = nameOfRevision(m_reading, origin.revision);
-    return firstText({revision, textOf(origin.view, "name"), otherwise});
+    return firstText({revision, nameOf(m_reading, origin.view), otherwise});
 }
 
 /// `instancedRef` leads to a revision or to a part view.
@@ -103,20 +125,31 @@ OccurrenceTree::Origin OccurrenceTree::originOf(const pugi::xml_node& occurrence
     if (!instances.empty())
         origin.instance =
             m_reading.references.look(occurrence, "instanceRefs", instances.back(), ElementKind::Instance);
-    for (const char* attribute : {"instancedRef", "partRef"}) {
-        const std::string_view id = referenceOf(occurrence.attribute(attribute).value()).id;
-        if (!origin.view && !origin.revision && !id.empty()) {
-            origin.view = m_reading.index.find(ElementKind::Part, id);
-            origin.revision = m_reading.index.find(ElementKind::Other, id);
-            if (!origin.view && !origin.revision)
-                m_reading.references.note(occurrence, attribute, id);
-        }
-    }
-    if (!origin.view && origin.instance)
+    for (const char* attribute : {"instancedRef", "partRef"})
+        if (!origin.view && !origin.revision && origin.document == FileTable::None)
+            find(occurrence, attribute, origin);
+    if (!origin.view && origin.document == FileTable::None)
+        origin.document = elementOfOther(origin.instance, "partRef");
+    if (!origin.view && origin.document == FileTable::None)
         origin.view = m_reading.references.follow(origin.instance, "partRef", ElementKind::Part);
     if (!origin.revision)
         origin.revision = otherOf(m_reading, origin.view, "revisionRef");
     return origin;
+}
+
+void OccurrenceTree::find(const pugi::xml_node& occurrence, const char* attribute, Origin& origin) const
+{
+    const std::string_view id = ownIdOf(occurrence.attribute(attribute).value());
+    origin.document = elementOfOther(occurrence, attribute);
+    origin.view = m_reading.index.find(ElementKind::Part, id);
+    origin.revision = m_reading.index.find(ElementKind::Other, id);
+    if (!id.empty() && !origin.view && !origin.revision)
+        m_reading.references.note(occurrence, attribute, id);
+}
+
+std::uint32_t OccurrenceTree::elementOfOther(const pugi::xml_node& element, const char* attribute) const
+{
+    return m_reading.files.addElement(element, referenceOf(element.attribute(attribute).value()));
 }
 
 void OccurrenceTree::expand(const Open& open)
@@ -149,16 +182,21 @@ void OccurrenceTree::addAssembly(std::uint32_t placement, const pugi::xml_node& 
     if (const pugi::xml_node what = origin.revision ? origin.revision : origin.view)
         m_origins.insert(what.hash_value());
     const std::uint32_t part = makePart(origin, m_structure.placements[placement].name);
+    const std::string set = referenceSetOf(m_reading, occurrence, origin.instance);
+    const std::string& name = m_structure.parts[part].name;
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {occurrence, {}, {}, set, name});
+    if (pieces.empty())
+        pieces = chooseShape(m_reading, {origin.view, origin.revision, occurrence, set, name});
     m_structure.parts[part].placements = std::move(children);
-    m_structure.parts[part].pieces =
-        chooseShape(m_reading, {origin.view, origin.revision, occurrence,
-                                referenceSetOf(m_reading, occurrence, origin.instance), m_structure.parts[part].name});
+    m_structure.parts[part].pieces = std::move(pieces);
     m_structure.placements[placement].part = part;
 }
 
 void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occurrence)
 {
     const Origin origin = originOf(occurrence);
+    if (origin.document != FileTable::None)
+        return addDocument(placement, origin.document);
     const pugi::xml_node what = origin.revision ? origin.revision : origin.view;
     if (what)
         m_origins.insert(what.hash_value());
@@ -168,6 +206,9 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
                                    childOf(m_reading, origin.view, "Representation") ||
                                    childOf(m_reading, origin.view, "UserData");
     std::string key = number(what) + " " + (viewSaysSomething ? number(origin.view) : std::string()) + " " + set;
+    const std::vector<pugi::xml_node> own = representationsOf(m_reading, occurrence);
+    for (const pugi::xml_node& representation : own)
+        key += " =" + number(representation);
     const bool hasAttachments = occurrence.attribute("associatedAttachmentRefs");
     const auto known = what ? m_leaves.find(key) : m_leaves.end();
     if (known != m_leaves.end() && (!hasAttachments || !m_structure.parts[known->second].pieces.empty())) {
@@ -175,7 +216,11 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
         return;
     }
     const std::string name = partNameOf(origin, m_structure.placements[placement].name);
-    std::vector<ShapePiece> pieces = chooseShape(m_reading, {origin.view, origin.revision, {}, set, name});
+    std::vector<ShapePiece> pieces;
+    if (!own.empty())
+        pieces = chooseShape(m_reading, {occurrence, {}, {}, set, name});
+    if (pieces.empty())
+        pieces = chooseShape(m_reading, {origin.view, origin.revision, {}, set, name});
     // What is attached to an occurrence is its own.
     if (pieces.empty() && hasAttachments) {
         pieces = chooseShape(m_reading, {{}, {}, occurrence, set, name});
@@ -188,6 +233,15 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
     m_structure.placements[placement].part = part;
     if (what)
         m_leaves[key] = part;
+}
+
+void OccurrenceTree::addDocument(std::uint32_t placement, std::uint32_t document)
+{
+    StructurePart part;
+    part.name = m_structure.placements[placement].name;
+    part.pieces.push_back({part.name, Identity4, false, document});
+    m_structure.parts.push_back(std::move(part));
+    m_structure.placements[placement].part = sizeOf(m_structure.parts.size() - 1);
 }
 
 /// A parent is placed before its children. An assembly's own file shows the same as its parts.

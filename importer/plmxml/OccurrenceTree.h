@@ -24,6 +24,8 @@ public:
 
     /// The tree of `view`; of all occurrences where it is null.
     void add(const pugi::xml_node& view);
+    /// The tree below one occurrence, which stands at the origin.
+    void addBelow(const pugi::xml_node& occurrence);
 
 private:
     /// What an occurrence is an occurrence of.
@@ -31,6 +33,7 @@ private:
         pugi::xml_node instance;
         pugi::xml_node view;
         pugi::xml_node revision;
+        std::uint32_t document = FileTable::None; ///< where another document has it
     };
     /// An occurrence whose children are still to be placed.
     struct Open {
@@ -41,14 +44,19 @@ private:
 
     std::vector<pugi::xml_node> rootsOf(const pugi::xml_node& view) const;
     std::uint32_t place(const pugi::xml_node& occurrence, const Matrix4& outer);
+    void grow(std::vector<std::uint32_t> roots);
     void expand(const Open& open);
+    void find(const pugi::xml_node& occurrence, const char* attribute, Origin& origin) const;
+    std::uint32_t elementOfOther(const pugi::xml_node& element, const char* attribute) const;
     Origin originOf(const pugi::xml_node& occurrence) const;
     void fillNames(StructurePlacement& placement, const pugi::xml_node& occurrence, const Origin& origin) const;
     std::string partNameOf(const Origin& origin, const std::string& otherwise) const;
     void addAssembly(std::uint32_t placement, const pugi::xml_node& occurrence, std::vector<std::uint32_t> children);
     void addLeaf(std::uint32_t placement, const pugi::xml_node& occurrence);
+    void addDocument(std::uint32_t placement, std::uint32_t document);
     std::uint32_t makePart(const Origin& origin, const std::string& name);
     void dropShapesOfAssemblies();
+    void noteUnplacedAmong(const std::vector<pugi::xml_node>& occurrences) const;
 
     const Reading& m_reading;
     const Occurrences& m_occurrences;

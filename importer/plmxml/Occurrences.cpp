@@ -9,13 +9,13 @@ Occurrences::Occurrences(const Reading& reading, std::vector<pugi::xml_node> ele
     for (const pugi::xml_node& occurrence : m_all) {
         const auto claim = [&](const pugi::xml_node& child) { m_above.emplace(child.hash_value(), occurrence); };
         for (const std::string_view word : wordsOf(occurrence.attribute("occurrenceRefs").value()))
-            if (const pugi::xml_node child = reading.index.find(ElementKind::Occurrence, referenceOf(word).id))
+            if (const pugi::xml_node child = reading.index.find(ElementKind::Occurrence, ownIdOf(word)))
                 claim(child);
         eachChild(reading.document, occurrence, "Occurrence", claim);
     }
     for (const pugi::xml_node& occurrence : m_all) {
-        const Reference reference = referenceOf(occurrence.attribute("parentRef").value());
-        const pugi::xml_node parent = reading.index.find(ElementKind::Occurrence, reference.id);
+        const std::string_view above = ownIdOf(occurrence.attribute("parentRef").value());
+        const pugi::xml_node parent = reading.index.find(ElementKind::Occurrence, above);
         if (parent && m_above.emplace(occurrence.hash_value(), parent).second)
             m_unlisted[parent.hash_value()].push_back(occurrence);
         m_areATree = m_areATree || occurrence.attribute("instancedRef") || occurrence.attribute("partRef");
@@ -38,6 +38,14 @@ pugi::xml_node Occurrences::above(const pugi::xml_node& occurrence) const
 {
     const auto found = m_above.find(occurrence.hash_value());
     return found == m_above.end() ? pugi::xml_node() : found->second;
+}
+
+void noteUnplaced(const Reading& reading, const pugi::xml_node& occurrence)
+{
+    std::vector<zn::UnplacedOccurrence>& kept = reading.facts.unplaced;
+    if (++reading.facts.unplacedCount <= zn::UnplacedOccurrence::maxKept)
+        kept.push_back({shownText(occurrence.attribute("id").value()),
+                        shownText(occurrence.attribute("instanceRefs").value()), reading.document.lineOf(occurrence)});
 }
 
 Visibility visibilityOf(const Reading& reading, const pugi::xml_node& occurrence)

@@ -34,6 +34,9 @@ private:
     bool m_areATree = false;
 };
 
+/// Counts an occurrence that speaks of no place of the structure.
+void noteUnplaced(const Reading& reading, const pugi::xml_node& occurrence);
+
 /// What an occurrence says of its own visibility.
 Visibility visibilityOf(const Reading& reading, const pugi::xml_node& occurrence);
 

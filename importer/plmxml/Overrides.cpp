@@ -1,5 +1,7 @@
 #include "importer/plmxml/Overrides.h"
 
+#include "importer/plmxml/OwnShapes.h"
+#include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
 #include <algorithm>
@@ -31,7 +33,7 @@ void Overrides::add(const Occurrences& occurrences)
         if (path)
             addOverride(occurrence, *path);
         else
-            ++m_outcome.unmatched;
+            noteUnplaced(m_reading, occurrence);
     }
 }
 
@@ -72,7 +74,7 @@ std::optional<Overrides::Path> Overrides::ownPathOf(const pugi::xml_node& occurr
 {
     Path path;
     for (const std::string_view word : wordsOf(occurrence.attribute("instanceRefs").value())) {
-        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, referenceOf(word).id);
+        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, ownIdOf(word));
         const std::uint32_t placement = instance ? m_graph.placementOf(instance) : Nothing;
         if (placement == Nothing)
             return std::nullopt;
@@ -109,7 +111,7 @@ void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
         return;
     StructureOverride made;
     made.path = path;
-    const std::string name = textOf(occurrence, "name");
+    const std::string name = nameOf(m_reading, occurrence);
     made.name = name == m_structure.placements[path.back()].name ? std::string() : name;
     const std::optional<Matrix4> placed = transformOf(m_reading, occurrence);
     made.isMoved = placed.has_value();
@@ -119,8 +121,15 @@ void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
         material = m_reading.references.follow(occurrence, "materialRef", ElementKind::Material);
     made.material = m_graph.materialOf(material);
     made.visibility = visibilityOf(m_reading, occurrence);
+    made.pieces = chooseShape(m_reading, {occurrence, {}, {}, {}, partNameOf(path.back())});
     made.tags = UserTexts(m_reading).userData(occurrence).attribute(occurrence, "quantity").take();
     m_structure.overrides.push_back(std::move(made));
+}
+
+std::string Overrides::partNameOf(std::uint32_t placement) const
+{
+    const std::uint32_t part = m_structure.placements[placement].part;
+    return part == Nothing ? m_structure.placements[placement].name : m_structure.parts[part].name;
 }
 
 Overrides::Outcome Overrides::finish()
@@ -128,6 +137,8 @@ Overrides::Outcome Overrides::finish()
     m_outcome.areAccumulated = areAccumulated();
     if (m_outcome.areAccumulated)
         makeLocal();
+    if (!separateOwnShapes(m_structure))
+        m_reading.facts.isCut = true;
     return m_outcome;
 }
 

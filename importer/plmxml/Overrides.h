@@ -24,7 +24,6 @@ public:
     struct Outcome {
         bool hasCompletedPaths = false; ///< some named a part of their path only
         bool areAccumulated = false;    ///< their transforms lead to the top
-        std::size_t unmatched = 0;      ///< occurrences whose path is none of the graph
     };
 
     /// Into `structure`, which `graph` has built. All must outlive this.
@@ -43,6 +42,7 @@ private:
     bool beginsAtRoot(const Path& path) const;
     bool isWithin(const Path& path);
     void addOverride(const pugi::xml_node& occurrence, const Path& path);
+    std::string partNameOf(std::uint32_t placement) const;
     bool areAccumulated() const;
     void makeLocal();
     Matrix4 worldOf(const Path& path) const;

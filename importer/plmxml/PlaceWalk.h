@@ -1,8 +1,8 @@
 #pragma once
 
+#include "importer/plmxml/PathTree.h"
 #include "importer/plmxml/Structure.h"
 
-#include <unordered_map>
 #include <vector>
 
 namespace importer::plmxml
@@ -38,10 +38,6 @@ public:
     bool run(const Enter& enter, const Leave& leave) const;
 
 private:
-    static constexpr std::uint32_t NoStep = ~std::uint32_t(0);
-    struct Step {
-        const StructureOverride* override = nullptr;
-    };
     struct Level {
         const std::vector<std::uint32_t>* placements;
         std::size_t next;
@@ -49,35 +45,16 @@ private:
         Place place;        ///< that the level is below; no placement at the top
     };
 
-    static std::uint64_t keyOf(std::uint32_t step, std::uint32_t placement)
-    {
-        return std::uint64_t(step) << 32 | placement;
-    }
-
     void note(const StructureOverride& each)
     {
-        std::uint32_t at = 0;
-        for (const std::uint32_t placement : each.path) {
-            const auto [entry, isNew] =
-                m_below.emplace(keyOf(at, placement), static_cast<std::uint32_t>(m_steps.size()));
-            if (isNew)
-                m_steps.emplace_back();
-            at = entry->second;
-        }
-        m_steps[at].override = &each;
-    }
-
-    std::uint32_t below(std::uint32_t step, std::uint32_t placement) const
-    {
-        if (step == NoStep || m_steps.size() == 1)
-            return NoStep;
-        const auto found = m_below.find(keyOf(step, placement));
-        return found == m_below.end() ? NoStep : found->second;
+        const std::uint32_t step = m_paths.add(each.path);
+        m_overrides.resize(m_paths.size());
+        m_overrides[step] = &each;
     }
 
     const Structure& m_structure;
-    std::vector<Step> m_steps = std::vector<Step>(1);
-    std::unordered_map<std::uint64_t, std::uint32_t> m_below;
+    PathTree m_paths;                                  ///< of the overrides
+    std::vector<const StructureOverride*> m_overrides; ///< by step; null on the way
 };
 
 template <class Enter, class Leave>
@@ -87,7 +64,7 @@ bool PlaceWalk::run(const Enter& enter, const Leave& leave) const
     bool isWhole = true;
     std::vector<Level> levels;
     for (std::size_t graph = 0; graph < m_structure.graphs.size(); ++graph) {
-        levels.push_back({&m_structure.graphs[graph], 0, 0, {}});
+        levels.push_back({&m_structure.graphs[graph], 0, PathTree::Top, {}});
         while (!levels.empty()) {
             Level& level = levels.back();
             if (level.next == level.placements->size()) {
@@ -97,8 +74,9 @@ bool PlaceWalk::run(const Enter& enter, const Leave& leave) const
                 continue;
             }
             const std::uint32_t placement = (*level.placements)[level.next++];
-            const std::uint32_t step = below(level.step, placement);
-            const Place place{placement, step == NoStep ? nullptr : m_steps[step].override, levels.size() - 1, graph};
+            const std::uint32_t step = m_paths.below(level.step, placement);
+            const Place place{placement, step == PathTree::NoStep ? nullptr : m_overrides[step], levels.size() - 1,
+                              graph};
             if (++places > MaxPlaces)
                 return false;
             const std::uint32_t part = m_structure.placements[placement].part;

@@ -30,6 +30,11 @@ std::string textOf(const pugi::xml_node& element, const char* attribute)
     return element.attribute(attribute).value();
 }
 
+std::string nameOf(const Reading& reading, const pugi::xml_node& element)
+{
+    return reading.languages.find(element, "name", "nameRef");
+}
+
 pugi::xml_node otherOf(const Reading& reading, const pugi::xml_node& element, const char* attribute)
 {
     return element ? reading.references.follow(element, attribute, ElementKind::Other) : pugi::xml_node();

@@ -2,6 +2,7 @@
 
 #include "importer/plmxml/ElementIndex.h"
 #include "importer/plmxml/FileTable.h"
+#include "importer/plmxml/LanguageTexts.h"
 #include "importer/plmxml/Matrix4.h"
 #include "importer/plmxml/References.h"
 
@@ -13,6 +14,7 @@ struct Reading {
     const SourceDocument& document;
     const ElementIndex& index;
     References& references;
+    LanguageTexts& languages;
     FileTable& files;
     zn::DocumentStructure& facts; ///< what is counted on the way
 };
@@ -26,6 +28,9 @@ std::optional<Matrix4> transformOf(const Reading& reading, const pugi::xml_node&
 
 /// The value of an attribute; empty if there is none.
 std::string textOf(const pugi::xml_node& element, const char* attribute);
+
+/// What an element is called, in the preferred language where it has names in several.
+std::string nameOf(const Reading& reading, const pugi::xml_node& element);
 
 /// The revision that a part view, an occurrence or an instance is of, by an attribute; the item of a revision in turn.
 pugi::xml_node otherOf(const Reading& reading, const pugi::xml_node& element, const char* attribute);

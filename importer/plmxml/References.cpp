@@ -8,13 +8,13 @@ namespace
 
 constexpr std::string_view Blanks = " \t\r\n";
 
-QString text(std::string_view utf8)
+} // namespace
+
+QString shownText(std::string_view utf8)
 {
     constexpr std::size_t shown = 200;
     return QString::fromUtf8(utf8.data(), static_cast<int>(std::min(utf8.size(), shown)));
 }
-
-} // namespace
 
 Reference referenceOf(std::string_view text)
 {
@@ -22,6 +22,12 @@ Reference referenceOf(std::string_view text)
     if (hash == std::string_view::npos)
         return {{}, text};
     return {text.substr(0, hash), text.substr(hash + 1)};
+}
+
+std::string_view ownIdOf(std::string_view text)
+{
+    const Reference reference = referenceOf(text);
+    return reference.file.empty() ? reference.id : std::string_view();
 }
 
 std::vector<std::string_view> wordsOf(std::string_view list)
@@ -53,11 +59,8 @@ std::vector<pugi::xml_node> References::followList(const pugi::xml_node& from, c
 pugi::xml_node References::look(const pugi::xml_node& from, const char* attribute, std::string_view word,
                                 ElementKind kind)
 {
-    const Reference reference = referenceOf(word);
-    pugi::xml_node target;
-    if (reference.file.empty())
-        target =
-            kind == ElementKind::Representation ? m_index.findShape(reference.id) : m_index.find(kind, reference.id);
+    const std::string_view id = ownIdOf(word);
+    const pugi::xml_node target = kind == ElementKind::Representation ? m_index.findShape(id) : m_index.find(kind, id);
     if (!target)
         note(from, attribute, word);
     return target;
@@ -71,8 +74,8 @@ void References::note(const pugi::xml_node& from, const char* attribute, std::st
     ++m_danglingCount;
     if (m_dangling.size() >= DanglingReference::maxKept)
         return;
-    m_dangling.push_back({text(m_index.document().nameOf(from)), text(from.attribute("id").value()),
-                          QString::fromUtf8(attribute), text(word), m_index.document().lineOf(from)});
+    m_dangling.push_back({shownText(m_index.document().nameOf(from)), shownText(from.attribute("id").value()),
+                          QString::fromUtf8(attribute), shownText(word), m_index.document().lineOf(from)});
 }
 
 } // namespace importer::plmxml

@@ -20,8 +20,14 @@ struct Reference {
 /// Takes `text` apart, which may be an id, an id behind a hash sign, or a file, a hash sign and an id.
 Reference referenceOf(std::string_view text);
 
+/// The id that `text` refers to; empty where it leads into another document.
+std::string_view ownIdOf(std::string_view text);
+
 /// The words of a list that is separated by white space.
 std::vector<std::string_view> wordsOf(std::string_view list);
+
+/// The beginning of a text of a document, for a person.
+QString shownText(std::string_view utf8);
 
 /// Follows the references of one document, and keeps those that lead nowhere.
 class References

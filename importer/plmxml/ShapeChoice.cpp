@@ -15,6 +15,13 @@ namespace
 
 using Pieces = std::vector<ShapePiece>;
 
+/// One of several shapes of a part.
+struct Alternative {
+    Pieces pieces;
+    bool isDesign = true;          ///< neither simplified nor unfolded
+    bool isOfReferenceSet = false; ///< of the placement's, as the representation says
+};
+
 /// Representations stand in one another no deeper than this.
 constexpr int MaxDepth = 100;
 
@@ -40,8 +47,11 @@ private:
     {
         Pieces pieces;
         addPieces(representation, Identity4, false, 0, pieces);
+        const std::string_view type = representation.attribute("type").value();
+        const bool isOfSet = type == "user" && !m_source.referenceSet.empty() &&
+                             representation.attribute("name").value() == m_source.referenceSet;
         if (!pieces.empty())
-            m_alternatives.push_back(std::move(pieces));
+            m_alternatives.push_back({std::move(pieces), type != "simplified" && type != "flat", isOfSet});
     }
 
     /// The transforms of compound representations move what is in them.
@@ -61,7 +71,7 @@ private:
             m_reading.files.add(shape, shape.attribute("location").value(), shape.attribute("format").value());
         if (file == FileTable::None)
             return;
-        const std::string name = textOf(shape, "name");
+        const std::string name = nameOf(m_reading, shape);
         pieces.push_back({name.empty() ? m_source.name : name, placed, isMoved || own, file});
     }
 
@@ -74,7 +84,7 @@ private:
             const std::uint32_t file = m_reading.files.add(member, member.attribute("locationRef").value(),
                                                            member.attribute("format").value());
             if (file != FileTable::None)
-                m_alternatives.push_back({{m_source.name, Identity4, false, file}});
+                m_alternatives.push_back({{{m_source.name, Identity4, false, file}}});
         }
     }
 
@@ -122,22 +132,23 @@ private:
     }
 
     /// Smaller is better; equal ones keep the order of the document.
-    std::array<int, 3> worthOf(const Pieces& pieces) const
+    std::array<int, 4> worthOf(const Alternative& one) const
     {
-        return {isReadable(pieces) ? 0 : 1, rankOf(pieces), isOfReferenceSet(pieces) ? 0 : 1};
+        const bool isOfSet = one.isOfReferenceSet || isOfReferenceSet(one.pieces);
+        return {isReadable(one.pieces) ? 0 : 1, one.isDesign ? 0 : 1, rankOf(one.pieces), isOfSet ? 0 : 1};
     }
 
     Pieces best() const
     {
         const auto found =
             std::min_element(m_alternatives.begin(), m_alternatives.end(),
-                             [this](const Pieces& a, const Pieces& b) { return worthOf(a) < worthOf(b); });
-        return found == m_alternatives.end() ? Pieces() : *found;
+                             [this](const Alternative& a, const Alternative& b) { return worthOf(a) < worthOf(b); });
+        return found == m_alternatives.end() ? Pieces() : found->pieces;
     }
 
     const Reading& m_reading;
     const ShapeSource& m_source;
-    std::vector<Pieces> m_alternatives;
+    std::vector<Alternative> m_alternatives;
 };
 
 } // namespace

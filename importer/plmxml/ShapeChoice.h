@@ -11,7 +11,7 @@ namespace importer::plmxml
 
 /// What may hold the shape of one part.
 struct ShapeSource {
-    pugi::xml_node view;       ///< of the part; may be null
+    pugi::xml_node view;       ///< of the part, or an occurrence with representations of its own; may be null
     pugi::xml_node revision;   ///< may be null
     pugi::xml_node occurrence; ///< may be null
     std::string referenceSet;  ///< of the placement; empty without one
@@ -19,15 +19,15 @@ struct ShapeSource {
 };
 
 /// Finds the files of a part: its representations, else the data sets of its revision, else what is attached to its
-/// occurrence. Several are alternatives, of which the one is taken that comes in best and is there; the compound
-/// representations of one representation are pieces, and all of them are taken. Empty for a part that no file is named
+/// occurrence. Several are alternatives, of which the one is taken that is there, shows the part whole and comes in best;
+/// the compound representations of one representation are pieces, and all of them are taken. Empty for a part that no file is named
 /// for.
 ///
 /// A part without a file that can be read has the one that would be read best, so that the import names what is
 /// missing.
 std::vector<ShapePiece> chooseShape(const Reading& reading, const ShapeSource& source);
 
-/// The representations that a part view has as children and by reference, each once.
+/// The representations that a part view or an occurrence has as children and by reference, each once.
 std::vector<pugi::xml_node> representationsOf(const Reading& reading, const pugi::xml_node& view);
 
 } // namespace importer::plmxml

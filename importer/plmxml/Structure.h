@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace importer::plmxml
@@ -54,7 +55,14 @@ struct StructureOverride {
     Matrix4 placed = Identity4; ///< in the parent
     std::uint32_t material = Nothing;
     Visibility visibility = Visibility::AsAbove;
+    std::vector<ShapePiece> pieces; ///< instead of the part's; empty to keep those
     std::vector<std::string> tags;
+};
+
+/// A material of a document.
+struct StructureMaterial {
+    std::string name;
+    std::vector<std::pair<const char*, std::vector<double>>> numbers; ///< by attribute
 };
 
 /// A product structure, however its document writes it.
@@ -63,7 +71,7 @@ struct Structure {
     std::vector<StructurePlacement> placements;
     std::vector<std::vector<std::uint32_t>> graphs; ///< the placements at the top, by graph
     std::vector<StructureOverride> overrides;
-    std::vector<pugi::xml_node> materials; ///< as long as the document lives
+    std::vector<StructureMaterial> materials;
 };
 
 } // namespace importer::plmxml

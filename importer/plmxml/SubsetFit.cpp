@@ -31,8 +31,8 @@ public:
     bool holds(const pugi::xml_node& view, const Overrides::Outcome& overrides)
     {
         return !m_reading.document.hasPrefixes() && !m_reading.facts.hasNoUnits && !overrides.hasCompletedPaths &&
-               !overrides.areAccumulated && standWhereTheyAreTaken() && viewsAreTaken(view) && occurrencesAreTaken() &&
-               partsAreTaken();
+               !overrides.areAccumulated && standWhereTheyAreTaken() && namesAreTaken() && viewsAreTaken(view) &&
+               occurrencesAreTaken() && partsAreTaken();
     }
 
 private:
@@ -49,6 +49,19 @@ private:
                std::all_of(StructureKinds.begin(), StructureKinds.end(), [&](ElementKind kind) {
                    const std::vector<pugi::xml_node>& all = m_reading.index.all(kind);
                    return std::all_of(all.begin(), all.end(), stands);
+               });
+    }
+
+    /// It knows names of one language.
+    bool namesAreTaken() const
+    {
+        const auto isTaken = [this](const pugi::xml_node& element) {
+            return !element.attribute("nameRef") || nameOf(m_reading, element) == element.attribute("name").value();
+        };
+        return !hasLanguageTexts(m_reading.index) ||
+               std::all_of(StructureKinds.begin(), StructureKinds.end(), [&](ElementKind kind) {
+                   const std::vector<pugi::xml_node>& all = m_reading.index.all(kind);
+                   return std::all_of(all.begin(), all.end(), isTaken);
                });
     }
 
@@ -98,12 +111,19 @@ private:
         const std::vector<pugi::xml_node> shapes = representationsOf(m_reading, part);
         // One that is a child and referred to comes twice.
         for (const std::string_view word : wordsOf(part.attribute("representationRefs").value()))
-            if (const pugi::xml_node shape = m_reading.index.findShape(referenceOf(word).id); shape.parent() == part)
+            if (const pugi::xml_node shape = m_reading.index.findShape(ownIdOf(word)); shape.parent() == part)
                 return false;
-        if (!isAssembly && shapes.size() > 1)
+        if (shapes.size() > 1 && (!isAssembly || std::any_of(shapes.begin(), shapes.end(), isNoDesign)))
             return false;
         return std::all_of(shapes.begin(), shapes.end(),
                            [&](const pugi::xml_node& shape) { return shapeIsTaken(shape, isAssembly); });
+    }
+
+    /// It would show such a shape beside the others.
+    static bool isNoDesign(const pugi::xml_node& shape)
+    {
+        const std::string_view type = shape.attribute("type").value();
+        return type == "simplified" || type == "flat";
     }
 
     bool shapeIsTaken(const pugi::xml_node& shape, bool isAssembly)

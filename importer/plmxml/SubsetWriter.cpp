@@ -179,7 +179,7 @@ private:
         appendAttribute(m_out, "name", name);
         m_out += " type=\"solid\"><Representation";
         appendAttribute(m_out, "format", formatNameOf(file.format).toUpper().toStdString());
-        appendAttribute(m_out, "location", QUrl::toPercentEncoding(file.found.path, "/").toStdString());
+        appendAttribute(m_out, "location", QUrl::toPercentEncoding(file.toRead(), "/").toStdString());
         m_out += "/></ProductRevisionView>\n";
     }
 
@@ -188,9 +188,17 @@ private:
     void writeMaterial(std::size_t index)
     {
         m_out += "<Material id=\"" + materialId(static_cast<std::uint32_t>(index)) + '"';
-        for (const char* attribute : {"name", "ambient", "diffuse", "specular", "emissive", "shininess", "alpha"})
-            if (const pugi::xml_attribute value = m_structure.materials[index].attribute(attribute))
-                appendAttribute(m_out, attribute, value.value());
+        const StructureMaterial& material = m_structure.materials[index];
+        if (!material.name.empty())
+            appendAttribute(m_out, "name", material.name);
+        for (const auto& [attribute, numbers] : material.numbers) {
+            m_out += std::string(" ") + attribute + "=\"";
+            for (std::size_t i = 0; i < numbers.size(); ++i) {
+                m_out += i > 0 ? " " : "";
+                appendNumber(m_out, numbers[i]);
+            }
+            m_out += '"';
+        }
         m_out += "/>\n";
     }
 

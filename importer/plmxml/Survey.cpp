@@ -69,7 +69,8 @@ void surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStru
 {
     Counter counter(structure, files, facts);
     const PlaceWalk walk(structure);
-    facts.isCut = !walk.run([&counter](const Place& place) { return counter.enter(place); }, [](const Place&) {});
+    const bool isWhole = walk.run([&counter](const Place& place) { return counter.enter(place); }, [](const Place&) {});
+    facts.isCut = facts.isCut || !isWhole;
 }
 
 } // namespace importer::plmxml

@@ -13,11 +13,12 @@ namespace
 namespace converted = osg::scenefile::converted;
 
 /// The items of a list in one line.
-std::string listText(const SourceDocument& document, const pugi::xml_node& list)
+std::string listText(const Reading& reading, const pugi::xml_node& list)
 {
     std::string text;
-    eachChild(document, list, "Item", [&text](const pugi::xml_node& item) {
-        const std::string_view value = item.attribute("value") ? item.attribute("value").value() : item.child_value();
+    eachChild(reading.document, list, "Item", [&](const pugi::xml_node& item) {
+        const std::string own = reading.languages.find(item, "value", "valueRef");
+        const std::string value = own.empty() ? item.child_value() : own;
         text += text.empty() ? "" : ", ";
         text += value;
     });
@@ -44,7 +45,7 @@ UserTexts& UserTexts::userData(const pugi::xml_node& element, const std::string&
         if (std::string_view(data.attribute("type").value()) == "Hidden_Metadata")
             return;
         eachChild(m_reading.document, data, "UserValue", [&](const pugi::xml_node& value) {
-            const std::string title = textOf(value, "title");
+            const std::string title = m_reading.languages.find(value, "title", "titleRef");
             if (!title.empty())
                 add(prefix + title, valueOf(value), typeOf(value));
         });
@@ -82,7 +83,8 @@ UserTexts& UserTexts::attachedForms(const pugi::xml_node& occurrence)
 
 void UserTexts::description(const pugi::xml_node& element)
 {
-    add("Description", childOf(m_reading, element, "Description").child_value());
+    const std::string own = childOf(m_reading, element, "Description").child_value();
+    add("Description", own.empty() ? m_reading.languages.find(element, "", "descriptionTextRef") : own);
 }
 
 void UserTexts::forms(const pugi::xml_node& owner)
@@ -93,7 +95,7 @@ void UserTexts::forms(const pugi::xml_node& owner)
 
 void UserTexts::form(const pugi::xml_node& form)
 {
-    userData(form, textOf(form, "name") + ": ");
+    userData(form, nameOf(m_reading, form) + ": ");
 }
 
 void UserTexts::add(const std::string& title, const std::string& value, const std::string& type)
@@ -106,14 +108,14 @@ void UserTexts::add(const std::string& title, const std::string& value, const st
 /// A value that stands elsewhere is told by the name of what it leads to.
 std::string UserTexts::valueOf(const pugi::xml_node& userValue) const
 {
-    const std::string value = textOf(userValue, "value");
+    const std::string value = m_reading.languages.find(userValue, "value", "valueRef");
     if (!value.empty())
         return value;
     if (const pugi::xml_node list = childOf(m_reading, userValue, "UserList"))
-        return listText(m_reading.document, list);
-    const Reference reference = referenceOf(userValue.attribute("dataRef").value());
-    const pugi::xml_node target = m_reading.index.find(ElementKind::Other, reference.id);
-    const std::string name = textOf(target, "name");
+        return listText(m_reading, list);
+    const std::string_view id = ownIdOf(userValue.attribute("dataRef").value());
+    const pugi::xml_node target = m_reading.index.find(ElementKind::Other, id);
+    const std::string name = nameOf(m_reading, target);
     return name.empty() ? textOf(target, "userId") : name;
 }
 
@@ -122,8 +124,8 @@ std::string userValueOf(const Reading& reading, const pugi::xml_node& element, s
     std::string found;
     eachChild(reading.document, element, "UserData", [&](const pugi::xml_node& data) {
         eachChild(reading.document, data, "UserValue", [&](const pugi::xml_node& value) {
-            if (found.empty() && value.attribute("title").value() == title)
-                found = textOf(value, "value");
+            if (found.empty() && reading.languages.find(value, "title", "titleRef") == title)
+                found = reading.languages.find(value, "value", "valueRef");
         });
     });
     return found;

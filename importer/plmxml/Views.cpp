@@ -64,9 +64,9 @@ std::vector<pugi::xml_node> occurrencesOf(const Reading& reading, const pugi::xm
     return occurrences;
 }
 
-QString titleOf(const pugi::xml_node& view)
+QString titleOf(const Reading& reading, const pugi::xml_node& view)
 {
-    const QString name = QString::fromUtf8(view.attribute("name").value());
+    const QString name = QString::fromStdString(nameOf(reading, view));
     return name.isEmpty() ? QString::fromUtf8(view.attribute("id").value()) : name;
 }
 

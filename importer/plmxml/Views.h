@@ -15,6 +15,6 @@ pugi::xml_node chooseView(const Reading& reading);
 std::vector<pugi::xml_node> occurrencesOf(const Reading& reading, const pugi::xml_node& view);
 
 /// What a view is called, for a person.
-QString titleOf(const pugi::xml_node& view);
+QString titleOf(const Reading& reading, const pugi::xml_node& view);
 
 } // namespace importer::plmxml

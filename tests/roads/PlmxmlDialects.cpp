@@ -1,5 +1,6 @@
 #include "tests/roads/PlmxmlDialects.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -41,13 +42,11 @@ Matrix product(const Matrix& inner, const Matrix& outer)
 class Maker
 {
 public:
-    Maker(Dialect dialect, unsigned seed) : m_dialect(dialect), m_random(seed)
+    Maker(Dialect dialect, unsigned seed, int places) : m_dialect(dialect), m_random(seed)
     {
-        const int assemblies = 1 + pick(4);
-        const int leaves = 1 + pick(4);
-        m_parts.resize(static_cast<std::size_t>(assemblies + leaves));
-        for (int i = 0; i < assemblies + leaves; ++i)
-            fill(i, assemblies);
+        makeParts(4);
+        while (places > 1 && (placesBelow(0) < places || placesBelow(0) > 3 * places))
+            makeParts(14);
     }
 
     std::string make()
@@ -62,14 +61,31 @@ private:
     int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(m_random); }
     double number(double least, double most) { return std::uniform_real_distribution<double>(least, most)(m_random); }
 
+    void makeParts(int most)
+    {
+        const int assemblies = 1 + pick(most);
+        const int leaves = 1 + pick(most);
+        m_parts.assign(static_cast<std::size_t>(assemblies + leaves), {});
+        for (int i = 0; i < assemblies + leaves; ++i)
+            fill(i, assemblies, most);
+    }
+
+    int placesBelow(int part) const
+    {
+        int count = 1;
+        for (const Child& child : m_parts[static_cast<std::size_t>(part)].children)
+            count += placesBelow(child.part);
+        return count;
+    }
+
     /// Later parts only, so that nothing contains itself.
-    void fill(int index, int assemblies)
+    void fill(int index, int assemblies, int most)
     {
         Part& part = m_parts[static_cast<std::size_t>(index)];
         part.file = pick(PartFiles);
         const int later = static_cast<int>(m_parts.size()) - index - 1;
-        for (int i = 0; index < assemblies && i < 1 + pick(3); ++i)
-            part.children.push_back({index + 1 + pick(later), matrix()});
+        for (int i = 0; index < assemblies && i < 1 + pick(most - 1); ++i)
+            part.children.push_back({index + 1 + pick(std::min(later, 4)), matrix()});
     }
 
     /// Turned, moved, now and then scaled or mirrored.
@@ -106,19 +122,19 @@ private:
         static const char* const forms[] = {"part%d.obj", ".\\PART%d.obj", "./part%d.obj", "C:\\lib\\part%d.obj",
                                             "p%%61rt%d.obj"};
         char text[40];
-        std::snprintf(text, sizeof text, forms[pick(5)], file);
+        std::snprintf(text, sizeof text, forms[m_dialect == Dialect::Graph ? 0 : pick(5)], file);
         return text;
     }
 
     std::string pdm()
     {
         m_view.clear();
-        addOccurrence(0, Unmoved, -1, Unmoved);
+        addOccurrence(0, "root", Unmoved, -1, Unmoved);
         std::string text = "<ProductView " + std::string(pick(2) ? "rootRefs='o0'" : "primaryOccurrenceRef='o0'") +
                            ">\n" + m_view + "</ProductView>\n";
         for (std::size_t i = 0; i < m_parts.size(); ++i) {
             const std::string n = std::to_string(i);
-            text += "<ProductRevision id='r" + n + "' name='R" + n + "' masterRef='#m" + n +
+            text += "<ProductRevision id='r" + n + "' name='P" + n + "' masterRef='#m" + n +
                     "'><AssociatedDataSet dataSetRef='#d" + n + "'/></ProductRevision><Product id='m" + n +
                     "'/><DataSet id='d" + n + "' memberRefs='#q" + n + " #f" + n + "'/><ExternalFile id='q" + n +
                     "' format='qaf' locationRef='x.qaf'/><ExternalFile id='f" + n + "' format='obj' locationRef='" +
@@ -128,18 +144,22 @@ private:
     }
 
     /// Gives the number of the occurrence. Its transform may be left to its instance.
-    int addOccurrence(int part, const Matrix& own, int parent, const Matrix& outer)
+    int addOccurrence(int part, const std::string& name, const Matrix& own, int parent, const Matrix& outer)
     {
         const int number = m_occurrences++;
         const std::string n = std::to_string(number);
         const Matrix world = product(own, outer);
         std::string children;
-        for (const Child& child : m_parts[static_cast<std::size_t>(part)].children)
-            children += " o" + std::to_string(addOccurrence(child.part, child.placed, number, world));
+        const std::vector<Child> below = m_parts[static_cast<std::size_t>(part)].children;
+        for (std::size_t i = 0; i < below.size(); ++i) {
+            const std::string childName = childId(static_cast<std::size_t>(part), i);
+            children += " o" + std::to_string(addOccurrence(below[i].part, childName, below[i].placed, number, world));
+        }
         const bool hasInstance = pick(3) > 0;
         const bool hasTransform = !hasInstance || pick(4) > 0;
         const bool isListed = pick(4) > 0;
-        std::string text = "<Occurrence id='o" + n + "' instancedRef='#r" + std::to_string(part) + "'";
+        std::string text =
+            "<Occurrence id='o" + n + "' name='" + name + "' instancedRef='#r" + std::to_string(part) + "'";
         if (isListed && !children.empty())
             text += " occurrenceRefs='" + children + "'";
         if (parent >= 0)
@@ -156,12 +176,13 @@ private:
     {
         const bool hasUnits = m_dialect != Dialect::Automotive || pick(3) > 0;
         const double unit = hasUnits ? 1 : 1000;
-        std::string instances = instance("root", 0, "", unit);
+        const std::string unmoved = m_dialect == Dialect::Graph ? transform(Unmoved) : std::string();
+        std::string instances = instance("root", 0, unmoved);
         std::string parts;
         for (std::size_t i = 0; i < m_parts.size(); ++i) {
             for (std::size_t child = 0; child < m_parts[i].children.size(); ++child)
                 instances += instance(childId(i, child), m_parts[i].children[child].part,
-                                      transform(m_parts[i].children[child].placed, unit), 1);
+                                      transform(m_parts[i].children[child].placed, unit));
             parts += part(i, unit);
         }
         if (m_dialect == Dialect::Flat)
@@ -177,7 +198,7 @@ private:
         return "i" + std::to_string(part) + "_" + std::to_string(child);
     }
 
-    static std::string instance(const std::string& id, int part, const std::string& transform, double)
+    static std::string instance(const std::string& id, int part, const std::string& transform)
     {
         return "<Instance id='" + id + "' name='" + id + "' partRef='#p" + std::to_string(part) + "'>" + transform +
                "</Instance>\n";
@@ -241,9 +262,9 @@ private:
 
 } // namespace
 
-std::string makeDocument(Dialect dialect, unsigned seed)
+std::string makeDocument(Dialect dialect, unsigned seed, int places)
 {
-    return Maker(dialect, seed).make();
+    return Maker(dialect, seed, places).make();
 }
 
 } // namespace dialects

@@ -86,6 +86,16 @@ TEST_F(PlmxmlNestingTest, WhatIsMissingInsideIsNamedWithItsWholePlace)
     EXPECT_EQ(missing[1], QStringLiteral("none.stp: there is no such file [I0/P0/axle/I1/P1]"));
 }
 
+TEST_F(PlmxmlNestingTest, WhatADocumentInsidePassesOverIsTold)
+{
+    const QString axle =
+        write(QStringLiteral("axle.plmxml"), "<PLMXML><Instance id='a' name='A'/><Occurrence/></PLMXML>");
+    const zn::ImportResult result = importParts({"axle.plmxml"});
+    EXPECT_THAT(result.messages,
+                testing::Contains(axle + QStringLiteral(": the document names no file with a shape; its structure has "
+                                                        "1 places")));
+}
+
 TEST_F(PlmxmlNestingTest, AnUnreadableDocumentInsideIsNamedWithItsFault)
 {
     write(QStringLiteral("axle.plmxml"), "<PLMXML>\n<ProductDef id='a");

@@ -29,6 +29,16 @@ QJsonObject jsonOf(const zn::StructureFile& file)
     return json;
 }
 
+QJsonArray unplacedReport(const std::vector<zn::UnplacedOccurrence>& occurrences)
+{
+    QJsonArray list;
+    for (const zn::UnplacedOccurrence& occurrence : occurrences)
+        list.append(QJsonObject{{QStringLiteral("line"), occurrence.line},
+                                {QStringLiteral("id"), occurrence.id},
+                                {QStringLiteral("instanceRefs"), occurrence.path}});
+    return list;
+}
+
 QString placesText(double places)
 {
     return places == 1 ? QStringLiteral("1 place") : QStringLiteral("%1 places").arg(places, 0, 'f', 0);
@@ -74,7 +84,11 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
             {QStringLiteral("duplicateIds"), number(document.duplicateIds)},
             {QStringLiteral("conditionsNotEvaluated"), number(document.conditions)},
             {QStringLiteral("occurrencesClaimedTwice"), number(document.placedTwice)},
+            {QStringLiteral("occurrencesWithoutPlace"), number(document.unplacedCount)},
+            {QStringLiteral("withoutPlace"), unplacedReport(document.unplaced)},
             {QStringLiteral("badTransforms"), number(document.badTransforms)},
+            {QStringLiteral("badMaterialNumbers"), number(document.badMaterialNumbers)},
+            {QStringLiteral("languages"), QJsonArray::fromStringList(document.languages)},
             {QStringLiteral("lengthsOfPartFiles"), document.hasNoUnits},
             {QStringLiteral("countsCut"), document.isCut},
             {QStringLiteral("danglingReferences"), number(document.danglingCount)},

@@ -167,7 +167,7 @@ TEST_F(NormaliserFilesTest, PartsOfOtherDocumentsAreDocuments)
     normalise("<ProductDef><InstanceGraph rootRefs='a'><Instance id='a' name='A' partRef='axle.plmxml#id7'/>"
               "</InstanceGraph></ProductDef>");
     EXPECT_EQ(m_result.way, Way::AsText);
-    EXPECT_THAT(files(), ElementsAre("axle.plmxml 1"));
+    EXPECT_THAT(files(), ElementsAre("axle.plmxml#id7 1"));
 }
 
 TEST_F(NormaliserFilesTest, WhatTheLoaderReadsRightIsLeftAsItIs)

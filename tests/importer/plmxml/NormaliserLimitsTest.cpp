@@ -114,6 +114,16 @@ TEST_F(NormaliserLimitsTest, NamesOfAnyBytesAreWrittenAsText)
     expectReadable();
 }
 
+TEST_F(NormaliserLimitsTest, WordsAmongTheNumbersOfAMaterialAreLeftOut)
+{
+    normalise("<ProductDef><InstanceGraph rootRefs='a'><Instance id='a' materialRef='m' partRef='p'/></InstanceGraph>"
+              "</ProductDef><Part id='p'/><Material id='m' diffuse='0.25  +1 0.5 ' ambient='1 red 1' alpha='' "
+              "shininess='96,5' specular='1e-400 1e400 nan'/>");
+    expectReadable();
+    EXPECT_THAT(m_result.text, HasSubstr("<Material id=\"zn.m0\" diffuse=\"0.25 1 0.5\"/>"));
+    EXPECT_EQ(m_result.facts.badMaterialNumbers, 4u);
+}
+
 TEST_F(NormaliserLimitsTest, NumbersOfAnySizeAreWrittenAsNumbers)
 {
     normalise("<Instance id='a'><Transform>1e300 0 0 0 0 1 0 0 0 0 1e-300 0 -1e308 1e39 0 1</Transform></Instance>");

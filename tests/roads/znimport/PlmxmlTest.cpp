@@ -178,6 +178,23 @@ TEST_F(ZnimportPlmxmlTest, AStructureWithoutFilesIsToldAndComesIn)
         << m_errors.toStdString();
 }
 
+TEST_F(ZnimportPlmxmlTest, OccurrencesThatSpeakOfNoPlaceAreTold)
+{
+    const QString report = path(QStringLiteral("report.json"));
+    const QString document =
+        write(QStringLiteral("lost.plmxml"), "<PLMXML><ProductDef><InstanceGraph rootRefs='a'><Instance id='a'/>"
+                                             "</InstanceGraph><ProductView>\n<Occurrence id='o' instanceRefs='#b'/>"
+                                             "<Occurrence/></ProductView></ProductDef></PLMXML>");
+    EXPECT_EQ(run({document, QStringLiteral("--report"), report}), 0);
+    EXPECT_TRUE(m_errors.contains(document + QStringLiteral(": 2 occurrences speak of no place of the structure and "
+                                                            "are passed over, the first in line 2")))
+        << m_errors.toStdString();
+    const json told = read(report)["files"][0]["structure"];
+    EXPECT_EQ(told["occurrencesWithoutPlace"], 2);
+    EXPECT_EQ(told["withoutPlace"].size(), 2u);
+    EXPECT_EQ(told["withoutPlace"][0], (json{{"line", 2}, {"id", "o"}, {"instanceRefs", "#b"}}));
+}
+
 TEST_F(ZnimportPlmxmlTest, OtherFilesAndUnreadableDocumentsHaveNoFactsToReport)
 {
     const QString file = path(QStringLiteral("report.json"));
