@@ -99,6 +99,8 @@ osg::NodePtr NestedDocuments::load(const files::ReadTask& task)
     const PreparedDocument document(QFileInfo(task.path()).absoluteFilePath(), m_options);
     if (document.refusal())
         task.fail(files::ErrorCode::Damaged, *document.refusal());
+    for (const QString& remark : document.remarks())
+        Q_EMIT remarked(remark);
     znPLMXMLLoaderJob job(document.path().toStdString(), nullptr);
     Q_EMIT jobCreated(&job);
     runToItsEnd(job);

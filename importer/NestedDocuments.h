@@ -37,6 +37,8 @@ public:
 Q_SIGNALS:
     /// A nested document's job, before it runs.
     void jobCreated(znPLMXMLLoaderJob* job);
+    /// What the import passes over in a nested document, a sentence with its name.
+    void remarked(const QString& remark);
 
 private:
     osg::NodePtr read(files::ReadTask& task);

@@ -63,6 +63,7 @@ void PlmxmlRoad::start()
         parts->followNested(*nested);
         follow(*nested);
     });
+    connect(m_nested.get(), &NestedDocuments::remarked, this, [this](const QString& remark) { addMessage(remark); });
     m_queue.addJob(job);
     m_queue.startProcessing();
 }

@@ -39,6 +39,17 @@ QString number(double count)
     return QString::number(count, 'f', 0);
 }
 
+QString leftOutText(const zn::DocumentStructure& facts)
+{
+    std::size_t all = 0;
+    QStringList reasons;
+    for (const auto& [why, count] : facts.leftOutCounts) {
+        all += count;
+        reasons.append(QStringLiteral("%1: %2").arg(why).arg(count));
+    }
+    return Texts::tr("representations left out: %1 (%2)").arg(all).arg(reasons.join(QStringLiteral(", ")));
+}
+
 } // namespace
 
 PreparedDocument::PreparedDocument(const QString& file, const plmxml::NormaliserOptions& options)
@@ -84,6 +95,8 @@ QStringList PreparedDocument::remarks() const
     if (m_facts->shapePlaces == 0)
         remark(Texts::tr("the document names no file with a shape; its structure has %1 places")
                    .arg(number(m_facts->occurrences)));
+    if (!m_facts->leftOutCounts.empty())
+        remark(leftOutText(*m_facts));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)

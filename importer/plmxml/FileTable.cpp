@@ -18,7 +18,7 @@ std::uint32_t FileTable::add(const pugi::xml_node& element, const char* location
     m_byPath.insert(path, index);
     std::string name(m_document.nameOf(element));
     m_files.push_back({written, path, word, m_finder.find(path), rank,
-                       name + " '" + element.attribute("id").value() + "'", m_document.lineOf(element), 0});
+                       name + " '" + element.attribute("id").value() + "'", m_document.lineOf(element)});
     return index;
 }
 

@@ -23,7 +23,8 @@ struct ShapeFile {
     int rank = FileFormats::NoShape;
     std::string element; ///< that names it first, with its id
     int line = 0;
-    std::uint64_t places = 0; ///< where it is shown
+    std::uint64_t places = 0;   ///< where it is shown
+    bool isOfEmptyType = false; ///< named by a part that nothing is shown of
 
     /// Whether it can be read.
     bool isThere() const { return found.by != FoundBy::Nowhere; }

@@ -169,7 +169,7 @@ std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance)
     StructurePart part;
     part.name = textOf(instance, "name");
     if (file != FileTable::None)
-        part.pieces.push_back({part.name, Identity4, false, file});
+        part.pieces.push_back({part.name, Identity4, false, file, instance.hash_value()});
     m_structure.parts.push_back(std::move(part));
     m_elements.emplace_back();
     return sizeOf(m_structure.parts.size() - 1);
@@ -182,6 +182,7 @@ std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
         return entry->second;
     StructurePart made;
     made.id = textOf(part, "id");
+    made.view = part.hash_value();
     made.name = firstText({textOf(part, "name"), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
     m_structure.parts.push_back(std::move(made));
     m_elements.push_back(part);

@@ -1,6 +1,7 @@
 #include "importer/plmxml/Normaliser.h"
 
 #include "importer/plmxml/GraphTree.h"
+#include "importer/plmxml/LeftOutShapes.h"
 #include "importer/plmxml/OccurrenceTree.h"
 #include "importer/plmxml/Overrides.h"
 #include "importer/plmxml/Reading.h"
@@ -60,6 +61,9 @@ public:
         noteElements();
         const Occurrences occurrences(m_reading, occurrencesOf(m_reading, m_view));
         const bool fits = build(occurrences);
+        if (fits)
+            dropEmptyTypes(m_reading, m_result.structure);
+        noteLeftOutShapes(m_reading, m_result.structure, !fits);
         surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
         if (m_result.facts.roots == 0)
@@ -75,7 +79,8 @@ private:
     bool isPlain()
     {
         const auto& graphs = m_index.all(ElementKind::InstanceGraph);
-        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1)
+        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1 ||
+            hasEmptyTypes(m_reading))
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
         const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, referenceOf(roots.front()).id) ||
@@ -221,6 +226,8 @@ private:
 
     static QString whyNot(const ShapeFile& file)
     {
+        if (file.isOfEmptyType)
+            return QStringLiteral("type without geometry");
         if (file.rank >= FileFormats::OtherConverter)
             return QStringLiteral("no reader");
         return file.isThere() ? QStringLiteral("another file was taken") : QStringLiteral("missing");

@@ -135,6 +135,7 @@ std::uint32_t OccurrenceTree::makePart(const Origin& origin, const std::string& 
 {
     StructurePart part;
     part.id = textOf(origin.view ? origin.view : origin.revision, "id");
+    part.view = origin.view.hash_value();
     part.name = partNameOf(origin, name);
     part.tags = UserTexts(m_reading).userData(origin.view).revision(origin.revision).take();
     m_structure.parts.push_back(std::move(part));

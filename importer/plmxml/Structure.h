@@ -22,11 +22,13 @@ struct ShapePiece {
     Matrix4 placed = Identity4;
     bool isMoved = false;
     std::uint32_t file = FileTable::None;
+    std::size_t element = 0; ///< the hash value of the element that names the file
 };
 
 /// What stands at places.
 struct StructurePart {
-    std::string id; ///< of the element; may be empty
+    std::string id;       ///< of the element; may be empty
+    std::size_t view = 0; ///< the hash value of its part view; 0 without one
     std::string name;
     std::vector<std::uint32_t> placements;
     std::vector<ShapePiece> pieces;
