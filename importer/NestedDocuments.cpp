@@ -4,7 +4,9 @@
 #include "host/znKernel/znController.h"
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
+#include "importer/DocumentMaterials.h"
 #include "importer/PreparedDocument.h"
+#include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 #include "standalone/startup/StandaloneSession.h"
 
@@ -45,9 +47,9 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 } // namespace
 
 NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost,
-                                 plmxml::NormaliserOptions options)
+                                 plmxml::NormaliserOptions options, std::size_t& nodesLeft)
     : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{canonical(outermost)},
-      m_options(std::move(options))
+      m_options(std::move(options)), m_nodesLeft(nodesLeft)
 {
     session.state<files::SceneReaders>().add({QStringLiteral("PLMXML"),
                                               {QStringLiteral("plmxml"), QStringLiteral("xml")},
@@ -108,6 +110,8 @@ osg::NodePtr NestedDocuments::load(const files::ReadTask& task)
     if (!root)
         failWithoutTree(task, job);
     document.complete(root);
+    fillRepeatedParts(root, m_nodesLeft);
+    applyDocumentMaterials(document.path(), root);
     return root;
 }
 

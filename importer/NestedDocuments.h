@@ -29,9 +29,11 @@ public:
     static constexpr int maxDepth = 16;   ///< documents inside one another, the outermost included
     static constexpr int maxCount = 1000; ///< documents of one import, so that few files cannot stand for many
 
-    /// For the import of the document `outermost`; the others are read with `options`. What is added to the session's
-    /// readers meanwhile goes with this.
-    NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options);
+    /// For the import of the document `outermost`; the others are read with `options`. Copies of part files within them
+    /// are taken from `nodesLeft`, which must outlive this. What is added to the session's readers meanwhile goes with
+    /// this.
+    NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options,
+                    std::size_t& nodesLeft);
     ~NestedDocuments() override;
 
 Q_SIGNALS:
@@ -50,6 +52,7 @@ private:
     QStringList m_open; ///< canonical paths of the documents that are being read, the outermost first
     int m_count = 1;
     plmxml::NormaliserOptions m_options;
+    std::size_t& m_nodesLeft;
 };
 
 } // namespace importer

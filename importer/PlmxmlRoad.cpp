@@ -22,9 +22,6 @@ namespace importer
 namespace
 {
 
-/// What the copies of part files may come to.
-constexpr std::size_t maxRepeatedNodes = std::size_t(1) << 22;
-
 /// The last line of the log, without the name of `file` before it.
 QString lastReason(const QStringList& log, const QString& file)
 {
@@ -58,7 +55,8 @@ void PlmxmlRoad::start()
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
     follow(*job);
     m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file,
-                                                 plmxml::NormaliserOptions{request().preferredFormats, {}, false});
+                                                 plmxml::NormaliserOptions{request().preferredFormats, {}, false},
+                                                 m_repeatedNodesLeft);
     connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
         parts->followNested(*nested);
         follow(*nested);
@@ -162,7 +160,7 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
 /// References that are not wanted are not missing.
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
-    const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, maxRepeatedNodes);
+    const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, m_repeatedNodesLeft);
     applyDocumentMaterials(m_document->path(), m_result.node);
     leavePartViewsOut();
     m_result.missing = zn::partsLeftOut(m_result.node);

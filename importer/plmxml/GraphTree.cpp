@@ -113,16 +113,6 @@ std::uint32_t GraphTree::placementOf(const pugi::xml_node& instance) const
     return valueOr(m_placements, instance);
 }
 
-std::uint32_t GraphTree::materialOf(const pugi::xml_node& material)
-{
-    if (!material)
-        return Nothing;
-    const auto [entry, isNew] = m_materials.emplace(material.hash_value(), sizeOf(m_structure.materials.size()));
-    if (isNew)
-        m_structure.materials.push_back(material);
-    return entry->second;
-}
-
 std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
 {
     const auto [entry, isNew] = m_placements.emplace(instance.hash_value(), sizeOf(m_structure.placements.size()));
@@ -135,10 +125,17 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.name = firstText({textOf(instance, "name"), partName, placement.id});
     placement.placed = transformOf(m_reading, instance).value_or(Identity4);
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
-    placement.material = materialOf(m_reading.references.follow(instance, "materialRef", ElementKind::Material));
+    placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
     m_structure.placements.push_back(std::move(placement));
     return entry->second;
+}
+
+/// That of the part is nearer to what is drawn than that of the instance.
+std::uint32_t GraphTree::materialAt(const StructurePlacement& placement, const pugi::xml_node& instance)
+{
+    const std::uint32_t own = placement.part == Nothing ? Nothing : m_materials.of(m_elements[placement.part]);
+    return own == Nothing ? m_materials.of(instance) : own;
 }
 
 /// For a part at the top, which no instance places.
@@ -147,6 +144,7 @@ std::uint32_t GraphTree::placePart(const pugi::xml_node& part)
     StructurePlacement placement;
     placement.part = addPart(part);
     placement.name = firstText({m_structure.parts[placement.part].name, textOf(part, "id")});
+    placement.material = m_materials.of(part);
     placement.hasNode = false;
     m_structure.placements.push_back(std::move(placement));
     return sizeOf(m_structure.placements.size() - 1);

@@ -4,11 +4,16 @@
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
+#include <algorithm>
+
 namespace importer::plmxml
 {
 
 namespace
 {
+
+/// What the paths of all overrides may come to.
+constexpr std::size_t MaxSteps = 20'000'000;
 
 std::uint32_t sizeOf(std::size_t size)
 {
@@ -26,7 +31,7 @@ void OccurrenceTree::add(const pugi::xml_node& view)
 {
     std::vector<std::uint32_t> roots;
     for (const pugi::xml_node& root : rootsOf(view))
-        if (const std::uint32_t placement = place(root, Identity4); placement != Nothing)
+        if (const std::uint32_t placement = place(root, Nothing, Identity4); placement != Nothing)
             roots.push_back(placement);
     m_structure.graphs.push_back(std::move(roots));
     for (std::size_t i = 0; i < m_open.size(); ++i)
@@ -50,7 +55,7 @@ std::vector<pugi::xml_node> OccurrenceTree::rootsOf(const pugi::xml_node& view) 
 }
 
 /// The own transform of the instance is exact, where that of the occurrence went through a product.
-std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, const Matrix4& outer)
+std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, std::uint32_t above, const Matrix4& outer)
 {
     if (!m_placed.insert(occurrence.hash_value()).second) {
         ++m_reading.facts.placedTwice;
@@ -67,8 +72,28 @@ std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, const Matr
     fillNames(placement, occurrence, origin);
     m_structure.placements.push_back(std::move(placement));
     const std::uint32_t index = sizeOf(m_structure.placements.size() - 1);
+    m_above.push_back(above);
+    addMaterials(index, occurrence, origin);
     m_open.push_back({occurrence, index, world ? *world : m_structure.placements.back().placed * outer});
     return index;
+}
+
+/// That of the part is nearer to what is drawn than that of the instance; that of the occurrence overrides both.
+void OccurrenceTree::addMaterials(std::uint32_t index, const pugi::xml_node& occurrence, const Origin& origin)
+{
+    const std::uint32_t own = m_materials.of(origin.view);
+    m_structure.placements[index].material = own == Nothing ? m_materials.of(origin.instance) : own;
+    StructureOverride made;
+    made.material = m_materials.of(occurrence);
+    if (made.material == Nothing)
+        return;
+    for (std::uint32_t at = index; at != Nothing && m_steps < MaxSteps; at = m_above[at], ++m_steps)
+        made.path.push_back(at);
+    std::reverse(made.path.begin(), made.path.end());
+    if (m_steps < MaxSteps)
+        m_structure.overrides.push_back(std::move(made));
+    else
+        m_structure.placements[index].material = made.material;
 }
 
 void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_node& occurrence,
@@ -123,7 +148,7 @@ void OccurrenceTree::expand(const Open& open)
 {
     std::vector<std::uint32_t> children;
     for (const pugi::xml_node& child : m_occurrences.below(open.occurrence))
-        if (const std::uint32_t placement = place(child, open.world); placement != Nothing)
+        if (const std::uint32_t placement = place(child, open.placement, open.world); placement != Nothing)
             children.push_back(placement);
     if (children.empty())
         addLeaf(open.placement, open.occurrence);

@@ -65,7 +65,8 @@ struct Structure {
     std::vector<StructurePlacement> placements;
     std::vector<std::vector<std::uint32_t>> graphs; ///< the placements at the top, by graph
     std::vector<StructureOverride> overrides;
-    std::vector<pugi::xml_node> materials; ///< as long as the document lives
+    std::vector<pugi::xml_node> materials;              ///< as long as the document lives
+    std::vector<std::vector<std::string>> materialTags; ///< of each material
 };
 
 } // namespace importer::plmxml

@@ -82,7 +82,8 @@ private:
     bool partsAreTaken()
     {
         for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
-            if (part.attribute("revisionRef") || !shapesAreTaken(part))
+            if (part.attribute("revisionRef") || part.attribute("materialRef") ||
+                childOf(m_reading, part, "Material") || !shapesAreTaken(part))
                 return false;
         const std::vector<pugi::xml_node>& instances = m_reading.index.all(ElementKind::Instance);
         return std::all_of(instances.begin(), instances.end(), [](const pugi::xml_node& instance) {
