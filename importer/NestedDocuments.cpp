@@ -4,8 +4,10 @@
 #include "host/znKernel/znController.h"
 #include "host/znKernel/znTexSearch.h"
 #include "importer/DocumentFault.h"
+#include "importer/DocumentMaterials.h"
 #include "importer/ElementDocuments.h"
 #include "importer/PreparedDocument.h"
+#include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
 #include "standalone/startup/StandaloneSession.h"
 
@@ -46,9 +48,10 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 } // namespace
 
 NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost,
-                                 plmxml::NormaliserOptions options, const ElementDocuments& elements)
+                                 plmxml::NormaliserOptions options, const ElementDocuments& elements,
+                                 std::size_t& nodesLeft)
     : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{{canonical(outermost), {}}},
-      m_options(std::move(options)), m_elements(elements)
+      m_options(std::move(options)), m_elements(elements), m_nodesLeft(nodesLeft)
 {
     session.state<files::SceneReaders>().add({QStringLiteral("PLMXML"),
                                               {QStringLiteral("plmxml"), QStringLiteral("xml")},
@@ -119,6 +122,8 @@ osg::NodePtr NestedDocuments::load(const files::ReadTask& task, const Open& want
     if (!root)
         failWithoutTree(task, job);
     document.complete(root);
+    fillRepeatedParts(root, m_nodesLeft);
+    applyDocumentMaterials(document.path(), root);
     return root;
 }
 

@@ -32,18 +32,19 @@ public:
     static constexpr int maxDepth = 16;   ///< documents inside one another, the outermost included
     static constexpr int maxCount = 1000; ///< documents of one import, so that few files cannot stand for many
 
-    /// For the import of the document `outermost`; the others are read with `options`. What is added to the session's
-    /// readers meanwhile goes with this.
+    /// For the import of the document `outermost`; the others are read with `options`. Copies of part files within them
+    /// are taken from `nodesLeft`, which must outlive this. What is added to the session's readers meanwhile goes with
+    /// this.
     ///
     /// @param elements finds the element that a part file stands in for; must outlive this
     NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options,
-                    const ElementDocuments& elements);
+                    const ElementDocuments& elements, std::size_t& nodesLeft);
     ~NestedDocuments() override;
 
 Q_SIGNALS:
     /// A nested document's job, before it runs.
     void jobCreated(znPLMXMLLoaderJob* job);
-    /// What the import of a nested document passes over, a sentence with the document's name.
+    /// What the import passes over in a nested document, a sentence with its name.
     void remarked(const QString& remark);
 
 private:
@@ -65,6 +66,7 @@ private:
     int m_count = 1;
     plmxml::NormaliserOptions m_options;
     const ElementDocuments& m_elements;
+    std::size_t& m_nodesLeft;
 };
 
 } // namespace importer

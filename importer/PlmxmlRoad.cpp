@@ -22,9 +22,6 @@ namespace importer
 namespace
 {
 
-/// What the copies of part files may come to.
-constexpr std::size_t maxRepeatedNodes = std::size_t(1) << 22;
-
 /// The last line of the log, without the name of `file` before it.
 QString lastReason(const QStringList& log, const QString& file)
 {
@@ -57,12 +54,13 @@ void PlmxmlRoad::start()
     connect(parts, &PartImports::changed, this, [this, parts] { Q_EMIT partsChanged(parts->counts(), parts->text()); });
     connect(job, &znAbstractJob::finished, this, [this, job, parts] { jobEnded(*job, *parts); });
     follow(*job);
-    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file, options(false), m_elements);
+    m_nested = std::make_unique<NestedDocuments>(zn::StandaloneSession::require(), m_file, options(false), m_elements,
+                                                 m_repeatedNodesLeft);
     connect(m_nested.get(), &NestedDocuments::jobCreated, parts, [this, parts](znPLMXMLLoaderJob* nested) {
         parts->followNested(*nested);
         follow(*nested);
     });
-    connect(m_nested.get(), &NestedDocuments::remarked, this, &PlmxmlRoad::addMessage);
+    connect(m_nested.get(), &NestedDocuments::remarked, this, [this](const QString& remark) { addMessage(remark); });
     m_queue.addJob(job);
     m_queue.startProcessing();
 }
@@ -168,7 +166,7 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
 /// References that are not wanted are not missing.
 void PlmxmlRoad::loaded(const PartImports& parts)
 {
-    const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, maxRepeatedNodes);
+    const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, m_repeatedNodesLeft);
     applyDocumentMaterials(m_document->path(), m_result.node);
     leavePartViewsOut();
     m_result.missing = zn::partsLeftOut(m_result.node);

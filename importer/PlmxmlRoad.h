@@ -62,6 +62,7 @@ private:
     QString m_file;
     ElementDocuments m_elements;
     std::unique_ptr<PreparedDocument> m_document;
+    std::size_t m_repeatedNodesLeft = std::size_t(1) << 22; ///< what further copies of part files may come to
     znJobQueue m_queue;
     std::unique_ptr<NestedDocuments> m_nested; ///< while the document is loaded
     TreeOptimization m_optimization;

@@ -39,6 +39,17 @@ QString number(double count)
     return QString::number(count, 'f', 0);
 }
 
+QString leftOutText(const zn::DocumentStructure& facts)
+{
+    std::size_t all = 0;
+    QStringList reasons;
+    for (const auto& [why, count] : facts.leftOutCounts) {
+        all += count;
+        reasons.append(QStringLiteral("%1: %2").arg(why).arg(count));
+    }
+    return Texts::tr("representations left out: %1 (%2)").arg(all).arg(reasons.join(QStringLiteral(", ")));
+}
+
 } // namespace
 
 PreparedDocument::PreparedDocument(const QString& file, const plmxml::NormaliserOptions& options)
@@ -88,6 +99,8 @@ QStringList PreparedDocument::remarks() const
         remark(Texts::tr("%1 occurrences speak of no place of the structure and are passed over, the first in line %2")
                    .arg(m_facts->unplacedCount)
                    .arg(m_facts->unplaced.front().line));
+    if (!m_facts->leftOutCounts.empty())
+        remark(leftOutText(*m_facts));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)

@@ -63,18 +63,17 @@ void copyContent(const osg::NodePtr& from, const osg::NodePtr& to)
 
 } // namespace
 
-std::size_t fillRepeatedParts(const osg::NodePtr& root, std::size_t maxNodes)
+std::size_t fillRepeatedParts(const osg::NodePtr& root, std::size_t& nodesLeft)
 {
-    std::size_t left = maxNodes;
     std::size_t emptyPlaces = 0;
     for (const auto& [core, part] : loadedPlaces(root)) {
         const std::size_t size = part.filled && !part.empty.empty() ? countNodes(part.filled) : 0;
         for (const osg::NodePtr& node : part.empty) {
-            if (size > left)
+            if (size > nodesLeft)
                 ++emptyPlaces;
             else if (part.filled)
                 copyContent(part.filled, node);
-            left -= std::min(size, left);
+            nodesLeft -= std::min(size, nodesLeft);
         }
     }
     return emptyPlaces;

@@ -33,6 +33,9 @@ void AttachmentMap::set(std::uint32_t key, Attachment* attachment)
             return;
         }
     }
+    // Nodes with attributes have names, too: a vector of one entry would move at once.
+    if (m_entries.empty())
+        m_entries.reserve(2);
     m_entries.push_back({key, attachment});
 }
 

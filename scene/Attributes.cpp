@@ -13,6 +13,17 @@ FieldContainerType AttributeAttachment::_type("Attributes", &Attachment::_type, 
 
 AttributeSource::~AttributeSource() = default;
 
+const AttributeList* AttributeSource::kept(const void*) const
+{
+    return nullptr;
+}
+
+std::string AttributeSource::text(const void* place, std::string_view name) const
+{
+    const AttributeList* own = kept(place);
+    return own ? findText(*own, name) : findText(list(place), name);
+}
+
 namespace
 {
 
@@ -21,6 +32,7 @@ class OwnAttributes final : public AttributeSource
 public:
     explicit OwnAttributes(AttributeList attributes) : m_attributes(std::move(attributes)) {}
     AttributeList list(const void*) const override { return m_attributes; }
+    const AttributeList* kept(const void*) const override { return &m_attributes; }
 
 private:
     AttributeList m_attributes;

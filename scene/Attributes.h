@@ -42,6 +42,10 @@ public:
     virtual ~AttributeSource();
     /// The list that `place` stands for, which only this source understands.
     virtual AttributeList list(const void* place) const = 0;
+    /// The same where the source has it in this form, as long as the source lives; null where it would have to be made.
+    virtual const AttributeList* kept(const void* place) const;
+    /// findText in that list, of which nothing else need be made.
+    virtual std::string text(const void* place, std::string_view name) const;
 };
 
 /// The attachment that holds the attributes of one owner; its binding is the owner. It never changes, so that all
@@ -57,6 +61,15 @@ public:
     const FieldContainerType& getType() const override { return _type; }
 
     AttributeList attributes() const { return m_source->list(m_place); }
+    /// Calls `visit` with the attributes; they are not copied for that. Returns what it returns.
+    template <class Visit>
+    decltype(auto) visit(const Visit& visit) const
+    {
+        const AttributeList* kept = m_source->kept(m_place);
+        return kept ? visit(*kept) : visit(attributes());
+    }
+    /// The first text of the attribute with this name; empty if there is none.
+    std::string text(std::string_view name) const { return m_source->text(m_place, name); }
 
 private:
     AttributeAttachment(std::shared_ptr<const AttributeSource> source, const void* place);

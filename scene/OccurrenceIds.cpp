@@ -45,7 +45,7 @@ public:
         const AttributeAttachment::Ptr product = attributeAttachment(node, AttributeOwner::Product);
         const auto [entry, isNew] = m_names.try_emplace(product.get());
         if (isNew && product)
-            entry->second = findText(product->attributes(), "Product");
+            entry->second = product->text("Product");
         return entry->second;
     }
 
@@ -55,7 +55,8 @@ private:
 
 std::string stepOf(const NodePtr& node, const std::string& product)
 {
-    std::string name = findText(attributesOf(node, AttributeOwner::Occurrence), "Designator");
+    const AttributeAttachment::Ptr occurrence = attributeAttachment(node, AttributeOwner::Occurrence);
+    std::string name = occurrence ? occurrence->text("Designator") : std::string();
     if (const char* own = getName(node); name.empty() && own)
         name = own;
     if (name.empty())

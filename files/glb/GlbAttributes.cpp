@@ -1,7 +1,9 @@
 #include "files/glb/GlbAttributes.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <string_view>
 
 namespace files::glb
 {
@@ -22,16 +24,32 @@ void addQuoted(const std::string& text, std::string& json)
         json += textOf(Json(text));
 }
 
+template <class Number>
+void addDigits(Number number, std::string& json)
+{
+    char text[32];
+    json.append(text, std::to_chars(text, text + sizeof text, number).ptr);
+}
+
+/// With a point or an exponent, which tell it from an integer.
+void addReal(double number, std::string& json)
+{
+    const std::size_t start = json.size();
+    addDigits(number, json);
+    if (json.find_first_of(".e", start) == std::string::npos)
+        json += ".0";
+}
+
 /// Adds a value to a text; numbers keep all their digits, which Json would not.
 struct ValueWriter {
     std::string& json;
 
     void operator()(const std::string& text) const { addQuoted(text, json); }
-    void operator()(std::int64_t number) const { json += osg::textOf(number); }
+    void operator()(std::int64_t number) const { addDigits(number, json); }
     void operator()(double number) const
     {
         if (std::isfinite(number))
-            json += osg::textOf(number);
+            addReal(number, json);
         else
             addQuoted(osg::textOf(number), json);
     }
@@ -39,23 +57,38 @@ struct ValueWriter {
     void operator()(const osg::AttributeDate& date) const { addQuoted(date.text, json); }
     void operator()(const std::vector<std::string>& items) const
     {
-        json += "{\"value\":[";
+        json += '[';
         for (const std::string& item : items) {
             json += &item == items.data() ? "" : ",";
             addQuoted(item, json);
         }
-        json += "]}";
+        json += ']';
     }
 };
 
+/// The type of a value that JSON has no type for; empty for others.
+std::string_view typeWord(const osg::AttributeValue& value)
+{
+    const double* real = std::get_if<double>(&value);
+    if (real && !std::isfinite(*real))
+        return "real";
+    return std::holds_alternative<osg::AttributeDate>(value) ? "date" : "";
+}
+
 void addValue(const osg::Attribute& attribute, std::string& json)
 {
-    if (attribute.unit.empty() || std::holds_alternative<std::vector<std::string>>(attribute.value))
+    const std::string_view type = typeWord(attribute.value);
+    const bool isList = std::holds_alternative<std::vector<std::string>>(attribute.value);
+    if (attribute.unit.empty() && type.empty() && !isList)
         return std::visit(ValueWriter{json}, attribute.value);
     json += "{\"value\":";
     std::visit(ValueWriter{json}, attribute.value);
-    json += ",\"unit\":";
-    addQuoted(attribute.unit, json);
+    if (!attribute.unit.empty()) {
+        json += ",\"unit\":";
+        addQuoted(attribute.unit, json);
+    }
+    if (!type.empty())
+        json.append(",\"type\":\"").append(type).append("\"");
     json += '}';
 }
 
@@ -83,17 +116,10 @@ void addMember(Places::const_iterator first, Places::const_iterator last, std::s
     json += last - first > 1 ? "]" : "";
 }
 
-std::string attributesMember(const osg::AttributeList& attributes)
-{
-    return attributes.empty() ? std::string() : "\"attributes\":" + attributesText(attributes);
-}
-
-} // namespace
-
-std::string attributesText(const osg::AttributeList& attributes)
+void addAttributes(const osg::AttributeList& attributes, std::string& json)
 {
     const Places places = sorted(attributes);
-    std::string json = "{";
+    json += '{';
     for (auto first = places.begin(); first != places.end();) {
         const auto last =
             std::find_if(first, places.end(), [first](const auto* each) { return each->name != (*first)->name; });
@@ -101,14 +127,37 @@ std::string attributesText(const osg::AttributeList& attributes)
         addMember(first, last, json);
         first = last;
     }
-    return json + "}";
+    json += '}';
+}
+
+void addAttributesMember(const osg::AttributeList& attributes, std::string& members)
+{
+    if (attributes.empty())
+        return;
+    members += "\"attributes\":";
+    addAttributes(attributes, members);
+}
+
+} // namespace
+
+std::string attributesText(const osg::AttributeList& attributes)
+{
+    constexpr std::size_t usualBytes = 40; // of one
+    std::string json;
+    json.reserve(attributes.size() * usualBytes);
+    addAttributes(attributes, json);
+    return json;
 }
 
 std::string GlbAttributes::membersOf(const osg::NodePtr& node)
 {
-    std::string members = attributesMember(osg::attributesOf(node, osg::AttributeOwner::Occurrence));
-    if (const auto product = osg::attributeAttachment(node, osg::AttributeOwner::Product))
-        members += (members.empty() ? "" : ",") + ("\"product\":" + std::to_string(numberOf(product)));
+    std::string members;
+    if (const auto occurrence = osg::attributeAttachment(node, osg::AttributeOwner::Occurrence))
+        occurrence->visit([&members](const osg::AttributeList& list) { addAttributesMember(list, members); });
+    if (const auto product = osg::attributeAttachment(node, osg::AttributeOwner::Product)) {
+        members += members.empty() ? "\"product\":" : ",\"product\":";
+        addDigits(numberOf(product), members);
+    }
     return members;
 }
 
@@ -118,30 +167,47 @@ std::size_t GlbAttributes::numberOf(const osg::AttributeAttachment::Ptr& product
     const auto [entry, isNew] = m_numbers.try_emplace(product.get());
     if (!isNew)
         return entry->second;
-    const std::string text = attributesText(product->attributes());
-    const auto [known, isNewText] = m_known.try_emplace(text, m_products.size());
+    const auto [known, isNewText] = m_known.try_emplace(product->visit(attributesText), m_products.size());
     if (isNewText)
-        m_products.addText(text);
+        m_products.push_back(&known->first);
     return entry->second = known->second;
+}
+
+void GlbAttributes::addProducts(std::string& json) const
+{
+    json += '[';
+    for (const std::string* product : m_products) {
+        json += product == m_products.front() ? "" : ",";
+        json += *product;
+    }
+    json += ']';
 }
 
 std::string materialMembers(const osg::MaterialPtr& material)
 {
-    return material ? attributesMember(osg::attributesOf(osg::AttachmentContainerPtr(material))) : std::string();
+    std::string members;
+    if (material)
+        addAttributesMember(osg::attributesOf(osg::AttachmentContainerPtr(material)), members);
+    return members;
 }
 
-std::string withExtras(const Json& json, const std::string& members)
+std::string withExtras(Json json, const std::string& members)
 {
     if (members.empty())
         return textOf(json);
-    Json others = json;
-    const Json own = others.value("extras", Json::object());
-    others.erase("extras");
-    std::string text = textOf(others);
-    text.pop_back();
-    text += (text.size() > 1 ? ",\"extras\":" : "\"extras\":") + textOf(own);
-    text.pop_back();
-    return text + (own.empty() ? "" : ",") + members + "}}";
+    const auto found = json.find("extras");
+    std::string own = "{";
+    if (found != json.end() && !found->empty()) {
+        own = textOf(*found);
+        own.back() = ',';
+    }
+    if (found != json.end())
+        json.erase(found);
+    std::string text = textOf(json);
+    text.back() = ',';
+    if (text.size() == 2)
+        text.pop_back();
+    return text.append("\"extras\":").append(own).append(members).append("}}");
 }
 
 } // namespace files::glb

@@ -54,10 +54,11 @@ double scaleOf(const osg::Matrix& m)
     return scale > 1e-9 && scale < 1e9 ? scale : 1;
 }
 
+/// The topmost group rules all below it.
 osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr& above)
 {
-    const auto group = osg::fcCast<osg::MaterialGroup>(node->getCore());
-    return group && group->getMaterial() ? group->getMaterial() : above;
+    const auto group = above ? osg::MaterialGroupPtr() : osg::fcCast<osg::MaterialGroup>(node->getCore());
+    return group ? group->getMaterial() : above;
 }
 
 } // namespace
@@ -104,7 +105,7 @@ void GlbNodes::add(Step step)
         addContent(step, json);
     else
         json["children"] = {enqueue({step.node, step.material, {}, placement->inner, step.scale})};
-    m_list.addText(withExtras(json, extrasOf(step.node, name)));
+    m_list.addText(withExtras(std::move(json), extrasOf(step.node, name)));
 }
 
 std::string GlbNodes::extrasOf(const osg::NodePtr& node, const char* name)

@@ -32,7 +32,7 @@ private:
     /// An entry of the list to come. Entries are numbered as they are put into the queue.
     struct Step {
         osg::NodePtr node;         ///< null for a second node of a camera
-        osg::MaterialPtr material; ///< of the nearest material group above
+        osg::MaterialPtr material; ///< of the topmost material group above
         osg::Matrix above;         ///< to be applied after the own transform
         Json inner;                ///< for the second node of a transform or a camera: what it consists of
         double scale = 1;          ///< of the space that the node stands in

@@ -33,6 +33,12 @@ public:
         if (list.size() > 0)
             add(member, list.text());
     }
+    void add(const char* member, const GlbAttributes& attributes)
+    {
+        add(member, "{\"products\":");
+        attributes.addProducts(m_text);
+        m_text += '}';
+    }
     /// Filled up to a multiple of four.
     std::string take()
     {
@@ -75,8 +81,8 @@ std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
     DocumentText text;
     addExtensions(nodes, text);
     text.add("asset", textOf(assetOf(options)));
-    if (const JsonList& products = nodes.attributes().products(); products.size() > 0)
-        text.add("extras", "{\"products\":" + products.text() + "}");
+    if (nodes.attributes().hasProducts())
+        text.add("extras", nodes.attributes());
     text.add("scene", "0");
     text.add("scenes", R"([{"nodes":[0]}])");
     text.add("nodes", nodes.list());

@@ -192,14 +192,14 @@ GltfDocument openGltf(ReadTask& task)
 {
     const FileBytes file = readFile(task, task.path());
     const GltfFrame frame = splitGltf(file, task);
-    // Extras are free to be anything.
-    Json json = parseJson(frame.json, task, [](int, std::string_view key) { return key != "extras"; });
+    Json json = parseJson(frame.json, task, memberFilter());
     checkVersion(json, task);
     checkExtensions(json, task);
     GltfDocument document;
     document.buffers = BufferSource(task, file, frame.binary).all(json);
     warnOfUnread(json, task);
     document.cameras = readCameras(json, task);
+    document.extras = GltfExtras(json, task);
     document.model = parseModel(reducedText(std::move(json)), task);
     return document;
 }

@@ -2,6 +2,7 @@
 
 #include "files/FileBytes.h"
 #include "files/gltf/GltfCameras.h"
+#include "files/gltf/GltfExtras.h"
 
 #include <tiny_gltf.h>
 
@@ -17,12 +18,13 @@ struct GltfBuffer {
     std::size_t size = 0;
 };
 
-/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins and animations are
-/// empty.
+/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins, animations and
+/// extras are empty.
 struct GltfDocument {
     tinygltf::Model model;
     std::vector<GltfBuffer> buffers;
     std::vector<std::optional<GltfCamera>> cameras;
+    GltfExtras extras;
 };
 
 /// Reads the file of `task` and the buffers that it refers to, none of them twice. Fails through `task` when the frame,

@@ -123,6 +123,7 @@ osg::MaterialPtr GltfMeshes::material(int index, const QString& place)
     if (isNew) {
         const tinygltf::Material& from = m_document.model.materials[static_cast<std::size_t>(index)];
         entry->second = makeMaterial(from.name, lookOfMaterial(from));
+        m_document.extras.addToMaterial(index, entry->second.get());
     }
     return entry->second.get();
 }

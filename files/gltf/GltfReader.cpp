@@ -34,8 +34,8 @@ class GltfTree
 {
 public:
     GltfTree(const GltfDocument& document, ReadTask& task)
-        : m_model(document.model), m_cameras(document.cameras), m_task(task), m_meshes(document, task),
-          m_seen(document.model.nodes.size())
+        : m_model(document.model), m_cameras(document.cameras), m_extras(document.extras), m_task(task),
+          m_meshes(document, task), m_seen(document.model.nodes.size())
     {
     }
 
@@ -55,6 +55,7 @@ private:
 
     const tinygltf::Model& m_model;
     const std::vector<std::optional<GltfCamera>>& m_cameras;
+    const GltfExtras& m_extras;
     ReadTask& m_task;
     GltfMeshes m_meshes;
     std::vector<bool> m_seen;
@@ -153,6 +154,7 @@ void GltfTree::add(const Step& step)
     const osg::Matrix matrix = matrixOf(from, step.node);
     m_task.countNodes(1 + geometries.size());
     const osg::NodePtr node = makeNodeFor(from, matrix, geometries);
+    m_extras.addToNode(step.node, node);
     osg::addChild(step.parent, node);
     addCamera(node, from.camera);
     for (const int child : from.children)
@@ -194,6 +196,7 @@ osg::NodePtr GltfTree::build()
 {
     FreshTree tree(makeGroup({}));
     const osg::NodePtr place = makeTransform(sceneName(), toMillimetresZUp(millimetresPerMetre, UpAxis::Y));
+    m_extras.addToScene(std::max(m_model.defaultScene, 0), place);
     osg::addChild(tree.root(), place);
     for (const int node : rootNodes())
         m_queue.push_back({node, place, 3});

@@ -52,11 +52,26 @@ public:
         return attributes;
     }
 
-private:
-    std::string text(std::uint64_t index) const
+    /// Looks at names only, so that a search through a file makes no lists.
+    std::string text(const void* place, std::string_view name) const override
     {
-        return m_scene.texts()->Get(static_cast<flatbuffers::uoffset_t>(index))->str();
+        const auto& record = *static_cast<const fb::Attachment*>(place);
+        std::uint32_t item = 0;
+        for (std::uint32_t i = 0; record.attributes() && i < record.attributes()->size(); ++i) {
+            const fb::Attribute& attribute = *record.attributes()->Get(i);
+            if (textAt(attribute.name()).string_view() == name)
+                return textOf(valueOf(attribute, record, item));
+            item += attribute.type() == Type::List ? static_cast<std::uint32_t>(attribute.bits()) : 0;
+        }
+        return {};
     }
+
+private:
+    const flatbuffers::String& textAt(std::uint64_t index) const
+    {
+        return *m_scene.texts()->Get(static_cast<flatbuffers::uoffset_t>(index));
+    }
+    std::string text(std::uint64_t index) const { return textAt(index).str(); }
 
     AttributeValue valueOf(const fb::Attribute& attribute, const fb::Attachment& record, std::uint32_t& item) const
     {

@@ -154,29 +154,29 @@ private:
     {
         std::uint64_t items = sizeOf(attachment.items());
         checkTexts(attachment.items(), attachment);
+        const std::uint64_t texts = sizeOf(m_scene.texts());
         for (const fb::Attribute* attribute : *attachment.attributes()) {
             if (m_error)
                 return;
-            checkText(attribute->name(), *attribute);
-            if (attribute->unit() != 0)
-                checkText(attribute->unit() - 1, *attribute);
-            checkValue(*attribute, items);
+            using Type = fb::AttributeType;
+            const Type type = attribute->type();
+            if (type > Type::MAX)
+                return damaged(Text::tr("An attribute is of no known type"), *attribute);
+            const bool isText = type == Type::Text || type == Type::Date;
+            const bool isList = type == Type::List;
+            if (attribute->name() >= texts || attribute->unit() > texts || (isText && attribute->bits() >= texts) ||
+                (isList && attribute->bits() > items))
+                return damaged(Text::tr("A reference has no target"), *attribute);
+            items -= isList ? attribute->bits() : 0;
+            addTextBytes(textBytes(attribute->name()) + (attribute->unit() > 0 ? textBytes(attribute->unit() - 1) : 0) +
+                             (isText ? textBytes(attribute->bits()) : 0),
+                         *attribute);
         }
     }
 
-    void checkValue(const fb::Attribute& attribute, std::uint64_t& items)
+    std::uint64_t textBytes(std::uint64_t index) const
     {
-        using Type = fb::AttributeType;
-        const Type type = attribute.type();
-        if (type > Type::MAX)
-            return damaged(Text::tr("An attribute is of no known type"), attribute);
-        if (type == Type::Text || type == Type::Date)
-            checkText(attribute.bits(), attribute);
-        if (type != Type::List)
-            return;
-        if (attribute.bits() > items)
-            return damaged(Text::tr("A reference has no target"), attribute);
-        items -= attribute.bits();
+        return bytesPerText + m_scene.texts()->Get(static_cast<flatbuffers::uoffset_t>(index))->size();
     }
 
     void checkVariants(const fb::Variants& variants)

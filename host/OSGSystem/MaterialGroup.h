@@ -38,7 +38,7 @@ protected:
     Material* m_material = nullptr;
 };
 
-/// A group whose material applies to everything below its node.
+/// A group whose material applies to everything below its node, in place of those of groups further down.
 class ZN_HOST_EXPORT MaterialGroup : public MaterialGroupBase
 {
 public:

@@ -1,6 +1,7 @@
 #include "importer/inventory/SceneSelection.h"
 
-#include "host/OSGSystem/Material.h"
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/CoreMaterial.h"
 #include "scene/EditScope.h"
@@ -43,12 +44,28 @@ public:
             facts.attributes.push_back(std::move(attribute));
         if (m_ids)
             facts.id = m_ids->of(node);
-        if (const osg::MaterialPtr material = osg::materialOf(node->getCore()))
+        if (const osg::MaterialPtr material = materialAt(node))
             facts.material = textOf(osg::getName(material));
         return facts;
     }
 
 private:
+    /// That of the topmost group rules all below it. A parent is asked for before its children.
+    osg::MaterialPtr materialAt(const osg::NodePtr& node)
+    {
+        const osg::NodePtr parent = node->getParent();
+        const auto above = m_groups.find(parent.get());
+        const osg::MaterialPtr ruling = above != m_groups.end() ? above->second : groupMaterial(parent);
+        m_groups[node.get()] = ruling ? ruling : groupMaterial(node);
+        return ruling ? ruling : osg::materialOf(node->getCore());
+    }
+
+    static osg::MaterialPtr groupMaterial(const osg::NodePtr& node)
+    {
+        const auto group = node ? osg::fcCast<osg::MaterialGroup>(node->getCore()) : osg::MaterialGroupPtr();
+        return group ? group->getMaterial() : osg::MaterialPtr();
+    }
+
     const osg::AttributeList& productAttributes(const osg::NodePtr& node)
     {
         const auto attachment = osg::attributeAttachment(node, osg::AttributeOwner::Product);
@@ -60,6 +77,7 @@ private:
 
     std::optional<osg::OccurrenceIds> m_ids;
     std::unordered_map<const osg::FieldContainer*, osg::AttributeList> m_products;
+    std::unordered_map<const osg::Node*, osg::MaterialPtr> m_groups; ///< material of the topmost group down to a node
 };
 
 std::vector<osg::NodePtr> matchesBelow(const osg::NodePtr& root, const SceneQuery& query)

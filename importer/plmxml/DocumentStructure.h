@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <cstddef>
+#include <map>
 #include <vector>
 
 namespace zn
@@ -31,6 +32,20 @@ struct UnplacedOccurrence {
 
     /// How many of a document are kept at most; all are counted.
     static constexpr std::size_t maxKept = 1000;
+};
+
+/// A representation of a placed part that is shown nowhere.
+struct LeftOutShape {
+    /// How many of a document are kept at most; all are counted.
+    static constexpr std::size_t maxKept = 1000;
+
+    QString element; ///< the kind, such as "CompoundRep"
+    QString id;      ///< may be empty
+    QString part;    ///< the id of its part; may be empty
+    QString written; ///< its file, as the document has it; may be empty
+    QString format;  ///< as the document calls it
+    QString whyNot;
+    int line = 0; ///< of the element, from 1
 };
 
 /// What a product structure holds and what was chosen of it.
@@ -63,8 +78,10 @@ struct DocumentStructure {
     std::size_t danglingCount = 0;                     ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
     std::size_t unplacedCount = 0; ///< occurrences whose path leads to no place, or that nothing at the top leads to
-    std::vector<UnplacedOccurrence> unplaced; ///< the first of them
-    std::vector<StructureFile> files;         ///< that the parts are drawn from, each once
+    std::vector<UnplacedOccurrence> unplaced;     ///< the first of them
+    std::vector<StructureFile> files;             ///< that the parts are drawn from, each once
+    std::map<QString, std::size_t> leftOutCounts; ///< representations that are shown nowhere, by the reason
+    std::vector<LeftOutShape> leftOut;            ///< the first of them, in the order of the text
 };
 
 } // namespace zn

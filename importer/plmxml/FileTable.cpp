@@ -47,7 +47,8 @@ std::uint32_t FileTable::add(const pugi::xml_node& element, const QString& writt
                        name + " '" + element.attribute("id").value() + "'",
                        m_document.lineOf(element),
                        0,
-                       {}});
+                       {},
+                       false});
     return index;
 }
 

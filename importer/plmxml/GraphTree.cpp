@@ -1,6 +1,5 @@
 #include "importer/plmxml/GraphTree.h"
 
-#include "importer/plmxml/Numbers.h"
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
@@ -130,33 +129,6 @@ std::uint32_t GraphTree::placementOf(const pugi::xml_node& instance) const
     return valueOr(m_placements, instance);
 }
 
-std::uint32_t GraphTree::materialOf(const pugi::xml_node& material)
-{
-    if (!material)
-        return Nothing;
-    const auto [entry, isNew] = m_materials.emplace(material.hash_value(), sizeOf(m_structure.materials.size()));
-    if (isNew)
-        m_structure.materials.push_back(made(material));
-    return entry->second;
-}
-
-/// Words among its numbers would make the document unreadable for the loader.
-StructureMaterial GraphTree::made(const pugi::xml_node& material) const
-{
-    StructureMaterial made{nameOf(m_reading, material), {}};
-    for (const char* name : {"ambient", "diffuse", "specular", "emissive", "shininess", "alpha"}) {
-        const pugi::xml_attribute attribute = material.attribute(name);
-        if (!attribute)
-            continue;
-        std::optional<std::vector<double>> numbers = numbersIn(attribute.value());
-        if (numbers && !numbers->empty())
-            made.numbers.emplace_back(name, std::move(*numbers));
-        else
-            ++m_reading.facts.badMaterialNumbers;
-    }
-    return made;
-}
-
 std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
 {
     const auto [entry, isNew] = m_placements.emplace(instance.hash_value(), sizeOf(m_structure.placements.size()));
@@ -169,10 +141,17 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.name = firstText({nameOf(m_reading, instance), partName, placement.id});
     placement.placed = transformOf(m_reading, instance).value_or(Identity4);
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
-    placement.material = materialOf(m_reading.references.follow(instance, "materialRef", ElementKind::Material));
+    placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
     m_structure.placements.push_back(std::move(placement));
     return entry->second;
+}
+
+/// That of the part is nearer to what is drawn than that of the instance.
+std::uint32_t GraphTree::materialAt(const StructurePlacement& placement, const pugi::xml_node& instance)
+{
+    const std::uint32_t own = placement.part == Nothing ? Nothing : m_materials.of(m_elements[placement.part]);
+    return own == Nothing ? m_materials.of(instance) : own;
 }
 
 /// For a part at the top, which no instance places.
@@ -181,6 +160,7 @@ std::uint32_t GraphTree::placePart(const pugi::xml_node& part)
     StructurePlacement placement;
     placement.part = addPart(part);
     placement.name = firstText({m_structure.parts[placement.part].name, textOf(part, "id")});
+    placement.material = m_materials.of(part);
     placement.hasNode = false;
     m_structure.placements.push_back(std::move(placement));
     return sizeOf(m_structure.placements.size() - 1);
@@ -202,7 +182,7 @@ std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance, const Refere
     StructurePart part;
     part.name = nameOf(m_reading, instance);
     if (file != FileTable::None)
-        part.pieces.push_back({part.name, Identity4, false, file});
+        part.pieces.push_back({part.name, Identity4, false, file, instance.hash_value()});
     m_structure.parts.push_back(std::move(part));
     m_elements.emplace_back();
     return sizeOf(m_structure.parts.size() - 1);
@@ -215,6 +195,7 @@ std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
         return entry->second;
     StructurePart made;
     made.id = textOf(part, "id");
+    made.view = part.hash_value();
     made.name =
         firstText({nameOf(m_reading, part), nameOfRevision(m_reading, otherOf(m_reading, part, "revisionRef"))});
     m_structure.parts.push_back(std::move(made));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importer/plmxml/MaterialTable.h"
 #include "importer/plmxml/Reading.h"
 #include "importer/plmxml/Structure.h"
 
@@ -14,7 +15,10 @@ class GraphTree
 {
 public:
     /// Of the document that is being read; what is found goes into `structure`. Both must outlive this.
-    GraphTree(const Reading& reading, Structure& structure) : m_reading(reading), m_structure(structure) {}
+    GraphTree(const Reading& reading, Structure& structure)
+        : m_reading(reading), m_structure(structure), m_materials(reading, structure)
+    {
+    }
 
     /// The structure below the roots that `graphs` name.
     void addGraphs(const std::vector<pugi::xml_node>& graphs);
@@ -26,12 +30,12 @@ public:
 
     /// The placement of an instance; Nothing for one that was not reached.
     std::uint32_t placementOf(const pugi::xml_node& instance) const;
-    /// The index of a material in the structure; Nothing for null.
-    std::uint32_t materialOf(const pugi::xml_node& material);
+    /// Of the structure.
+    MaterialTable& materials() { return m_materials; }
 
 private:
-    StructureMaterial made(const pugi::xml_node& material) const;
     std::uint32_t addPlacement(const pugi::xml_node& instance);
+    std::uint32_t materialAt(const StructurePlacement& placement, const pugi::xml_node& instance);
     std::uint32_t placePart(const pugi::xml_node& part);
     std::uint32_t partAt(const pugi::xml_node& instance);
     std::uint32_t documentAt(const pugi::xml_node& instance, const Reference& reference);
@@ -42,9 +46,9 @@ private:
 
     const Reading& m_reading;
     Structure& m_structure;
+    MaterialTable m_materials;
     std::unordered_map<std::size_t, std::uint32_t> m_placements; ///< by element
     std::unordered_map<std::size_t, std::uint32_t> m_parts;      ///< by element
-    std::unordered_map<std::size_t, std::uint32_t> m_materials;  ///< by element
     std::vector<pugi::xml_node> m_elements;                      ///< of the parts
     std::size_t m_filled = 0;                                    ///< of the parts
 };

@@ -2,6 +2,7 @@
 
 #include "importer/plmxml/ElementTree.h"
 #include "importer/plmxml/GraphTree.h"
+#include "importer/plmxml/LeftOutShapes.h"
 #include "importer/plmxml/OccurrenceTree.h"
 #include "importer/plmxml/Overrides.h"
 #include "importer/plmxml/Reading.h"
@@ -65,9 +66,13 @@ public:
             return;
         noteElements();
         const bool isWhole = root.empty() || view || m_index.find(ElementKind::ProductDef, root);
-        const bool fits = isWhole && build(Occurrences(m_reading, occurrencesOf(m_reading, m_view))) && root.empty();
+        const Occurrences occurrences(m_reading, occurrencesOf(m_reading, m_view));
+        const bool fits = isWhole && build(occurrences) && root.empty();
         if (!isWhole)
             addStructureBelow(m_reading, root, m_result.structure);
+        if (fits)
+            dropEmptyTypes(m_reading, m_result.structure);
+        noteLeftOutShapes(m_reading, m_result.structure, !fits);
         surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
         if (m_result.facts.roots == 0)
@@ -82,7 +87,8 @@ private:
     bool isPlain()
     {
         const auto& graphs = m_index.all(ElementKind::InstanceGraph);
-        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1)
+        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1 ||
+            hasEmptyTypes(m_reading))
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
         const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, ownIdOf(roots.front())) ||
@@ -239,6 +245,8 @@ private:
 
     static QString whyNot(const ShapeFile& file)
     {
+        if (file.isOfEmptyType)
+            return QStringLiteral("type without geometry");
         if (file.rank >= FileFormats::OtherConverter)
             return QStringLiteral("no reader");
         return file.isThere() ? QStringLiteral("another file was taken") : QStringLiteral("missing");

@@ -5,11 +5,16 @@
 #include "importer/plmxml/UserTexts.h"
 #include "importer/plmxml/Views.h"
 
+#include <algorithm>
+
 namespace importer::plmxml
 {
 
 namespace
 {
+
+/// What the paths of all overrides may come to.
+constexpr std::size_t MaxSteps = 20'000'000;
 
 std::uint32_t sizeOf(std::size_t size)
 {
@@ -27,7 +32,7 @@ void OccurrenceTree::add(const pugi::xml_node& view)
 {
     std::vector<std::uint32_t> roots;
     for (const pugi::xml_node& root : rootsOf(view))
-        if (const std::uint32_t placement = place(root, Identity4); placement != Nothing)
+        if (const std::uint32_t placement = place(root, Nothing, Identity4); placement != Nothing)
             roots.push_back(placement);
     grow(std::move(roots));
     noteUnplacedAmong(m_occurrences.all());
@@ -37,7 +42,7 @@ void OccurrenceTree::add(const pugi::xml_node& view)
 
 void OccurrenceTree::addBelow(const pugi::xml_node& occurrence)
 {
-    grow({place(occurrence, transformOf(m_reading, occurrence).value_or(Identity4))});
+    grow({place(occurrence, Nothing, transformOf(m_reading, occurrence).value_or(Identity4))});
 }
 
 void OccurrenceTree::grow(std::vector<std::uint32_t> roots)
@@ -71,7 +76,7 @@ std::vector<pugi::xml_node> OccurrenceTree::rootsOf(const pugi::xml_node& view) 
 }
 
 /// The own transform of the instance is exact, where that of the occurrence went through a product.
-std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, const Matrix4& outer)
+std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, std::uint32_t above, const Matrix4& outer)
 {
     if (!m_placed.insert(occurrence.hash_value()).second) {
         ++m_reading.facts.placedTwice;
@@ -88,8 +93,28 @@ std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, const Matr
     fillNames(placement, occurrence, origin);
     m_structure.placements.push_back(std::move(placement));
     const std::uint32_t index = sizeOf(m_structure.placements.size() - 1);
+    m_above.push_back(above);
+    addMaterials(index, occurrence, origin);
     m_open.push_back({occurrence, index, world ? *world : m_structure.placements.back().placed * outer});
     return index;
+}
+
+/// That of the part is nearer to what is drawn than that of the instance; that of the occurrence overrides both.
+void OccurrenceTree::addMaterials(std::uint32_t index, const pugi::xml_node& occurrence, const Origin& origin)
+{
+    const std::uint32_t own = m_materials.of(origin.view);
+    m_structure.placements[index].material = own == Nothing ? m_materials.of(origin.instance) : own;
+    StructureOverride made;
+    made.material = m_materials.of(occurrence);
+    if (made.material == Nothing)
+        return;
+    for (std::uint32_t at = index; at != Nothing && m_steps < MaxSteps; at = m_above[at], ++m_steps)
+        made.path.push_back(at);
+    std::reverse(made.path.begin(), made.path.end());
+    if (m_steps < MaxSteps)
+        m_structure.overrides.push_back(std::move(made));
+    else
+        m_structure.placements[index].material = made.material;
 }
 
 void OccurrenceTree::fillNames(StructurePlacement& placement, const pugi::xml_node& occurrence,
@@ -156,7 +181,7 @@ void OccurrenceTree::expand(const Open& open)
 {
     std::vector<std::uint32_t> children;
     for (const pugi::xml_node& child : m_occurrences.below(open.occurrence))
-        if (const std::uint32_t placement = place(child, open.world); placement != Nothing)
+        if (const std::uint32_t placement = place(child, open.placement, open.world); placement != Nothing)
             children.push_back(placement);
     if (children.empty())
         addLeaf(open.placement, open.occurrence);
@@ -168,6 +193,7 @@ std::uint32_t OccurrenceTree::makePart(const Origin& origin, const std::string& 
 {
     StructurePart part;
     part.id = textOf(origin.view ? origin.view : origin.revision, "id");
+    part.view = origin.view.hash_value();
     part.name = partNameOf(origin, name);
     part.tags = UserTexts(m_reading).userData(origin.view).revision(origin.revision).take();
     m_structure.parts.push_back(std::move(part));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importer/plmxml/MaterialTable.h"
 #include "importer/plmxml/Occurrences.h"
 #include "importer/plmxml/Reading.h"
 #include "importer/plmxml/Structure.h"
@@ -18,7 +19,7 @@ class OccurrenceTree
 public:
     /// Of the document that is being read; what is found goes into `structure`. All must outlive this.
     OccurrenceTree(const Reading& reading, const Occurrences& occurrences, Structure& structure)
-        : m_reading(reading), m_occurrences(occurrences), m_structure(structure)
+        : m_reading(reading), m_occurrences(occurrences), m_structure(structure), m_materials(reading, structure)
     {
     }
 
@@ -43,8 +44,9 @@ private:
     };
 
     std::vector<pugi::xml_node> rootsOf(const pugi::xml_node& view) const;
-    std::uint32_t place(const pugi::xml_node& occurrence, const Matrix4& outer);
+    std::uint32_t place(const pugi::xml_node& occurrence, std::uint32_t above, const Matrix4& outer);
     void grow(std::vector<std::uint32_t> roots);
+    void addMaterials(std::uint32_t index, const pugi::xml_node& occurrence, const Origin& origin);
     void expand(const Open& open);
     void find(const pugi::xml_node& occurrence, const char* attribute, Origin& origin) const;
     std::uint32_t elementOfOther(const pugi::xml_node& element, const char* attribute) const;
@@ -61,7 +63,10 @@ private:
     const Reading& m_reading;
     const Occurrences& m_occurrences;
     Structure& m_structure;
+    MaterialTable m_materials;
     std::vector<Open> m_open;
+    std::vector<std::uint32_t> m_above;                      ///< the placement around each; Nothing at the top
+    std::size_t m_steps = 0;                                 ///< of the paths of all overrides
     std::unordered_set<std::size_t> m_placed;                ///< occurrences
     std::unordered_map<std::string, std::uint32_t> m_leaves; ///< parts by what they are of
     std::unordered_set<std::size_t> m_origins;               ///< different things that are placed

@@ -116,10 +116,7 @@ void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
     const std::optional<Matrix4> placed = transformOf(m_reading, occurrence);
     made.isMoved = placed.has_value();
     made.placed = placed.value_or(Identity4);
-    pugi::xml_node material = childOf(m_reading, occurrence, "Material");
-    if (!material)
-        material = m_reading.references.follow(occurrence, "materialRef", ElementKind::Material);
-    made.material = m_graph.materialOf(material);
+    made.material = m_graph.materials().of(occurrence);
     made.visibility = visibilityOf(m_reading, occurrence);
     made.pieces = chooseShape(m_reading, {occurrence, {}, {}, {}, partNameOf(path.back())});
     made.tags = UserTexts(m_reading).userData(occurrence).attribute(occurrence, "quantity").take();

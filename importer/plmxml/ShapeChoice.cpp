@@ -72,7 +72,7 @@ private:
         if (file == FileTable::None)
             return;
         const std::string name = nameOf(m_reading, shape);
-        pieces.push_back({name.empty() ? m_source.name : name, placed, isMoved || own, file});
+        pieces.push_back({name.empty() ? m_source.name : name, placed, isMoved || own, file, shape.hash_value()});
     }
 
     void addDataSet(const pugi::xml_node& dataSet)
@@ -84,7 +84,7 @@ private:
             const std::uint32_t file = m_reading.files.add(member, member.attribute("locationRef").value(),
                                                            member.attribute("format").value());
             if (file != FileTable::None)
-                m_alternatives.push_back({{{m_source.name, Identity4, false, file}}});
+                m_alternatives.push_back({{{m_source.name, Identity4, false, file, member.hash_value()}}});
         }
     }
 

@@ -23,11 +23,13 @@ struct ShapePiece {
     Matrix4 placed = Identity4;
     bool isMoved = false;
     std::uint32_t file = FileTable::None;
+    std::size_t element = 0; ///< the hash value of the element that names the file
 };
 
 /// What stands at places.
 struct StructurePart {
-    std::string id; ///< of the element; may be empty
+    std::string id;       ///< of the element; may be empty
+    std::size_t view = 0; ///< the hash value of its part view; 0 without one
     std::string name;
     std::vector<std::uint32_t> placements;
     std::vector<ShapePiece> pieces;
@@ -72,6 +74,7 @@ struct Structure {
     std::vector<std::vector<std::uint32_t>> graphs; ///< the placements at the top, by graph
     std::vector<StructureOverride> overrides;
     std::vector<StructureMaterial> materials;
+    std::vector<std::vector<std::string>> materialTags; ///< of each material
 };
 
 } // namespace importer::plmxml

@@ -1,6 +1,7 @@
 #include "importer/plmxml/SubsetFit.h"
 
 #include "cad/xml/CADGrammar.h"
+#include "importer/plmxml/LeftOutShapes.h"
 #include "importer/plmxml/ShapeChoice.h"
 
 #include <QFileInfo>
@@ -94,7 +95,8 @@ private:
     bool partsAreTaken()
     {
         for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
-            if (part.attribute("revisionRef") || !shapesAreTaken(part))
+            if (part.attribute("revisionRef") || part.attribute("materialRef") ||
+                childOf(m_reading, part, "Material") || !shapesAreTaken(part))
                 return false;
         const std::vector<pugi::xml_node>& instances = m_reading.index.all(ElementKind::Instance);
         return std::all_of(instances.begin(), instances.end(), [](const pugi::xml_node& instance) {
@@ -104,10 +106,9 @@ private:
 
     bool shapesAreTaken(const pugi::xml_node& part)
     {
-        const std::string_view type = part.attribute("type").value();
-        const bool isAssembly = type.empty() || type == "assembly";
-        if (!isAssembly && type != "solid")
+        if (isOfEmptyType(part))
             return true;
+        const bool isAssembly = part.attribute("type").value() != std::string_view("solid");
         const std::vector<pugi::xml_node> shapes = representationsOf(m_reading, part);
         // One that is a child and referred to comes twice.
         for (const std::string_view word : wordsOf(part.attribute("representationRefs").value()))
@@ -188,9 +189,10 @@ void countShapeNodes(const Reading& reading, Structure& structure)
 {
     for (StructurePart& part : structure.parts) {
         const pugi::xml_node element = reading.index.find(ElementKind::Part, part.id);
-        const std::string_view type = element.attribute("type").value();
+        const bool isAssembly =
+            !isOfEmptyType(element) && element.attribute("type").value() != std::string_view("solid");
         for (const pugi::xml_node& shape : representationsOf(reading, element))
-            part.shapeNodes += nodesOf(reading, shape, type.empty() || type == "assembly");
+            part.shapeNodes += nodesOf(reading, shape, isAssembly);
     }
 }
 

@@ -1,7 +1,9 @@
 #include "importer/plmxml/TreeNotes.h"
 
 #include "files/scenefile/AttributeTags.h"
+#include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "importer/plmxml/PlaceWalk.h"
 #include "scene/Attributes.h"
@@ -17,8 +19,9 @@ namespace
 
 /// The nodes of one place, and how far its children are.
 struct Frame {
-    osg::NodePtr part; ///< whose children are the places below; null where there is no part
-    unsigned next = 0; ///< of these children
+    osg::NodePtr part;     ///< whose children are the places below; null where there is no part
+    osg::NodePtr material; ///< the group of the material that the place has; null without one
+    unsigned next = 0;     ///< of these children
     Visibility visibility = Visibility::Shown;
     bool isLeaf = true;
     bool isShown = false;             ///< something below it
@@ -68,7 +71,10 @@ void switchOff(const osg::NodePtr& node)
 class Notes
 {
 public:
-    Notes(const Structure& structure, const osg::NodePtr& root) : m_structure(structure), m_root(root) {}
+    Notes(const Structure& structure, const osg::NodePtr& root)
+        : m_structure(structure), m_root(root), m_materials(structure.materialTags.size())
+    {
+    }
 
     bool enter(const Place& place)
     {
@@ -133,9 +139,10 @@ private:
         const bool hasPart = placement.part != Nothing;
         if (hasNode) {
             frame.top = childAt(above.part, above.next++);
+            frame.material = hasMaterial ? childAt(frame.top, 0) : osg::NodePtr();
             frame.part = hasPart ? childAt(frame.top, hasMaterial ? 1 : 0) : osg::NodePtr();
         } else {
-            above.next += hasMaterial ? 1 : 0;
+            frame.material = hasMaterial ? childAt(above.part, above.next++) : osg::NodePtr();
             frame.part = hasPart ? childAt(above.part, above.next++) : osg::NodePtr();
             frame.top = frame.part;
         }
@@ -147,9 +154,24 @@ private:
                (!hasNode || isNamed(frame.top, placement.name));
     }
 
-    void note(const Place& place, const Frame& frame) const
+    /// Places of one material have groups of their own.
+    void noteMaterial(const osg::NodePtr& node, std::uint32_t index)
+    {
+        const auto group = node ? osg::fcCast<osg::MaterialGroup>(node->getCore()) : osg::MaterialGroupPtr();
+        if (!group || !group->getMaterial() || index == Nothing)
+            return;
+        Held& attributes = m_materials[index];
+        std::vector<std::string> tags = m_structure.materialTags[index];
+        if (!attributes.get() && !tags.empty())
+            attributes = Held(osg::AttributeAttachment::create(osg::scenefile::converted::takeAttributes(tags)));
+        osg::setAttributes(group->getMaterial(), osg::AttributeOwner::Product, attributes.get());
+    }
+
+    void note(const Place& place, const Frame& frame)
     {
         const StructurePlacement& placement = m_structure.placements[place.placement];
+        const bool isOverridden = place.override && place.override->material != Nothing;
+        noteMaterial(frame.material, isOverridden ? place.override->material : placement.material);
         addFacts(frame.top, osg::AttributeOwner::Occurrence, placement.tags);
         if (place.override) {
             addFacts(frame.top, osg::AttributeOwner::Occurrence, place.override->tags);
@@ -168,10 +190,13 @@ private:
         return own == Visibility::AsAbove ? above : own;
     }
 
+    using Held = osg::RefPtr<osg::AttributeAttachment::Ptr>;
+
     const Structure& m_structure;
     const osg::NodePtr& m_root;
-    std::vector<Frame> m_frames; ///< that of the graph first
-    std::size_t m_graph = 0;     ///< from 1; 0 before the first
+    std::vector<Held> m_materials; ///< their attributes
+    std::vector<Frame> m_frames;   ///< that of the graph first
+    std::size_t m_graph = 0;       ///< from 1; 0 before the first
     std::size_t m_unmatched = 0;
 };
 

@@ -9,9 +9,6 @@
 namespace ptx::scene
 {
 
-inline constexpr std::size_t MostAttributes = 100'000;             ///< of one product or occurrence
-inline constexpr std::size_t MostTextBytes = std::size_t(1) << 20; ///< of one text
-
 /// Puts what a model says of its products and occurrences onto nodes: attributes, and the rest as tags.
 class NodeFacts
 {
@@ -21,7 +18,7 @@ public:
 
     /// The attributes of the product are one attachment at all of its nodes. Its name is among them always, so that the
     /// nodes of a product can be told from others of their name; the name of the occurrence only where the node bears
-    /// another. Attributes beyond the limits are left out or cut, and an attribute tells how many.
+    /// another. Within the limits of `scene/AttributeLimits.h`.
     void addTo(const osg::NodePtr& node, const model::Occurrence& occurrence);
 
 private:

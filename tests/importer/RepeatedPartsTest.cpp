@@ -29,13 +29,21 @@ protected:
         addGroup(addGroup(m_root->getChild(1), "part"), "inner");
     }
 
+    std::size_t fill(std::size_t nodes)
+    {
+        m_left = nodes;
+        return importer::fillRepeatedParts(m_root, m_left);
+    }
+
     osg::RefPtr<osg::NodePtr> m_root;
+    std::size_t m_left = 0;
 };
 
 TEST_F(RepeatedPartsTest, EmptyPlacesOfALoadedPartGetItsContent)
 {
     makePlaces(2);
-    EXPECT_EQ(importer::fillRepeatedParts(m_root, 9), 0u);
+    EXPECT_EQ(fill(10), 0u);
+    EXPECT_EQ(m_left, 1u);
     const osg::NodePtr part = m_root->getChild(1)->getChild(0);
     for (unsigned i : {0u, 2u, 3u}) {
         ASSERT_THAT(childNames(m_root->getChild(i)), ElementsAre("part"));
@@ -49,8 +57,8 @@ TEST_F(RepeatedPartsTest, EmptyPlacesOfALoadedPartGetItsContent)
 TEST_F(RepeatedPartsTest, NothingChangesTheSecondTime)
 {
     makePlaces(2);
-    importer::fillRepeatedParts(m_root, 100);
-    EXPECT_EQ(importer::fillRepeatedParts(m_root, 100), 0u);
+    fill(100);
+    EXPECT_EQ(fill(100), 0u);
     for (unsigned i = 0; i < 4; ++i)
         EXPECT_EQ(m_root->getChild(i)->getNChildren(), 1u);
 }
@@ -58,7 +66,7 @@ TEST_F(RepeatedPartsTest, NothingChangesTheSecondTime)
 TEST_F(RepeatedPartsTest, PlacesOfAPartThatIsNotLoadedStayEmpty)
 {
     makePlaces(0);
-    EXPECT_EQ(importer::fillRepeatedParts(m_root, 100), 0u);
+    EXPECT_EQ(fill(100), 0u);
     EXPECT_THAT(childNames(m_root->getChild(0)), IsEmpty());
 }
 
@@ -66,7 +74,7 @@ TEST_F(RepeatedPartsTest, PlacesBeyondTheLimitStayEmptyAndAreCounted)
 {
     makePlaces(2);
     // Three nodes a copy, the reference's own counted in.
-    EXPECT_EQ(importer::fillRepeatedParts(m_root, 7), 1u);
+    EXPECT_EQ(fill(7), 1u);
     EXPECT_EQ(m_root->getChild(0)->getNChildren() + m_root->getChild(2)->getNChildren(), 2u);
     EXPECT_EQ(m_root->getChild(3)->getNChildren(), 0u);
 }

@@ -1,5 +1,7 @@
 #include "tests/roads/PlmxmlImport.h"
 #include "files/scenefile/ConvertedTree.h"
+#include "host/OSGSystem/Geometry.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "scene/Attributes.h"
 
 using namespace znCADFileTypes;
@@ -237,6 +239,55 @@ TEST_F(PlmxmlImportTest, NodesOfAnExportBearItsAttributesNamesAndSwitches)
     EXPECT_THAT(attributeTexts(c, osg::AttributeOwner::Occurrence), ElementsAre("Pos=30"));
     EXPECT_THAT(attributeTexts(c->getChild(0), osg::AttributeOwner::Product), testing::Contains("revision=B"));
     EXPECT_EQ(c->getChild(0)->getChild(0)->getNChildren(), 1u);
+}
+
+/// An occurrence's material is stronger than its part's, and that than its instance's; user data stands on them.
+TEST_F(PlmxmlImportTest, MaterialsOfPartsInstancesAndOccurrencesComeOverThePartFiles)
+{
+    writeTriangle(QStringLiteral("plate.obj"));
+    const auto material = [](const char* id) {
+        return QByteArray("<Material id='") + id + "' name='" + id +
+               "' diffuse='1 0 0'><UserData><UserValue title='Paint' value='" + id +
+               " 3000'/><UserValue title='Coats' type='int' value='2'/></UserData></Material>";
+    };
+    const QByteArray shapes = "<Part id='p' name='P' type='solid' materialRef='part'><Representation format='OBJ' "
+                              "location='plate.obj'/></Part><Part id='q' name='Q' type='solid'><Representation "
+                              "format='OBJ' location='plate.obj'/></Part>";
+    const QByteArray graph =
+        write(QStringLiteral("graph.plmxml"),
+              "<PLMXML><ProductDef><InstanceGraph rootRefs='a b c d'><Instance id='a' name='A' partRef='#p'/>"
+              "<Instance id='b' name='B' partRef='#p' materialRef='instance'/><Instance id='c' name='C' partRef='#q' "
+              "materialRef='instance'/><Instance id='d' name='D' partRef='#p'/></InstanceGraph>" +
+                  shapes + material("part") + material("instance") + material("occurrence") +
+                  "<Occurrence instanceRefs='d' materialRef='occurrence'/></ProductDef></PLMXML>")
+            .toUtf8();
+    const QByteArray tree =
+        write(QStringLiteral("tree.plmxml"),
+              "<PLMXML><ProductView rootRefs='o'><Occurrence id='o' occurrenceRefs='oa ob oc od'/>"
+              "<Occurrence id='oa' partRef='#p'/><Occurrence id='ob' instanceRefs='#b'/><Occurrence id='oc' "
+              "instanceRefs='#c'/><Occurrence id='od' partRef='#p' materialRef='occurrence'/></ProductView>"
+              "<ProductDef><InstanceGraph><Instance id='b' partRef='#p' materialRef='instance'/><Instance id='c' "
+              "partRef='#q' materialRef='instance'/></InstanceGraph></ProductDef>" +
+                  shapes + material("part") + material("instance") + material("occurrence") + "</PLMXML>")
+            .toUtf8();
+    for (const QByteArray& file : {graph, tree}) {
+        SCOPED_TRACE(file.toStdString());
+        const zn::ImportResult result = import(QString::fromUtf8(file));
+        EXPECT_EQ(result.state, JobSucceeded) << result.error.toStdString();
+        ASSERT_TRUE(result.node);
+        std::vector<std::string> drawn;
+        osg::traverse(result.node, [&](const osg::NodePtr& node) {
+            const auto group = osg::fcCast<osg::MaterialGroup>(node->getCore());
+            if (!group || node->getNChildren() == 0)
+                return osg::Action::Continue;
+            drawn.push_back(nameOf(node));
+            const osg::AttributeList expected = {{"Paint", nameOf(node) + " 3000"}, {"Coats", std::int64_t(2)}};
+            EXPECT_EQ(osg::attributesOf(group->getMaterial(), osg::AttributeOwner::Product), expected);
+            EXPECT_TRUE(osg::fcCast<osg::Geometry>(node->getChild(0)->getChild(0)->getCore()));
+            return osg::Action::Continue;
+        });
+        EXPECT_THAT(drawn, ElementsAre("part", "part", "instance", "occurrence"));
+    }
 }
 
 TEST_F(PlmxmlImportTest, WhatAnExportMissesIsNamedAsItIsWritten)

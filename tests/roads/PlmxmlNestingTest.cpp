@@ -1,4 +1,6 @@
 #include "files/SceneReaders.h"
+#include "host/OSGSystem/Geometry.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "importer/NestedDocuments.h"
 #include "importer/SceneText.h"
 #include "standalone/znKernel/UserInterfaceState.h"
@@ -71,6 +73,36 @@ TEST_F(PlmxmlNestingTest, WhatRepeatsInADocumentThatRepeatsComesInAtAllPlaces)
     EXPECT_EQ(result.state, JobSucceeded);
     EXPECT_EQ(zn::countScene(result.node).geometries, 1u);
     EXPECT_EQ(zn::countScene(result.node).placedGeometries, 6u);
+}
+
+/// The inner document's materials are put onto its parts, at all places, and the outer one's over these.
+TEST_F(PlmxmlNestingTest, MaterialsOfInnerDocumentsAreAppliedBelowThoseOfTheOuter)
+{
+    const auto document = [this](const char* name, const char* part, const char* material) {
+        return write(QString::fromUtf8(name),
+                     QByteArray("<PLMXML><ProductDef><InstanceGraph rootRefs='a b'>"
+                                "<Instance id='a' name='A' partRef='#p' materialRef='m'/>"
+                                "<Instance id='b' name='B' partRef='#p'/></InstanceGraph>"
+                                "<Part id='p' name='P' type='solid'><Representation format='X' location='") +
+                         part + "'/></Part><Material id='m' name='" + material + "'/></ProductDef></PLMXML>");
+    };
+    writeTriangle(QStringLiteral("plate.obj"));
+    document("axle.plmxml", "plate.obj", "Blue");
+    const zn::ImportResult result = import(document("car.plmxml", "axle.plmxml", "Red"));
+    EXPECT_EQ(result.state, JobSucceeded);
+    ASSERT_TRUE(result.node);
+    std::vector<std::string> drawn;
+    osg::traverse(result.node, [&](const osg::NodePtr& node) {
+        if (!osg::fcCast<osg::Geometry>(node->getCore()))
+            return osg::Action::Continue;
+        std::string groups;
+        for (osg::NodePtr each = node->getParent(); each && each != result.node; each = each->getParent())
+            if (osg::fcCast<osg::MaterialGroup>(each->getCore()))
+                groups = nameOf(each) + " " + groups;
+        drawn.push_back(groups);
+        return osg::Action::Continue;
+    });
+    EXPECT_THAT(drawn, ElementsAre("Red Blue ", "Red ", "Blue ", ""));
 }
 
 TEST_F(PlmxmlNestingTest, WhatIsMissingInsideIsNamedWithItsWholePlace)

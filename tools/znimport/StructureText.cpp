@@ -39,6 +39,22 @@ QJsonArray unplacedReport(const std::vector<zn::UnplacedOccurrence>& occurrences
     return list;
 }
 
+QJsonObject jsonOf(const zn::LeftOutShape& shape)
+{
+    return {{QStringLiteral("line"), shape.line},       {QStringLiteral("element"), shape.element},
+            {QStringLiteral("id"), shape.id},           {QStringLiteral("part"), shape.part},
+            {QStringLiteral("written"), shape.written}, {QStringLiteral("format"), shape.format},
+            {QStringLiteral("whyNot"), shape.whyNot}};
+}
+
+QJsonObject leftOutReport(const zn::DocumentStructure& document)
+{
+    QJsonObject counts;
+    for (const auto& [why, count] : document.leftOutCounts)
+        counts[why] = number(count);
+    return counts;
+}
+
 QString placesText(double places)
 {
     return places == 1 ? QStringLiteral("1 place") : QStringLiteral("%1 places").arg(places, 0, 'f', 0);
@@ -68,6 +84,9 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
     QJsonArray files;
     for (const zn::StructureFile& file : document.files)
         files.append(jsonOf(file));
+    QJsonArray leftOut;
+    for (const zn::LeftOutShape& shape : document.leftOut)
+        leftOut.append(jsonOf(shape));
     return {{QStringLiteral("normalised"), document.isNormalised},
             {QStringLiteral("treeFrom"), document.treeFrom},
             {QStringLiteral("view"), document.view},
@@ -93,6 +112,8 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
             {QStringLiteral("countsCut"), document.isCut},
             {QStringLiteral("danglingReferences"), number(document.danglingCount)},
             {QStringLiteral("dangling"), danglingReport(document.dangling)},
+            {QStringLiteral("representationsLeftOut"), leftOutReport(document)},
+            {QStringLiteral("leftOut"), leftOut},
             {QStringLiteral("files"), files}};
 }
 

@@ -233,6 +233,24 @@ TEST_F(GlbNodesTest, TheMaterialOfAGroupIsSeenOnWhatHangsBelow)
     EXPECT_EQ(file.primitive(0)["attributes"], file.primitive(1)["attributes"]);
 }
 
+TEST_F(GlbNodesTest, TheTopmostGroupRulesTheOthers)
+{
+    osg::NodePtr place = root.get();
+    for (const char* name : {"outer", "none", "inner"}) {
+        const osg::MaterialGroupPtr group = osg::MaterialGroupBase::create();
+        osg::beginEditCP(group, osg::MaterialGroupBase::MaterialFieldMask, 1);
+        group->setMaterial(name == std::string("none") ? osg::MaterialPtr() : files::makeMaterial(name, {}));
+        osg::endEditCP(group, osg::MaterialGroupBase::MaterialFieldMask, 1);
+        const osg::NodePtr node = files::makeNode(name, group);
+        osg::addChild(place, node);
+        place = node;
+    }
+    osg::addChild(place, files::makeNode("a", geometry("a", triangle(), files::makeMaterial("own", {}))));
+    const GlbFile file = written();
+    ASSERT_EQ(file.json["materials"].size(), 1u);
+    EXPECT_EQ(file.json["materials"][0]["name"], "outer");
+}
+
 TEST_F(GlbNodesTest, AChainOfAHundredThousandNodesIsWritten)
 {
     osg::NodePtr bottom = root.get();

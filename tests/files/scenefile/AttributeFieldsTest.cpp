@@ -6,6 +6,7 @@
 #include "scene/SceneEdits.h"
 #include "tests/files/scenefile/FileBuilder.h"
 #include "tests/files/scenefile/SceneFileTest.h"
+#include "tests/support/HostileAttributes.h"
 
 #include <limits>
 #include <optional>
@@ -106,6 +107,14 @@ TEST_F(AttributeFieldsTest, ReferencesWithoutATargetAreRefused)
           readAttribute({3, 0, 0, Type::List}, {0, 0}), readAttribute({1, 0, 0, Type::List}, {far}),
           readAttribute({0, 0, 0, static_cast<Type>(6)})})
         EXPECT_EQ(result, files::ErrorCode::DamagedGraph);
+}
+
+TEST_F(AttributeFieldsTest, HostileAttributesAreKeptToTheByte)
+{
+    const AttributeList hostile = hostileAttributes(10'000'000, 1'000'000);
+    const NodeRef node(osg::Node::create());
+    osg::addAttributes(node.get(), AttributeOwner::Product, hostile);
+    EXPECT_TRUE(osg::attributesOf(roundTrip(node).get(), AttributeOwner::Product) == hostile);
 }
 
 } // namespace

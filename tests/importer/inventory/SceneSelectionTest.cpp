@@ -1,5 +1,7 @@
 #include "importer/inventory/SceneSelection.h"
 
+#include "host/OSGSystem/Edit.h"
+#include "host/OSGSystem/MaterialGroup.h"
 #include "tests/importer/inventory/InventoryScene.h"
 
 namespace
@@ -47,6 +49,22 @@ TEST_F(SceneSelectionTest, MatchesInSeveralBranchesAreKept)
 {
     EXPECT_EQ(keepMatches(root.get(), query("name=box|product=wheel")), 2u);
     EXPECT_EQ(names(root.get()), " cart wheel shape box");
+}
+
+TEST_F(SceneSelectionTest, TheMaterialIsTheOneThatIsSeen)
+{
+    osg::NodePtr place = root.get();
+    for (const char* name : {"red", "blue"}) {
+        const osg::MaterialGroupPtr group = osg::MaterialGroup::create();
+        osg::beginEditCP(group, osg::MaterialGroup::MaterialFieldMask, 1);
+        group->setMaterial(files::makeMaterial(name, {}));
+        osg::endEditCP(group, osg::MaterialGroup::MaterialFieldMask, 1);
+        place = add(place, (std::string(name) + " group").c_str(), group);
+    }
+    add(place, "inner", boxCore({1, 1, 1}));
+    EXPECT_EQ(keepMatches(root.get(), query("material=blue")), 0u);
+    EXPECT_EQ(keepMatches(root.get(), query("material=red&name=inner")), 1u);
+    EXPECT_EQ(names(root.get()), " red group blue group inner");
 }
 
 TEST_F(SceneSelectionTest, WithoutAMatchNothingChanges)

@@ -1,6 +1,7 @@
 #include "ptx/scene/NodeFacts.h"
 
 #include "host/OSGSystem/TreeFunctions.h"
+#include "scene/AttributeLimits.h"
 #include "scene/Tags.h"
 
 #include <gtest/gtest.h>
@@ -80,15 +81,15 @@ TEST(NodeFacts, ExactMeasuresOfTheBodyAreThoseOfTheProduct)
 TEST(NodeFacts, WhatIsTooMuchIsCutAndCounted)
 {
     Model model;
-    std::vector<std::string> tags(MostAttributes + 7, "ptx::attribute::a=b");
-    tags[3] = "ptx::attribute::long=" + std::string(MostTextBytes - 1, 'x') + "\xC3\xA4";
+    std::vector<std::string> tags(osg::MostAttributes + 7, "ptx::attribute::a=b");
+    tags[3] = "ptx::attribute::long=" + std::string(osg::MostTextBytes - 1, 'x') + "\xC3\xA4";
     model.products.push_back({"", {}, NoBody, NoAppearance, std::move(tags), {}});
     const NodeRef node(osg::Node::create());
     NodeFacts(model).addTo(node.get(), occurrence(""));
     const AttributeList attributes = osg::attributesOf(node.get(), AttributeOwner::Product);
-    ASSERT_EQ(attributes.size(), MostAttributes + 2);
-    EXPECT_EQ(std::get<std::string>(attributes[3].value), std::string(MostTextBytes - 1, 'x'));
-    EXPECT_EQ(attributes[MostAttributes], (osg::Attribute{"Attributes left out", std::int64_t(7)}));
+    ASSERT_EQ(attributes.size(), osg::MostAttributes + 2);
+    EXPECT_EQ(std::get<std::string>(attributes[3].value), std::string(osg::MostTextBytes - 1, 'x'));
+    EXPECT_EQ(attributes[osg::MostAttributes], (osg::Attribute{"Attributes left out", std::int64_t(7)}));
     EXPECT_EQ(attributes.back(), (osg::Attribute{"Attributes cut short", std::int64_t(1)}));
 }
 

@@ -195,6 +195,43 @@ TEST_F(ZnimportPlmxmlTest, OccurrencesThatSpeakOfNoPlaceAreTold)
     EXPECT_EQ(told["withoutPlace"][0], (json{{"line", 2}, {"id", "o"}, {"instanceRefs", "#b"}}));
 }
 
+TEST_F(ZnimportPlmxmlTest, RepresentationsThatAreLeftOutAreCountedAndListed)
+{
+    const QString report = path(QStringLiteral("report.json"));
+    write(QStringLiteral("plate.obj"), "v 0 0 0\nv 2 0 0\nv 0 3 0\nf 1 2 3\n");
+    write(QStringLiteral("plate.ply"), "ply\n");
+    const auto document = [this](const char* name, const QByteArray& representations) {
+        return write(QString::fromUtf8(name), "<PLMXML><ProductDef><InstanceGraph rootRefs='i'>\n"
+                                              "<Instance id='i' partRef='#p'/></InstanceGraph>\n"
+                                              "<Part id='p' name='P' type='solid'>\n" +
+                                                  representations + "</Part></ProductDef></PLMXML>");
+    };
+    const QString inner = document("inner.plmxml", "<Representation id='a' format='OBJ' location='plate.obj'/>\n"
+                                                   "<Representation id='b' format='PLY' location='plate.ply'/>\n"
+                                                   "<Representation id='c' format='PLY' location='plate.ply'/>\n"
+                                                   "<Representation id='d' format='Clay' location='plate.clay'/>\n");
+    const QString line =
+        QStringLiteral("inner.plmxml: representations left out: 3 (another file was taken: 2, unknown format: 1)\n");
+    EXPECT_EQ(run({inner, QStringLiteral("--report"), report}), 0) << m_errors.toStdString();
+    EXPECT_EQ(m_errors.count(line), 1) << m_errors.toStdString();
+    const json told = read(report)["files"][0]["structure"];
+    EXPECT_EQ(told["representationsLeftOut"], (json{{"another file was taken", 2}, {"unknown format", 1}}));
+    ASSERT_EQ(told["leftOut"].size(), 3u);
+    EXPECT_EQ(told["leftOut"][2], (json{{"line", 7},
+                                        {"element", "Representation"},
+                                        {"id", "d"},
+                                        {"part", "p"},
+                                        {"written", "plate.clay"},
+                                        {"format", "Clay"},
+                                        {"whyNot", "unknown format"}}));
+
+    const QString outer =
+        document("outer.plmxml", "<Representation id='a' format='PLMXML' location='inner.plmxml'/>\n");
+    EXPECT_EQ(run({outer}), 0) << m_errors.toStdString();
+    EXPECT_EQ(m_errors.count(line), 1) << m_errors.toStdString();
+    EXPECT_EQ(m_errors.count(QStringLiteral("left out")), 1) << m_errors.toStdString();
+}
+
 TEST_F(ZnimportPlmxmlTest, OtherFilesAndUnreadableDocumentsHaveNoFactsToReport)
 {
     const QString file = path(QStringLiteral("report.json"));

@@ -48,6 +48,18 @@ TEST_F(ChildConversionTest, AllConversionsAreMadeBeforeTheFirstRuns)
     EXPECT_TRUE(has(QStringLiteral("ran")));
 }
 
+TEST_F(ChildConversionTest, TheOutputOfAFailedConversionIsNotLoaded)
+{
+    writePart(QStringLiteral("bolt.stp"), {"head"});
+    refer("bolt", write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")) + "exit 7\n"));
+    const auto job = makeLoader();
+    LoaderLog log(*job);
+    log.run();
+    EXPECT_EQ(log.count(QStringLiteral("load of")), 0);
+    EXPECT_THAT(namesBelow(*job, 0), IsEmpty());
+    EXPECT_EQ(job->getState(), JobPartial);
+}
+
 TEST_F(ChildConversionTest, WhenAllHaveEndedTheQueueOfThePartsRests)
 {
     refer("bolt", writePart(QStringLiteral("bolt.stp"), {"head"}));
