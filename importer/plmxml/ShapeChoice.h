@@ -19,9 +19,9 @@ struct ShapeSource {
 };
 
 /// Finds the files of a part: its representations, else the data sets of its revision, else what is attached to its
-/// occurrence. Several are alternatives, of which the one is taken that is there, shows the part whole and comes in best;
-/// the compound representations of one representation are pieces, and all of them are taken. Empty for a part that no file is named
-/// for.
+/// occurrence. Several are alternatives, of which the one is taken that is there, shows the part whole and comes in
+/// best; the compound representations of one representation are pieces, and all of them are taken. Empty for a part
+/// that no file is named for.
 ///
 /// A part without a file that can be read has the one that would be read best, so that the import names what is
 /// missing.

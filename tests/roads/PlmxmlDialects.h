@@ -19,8 +19,8 @@ enum class Dialect {
 /// (0, 200, 0) and (0, 0, 300 + 10 i) in millimetres.
 inline constexpr int PartFiles = 4;
 
-/// A document of a random structure with so many places, up to three times as many; the same for the same seed. One seed is the same
-/// structure in all dialects, and has the same names as occurrences and as a graph.
+/// A document of a random structure with so many places, up to three times as many; the same for the same seed. One
+/// seed is the same structure in all dialects, and has the same names as occurrences and as a graph.
 std::string makeDocument(Dialect dialect, unsigned seed, int places = 1);
 
 } // namespace dialects

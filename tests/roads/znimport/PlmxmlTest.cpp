@@ -181,10 +181,10 @@ TEST_F(ZnimportPlmxmlTest, AStructureWithoutFilesIsToldAndComesIn)
 TEST_F(ZnimportPlmxmlTest, OccurrencesThatSpeakOfNoPlaceAreTold)
 {
     const QString report = path(QStringLiteral("report.json"));
-    const QString document =
-        write(QStringLiteral("lost.plmxml"), "<PLMXML><ProductDef><InstanceGraph rootRefs='a'><Instance id='a'/>"
-                                             "</InstanceGraph><ProductView>\n<Occurrence id='o' instanceRefs='#b'/>"
-                                             "<Occurrence/></ProductView></ProductDef></PLMXML>");
+    const QString document = write(QStringLiteral("lost.plmxml"),
+                                   "<PLMXML><ProductDef><InstanceGraph rootRefs='a'><Instance id='a' partRef='#p'/>"
+                                   "</InstanceGraph><ProductView>\n<Occurrence id='o' instanceRefs='#b'/>"
+                                   "<Occurrence/></ProductView><Part id='p' name='P'/></ProductDef></PLMXML>");
     EXPECT_EQ(run({document, QStringLiteral("--report"), report}), 0);
     EXPECT_TRUE(m_errors.contains(document + QStringLiteral(": 2 occurrences speak of no place of the structure and "
                                                             "are passed over, the first in line 2")))
