@@ -14,9 +14,9 @@ namespace files::gltf
 /// Takes all members of a document but those extras that nobody reads. For one document.
 MemberFilter memberFilter();
 
-/// The attributes that a document gives its nodes, materials and scenes as extras: in the form that `files/glb` writes,
-/// or in any other. Of others, texts, numbers and booleans become attributes of the occurrence, arrays of these lists of
-/// texts, and what stands in objects has the names on the way to it with dots between.
+/// The attributes that a document gives its nodes, materials and scenes as extras: in the form that `files/glb`
+/// writes, or in any other. Of others, texts, numbers and booleans become attributes of the occurrence, arrays of these
+/// lists of texts, and what stands in objects has the names on the way to it with dots between.
 class GltfExtras
 {
 public:

@@ -13,6 +13,7 @@
 #include <array>
 #include <map>
 #include <string_view>
+#include <unordered_map>
 
 namespace importer::inventory
 {
@@ -85,8 +86,12 @@ void addCell(const std::string& text, QByteArray& line)
 {
     if (!line.isEmpty() && line.back() != '\n')
         line += ',';
-    // Valid UTF-8 in any case.
-    QByteArray bytes = qtText(text).toUtf8();
+    // Valid UTF-8 in any case, of letters that a table can show.
+    QString letters = qtText(text);
+    for (QChar& letter : letters)
+        if (letter.category() == QChar::Other_Control && letter != u'\t' && letter != u'\r' && letter != u'\n')
+            letter = QChar::ReplacementCharacter;
+    QByteArray bytes = letters.toUtf8();
     if (text.find_first_of(",\"\r\n") != std::string::npos)
         bytes = '"' + bytes.replace("\"", "\"\"") + '"';
     line += bytes;
@@ -97,19 +102,27 @@ void addNumber(const std::optional<double>& number, QByteArray& line)
     addCell(number ? osg::textOf(osg::AttributeValue(*number)) : std::string(), line);
 }
 
+/// The places of columns by name.
+using Columns = std::unordered_map<std::string_view, std::size_t>;
+
 /// Unit and value: a column may hold values of several units.
-std::string cellOf(const PartsListRow& row, const std::string& name)
+std::vector<std::string> cellsOf(const PartsListRow& row, const Columns& columns)
 {
-    std::string text;
+    std::vector<std::string> cells(columns.size());
     for (const osg::Attribute& attribute : row.attributes)
-        if (attribute.name == name)
+        if (const auto column = columns.find(attribute.name); column != columns.end()) {
+            std::string& text = cells[column->second];
             text += (text.empty() ? "" : "; ") + osg::textOf(attribute);
-    return text;
+        }
+    return cells;
 }
 
 QByteArray csvText(const std::vector<PartsListRow>& rows, QStringList& warnings)
 {
     const std::vector<std::string> columns = attributeColumns(rows, warnings);
+    Columns places;
+    for (const std::string& name : columns)
+        places.emplace(name, places.size());
     QByteArray text = "level";
     for (const char* name :
          {"product", "count", "path", "material", "density g/cm3", "area mm2", "volume mm3", "mass kg", "measured"})
@@ -123,8 +136,8 @@ QByteArray csvText(const std::vector<PartsListRow>& rows, QStringList& warnings)
         for (const std::optional<double>& number : {row.density, row.area, row.volume, row.mass})
             addNumber(number, line);
         addCell(word(row.origin), line);
-        for (const std::string& name : columns)
-            addCell(cellOf(row, name), line);
+        for (const std::string& cell : cellsOf(row, places))
+            addCell(cell, line);
         text += "\r\n" + line;
     }
     return text + "\r\n";

@@ -9,6 +9,7 @@
 #include "scene/Attributes.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
+#include "scene/OccurrenceIds.h"
 #include "scene/Tags.h"
 #include "standalone/startup/StandaloneSession.h"
 
@@ -102,6 +103,18 @@ std::vector<std::string> tagsBelow(const osg::NodePtr& root)
     return result;
 }
 
+std::vector<std::string> idsBelow(const osg::NodePtr& root)
+{
+    const osg::OccurrenceIds ids(root);
+    std::vector<std::string> result;
+    osg::traverse(root, [&](const osg::NodePtr& node) {
+        if (node != root)
+            result.push_back(ids.of(node));
+        return osg::Action::Continue;
+    });
+    return result;
+}
+
 } // namespace
 
 Import import(const QString& file, const char* processes, const char* references)
@@ -122,6 +135,7 @@ Import import(const QString& file, const char* processes, const char* references
     loop.exec();
     import.tree = zn::describeScene(session.sceneRoot());
     import.tags = tagsBelow(session.sceneRoot());
+    import.ids = idsBelow(session.sceneRoot());
     notePlaces(session.sceneRoot(), import);
     import.result.node = osg::NodePtr();
     return import;

@@ -23,6 +23,7 @@ struct Import {
     zn::ImportResult result;
     std::string tree;
     std::vector<std::string> tags;     ///< of each node in tree order, with its name
+    std::vector<std::string> ids;      ///< of the occurrences below the root, in tree order
     std::vector<std::string> places;   ///< of the geometries, sorted: the part's name and its origin
     std::vector<std::string> matrices; ///< the same with the axes
     std::map<std::string, Box> boxes;  ///< of the geometries of a part, by its name

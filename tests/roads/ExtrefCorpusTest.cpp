@@ -59,6 +59,7 @@ TEST_P(ExtrefCorpusTest, TheTreeDoesNotTellTheNumberOfProcesses)
         const Import parallel = import(m_file, processes, "dissolve");
         EXPECT_EQ(parallel.tree, inlined.tree) << processes;
         EXPECT_EQ(parallel.tags, inlined.tags) << processes;
+        EXPECT_EQ(parallel.ids, inlined.ids) << processes;
     }
 }
 

@@ -16,6 +16,9 @@
 
 #include <gmock/gmock.h>
 
+#include <set>
+#include <string>
+
 namespace
 {
 
@@ -73,11 +76,15 @@ TEST(ManyPartsTest, TheTreeDoesNotTellTheNumberOfProcesses)
                                        "first bolt; Product=content of bolt.stp; Product id=content of bolt.stp",
                                        "bolt; Product=bolt; Layer=screws; Product id=bolt",
                                        "front lamp; Product=content of lamp.stp; Product id=content of lamp.stp"}));
+    EXPECT_THAT(inlined.ids,
+                testing::Contains("car.stp/car/front@axle/right@content of wheel.stp/wheel/rim place@rim/rim"));
+    EXPECT_EQ(std::set<std::string>(inlined.ids.begin(), inlined.ids.end()).size(), inlined.ids.size());
     for (const char* processes : {"2", "4"}) {
         const corpustest::Import parallel = corpustest::import(file, processes, "dissolve");
         EXPECT_EQ(parallel.result.state, znCADFileTypes::JobSucceeded) << parallel.result.error.toStdString();
         EXPECT_EQ(parallel.tree, inlined.tree) << processes;
         EXPECT_EQ(parallel.tags, inlined.tags) << processes;
+        EXPECT_EQ(parallel.ids, inlined.ids) << processes;
     }
 }
 

@@ -8,6 +8,9 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 
+#include <algorithm>
+#include <map>
+
 namespace znimport
 {
 
@@ -50,12 +53,31 @@ QJsonArray jsonOf(const std::vector<T>& values)
     return list;
 }
 
-QJsonObject attributeCounts(const osg::NodePtr& root)
+/// Names as long as nobody reads them are cut.
+QString keyOf(const std::string& name)
 {
+    constexpr int longest = 200;
+    const QString text = QString::fromStdString(name);
+    return text.size() > longest ? text.left(longest) + QStringLiteral("...") : text;
+}
+
+/// Those that occur most often, where there are too many names, and how many more there are.
+void addAttributeCounts(const osg::NodePtr& root, QJsonObject& file)
+{
+    constexpr std::size_t mostNames = 10'000;
+    const std::map<std::string, std::size_t> all = importer::inventory::countAttributes(root);
+    std::vector<std::pair<std::string, std::size_t>> names(all.begin(), all.end());
+    std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    if (names.size() > mostNames)
+        file[QStringLiteral("attributeNamesLeftOut")] = static_cast<double>(names.size() - mostNames);
+    names.resize(std::min(names.size(), mostNames));
     QJsonObject counts;
-    for (const auto& [name, count] : importer::inventory::countAttributes(root))
-        counts[QString::fromStdString(name)] = static_cast<double>(count);
-    return counts;
+    for (const auto& [name, count] : names) {
+        const QString key = keyOf(name);
+        counts[key] = counts[key].toDouble() + static_cast<double>(count);
+    }
+    if (!counts.isEmpty())
+        file[QStringLiteral("attributes")] = counts;
 }
 
 QString stateOf(const zn::ImportResult& result)
@@ -98,8 +120,7 @@ void Report::add(const zn::ImportResult& result)
                      {QStringLiteral("missing"), jsonOf(result.missing)},
                      {QStringLiteral("counts"), jsonOf(zn::countScene(result.node))},
                      {QStringLiteral("steps"), jsonOf(result.steps)}};
-    if (const QJsonObject attributes = attributeCounts(result.node); !attributes.isEmpty())
-        file[QStringLiteral("attributes")] = attributes;
+    addAttributeCounts(result.node, file);
     if (!result.error.isEmpty())
         file[QStringLiteral("error")] = result.error;
     if (const QJsonObject document = documentReport(result.file); !document.isEmpty())

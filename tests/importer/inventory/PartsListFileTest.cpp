@@ -1,5 +1,7 @@
 #include "importer/inventory/PartsListFile.h"
 
+#include "tests/support/HostileAttributes.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -97,6 +99,29 @@ TEST_F(PartsListFileTest, AFileThatCannotBeWrittenIsNamed)
     const auto error = writePartsList({}, PartsListLevels::Flat, path).error;
     ASSERT_TRUE(error);
     EXPECT_TRUE(error->startsWith(path));
+}
+
+TEST_F(PartsListFileTest, HostileAttributesAreValidTextOfBoundedWidth)
+{
+    PartsListRow row;
+    row.product = "a\x1B\nb";
+    row.count = 1;
+    row.attributes = hostileAttributes(10'000'000, 100'000);
+    const QByteArray csv = written("parts.csv", {row});
+    EXPECT_EQ(result.warnings, QStringList(QStringLiteral("the parts list has columns for 1000 of 100007 attributes")));
+    const QString text = QString::fromUtf8(csv);
+    EXPECT_EQ(text.toUtf8(), csv);
+    for (const QChar letter : {u'\x1B', u'\x07', u'\0', u'\x7F', u'\x9B'})
+        EXPECT_FALSE(text.contains(letter)) << letter.unicode();
+    EXPECT_TRUE(text.contains(QStringLiteral("\r\n0,\"a\uFFFD\nb\",1,")));
+    const QJsonArray parts =
+        QJsonDocument::fromJson(written("parts.json", {row})).object()[QStringLiteral("parts")].toArray();
+    ASSERT_EQ(parts.size(), 1);
+    const QJsonArray attributes = parts[0].toObject()[QStringLiteral("attributes")].toArray();
+    ASSERT_EQ(attributes.size(), 100'007);
+    EXPECT_EQ(attributes[1].toObject()[QStringLiteral("value")].toString(),
+              QString::fromUtf8("\xFF\xC3(\xED\xA0\x80\xF8"));
+    EXPECT_EQ(attributes[2].toObject()[QStringLiteral("value")].toString().size(), 10'000'000);
 }
 
 } // namespace

@@ -170,3 +170,42 @@ INSTANTIATE_TEST_SUITE_P(, AttributesCorpus,
                                          "CON_XUNPU_FPC-05F-24PH20.step", "FS_Hotend_Mount_Bambu_X1C.step",
                                          "Afterburner-ERCF-PCB.step", "eight_cyl.stp", "conical-surface.step",
                                          "MovedBlock.step", "TransformedComponent.step"));
+
+class JtAttributesCorpus : public ToolRun, public testing::WithParamInterface<const char*>
+{
+};
+
+/// The figures were decoded by other programs, which tell the names of parts with the extension of their files.
+TEST_P(JtAttributesCorpus, PartsAreProductsAtAllTheirPlaces)
+{
+    const QString folder = qEnvironmentVariable("ZN_CORPUS") + text("/jt/");
+    QFile figures(folder + text("EXPECTED.json"));
+    if (!QFile::exists(folder + text(GetParam())) || !figures.open(QIODevice::ReadOnly))
+        GTEST_SKIP() << "ZN_CORPUS names no folder with jt/" << GetParam() << " and figures in it";
+    const json expected = json::parse(figures.readAll().toStdString())["files"][GetParam()];
+    const Ending run = znimport({folder + text(GetParam()), text("-o"), path("out.glb")});
+    ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+    const json glb = GlbFile(path("out.glb")).json;
+    std::set<std::string> parts;
+    for (const std::string name : expected["partNames"])
+        parts.insert(name.substr(0, name.rfind(".part")));
+    std::set<std::string> found;
+    std::size_t occurrences = 0;
+    for (const json& node : glb["nodes"])
+        if (node.contains("extras") && node["extras"].contains("product")) {
+            const json& product = glb["extras"]["products"][node["extras"]["product"].get<std::size_t>()];
+            if (const std::string name = product["Product"].get<std::string>(); parts.contains(name)) {
+                found.insert(name);
+                ++occurrences;
+            }
+        }
+    EXPECT_GT(parts.size(), 0u);
+    EXPECT_EQ(found, parts);
+    EXPECT_EQ(occurrences, expected["partOccurrences"].get<std::size_t>());
+}
+
+// Files whose assemblies bear the names of their parts have more nodes of these names.
+INSTANTIATE_TEST_SUITE_P(, JtAttributesCorpus,
+                         testing::Values("CoffeeMaker.jt", "butterflyvalve_v8.0.jt", "butterflyvalve_v9.5.jt",
+                                         "butterflyvalve_v10.0.jt", "example_block_jt10.3.jt",
+                                         "opening_protection_plate1_jt8.0.jt"));

@@ -1,8 +1,14 @@
 // Attributes, parts lists and choices of the tool, from the file to the output.
 
+#include "scene/Attributes.h"
+#include "files/SceneBuilding.h"
 #include "files/scenefile/SceneFile.h"
+#include "scene/SceneEdits.h"
 #include "tests/files/glb/GlbFile.h"
 #include "tests/roads/znimport/ToolRun.h"
+#include "tests/support/HostileAttributes.h"
+
+#include <QFileInfo>
 
 #include <map>
 #include <set>
@@ -164,6 +170,35 @@ TEST_F(ZnimportAttributesTest, MaterialsOfAProductStructureAreSeenOnItsParts)
     EXPECT_EQ(materialsBelow(glb, "Crate 2"), std::set<std::string>{"Signal red"});
     EXPECT_EQ(materialsBelow(glb, "Crate 1"), (std::set<std::string>{"iron", "oak"}));
     EXPECT_EQ(materialsBelow(glb, "Frame"), std::set<std::string>{"Beech"});
+}
+
+/// A converter of another maker may write anything.
+TEST_F(ZnimportAttributesTest, HostileAttributesComeThroughAllOutputs)
+{
+    const osg::RefPtr<osg::NodePtr> root(files::makeGroup("root"));
+    osg::Mesh mesh;
+    mesh.positions = std::vector<osg::Vec3f>{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+    mesh.triangles = std::vector<std::uint32_t>{0, 1, 2};
+    const osg::NodePtr part = files::makeNode("part", files::makeGeometry("", mesh, {}));
+    osg::addChild(root.get(), part);
+    osg::addAttributes(part, osg::AttributeOwner::Product, hostileAttributes(2'000'000, 20'000));
+    ASSERT_TRUE(osg::scenefile::writeSceneFile(root, path("hostile.osb")));
+
+    const Ending ending =
+        znimport({path("hostile.osb"), text("--tree-attributes"), text("--report"), path("report.json"), text("--bom"),
+                  path("parts.csv"), text("-o"), path("out.glb")});
+    EXPECT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    EXPECT_TRUE(ending.errors.contains(text("the parts list has columns for 1000 of 20007 attributes")))
+        << ending.errors.toStdString();
+    EXPECT_TRUE(ending.output.contains(text("product: \\x1b[31m\\x07\\x0d\\x0a\\x00\\x7f\\xc2\\x9b = ")));
+    EXPECT_TRUE(ending.output.contains(text("... (2000000 bytes)\n")));
+    for (const QChar letter : ending.output)
+        ASSERT_TRUE(letter == u'\n' || letter.category() != QChar::Other_Control) << letter.unicode();
+    const json report = jsonOf("report.json")["files"][0];
+    EXPECT_EQ(report["attributes"].size(), 10'000u);
+    EXPECT_EQ(report["attributeNamesLeftOut"], 10'007);
+    EXPECT_EQ(GlbFile(path("out.glb")).json["extras"]["products"][0].size(), 20'007u);
+    EXPECT_LT(QFileInfo(path("report.json")).size(), 1'000'000);
 }
 
 } // namespace
