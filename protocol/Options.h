@@ -49,6 +49,7 @@ inline constexpr char StitchRelativeTolerance[] = "stitch.relative-tolerance";
 inline constexpr char StitchTime[] = "stitch.time";
 inline constexpr char MeshUnit[] = "mesh.unit";
 inline constexpr char MeshLevel[] = "mesh.level";
+inline constexpr char Pmi[] = "convert.pmi";
 inline constexpr char KeepBrep[] = "keep-brep";
 inline constexpr char ExactMeasures[] = "exact-measures";
 

@@ -81,26 +81,61 @@
     </message>
 </context>
 <context>
-    <name>importer::cluster::ClusterProbe</name>
+    <name>PtxToOsg</name>
     <message>
-        <source>srun cannot be started: is Slurm installed here?</source>
-        <translation>srun lässt sich nicht starten: ist Slurm hier installiert?</translation>
+        <source>Reading</source>
+        <translation>Einlesen</translation>
     </message>
     <message>
-        <source>the node %1 did not answer%2</source>
-        <translation>der Knoten %1 hat nicht geantwortet%2</translation>
+        <source>Converting</source>
+        <translation>Umwandeln</translation>
     </message>
     <message>
-        <source>the node %1 has no converter %2</source>
-        <translation>der Knoten %1 hat keinen Konverter %2</translation>
+        <source>Processing</source>
+        <translation>Verarbeiten</translation>
     </message>
     <message>
-        <source>the folder of %1 is not shared with the cluster: the node %2 does not see this file there</source>
-        <translation>der Ordner von %1 ist mit dem Cluster nicht gemeinsam: der Knoten %2 sieht diese Datei dort nicht</translation>
+        <source>Merging</source>
+        <translation>Zusammenführen</translation>
     </message>
     <message>
-        <source>the folder %1 is not shared with the cluster: what is written there on one side does not arrive on the other (node %2)</source>
-        <translation>der Ordner %1 ist mit dem Cluster nicht gemeinsam: was dort auf einer Seite geschrieben wird, kommt auf der anderen nicht an (Knoten %2)</translation>
+        <source>Stitching</source>
+        <translation>Vernähen</translation>
+    </message>
+    <message>
+        <source>Unifying surface normals</source>
+        <translation>Flächennormalen angleichen</translation>
+    </message>
+    <message>
+        <source>Tessellating</source>
+        <translation>Tessellieren</translation>
+    </message>
+    <message>
+        <source>Building scene tree</source>
+        <translation>Szenenbaum aufbauen</translation>
+    </message>
+    <message>
+        <source>Cleaning up</source>
+        <translation>Aufräumen</translation>
+    </message>
+    <message>
+        <source>Writing file</source>
+        <translation>Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Finished conversion</source>
+        <translation>Umwandlung beendet</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>cannot make a folder for converted files in %1: %2</source>
+        <translation>in %1 lässt sich kein Ordner für umgewandelte Dateien anlegen: %2</translation>
     </message>
 </context>
 <context>
@@ -182,6 +217,28 @@
     </message>
 </context>
 <context>
+    <name>importer::ElementDocuments</name>
+    <message>
+        <source>the import names more than %1 elements of other documents</source>
+        <translation>der Import nennt mehr als %1 Elemente anderer Dokumente</translation>
+    </message>
+</context>
+<context>
+    <name>importer::EmptyImport</name>
+    <message>
+        <source>%1: nothing came in: there is no shape in it, and no place for one</source>
+        <translation>%1: Es kam nichts herein: Die Datei enthält keine Form und keinen Platz für eine</translation>
+    </message>
+    <message>
+        <source>%1: the file is empty: it holds no shape, mesh or curve</source>
+        <translation>%1: Die Datei ist leer: Sie enthält keine Form, kein Netz und keine Kurve</translation>
+    </message>
+    <message>
+        <source>%1: nothing of it can be drawn; nodes of its structure: %2</source>
+        <translation>%1: Nichts davon kann gezeichnet werden; Knoten der Struktur: %2</translation>
+    </message>
+</context>
+<context>
     <name>importer::FailureReason</name>
     <message>
         <source>the converter ended well but wrote no scene file</source>
@@ -190,94 +247,6 @@
     <message>
         <source>the conversion failed</source>
         <translation>die Umwandlung ist fehlgeschlagen</translation>
-    </message>
-</context>
-<context>
-    <name>importer::plmxml::Normaliser</name>
-    <message>
-        <source>the document has no element &quot;%1&quot; that a structure begins with</source>
-        <translation>das Dokument hat kein Element &quot;%1&quot;, mit dem eine Struktur beginnt</translation>
-    </message>
-    <message>
-        <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
-        <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
-    </message>
-    <message>
-        <source>line %1 names it &quot;%2&quot;</source>
-        <translation>Zeile %1 nennt sie &quot;%2&quot;</translation>
-    </message>
-    <message>
-        <source>what is there is no regular file; %1</source>
-        <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
-    </message>
-</context>
-<context>
-    <name>importer::ElementDocuments</name>
-    <message>
-        <source>the import names more than %1 elements of other documents</source>
-        <translation>der Import nennt mehr als %1 Elemente anderer Dokumente</translation>
-    </message>
-</context>
-<context>
-    <name>importer::PreparedDocument</name>
-    <message>
-        <source>the document in the form that is read cannot be written: %1</source>
-        <translation>das Dokument lässt sich in der Form, die gelesen wird, nicht schreiben: %1</translation>
-    </message>
-    <message>
-        <source>the document names no file with a shape; its structure has %1 places</source>
-        <translation>das Dokument nennt keine Datei mit einer Form; seine Struktur hat %1 Stellen</translation>
-    </message>
-    <message>
-        <source>%1 of %2 parts are without a shape</source>
-        <translation>%1 von %2 Teilen sind ohne Form</translation>
-    </message>
-    <message>
-        <source>%1 of %2 parts are switched off</source>
-        <translation>%1 von %2 Teilen sind ausgeschaltet</translation>
-    </message>
-    <message>
-        <source>%1 conditions are not evaluated; everything is shown</source>
-        <translation>%1 Bedingungen werden nicht ausgewertet; alles wird gezeigt</translation>
-    </message>
-    <message>
-        <source>%1 transforms have not the numbers that they need, and move nothing</source>
-        <translation>%1 Transformationen haben nicht die Zahlen, die sie brauchen, und bewegen nichts</translation>
-    </message>
-    <message>
-        <source>%1 occurrences speak of no place of the structure and are passed over, the first in line %2</source>
-        <translation>%1 Vorkommen nennen keinen Platz der Struktur und werden übergangen, das erste in Zeile %2</translation>
-    </message>
-    <message>
-        <source>%1 attributes of materials are no numbers and are left out</source>
-        <translation>%1 Attribute von Materialien sind keine Zahlen und werden weggelassen</translation>
-    </message>
-    <message>
-        <source>%1 occurrences are claimed by several others; they stand below the first</source>
-        <translation>%1 Vorkommen werden von mehreren anderen beansprucht; sie stehen unter dem ersten</translation>
-    </message>
-    <message>
-        <source>of %1 views the one called %2 was taken</source>
-        <translation>von %1 Ansichten wurde die mit dem Namen %2 genommen</translation>
-    </message>
-</context>
-<context>
-    <name>zn::MissingParts</name>
-    <message>
-        <source>the file could not be read</source>
-        <translation>die Datei konnte nicht gelesen werden</translation>
-    </message>
-    <message>
-        <source>there is no such file</source>
-        <translation>es gibt keine solche Datei</translation>
-    </message>
-    <message>
-        <source>%1 (used by %2)</source>
-        <translation>%1 (gebraucht von %2)</translation>
-    </message>
-    <message>
-        <source>%1 (used by %2 and %3 more)</source>
-        <translation>%1 (gebraucht von %2 und %3 weiteren)</translation>
     </message>
 </context>
 <context>
@@ -322,25 +291,17 @@
     </message>
 </context>
 <context>
-    <name>importer::cluster::NodeLosses</name>
-    <message>
-        <source>a conversion</source>
-        <translation>eine Umwandlung</translation>
-    </message>
-    <message>
-        <source>%1: the node %2 failed; it is converted again on another</source>
-        <translation>%1: der Knoten %2 ist ausgefallen; die Umwandlung läuft noch einmal auf einem anderen</translation>
-    </message>
-    <message>
-        <source>The node %1 failed, and before it the node %2.</source>
-        <translation>Der Knoten %1 ist ausgefallen, und vor ihm der Knoten %2.</translation>
-    </message>
-</context>
-<context>
     <name>importer::PartImports</name>
     <message>
         <source>%1 of %2 parts done, %3 running, %4 failed</source>
         <translation>%1 von %2 Teilen fertig, %3 in Arbeit, %4 fehlgeschlagen</translation>
+    </message>
+</context>
+<context>
+    <name>importer::PartsListFile</name>
+    <message>
+        <source>the parts list has columns for %1 of %2 attributes</source>
+        <translation>Die Stückliste hat Spalten für %1 von %2 Attributen</translation>
     </message>
 </context>
 <context>
@@ -367,35 +328,60 @@
     </message>
 </context>
 <context>
-    <name>importer::EmptyImport</name>
+    <name>importer::PreparedDocument</name>
     <message>
-        <source>%1: nothing came in: there is no shape in it, and no place for one</source>
-        <translation>%1: Es kam nichts herein: Die Datei enthält keine Form und keinen Platz für eine</translation>
+        <source>the document in the form that is read cannot be written: %1</source>
+        <translation>das Dokument lässt sich in der Form, die gelesen wird, nicht schreiben: %1</translation>
     </message>
     <message>
-        <source>%1: the file is empty: it holds no shape, mesh or curve</source>
-        <translation>%1: Die Datei ist leer: Sie enthält keine Form, kein Netz und keine Kurve</translation>
+        <source>the document names no file with a shape; its structure has %1 places</source>
+        <translation>das Dokument nennt keine Datei mit einer Form; seine Struktur hat %1 Stellen</translation>
     </message>
     <message>
-        <source>%1: nothing of it can be drawn; nodes of its structure: %2</source>
-        <translation>%1: Nichts davon kann gezeichnet werden; Knoten der Struktur: %2</translation>
+        <source>%1 of %2 parts are without a shape</source>
+        <translation>%1 von %2 Teilen sind ohne Form</translation>
     </message>
-</context>
-<context>
-    <name>importer::PartsListFile</name>
     <message>
-        <source>the parts list has columns for %1 of %2 attributes</source>
-        <translation>Die Stückliste hat Spalten für %1 von %2 Attributen</translation>
+        <source>%1 of %2 parts are switched off</source>
+        <translation>%1 von %2 Teilen sind ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>%1 conditions are not evaluated; everything is shown</source>
+        <translation>%1 Bedingungen werden nicht ausgewertet; alles wird gezeigt</translation>
+    </message>
+    <message>
+        <source>%1 transforms have not the numbers that they need, and move nothing</source>
+        <translation>%1 Transformationen haben nicht die Zahlen, die sie brauchen, und bewegen nichts</translation>
+    </message>
+    <message>
+        <source>%1 occurrences speak of no place of the structure and are passed over, the first in line %2</source>
+        <translation>%1 Vorkommen nennen keinen Platz der Struktur und werden übergangen, das erste in Zeile %2</translation>
+    </message>
+    <message>
+        <source>%1 attributes of materials are no numbers and are left out</source>
+        <translation>%1 Attribute von Materialien sind keine Zahlen und werden weggelassen</translation>
+    </message>
+    <message>
+        <source>%1 occurrences are claimed by several others; they stand below the first</source>
+        <translation>%1 Vorkommen werden von mehreren anderen beansprucht; sie stehen unter dem ersten</translation>
+    </message>
+    <message>
+        <source>of %1 views the one called %2 was taken</source>
+        <translation>von %1 Ansichten wurde die mit dem Namen %2 genommen</translation>
+    </message>
+    <message>
+        <source>representations left out: %1 (%2)</source>
+        <translation>ausgelassene Darstellungen: %1 (%2)</translation>
     </message>
 </context>
 <context>
     <name>importer::SceneQuery</name>
     <message>
-        <source>')' is missing</source>
+        <source>&apos;)&apos; is missing</source>
         <translation>„)“ fehlt</translation>
     </message>
     <message>
-        <source>'|' or '&amp;' is missing</source>
+        <source>&apos;|&apos; or &apos;&amp;&apos; is missing</source>
         <translation>„|“ oder „&amp;“ fehlt</translation>
     </message>
     <message>
@@ -420,61 +406,52 @@
     </message>
 </context>
 <context>
-    <name>PtxToOsg</name>
+    <name>importer::TreeOptimization</name>
     <message>
-        <source>Reading</source>
-        <translation>Einlesen</translation>
+        <source>the tree could not be brought into the scene</source>
+        <translation>der Baum konnte nicht in die Szene gebracht werden</translation>
     </message>
     <message>
-        <source>Converting</source>
-        <translation>Umwandeln</translation>
-    </message>
-    <message>
-        <source>Processing</source>
-        <translation>Verarbeiten</translation>
-    </message>
-    <message>
-        <source>Merging</source>
-        <translation>Zusammenführen</translation>
-    </message>
-    <message>
-        <source>Stitching</source>
-        <translation>Vernähen</translation>
-    </message>
-    <message>
-        <source>Unifying surface normals</source>
-        <translation>Flächennormalen angleichen</translation>
-    </message>
-    <message>
-        <source>Tessellating</source>
-        <translation>Tessellieren</translation>
-    </message>
-    <message>
-        <source>Building scene tree</source>
-        <translation>Szenenbaum aufbauen</translation>
-    </message>
-    <message>
-        <source>Cleaning up</source>
-        <translation>Aufräumen</translation>
-    </message>
-    <message>
-        <source>Writing file</source>
-        <translation>Datei schreiben</translation>
-    </message>
-    <message>
-        <source>Finished conversion</source>
-        <translation>Umwandlung beendet</translation>
-    </message>
-    <message>
-        <source>Unknown</source>
-        <translation>Unbekannt</translation>
+        <source>Optimising</source>
+        <translation>Optimieren</translation>
     </message>
 </context>
 <context>
-    <name>QObject</name>
+    <name>importer::cluster::ClusterProbe</name>
     <message>
-        <source>cannot make a folder for converted files in %1: %2</source>
-        <translation>in %1 lässt sich kein Ordner für umgewandelte Dateien anlegen: %2</translation>
+        <source>srun cannot be started: is Slurm installed here?</source>
+        <translation>srun lässt sich nicht starten: ist Slurm hier installiert?</translation>
+    </message>
+    <message>
+        <source>the node %1 did not answer%2</source>
+        <translation>der Knoten %1 hat nicht geantwortet%2</translation>
+    </message>
+    <message>
+        <source>the node %1 has no converter %2</source>
+        <translation>der Knoten %1 hat keinen Konverter %2</translation>
+    </message>
+    <message>
+        <source>the folder of %1 is not shared with the cluster: the node %2 does not see this file there</source>
+        <translation>der Ordner von %1 ist mit dem Cluster nicht gemeinsam: der Knoten %2 sieht diese Datei dort nicht</translation>
+    </message>
+    <message>
+        <source>the folder %1 is not shared with the cluster: what is written there on one side does not arrive on the other (node %2)</source>
+        <translation>der Ordner %1 ist mit dem Cluster nicht gemeinsam: was dort auf einer Seite geschrieben wird, kommt auf der anderen nicht an (Knoten %2)</translation>
+    </message>
+</context>
+<context>
+    <name>importer::cluster::NodeLosses</name>
+    <message>
+        <source>a conversion</source>
+        <translation>eine Umwandlung</translation>
+    </message>
+    <message>
+        <source>%1: the node %2 failed; it is converted again on another</source>
+        <translation>%1: der Knoten %2 ist ausgefallen; die Umwandlung läuft noch einmal auf einem anderen</translation>
+    </message>
+    <message>
+        <source>The node %1 failed, and before it the node %2.</source>
+        <translation>Der Knoten %1 ist ausgefallen, und vor ihm der Knoten %2.</translation>
     </message>
 </context>
 <context>
@@ -493,14 +470,22 @@
     </message>
 </context>
 <context>
-    <name>importer::TreeOptimization</name>
+    <name>importer::plmxml::Normaliser</name>
     <message>
-        <source>the tree could not be brought into the scene</source>
-        <translation>der Baum konnte nicht in die Szene gebracht werden</translation>
+        <source>the document has no element &quot;%1&quot; that a structure begins with</source>
+        <translation>das Dokument hat kein Element &quot;%1&quot;, mit dem eine Struktur beginnt</translation>
     </message>
     <message>
-        <source>Optimising</source>
-        <translation>Optimieren</translation>
+        <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
+        <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
+    </message>
+    <message>
+        <source>line %1 names it &quot;%2&quot;</source>
+        <translation>Zeile %1 nennt sie &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>what is there is no regular file; %1</source>
+        <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
     </message>
 </context>
 <context>
@@ -532,6 +517,25 @@
     <message>
         <source>the allocation of the cluster ended: all of its nodes failed</source>
         <translation>die Zuteilung auf dem Cluster ist zu Ende: alle Knoten sind ausgefallen</translation>
+    </message>
+</context>
+<context>
+    <name>zn::MissingParts</name>
+    <message>
+        <source>the file could not be read</source>
+        <translation>die Datei konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>there is no such file</source>
+        <translation>es gibt keine solche Datei</translation>
+    </message>
+    <message>
+        <source>%1 (used by %2)</source>
+        <translation>%1 (gebraucht von %2)</translation>
+    </message>
+    <message>
+        <source>%1 (used by %2 and %3 more)</source>
+        <translation>%1 (gebraucht von %2 und %3 weiteren)</translation>
     </message>
 </context>
 <context>

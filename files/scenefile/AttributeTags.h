@@ -26,6 +26,9 @@ inline constexpr char OccurrenceName[] = "Occurrence"; ///< text, of the occurre
 inline constexpr char ExactVolumeName[] = "Exact volume"; ///< real, in mm3: of the surfaces of the product itself
 inline constexpr char ExactAreaName[] = "Exact area";     ///< real, in mm2: the same
 
+inline constexpr char KindName[] = "Kind"; ///< text, of a callout: what it tells, "position" for one
+inline constexpr char TextName[] = "Text"; ///< text, of a callout: what its letters say where they are not drawn
+
 /// The tag of a user attribute.
 std::string attributeTag(const Attribute& attribute);
 

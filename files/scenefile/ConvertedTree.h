@@ -17,6 +17,9 @@ namespace osg::scenefile::converted
 /// On the root of a tree that the converter made, and on nothing else.
 inline constexpr char ConvertedTag[] = "ptx::converted";
 
+/// On a node above what is drawn beside a product to tell of it, one child for each callout. Not active at first.
+inline constexpr char PmiTag[] = "ptx::pmi";
+
 inline constexpr char FormatKey[] = "ptx::format";             ///< root: the format of the CAD file, e.g. "STEP"
 inline constexpr char UnitKey[] = "ptx::unit";                 ///< root: the length unit of the CAD file, e.g. "INCH"
 inline constexpr char ProductKey[] = "ptx::product";           ///< node: the product's name

@@ -1,6 +1,8 @@
 #include "importer/inventory/SceneSelection.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/CoreMaterial.h"
@@ -9,6 +11,7 @@
 #include "scene/OccurrenceIds.h"
 #include "scene/SceneEdits.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -126,6 +129,20 @@ std::size_t keepMatches(const osg::NodePtr& root, const SceneQuery& query)
         }
     }
     return matches.size();
+}
+
+std::size_t showPmi(const osg::NodePtr& root)
+{
+    std::size_t count = 0;
+    for (const osg::NodePtr& node : osg::parentsFirst(root)) {
+        const std::vector<std::string>& tags = osg::tagsOf(node);
+        if (std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) == tags.end())
+            continue;
+        const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
+        node->setActive(true);
+        ++count;
+    }
+    return count;
 }
 
 std::size_t hideMatches(const osg::NodePtr& root, const SceneQuery& query)

@@ -15,4 +15,9 @@ std::size_t keepMatches(const osg::NodePtr& root, const SceneQuery& query);
 /// @return how many nodes match
 std::size_t hideMatches(const osg::NodePtr& root, const SceneQuery& query);
 
+/// Makes active below `root` what is drawn beside parts to tell of them, which is not at first. Below a node that is
+/// hidden it stays so.
+/// @return how many there are
+std::size_t showPmi(const osg::NodePtr& root);
+
 } // namespace importer::inventory

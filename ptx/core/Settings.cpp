@@ -47,6 +47,7 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
     {setting::MeshLevel, "", 0, 9, 0,
      "Level of detail of formats that hold several (JT): 0 is the finest; a part with fewer levels takes its "
      "coarsest."},
+    {setting::Pmi, "0/1", 0, 1, 1, "Read what is drawn beside parts: dimensions, tolerances, notes (STEP)."},
     {setting::KeepBrep, "0/1", 0, 1, 0,
      "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
     {setting::ExactMeasures, "0/1", 0, 1, 0,

@@ -30,6 +30,7 @@ enum class Setting : int {
     StitchTime,
     MeshUnit,
     MeshLevel,
+    Pmi,
     KeepBrep,
     ExactMeasures,
     Count

@@ -34,6 +34,13 @@ struct Body {
     ExactMeasures measures = {};
 };
 
+/// What is drawn beside a product to tell of it: a dimension, a tolerance, a note. It is not part of its shape.
+struct Callout {
+    std::string name;              ///< may be empty
+    std::vector<std::string> tags; ///< as files/scenefile/ConvertedTree.h words them
+    std::vector<Piece> pieces;     ///< each with an appearance of its own, which nothing around it overrides
+};
+
 inline constexpr std::size_t NotCopied = static_cast<std::size_t>(-1);
 
 /// A product at its place.
@@ -58,6 +65,7 @@ struct Product {
     int appearance = NoAppearance; ///< of what has none of its own
     std::vector<std::string> tags;
     std::vector<std::string> externalNames; ///< names of the file that holds its geometry, as written, best first
+    std::vector<Callout> callouts = {};     ///< hidden at first
 };
 
 /// An appearance for one occurrence deep in the tree: it holds where the product of each step contains the next.

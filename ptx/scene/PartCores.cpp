@@ -14,6 +14,15 @@ const std::vector<osg::RefPtr<osg::GeometryPtr>>& PartCores::of(std::size_t body
     return entry->second;
 }
 
+const std::vector<osg::RefPtr<osg::GeometryPtr>>& PartCores::of(const model::Callout& callout)
+{
+    const auto [entry, isNew] = m_callouts.try_emplace(&callout);
+    if (isNew)
+        for (const model::Piece& piece : callout.pieces)
+            entry->second.emplace_back(make(piece, Look()));
+    return entry->second;
+}
+
 osg::GeometryPtr PartCores::make(const model::Piece& piece, const Look& look)
 {
     const osg::GeometryPtr geometry = osg::Geometry::create();

@@ -6,6 +6,7 @@
 
 #include <compare>
 #include <map>
+#include <unordered_map>
 #include <vector>
 
 namespace ptx::scene
@@ -43,12 +44,16 @@ public:
     /// Valid as long as this object.
     const std::vector<osg::RefPtr<osg::GeometryPtr>>& of(std::size_t body, const Look& look);
 
+    /// The same for a callout of the model, which looks the same everywhere.
+    const std::vector<osg::RefPtr<osg::GeometryPtr>>& of(const model::Callout& callout);
+
 private:
     osg::GeometryPtr make(const model::Piece& piece, const Look& look);
 
     const model::Model& m_model;
     MaterialMaker m_materials;
     std::map<std::pair<std::size_t, Look>, std::vector<osg::RefPtr<osg::GeometryPtr>>> m_cores;
+    std::unordered_map<const model::Callout*, std::vector<osg::RefPtr<osg::GeometryPtr>>> m_callouts;
 };
 
 } // namespace ptx::scene

@@ -3,6 +3,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "ptx/scene/CalloutNodes.h"
 #include "ptx/scene/NodeFacts.h"
 #include "ptx/scene/NodeNames.h"
 #include "ptx/scene/OverrideTracker.h"
@@ -113,6 +114,8 @@ private:
         const Look look = around.overriddenBy(occurrence.appearance).below(product.appearance);
         if (product.body != model::NoBody)
             addBody(node, product, look);
+        if (!product.callouts.empty())
+            osg::addChild(node, makeCalloutsNode(product.callouts, m_cores, m_scene.nodes));
         return {&product, node, look, isReference ? nullptr : reference};
     }
 
@@ -126,7 +129,8 @@ private:
     /// and name, tags and activity would go with it; with children it would pass for loaded.
     static bool isFaithful(const model::Product& product, const osg::Matrix& placement)
     {
-        return !placement.isIdentity() && product.body == model::NoBody && product.children.empty();
+        return !placement.isIdentity() && product.body == model::NoBody && product.children.empty() &&
+               product.callouts.empty();
     }
 
     static osg::Transform3DPtr placedReference(const model::Reference& reference, const osg::Matrix& placement)

@@ -49,6 +49,17 @@ struct FileSettings : SettingGroup {
     ///@}
 };
 
+/// What the converter of all formats reads.
+struct ConvertSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<bool> pmi{m_list, "convert.pmi", true,
+                      SettingHelp::tr("Read what is drawn beside parts (STEP): dimensions, tolerances, notes.")};
+    ///@}
+};
+
 /// What files of meshes do not say of themselves.
 struct MeshSettings : SettingGroup {
     using SettingGroup::SettingGroup;

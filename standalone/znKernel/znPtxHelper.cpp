@@ -55,6 +55,8 @@ QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::
     QStringList options;
     if (needsSurfaces())
         options << zn::kernel::converterOption(setting::KeepBrep, 1);
+    if (!settings().convert.pmi)
+        options << zn::kernel::converterOption(setting::Pmi, 0);
     if (const int level = settings().mesh.level; level > 0)
         options << zn::kernel::converterOption(setting::MeshLevel, level);
     options << launcher.converterOptions();

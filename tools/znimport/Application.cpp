@@ -107,6 +107,7 @@ bool Application::choose()
         return false;
     }
     const bool isWritten = writePartsList();
+    show(scene, m_commandLine); // what is drawn beside a part is none of its measures
     importer::inventory::applyAttributeChoice(scene, m_choices.attributes);
     return isWritten;
 }

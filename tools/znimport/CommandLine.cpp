@@ -60,6 +60,7 @@ void readChoices(const QCommandLineParser& parser, CommandLine& line)
         line.keep = parser.value(QStringLiteral("keep"));
     if (parser.isSet(QStringLiteral("hide")))
         line.hide = parser.value(QStringLiteral("hide"));
+    line.show = parser.value(QStringLiteral("show"));
 }
 
 /// The options that stand for settings.
@@ -153,6 +154,7 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "keep", "QUERY",
          "Keep only what matches, such as 'name~Bolt*|attribute:Material=Steel', with what is above and below it."},
         {nullptr, "hide", "QUERY", "Hide what matches."},
+        {nullptr, "show", "WHAT", "Show what is hidden at first: pmi, what STEP files draw beside parts."},
         {nullptr, "report", "OUT.json", "Write what came of the import, step by step, to this file."},
         {nullptr, "material-assets", "FOLDER",
          "Put the assets of this folder on materials of the same name; the same as --set assets.folder=FOLDER --set "

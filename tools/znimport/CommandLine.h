@@ -39,6 +39,7 @@ struct CommandLine {
     QString bomLevels;                  ///< empty for a flat one
     QString keep;                       ///< a query; null when everything is kept
     QString hide;                       ///< a query; null when nothing is hidden
+    QString show;                       ///< what is shown that is hidden at first; empty for nothing
     QString jobs;                       ///< how many conversions run at a time; null when it was not said
     std::optional<QString> assetFolder; ///< of the material assets to apply
     QString cluster;                    ///< the scheduler that conversions run on; empty to run them here

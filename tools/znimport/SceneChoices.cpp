@@ -46,6 +46,13 @@ std::optional<QString> readPartsList(const CommandLine& line, PartsListLevels& l
     return std::nullopt;
 }
 
+std::optional<QString> readShow(const CommandLine& line)
+{
+    if (line.show.isEmpty() || line.show == QLatin1String("pmi"))
+        return std::nullopt;
+    return QStringLiteral("--show wants pmi, not '%1'").arg(line.show);
+}
+
 } // namespace
 
 std::optional<QString> readChoices(const CommandLine& line, SceneChoices& choices)
@@ -53,6 +60,8 @@ std::optional<QString> readChoices(const CommandLine& line, SceneChoices& choice
     std::optional<QString> error = readQuery("keep", line.keep, choices.keep);
     if (!error)
         error = readQuery("hide", line.hide, choices.hide);
+    if (!error)
+        error = readShow(line);
     if (!error)
         error = readAttributes(line, choices.attributes);
     return error ? error : readPartsList(line, choices.levels);
@@ -65,6 +74,12 @@ std::optional<QString> select(const osg::NodePtr& scene, const CommandLine& line
     if (choices.keep && keepMatches(scene, *choices.keep) == 0)
         return QStringLiteral("nothing in the scene matches --keep '%1'").arg(line.keep);
     return std::nullopt;
+}
+
+void show(const osg::NodePtr& scene, const CommandLine& line)
+{
+    if (!line.show.isEmpty())
+        showPmi(scene);
 }
 
 } // namespace znimport

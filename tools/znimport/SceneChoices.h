@@ -27,4 +27,7 @@ std::optional<QString> readChoices(const CommandLine& line, SceneChoices& choice
 /// Takes what is to be kept or hidden below `scene`. Gives a sentence when nothing is to be kept.
 std::optional<QString> select(const osg::NodePtr& scene, const CommandLine& line, const SceneChoices& choices);
 
+/// Shows what is hidden at first, as far as the line wants it.
+void show(const osg::NodePtr& scene, const CommandLine& line);
+
 } // namespace znimport

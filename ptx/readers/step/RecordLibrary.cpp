@@ -4,6 +4,7 @@
 #include "ptx/readers/step/CountingBuffer.h"
 #include "ptx/readers/step/RecordTables.h"
 #include "ptx/readers/step/RecordTool.h"
+#include "ptx/readers/step/annotations/Annotations.h"
 #include "ptx/readers/step/p21/Scan.h"
 
 #include <Interface_Check.hxx>
@@ -90,6 +91,8 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
     const p21::Records records = p21::scan(file.text(), threadsOf(m_job.settings));
     m_job.progress.report(ScanShare);
     const p21::EntityIndex index(records);
+    if (m_job.settings.isOn(core::Setting::Pmi))
+        m_annotations = annotations::readAnnotations(records, index);
     const std::vector<std::string> complaints = complaintsOf(file.text(), records, index);
     if (!complaints.empty())
         return readDamaged(name, file.text(), records, index, complaints, model, protocol);

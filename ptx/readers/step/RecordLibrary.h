@@ -1,11 +1,13 @@
 #pragma once
 
 #include "ptx/model/Job.h"
+#include "ptx/readers/step/annotations/Drawing.h"
 
 #include <StepSelect_WorkLibrary.hxx>
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class StepData_StepModel;
@@ -34,6 +36,9 @@ public:
     /// are many. Empty for a text that was read in whole.
     const std::vector<std::string>& losses() const { return m_losses; }
 
+    /// What the annotations of the last file draw, once. Nothing when the settings do not want it.
+    annotations::Drawing takeAnnotations() { return std::move(m_annotations); }
+
     /// 0 when it was read, 1 when nothing of it can be, -1 when the file cannot be opened.
     Standard_Integer ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
                               const Handle(Interface_Protocol) & protocol) const override;
@@ -50,7 +55,9 @@ private:
               const Handle(Interface_Protocol) & protocol) const;
 
     const model::Job& m_job;
-    mutable std::vector<std::string> m_losses; ///< OCCT takes a reading for one that changes nothing
+    // OCCT takes a reading for one that changes nothing.
+    mutable std::vector<std::string> m_losses;
+    mutable annotations::Drawing m_annotations;
 };
 
 } // namespace ptx::step

@@ -1,7 +1,7 @@
 #include "ptx/readers/step/ReferenceScan.h"
 
 #include "ptx/readers/TextFile.h"
-#include "ptx/readers/step/StepString.h"
+#include "ptx/readers/step/p21/StepString.h"
 
 #include <algorithm>
 #include <cstring>
@@ -73,10 +73,10 @@ private:
     {
         for (int i = 0; i < count; ++i) {
             skipBlanks(at);
-            const std::string_view raw = quotedString(m_text.substr(at));
+            const std::string_view raw = p21::quotedString(m_text.substr(at));
             if (raw.empty())
                 return;
-            addName(decodedString(raw));
+            addName(p21::decodedString(raw));
             at += raw.size();
             if (!skip(at, ','))
                 return;

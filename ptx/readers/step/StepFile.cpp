@@ -6,6 +6,7 @@
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/readers/Reader.h"
 #include "ptx/readers/TextFile.h"
+#include "ptx/readers/step/CalloutOwners.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
 #include "ptx/readers/step/LengthUnit.h"
@@ -147,13 +148,16 @@ private:
         LabelTags tags = userAttributes(m_reader);
         addProductFacts(m_reader, m_document, tags);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
+        CalloutOwners callouts(m_reader, m_text->takeAnnotations(), m_job.log);
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
                 addTags(tags, label, product.tags);
                 addComponentTags(tags, label, product);
+                callouts.addTo(product, label);
                 if (product.body == model::NoBody && product.children.empty())
                     product.externalNames = m_names->of(label);
             });
+        callouts.finish(m_content.model);
         addToFile(ofNoProduct);
         addUnit();
         if (!m_isPart)

@@ -1,5 +1,6 @@
 #include "importer/inventory/SceneSelection.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "tests/importer/inventory/InventoryScene.h"
@@ -77,6 +78,15 @@ TEST_F(SceneSelectionTest, HidesMatches)
 {
     EXPECT_EQ(hideMatches(root.get(), query("id=cart/bolt|name=box")), 2u);
     EXPECT_EQ(names(root.get()), " cart [bolt] shape wheel shape [box]");
+}
+
+TEST_F(SceneSelectionTest, ShowsWhatIsDrawnBesidePartsAndNothingElse)
+{
+    const osg::NodePtr box = root->getChild(root->getNChildren() - 1);
+    osg::setTags(box, {"a", osg::scenefile::converted::PmiTag});
+    hideMatches(root.get(), query("name=bolt|name=box"));
+    EXPECT_EQ(showPmi(root.get()), 1u);
+    EXPECT_EQ(names(root.get()), " cart [bolt] shape wheel shape box");
 }
 
 } // namespace

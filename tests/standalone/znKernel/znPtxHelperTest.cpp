@@ -53,6 +53,16 @@ TEST_F(znPtxHelperTest, TheConverterIsGivenTheLevelOfDetailThatIsNotTheFinest)
                            QStringLiteral("mesh.level=1")}));
 }
 
+TEST_F(znPtxHelperTest, TheConverterIsToldWhenAnnotationsAreNotWanted)
+{
+    EXPECT_FALSE(command(QStringLiteral("a.stp"), false).first.contains(QLatin1String("convert.pmi=1")));
+    set("convert.pmi", QStringLiteral("off"));
+    set("converter.options", QStringLiteral("convert.pmi=1"));
+    EXPECT_EQ(command(QStringLiteral("a.stp"), false).first.mid(1, 4),
+              QStringList({QStringLiteral("--set"), QStringLiteral("convert.pmi=0"), QStringLiteral("--set"),
+                           QStringLiteral("convert.pmi=1")}));
+}
+
 /// Whichever starts last of those that run one at a time has nobody beside it.
 TEST_F(znPtxHelperTest, AConverterBesideOthersIsGivenOneCore)
 {

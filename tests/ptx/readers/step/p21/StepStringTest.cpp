@@ -1,8 +1,8 @@
-#include "ptx/readers/step/StepString.h"
+#include "ptx/readers/step/p21/StepString.h"
 
 #include <gtest/gtest.h>
 
-using namespace ptx::step;
+using namespace ptx::step::p21;
 
 TEST(StepString, EndsAtItsQuote)
 {

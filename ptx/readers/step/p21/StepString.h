@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace ptx::step
+namespace ptx::step::p21
 {
 
 /// The quoted string that `text` begins with, its quotes included; empty when it begins with something else or the
@@ -14,4 +14,4 @@ std::string_view quotedString(std::string_view text);
 /// \X4\. A sequence that is none of these stays as it is.
 std::string decodedString(std::string_view quoted);
 
-} // namespace ptx::step
+} // namespace ptx::step::p21

@@ -1,10 +1,10 @@
-#include "ptx/readers/step/StepString.h"
+#include "ptx/readers/step/p21/StepString.h"
 
 #include <charconv>
 #include <cstdint>
 #include <optional>
 
-namespace ptx::step
+namespace ptx::step::p21
 {
 
 namespace
@@ -131,4 +131,4 @@ std::string decodedString(std::string_view quoted)
     return quoted.size() < 2 ? std::string() : Decoder(quoted.substr(1, quoted.size() - 2)).decode();
 }
 
-} // namespace ptx::step
+} // namespace ptx::step::p21

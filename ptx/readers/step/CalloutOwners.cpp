@@ -1,0 +1,138 @@
+#include "ptx/readers/step/CalloutOwners.h"
+
+#include "ptx/core/Log.h"
+#include "ptx/readers/step/CalloutMeshes.h"
+#include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/UserAttributes.h"
+
+#include <STEPCAFControl_Reader.hxx>
+#include <STEPControl_Reader.hxx>
+#include <StepBasic_ProductDefinition.hxx>
+#include <StepData_StepModel.hxx>
+
+#include <iterator>
+#include <utility>
+
+namespace ptx::step
+{
+
+namespace
+{
+
+using annotations::Drawing;
+
+/// What the model of a file knows by the numbers of the text: units of contexts and labels of products.
+class NumberedFacts
+{
+public:
+    explicit NumberedFacts(const STEPCAFControl_Reader& reader) : m_labels(reader)
+    {
+        const auto model = Handle(StepData_StepModel)::DownCast(reader.Reader().Model());
+        for (int i = 1; i <= model->NbEntities(); ++i)
+            add(model->IdentLabel(model->Value(i)), model->Value(i));
+    }
+
+    /// Null when it has no shape.
+    TDF_Label labelOf(std::uint32_t product) const
+    {
+        const auto found = m_products.find(static_cast<int>(product));
+        return found == m_products.end() ? TDF_Label() : m_labels.of(found->second);
+    }
+
+    /// Where the context names none, the unit of the first one that does.
+    double millimetresOf(std::uint32_t context) const
+    {
+        const auto found = m_units.find(static_cast<int>(context));
+        return found == m_units.end() ? m_firstUnit : found->second;
+    }
+
+private:
+    void add(int number, const Handle(Standard_Transient) & entity)
+    {
+        if (const auto product = Handle(StepBasic_ProductDefinition)::DownCast(entity); !product.IsNull())
+            m_products.emplace(number, product);
+        const double unit = millimetresIn(entity);
+        if (!(unit > 0))
+            return;
+        if (m_units.empty())
+            m_firstUnit = unit;
+        m_units.emplace(number, unit);
+    }
+
+    ProductLabels m_labels;
+    std::unordered_map<int, Handle(StepBasic_ProductDefinition)> m_products;
+    std::unordered_map<int, double> m_units;
+    double m_firstUnit = 1;
+};
+
+std::string counted(std::size_t count, const char* what)
+{
+    return std::to_string(count) + " " + what;
+}
+
+void tell(const Drawing& drawing, core::Log& log)
+{
+    const annotations::Counts& counts = drawing.counts;
+    if (counts.occurrences > 0)
+        log.info(counted(counts.occurrences, "annotations in ") + counted(drawing.callouts.size(), "callouts: ") +
+                 counted(counts.polylines, "polylines of ") + counted(counts.points, "points, ") +
+                 counted(counts.triangles, "triangles"));
+    if (counts.placeholders > 0)
+        log.info(counted(counts.placeholders, "placeholders of annotations draw nothing"));
+    for (const auto& [type, count] : drawing.unread)
+        log.warning(counted(count, "contents of annotations are not drawn: ") + type);
+    if (counts.outOfRange > 0)
+        log.warning(counted(counts.outOfRange, "points of annotations are left out: they are not in the file"));
+    if (counts.isCut)
+        log.warning("the annotations refer to more points than can be meant; the rest is left out");
+}
+
+} // namespace
+
+CalloutOwners::CalloutOwners(const STEPCAFControl_Reader& reader, const Drawing& drawing, core::Log& log)
+{
+    tell(drawing, log);
+    if (!drawing.callouts.empty())
+        place(reader, drawing);
+}
+
+void CalloutOwners::place(const STEPCAFControl_Reader& reader, const Drawing& drawing)
+{
+    const NumberedFacts facts(reader);
+    for (const annotations::Callout& drawn : drawing.callouts) {
+        model::Callout callout = calloutWithMeshes(drawn, facts.millimetresOf(drawn.context), m_appearances);
+        const TDF_Label label = facts.labelOf(drawn.product);
+        if (label.IsNull()) {
+            m_others.push_back(std::move(callout));
+            continue;
+        }
+        if (!m_owned.IsBound(label))
+            m_owned.Bind(label, {});
+        m_owned.ChangeFind(label).push_back(std::move(callout));
+    }
+}
+
+void CalloutOwners::addTo(model::Product& product, const TDF_Label& label)
+{
+    if (Callouts* own = m_owned.ChangeSeek(label))
+        product.callouts = std::exchange(*own, {});
+}
+
+void CalloutOwners::finish(model::Model& model)
+{
+    if (!model.roots.empty()) {
+        Callouts& callouts = model.products[model.roots[0].product].callouts;
+        std::move(m_others.begin(), m_others.end(), std::back_inserter(callouts));
+    }
+    for (model::Product& product : model.products)
+        restate(product, model.appearances);
+}
+
+void CalloutOwners::restate(model::Product& product, model::AppearanceTable& appearances) const
+{
+    for (model::Callout& callout : product.callouts)
+        for (model::Piece& piece : callout.pieces)
+            piece.appearance = appearances.indexOf(m_appearances[piece.appearance]);
+}
+
+} // namespace ptx::step

@@ -1,0 +1,174 @@
+#include "ptx/readers/step/annotations/Curves.h"
+
+#include "ptx/readers/step/annotations/Axes.h"
+#include "scene/Polygons.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace ptx::step::annotations
+{
+
+namespace
+{
+
+constexpr double FullTurn = 2 * std::numbers::pi;
+constexpr int StepsOfTurn = 48;
+constexpr int Deepest = 16;
+
+/// An ellipse, or a circle when both radii are the same.
+struct Ellipse {
+    Axes axes;
+    double a = 0, b = 0;
+
+    Point at(double angle) const { return axes.placed({a * std::cos(angle), b * std::sin(angle), 0}); }
+    double angleOf(const Point& point) const
+    {
+        const Point own = axes.within(point);
+        return std::atan2(own[1] / b, own[0] / a);
+    }
+};
+
+std::optional<Ellipse> ellipseOf(const Entities& entities, const Fields& curve)
+{
+    const bool isCircle = curve.type() == "CIRCLE";
+    if (!isCircle && curve.type() != "ELLIPSE")
+        return std::nullopt;
+    const auto a = curve.real(2);
+    const auto b = curve.real(isCircle ? 2 : 3);
+    if (!a || !b || !(*a > 0) || !(*b > 0) || curve.reference(1) == 0)
+        return std::nullopt;
+    return Ellipse{axesOf(entities, curve.reference(1)), *a, *b};
+}
+
+std::vector<Point> arc(const Ellipse& ellipse, double from, double turn)
+{
+    const int steps = std::max(1, static_cast<int>(std::ceil(std::abs(turn) / FullTurn * StepsOfTurn)));
+    std::vector<Point> points;
+    for (int i = 0; i <= steps; ++i)
+        points.push_back(ellipse.at(from + turn * i / steps));
+    return points;
+}
+
+} // namespace
+
+bool Curves::draw(std::uint32_t number, const osg::Color4f& color)
+{
+    const std::optional<std::vector<Point>> points = pointsOf(number, 0);
+    if (!points) {
+        m_pen.countUnread(m_entities.at(number).type());
+        return false;
+    }
+    const std::string_view type = m_entities.at(number).type();
+    if (type == "CIRCLE")
+        m_pen.countCircle();
+    m_pen.polyline(*points, color);
+    return true;
+}
+
+bool Curves::fill(std::uint32_t number)
+{
+    std::optional<std::vector<Point>> points = pointsOf(number, 0);
+    if (!points) {
+        m_pen.countUnread(m_entities.at(number).type());
+        return false;
+    }
+    if (points->size() > 1 && points->front() == points->back())
+        points->pop_back();
+    std::vector<osg::Vec3f> positions;
+    std::vector<std::uint32_t> corners;
+    for (const Point& point : *points) {
+        corners.push_back(static_cast<std::uint32_t>(positions.size()));
+        positions.push_back({static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])});
+    }
+    std::vector<std::uint32_t> triangles;
+    osg::appendPolygon(positions, corners, triangles);
+    m_pen.triangles(*points, triangles);
+    return true;
+}
+
+std::optional<std::vector<Point>> Curves::pointsOf(std::uint32_t number, int depth)
+{
+    const Fields curve = m_entities.at(number);
+    if (depth > Deepest || !m_pen.take(1))
+        return std::nullopt;
+    if (curve.type() == "POLYLINE")
+        return polyline(curve);
+    if (curve.type() == "TRIMMED_CURVE")
+        return trimmed(curve);
+    if (curve.type() == "COMPOSITE_CURVE")
+        return composed(curve, depth);
+    if (const std::optional<Ellipse> ellipse = ellipseOf(m_entities, curve))
+        return arc(*ellipse, 0, FullTurn);
+    return std::nullopt;
+}
+
+std::optional<std::vector<Point>> Curves::polyline(const Fields& curve) const
+{
+    const Fields list = curve.list(1);
+    if (!m_pen.take(list.size()))
+        return std::nullopt;
+    std::vector<Point> points;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const std::optional<Point> point = tripleOf(m_entities, list.reference(i));
+        if (point)
+            points.push_back(*point);
+        else
+            m_pen.countOutOfRange();
+    }
+    return points;
+}
+
+/// The point among the ways in which an end is told.
+std::optional<Point> Curves::trim(const Fields& trims) const
+{
+    for (std::size_t i = 0; i < trims.size(); ++i)
+        if (const std::optional<Point> point = tripleOf(m_entities, trims.reference(i)))
+            return point;
+    return std::nullopt;
+}
+
+std::optional<std::vector<Point>> Curves::trimmed(const Fields& curve)
+{
+    const Fields basis = m_entities.at(curve.reference(1));
+    const std::optional<Point> from = trim(curve.list(2));
+    const std::optional<Point> to = trim(curve.list(3));
+    if (!from || !to)
+        return std::nullopt;
+    if (basis.type() == "LINE")
+        return std::vector<Point>{*from, *to};
+    const std::optional<Ellipse> ellipse = ellipseOf(m_entities, basis);
+    if (!ellipse)
+        return std::nullopt;
+    const double start = ellipse->angleOf(*from);
+    const bool isForward = curve.flag(4);
+    double turn = ellipse->angleOf(*to) - start;
+    if (isForward && turn <= 0)
+        turn += FullTurn;
+    if (!isForward && turn >= 0)
+        turn -= FullTurn;
+    return arc(*ellipse, start, turn);
+}
+
+std::optional<std::vector<Point>> Curves::composed(const Fields& curve, int depth)
+{
+    std::vector<Point> all;
+    const Fields segments = curve.list(1);
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        const Fields segment = m_entities.at(segments.reference(i));
+        std::optional<std::vector<Point>> points = pointsOf(segment.reference(2), depth + 1);
+        if (!points)
+            return std::nullopt;
+        if (!segment.flag(1))
+            std::reverse(points->begin(), points->end());
+        if (!all.empty() && !points->empty())
+            all.pop_back(); // the segment before ends where this one begins
+        all.insert(all.end(), points->begin(), points->end());
+        if (!m_pen.take(points->size()))
+            return std::nullopt;
+    }
+    return all;
+}
+
+} // namespace ptx::step::annotations

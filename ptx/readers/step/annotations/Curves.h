@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ptx/readers/step/annotations/Entities.h"
+#include "ptx/readers/step/annotations/Pen.h"
+
+namespace ptx::step::annotations
+{
+
+/// Makes polylines of curves: polylines, circles and ellipses, parts of circles and lines between two points, and
+/// what is composed of these.
+class Curves
+{
+public:
+    /// Both outlive this object.
+    Curves(const Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
+
+    /// Draws the curve `number`. @return whether it is one that can be drawn; the pen counts it if not
+    bool draw(std::uint32_t number, const osg::Color4f& color);
+    /// Fills what the closed curve `number` goes around.
+    bool fill(std::uint32_t number);
+
+private:
+    std::optional<std::vector<Point>> pointsOf(std::uint32_t number, int depth);
+    std::optional<std::vector<Point>> polyline(const Fields& curve) const;
+    std::optional<std::vector<Point>> trimmed(const Fields& curve);
+    std::optional<std::vector<Point>> composed(const Fields& curve, int depth);
+    std::optional<Point> trim(const Fields& trims) const;
+
+    const Entities& m_entities;
+    Pen& m_pen;
+};
+
+} // namespace ptx::step::annotations

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "host/OSGSystem/Math.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+/// What the annotations of a STEP text draw, without any meaning of them for shapes.
+namespace ptx::step::annotations
+{
+
+/// In the unit of the text.
+using Point = std::array<double, 3>;
+
+/// What one colour draws.
+struct Strokes {
+    osg::Color4f color;
+    std::vector<Point> points;
+    std::vector<std::uint32_t> lines;     ///< two points each
+    std::vector<std::uint32_t> triangles; ///< three points each
+};
+
+/// Annotations that belong together, as a dimension and its arrows do.
+struct Callout {
+    std::string name;
+    std::vector<std::string> kinds; ///< "datum", "position" ...: each once
+    std::vector<std::string> texts; ///< for whose letters the text names a font alone
+    std::vector<Strokes> strokes;   ///< by colour
+    std::uint32_t context = 0;      ///< number of the context with its unit; 0 when nothing tells
+    std::uint32_t product = 0;      ///< number of the product definition it belongs to; 0 when nothing tells
+};
+
+/// How much was found and drawn.
+struct Counts {
+    std::size_t occurrences = 0; ///< of annotations
+    std::size_t polylines = 0;
+    std::size_t points = 0; ///< of the polylines
+    std::size_t circles = 0;
+    std::size_t triangles = 0;
+    std::size_t joints = 0;       ///< triangles of two points, which join strips and are not drawn
+    std::size_t placeholders = 0; ///< they tell where an annotation goes, and draw nothing
+    std::size_t outOfRange = 0;   ///< numbers of points that there are not
+    bool isCut = false;           ///< the rest would be too much
+};
+
+/// All annotations of a text.
+struct Drawing {
+    std::vector<Callout> callouts;
+    Counts counts;
+    std::map<std::string, std::size_t> unread; ///< entities that nothing is drawn for, by type
+};
+
+} // namespace ptx::step::annotations

@@ -1,0 +1,51 @@
+#include "ptx/scene/CalloutNodes.h"
+
+#include "files/scenefile/AttributeTags.h"
+#include "files/scenefile/ConvertedTree.h"
+#include "host/OSGSystem/Group.h"
+#include "host/OSGSystem/Names.h"
+#include "host/OSGSystem/TreeFunctions.h"
+#include "scene/EditScope.h"
+#include "scene/SceneEdits.h"
+
+namespace ptx::scene
+{
+
+namespace
+{
+
+osg::NodePtr makeCalloutNode(const model::Callout& callout, PartCores& cores)
+{
+    const osg::NodePtr node = osg::makeNodeFor(osg::Group::create());
+    osg::setName(node, callout.name);
+    std::vector<std::string> tags = callout.tags;
+    osg::addAttributes(node, osg::AttributeOwner::Occurrence, osg::scenefile::converted::takeAttributes(tags));
+    if (!tags.empty())
+        osg::setTags(node, std::move(tags));
+    for (const osg::GeometryPtr& core : cores.of(callout)) {
+        const osg::NodePtr geometry = osg::makeNodeFor(core);
+        osg::setName(geometry, callout.name);
+        osg::addChild(node, geometry);
+    }
+    return node;
+}
+
+} // namespace
+
+osg::NodePtr makeCalloutsNode(const std::vector<model::Callout>& callouts, PartCores& cores, std::size_t& nodes)
+{
+    const osg::NodePtr above = osg::makeNodeFor(osg::Group::create());
+    osg::setName(above, "PMI");
+    osg::setTags(above, {osg::scenefile::converted::PmiTag});
+    const osg::EditScope edit(above, osg::Node::ActiveFieldMask);
+    above->setActive(false);
+    ++nodes;
+    for (const model::Callout& callout : callouts) {
+        const osg::NodePtr node = makeCalloutNode(callout, cores);
+        nodes += 1 + node->getNChildren();
+        osg::addChild(above, node);
+    }
+    return above;
+}
+
+} // namespace ptx::scene

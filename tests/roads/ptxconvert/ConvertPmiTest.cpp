@@ -1,0 +1,184 @@
+// Annotations of small files.
+
+#include "files/scenefile/ConvertedTree.h"
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Geometry.h"
+#include "scene/Attributes.h"
+#include "scene/Mesh.h"
+#include "scene/Tags.h"
+#include "tests/roads/ptxconvert/ConvertRun.h"
+#include "tests/support/StepText.h"
+
+#include <gmock/gmock.h>
+
+using namespace ptxtest;
+using testing::ElementsAre;
+using testing::FloatEq;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace
+{
+
+std::string ref(int entity)
+{
+    return "#" + std::to_string(entity);
+}
+
+/// A box of 30 x 20 x 10 units, and a blue line and two red triangles that tell of it.
+class PmiText
+{
+public:
+    explicit PmiText(LengthUnit unit = LengthUnit::Millimetre) : m_step(unit), m_part(m_step.product("part"))
+    {
+        m_step.box(m_part, {0, 0, 0}, {30, 20, 10});
+    }
+
+    int add(const std::string& entity) { return m_step.add(entity); }
+
+    /// @return its number
+    int callout(const std::string& name)
+    {
+        const int set = add("TESSELLATED_GEOMETRIC_SET('datum',(" + ref(line()) + "," + ref(square()) + "))");
+        const int occurrence = add("TESSELLATED_ANNOTATION_OCCURRENCE('',(" + ref(style()) + ")," + ref(set) + ")");
+        return add("DRAUGHTING_CALLOUT('" + name + "',(" + ref(occurrence) + "))");
+    }
+
+    /// Draws `callout` beside the part's shape.
+    void draw(int callout)
+    {
+        const int origin = add("AXIS2_PLACEMENT_3D(''," + ref(add("CARTESIAN_POINT('',(0.,0.,0.))")) + ",$,$)");
+        const int map = add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(m_part.representation) + ")");
+        const int item = add("MAPPED_ITEM(''," + ref(map) + "," + ref(origin) + ")");
+        add("DRAUGHTING_MODEL('',(" + ref(callout) + "," + ref(item) + ")," + ref(m_step.context()) + ")");
+    }
+
+    /// Puts the part into an assembly, twice.
+    void holdTwice()
+    {
+        const StepProduct top = m_step.product("top");
+        m_step.place(top, m_part, "left", {100, 0, 0});
+        const StepOccurrence right = m_step.place(top, m_part, "right", {200, 0, 0});
+        m_step.overrideColor(right, m_part, m_step.color(m_part.solid, {0, 1, 0}), {1, 1, 0});
+    }
+
+    std::string text() { return m_step.text(); }
+
+private:
+    int line()
+    {
+        const int points = add("COORDINATES_LIST('',2,((1.,2.,3.),(4.,2.,3.)))");
+        return add("TESSELLATED_CURVE_SET(''," + ref(points) + ",((1,2)))");
+    }
+
+    int square()
+    {
+        const int points = add("COORDINATES_LIST('',4,((0.,0.,20.),(1.,0.,20.),(0.,1.,20.),(1.,1.,20.)))");
+        return add("COMPLEX_TRIANGULATED_SURFACE_SET(''," + ref(points) + ",4,(),(),((1,2,3,4)),())");
+    }
+
+    int style()
+    {
+        const int blue = add("DRAUGHTING_PRE_DEFINED_COLOUR('blue')");
+        const int curve = add("CURVE_STYLE('',$,$," + ref(blue) + ")");
+        const int red = add("FILL_AREA_STYLE_COLOUR(''," + ref(add("COLOUR_RGB('',1.,0.,0.)")) + ")");
+        const int area = add("FILL_AREA_STYLE('',(" + ref(red) + "))");
+        return add("PRESENTATION_STYLE_ASSIGNMENT((" + ref(curve) + "," + ref(area) + "))");
+    }
+
+    StepText m_step;
+    StepProduct m_part;
+};
+
+osg::GeometryPtr geometryAt(const osg::NodePtr& callout, unsigned number)
+{
+    return osg::fcCast<osg::Geometry>(callout->getChild(number)->getCore());
+}
+
+} // namespace
+
+TEST(ConvertPmi, ACalloutIsBelowItsPartAndNotActive)
+{
+    PmiText step(LengthUnit::Inch);
+    step.draw(step.callout("Datum A"));
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    const osg::NodePtr pmi = nodeNamed(run.scene(), "PMI");
+    ASSERT_TRUE(pmi);
+    EXPECT_FALSE(pmi->isActive());
+    EXPECT_EQ(nameOf(pmi->getParent()), "part");
+    EXPECT_THAT(osg::tagsOf(pmi), ElementsAre(osg::scenefile::converted::PmiTag));
+    ASSERT_EQ(pmi->getNChildren(), 1u);
+    const osg::NodePtr callout = pmi->getChild(0);
+    EXPECT_EQ(nameOf(callout), "Datum A");
+    EXPECT_EQ(osg::findText(osg::attributesOf(callout), "Kind"), "datum");
+    ASSERT_EQ(callout->getNChildren(), 2u);
+    const osg::Mesh& line = osg::GeometryAccess::mesh(*geometryAt(callout, 0));
+    ASSERT_EQ(line.positions.size(), 2u);
+    EXPECT_THAT((std::vector<float>{line.positions[0].x, line.positions[0].y, line.positions[1].x}),
+                ElementsAre(FloatEq(25.4F), FloatEq(50.8F), FloatEq(101.6F)));
+    EXPECT_EQ(lookOf(geometryAt(callout, 0)).diffuse, (osg::Color3f{0, 0, 1}));
+    const osg::Mesh& square = osg::GeometryAccess::mesh(*geometryAt(callout, 1));
+    EXPECT_EQ(square.triangles.size(), 6u);
+    EXPECT_EQ(lookOf(geometryAt(callout, 1)).diffuse, (osg::Color3f{1, 0, 0}));
+    EXPECT_THAT(run.log(), HasSubstr("1 annotations in 1 callouts: 1 polylines of 2 points, 2 triangles"));
+}
+
+TEST(ConvertPmi, EachPlaceOfAPartHasItsCalloutsInTheirOwnColour)
+{
+    PmiText step;
+    step.draw(step.callout("Datum A"));
+    step.holdTwice();
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const std::vector<osg::NodePtr> all = nodesNamed(run.scene(), "PMI");
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(nameOf(all[0]->getParent()), "left");
+    EXPECT_EQ(nameOf(all[1]->getParent()), "right");
+    EXPECT_EQ(geometryAt(all[0]->getChild(0), 1), geometryAt(all[1]->getChild(0), 1));
+    EXPECT_EQ(lookOf(geometryAt(all[1]->getChild(0), 1)).diffuse, (osg::Color3f{1, 0, 0}));
+}
+
+TEST(ConvertPmi, WhatNobodyKnowsThePartOfBelongsToTheWhole)
+{
+    PmiText step;
+    step.callout("Note");
+    step.holdTwice();
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const std::vector<osg::NodePtr> all = nodesNamed(run.scene(), "PMI");
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(nameOf(all[0]->getParent()), "top");
+}
+
+TEST(ConvertPmi, TheSettingSwitchesThemOff)
+{
+    PmiText step;
+    step.draw(step.callout("Datum A"));
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text(), {"--set", "convert.pmi=0"}), 0) << run.log();
+    EXPECT_THAT(nodesNamed(run.scene(), "PMI"), IsEmpty());
+    EXPECT_THAT(run.log(), Not(HasSubstr("annotations")));
+}
+
+TEST(ConvertPmi, WhatIsNotDrawnIsToldAndTheRestComes)
+{
+    PmiText step;
+    step.draw(step.callout("Datum A"));
+    const int text = step.add("TEXT_LITERAL('','Contact Face',$,'baseline left',.RIGHT.,$)");
+    step.add("ANNOTATION_TEXT_OCCURRENCE('Note',()," + ref(text) + ")");
+    step.add("ANNOTATION_SYMBOL_OCCURRENCE('',()," + ref(step.add("ANNOTATION_SYMBOL('',$,$)")) + ")");
+    const int far = step.add("CARTESIAN_POINT('',(1.E200,0.,0.))");
+    const int curve = step.add("POLYLINE('',(" + ref(far) + "," + ref(far) + "))");
+    step.add("ANNOTATION_CURVE_OCCURRENCE('Far',()," + ref(curve) + ")");
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_THAT(run.log(), HasSubstr("1 contents of annotations are not drawn: ANNOTATION_SYMBOL"));
+    const osg::NodePtr note = nodeNamed(run.scene(), "Note");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(osg::findText(osg::attributesOf(note), "Text"), "Contact Face");
+    ASSERT_TRUE(nodeNamed(run.scene(), "Far"));
+    EXPECT_EQ(nodeNamed(run.scene(), "Far")->getNChildren(), 0u);
+    EXPECT_TRUE(nodeNamed(run.scene(), "Datum A"));
+}
