@@ -21,8 +21,10 @@ protected:
             GTEST_SKIP() << "ZN_CORPUS names no folder with step/" << GetParam() << " in it";
         const QString output = path(QStringLiteral("converted.osb"));
         const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/ptxconvert");
-        ASSERT_EQ(QProcess::execute(program, {QStringLiteral("--set"), QStringLiteral("keep-brep=1"), m_input, output}),
-                  0);
+        ASSERT_EQ(
+            QProcess::execute(program, {QStringLiteral("--set"), QStringLiteral("keep-brep=1"), QStringLiteral("--set"),
+                                        QStringLiteral("convert.pmi=0"), m_input, output}),
+            0);
         root->addChild(osg::scenefile::readSceneFile(output).value());
     }
 
