@@ -23,7 +23,7 @@ public:
     /// An element of a document.
     struct Element {
         QString document; ///< path
-        QString id;
+        QString id;       ///< within it
     };
 
     /// Beyond so many elements there are no more files: what stands in for these is missing.

@@ -44,8 +44,8 @@ struct LeftOutShape {
     QString part;    ///< the id of its part; may be empty
     QString written; ///< its file, as the document has it; may be empty
     QString format;  ///< as the document calls it
-    QString whyNot;
-    int line = 0; ///< of the element, from 1
+    QString whyNot;  ///< the reason, a clause for a person
+    int line = 0;    ///< of the element, from 1
 };
 
 /// What a product structure holds and what was chosen of it.
