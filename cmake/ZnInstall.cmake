@@ -1,5 +1,4 @@
 # What an installation holds and where. Everything finds its neighbours from its own place, so that a prefix may move.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 include(ZnPublicHeaders)
 
@@ -21,11 +20,12 @@ install(TARGETS ${ZN_INSTALLED_LIBRARIES}
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Libraries NAMELINK_COMPONENT Development)
 
 if(TARGET znimport)
-  file(RELATIVE_PATH libraries_from_programs
-    ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-  set_target_properties(znimport ptxconvert ptxtessellate PROPERTIES INSTALL_RPATH $ORIGIN/${libraries_from_programs})
+  set_target_properties(znimport ptxconvert ptxtessellate PROPERTIES
+    INSTALL_RPATH $ORIGIN/${ZN_LIBRARIES_FROM_PROGRAMS})
   install(TARGETS znimport ptxconvert ptxtessellate
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+  install(TARGETS ptxstep ptxiges ptxbrep
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/znCADImport COMPONENT Tools)
   foreach(program znimport ptxconvert)
     install(FILES ${PROJECT_BINARY_DIR}/tools/manual/${program}.1
       DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tools)

@@ -8,7 +8,6 @@
 #include "ptx/core/Limits.h"
 #include "ptx/core/Monitor.h"
 #include "ptx/core/ProcessEnd.h"
-#include "ptx/occt/OcctVersion.h"
 #include "ptx/readers/FormatChoice.h"
 #include "ptx/scene/SceneBuilder.h"
 
@@ -112,7 +111,7 @@ private:
 
     void tellStart()
     {
-        m_log.info("ptxconvert " ZN_VERSION ", CAD kernel " + std::string(occt::occtVersion()));
+        m_log.info("ptxconvert " ZN_VERSION);
         m_log.info("input  " + m_line.input);
         m_log.info("output " + m_line.output);
         for (const std::string& assignment : m_line.assignments)

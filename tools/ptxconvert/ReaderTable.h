@@ -2,10 +2,16 @@
 
 #include "ptx/readers/Reader.h"
 
+#include <string>
+
 namespace ptxconvert
 {
 
-/// The formats of this build, in the order in which they are probed.
+/// The formats of this program, in the order in which they are probed.
 ptx::readers::Formats formats();
+
+/// A line for each reader that is a library of its own: the format, and the version of its CAD kernel or why it cannot
+/// be used.
+std::string readerVersions();
 
 } // namespace ptxconvert

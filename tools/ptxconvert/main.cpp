@@ -1,5 +1,4 @@
 #include "ptx/conversion/Conversion.h"
-#include "ptx/occt/OcctVersion.h"
 #include "tools/ptxconvert/ReaderTable.h"
 
 #include <clocale>
@@ -22,7 +21,7 @@ int perform(const ptx::core::CommandLine& line)
     case ptx::core::CommandLine::Task::HelpSettings:
         return print(ptx::core::settingsHelp());
     case ptx::core::CommandLine::Task::Version:
-        return print("ptxconvert " ZN_VERSION "\nOpen CASCADE " + std::string(ptx::occt::occtVersion()) + "\n");
+        return print("ptxconvert " ZN_VERSION "\n" + ptxconvert::readerVersions());
     case ptx::core::CommandLine::Task::Convert:
         break;
     }

@@ -1,11 +1,11 @@
 #include "ptx/readers/brep/BrepReader.h"
 
-#include "protocol/Formats.h"
 #include "ptx/core/TimedProgress.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/PartMesher.h"
 #include "ptx/occt/meshing/ShapeQueries.h"
+#include "ptx/readers/brep/recognition/BrepFormat.h"
 
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
@@ -20,30 +20,16 @@ namespace ptx::brep
 namespace
 {
 
-constexpr std::string_view TextMark = "CASCADE Topology V";
-constexpr std::string_view BinaryMark = "Open CASCADE Topology V";
-constexpr std::size_t MarkWithin = 256;
 constexpr double SecondsPerMegabyte = 0.1;
-
-bool isBinary(std::string_view head)
-{
-    return head.substr(0, MarkWithin).find(BinaryMark) != std::string_view::npos;
-}
-
-readers::Match probe(std::string_view head, std::uint64_t)
-{
-    return head.substr(0, MarkWithin).find(TextMark) != std::string_view::npos ? readers::Match::Certain
-                                                                               : readers::Match::No;
-}
 
 core::Trouble readShape(const model::Job& job, TopoDS_Shape& shape)
 {
     const core::TimedProgress timedProgress(job.progress, 0,
                                             1 + SecondsPerMegabyte * static_cast<double>(job.inputBytes) / (1 << 20));
     std::ifstream stream(job.input, std::ios::binary);
-    char mark[MarkWithin] = {};
-    stream.read(mark, MarkWithin);
-    const bool binary = isBinary({mark, static_cast<std::size_t>(stream.gcount())});
+    char mark[recognition::MarkWithin] = {};
+    stream.read(mark, recognition::MarkWithin);
+    const bool binary = recognition::isBinary({mark, static_cast<std::size_t>(stream.gcount())});
     stream.clear();
     stream.seekg(0);
     if (binary)
@@ -55,7 +41,9 @@ core::Trouble readShape(const model::Job& job, TopoDS_Shape& shape)
     return std::nullopt;
 }
 
-core::Outcome<model::Model> readBrep(const model::Job& job)
+} // namespace
+
+core::Outcome<model::Model> read(const model::Job& job)
 {
     occt::setUpOcct();
     job.progress.begin(core::Stage::ReadAndProcess);
@@ -74,15 +62,6 @@ core::Outcome<model::Model> readBrep(const model::Job& job)
         return bodies.failure();
     model.bodies = std::move(bodies.value());
     return model;
-}
-
-constexpr readers::Format Row = {protocol::format::Brep.name, protocol::format::Brep.extensions, probe, readBrep};
-
-} // namespace
-
-const readers::Format& format()
-{
-    return Row;
 }
 
 } // namespace ptx::brep

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "ptx/readers/Reader.h"
+#include "ptx/core/Outcome.h"
+#include "ptx/model/Job.h"
+#include "ptx/model/Model.h"
 
 namespace ptx::brep
 {
 
 /// OCCT's own files, text and binary: one shape without names and colours.
-const readers::Format& format();
+core::Outcome<model::Model> read(const model::Job& job);
 
 } // namespace ptx::brep

@@ -1,6 +1,5 @@
 #include "ptx/readers/iges/IgesReader.h"
 
-#include "protocol/Formats.h"
 #include "ptx/core/TimedProgress.h"
 #include "ptx/occt/DocumentWalker.h"
 #include "ptx/occt/LooseFaces.h"
@@ -65,19 +64,9 @@ core::Outcome<occt::DocumentContent> readContent(const model::Job& job)
     return content;
 }
 
-// The terminate section has a T in column 73; every line has its section letter there.
-readers::Match probe(std::string_view head, std::uint64_t)
-{
-    constexpr std::size_t SectionColumn = 72;
-    const std::size_t lineEnd = head.find_first_of("\r\n");
-    const std::string_view first = head.substr(0, lineEnd);
-    const bool isStart = first.size() > SectionColumn && (first[SectionColumn] == 'S' || first[SectionColumn] == 'C');
-    return isStart && first.find_first_not_of("0123456789 ", SectionColumn + 1) == std::string_view::npos
-               ? readers::Match::Certain
-               : readers::Match::No;
-}
+} // namespace
 
-core::Outcome<model::Model> readIges(const model::Job& job)
+core::Outcome<model::Model> read(const model::Job& job)
 {
     occt::setUpOcct();
     core::Outcome<occt::DocumentContent> content = readContent(job);
@@ -97,15 +86,6 @@ core::Outcome<model::Model> readIges(const model::Job& job)
         return bodies.failure();
     content.value().model.bodies = std::move(bodies.value());
     return std::move(content.value().model);
-}
-
-constexpr readers::Format Row = {protocol::format::Iges.name, protocol::format::Iges.extensions, probe, readIges};
-
-} // namespace
-
-const readers::Format& format()
-{
-    return Row;
 }
 
 } // namespace ptx::iges

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "ptx/readers/Reader.h"
+#include "ptx/core/Outcome.h"
+#include "ptx/model/Job.h"
+#include "ptx/model/Model.h"
 
 namespace ptx::iges
 {
 
 /// IGES: surfaces, solids and curves with names, colours and layers. Loose faces of a part are sewn together.
-const readers::Format& format();
+core::Outcome<model::Model> read(const model::Job& job);
 
 } // namespace ptx::iges

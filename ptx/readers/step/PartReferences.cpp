@@ -5,8 +5,8 @@
 #include "ptx/readers/PackedFile.h"
 #include "ptx/readers/PartFiles.h"
 #include "ptx/readers/ReferenceGraph.h"
-#include "ptx/readers/step/ReferenceScan.h"
 #include "ptx/readers/step/StepFile.h"
+#include "ptx/readers/step/recognition/ReferenceScan.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -154,7 +154,7 @@ private:
 
 void keepReferences(occt::DocumentContent& content, const model::Job& job)
 {
-    const std::set<std::string> circle = readers::filesLeadingBackTo(job.input, referencesOf);
+    const std::set<std::string> circle = readers::filesLeadingBackTo(job.input, recognition::referencesOf);
     readers::PartFileFinder finder;
     for (model::Reference& reference : referencesFrom(content.model.products, 0, job.input, finder)) {
         model::Product& product = content.model.products[reference.product];

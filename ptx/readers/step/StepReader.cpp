@@ -1,10 +1,9 @@
 #include "ptx/readers/step/StepReader.h"
 
-#include "protocol/Formats.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/PartMesher.h"
+#include "ptx/readers/Reader.h"
 #include "ptx/readers/step/PartReferences.h"
-#include "ptx/readers/step/ReferenceScan.h"
 #include "ptx/readers/step/StepFile.h"
 #include "ptx/readers/step/ViewFraming.h"
 
@@ -15,16 +14,6 @@ namespace ptx::step
 
 namespace
 {
-
-readers::Match probe(std::string_view head, std::uint64_t)
-{
-    return head.find("ISO-10303-21") != std::string_view::npos ? readers::Match::Certain : readers::Match::No;
-}
-
-bool refersToParts(const std::string& path)
-{
-    return !referencesOf(path).empty();
-}
 
 // What OCCT's reader needs goes before the meshing starts.
 core::Outcome<StepContent> readWithParts(const model::Job& job)
@@ -64,7 +53,9 @@ void addViews(model::Model& model, const std::vector<SavedView>& views, const st
     }
 }
 
-core::Outcome<model::Model> readStep(const model::Job& job)
+} // namespace
+
+core::Outcome<model::Model> read(const model::Job& job)
 {
     occt::setUpOcct();
     core::Outcome<StepContent> content = readWithParts(job);
@@ -81,16 +72,6 @@ core::Outcome<model::Model> readStep(const model::Job& job)
     model.bodies = std::move(bodies.value());
     addViews(model, content.value().views, job.input);
     return std::move(model);
-}
-
-constexpr readers::Format Row = {protocol::format::Step.name, protocol::format::Step.extensions, probe, readStep,
-                                 refersToParts};
-
-} // namespace
-
-const readers::Format& format()
-{
-    return Row;
 }
 
 } // namespace ptx::step

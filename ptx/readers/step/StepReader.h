@@ -1,11 +1,13 @@
 #pragma once
 
-#include "ptx/readers/Reader.h"
+#include "ptx/core/Outcome.h"
+#include "ptx/model/Job.h"
+#include "ptx/model/Model.h"
 
 namespace ptx::step
 {
 
 /// STEP AP203, AP214 and AP242 in the text encoding: structure, names, colours and exact geometry.
-const readers::Format& format();
+core::Outcome<model::Model> read(const model::Job& job);
 
 } // namespace ptx::step

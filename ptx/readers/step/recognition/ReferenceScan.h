@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ptx::step
+namespace ptx::step::recognition
 {
 
 /// The names of other files that a STEP text gives for its parts, by a look at the text alone: about a millisecond for
@@ -15,4 +15,4 @@ std::vector<std::string> scanReferences(std::string_view text);
 /// The same for the file `path`; nothing when it cannot be read.
 std::vector<std::string> referencesOf(const std::string& path);
 
-} // namespace ptx::step
+} // namespace ptx::step::recognition

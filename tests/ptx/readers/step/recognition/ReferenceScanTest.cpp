@@ -1,4 +1,4 @@
-#include "ptx/readers/step/ReferenceScan.h"
+#include "ptx/readers/step/recognition/ReferenceScan.h"
 #include "ptx/readers/ReferenceGraph.h"
 #include "tests/roads/ptxconvert/TempFolder.h"
 
@@ -7,7 +7,7 @@
 #include <filesystem>
 
 using namespace ptx::readers;
-using namespace ptx::step;
+using namespace ptx::step::recognition;
 using ptxtest::TempFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;

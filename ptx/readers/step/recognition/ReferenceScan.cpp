@@ -1,4 +1,4 @@
-#include "ptx/readers/step/ReferenceScan.h"
+#include "ptx/readers/step/recognition/ReferenceScan.h"
 
 #include "ptx/readers/TextFile.h"
 #include "ptx/readers/step/p21/StepString.h"
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <set>
 
-namespace ptx::step
+namespace ptx::step::recognition
 {
 
 namespace
@@ -116,4 +116,4 @@ std::vector<std::string> referencesOf(const std::string& path)
     return scanReferences(file.text());
 }
 
-} // namespace ptx::step
+} // namespace ptx::step::recognition

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "ptx/readers/Module.h"
+
+/// What the library of the IGES reader exports.
+extern "C" __attribute__((visibility("default"))) const ptx::readers::Module* ptxiges();

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ptx/core/Outcome.h"
+#include "ptx/readers/Module.h"
+
+#include <string>
+
+namespace ptxconvert
+{
+
+/// The reader in the library `name` ("ptxstep"), which is loaded at the first call and stays. It lies in a folder that
+/// is found from where the program itself is. A library that is missing, cannot be loaded or is of another build is a
+/// failure that names the file.
+ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name);
+
+/// Whether `module` was built with this program; else a sentence.
+ptx::core::Trouble checkBuild(const ptx::readers::Module& module);
+
+} // namespace ptxconvert
