@@ -2,8 +2,7 @@
 
 #if !defined(_WIN32)
 
-#    include <chrono>
-#    include <thread>
+#    include "import/Rest.h"
 
 namespace
 {
@@ -22,7 +21,7 @@ bool isLetter(char letter)
 
 void Sleep(unsigned milliseconds)
 {
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    frame::restUntilEvents(std::chrono::milliseconds(milliseconds));
 }
 
 int PathIsRelativeA(const char* path)

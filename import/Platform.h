@@ -7,7 +7,7 @@
 
 #    include <shlwapi.h>
 #else
-/// Lets the thread rest for `milliseconds`.
+/// Lets the thread rest for `milliseconds`, or until there are events to deliver (see Rest.h).
 void Sleep(unsigned milliseconds);
 
 /// 0 when `path` begins at a root: with a slash or a backslash, or with the letter of a drive and a colon.
