@@ -17,6 +17,7 @@
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
 #include "ptx/readers/step/damage/MendingLibrary.h"
+#include "ptx/readers/step/placements/Placing.h"
 
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
@@ -136,7 +137,9 @@ private:
     {
         begin(core::Stage::Convert);
         Handle(occt::OcctProgress) progress = new occt::OcctProgress(m_job.progress);
-        m_isTransferred = m_reader.Transfer(m_document, progress->Start());
+        Message_ProgressScope scope(progress->Start(), nullptr, 2);
+        placements::placeOccurrences(m_reader.ChangeReader(), scope.Next());
+        m_isTransferred = m_reader.Transfer(m_document, scope.Next());
         if (!m_isAgain)
             warnOfUntranslatedEntities(m_reader, m_job.log);
         return std::nullopt;

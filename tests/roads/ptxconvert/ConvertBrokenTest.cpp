@@ -309,6 +309,46 @@ TEST(ConvertBrokenFile, IsDamagedWhenNothingIsLeft)
     EXPECT_THAT(run.log(), HasSubstr(" VERTEX_POINT in line "));
 }
 
+TEST(ConvertBrokenFile, AProductWithinItselfCostsTheOccurrenceThatClosesTheRing)
+{
+    StepText step;
+    StepProduct box = step.product("box");
+    step.box(box, {}, {1, 2, 3});
+    const StepProduct inner = step.product("inner");
+    const StepProduct middle = step.product("middle");
+    const StepProduct top = step.product("top");
+    step.place(inner, box, "b", {3, 0, 0});
+    const StepOccurrence again = step.place(inner, middle, "again", {4, 0, 0});
+    step.place(middle, inner, "i", {2, 0, 0});
+    step.place(top, middle, "m", {1, 0, 0});
+    step.place(top, box, "beside", {});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("ring.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(measure(run.scene()).triangles, 24U);
+    const auto found = missing(run.scene());
+    ASSERT_THAT(found, SizeIs(1));
+    EXPECT_THAT(found[0].first, HasSubstr("i"));
+    EXPECT_THAT(found[0].second.reason,
+                HasSubstr("#" + std::to_string(again.usage) + " NEXT_ASSEMBLY_USAGE_OCCURRENCE"));
+    EXPECT_THAT(found[0].second.reason, HasSubstr("it puts a product into itself"));
+}
+
+TEST(ConvertBrokenFile, ARingWithoutATopIsOpened)
+{
+    StepText step;
+    StepProduct box = step.product("box");
+    step.box(box, {}, {1, 2, 3});
+    const StepProduct first = step.product("first");
+    const StepProduct second = step.product("second");
+    step.place(first, second, "a", {1, 0, 0});
+    step.place(second, first, "b", {2, 0, 0});
+    step.place(second, box, "c", {});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("ring.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(measure(run.scene()).triangles, 12U);
+    EXPECT_THAT(missing(run.scene()), SizeIs(1));
+}
+
 TEST(ConvertBrokenFile, LossesOfAPartFileStandInTheAssembly)
 {
     ConvertRun run;

@@ -2,6 +2,7 @@
 
 #include "ptx/readers/step/damage/FaultFinder.h"
 #include "ptx/readers/step/damage/LabelFinder.h"
+#include "ptx/readers/step/damage/Rings.h"
 #include "ptx/readers/step/damage/UnplacedOccurrences.h"
 
 #include <StepData_StepModel.hxx>
@@ -50,6 +51,8 @@ std::string reasonOf(const Group& group, const TextIndex& text)
 void Damage::cutOut(const Handle(StepData_StepModel) & model)
 {
     std::vector<Fault> faults = findFaults(*model);
+    const std::vector<Fault> rings = findRings(*model);
+    faults.insert(faults.end(), rings.begin(), rings.end());
     faults.insert(faults.end(), m_known.begin(), m_known.end());
     if (faults.empty())
         return;

@@ -98,6 +98,8 @@ void Excision::breakEntity(int ident, Number number)
         cutOccurrence(entity);
     if (tiesShapes(entity))
         tell(number, {ownerOf(entity)});
+    else if (const auto usage = Handle(StepRepr_NextAssemblyUsageOccurrence)::DownCast(entity); !usage.IsNull())
+        tell(number, {usage->RelatingProductDefinition()});
 }
 
 void Excision::spread()
