@@ -5,8 +5,8 @@
 namespace frame
 {
 
-/// Lets the thread rest for `time`, or until its event loop has something to deliver: a child process that has ended, an
-/// event that was posted, a timer. It delivers nothing itself.
+/// Lets the thread rest for `time`, or until its event loop has something to deliver: a child process that has ended,
+/// an event that was posted, a timer. It delivers nothing itself.
 ///
 /// What waits already when the rest begins may be something that the caller's pass through the events does not deliver,
 /// a deferred deletion for example, and cannot be told from new events. It ends one rest in 50 ms early and no more, so

@@ -74,9 +74,16 @@ private:
             const Usage& usage = node.usages[node.next++];
             Node& part = m_products.at(usage->RelatedProductDefinition().get());
             if (part.state == State::Open)
-                m_faults.push_back({m_model.IdentLabel(usage), "it puts a product into itself"});
+                addFault(usage);
             enter(part, path);
         }
+    }
+
+    void addFault(const Usage& usage)
+    {
+        Fault& fault = m_faults.emplace_back();
+        fault.ident = m_model.IdentLabel(usage);
+        fault.reason = "it puts a product into itself";
     }
 
     static void enter(Node& node, std::vector<Node*>& path)

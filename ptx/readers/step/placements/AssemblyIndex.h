@@ -26,8 +26,8 @@ struct PlainPlacement {
     Handle(StepGeom_Axis2Placement3d) to;     ///< an item of `assembly`
 };
 
-/// Which products a model places in which, taken from it in one pass: OCCT looks through all occurrences of a product to
-/// find the place of one, which makes ten thousand of them a matter of minutes.
+/// Which products a model places in which, taken from it in one pass: OCCT looks through all occurrences of a product
+/// to find the place of one, which makes ten thousand of them a matter of minutes.
 class AssemblyIndex
 {
 public:
@@ -38,8 +38,8 @@ public:
     /// The occurrences that stand in `assembly`, in the order of the file.
     const std::vector<Usage>& usagesIn(const StepBasic_ProductDefinition* assembly) const;
 
-    /// Where `usage` places its product. @return false when that is given in a way that leaves anything to decide: not at
-    /// all, several times, against the direction of the usage, by placements of other representations
+    /// Where `usage` places its product. @return false when that is given in a way that leaves anything to decide: not
+    /// at all, several times, against the direction of the usage, by placements of other representations
     bool placementOf(const Usage& usage, PlainPlacement& placement) const;
 
 private:

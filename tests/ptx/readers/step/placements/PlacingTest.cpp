@@ -20,8 +20,8 @@ using namespace ptxtest;
 namespace
 {
 
-/// Where things stand after a transfer: twelve numbers for each occurrence, none for one without a place, and the box of
-/// the whole.
+/// Where things stand after a transfer: twelve numbers for each occurrence, none for one without a place, and the box
+/// of the whole.
 struct Places {
     std::vector<std::vector<double>> ofUsages;
     std::vector<double> box;
