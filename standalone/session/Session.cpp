@@ -6,9 +6,6 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-
 #include <utility>
 
 namespace zn
@@ -25,15 +22,6 @@ std::uint64_t nextSessionId()
     return ++last;
 }
 
-QString makeTemporaryFolder()
-{
-    QTemporaryDir folder;
-    folder.setAutoRemove(false);
-    if (!folder.isValid())
-        qFatal("cannot make a temporary folder: %s", qPrintable(folder.errorString()));
-    return folder.path();
-}
-
 osg::NodePtr makeSceneRoot()
 {
     const osg::NodePtr root = osg::makeNodeFor(osg::Group::create());
@@ -43,7 +31,7 @@ osg::NodePtr makeSceneRoot()
 
 } // namespace
 
-Session::Session() : m_id(nextSessionId()), m_root(makeSceneRoot()), m_temporaryFolder(makeTemporaryFolder())
+Session::Session() : m_id(nextSessionId()), m_root(makeSceneRoot())
 {
     if (living)
         qFatal("a second session was started while one is alive");
@@ -64,7 +52,7 @@ void Session::clear()
 
 void Session::leave()
 {
-    QDir(m_temporaryFolder).removeRecursively();
+    m_folder.remove();
     living = nullptr;
 }
 

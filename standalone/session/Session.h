@@ -3,6 +3,7 @@
 #include "host/HostExport.h"
 #include "host/OSGSystem/Node.h"
 #include "host/znUtils/znMessage.h"
+#include "standalone/session/SessionFolder.h"
 #include "standalone/session/Settings.h"
 
 #include <QString>
@@ -48,7 +49,7 @@ public:
     void select(const osg::NodePtr& node);
 
     /// The folder of this session for temporary files.
-    QString temporaryFolder() const { return m_temporaryFolder; }
+    QString temporaryFolder() const { return m_folder.path(); }
 
     /// What the module that declares `State` remembers: made with its default constructor when it is first asked for,
     /// gone with the session, the newest first. A module names a type of its own here, so that no other can meet it.
@@ -90,7 +91,7 @@ private:
     znMessage m_preferences;
     osg::RefPtr<osg::NodePtr> m_root;
     std::uint32_t m_selectedId = 0;
-    QString m_temporaryFolder;
+    SessionFolder m_folder;
     std::vector<std::pair<std::type_index, std::unique_ptr<Keepable>>> m_order;
     std::unordered_map<std::type_index, Keepable*> m_states;
 };

@@ -65,6 +65,10 @@ int Application::run()
         complain(*error);
         return wrongUse;
     }
+    if (const auto error = folderComplaint(m_commandLine)) {
+        fail(*error);
+        return QFileInfo(QFileInfo(m_commandLine.reportFile).path()).isDir() ? writeReport(failed) : failed;
+    }
     if (m_commandLine.trace)
         m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
     QTimer::singleShot(0, this, &Application::begin);

@@ -4,8 +4,24 @@
 #include "standalone/session/Settings.h"
 #include "tools/znimport/CommandLine.h"
 
+#include <QFileInfo>
+
 namespace znimport
 {
+
+namespace
+{
+
+// The jobs would take the session's own folder in its stead.
+std::optional<QString> temporaryFolderComplaint(const QString& folder)
+{
+    const QFileInfo info(folder);
+    if (folder.isEmpty() || (info.isDir() && info.isWritable()))
+        return std::nullopt;
+    return QStringLiteral("files.temporaryFolder: %1 is no folder that takes files").arg(folder);
+}
+
+} // namespace
 
 std::optional<QString> applySettings(const CommandLine& line, zn::Settings& settings)
 {
@@ -22,7 +38,7 @@ std::optional<QString> applySettings(const CommandLine& line, zn::Settings& sett
     if (!line.bomFile.isEmpty())
         settings.converter.options.set(QStringLiteral("%1=1 %2").arg(QLatin1String(protocol::setting::ExactMeasures),
                                                                      settings.converter.options.value()));
-    return error;
+    return error ? error : temporaryFolderComplaint(settings.files.temporaryFolder);
 }
 
 } // namespace znimport

@@ -95,6 +95,19 @@ std::optional<QString> outputComplaint(const CommandLine& line)
     return pictureComplaint(line);
 }
 
+std::optional<QString> folderComplaint(const CommandLine& line)
+{
+    for (const QString& file : {line.outputFile, line.snapshotFile, line.reportFile, line.bomFile, line.keptDocument}) {
+        const QFileInfo folder(QFileInfo(file).path());
+        if (file.isEmpty() || folder.isDir())
+            continue;
+        return QStringLiteral("%1 cannot be written: %2")
+            .arg(file, folder.exists() ? QStringLiteral("%1 is no folder").arg(folder.filePath())
+                                       : QStringLiteral("there is no folder %1").arg(folder.filePath()));
+    }
+    return std::nullopt;
+}
+
 WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& session,
                             const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel)
 {

@@ -19,6 +19,9 @@ namespace znimport
 /// tried.
 std::optional<QString> outputComplaint(const CommandLine& line);
 
+/// The sentence that names the first file to be written whose folder is not there; nothing when all are.
+std::optional<QString> folderComplaint(const CommandLine& line);
+
 /// The files that a run writes besides its messages, and how that went.
 struct WrittenOutputs {
     std::optional<QString> error; ///< names the file; what was not written before is not there

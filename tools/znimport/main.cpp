@@ -1,3 +1,4 @@
+#include "standalone/session/SessionFolder.h"
 #include "tools/znimport/Application.h"
 #include "tools/znimport/SelfCheck.h"
 
@@ -56,6 +57,10 @@ int main(int argc, char** argv)
         return print(QStringLiteral("znimport " ZN_VERSION "\n"));
     if (parsed.commandLine.helpSettings)
         return print(zn::Settings().helpText());
+    if (const auto trouble = zn::SessionFolder::trouble()) {
+        std::fprintf(stderr, "znimport: %s\n", trouble->toUtf8().constData());
+        return 1;
+    }
     if (parsed.commandLine.selfCheck)
         return znimport::selfCheck(parsed.commandLine);
     return znimport::Application(parsed.commandLine).run();

@@ -159,7 +159,8 @@ TEST_F(ReportTest, ARunWithoutAnyTreeIsReportedToo)
 
 TEST_F(ReportTest, AnOutputThatCannotBeWrittenIsTheErrorOfTheRun)
 {
-    const QString glb = path("no/such/folder/out.glb");
+    const QString glb = path("out.glb");
+    QDir().mkpath(glb);
     const Ending ending = reported({writeEngine(), text("-o"), glb});
     EXPECT_EQ(ending.exitCode, 1);
     const json told = report();
@@ -167,6 +168,16 @@ TEST_F(ReportTest, AnOutputThatCannotBeWrittenIsTheErrorOfTheRun)
     EXPECT_EQ(told["files"][0]["state"], "succeeded");
     EXPECT_EQ(told["error"].get<std::string>().find(glb.toStdString()), 0u);
     EXPECT_EQ(told["outputs"], json::array());
+}
+
+TEST_F(ReportTest, AFolderThatIsNotThereIsTheErrorOfARunThatImportsNothing)
+{
+    const QString glb = path("no/such/folder/out.glb");
+    const Ending ending = reported({writeEngine(), text("-o"), glb});
+    EXPECT_EQ(ending.exitCode, 1);
+    const json told = report();
+    EXPECT_EQ(told["error"].get<std::string>().find(glb.toStdString()), 0u);
+    EXPECT_EQ(told["files"], json::array());
 }
 
 TEST_F(ReportTest, AReportThatCannotBeWrittenIsAFailure)

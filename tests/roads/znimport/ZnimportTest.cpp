@@ -190,6 +190,36 @@ TEST_F(ZnimportTest, OneOfTwoFilesIsAPartialImport)
     EXPECT_TRUE(run.output.contains(QStringLiteral("Plate [Geometry]")));
 }
 
+TEST_F(ZnimportTest, FoldersThatAreNotThereAreToldBeforeAnyWork)
+{
+    const QString input = path(QStringLiteral("not even this file.stp"));
+    const QString none = path(QStringLiteral("none"));
+    const std::pair<const char*, const char*> outputs[] = {
+        {"-o", "/out.glb"}, {"--snapshot", "/out.png"}, {"--report", "/out.json"}, {"--bom", "/out.csv"}};
+    for (const auto& [option, name] : outputs) {
+        const QString output = none + QString::fromUtf8(name);
+        const Ending run = znimport({input, QString::fromUtf8(option), output});
+        EXPECT_EQ(run.exitCode, 1) << option;
+        EXPECT_EQ(run.errors,
+                  QStringLiteral("znimport: %1 cannot be written: there is no folder %2\n").arg(output, none))
+            << option;
+    }
+    const Ending setting = znimport({input, QStringLiteral("--set"), QStringLiteral("files.temporaryFolder=") + none});
+    EXPECT_EQ(setting.exitCode, 2);
+    EXPECT_TRUE(setting.errors.contains(none + QStringLiteral(" is no folder that takes files")));
+}
+
+TEST_F(ZnimportTest, AFolderForTemporaryFilesThatIsNotThereIsASentence)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), path(QStringLiteral("none")));
+    const Ending run = znimport({plate()}, environment);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.errors.startsWith(QStringLiteral("znimport: the folder for temporary files, ") +
+                                      path(QStringLiteral("none"))))
+        << run.errors.toStdString();
+}
+
 TEST_F(ZnimportTest, AFolderThatCannotBeWrittenEndsWithOne)
 {
     const Ending run = znimport({plate(), QStringLiteral("-o"), path(QStringLiteral("no/such/folder/out.glb"))});

@@ -33,6 +33,17 @@ TEST(ChosenSettings, AnAssignmentWinsOverAnOption)
     EXPECT_EQ(settings.processes.most.value(), 5);
 }
 
+TEST(ChosenSettings, AFolderThatTakesNoFilesIsTold)
+{
+    znimport::CommandLine line;
+    zn::Settings settings;
+    line.settings = {{QStringLiteral("files.temporaryFolder"), QStringLiteral("/dev/null")}};
+    EXPECT_EQ(znimport::applySettings(line, settings),
+              QStringLiteral("files.temporaryFolder: /dev/null is no folder that takes files"));
+    line.settings = {{QStringLiteral("files.temporaryFolder"), QStringLiteral("/")}};
+    EXPECT_EQ(znimport::applySettings(line, settings), std::nullopt);
+}
+
 TEST(ChosenSettings, TheFirstThatIsWrongIsTold)
 {
     znimport::CommandLine line;
