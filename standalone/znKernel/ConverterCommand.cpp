@@ -74,12 +74,27 @@ QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues
     return words;
 }
 
+namespace
+{
+
+// File systems take names of 255 bytes, and marks, endings and the time of a kept log come to what is left.
+constexpr int mostBytesOfName = 150;
+
+QString shortened(QString name)
+{
+    while (name.toUtf8().size() > mostBytesOfName)
+        name.chop(name.size() > 1 && name.at(name.size() - 1).isLowSurrogate() ? 2 : 1);
+    return name;
+}
+
+} // namespace
+
 QString convertedName(const QString& input)
 {
     const QFileInfo info(input);
     const QByteArray path = info.absoluteFilePath().toUtf8();
     const QByteArray hash = QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex().left(10);
-    return info.completeBaseName() + QLatin1Char('-') + QString::fromLatin1(hash);
+    return shortened(info.completeBaseName()) + QLatin1Char('-') + QString::fromLatin1(hash);
 }
 
 QString converterOption(const char* setting, int value)

@@ -10,8 +10,8 @@ namespace zn::kernel
 /// A command line that `QProcess::splitCommand` takes apart into exactly these words; none of them may be empty.
 QString joinCommand(const QStringList& words);
 
-/// The name of the file that the conversion of `input` makes, without folder and extension: the input's own name and a
-/// short hash of its absolute path, so that files of one name from two folders do not meet.
+/// The name of the file that the conversion of `input` makes, without folder and extension: the input's own name, cut
+/// when it is very long, and a short hash of its absolute path, so that files of one name from two folders do not meet.
 QString convertedName(const QString& input);
 
 /// What the words of an argument template stand for.

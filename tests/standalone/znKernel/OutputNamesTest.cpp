@@ -33,6 +33,20 @@ TEST_F(OutputNamesTest, TheFirstHasThePlainNameAndMarksItAsTaken)
     EXPECT_FALSE(QFileInfo::exists(named(QString())));
 }
 
+TEST_F(OutputNamesTest, VeryLongNamesLeaveRoomForMarksAndEndings)
+{
+    const auto nameOf = [](const QString& letter, int times) {
+        return convertedName(QStringLiteral("/cad/") + letter.repeated(times) + QStringLiteral(".stp"));
+    };
+    EXPECT_EQ(nameOf(QStringLiteral("n"), 150).size(), 161);
+    EXPECT_EQ(nameOf(QStringLiteral("n"), 251).size(), 161);
+    EXPECT_NE(nameOf(QStringLiteral("n"), 250), nameOf(QStringLiteral("n"), 251)) << "the hash tells them apart";
+    EXPECT_EQ(nameOf(QString::fromUtf8("壳"), 83).toUtf8().size(), 161);
+    EXPECT_EQ(nameOf(QString::fromUtf8("𝄞"), 62).toUtf8().size(), 148 + 11) << "no letter is cut in two";
+    const QString input = QStringLiteral("/cad/") + QStringLiteral("n").repeated(251) + QStringLiteral(".stp");
+    EXPECT_TRUE(QFileInfo::exists(takenSceneFile(input, m_folder.path()) + QStringLiteral(".tmp")));
+}
+
 TEST_F(OutputNamesTest, FurtherOnesAreCountedAndEachIsDifferent)
 {
     QSet<QString> names;
