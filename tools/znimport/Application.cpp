@@ -83,9 +83,7 @@ int Application::run()
     if (m_clusterFailed)
         return writeReport(failed);
     const int code = presentScene();
-    if (m_interrupt.requested())
-        return interrupted;
-    return writeReport(code);
+    return writeReport(m_interrupt.requested() ? interrupted : code);
 }
 
 int Application::presentScene()

@@ -6,9 +6,13 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -279,6 +283,29 @@ TEST_F(ZnimportTest, CtrlCEndsTheConverterWritesNothingAndGives130)
     EXPECT_EQ(process.exitCode(), 130);
     EXPECT_FALSE(QFile::exists(glb));
     EXPECT_NE(kill(child, 0), 0);
+}
+
+TEST_F(ZnimportTest, CtrlCWhileAPictureIsDrawnLeavesATrueReport)
+{
+    const QString glb = path(QStringLiteral("out.glb"));
+    const QString picture = path(QStringLiteral("out.png"));
+    const QString report = path(QStringLiteral("report.json"));
+    QProcess process;
+    process.start(QString::fromUtf8(ZNIMPORT),
+                  {plate(), QStringLiteral("-o"), glb, QStringLiteral("--snapshot"), picture, QStringLiteral("--size"),
+                   QStringLiteral("12000x5000"), QStringLiteral("--report"), report});
+    ASSERT_TRUE(process.waitForStarted());
+    for (int tries = 0; tries < 6000 && !QFile::exists(glb); ++tries)
+        QThread::msleep(5);
+    ASSERT_EQ(kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    ASSERT_EQ(process.exitCode(), 130) << process.readAllStandardError().toStdString();
+    EXPECT_FALSE(QFile::exists(picture));
+    QFile file(report);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QJsonObject told = QJsonDocument::fromJson(file.readAll()).object();
+    EXPECT_EQ(told[QStringLiteral("exitCode")].toInt(), 130);
+    EXPECT_EQ(told[QStringLiteral("outputs")].toArray().size(), 1) << "the scene was written before";
 }
 
 } // namespace
