@@ -83,6 +83,39 @@ void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
         line.settings.emplace_back(QStringLiteral("import.PLMXML.referencedFiles"), QStringLiteral("off"));
 }
 
+/// The options that mean the same for each file of a batch.
+constexpr const char* batchOptions[] = {"unit",    "up",     "attributes", "attribute-filter",
+                                        "keep",    "hide",   "show",       "material-assets",
+                                        "variant", "prefer", "set"};
+
+/// Gives a sentence when something does not go with a batch.
+std::optional<QString> readBatch(const QCommandLineParser& parser, CommandLine& line)
+{
+    line.batchFolder = parser.value(QStringLiteral("batch"));
+    if (line.batchFolder.isEmpty())
+        return std::nullopt;
+    if (!line.files.isEmpty())
+        return QStringLiteral("--batch imports a folder, and %1 is named beside it").arg(line.files.first());
+    if (!QFileInfo(line.batchFolder).isDir())
+        return QStringLiteral("--batch wants a folder, and there is none at '%1'").arg(line.batchFolder);
+    if (line.outputFile.isEmpty() || (QFileInfo::exists(line.outputFile) && !QFileInfo(line.outputFile).isDir()))
+        return QStringLiteral("--batch wants a folder for its GLB files: --output FOLDER");
+    if (!line.jobs.isNull() && line.jobs.toInt() < 1)
+        return QStringLiteral("--jobs wants a number from 1 on with --batch, not '%1'").arg(line.jobs);
+    for (const OptionRow& row : optionTable()) {
+        const QString name = text(row.name);
+        if (!parser.isSet(name) || name == QLatin1String("batch") || name == QLatin1String("output") ||
+            name == QLatin1String("jobs"))
+            continue;
+        if (std::find_if(std::begin(batchOptions), std::end(batchOptions),
+                         [&](const char* option) { return name == QLatin1String(option); }) == std::end(batchOptions))
+            return QStringLiteral("--%1 does not go with --batch").arg(name);
+        for (const QString& value : parser.values(name))
+            line.batchOptions << QStringLiteral("--%1=%2").arg(name, value);
+    }
+    return std::nullopt;
+}
+
 /// Gives a sentence when a value is wrong.
 std::optional<QString> readCluster(const QCommandLineParser& parser, CommandLine& line)
 {
@@ -117,7 +150,7 @@ std::optional<QString> readSettings(const QStringList& values, CommandLine& line
 /// What is missing or too much, once every option is known.
 std::optional<QString> complaint(const CommandLine& line)
 {
-    if (line.help || line.version || line.helpSettings || line.selfCheck)
+    if (line.help || line.version || line.helpSettings || line.selfCheck || !line.batchFolder.isEmpty())
         return std::nullopt;
     if (line.files.isEmpty())
         return QStringLiteral("no file to import");
@@ -135,6 +168,9 @@ const std::vector<OptionRow>& optionTable()
 {
     static const std::vector<OptionRow> table = {
         {"o", "output", "OUT", "Write the scene to this file: glTF binary (.glb) or scene file (.osb)."},
+        {nullptr, "batch", "FOLDER",
+         "Import each file of this folder and those below for itself and write a GLB file for each into the folder of "
+         "--output; begun again it goes on where it was interrupted."},
         {nullptr, "unit", "UNIT",
          "Length unit of a .glb file: mm, cm, m, in or ft. glTF asks for m, which is what it is without it."},
         {nullptr, "up", "AXIS",
@@ -218,6 +254,8 @@ CommandLineResult parseCommandLine(const QStringList& arguments)
     std::optional<QString> error = readSettings(parser.values(QStringLiteral("set")), line);
     if (!error)
         error = readCluster(parser, line);
+    if (!error)
+        error = readBatch(parser, line);
     if (!error)
         error = complaint(line);
     return {line, error};

@@ -1,5 +1,6 @@
 #include "standalone/session/SessionFolder.h"
 #include "tools/znimport/Application.h"
+#include "tools/znimport/Batch.h"
 #include "tools/znimport/SelfCheck.h"
 
 #include <QCoreApplication>
@@ -63,5 +64,7 @@ int main(int argc, char** argv)
     }
     if (parsed.commandLine.selfCheck)
         return znimport::selfCheck(parsed.commandLine);
+    if (!parsed.commandLine.batchFolder.isEmpty())
+        return znimport::Batch(parsed.commandLine).run();
     return znimport::Application(parsed.commandLine).run();
 }

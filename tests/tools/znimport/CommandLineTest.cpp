@@ -99,6 +99,30 @@ TEST(CommandLine, WrongUseIsToldInASentence)
     EXPECT_TRUE(parse({"a.obj", "-o"}).error);
 }
 
+TEST(CommandLine, ABatchHandsItsOptionsOn)
+{
+    const auto [line, error] = parse({"--batch", "/", "-o", "/tmp", "--unit", "mm", "--set", "a=b", "--set", "c=d"});
+    ASSERT_FALSE(error) << error->toStdString();
+    EXPECT_EQ(line.batchOptions,
+              QStringList({QStringLiteral("--unit=mm"), QStringLiteral("--set=a=b"), QStringLiteral("--set=c=d")}));
+}
+
+TEST(CommandLine, WhatDoesNotGoWithABatchIsRefused)
+{
+    EXPECT_EQ(parse({"--batch", "/none", "-o", "x"}).error,
+              QStringLiteral("--batch wants a folder, and there is none at '/none'"));
+    EXPECT_EQ(parse({"--batch", "/"}).error,
+              QStringLiteral("--batch wants a folder for its GLB files: --output FOLDER"));
+    EXPECT_EQ(parse({"--batch", "/", "-o", "/dev/null"}).error,
+              QStringLiteral("--batch wants a folder for its GLB files: --output FOLDER"));
+    EXPECT_EQ(parse({"--batch", "/", "-o", "/tmp", "a.stp"}).error,
+              QStringLiteral("--batch imports a folder, and a.stp is named beside it"));
+    EXPECT_EQ(parse({"--batch", "/", "-o", "/tmp", "--report", "r.json"}).error,
+              QStringLiteral("--report does not go with --batch"));
+    EXPECT_EQ(parse({"--batch", "/", "-o", "/tmp", "-j", "many"}).error,
+              QStringLiteral("--jobs wants a number from 1 on with --batch, not 'many'"));
+}
+
 TEST(CommandLine, QuestionsNeedNoFile)
 {
     EXPECT_FALSE(parse({"--help"}).error);
