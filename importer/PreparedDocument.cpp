@@ -99,6 +99,11 @@ QStringList PreparedDocument::remarks() const
         remark(Texts::tr("%1 occurrences speak of no place of the structure and are passed over, the first in line %2")
                    .arg(m_facts->unplacedCount)
                    .arg(m_facts->unplaced.front().line));
+    if (m_facts->repeatedCount > 0)
+        remark(Texts::tr("%1 occurrences speak of a place that an earlier one speaks of and are passed over, the first "
+                         "in line %2")
+                   .arg(m_facts->repeatedCount)
+                   .arg(m_facts->repeated.front().line));
     if (!m_facts->leftOutCounts.empty())
         remark(leftOutText(*m_facts));
     if (!m_facts->isNormalised)

@@ -24,8 +24,8 @@ struct StructureFile {
     int line = 0;      ///< of the element that names it first
 };
 
-/// An occurrence that speaks of no place of the structure, so that what it says is passed over.
-struct UnplacedOccurrence {
+/// An occurrence that is passed over, with all that it says.
+struct PassedOccurrence {
     QString id;   ///< may be empty
     QString path; ///< its instances, as they are written; may be empty
     int line = 0; ///< from 1
@@ -78,7 +78,9 @@ struct DocumentStructure {
     std::size_t danglingCount = 0;                     ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
     std::size_t unplacedCount = 0; ///< occurrences whose path leads to no place, or that nothing at the top leads to
-    std::vector<UnplacedOccurrence> unplaced;     ///< the first of them
+    std::vector<PassedOccurrence> unplaced;       ///< the first of them
+    std::size_t repeatedCount = 0; ///< occurrences of a graph that speak of a place that an earlier one speaks of
+    std::vector<PassedOccurrence> repeated;       ///< the first of them
     std::vector<StructureFile> files;             ///< that the parts are drawn from, each once
     std::map<QString, std::size_t> leftOutCounts; ///< representations that are shown nowhere, by the reason
     std::vector<LeftOutShape> leftOut;            ///< the first of them, in the order of the text

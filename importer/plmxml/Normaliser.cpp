@@ -1,11 +1,13 @@
 #include "importer/plmxml/Normaliser.h"
 
 #include "importer/plmxml/ElementTree.h"
+#include "importer/plmxml/FileFacts.h"
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/LeftOutShapes.h"
 #include "importer/plmxml/OccurrenceTree.h"
 #include "importer/plmxml/Overrides.h"
 #include "importer/plmxml/Reading.h"
+#include "importer/plmxml/StructureFault.h"
 #include "importer/plmxml/SubsetFit.h"
 #include "importer/plmxml/SubsetWriter.h"
 #include "importer/plmxml/Survey.h"
@@ -73,10 +75,12 @@ public:
         if (fits)
             dropEmptyTypes(m_reading, m_result.structure);
         noteLeftOutShapes(m_reading, m_result.structure, !fits);
-        surveyPlaces(m_result.structure, m_files, m_result.facts);
+        const std::optional<StructureFault> fault = surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
         if (m_result.facts.roots == 0)
-            refuse(isWhole);
+            refuse(whyWithoutPlace(isWhole));
+        else if (fault)
+            refuse(describe(*fault, m_index, m_result.structure));
         else if (!fits)
             write();
         tellFindings();
@@ -166,16 +170,19 @@ private:
         return fitsLoader(m_reading, m_file, m_view, overrides.finish(), m_result.structure);
     }
 
-    void refuse(bool isWhole)
+    void refuse(const QString& reason)
     {
         m_result.way = NormalisedDocument::Way::Refuse;
+        m_result.reason = reason;
+    }
+
+    QString whyWithoutPlace(bool isWhole) const
+    {
         if (!isWhole)
-            m_result.reason = Texts::tr("the document has no element \"%1\" that a structure begins with")
-                                  .arg(m_options.root.left(longestShownId));
-        else
-            m_result.reason =
-                Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
-                          "top of a product structure");
+            return Texts::tr("the document has no element \"%1\" that a structure begins with")
+                .arg(m_options.root.left(longestShownId));
+        return Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
+                         "top of a product structure");
     }
 
     void write()
@@ -200,56 +207,10 @@ private:
         facts.danglingCount = m_references.danglingCount();
         facts.dangling = m_references.dangling();
         for (const ShapeFile& file : m_files.files()) {
-            facts.files.push_back(told(file));
+            facts.files.push_back(toldOf(file));
             if (!file.isThere())
-                m_result.asked.insert(file.found.path, askedText(file));
+                m_result.asked.insert(file.found.path, askedTextOf(file));
         }
-    }
-
-    static QString askedText(const ShapeFile& file)
-    {
-        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.withId(file.written));
-        return file.found.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
-    }
-
-    static zn::StructureFile told(const ShapeFile& file)
-    {
-        zn::StructureFile told{
-            file.withId(file.written), file.withId(file.path), file.format, {}, {}, double(file.places), {}, file.line};
-        if (file.isThere())
-            told.found = file.withId(file.found.path);
-        if (file.isThere() && file.found.by != FoundBy::Location)
-            told.foundBy = textOf(file.found.by);
-        if (file.places == 0)
-            told.whyNot = whyNot(file);
-        return told;
-    }
-
-    static QString textOf(FoundBy by)
-    {
-        switch (by) {
-        case FoundBy::LetterCase:
-            return QStringLiteral("letter case");
-        case FoundBy::BesideIt:
-            return QStringLiteral("beside the document");
-        case FoundBy::InItsFolder:
-            return QStringLiteral("in the document's folder");
-        case FoundBy::SearchPath:
-            return QStringLiteral("search path");
-        case FoundBy::Nowhere:
-        case FoundBy::Location:
-            break;
-        }
-        return {};
-    }
-
-    static QString whyNot(const ShapeFile& file)
-    {
-        if (file.isOfEmptyType)
-            return QStringLiteral("type without geometry");
-        if (file.rank >= FileFormats::OtherConverter)
-            return QStringLiteral("no reader");
-        return file.isThere() ? QStringLiteral("another file was taken") : QStringLiteral("missing");
     }
 
     const QString& m_file;

@@ -83,7 +83,7 @@ private:
         return std::none_of(all.begin(), all.end(),
                             [this](const pugi::xml_node& occurrence) {
                                 for (const char* attribute :
-                                     {"visible", "instancedRef", "partRef", "parentRef", "representationRefs"})
+                                     {"visible", "instancedRef", "partRef", "parentRef", "representationRefs", "pathRefs"})
                                     if (occurrence.attribute(attribute))
                                         return true;
                                 return bool(childOf(m_reading, occurrence, "PropertyGroup"));

@@ -29,10 +29,10 @@ QJsonObject jsonOf(const zn::StructureFile& file)
     return json;
 }
 
-QJsonArray unplacedReport(const std::vector<zn::UnplacedOccurrence>& occurrences)
+QJsonArray passedReport(const std::vector<zn::PassedOccurrence>& occurrences)
 {
     QJsonArray list;
-    for (const zn::UnplacedOccurrence& occurrence : occurrences)
+    for (const zn::PassedOccurrence& occurrence : occurrences)
         list.append(QJsonObject{{QStringLiteral("line"), occurrence.line},
                                 {QStringLiteral("id"), occurrence.id},
                                 {QStringLiteral("instanceRefs"), occurrence.path}});
@@ -104,7 +104,9 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
             {QStringLiteral("conditionsNotEvaluated"), number(document.conditions)},
             {QStringLiteral("occurrencesClaimedTwice"), number(document.placedTwice)},
             {QStringLiteral("occurrencesWithoutPlace"), number(document.unplacedCount)},
-            {QStringLiteral("withoutPlace"), unplacedReport(document.unplaced)},
+            {QStringLiteral("withoutPlace"), passedReport(document.unplaced)},
+            {QStringLiteral("occurrencesRepeated"), number(document.repeatedCount)},
+            {QStringLiteral("repeated"), passedReport(document.repeated)},
             {QStringLiteral("badTransforms"), number(document.badTransforms)},
             {QStringLiteral("badMaterialNumbers"), number(document.badMaterialNumbers)},
             {QStringLiteral("languages"), QJsonArray::fromStringList(document.languages)},

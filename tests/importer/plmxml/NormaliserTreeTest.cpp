@@ -191,12 +191,6 @@ TEST_F(NormaliserTreeTest, WhatIsNoDocumentIsLeftToTheLoader)
     EXPECT_FALSE(m_result.isRead);
 }
 
-TEST_F(NormaliserTreeTest, AStructureThatContainsItselfIsCut)
-{
-    normalise(graph("<Instance id='a' name='A' partRef='#p'/>", "<Part id='p' instanceRefs='a'/>"));
-    EXPECT_TRUE(m_result.facts.isCut);
-}
-
 TEST_F(NormaliserTreeTest, NamesComeFromTheNearestThatHasOne)
 {
     normalise(occurrenceTree("<Occurrence/>"));
