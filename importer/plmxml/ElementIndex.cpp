@@ -60,6 +60,7 @@ const IdTable& ElementIndex::tableOf(ElementKind kind) const
     if (table)
         return *table;
     table.emplace();
+    table->elements.reserve(all(kind).size());
     for (const pugi::xml_node& element : all(kind)) {
         const std::string_view id = element.attribute("id").value();
         if (!id.empty() && !table->elements.emplace(id, element).second)

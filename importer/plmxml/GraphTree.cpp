@@ -70,6 +70,10 @@ std::string nameOfRevision(const Reading& reading, const pugi::xml_node& revisio
 
 void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
 {
+    const std::size_t most = m_reading.index.all(ElementKind::Instance).size();
+    m_structure.placements.reserve(most);
+    m_instances.reserve(most);
+    m_placements.reserve(most);
     for (const pugi::xml_node& graph : graphs)
         addRoots(graph);
     finish();
@@ -107,6 +111,7 @@ void GraphTree::addElement(const pugi::xml_node& element)
         break;
     }
     finish();
+    readTransforms();
 }
 
 void GraphTree::addFlat()
@@ -122,6 +127,7 @@ void GraphTree::addFlat()
             roots.push_back(placePart(part));
     m_structure.graphs.push_back(std::move(roots));
     finish();
+    readTransforms();
 }
 
 std::uint32_t GraphTree::placementOf(const pugi::xml_node& instance) const
@@ -140,12 +146,19 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.part = partAt(instance);
     const std::string partName = placement.part == Nothing ? std::string() : m_structure.parts[placement.part].name;
     placement.name = firstText({nameOf(m_reading, instance), partName, placement.id});
-    placement.placed = transformOf(m_reading, instance).value_or(Identity4);
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
     placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
     m_structure.placements.push_back(std::move(placement));
+    m_instances.push_back(instance);
     return entry->second;
+}
+
+void GraphTree::readTransforms()
+{
+    for (; m_read < m_instances.size(); ++m_read)
+        if (const pugi::xml_node instance = m_instances[m_read])
+            m_structure.placements[m_read].placed = transformOf(m_reading, instance).value_or(Identity4);
 }
 
 /// That of the part is nearer to what is drawn than that of the instance.
@@ -165,6 +178,7 @@ std::uint32_t GraphTree::placePart(const pugi::xml_node& part)
     placement.material = m_materials.of(part);
     placement.hasNode = false;
     m_structure.placements.push_back(std::move(placement));
+    m_instances.emplace_back();
     return sizeOf(m_structure.placements.size() - 1);
 }
 

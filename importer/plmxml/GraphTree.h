@@ -28,6 +28,9 @@ public:
     /// instance places.
     void addFlat();
 
+    /// Reads the transforms of all placements, once. Before that they stand at their origins: a document that is left
+    /// as it is needs none.
+    void readTransforms();
     /// The placement of an instance; Nothing for one that was not reached.
     std::uint32_t placementOf(const pugi::xml_node& instance) const;
     /// The part that an attribute of an occurrence puts in place of that of `placement`, a view, a revision or an
@@ -53,6 +56,8 @@ private:
     Structure& m_structure;
     MaterialTable m_materials;
     std::unordered_map<std::size_t, std::uint32_t> m_placements; ///< by element
+    std::vector<pugi::xml_node> m_instances;                     ///< of the placements; null for parts at the top
+    std::size_t m_read = 0;                                      ///< of their transforms
     std::unordered_map<std::size_t, std::uint32_t> m_parts;      ///< by element
     std::vector<pugi::xml_node> m_elements;                      ///< of the parts: views and revisions
     std::unordered_map<std::size_t, pugi::xml_node> m_views;     ///< by revision; made when the first is asked for

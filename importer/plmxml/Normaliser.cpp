@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace importer::plmxml
 {
@@ -77,6 +78,9 @@ public:
         noteLeftOutShapes(m_reading, m_result.structure, !fits);
         const std::optional<StructureFault> fault = surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
+        m_result.hasAllFacts = m_options.wantsFacts || !fits || m_result.facts.shapePlaces == 0 || fault;
+        if (m_result.hasAllFacts)
+            noteTheRest();
         if (m_result.facts.roots == 0)
             refuse(whyWithoutPlace(isWhole));
         else if (fault)
@@ -111,11 +115,18 @@ private:
         facts.instances = m_index.all(ElementKind::Instance).size();
         facts.userValues = m_index.userValues();
         facts.materials = m_index.all(ElementKind::Material).size();
-        facts.duplicateIds = m_index.duplicateIds();
         facts.conditions = m_index.conditions();
-        facts.languages = languagesOf(m_index);
         for (const pugi::xml_node& definition : m_index.all(ElementKind::ProductDef))
             facts.hasNoUnits = facts.hasNoUnits || isTrue(userValueOf(m_reading, definition, "__TC-VIS_NO_UNITS"));
+    }
+
+    /// What takes time and changes nothing for a document that is left as it is.
+    void noteTheRest()
+    {
+        m_result.facts.duplicateIds = m_index.duplicateIds();
+        m_result.facts.languages = languagesOf(m_index);
+        if (m_graph)
+            m_graph->readTransforms();
     }
 
     /// Whether a root of a graph is there.
@@ -160,10 +171,10 @@ private:
     bool buildGraph(const Occurrences& occurrences)
     {
         m_result.facts.treeFrom = QStringLiteral("instance graph");
-        GraphTree graph(m_reading, m_result.structure);
-        graph.addGraphs(m_index.all(ElementKind::InstanceGraph));
+        m_graph.emplace(m_reading, m_result.structure);
+        m_graph->addGraphs(m_index.all(ElementKind::InstanceGraph));
         m_result.facts.parts = m_result.structure.parts.size();
-        Overrides overrides(m_reading, graph, m_result.structure);
+        Overrides overrides(m_reading, *m_graph, m_result.structure);
         overrides.add(occurrences);
         if (m_view)
             overrides.add(Occurrences(m_reading, occurrencesOf(m_reading, {})));
@@ -224,6 +235,7 @@ private:
     NormalisedDocument& m_result;
     Reading m_reading;
     pugi::xml_node m_view;
+    std::optional<GraphTree> m_graph; ///< where the structure is that of the graphs
 };
 
 } // namespace

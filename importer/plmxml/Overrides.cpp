@@ -81,6 +81,12 @@ std::vector<ShapePiece> Overrides::ownShapeOf(const pugi::xml_node& occurrence, 
 
 Overrides::Outcome Overrides::finish()
 {
+    const auto needsTransforms = [](const StructureOverride& each) {
+        return each.isMoved || each.part != Nothing || !each.pieces.empty();
+    };
+    if (std::any_of(m_structure.overrides.begin(), m_structure.overrides.end(), needsTransforms))
+        m_graph.readTransforms();
+    m_outcome.hasCompletedPaths = m_paths.hasCompleted();
     m_outcome.areAccumulated = areAccumulated();
     if (m_outcome.areAccumulated)
         makeLocal();

@@ -37,6 +37,15 @@ TEST_F(OccurrencePathsTest, APathMayBeginWithAnOccurrence)
     EXPECT_THAT(places(), ElementsAre("A 0 0 0", "B 0 0 0", "X 0 0 0"));
 }
 
+TEST_F(OccurrencePathsTest, WhatIsCompletedByTheOccurrenceAboveIsWrittenOut)
+{
+    normaliseGraph("<Occurrence instanceRefs='#a' occurrenceRefs='x'/><Occurrence id='x' instanceRefs='#b' "
+                   "materialRef='m'/>");
+    EXPECT_EQ(m_result.way, Way::AsText) << "the loader takes paths from the root only";
+    normaliseGraph("<Occurrence instanceRefs='#a' occurrenceRefs='x'/><Occurrence id='x' instanceRefs='#a #b'/>");
+    EXPECT_EQ(m_result.way, Way::AsItStands);
+}
+
 TEST_F(OccurrencePathsTest, APathMayHaveOccurrencesOfAPartWithin)
 {
     normaliseGraph("<Occurrence pathRefs='#a #inner' name='X'/>\n<Occurrence id='inner' instanceRefs='#b #c'/>");
