@@ -106,6 +106,10 @@ QStringList PreparedDocument::remarks() const
                    .arg(m_facts->repeated.front().line));
     if (!m_facts->leftOutCounts.empty())
         remark(leftOutText(*m_facts));
+    if (m_facts->internalShapes > 0)
+        remark(Texts::tr("%1 shapes inside the document are not read").arg(m_facts->internalShapes));
+    if (m_facts->isSelection)
+        remark(Texts::tr("the view is a choice among the places of the graph; all of them are shown"));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)

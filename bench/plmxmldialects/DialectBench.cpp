@@ -86,14 +86,22 @@ void untouchedDocument(benchmark::State& state, const DialectDocuments::Sayings&
 }
 
 BENCHMARK(exportAgainstPlain)->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
-BENCHMARK_CAPTURE(untouchedDocument, plain, {})
-    ->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+BENCHMARK_CAPTURE(untouchedDocument, plain, {})->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
 BENCHMARK_CAPTURE(untouchedDocument, userData, {true, false})
-    ->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+    ->Arg(100000)
+    ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kSecond);
 BENCHMARK_CAPTURE(untouchedDocument, occurrences, {false, true})
-    ->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+    ->Arg(100000)
+    ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kSecond);
 BENCHMARK_CAPTURE(untouchedDocument, both, {true, true})
-    ->Arg(100000)->Iterations(1)->UseManualTime()->Unit(benchmark::kSecond);
+    ->Arg(100000)
+    ->Iterations(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kSecond);
 
 } // namespace
 

@@ -67,10 +67,10 @@ std::string DialectDocuments::exported() const
 std::string DialectDocuments::fitting(const Sayings& says) const
 {
     const int groups = places / (Leaves + 1);
-    const std::string values =
-        says.hasUserData ? inTag("UserData", "type='note'",
-                                 "<UserValue title='Mass' value='2.5'/><UserValue title='Maker' value='us'/>")
-                         : std::string();
+    const std::string values = says.hasUserData
+                                   ? inTag("UserData", "type='note'",
+                                           "<UserValue title='Mass' value='2.5'/><UserValue title='Maker' value='us'/>")
+                                   : std::string();
     std::string instances = "<ProductInstance id='o' name='Top' partRef='#v'/>\n";
     std::string parts = "<ProductRevisionView id='v' name='Top' instanceRefs='" + ids("g", groups) + "'/>\n";
     std::string moved;
@@ -85,7 +85,8 @@ std::string DialectDocuments::fitting(const Sayings& says) const
                                    std::to_string(i) + "'",
                                values + at(0, 0.5 * i));
         for (int i = 0; says.hasOccurrences && i < Leaves; i += 10)
-            moved += inTag("Occurrence", "instanceRefs='o g" + n + " " + leaf + std::to_string(i) + "'", at(1, 0.5 * i));
+            moved +=
+                inTag("Occurrence", "instanceRefs='o g" + n + " " + leaf + std::to_string(i) + "'", at(1, 0.5 * i));
     }
     for (int i = 0; i < Leaves; ++i) {
         const std::string n = std::to_string(i);

@@ -35,6 +35,8 @@ QString whyNot(const ShapeFile& file)
 {
     if (file.isOfEmptyType)
         return QStringLiteral("type without geometry");
+    if (file.isOfAssembly)
+        return QStringLiteral("its part consists of others");
     if (file.rank >= FileFormats::OtherConverter)
         return QStringLiteral("no reader");
     return file.isThere() ? QStringLiteral("another file was taken") : QStringLiteral("missing");

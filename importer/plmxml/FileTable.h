@@ -28,6 +28,7 @@ struct ShapeFile {
     double places = 0;          ///< where it is shown
     QString standIn;            ///< to be read instead of it; may be empty
     bool isOfEmptyType = false; ///< named by a part that nothing is shown of
+    bool isOfAssembly = false;  ///< named by an assembly whose parts are shown instead
 
     /// The path that the import has to read.
     const QString& toRead() const { return standIn.isEmpty() ? found.path : standIn; }

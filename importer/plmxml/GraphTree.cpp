@@ -4,6 +4,7 @@
 #include "importer/plmxml/UserTexts.h"
 
 #include <unordered_set>
+#include <utility>
 
 namespace importer::plmxml
 {
@@ -72,7 +73,7 @@ void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
 {
     const std::size_t most = m_reading.index.all(ElementKind::Instance).size();
     m_structure.placements.reserve(most);
-    m_instances.reserve(most);
+    m_unread.reserve(most);
     m_placements.reserve(most);
     for (const pugi::xml_node& graph : graphs)
         addRoots(graph);
@@ -150,15 +151,20 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
     m_structure.placements.push_back(std::move(placement));
-    m_instances.push_back(instance);
+    m_unread.push_back(instance);
     return entry->second;
+}
+
+void GraphTree::readTransform(std::uint32_t placement)
+{
+    if (const pugi::xml_node instance = std::exchange(m_unread[placement], {}))
+        m_structure.placements[placement].placed = transformOf(m_reading, instance).value_or(Identity4);
 }
 
 void GraphTree::readTransforms()
 {
-    for (; m_read < m_instances.size(); ++m_read)
-        if (const pugi::xml_node instance = m_instances[m_read])
-            m_structure.placements[m_read].placed = transformOf(m_reading, instance).value_or(Identity4);
+    for (std::size_t i = 0; i < m_unread.size(); ++i)
+        readTransform(sizeOf(i));
 }
 
 /// That of the part is nearer to what is drawn than that of the instance.
@@ -178,7 +184,7 @@ std::uint32_t GraphTree::placePart(const pugi::xml_node& part)
     placement.material = m_materials.of(part);
     placement.hasNode = false;
     m_structure.placements.push_back(std::move(placement));
-    m_instances.emplace_back();
+    m_unread.emplace_back();
     return sizeOf(m_structure.placements.size() - 1);
 }
 
@@ -273,8 +279,7 @@ void GraphTree::fill(std::uint32_t part, const pugi::xml_node& element)
     const bool isView = kindOfName(m_reading.document.nameOf(element)) == ElementKind::Part;
     const pugi::xml_node view = isView ? element : pugi::xml_node();
     const pugi::xml_node revision = isView ? otherOf(m_reading, element, "revisionRef") : element;
-    std::vector<ShapePiece> pieces =
-        chooseShape(m_reading, {{}, view, revision, {}, {}, m_structure.parts[part].name});
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {{}, view, revision, {}, {}, m_structure.parts[part].name});
     StructurePart& made = m_structure.parts[part];
     // What cannot be read is named where it is the only thing that there is.
     const bool isNative = !pieces.empty() && m_reading.files[pieces.front().file].rank >= FileFormats::OtherConverter;

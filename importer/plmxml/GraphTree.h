@@ -28,8 +28,10 @@ public:
     /// instance places.
     void addFlat();
 
-    /// Reads the transforms of all placements, once. Before that they stand at their origins: a document that is left
-    /// as it is needs none.
+    /// Reads the transform of a placement, once. Before that it stands at its origin: a document that is left as it is
+    /// needs few of them.
+    void readTransform(std::uint32_t placement);
+    /// Those of all placements that are not read yet.
     void readTransforms();
     /// The placement of an instance; Nothing for one that was not reached.
     std::uint32_t placementOf(const pugi::xml_node& instance) const;
@@ -56,8 +58,7 @@ private:
     Structure& m_structure;
     MaterialTable m_materials;
     std::unordered_map<std::size_t, std::uint32_t> m_placements; ///< by element
-    std::vector<pugi::xml_node> m_instances;                     ///< of the placements; null for parts at the top
-    std::size_t m_read = 0;                                      ///< of their transforms
+    std::vector<pugi::xml_node> m_unread;                        ///< instances of placements without their transform
     std::unordered_map<std::size_t, std::uint32_t> m_parts;      ///< by element
     std::vector<pugi::xml_node> m_elements;                      ///< of the parts: views and revisions
     std::unordered_map<std::size_t, pugi::xml_node> m_views;     ///< by revision; made when the first is asked for

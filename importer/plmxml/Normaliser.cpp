@@ -95,8 +95,8 @@ private:
     bool isPlain()
     {
         const auto& graphs = m_index.all(ElementKind::InstanceGraph);
-        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1 ||
-            hasEmptyTypes(m_reading))
+        if (m_index.userValues() > 0 || m_index.internalShapes() > 0 || !m_index.all(ElementKind::Occurrence).empty() ||
+            graphs.size() != 1 || hasEmptyTypes(m_reading))
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
         const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, ownIdOf(roots.front())) ||
@@ -116,6 +116,7 @@ private:
         facts.userValues = m_index.userValues();
         facts.materials = m_index.all(ElementKind::Material).size();
         facts.conditions = m_index.conditions();
+        facts.internalShapes = m_index.internalShapes();
         for (const pugi::xml_node& definition : m_index.all(ElementKind::ProductDef))
             facts.hasNoUnits = facts.hasNoUnits || isTrue(userValueOf(m_reading, definition, "__TC-VIS_NO_UNITS"));
     }
@@ -171,6 +172,7 @@ private:
     bool buildGraph(const Occurrences& occurrences)
     {
         m_result.facts.treeFrom = QStringLiteral("instance graph");
+        m_result.facts.isSelection = m_view.attribute("definition").value() == std::string_view("select");
         m_graph.emplace(m_reading, m_result.structure);
         m_graph->addGraphs(m_index.all(ElementKind::InstanceGraph));
         m_result.facts.parts = m_result.structure.parts.size();

@@ -89,7 +89,8 @@ bool OccurrencePaths::append(const pugi::xml_node& occurrence, bool isWhole, int
 {
     const bool hasInstances = occurrence.attribute("instanceRefs").value()[0] != 0;
     bool isSkipped = !isWhole && beginOfPath(m_reading, occurrence);
-    for (const std::string_view word : wordsOf(occurrence.attribute(hasInstances ? "instanceRefs" : "pathRefs").value())) {
+    for (const std::string_view word :
+         wordsOf(occurrence.attribute(hasInstances ? "instanceRefs" : "pathRefs").value())) {
         const std::string_view id = ownIdOf(word);
         const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, id);
         const pugi::xml_node other =

@@ -239,8 +239,7 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
         return;
     }
     const std::string name = partNameOf(origin, m_structure.placements[placement].name);
-    std::vector<ShapePiece> pieces =
-        chooseShape(m_reading, {occurrence, origin.view, origin.revision, {}, set, name});
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {occurrence, origin.view, origin.revision, {}, set, name});
     // What is attached to an occurrence is its own.
     if (hasAttachments && !isReadable(m_reading, pieces)) {
         pieces = chooseShape(m_reading, {occurrence, origin.view, origin.revision, occurrence, set, name});
@@ -275,8 +274,11 @@ void OccurrenceTree::dropShapesOfAssemblies()
         bool isAbove = false;
         for (const std::uint32_t child : part.placements)
             isAbove = isAbove || hasShape[child];
-        if (isAbove)
+        if (isAbove) {
+            for (const ShapePiece& piece : part.pieces)
+                m_reading.files[piece.file].isOfAssembly = true;
             part.pieces.clear();
+        }
         hasShape[i] = isAbove || !part.pieces.empty();
     }
 }

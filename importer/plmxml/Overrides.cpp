@@ -81,11 +81,7 @@ std::vector<ShapePiece> Overrides::ownShapeOf(const pugi::xml_node& occurrence, 
 
 Overrides::Outcome Overrides::finish()
 {
-    const auto needsTransforms = [](const StructureOverride& each) {
-        return each.isMoved || each.part != Nothing || !each.pieces.empty();
-    };
-    if (std::any_of(m_structure.overrides.begin(), m_structure.overrides.end(), needsTransforms))
-        m_graph.readTransforms();
+    readTransforms();
     m_outcome.hasCompletedPaths = m_paths.hasCompleted();
     m_outcome.areAccumulated = areAccumulated();
     if (m_outcome.areAccumulated)
@@ -93,6 +89,17 @@ Overrides::Outcome Overrides::finish()
     if (!separateOwnShapes(m_structure))
         m_reading.facts.isCut = true;
     return m_outcome;
+}
+
+/// Those that the others are compared with; all where places are copied.
+void Overrides::readTransforms()
+{
+    for (const StructureOverride& each : m_structure.overrides)
+        if (each.part != Nothing || !each.pieces.empty())
+            return m_graph.readTransforms();
+    for (const StructureOverride& each : m_structure.overrides)
+        for (std::size_t i = 0; each.isMoved && i < each.path.size(); ++i)
+            m_graph.readTransform(each.path[i]);
 }
 
 /// The product of what the placements say by themselves.

@@ -37,6 +37,7 @@ private:
     std::uint32_t otherPart(const pugi::xml_node& occurrence, std::uint32_t placement);
     void addOverride(const pugi::xml_node& occurrence, const Path& path);
     std::vector<ShapePiece> ownShapeOf(const pugi::xml_node& occurrence, std::uint32_t part, std::uint32_t placement);
+    void readTransforms();
     bool areAccumulated() const;
     void makeLocal();
     Matrix4 worldOf(const Path& path) const;

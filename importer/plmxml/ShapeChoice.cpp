@@ -41,8 +41,8 @@ public:
     Pieces choose()
     {
         Pieces first;
-        for (const auto add : {&Chooser::addOwn, &Chooser::addRepresentations, &Chooser::addDataSets,
-                               &Chooser::addAttachments}) {
+        for (const auto add :
+             {&Chooser::addOwn, &Chooser::addRepresentations, &Chooser::addDataSets, &Chooser::addAttachments}) {
             m_alternatives.clear();
             (this->*add)();
             Pieces pieces = best();
@@ -147,7 +147,8 @@ private:
     std::array<int, 4> worthOf(const Alternative& one) const
     {
         const bool isOfSet = one.isOfReferenceSet || isOfReferenceSet(one.pieces);
-        return {isReadable(m_reading, one.pieces) ? 0 : 1, one.isDesign ? 0 : 1, rankOf(m_reading, one.pieces), isOfSet ? 0 : 1};
+        return {isReadable(m_reading, one.pieces) ? 0 : 1, one.isDesign ? 0 : 1, rankOf(m_reading, one.pieces),
+                isOfSet ? 0 : 1};
     }
 
     Pieces best() const

@@ -44,10 +44,10 @@ QString countText(double places)
 QString describe(const StructureFault& fault, const ElementIndex& index, const Structure& structure)
 {
     const pugi::xml_node element = elementOf(index, structure.placements[fault.placement]);
-    const QString where = Texts::tr("%1 \"%2\" in line %3")
-                              .arg(shownText(index.document().nameOf(element)),
-                                   shownText(element.attribute("id").value()))
-                              .arg(index.document().lineOf(element));
+    const QString where =
+        Texts::tr("%1 \"%2\" in line %3")
+            .arg(shownText(index.document().nameOf(element)), shownText(element.attribute("id").value()))
+            .arg(index.document().lineOf(element));
     switch (fault.kind) {
     case StructureFault::Kind::Ring:
         return Texts::tr("the structure contains itself: %1 leads back to a part that is around it").arg(where);

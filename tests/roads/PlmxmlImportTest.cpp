@@ -137,12 +137,13 @@ TEST_F(PlmxmlImportTest, ADocumentWhoseAssemblyHasNoEndFailsWithTheElementAndThe
 {
     const QString file =
         write(QStringLiteral("car.plmxml"), "<PLMXML><ProductDef><InstanceGraph rootRefs='i'><Instance id='i' "
-                                            "partRef='p'/></InstanceGraph><Part id='p' name='P' instanceRefs='i'/>"
-                                            "</ProductDef></PLMXML>");
+                                            "partRef='p'/></InstanceGraph><Part id='p' name='P' instanceRefs='i'>"
+                                            "<Representation format='JT' location='a.jt'/></Part></ProductDef>"
+                                            "</PLMXML>");
     const zn::ImportResult result = import(file);
     EXPECT_EQ(result.state, JobFailed);
     EXPECT_EQ(result.error.toStdString(), (file + QStringLiteral(": the structure contains itself: Instance \"i\" in "
-                                                                "line 1 leads back to a part that is around it"))
+                                                                 "line 1 leads back to a part that is around it"))
                                               .toStdString());
     EXPECT_TRUE(result.messages.join(QLatin1Char(' ')).contains(QStringLiteral("refers to itself")));
 }
@@ -312,7 +313,7 @@ TEST_F(PlmxmlImportTest, AnExportThatContainsItselfFailsByItsOwnName)
     const zn::ImportResult result = import(file);
     EXPECT_EQ(result.state, JobFailed);
     EXPECT_EQ(result.error.toStdString(), (file + QStringLiteral(": the structure contains itself: Instance \"i\" in "
-                                                                "line 1 leads back to a part that is around it"))
+                                                                 "line 1 leads back to a part that is around it"))
                                               .toStdString());
 }
 

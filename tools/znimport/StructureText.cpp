@@ -102,6 +102,8 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
             {QStringLiteral("userValues"), number(document.userValues)},
             {QStringLiteral("duplicateIds"), number(document.duplicateIds)},
             {QStringLiteral("conditionsNotEvaluated"), number(document.conditions)},
+            {QStringLiteral("shapesInside"), number(document.internalShapes)},
+            {QStringLiteral("viewIsChoice"), document.isSelection},
             {QStringLiteral("occurrencesClaimedTwice"), number(document.placedTwice)},
             {QStringLiteral("occurrencesWithoutPlace"), number(document.unplacedCount)},
             {QStringLiteral("withoutPlace"), passedReport(document.unplaced)},

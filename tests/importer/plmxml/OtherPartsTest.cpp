@@ -59,7 +59,8 @@ protected:
 
 TEST_F(OtherPartsTest, APartStandsInsteadOfThatOfTheInstance)
 {
-    for (const char* attribute : {"partRef='#spare'", "partRef='spare'", "instancedRef='#spare'", "instancedRef='#t'"}) {
+    for (const char* attribute :
+         {"partRef='#spare'", "partRef='spare'", "instancedRef='#spare'", "instancedRef='#t'"}) {
         normaliseGraph(std::string("<Occurrence instanceRefs='#c #r #a' ") + attribute + "/>");
         EXPECT_EQ(m_result.way, Way::AsText);
         EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Spare spare.jt")) << attribute;
@@ -68,7 +69,8 @@ TEST_F(OtherPartsTest, APartStandsInsteadOfThatOfTheInstance)
 
 TEST_F(OtherPartsTest, ThePartOrItsRevisionOrItemIsNoOther)
 {
-    for (const char* attribute : {"partRef='#wheel'", "instancedRef='#wheel'", "instancedRef='#w'", "instancedRef='#i'"}) {
+    for (const char* attribute :
+         {"partRef='#wheel'", "instancedRef='#wheel'", "instancedRef='#w'", "instancedRef='#i'"}) {
         normaliseGraph(std::string("<Occurrence instanceRefs='#c #r #a' ") + attribute + "/>");
         EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Wheel wheel.jt")) << attribute;
         EXPECT_EQ(m_result.structure.placements.size(), 4u) << "nothing is written twice";

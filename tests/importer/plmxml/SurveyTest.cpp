@@ -46,11 +46,8 @@ protected:
                 if (place.override && place.override->visibility != Visibility::AsAbove)
                     own = place.override->visibility;
                 above.resize(place.depth);
-                above.push_back(own != Visibility::AsAbove ? own
-                                : place.depth > 0          ? above.back()
-                                                           : Visibility::Shown);
-                const bool isLeaf =
-                    placement.part == Nothing || structure.parts[placement.part].placements.empty();
+                above.push_back(own != Visibility::AsAbove ? own : place.depth > 0 ? above.back() : Visibility::Shown);
+                const bool isLeaf = placement.part == Nothing || structure.parts[placement.part].placements.empty();
                 hidden += isLeaf && above.back() == Visibility::Hidden ? 1 : 0;
                 return true;
             },
