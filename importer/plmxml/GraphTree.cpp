@@ -141,16 +141,19 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     const auto [entry, isNew] = m_placements.emplace(instance.hash_value(), sizeOf(m_structure.placements.size()));
     if (!isNew)
         return entry->second;
-    StructurePlacement placement;
+    // There may be very many.
+    StructurePlacement& placement = m_structure.placements.emplace_back();
     placement.id = textOf(instance, "id");
     placement.element = instance.hash_value();
     placement.part = partAt(instance);
-    const std::string partName = placement.part == Nothing ? std::string() : m_structure.parts[placement.part].name;
-    placement.name = firstText({nameOf(m_reading, instance), partName, placement.id});
+    placement.name = nameOf(m_reading, instance);
+    if (placement.name.empty() && placement.part != Nothing)
+        placement.name = m_structure.parts[placement.part].name;
+    if (placement.name.empty())
+        placement.name = placement.id;
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
     placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
-    m_structure.placements.push_back(std::move(placement));
     m_unread.push_back(instance);
     return entry->second;
 }
