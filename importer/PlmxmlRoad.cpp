@@ -186,8 +186,8 @@ void PlmxmlRoad::loaded(const PartImports& parts)
     m_optimization.start(m_queue, m_document->nameForJobs(), m_result.node, request().recordsSteps);
 }
 
-/// Of a document that goes to the loader unseen the structure is looked at once it turned out to be over the limits; the
-/// log tells them only by a path.
+/// Of a document that goes to the loader unseen the structure is looked at once it turned out to be over the limits;
+/// the log tells them only by a path.
 QString PlmxmlRoad::whyWithoutTree(const znPLMXMLLoaderJob& job)
 {
     if (!job.getErrorText().isEmpty())

@@ -9,8 +9,8 @@
 namespace importer::plmxml
 {
 
-/// Which occurrence stands below which: by the lists of the upper ones, by standing in one another, by the references of
-/// the lower ones, and by paths that lead over an upper one.
+/// Which occurrence stands below which: by the lists of the upper ones, by standing in one another, by the references
+/// of the lower ones, and by paths that lead over an upper one.
 class Occurrences
 {
 public:

@@ -8,10 +8,10 @@ using testing::IsEmpty;
 namespace
 {
 
-class OtherPartsTest : public NormaliserTest
+class OverridesTest : public NormaliserTest
 {
 protected:
-    OtherPartsTest()
+    OverridesTest()
     {
         for (const char* name : {"wheel.jt", "spare.jt", "data.jt"})
             make(name);
@@ -57,7 +57,7 @@ protected:
     }
 };
 
-TEST_F(OtherPartsTest, APartStandsInsteadOfThatOfTheInstance)
+TEST_F(OverridesTest, APartStandsInsteadOfThatOfTheInstance)
 {
     for (const char* attribute :
          {"partRef='#spare'", "partRef='spare'", "instancedRef='#spare'", "instancedRef='#t'"}) {
@@ -67,7 +67,7 @@ TEST_F(OtherPartsTest, APartStandsInsteadOfThatOfTheInstance)
     }
 }
 
-TEST_F(OtherPartsTest, ThePartOrItsRevisionOrItemIsNoOther)
+TEST_F(OverridesTest, ThePartOrItsRevisionOrItemIsNoOther)
 {
     for (const char* attribute :
          {"partRef='#wheel'", "instancedRef='#wheel'", "instancedRef='#w'", "instancedRef='#i'"}) {
@@ -77,7 +77,7 @@ TEST_F(OtherPartsTest, ThePartOrItsRevisionOrItemIsNoOther)
     }
 }
 
-TEST_F(OtherPartsTest, AnAssemblyBringsWhatIsInItAndOccurrencesSpeakOfThat)
+TEST_F(OverridesTest, AnAssemblyBringsWhatIsInItAndOccurrencesSpeakOfThat)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #s' name='Moved'>" + at("7 0 0") +
                    "</Occurrence><Occurrence instanceRefs='#c #r' partRef='#trolley'/>"
@@ -87,20 +87,20 @@ TEST_F(OtherPartsTest, AnAssemblyBringsWhatIsInItAndOccurrencesSpeakOfThat)
     EXPECT_EQ(m_result.facts.unplacedCount, 1u) << "what was there is not there now";
 }
 
-TEST_F(OtherPartsTest, ARevisionThatNoPartIsOfShowsItsDataSets)
+TEST_F(OverridesTest, ARevisionThatNoPartIsOfShowsItsDataSets)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' instancedRef='#d'/>");
     EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Data data.jt"));
 }
 
-TEST_F(OtherPartsTest, AnElementOfAnotherDocumentIsOneToo)
+TEST_F(OverridesTest, AnElementOfAnotherDocumentIsOneToo)
 {
     make("other.plmxml");
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' name='Far' partRef='other.plmxml#x'/>");
     EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Far other.plmxml#x"));
 }
 
-TEST_F(OtherPartsTest, OneThatLeadsNowhereIsToldAndKeepsThePart)
+TEST_F(OverridesTest, OneThatLeadsNowhereIsToldAndKeepsThePart)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' partRef='#gone'/>");
     EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Wheel wheel.jt"));
@@ -108,7 +108,7 @@ TEST_F(OtherPartsTest, OneThatLeadsNowhereIsToldAndKeepsThePart)
     EXPECT_EQ(m_result.facts.dangling.front().target, QStringLiteral("#gone"));
 }
 
-TEST_F(OtherPartsTest, AnAssemblyThatIsAroundThePlaceComesInOnceMore)
+TEST_F(OverridesTest, AnAssemblyThatIsAroundThePlaceComesInOnceMore)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' partRef='#axle'/>");
     EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRAA Wheel wheel.jt"));
