@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 namespace importer::plmxml
 {
@@ -106,7 +107,39 @@ private:
             return shape.attribute("location").value()[0] != 0;
         });
         Structure none;
-        return hasRoot && hasFile && fitsLoader(m_reading, m_file, m_view, {}, none);
+        return hasRoot && hasFile && fitsLoader(m_reading, m_file, m_view, {}, none) && isBounded(roots);
+    }
+
+    /// Whether the loader comes to an end, seen from the lists of instances alone.
+    bool isBounded(const std::vector<std::string_view>& roots)
+    {
+        const std::vector<pugi::xml_node>& instances = m_index.all(ElementKind::Instance);
+        const std::vector<pugi::xml_node>& parts = m_index.all(ElementKind::Part);
+        std::unordered_map<std::size_t, std::uint32_t> numbers;
+        for (const std::vector<pugi::xml_node>* all : {&instances, &parts})
+            for (std::size_t i = 0; i < all->size(); ++i)
+                numbers.emplace((*all)[i].hash_value(), static_cast<std::uint32_t>(i));
+        const auto place = [&](std::vector<std::uint32_t>& placements, std::string_view word) {
+            if (const pugi::xml_node instance = m_index.find(ElementKind::Instance, ownIdOf(word)))
+                placements.push_back(numbers[instance.hash_value()]);
+            return true;
+        };
+        Structure lists;
+        lists.placements.resize(instances.size());
+        lists.parts.resize(parts.size());
+        lists.graphs.resize(1);
+        for (const std::string_view root : roots)
+            place(lists.graphs.front(), root);
+        for (std::size_t i = 0; i < instances.size(); ++i)
+            if (const pugi::xml_node part =
+                    m_index.find(ElementKind::Part, ownIdOf(instances[i].attribute("partRef").value())))
+                lists.placements[i].part = numbers[part.hash_value()];
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            eachWord(parts[i].attribute("instanceRefs").value(),
+                     [&](std::string_view word) { return place(lists.parts[i].placements, word); });
+        FileTable none(m_index.document(), m_finder, m_formats);
+        zn::DocumentStructure counts;
+        return !surveyPlaces(lists, none, counts);
     }
 
     void noteElements()

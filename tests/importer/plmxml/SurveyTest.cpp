@@ -120,6 +120,21 @@ TEST_F(SurveyTest, DoublingLevelsAreRefusedAtOnceWithElementAndLine)
                                                           "\"b24\" in line 76 places a part that is at 16777216 "));
 }
 
+TEST_F(SurveyTest, DoublingLevelsAreRefusedWhereNobodyAsksForFactsToo)
+{
+    make("car.plmxml", QByteArray::fromStdString("<PLMXML><ProductDef><InstanceGraph rootRefs='a0'>" + [] {
+             std::string instances, parts;
+             for (int i = 0; i < 40; ++i) {
+                 const std::string n = std::to_string(i);
+                 for (const char* side : {"a", "b"})
+                     instances += "<Instance id='" + (side + n) + "' partRef='#p" + std::to_string(i + 1) + "'/>";
+                 parts += "<Part id='p" + n + "' instanceRefs='a" + n + " b" + n + "'/>";
+             }
+             return instances + "</InstanceGraph>" + parts;
+         }() + "<Part id='p40'><Representation format='JT' location='x.jt'/></Part></ProductDef></PLMXML>"));
+    EXPECT_EQ(importer::plmxml::normalise(path("car.plmxml"), {}).way, Way::Refuse);
+}
+
 TEST_F(SurveyTest, ChainsAreRefusedBeyondTheDeepestLevelWithElementAndLine)
 {
     const auto chain = [](int count) {
