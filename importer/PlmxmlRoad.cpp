@@ -186,17 +186,13 @@ void PlmxmlRoad::loaded(const PartImports& parts)
     m_optimization.start(m_queue, m_document->nameForJobs(), m_result.node, request().recordsSteps);
 }
 
-/// Of a document that goes to the loader unseen the structure is looked at once it turned out to be over the limits;
-/// the log tells them only by a path.
-QString PlmxmlRoad::whyWithoutTree(const znPLMXMLLoaderJob& job)
+/// A document over the limits of the walk is told in the log.
+QString PlmxmlRoad::whyWithoutTree(const znPLMXMLLoaderJob& job) const
 {
     if (!job.getErrorText().isEmpty())
         return m_file + QStringLiteral(": ") + job.getErrorText();
     if (const auto fault = findDocumentFault(m_file))
         return describe(m_file, *fault);
-    const plmxml::NormalisedDocument seen = plmxml::normalise(m_file, options(true));
-    if (seen.way == plmxml::NormalisedDocument::Way::Refuse)
-        return m_file + QStringLiteral(": ") + seen.reason;
     return m_result.messages.isEmpty() ? tr("%1: the document gave no tree").arg(m_file) : m_result.messages.last();
 }
 

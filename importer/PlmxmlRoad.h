@@ -54,7 +54,7 @@ private:
     void directPartEnded(const QString& file, znCADFileTypes::JobState state);
     void jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts);
     void loaded(const PartImports& parts);
-    QString whyWithoutTree(const znPLMXMLLoaderJob& job);
+    QString whyWithoutTree(const znPLMXMLLoaderJob& job) const;
     void endWithout(const QString& reason);
     bool prepare();
     plmxml::NormaliserOptions options(bool wantsFacts);

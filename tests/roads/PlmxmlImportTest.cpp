@@ -133,7 +133,7 @@ TEST_F(PlmxmlImportTest, AnUnreadableDocumentFailsWithLineAndColumn)
     EXPECT_EQ(m_session.sceneRoot()->getNChildren(), 0u);
 }
 
-TEST_F(PlmxmlImportTest, ADocumentWhoseAssemblyHasNoEndFailsWithTheElementAndThePath)
+TEST_F(PlmxmlImportTest, ADocumentWhoseAssemblyHasNoEndFailsWithTheElement)
 {
     const QString file =
         write(QStringLiteral("car.plmxml"), "<PLMXML><ProductDef><InstanceGraph rootRefs='i'><Instance id='i' "
@@ -145,7 +145,6 @@ TEST_F(PlmxmlImportTest, ADocumentWhoseAssemblyHasNoEndFailsWithTheElementAndThe
     EXPECT_EQ(result.error.toStdString(), (file + QStringLiteral(": the structure contains itself: Instance \"i\" in "
                                                                  "line 1 leads back to a part that is around it"))
                                               .toStdString());
-    EXPECT_TRUE(result.messages.join(QLatin1Char(' ')).contains(QStringLiteral("refers to itself")));
 }
 
 TEST_F(PlmxmlImportTest, AnExceptionOfTheDocumentIsTheReason)
