@@ -16,8 +16,8 @@ struct ImportRequest {
     QStringList preferredFormats = {};
     /// Where to write what the loader was given for a PLMXML document; nowhere when it is empty.
     QString keepNormalised = {};
-    /// Whether the result tells the structure of every PLMXML document; otherwise only of those that had to be
-    /// followed.
+    /// Whether the result tells the structure of every PLMXML document; otherwise only of those that are read in
+    /// another form than they stand, or show nothing.
     bool wantsStructure = false;
 };
 

@@ -99,8 +99,17 @@ QStringList PreparedDocument::remarks() const
         remark(Texts::tr("%1 occurrences speak of no place of the structure and are passed over, the first in line %2")
                    .arg(m_facts->unplacedCount)
                    .arg(m_facts->unplaced.front().line));
+    if (m_facts->repeatedCount > 0)
+        remark(Texts::tr("%1 occurrences speak of a place that an earlier one speaks of and are passed over, the first "
+                         "in line %2")
+                   .arg(m_facts->repeatedCount)
+                   .arg(m_facts->repeated.front().line));
     if (!m_facts->leftOutCounts.empty())
         remark(leftOutText(*m_facts));
+    if (m_facts->internalShapes > 0)
+        remark(Texts::tr("%1 shapes inside the document are not read").arg(m_facts->internalShapes));
+    if (m_facts->isSelection)
+        remark(Texts::tr("the view is a choice among the places of the graph; all of them are shown"));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)

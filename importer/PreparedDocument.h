@@ -30,8 +30,9 @@ public:
     const QString& path() const { return m_path; }
     /// A name for the original by which everybody knows what it is, whatever its own extension.
     QString nameForJobs() const;
-    /// What the document holds; null for one that could not be read.
-    std::shared_ptr<const zn::DocumentStructure> facts() const { return m_facts; }
+    /// What the document holds; null for one that could not be read, and where nobody asked for the facts of one that
+    /// is read as it stands.
+    std::shared_ptr<const zn::DocumentStructure> facts() const { return m_document.hasAllFacts ? m_facts : nullptr; }
     /// What the import passes over, in sentences with the document's name.
     QStringList remarks() const;
 

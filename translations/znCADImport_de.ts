@@ -373,6 +373,18 @@
         <source>representations left out: %1 (%2)</source>
         <translation>ausgelassene Darstellungen: %1 (%2)</translation>
     </message>
+    <message>
+        <source>%1 occurrences speak of a place that an earlier one speaks of and are passed over, the first in line %2</source>
+        <translation>%1 Vorkommen sprechen von einem Platz, von dem ein früheres spricht, und werden übergangen, das erste in Zeile %2</translation>
+    </message>
+    <message>
+        <source>%1 shapes inside the document are not read</source>
+        <translation>%1 Formen im Dokument selbst werden nicht gelesen</translation>
+    </message>
+    <message>
+        <source>the view is a choice among the places of the graph; all of them are shown</source>
+        <translation>die Ansicht ist eine Auswahl aus den Plätzen des Graphen; alle werden gezeigt</translation>
+    </message>
 </context>
 <context>
     <name>importer::SceneQuery</name>
@@ -470,6 +482,17 @@
     </message>
 </context>
 <context>
+    <name>importer::plmxml::FileFacts</name>
+    <message>
+        <source>line %1 names it &quot;%2&quot;</source>
+        <translation>Zeile %1 nennt sie &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>what is there is no regular file; %1</source>
+        <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
+    </message>
+</context>
+<context>
     <name>importer::plmxml::Normaliser</name>
     <message>
         <source>the document has no element &quot;%1&quot; that a structure begins with</source>
@@ -479,13 +502,24 @@
         <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
         <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
     </message>
+</context>
+<context>
+    <name>importer::plmxml::StructureFault</name>
     <message>
-        <source>line %1 names it &quot;%2&quot;</source>
-        <translation>Zeile %1 nennt sie &quot;%2&quot;</translation>
+        <source>%1 &quot;%2&quot; in line %3</source>
+        <translation>%1 &quot;%2&quot; in Zeile %3</translation>
     </message>
     <message>
-        <source>what is there is no regular file; %1</source>
-        <translation>was dort steht, ist keine gewöhnliche Datei; %1</translation>
+        <source>the structure contains itself: %1 leads back to a part that is around it</source>
+        <translation>die Struktur enthält sich selbst: %1 führt zurück zu einem Teil, in dem es steht</translation>
+    </message>
+    <message>
+        <source>the structure is deeper than %1 levels at %2</source>
+        <translation>die Struktur ist bei %2 tiefer als %1 Ebenen</translation>
+    </message>
+    <message>
+        <source>the structure has more than %1 places; %2 places a part that is at %3 of them</source>
+        <translation>die Struktur hat mehr als %1 Plätze; %2 platziert ein Teil, das an %3 von ihnen steht</translation>
     </message>
 </context>
 <context>

@@ -64,11 +64,16 @@ std::string DialectDocuments::exported() const
                      inTag("ProductDef", "", inTag("InstanceGraph", "", instances)));
 }
 
-std::string DialectDocuments::plain() const
+std::string DialectDocuments::fitting(const Sayings& says) const
 {
     const int groups = places / (Leaves + 1);
+    const std::string values = says.hasUserData
+                                   ? inTag("UserData", "type='note'",
+                                           "<UserValue title='Mass' value='2.5'/><UserValue title='Maker' value='us'/>")
+                                   : std::string();
     std::string instances = "<ProductInstance id='o' name='Top' partRef='#v'/>\n";
     std::string parts = "<ProductRevisionView id='v' name='Top' instanceRefs='" + ids("g", groups) + "'/>\n";
+    std::string moved;
     for (int g = 0; g < groups; ++g) {
         const std::string n = std::to_string(g);
         const std::string leaf = "c" + n + ".";
@@ -78,13 +83,18 @@ std::string DialectDocuments::plain() const
             instances += inTag("ProductInstance",
                                "id='" + leaf + std::to_string(i) + "' name='L" + std::to_string(i) + "' partRef='#l" +
                                    std::to_string(i) + "'",
-                               at(0, 0.5 * i));
+                               values + at(0, 0.5 * i));
+        for (int i = 0; says.hasOccurrences && i < Leaves; i += 10)
+            moved +=
+                inTag("Occurrence", "instanceRefs='o g" + n + " " + leaf + std::to_string(i) + "'", at(1, 0.5 * i));
     }
     for (int i = 0; i < Leaves; ++i) {
         const std::string n = std::to_string(i);
         parts += inTag("ProductRevisionView", "id='l" + n + "' name='L" + n + "' type='solid'",
                        "<Representation id='s" + n + "' format='JT' location='none" + n + ".jt'/>");
     }
+    if (says.hasOccurrences)
+        parts += inTag("ProductView", "state='active'", moved);
     return inTag("PLMXML", "schemaVersion='6'",
                  inTag("ProductDef", "", inTag("InstanceGraph", "rootRefs='o'", instances) + parts));
 }

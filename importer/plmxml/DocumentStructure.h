@@ -24,8 +24,8 @@ struct StructureFile {
     int line = 0;      ///< of the element that names it first
 };
 
-/// An occurrence that speaks of no place of the structure, so that what it says is passed over.
-struct UnplacedOccurrence {
+/// An occurrence that is passed over, with all that it says.
+struct PassedOccurrence {
     QString id;   ///< may be empty
     QString path; ///< its instances, as they are written; may be empty
     int line = 0; ///< from 1
@@ -50,25 +50,27 @@ struct LeftOutShape {
 
 /// What a product structure holds and what was chosen of it.
 struct DocumentStructure {
-    bool isNormalised = false;     ///< whether the document had to be brought into the form that the loader reads
-    QString treeFrom;              ///< "instance graph", "occurrence tree" or "flat"
-    QString view;                  ///< the product view that was taken, by name or id; empty without one
-    QStringList otherViews;        ///< those that were left
-    std::size_t roots = 0;         ///< places at the top
-    double occurrences = 0;        ///< places, those of assemblies included
-    double leaves = 0;             ///< places of parts without parts of their own
-    double hiddenLeaves = 0;       ///< of these, those that the document switches off
-    double leavesWithoutShape = 0; ///< of these, those that no file is named for
-    double shapePlaces = 0;        ///< places with a shape of their own
-    std::size_t parts = 0;         ///< different parts that are placed
-    std::size_t depth = 0;         ///< levels of places
-    std::size_t instances = 0;     ///< elements
-    std::size_t userValues = 0;    ///< elements
-    std::size_t materials = 0;     ///< elements
-    std::size_t duplicateIds = 0;  ///< elements whose id an earlier one has
-    std::size_t conditions = 0;    ///< elements that state for whom something holds; none is evaluated
-    std::size_t placedTwice = 0;   ///< occurrences that several others claim; they stand once
-    std::size_t badTransforms = 0; ///< transforms without the numbers that their type wants
+    bool isNormalised = false;      ///< whether the document had to be brought into the form that the loader reads
+    QString treeFrom;               ///< "instance graph", "occurrence tree" or "flat"
+    QString view;                   ///< the product view that was taken, by name or id; empty without one
+    QStringList otherViews;         ///< those that were left
+    std::size_t roots = 0;          ///< places at the top
+    double occurrences = 0;         ///< places, those of assemblies included
+    double leaves = 0;              ///< places of parts without parts of their own
+    double hiddenLeaves = 0;        ///< of these, those that the document switches off
+    double leavesWithoutShape = 0;  ///< of these, those that no file is named for
+    double shapePlaces = 0;         ///< places with a shape of their own
+    std::size_t parts = 0;          ///< different parts that are placed
+    std::size_t depth = 0;          ///< levels of places
+    std::size_t instances = 0;      ///< elements
+    std::size_t userValues = 0;     ///< elements
+    std::size_t materials = 0;      ///< elements
+    std::size_t duplicateIds = 0;   ///< elements whose id an earlier one has
+    std::size_t conditions = 0;     ///< elements that state for whom something holds; none is evaluated
+    std::size_t internalShapes = 0; ///< elements that are shapes themselves; none is read
+    bool isSelection = false;       ///< whether the view chooses among the places of the graph; all are shown
+    std::size_t placedTwice = 0;    ///< occurrences that several others claim; they stand once
+    std::size_t badTransforms = 0;  ///< transforms without the numbers that their type wants
     /// Attributes of materials with words among their numbers, or none. They are left out where the document is
     /// rewritten.
     std::size_t badMaterialNumbers = 0;
@@ -78,7 +80,9 @@ struct DocumentStructure {
     std::size_t danglingCount = 0;                     ///< references that lead nowhere
     std::vector<importer::DanglingReference> dangling; ///< the first of them
     std::size_t unplacedCount = 0; ///< occurrences whose path leads to no place, or that nothing at the top leads to
-    std::vector<UnplacedOccurrence> unplaced;     ///< the first of them
+    std::vector<PassedOccurrence> unplaced; ///< the first of them
+    std::size_t repeatedCount = 0; ///< occurrences of a graph that speak of a place that an earlier one speaks of
+    std::vector<PassedOccurrence> repeated;       ///< the first of them
     std::vector<StructureFile> files;             ///< that the parts are drawn from, each once
     std::map<QString, std::size_t> leftOutCounts; ///< representations that are shown nowhere, by the reason
     std::vector<LeftOutShape> leftOut;            ///< the first of them, in the order of the text

@@ -52,6 +52,7 @@ void ElementIndex::take(const pugi::xml_node& element, std::string_view name)
         m_elements[slot(kind)].push_back(element);
     if (name == "VariantCondition" || name == "Effectivity")
         ++m_conditions;
+    m_internalShapes += name == "InternalRep" ? 1 : 0;
 }
 
 const IdTable& ElementIndex::tableOf(ElementKind kind) const
@@ -60,6 +61,7 @@ const IdTable& ElementIndex::tableOf(ElementKind kind) const
     if (table)
         return *table;
     table.emplace();
+    table->elements.reserve(all(kind).size());
     for (const pugi::xml_node& element : all(kind)) {
         const std::string_view id = element.attribute("id").value();
         if (!id.empty() && !table->elements.emplace(id, element).second)

@@ -41,6 +41,8 @@ public:
     std::size_t duplicateIds() const;
     /// All user values, those in elements of other namespaces included.
     std::size_t userValues() const { return m_userValues; }
+    /// Elements that are shapes themselves, where others name a file.
+    std::size_t internalShapes() const { return m_internalShapes; }
     /// Elements that state for whom or when something holds.
     std::size_t conditions() const { return m_conditions; }
 
@@ -55,6 +57,7 @@ private:
     /// Made when the first element of a kind is looked for: a document that is left as it is needs few of them.
     mutable std::array<std::optional<IdTable>, ElementKindCount> m_ids;
     std::size_t m_conditions = 0;
+    std::size_t m_internalShapes = 0;
     std::size_t m_userValues = 0;
 };
 

@@ -48,6 +48,7 @@ std::uint32_t FileTable::add(const pugi::xml_node& element, const QString& writt
                        m_document.lineOf(element),
                        0,
                        {},
+                       false,
                        false});
     return index;
 }

@@ -25,9 +25,10 @@ struct ShapeFile {
     int rank = FileFormats::NoShape;
     std::string element; ///< that names it first, with its id
     int line = 0;
-    std::uint64_t places = 0;   ///< where it is shown
+    double places = 0;          ///< where it is shown
     QString standIn;            ///< to be read instead of it; may be empty
     bool isOfEmptyType = false; ///< named by a part that nothing is shown of
+    bool isOfAssembly = false;  ///< named by an assembly whose parts are shown instead
 
     /// The path that the import has to read.
     const QString& toRead() const { return standIn.isEmpty() ? found.path : standIn; }

@@ -4,6 +4,7 @@
 #include "importer/plmxml/UserTexts.h"
 
 #include <unordered_set>
+#include <utility>
 
 namespace importer::plmxml
 {
@@ -70,6 +71,10 @@ std::string nameOfRevision(const Reading& reading, const pugi::xml_node& revisio
 
 void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
 {
+    const std::size_t most = m_reading.index.all(ElementKind::Instance).size();
+    m_structure.placements.reserve(most);
+    m_unread.reserve(most);
+    m_placements.reserve(most);
     for (const pugi::xml_node& graph : graphs)
         addRoots(graph);
     finish();
@@ -107,6 +112,7 @@ void GraphTree::addElement(const pugi::xml_node& element)
         break;
     }
     finish();
+    readTransforms();
 }
 
 void GraphTree::addFlat()
@@ -122,6 +128,7 @@ void GraphTree::addFlat()
             roots.push_back(placePart(part));
     m_structure.graphs.push_back(std::move(roots));
     finish();
+    readTransforms();
 }
 
 std::uint32_t GraphTree::placementOf(const pugi::xml_node& instance) const
@@ -134,17 +141,33 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     const auto [entry, isNew] = m_placements.emplace(instance.hash_value(), sizeOf(m_structure.placements.size()));
     if (!isNew)
         return entry->second;
-    StructurePlacement placement;
+    // There may be very many.
+    StructurePlacement& placement = m_structure.placements.emplace_back();
     placement.id = textOf(instance, "id");
+    placement.element = instance.hash_value();
     placement.part = partAt(instance);
-    const std::string partName = placement.part == Nothing ? std::string() : m_structure.parts[placement.part].name;
-    placement.name = firstText({nameOf(m_reading, instance), partName, placement.id});
-    placement.placed = transformOf(m_reading, instance).value_or(Identity4);
+    placement.name = nameOf(m_reading, instance);
+    if (placement.name.empty() && placement.part != Nothing)
+        placement.name = m_structure.parts[placement.part].name;
+    if (placement.name.empty())
+        placement.name = placement.id;
     placement.hasNode = instance.attribute("transformRef").value()[0] || childOf(m_reading, instance, "Transform");
     placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
-    m_structure.placements.push_back(std::move(placement));
+    m_unread.push_back(instance);
     return entry->second;
+}
+
+void GraphTree::readTransform(std::uint32_t placement)
+{
+    if (const pugi::xml_node instance = std::exchange(m_unread[placement], {}))
+        m_structure.placements[placement].placed = transformOf(m_reading, instance).value_or(Identity4);
+}
+
+void GraphTree::readTransforms()
+{
+    for (std::size_t i = 0; i < m_unread.size(); ++i)
+        readTransform(sizeOf(i));
 }
 
 /// That of the part is nearer to what is drawn than that of the instance.
@@ -158,11 +181,13 @@ std::uint32_t GraphTree::materialAt(const StructurePlacement& placement, const p
 std::uint32_t GraphTree::placePart(const pugi::xml_node& part)
 {
     StructurePlacement placement;
+    placement.element = part.hash_value();
     placement.part = addPart(part);
     placement.name = firstText({m_structure.parts[placement.part].name, textOf(part, "id")});
     placement.material = m_materials.of(part);
     placement.hasNode = false;
     m_structure.placements.push_back(std::move(placement));
+    m_unread.emplace_back();
     return sizeOf(m_structure.placements.size() - 1);
 }
 
@@ -176,16 +201,53 @@ std::uint32_t GraphTree::partAt(const pugi::xml_node& instance)
 }
 
 /// A part of another document is read from there.
-std::uint32_t GraphTree::documentAt(const pugi::xml_node& instance, const Reference& reference)
+std::uint32_t GraphTree::documentAt(const pugi::xml_node& element, const Reference& reference)
 {
-    const std::uint32_t file = m_reading.files.addElement(instance, reference);
+    const std::uint32_t file = m_reading.files.addElement(element, reference);
     StructurePart part;
-    part.name = nameOf(m_reading, instance);
+    part.name = nameOf(m_reading, element);
     if (file != FileTable::None)
-        part.pieces.push_back({part.name, Identity4, false, file, instance.hash_value()});
+        part.pieces.push_back({part.name, Identity4, false, file, element.hash_value()});
     m_structure.parts.push_back(std::move(part));
     m_elements.emplace_back();
     return sizeOf(m_structure.parts.size() - 1);
+}
+
+std::uint32_t GraphTree::otherPart(std::uint32_t placement, const pugi::xml_node& occurrence, const char* attribute)
+{
+    const Reference reference = referenceOf(occurrence.attribute(attribute).value());
+    if (!reference.file.empty())
+        return documentAt(occurrence, reference);
+    if (reference.id.empty())
+        return Nothing;
+    pugi::xml_node target = m_reading.index.find(ElementKind::Part, reference.id);
+    if (!target)
+        target = otherOf(m_reading, occurrence, attribute);
+    const std::uint32_t part = m_structure.placements[placement].part;
+    if (!target || (part != Nothing && isOf(m_elements[part], target)))
+        return Nothing;
+    const pugi::xml_node view = viewOf(target);
+    const std::uint32_t other = addPart(view ? view : target);
+    finish();
+    return other;
+}
+
+/// Revisions are shown by a view of theirs.
+pugi::xml_node GraphTree::viewOf(const pugi::xml_node& revision)
+{
+    if (m_views.empty())
+        for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
+            if (const pugi::xml_node shown = otherOf(m_reading, part, "revisionRef"))
+                m_views.emplace(shown.hash_value(), part);
+    const auto found = m_views.find(revision.hash_value());
+    return found == m_views.end() ? pugi::xml_node() : found->second;
+}
+
+/// Whether a part is an element itself, or its revision or item.
+bool GraphTree::isOf(const pugi::xml_node& part, const pugi::xml_node& element) const
+{
+    const pugi::xml_node revision = otherOf(m_reading, part, "revisionRef");
+    return part == element || revision == element || otherOf(m_reading, revision, "masterRef") == element;
 }
 
 std::uint32_t GraphTree::addPart(const pugi::xml_node& part)
@@ -217,15 +279,17 @@ void GraphTree::fill(std::uint32_t part, const pugi::xml_node& element)
     for (const pugi::xml_node& instance :
          m_reading.references.followList(element, "instanceRefs", ElementKind::Instance))
         placements.push_back(addPlacement(instance));
-    const pugi::xml_node revision = otherOf(m_reading, element, "revisionRef");
-    std::vector<ShapePiece> pieces = chooseShape(m_reading, {element, revision, {}, {}, m_structure.parts[part].name});
+    const bool isView = kindOfName(m_reading.document.nameOf(element)) == ElementKind::Part;
+    const pugi::xml_node view = isView ? element : pugi::xml_node();
+    const pugi::xml_node revision = isView ? otherOf(m_reading, element, "revisionRef") : element;
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {{}, view, revision, {}, {}, m_structure.parts[part].name});
     StructurePart& made = m_structure.parts[part];
     // What cannot be read is named where it is the only thing that there is.
     const bool isNative = !pieces.empty() && m_reading.files[pieces.front().file].rank >= FileFormats::OtherConverter;
     if (placements.empty() || !isNative)
         made.pieces = std::move(pieces);
     made.placements = std::move(placements);
-    made.tags = UserTexts(m_reading).userData(element).revision(revision).take();
+    made.tags = UserTexts(m_reading).userData(view).revision(revision).take();
 }
 
 } // namespace importer::plmxml

@@ -28,8 +28,16 @@ public:
     /// instance places.
     void addFlat();
 
+    /// Reads the transform of a placement, once. Before that it stands at its origin: a document that is left as it is
+    /// needs few of them.
+    void readTransform(std::uint32_t placement);
+    /// Those of all placements that are not read yet.
+    void readTransforms();
     /// The placement of an instance; Nothing for one that was not reached.
     std::uint32_t placementOf(const pugi::xml_node& instance) const;
+    /// The part that an attribute of an occurrence puts in place of that of `placement`, a view, a revision or an
+    /// element of another document, with all that is in it; Nothing where it is the same one or there is none.
+    std::uint32_t otherPart(std::uint32_t placement, const pugi::xml_node& occurrence, const char* attribute);
     /// Of the structure.
     MaterialTable& materials() { return m_materials; }
 
@@ -38,7 +46,9 @@ private:
     std::uint32_t materialAt(const StructurePlacement& placement, const pugi::xml_node& instance);
     std::uint32_t placePart(const pugi::xml_node& part);
     std::uint32_t partAt(const pugi::xml_node& instance);
-    std::uint32_t documentAt(const pugi::xml_node& instance, const Reference& reference);
+    std::uint32_t documentAt(const pugi::xml_node& element, const Reference& reference);
+    pugi::xml_node viewOf(const pugi::xml_node& revision);
+    bool isOf(const pugi::xml_node& part, const pugi::xml_node& element) const;
     std::uint32_t addPart(const pugi::xml_node& part);
     void addRoots(const pugi::xml_node& graph);
     void finish();
@@ -48,8 +58,10 @@ private:
     Structure& m_structure;
     MaterialTable m_materials;
     std::unordered_map<std::size_t, std::uint32_t> m_placements; ///< by element
+    std::vector<pugi::xml_node> m_unread;                        ///< instances of placements without their transform
     std::unordered_map<std::size_t, std::uint32_t> m_parts;      ///< by element
-    std::vector<pugi::xml_node> m_elements;                      ///< of the parts
+    std::vector<pugi::xml_node> m_elements;                      ///< of the parts: views and revisions
+    std::unordered_map<std::size_t, pugi::xml_node> m_views;     ///< by revision; made when the first is asked for
     std::size_t m_filled = 0;                                    ///< of the parts
 };
 

@@ -29,14 +29,19 @@ public:
             for (const ShapePiece& piece : part.pieces)
                 m_taken.insert(piece.element);
         }
+        for (const StructureOverride& each : structure.overrides)
+            m_placed.emplace(each.element, false);
+        for (const StructurePlacement& placement : structure.placements)
+            m_placed.emplace(placement.element, false);
     }
 
     void note()
     {
-        for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
-            if (m_placed.contains(part.hash_value()))
-                for (const pugi::xml_node& representation : representationsOf(m_reading, part))
-                    noteIn(representation, part);
+        for (const ElementKind kind : {ElementKind::Part, ElementKind::Occurrence})
+            for (const pugi::xml_node& owner : m_reading.index.all(kind))
+                if (m_placed.contains(owner.hash_value()))
+                    for (const pugi::xml_node& representation : representationsOf(m_reading, owner))
+                        noteIn(representation, owner);
     }
 
 private:
@@ -99,7 +104,8 @@ private:
 
     const Reading& m_reading;
     bool m_isRewritten;
-    std::unordered_map<std::size_t, bool> m_placed; ///< views, and whether others stand in their shape's place
+    /// Views and occurrences, and whether others stand in their shape's place.
+    std::unordered_map<std::size_t, bool> m_placed;
     std::unordered_set<std::size_t> m_taken;
     std::unordered_set<std::size_t> m_noted;
 };

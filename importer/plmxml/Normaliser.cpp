@@ -1,11 +1,13 @@
 #include "importer/plmxml/Normaliser.h"
 
 #include "importer/plmxml/ElementTree.h"
+#include "importer/plmxml/FileFacts.h"
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/LeftOutShapes.h"
 #include "importer/plmxml/OccurrenceTree.h"
 #include "importer/plmxml/Overrides.h"
 #include "importer/plmxml/Reading.h"
+#include "importer/plmxml/StructureFault.h"
 #include "importer/plmxml/SubsetFit.h"
 #include "importer/plmxml/SubsetWriter.h"
 #include "importer/plmxml/Survey.h"
@@ -16,6 +18,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <unordered_map>
 
 namespace importer::plmxml
 {
@@ -73,10 +77,15 @@ public:
         if (fits)
             dropEmptyTypes(m_reading, m_result.structure);
         noteLeftOutShapes(m_reading, m_result.structure, !fits);
-        surveyPlaces(m_result.structure, m_files, m_result.facts);
+        const std::optional<StructureFault> fault = surveyPlaces(m_result.structure, m_files, m_result.facts);
         m_result.isRead = true;
+        m_result.hasAllFacts = m_options.wantsFacts || !fits || m_result.facts.shapePlaces == 0 || fault;
+        if (m_result.hasAllFacts)
+            noteTheRest();
         if (m_result.facts.roots == 0)
-            refuse(isWhole);
+            refuse(whyWithoutPlace(isWhole));
+        else if (fault)
+            refuse(describe(*fault, m_index, m_result.structure));
         else if (!fits)
             write();
         tellFindings();
@@ -87,8 +96,8 @@ private:
     bool isPlain()
     {
         const auto& graphs = m_index.all(ElementKind::InstanceGraph);
-        if (m_index.userValues() > 0 || !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1 ||
-            hasEmptyTypes(m_reading))
+        if (m_index.userValues() > 0 || m_index.internalShapes() > 0 || !m_index.all(ElementKind::Occurrence).empty() ||
+            graphs.size() != 1 || hasEmptyTypes(m_reading))
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
         const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, ownIdOf(roots.front())) ||
@@ -98,7 +107,39 @@ private:
             return shape.attribute("location").value()[0] != 0;
         });
         Structure none;
-        return hasRoot && hasFile && fitsLoader(m_reading, m_file, m_view, {}, none);
+        return hasRoot && hasFile && fitsLoader(m_reading, m_file, m_view, {}, none) && isBounded(roots);
+    }
+
+    /// Whether the loader comes to an end, seen from the lists of instances alone.
+    bool isBounded(const std::vector<std::string_view>& roots)
+    {
+        const std::vector<pugi::xml_node>& instances = m_index.all(ElementKind::Instance);
+        const std::vector<pugi::xml_node>& parts = m_index.all(ElementKind::Part);
+        std::unordered_map<std::size_t, std::uint32_t> numbers;
+        for (const std::vector<pugi::xml_node>* all : {&instances, &parts})
+            for (std::size_t i = 0; i < all->size(); ++i)
+                numbers.emplace((*all)[i].hash_value(), static_cast<std::uint32_t>(i));
+        const auto place = [&](std::vector<std::uint32_t>& placements, std::string_view word) {
+            if (const pugi::xml_node instance = m_index.find(ElementKind::Instance, ownIdOf(word)))
+                placements.push_back(numbers[instance.hash_value()]);
+            return true;
+        };
+        Structure lists;
+        lists.placements.resize(instances.size());
+        lists.parts.resize(parts.size());
+        lists.graphs.resize(1);
+        for (const std::string_view root : roots)
+            place(lists.graphs.front(), root);
+        for (std::size_t i = 0; i < instances.size(); ++i)
+            if (const pugi::xml_node part =
+                    m_index.find(ElementKind::Part, ownIdOf(instances[i].attribute("partRef").value())))
+                lists.placements[i].part = numbers[part.hash_value()];
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            eachWord(parts[i].attribute("instanceRefs").value(),
+                     [&](std::string_view word) { return place(lists.parts[i].placements, word); });
+        FileTable none(m_index.document(), m_finder, m_formats);
+        zn::DocumentStructure counts;
+        return !surveyPlaces(lists, none, counts);
     }
 
     void noteElements()
@@ -107,11 +148,19 @@ private:
         facts.instances = m_index.all(ElementKind::Instance).size();
         facts.userValues = m_index.userValues();
         facts.materials = m_index.all(ElementKind::Material).size();
-        facts.duplicateIds = m_index.duplicateIds();
         facts.conditions = m_index.conditions();
-        facts.languages = languagesOf(m_index);
+        facts.internalShapes = m_index.internalShapes();
         for (const pugi::xml_node& definition : m_index.all(ElementKind::ProductDef))
             facts.hasNoUnits = facts.hasNoUnits || isTrue(userValueOf(m_reading, definition, "__TC-VIS_NO_UNITS"));
+    }
+
+    /// What takes time and changes nothing for a document that is left as it is.
+    void noteTheRest()
+    {
+        m_result.facts.duplicateIds = m_index.duplicateIds();
+        m_result.facts.languages = languagesOf(m_index);
+        if (m_graph)
+            m_graph->readTransforms();
     }
 
     /// Whether a root of a graph is there.
@@ -156,26 +205,30 @@ private:
     bool buildGraph(const Occurrences& occurrences)
     {
         m_result.facts.treeFrom = QStringLiteral("instance graph");
-        GraphTree graph(m_reading, m_result.structure);
-        graph.addGraphs(m_index.all(ElementKind::InstanceGraph));
+        m_result.facts.isSelection = m_view.attribute("definition").value() == std::string_view("select");
+        m_graph.emplace(m_reading, m_result.structure);
+        m_graph->addGraphs(m_index.all(ElementKind::InstanceGraph));
         m_result.facts.parts = m_result.structure.parts.size();
-        Overrides overrides(m_reading, graph, m_result.structure);
+        Overrides overrides(m_reading, *m_graph, m_result.structure);
         overrides.add(occurrences);
         if (m_view)
             overrides.add(Occurrences(m_reading, occurrencesOf(m_reading, {})));
         return fitsLoader(m_reading, m_file, m_view, overrides.finish(), m_result.structure);
     }
 
-    void refuse(bool isWhole)
+    void refuse(const QString& reason)
     {
         m_result.way = NormalisedDocument::Way::Refuse;
+        m_result.reason = reason;
+    }
+
+    QString whyWithoutPlace(bool isWhole) const
+    {
         if (!isWhole)
-            m_result.reason = Texts::tr("the document has no element \"%1\" that a structure begins with")
-                                  .arg(m_options.root.left(longestShownId));
-        else
-            m_result.reason =
-                Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
-                          "top of a product structure");
+            return Texts::tr("the document has no element \"%1\" that a structure begins with")
+                .arg(m_options.root.left(longestShownId));
+        return Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
+                         "top of a product structure");
     }
 
     void write()
@@ -200,56 +253,10 @@ private:
         facts.danglingCount = m_references.danglingCount();
         facts.dangling = m_references.dangling();
         for (const ShapeFile& file : m_files.files()) {
-            facts.files.push_back(told(file));
+            facts.files.push_back(toldOf(file));
             if (!file.isThere())
-                m_result.asked.insert(file.found.path, askedText(file));
+                m_result.asked.insert(file.found.path, askedTextOf(file));
         }
-    }
-
-    static QString askedText(const ShapeFile& file)
-    {
-        const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.withId(file.written));
-        return file.found.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
-    }
-
-    static zn::StructureFile told(const ShapeFile& file)
-    {
-        zn::StructureFile told{
-            file.withId(file.written), file.withId(file.path), file.format, {}, {}, double(file.places), {}, file.line};
-        if (file.isThere())
-            told.found = file.withId(file.found.path);
-        if (file.isThere() && file.found.by != FoundBy::Location)
-            told.foundBy = textOf(file.found.by);
-        if (file.places == 0)
-            told.whyNot = whyNot(file);
-        return told;
-    }
-
-    static QString textOf(FoundBy by)
-    {
-        switch (by) {
-        case FoundBy::LetterCase:
-            return QStringLiteral("letter case");
-        case FoundBy::BesideIt:
-            return QStringLiteral("beside the document");
-        case FoundBy::InItsFolder:
-            return QStringLiteral("in the document's folder");
-        case FoundBy::SearchPath:
-            return QStringLiteral("search path");
-        case FoundBy::Nowhere:
-        case FoundBy::Location:
-            break;
-        }
-        return {};
-    }
-
-    static QString whyNot(const ShapeFile& file)
-    {
-        if (file.isOfEmptyType)
-            return QStringLiteral("type without geometry");
-        if (file.rank >= FileFormats::OtherConverter)
-            return QStringLiteral("no reader");
-        return file.isThere() ? QStringLiteral("another file was taken") : QStringLiteral("missing");
     }
 
     const QString& m_file;
@@ -263,6 +270,7 @@ private:
     NormalisedDocument& m_result;
     Reading m_reading;
     pugi::xml_node m_view;
+    std::optional<GraphTree> m_graph; ///< where the structure is that of the graphs
 };
 
 } // namespace

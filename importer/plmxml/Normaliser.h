@@ -39,6 +39,7 @@ struct NormalisedDocument {
     QString reason;                ///< for a person
     std::string text;              ///< a document of the loader's form
     bool isRead = false;           ///< whether there are facts and a structure
+    bool hasAllFacts = false;      ///< otherwise those that take time are left out
     zn::DocumentStructure facts;   ///< what was found and chosen
     Structure structure;           ///< of the places
     QHash<QString, QString> asked; ///< what the document says, by the path of each file that is not there

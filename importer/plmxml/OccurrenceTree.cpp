@@ -87,6 +87,7 @@ std::uint32_t OccurrenceTree::place(const pugi::xml_node& occurrence, std::uint3
     const std::optional<Matrix4> own = origin.instance ? transformOf(m_reading, origin.instance) : std::nullopt;
     const std::optional<Matrix4> inverse = world ? inverseOf(outer) : std::nullopt;
     StructurePlacement placement;
+    placement.element = occurrence.hash_value();
     placement.placed = inverse ? *world * *inverse : own.value_or(Identity4);
     if (own && isNear(*own, placement.placed))
         placement.placed = *own;
@@ -146,10 +147,7 @@ std::string OccurrenceTree::partNameOf(const Origin& origin, const std::string& 
 OccurrenceTree::Origin OccurrenceTree::originOf(const pugi::xml_node& occurrence) const
 {
     Origin origin;
-    const std::vector<std::string_view> instances = wordsOf(occurrence.attribute("instanceRefs").value());
-    if (!instances.empty())
-        origin.instance =
-            m_reading.references.look(occurrence, "instanceRefs", instances.back(), ElementKind::Instance);
+    origin.instance = lastInstanceOf(m_reading, occurrence);
     for (const char* attribute : {"instancedRef", "partRef"})
         if (!origin.view && !origin.revision && origin.document == FileTable::None)
             find(occurrence, attribute, origin);
@@ -210,9 +208,8 @@ void OccurrenceTree::addAssembly(std::uint32_t placement, const pugi::xml_node& 
     const std::uint32_t part = makePart(origin, m_structure.placements[placement].name);
     const std::string set = referenceSetOf(m_reading, occurrence, origin.instance);
     const std::string& name = m_structure.parts[part].name;
-    std::vector<ShapePiece> pieces = chooseShape(m_reading, {occurrence, {}, {}, set, name});
-    if (pieces.empty())
-        pieces = chooseShape(m_reading, {origin.view, origin.revision, occurrence, set, name});
+    std::vector<ShapePiece> pieces =
+        chooseShape(m_reading, {occurrence, origin.view, origin.revision, occurrence, set, name});
     m_structure.parts[part].placements = std::move(children);
     m_structure.parts[part].pieces = std::move(pieces);
     m_structure.placements[placement].part = part;
@@ -232,24 +229,20 @@ void OccurrenceTree::addLeaf(std::uint32_t placement, const pugi::xml_node& occu
                                    childOf(m_reading, origin.view, "Representation") ||
                                    childOf(m_reading, origin.view, "UserData");
     std::string key = number(what) + " " + (viewSaysSomething ? number(origin.view) : std::string()) + " " + set;
-    const std::vector<pugi::xml_node> own = representationsOf(m_reading, occurrence);
-    for (const pugi::xml_node& representation : own)
+    for (const pugi::xml_node& representation : representationsOf(m_reading, occurrence))
         key += " =" + number(representation);
     const bool hasAttachments = occurrence.attribute("associatedAttachmentRefs");
     const auto known = what ? m_leaves.find(key) : m_leaves.end();
-    if (known != m_leaves.end() && (!hasAttachments || !m_structure.parts[known->second].pieces.empty())) {
+    if (known != m_leaves.end() &&
+        (!hasAttachments || isReadable(m_reading, m_structure.parts[known->second].pieces))) {
         m_structure.placements[placement].part = known->second;
         return;
     }
     const std::string name = partNameOf(origin, m_structure.placements[placement].name);
-    std::vector<ShapePiece> pieces;
-    if (!own.empty())
-        pieces = chooseShape(m_reading, {occurrence, {}, {}, set, name});
-    if (pieces.empty())
-        pieces = chooseShape(m_reading, {origin.view, origin.revision, {}, set, name});
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {occurrence, origin.view, origin.revision, {}, set, name});
     // What is attached to an occurrence is its own.
-    if (pieces.empty() && hasAttachments) {
-        pieces = chooseShape(m_reading, {{}, {}, occurrence, set, name});
+    if (hasAttachments && !isReadable(m_reading, pieces)) {
+        pieces = chooseShape(m_reading, {occurrence, origin.view, origin.revision, occurrence, set, name});
         for (const ShapePiece& piece : pieces)
             key += " " + std::to_string(piece.file);
     }
@@ -281,8 +274,11 @@ void OccurrenceTree::dropShapesOfAssemblies()
         bool isAbove = false;
         for (const std::uint32_t child : part.placements)
             isAbove = isAbove || hasShape[child];
-        if (isAbove)
+        if (isAbove) {
+            for (const ShapePiece& piece : part.pieces)
+                m_reading.files[piece.file].isOfAssembly = true;
             part.pieces.clear();
+        }
         hasShape[i] = isAbove || !part.pieces.empty();
     }
 }

@@ -9,8 +9,8 @@
 namespace importer::plmxml
 {
 
-/// Which occurrence stands below which: by the lists of the upper ones, by the references of the lower ones, and by
-/// standing in one another.
+/// Which occurrence stands below which: by the lists of the upper ones, by standing in one another, by the references
+/// of the lower ones, and by paths that lead over an upper one.
 class Occurrences
 {
 public:
@@ -34,8 +34,18 @@ private:
     bool m_areATree = false;
 };
 
+/// The occurrence that the path of `pathRefs` begins with; null where it begins with an instance, and where the path is
+/// that of `instanceRefs`.
+pugi::xml_node beginOfPath(const Reading& reading, const pugi::xml_node& occurrence);
+
+/// The last instance of the path of an occurrence; null without one.
+pugi::xml_node lastInstanceOf(const Reading& reading, const pugi::xml_node& occurrence);
+
 /// Counts an occurrence that speaks of no place of the structure.
 void noteUnplaced(const Reading& reading, const pugi::xml_node& occurrence);
+
+/// Counts an occurrence that speaks of a place that an earlier one speaks of.
+void noteRepeated(const Reading& reading, const pugi::xml_node& occurrence);
 
 /// What an occurrence says of its own visibility.
 Visibility visibilityOf(const Reading& reading, const pugi::xml_node& occurrence);

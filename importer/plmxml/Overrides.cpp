@@ -9,27 +9,11 @@
 namespace importer::plmxml
 {
 
-namespace
-{
-
-/// Deeper assemblies count as endless.
-constexpr std::size_t MaxDepth = 1000;
-/// What the paths of all occurrences may come to.
-constexpr std::size_t MaxSteps = 20'000'000;
-
-} // namespace
-
-Overrides::Overrides(const Reading& reading, GraphTree& graph, Structure& structure)
-    : m_reading(reading), m_graph(graph), m_structure(structure)
-{
-    for (const std::vector<std::uint32_t>& roots : structure.graphs)
-        m_roots.insert(roots.begin(), roots.end());
-}
-
 void Overrides::add(const Occurrences& occurrences)
 {
+    addParts(occurrences);
     for (const pugi::xml_node& occurrence : occurrences.all()) {
-        const Path* const path = pathOf(occurrences, occurrence);
+        const Path* const path = m_paths.find(occurrences, occurrence);
         if (path)
             addOverride(occurrence, *path);
         else
@@ -37,78 +21,35 @@ void Overrides::add(const Occurrences& occurrences)
     }
 }
 
-/// From the topmost occurrence without a path of its own down, so that nothing recurses.
-const Overrides::Path* Overrides::pathOf(const Occurrences& occurrences, const pugi::xml_node& occurrence)
+/// Before all else, since paths lead into the other parts.
+void Overrides::addParts(const Occurrences& occurrences)
 {
-    std::vector<pugi::xml_node> open;
-    for (pugi::xml_node at = occurrence; at && open.size() < MaxDepth; at = occurrences.above(at)) {
-        if (m_paths.contains(at.hash_value()))
-            break;
-        open.push_back(at);
-        const std::optional<Path> own = ownPathOf(at);
-        if (!own || beginsAtRoot(*own))
-            break;
+    bool hasOthers = false;
+    for (const pugi::xml_node& occurrence : occurrences.all()) {
+        if (!occurrence.attribute("partRef") && !occurrence.attribute("instancedRef"))
+            continue;
+        const Path* const path = m_paths.find(occurrences, occurrence);
+        const std::uint32_t part = path ? otherPart(occurrence, path->back()) : Nothing;
+        if (part == Nothing || !m_otherParts.emplace(*path, part).second)
+            continue;
+        m_paths.exchange(*path, part);
+        hasOthers = true;
     }
-    for (std::size_t i = open.size(); i-- > 0;) {
-        std::optional<Path> path = ownPathOf(open[i]);
-        if (path && !beginsAtRoot(*path)) {
-            const auto above = m_paths.find(occurrences.above(open[i]).hash_value());
-            const bool isKnown = above != m_paths.end() && above->second && path->size() == 1;
-            if (isKnown)
-                path->insert(path->begin(), above->second->begin(), above->second->end());
-            else
-                path.reset();
-            m_outcome.hasCompletedPaths = m_outcome.hasCompletedPaths || isKnown;
-        }
-        m_steps += path ? path->size() : 0;
-        if (path && (path->size() > MaxDepth || m_steps > MaxSteps || !isWithin(*path)))
-            path.reset();
-        m_paths[open[i].hash_value()] = std::move(path);
-    }
-    const auto found = m_paths.find(occurrence.hash_value());
-    return found != m_paths.end() && found->second ? &*found->second : nullptr;
+    if (hasOthers)
+        m_paths.forget();
 }
 
-/// What `instanceRefs` says; nothing where it is empty or leads to what stands nowhere.
-std::optional<Overrides::Path> Overrides::ownPathOf(const pugi::xml_node& occurrence) const
+std::uint32_t Overrides::otherPart(const pugi::xml_node& occurrence, std::uint32_t placement)
 {
-    Path path;
-    for (const std::string_view word : wordsOf(occurrence.attribute("instanceRefs").value())) {
-        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, ownIdOf(word));
-        const std::uint32_t placement = instance ? m_graph.placementOf(instance) : Nothing;
-        if (placement == Nothing)
-            return std::nullopt;
-        path.push_back(placement);
-    }
-    return path.empty() ? std::nullopt : std::optional(std::move(path));
-}
-
-bool Overrides::beginsAtRoot(const Path& path) const
-{
-    return m_roots.contains(path.front());
-}
-
-/// Whether each placement stands in the part of the one before it.
-bool Overrides::isWithin(const Path& path)
-{
-    for (std::size_t i = 1; i < path.size(); ++i) {
-        const std::uint32_t part = m_structure.placements[path[i - 1]].part;
-        if (part == Nothing)
-            return false;
-        const auto [entry, isNew] = m_within.try_emplace(part);
-        const std::vector<std::uint32_t>& placements = m_structure.parts[part].placements;
-        if (isNew)
-            entry->second.insert(placements.begin(), placements.end());
-        if (!entry->second.contains(path[i]))
-            return false;
-    }
-    return true;
+    const char* const attribute = occurrence.attribute("partRef") ? "partRef" : "instancedRef";
+    return m_graph.otherPart(placement, occurrence, attribute);
 }
 
 void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
 {
     if (!m_byPath.emplace(path, m_structure.overrides.size()).second)
-        return;
+        return noteRepeated(m_reading, occurrence);
+    const auto other = m_otherParts.find(path);
     StructureOverride made;
     made.path = path;
     const std::string name = nameOf(m_reading, occurrence);
@@ -118,25 +59,47 @@ void Overrides::addOverride(const pugi::xml_node& occurrence, const Path& path)
     made.placed = placed.value_or(Identity4);
     made.material = m_graph.materials().of(occurrence);
     made.visibility = visibilityOf(m_reading, occurrence);
-    made.pieces = chooseShape(m_reading, {occurrence, {}, {}, {}, partNameOf(path.back())});
+    made.element = occurrence.hash_value();
+    made.part = other == m_otherParts.end() ? Nothing : other->second;
+    made.pieces = ownShapeOf(occurrence, made.part, path.back());
     made.tags = UserTexts(m_reading).userData(occurrence).attribute(occurrence, "quantity").take();
     m_structure.overrides.push_back(std::move(made));
 }
 
-std::string Overrides::partNameOf(std::uint32_t placement) const
+/// Empty where the part has a shape that is there, and the own one is not.
+std::vector<ShapePiece> Overrides::ownShapeOf(const pugi::xml_node& occurrence, std::uint32_t part,
+                                              std::uint32_t placement)
 {
-    const std::uint32_t part = m_structure.placements[placement].part;
-    return part == Nothing ? m_structure.placements[placement].name : m_structure.parts[part].name;
+    const std::uint32_t shown = part == Nothing ? m_structure.placements[placement].part : part;
+    const StructurePart* const of = shown == Nothing ? nullptr : &m_structure.parts[shown];
+    const std::string& name = of ? of->name : m_structure.placements[placement].name;
+    std::vector<ShapePiece> pieces = chooseShape(m_reading, {occurrence, {}, {}, {}, {}, name});
+    if (of && !isReadable(m_reading, pieces) && isReadable(m_reading, of->pieces))
+        pieces.clear();
+    return pieces;
 }
 
 Overrides::Outcome Overrides::finish()
 {
+    readTransforms();
+    m_outcome.hasCompletedPaths = m_paths.hasCompleted();
     m_outcome.areAccumulated = areAccumulated();
     if (m_outcome.areAccumulated)
         makeLocal();
     if (!separateOwnShapes(m_structure))
         m_reading.facts.isCut = true;
     return m_outcome;
+}
+
+/// Those that the others are compared with; all where places are copied.
+void Overrides::readTransforms()
+{
+    for (const StructureOverride& each : m_structure.overrides)
+        if (each.part != Nothing || !each.pieces.empty())
+            return m_graph.readTransforms();
+    for (const StructureOverride& each : m_structure.overrides)
+        for (std::size_t i = 0; each.isMoved && i < each.path.size(); ++i)
+            m_graph.readTransform(each.path[i]);
 }
 
 /// The product of what the placements say by themselves.

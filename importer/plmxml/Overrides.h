@@ -1,22 +1,15 @@
 #pragma once
 
-#include "importer/plmxml/GraphTree.h"
-#include "importer/plmxml/Occurrences.h"
-#include "importer/plmxml/Reading.h"
-#include "importer/plmxml/Structure.h"
+#include "importer/plmxml/OccurrencePaths.h"
 
 #include <map>
-#include <optional>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace importer::plmxml
 {
 
-/// Turns occurrences that speak of instances of a graph into overrides of the structure. Their paths lead from the root
-/// down; those that name the last instance alone are completed by the occurrences above them. Of several for one place
-/// the first counts.
+/// Turns occurrences that speak of instances of a graph into overrides of the structure. Of several for one place the
+/// first counts.
 class Overrides
 {
 public:
@@ -27,7 +20,10 @@ public:
     };
 
     /// Into `structure`, which `graph` has built. All must outlive this.
-    Overrides(const Reading& reading, GraphTree& graph, Structure& structure);
+    Overrides(const Reading& reading, GraphTree& graph, Structure& structure)
+        : m_reading(reading), m_graph(graph), m_structure(structure), m_paths(reading, graph, structure)
+    {
+    }
 
     /// To be called for the occurrences of the view, then for those of no view.
     void add(const Occurrences& occurrences);
@@ -35,14 +31,13 @@ public:
     Outcome finish();
 
 private:
-    using Path = std::vector<std::uint32_t>;
+    using Path = OccurrencePaths::Path;
 
-    const Path* pathOf(const Occurrences& occurrences, const pugi::xml_node& occurrence);
-    std::optional<Path> ownPathOf(const pugi::xml_node& occurrence) const;
-    bool beginsAtRoot(const Path& path) const;
-    bool isWithin(const Path& path);
+    void addParts(const Occurrences& occurrences);
+    std::uint32_t otherPart(const pugi::xml_node& occurrence, std::uint32_t placement);
     void addOverride(const pugi::xml_node& occurrence, const Path& path);
-    std::string partNameOf(std::uint32_t placement) const;
+    std::vector<ShapePiece> ownShapeOf(const pugi::xml_node& occurrence, std::uint32_t part, std::uint32_t placement);
+    void readTransforms();
     bool areAccumulated() const;
     void makeLocal();
     Matrix4 worldOf(const Path& path) const;
@@ -50,11 +45,9 @@ private:
     const Reading& m_reading;
     GraphTree& m_graph;
     Structure& m_structure;
-    std::unordered_set<std::uint32_t> m_roots;                                     ///< placements
-    std::unordered_map<std::uint32_t, std::unordered_set<std::uint32_t>> m_within; ///< placements of parts
-    std::unordered_map<std::size_t, std::optional<Path>> m_paths;                  ///< by occurrence
-    std::map<Path, std::size_t> m_byPath;                                          ///< overrides
-    std::size_t m_steps = 0;                                                       ///< of all paths
+    OccurrencePaths m_paths;
+    std::map<Path, std::uint32_t> m_otherParts; ///< of places that an occurrence exchanges the part of
+    std::map<Path, std::size_t> m_byPath;       ///< overrides
     Outcome m_outcome;
 };
 

@@ -21,12 +21,12 @@ public:
     {
         std::vector<std::pair<std::uint32_t, const StructureOverride*>> ends;
         for (const StructureOverride& each : structure.overrides)
-            if (!each.pieces.empty())
+            if (!each.pieces.empty() || each.part != Nothing)
                 ends.emplace_back(m_paths.add(each.path), &each);
         m_copies.resize(m_paths.size(), Nothing);
-        m_shapes.resize(m_paths.size());
+        m_overrides.resize(m_paths.size());
         for (const auto& [step, override] : ends)
-            m_shapes[step] = &override->pieces;
+            m_overrides[step] = override;
     }
 
     bool run()
@@ -61,14 +61,16 @@ private:
 
     void separate(std::uint32_t step)
     {
-        const std::uint32_t shared = m_structure.placements[m_copies[step]].part;
+        const StructureOverride* const override = m_overrides[step];
+        const bool isExchanged = override && override->part != Nothing;
+        const std::uint32_t shared = isExchanged ? override->part : m_structure.placements[m_copies[step]].part;
         StructurePart part;
         if (shared != Nothing)
             part = m_structure.parts[shared];
         m_copied += 1 + part.placements.size() + part.tags.size();
         m_isWhole = m_copied <= PlaceWalk::MaxPlaces;
-        if (m_shapes[step])
-            part.pieces = *m_shapes[step];
+        if (override && !override->pieces.empty())
+            part.pieces = override->pieces;
         exchange(part.placements, step);
         m_structure.parts.push_back(std::move(part));
         m_structure.placements[m_copies[step]].part = lastOf(m_structure.parts.size());
@@ -86,10 +88,10 @@ private:
     }
 
     Structure& m_structure;
-    PathTree m_paths;                                     ///< to the places with a shape of their own
-    std::vector<std::uint32_t> m_copies;                  ///< placements by step
-    std::vector<const std::vector<ShapePiece>*> m_shapes; ///< by step; null on the way
-    std::vector<std::uint32_t> m_open;                    ///< steps whose part is still shared
+    PathTree m_paths;                                  ///< to the places with a part or a shape of their own
+    std::vector<std::uint32_t> m_copies;               ///< placements by step
+    std::vector<const StructureOverride*> m_overrides; ///< by step; null on the way
+    std::vector<std::uint32_t> m_open;                 ///< steps whose part is still shared
     std::size_t m_copied = 0;
     bool m_isWhole = true;
 };

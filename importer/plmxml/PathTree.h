@@ -24,7 +24,10 @@ public:
         std::uint32_t at = Top;
         for (const std::uint32_t placement : path) {
             const auto [entry, isNew] = m_below.emplace(keyOf(at, placement), m_steps);
-            m_steps += isNew ? 1 : 0;
+            if (isNew) {
+                ++m_steps;
+                m_ends.push_back({at, placement});
+            }
             at = entry->second;
         }
         return at;
@@ -39,6 +42,11 @@ public:
         return found == m_below.end() ? NoStep : found->second;
     }
 
+    /// The step above one that is not Top.
+    std::uint32_t above(std::uint32_t step) const { return m_ends[step - 1].above; }
+    /// The placement of a step that is not Top.
+    std::uint32_t placementOf(std::uint32_t step) const { return m_ends[step - 1].placement; }
+
     /// How many steps there are, Top included.
     std::size_t size() const { return m_steps; }
 
@@ -48,7 +56,13 @@ private:
         return std::uint64_t(step) << 32 | placement;
     }
 
+    struct End {
+        std::uint32_t above;
+        std::uint32_t placement;
+    };
+
     std::unordered_map<std::uint64_t, std::uint32_t> m_below;
+    std::vector<End> m_ends; ///< of the steps after Top
     std::uint32_t m_steps = 1;
 };
 

@@ -3,13 +3,6 @@
 namespace importer::plmxml
 {
 
-namespace
-{
-
-constexpr std::string_view Blanks = " \t\r\n";
-
-} // namespace
-
 QString shownText(std::string_view utf8)
 {
     constexpr std::size_t shown = 200;
@@ -33,18 +26,21 @@ std::string_view ownIdOf(std::string_view text)
 std::vector<std::string_view> wordsOf(std::string_view list)
 {
     std::vector<std::string_view> words;
-    for (std::size_t begin = list.find_first_not_of(Blanks); begin != std::string_view::npos;) {
-        const std::size_t end = std::min(list.find_first_of(Blanks, begin), list.size());
-        words.push_back(list.substr(begin, end - begin));
-        begin = list.find_first_not_of(Blanks, end);
-    }
+    eachWord(list, [&words](std::string_view word) {
+        words.push_back(word);
+        return true;
+    });
     return words;
 }
 
 pugi::xml_node References::follow(const pugi::xml_node& from, const char* attribute, ElementKind kind)
 {
-    const std::vector<std::string_view> words = wordsOf(from.attribute(attribute).value());
-    return words.empty() ? pugi::xml_node() : look(from, attribute, words.front(), kind);
+    pugi::xml_node found;
+    eachWord(from.attribute(attribute).value(), [&](std::string_view word) {
+        found = look(from, attribute, word, kind);
+        return false;
+    });
+    return found;
 }
 
 std::vector<pugi::xml_node> References::followList(const pugi::xml_node& from, const char* attribute, ElementKind kind)

@@ -3,6 +3,7 @@
 #include "importer/plmxml/DanglingReference.h"
 #include "importer/plmxml/ElementIndex.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -22,6 +23,19 @@ Reference referenceOf(std::string_view text);
 
 /// The id that `text` refers to; empty where it leads into another document.
 std::string_view ownIdOf(std::string_view text);
+
+/// Calls `visit` for each word of a list that is separated by white space, until it gives false.
+template <class Visit>
+void eachWord(std::string_view list, const Visit& visit)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    for (auto at = list.begin(); at != list.end();) {
+        const auto begin = std::find_if_not(at, list.end(), isBlank);
+        at = std::find_if(begin, list.end(), isBlank);
+        if (begin != at && !visit(std::string_view(&*begin, static_cast<std::size_t>(at - begin))))
+            return;
+    }
+}
 
 /// The words of a list that is separated by white space.
 std::vector<std::string_view> wordsOf(std::string_view list);

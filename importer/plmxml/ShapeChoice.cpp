@@ -25,6 +25,14 @@ struct Alternative {
 /// Representations stand in one another no deeper than this.
 constexpr int MaxDepth = 100;
 
+int rankOf(const Reading& reading, const Pieces& pieces)
+{
+    int rank = std::numeric_limits<int>::min();
+    for (const ShapePiece& piece : pieces)
+        rank = std::max(rank, reading.files[piece.file].rank);
+    return rank;
+}
+
 class Chooser
 {
 public:
@@ -32,17 +40,36 @@ public:
 
     Pieces choose()
     {
-        for (const pugi::xml_node& representation : representationsOf(m_reading, m_source.view))
-            addRepresentation(representation);
-        if (m_alternatives.empty())
-            eachChild(m_reading.document, m_source.revision, "AssociatedDataSet",
-                      [this](const pugi::xml_node& link) { addDataSet(otherOf(m_reading, link, "dataSetRef")); });
-        if (m_alternatives.empty() && m_source.occurrence)
-            addAttachments();
-        return best();
+        Pieces first;
+        for (const auto add :
+             {&Chooser::addOwn, &Chooser::addRepresentations, &Chooser::addDataSets, &Chooser::addAttachments}) {
+            m_alternatives.clear();
+            (this->*add)();
+            Pieces pieces = best();
+            if (isReadable(m_reading, pieces))
+                return pieces;
+            if (first.empty())
+                first = std::move(pieces);
+        }
+        return first;
     }
 
 private:
+    void addOwn() { addRepresentationsOf(m_source.own); }
+    void addRepresentations() { addRepresentationsOf(m_source.view); }
+
+    void addRepresentationsOf(const pugi::xml_node& owner)
+    {
+        for (const pugi::xml_node& representation : representationsOf(m_reading, owner))
+            addRepresentation(representation);
+    }
+
+    void addDataSets()
+    {
+        eachChild(m_reading.document, m_source.revision, "AssociatedDataSet",
+                  [this](const pugi::xml_node& link) { addDataSet(otherOf(m_reading, link, "dataSetRef")); });
+    }
+
     void addRepresentation(const pugi::xml_node& representation)
     {
         Pieces pieces;
@@ -92,7 +119,7 @@ private:
     void addAttachments()
     {
         std::vector<pugi::xml_node> todo =
-            m_reading.references.followList(m_source.occurrence, "associatedAttachmentRefs", ElementKind::Other);
+            m_reading.references.followList(m_source.attachedTo, "associatedAttachmentRefs", ElementKind::Other);
         std::unordered_set<std::size_t> seen;
         for (std::size_t i = 0; i < todo.size(); ++i) {
             if (!seen.insert(todo[i].hash_value()).second)
@@ -102,21 +129,6 @@ private:
                  m_reading.references.followList(todo[i], "childRefs", ElementKind::Other))
                 todo.push_back(child);
         }
-    }
-
-    int rankOf(const Pieces& pieces) const
-    {
-        int rank = std::numeric_limits<int>::min();
-        for (const ShapePiece& piece : pieces)
-            rank = std::max(rank, m_reading.files[piece.file].rank);
-        return rank;
-    }
-
-    bool isReadable(const Pieces& pieces) const
-    {
-        return rankOf(pieces) < FileFormats::OtherConverter &&
-               std::any_of(pieces.begin(), pieces.end(),
-                           [this](const ShapePiece& piece) { return m_reading.files[piece.file].isThere(); });
     }
 
     /// "SOLID$_XML2.jt" and "SOLID.jt" are the files of the set "SOLID".
@@ -135,7 +147,8 @@ private:
     std::array<int, 4> worthOf(const Alternative& one) const
     {
         const bool isOfSet = one.isOfReferenceSet || isOfReferenceSet(one.pieces);
-        return {isReadable(one.pieces) ? 0 : 1, one.isDesign ? 0 : 1, rankOf(one.pieces), isOfSet ? 0 : 1};
+        return {isReadable(m_reading, one.pieces) ? 0 : 1, one.isDesign ? 0 : 1, rankOf(m_reading, one.pieces),
+                isOfSet ? 0 : 1};
     }
 
     Pieces best() const
@@ -166,6 +179,13 @@ std::vector<pugi::xml_node> representationsOf(const Reading& reading, const pugi
         add(target);
     eachChild(reading.document, view, "Representation", add);
     return found;
+}
+
+bool isReadable(const Reading& reading, const std::vector<ShapePiece>& pieces)
+{
+    return rankOf(reading, pieces) < FileFormats::OtherConverter &&
+           std::any_of(pieces.begin(), pieces.end(),
+                       [&reading](const ShapePiece& piece) { return reading.files[piece.file].isThere(); });
 }
 
 std::vector<ShapePiece> chooseShape(const Reading& reading, const ShapeSource& source)

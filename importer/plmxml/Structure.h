@@ -39,7 +39,8 @@ struct StructurePart {
 
 /// A part in its parent.
 struct StructurePlacement {
-    std::string id; ///< of the element; may be empty
+    std::string id;          ///< of the element; may be empty
+    std::size_t element = 0; ///< its hash value
     std::string name;
     std::uint32_t part = Nothing;
     Matrix4 placed = Identity4;
@@ -52,6 +53,8 @@ struct StructurePlacement {
 /// What holds at one place instead of what its last placement says.
 struct StructureOverride {
     std::vector<std::uint32_t> path; ///< placements from the root down
+    std::size_t element = 0;         ///< the hash value of its occurrence
+    std::uint32_t part = Nothing;    ///< instead of the placement's; Nothing to keep that
     std::string name;                ///< empty to keep the other
     bool isMoved = false;
     Matrix4 placed = Identity4; ///< in the parent

@@ -82,8 +82,8 @@ private:
         const std::vector<pugi::xml_node>& all = m_reading.index.all(ElementKind::Occurrence);
         return std::none_of(all.begin(), all.end(),
                             [this](const pugi::xml_node& occurrence) {
-                                for (const char* attribute :
-                                     {"visible", "instancedRef", "partRef", "parentRef", "representationRefs"})
+                                for (const char* attribute : {"visible", "instancedRef", "partRef", "parentRef",
+                                                              "representationRefs", "pathRefs"})
                                     if (occurrence.attribute(attribute))
                                         return true;
                                 return bool(childOf(m_reading, occurrence, "PropertyGroup"));

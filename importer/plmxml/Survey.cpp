@@ -1,5 +1,7 @@
 #include "importer/plmxml/Survey.h"
 
+#include "importer/plmxml/HiddenLeaves.h"
+#include "importer/plmxml/PartOrder.h"
 #include "importer/plmxml/PlaceWalk.h"
 
 #include <algorithm>
@@ -10,67 +12,104 @@ namespace importer::plmxml
 namespace
 {
 
-Visibility visibilityAt(const Structure& structure, const Place& place, Visibility above)
-{
-    if (place.override && place.override->visibility != Visibility::AsAbove)
-        return place.override->visibility;
-    const Visibility own = structure.placements[place.placement].visibility;
-    return own == Visibility::AsAbove ? above : own;
-}
-
 class Counter
 {
 public:
     Counter(const Structure& structure, FileTable& files, zn::DocumentStructure& facts)
-        : m_structure(structure), m_files(files), m_facts(facts)
+        : m_structure(structure), m_files(files), m_facts(facts), m_parts(structure.parts.size())
     {
     }
 
-    bool enter(const Place& place)
+    void count(const PartOrder& order)
     {
-        m_above.resize(place.depth);
-        m_above.push_back(visibilityAt(m_structure, place, place.depth > 0 ? m_above.back() : Visibility::Shown));
-        m_facts.occurrences += 1;
-        m_facts.roots += place.depth == 0 ? 1 : 0;
-        m_facts.depth = std::max(m_facts.depth, place.depth + 1);
-        const std::uint32_t index = m_structure.placements[place.placement].part;
-        const StructurePart* const part = index == Nothing ? nullptr : &m_structure.parts[index];
-        if (part)
-            countPieces(*part);
-        if (!part || part->placements.empty())
-            countLeaf(part && !part->pieces.empty());
-        return true;
+        for (const std::vector<std::uint32_t>& roots : m_structure.graphs)
+            countPlacements(roots, {1, 0});
+        for (const std::uint32_t part : order.parts()) {
+            countPieces(m_structure.parts[part], m_parts[part].places);
+            countPlacements(m_structure.parts[part].placements, m_parts[part]);
+        }
+        m_facts.hiddenLeaves = countHiddenLeaves(m_structure, order);
+    }
+
+    std::optional<StructureFault> fault() const
+    {
+        using Kind = StructureFault::Kind;
+        if (m_tooDeep != Nothing)
+            return StructureFault{Kind::TooDeep, m_tooDeep};
+        if (m_facts.occurrences > PlaceWalk::MaxPlaces)
+            return StructureFault{Kind::TooLarge, m_most, m_mostPlaces};
+        return std::nullopt;
     }
 
 private:
-    void countPieces(const StructurePart& part)
+    /// Of one part, or of the top.
+    struct Count {
+        double places = 0;
+        std::size_t depth = 0; ///< levels down to it
+    };
+
+    void countPlacements(const std::vector<std::uint32_t>& placements, const Count& around)
     {
-        m_facts.shapePlaces += part.pieces.empty() ? 0 : 1;
-        for (const ShapePiece& piece : part.pieces)
-            ++m_files[piece.file].places;
+        const std::size_t depth = around.depth + 1;
+        for (const std::uint32_t placement : placements) {
+            m_facts.occurrences += around.places;
+            m_facts.depth = std::max(m_facts.depth, depth);
+            if (depth > PlaceWalk::MaxDepth && m_tooDeep == Nothing)
+                m_tooDeep = placement;
+            const std::uint32_t part = m_structure.placements[placement].part;
+            if (part == Nothing || m_structure.parts[part].placements.empty())
+                countLeaf(part != Nothing && !m_structure.parts[part].pieces.empty(), around.places);
+            if (part == Nothing)
+                continue;
+            Count& below = m_parts[part];
+            below.places += around.places;
+            below.depth = std::max(below.depth, depth);
+            if (below.places > m_mostPlaces) {
+                m_mostPlaces = below.places;
+                m_most = placement;
+            }
+        }
     }
 
-    void countLeaf(bool hasShape)
+    void countLeaf(bool hasShape, double places)
     {
-        m_facts.leaves += 1;
-        m_facts.leavesWithoutShape += hasShape ? 0 : 1;
-        m_facts.hiddenLeaves += m_above.back() == Visibility::Hidden ? 1 : 0;
+        m_facts.leaves += places;
+        m_facts.leavesWithoutShape += hasShape ? 0 : places;
+    }
+
+    void countPieces(const StructurePart& part, double places)
+    {
+        m_facts.shapePlaces += part.pieces.empty() ? 0 : places;
+        for (const ShapePiece& piece : part.pieces)
+            m_files[piece.file].places += places;
     }
 
     const Structure& m_structure;
     FileTable& m_files;
     zn::DocumentStructure& m_facts;
-    std::vector<Visibility> m_above;
+    std::vector<Count> m_parts;
+    std::uint32_t m_tooDeep = Nothing;
+    std::uint32_t m_most = Nothing; ///< a placement of the part with the most places
+    double m_mostPlaces = 0;
 };
 
 } // namespace
 
-void surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStructure& facts)
+std::optional<StructureFault> surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStructure& facts)
 {
-    Counter counter(structure, files, facts);
-    const PlaceWalk walk(structure);
-    const bool isWhole = walk.run([&counter](const Place& place) { return counter.enter(place); }, [](const Place&) {});
-    facts.isCut = facts.isCut || !isWhole;
+    for (const std::vector<std::uint32_t>& roots : structure.graphs)
+        facts.roots += roots.size();
+    const PartOrder order(structure);
+    std::optional<StructureFault> fault;
+    if (order.ring() != Nothing) {
+        fault = StructureFault{StructureFault::Kind::Ring, order.ring()};
+    } else {
+        Counter counter(structure, files, facts);
+        counter.count(order);
+        fault = counter.fault();
+    }
+    facts.isCut = facts.isCut || fault;
+    return fault;
 }
 
 } // namespace importer::plmxml

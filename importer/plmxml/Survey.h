@@ -1,11 +1,14 @@
 #pragma once
 
-#include "importer/plmxml/Structure.h"
+#include "importer/plmxml/StructureFault.h"
+
+#include <optional>
 
 namespace importer::plmxml
 {
 
-/// Counts the places of `structure` into `facts`, and those of each file into `files`.
-void surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStructure& facts);
+/// Counts the places of `structure` into `facts`, and those of each file into `files`. Each part is counted once,
+/// however often it is placed. Of a structure that contains itself only the places at the top are counted.
+std::optional<StructureFault> surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStructure& facts);
 
 } // namespace importer::plmxml

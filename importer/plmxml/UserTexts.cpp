@@ -2,6 +2,7 @@
 
 #include "files/scenefile/ConvertedTree.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace importer::plmxml
@@ -100,9 +101,22 @@ void UserTexts::form(const pugi::xml_node& form)
 
 void UserTexts::add(const std::string& title, const std::string& value, const std::string& type)
 {
-    if (value.empty() || !m_titles.insert(title).second)
+    if (value.empty() || !isNew(title))
         return;
     m_tags.push_back(converted::tag("ptx::attribute:" + type + (type.empty() ? ":" : "::") + title, value));
+}
+
+/// Most things have few titles.
+bool UserTexts::isNew(const std::string& title)
+{
+    constexpr std::size_t few = 8;
+    if (m_fewTitles.size() == few)
+        return std::find(m_fewTitles.begin(), m_fewTitles.end(), title) == m_fewTitles.end() &&
+               m_titles.insert(title).second;
+    if (std::find(m_fewTitles.begin(), m_fewTitles.end(), title) != m_fewTitles.end())
+        return false;
+    m_fewTitles.push_back(title);
+    return true;
 }
 
 /// A value that stands elsewhere is told by the name of what it leads to.

@@ -35,11 +35,13 @@ private:
     void forms(const pugi::xml_node& owner);
     void form(const pugi::xml_node& form);
     void add(const std::string& title, const std::string& value, const std::string& type = {});
+    bool isNew(const std::string& title);
     std::string valueOf(const pugi::xml_node& userValue) const;
 
     const Reading& m_reading;
     std::vector<std::string> m_tags;
-    std::unordered_set<std::string> m_titles;
+    std::vector<std::string> m_fewTitles;     ///< the first
+    std::unordered_set<std::string> m_titles; ///< the others
 };
 
 /// The value of `element`'s user data that is called `title`; empty if there is none.

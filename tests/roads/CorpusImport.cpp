@@ -131,7 +131,9 @@ Import import(const QString& file, const char* processes, const char* references
         loop.quit();
     });
     QTimer::singleShot(300000, &loop, &QEventLoop::quit);
-    importer.import({file});
+    zn::ImportRequest request{file};
+    request.wantsStructure = true;
+    importer.import(request);
     loop.exec();
     import.tree = zn::describeScene(session.sceneRoot());
     import.tags = tagsBelow(session.sceneRoot());

@@ -29,10 +29,10 @@ QJsonObject jsonOf(const zn::StructureFile& file)
     return json;
 }
 
-QJsonArray unplacedReport(const std::vector<zn::UnplacedOccurrence>& occurrences)
+QJsonArray passedReport(const std::vector<zn::PassedOccurrence>& occurrences)
 {
     QJsonArray list;
-    for (const zn::UnplacedOccurrence& occurrence : occurrences)
+    for (const zn::PassedOccurrence& occurrence : occurrences)
         list.append(QJsonObject{{QStringLiteral("line"), occurrence.line},
                                 {QStringLiteral("id"), occurrence.id},
                                 {QStringLiteral("instanceRefs"), occurrence.path}});
@@ -102,9 +102,13 @@ QJsonObject structureReport(const zn::DocumentStructure& document)
             {QStringLiteral("userValues"), number(document.userValues)},
             {QStringLiteral("duplicateIds"), number(document.duplicateIds)},
             {QStringLiteral("conditionsNotEvaluated"), number(document.conditions)},
+            {QStringLiteral("shapesInside"), number(document.internalShapes)},
+            {QStringLiteral("viewIsChoice"), document.isSelection},
             {QStringLiteral("occurrencesClaimedTwice"), number(document.placedTwice)},
             {QStringLiteral("occurrencesWithoutPlace"), number(document.unplacedCount)},
-            {QStringLiteral("withoutPlace"), unplacedReport(document.unplaced)},
+            {QStringLiteral("withoutPlace"), passedReport(document.unplaced)},
+            {QStringLiteral("occurrencesRepeated"), number(document.repeatedCount)},
+            {QStringLiteral("repeated"), passedReport(document.repeated)},
             {QStringLiteral("badTransforms"), number(document.badTransforms)},
             {QStringLiteral("badMaterialNumbers"), number(document.badMaterialNumbers)},
             {QStringLiteral("languages"), QJsonArray::fromStringList(document.languages)},

@@ -75,9 +75,10 @@ TEST_F(ElementTreeTest, WhatBeginsNothingIsRefused)
     }
 }
 
-TEST_F(ElementTreeTest, AnElementInARingIsCut)
+TEST_F(ElementTreeTest, AnElementInARingIsRefused)
 {
     normaliseBelow("p", "<Part id='p' instanceRefs='i'/><Instance id='i' partRef='p'/>");
+    EXPECT_EQ(m_result.way, Way::Refuse);
     EXPECT_TRUE(m_result.facts.isCut);
 }
 

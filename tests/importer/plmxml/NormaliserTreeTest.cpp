@@ -191,10 +191,17 @@ TEST_F(NormaliserTreeTest, WhatIsNoDocumentIsLeftToTheLoader)
     EXPECT_FALSE(m_result.isRead);
 }
 
-TEST_F(NormaliserTreeTest, AStructureThatContainsItselfIsCut)
+TEST_F(NormaliserTreeTest, ShapesInsideTheDocumentAndViewsThatChooseAreTold)
 {
-    normalise(graph("<Instance id='a' name='A' partRef='#p'/>", "<Part id='p' instanceRefs='a'/>"));
-    EXPECT_TRUE(m_result.facts.isCut);
+    normalise(graph("<Instance id='a' name='A' partRef='#p'/><Instance id='b' name='B'/>",
+                    "<Part id='p' instanceRefs='b'><Representation><InternalRep/></Representation></Part>",
+                    "<ProductView definition='select'><Occurrence instanceRefs='#a'/></ProductView>"));
+    EXPECT_EQ(m_result.facts.internalShapes, 1u);
+    EXPECT_TRUE(m_result.facts.isSelection);
+    normalise(graph("<Instance id='a' name='A' partRef='#p'/><Instance id='b' name='B'/>",
+                    "<Part id='p' instanceRefs='b'/>", "<ProductView definition='configured'/>"));
+    EXPECT_EQ(m_result.facts.internalShapes, 0u);
+    EXPECT_FALSE(m_result.facts.isSelection);
 }
 
 TEST_F(NormaliserTreeTest, NamesComeFromTheNearestThatHasOne)

@@ -15,7 +15,7 @@ protected:
     std::vector<std::string> unplaced() const
     {
         std::vector<std::string> texts;
-        for (const zn::UnplacedOccurrence& each : m_result.facts.unplaced)
+        for (const zn::PassedOccurrence& each : m_result.facts.unplaced)
             texts.push_back(QStringLiteral("%1 %2 %3").arg(each.line).arg(each.id, each.path).trimmed().toStdString());
         return texts;
     }

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -158,6 +159,26 @@ TEST_F(ZnimportPlmxmlTest, TheTreeAloneReadsNoPartFileAndTellsWhichItWouldRead)
     EXPECT_EQ(told["files"][1]["foundBy"], "letter case");
     EXPECT_EQ(run({kept, QStringLiteral("--tree-only")}), 0);
     EXPECT_TRUE(m_output.contains(QStringLiteral("Crate on top [Transform3D], at 200 0 420")));
+}
+
+/// "..." stands for anything; lines may be left out.
+TEST_F(ZnimportPlmxmlTest, TheTreeThatTheReadmeShowsIsTheOneThatIsPrinted)
+{
+    QFile readme(QString::fromUtf8(EXAMPLE_MODELS "/../../README.md"));
+    ASSERT_TRUE(readme.open(QIODevice::ReadOnly));
+    const QString command = QStringLiteral("    $ znimport examples/plmxml/cart_export.xml --tree-only\n");
+    const QString block =
+        QString::fromUtf8(readme.readAll()).section(command, 1, 1).section(QStringLiteral("\n\n"), 0, 0);
+    const QStringList lines = block.split(QLatin1Char('\n'));
+    ASSERT_GT(lines.size(), 15);
+    QString pattern;
+    for (const QString& line : lines)
+        pattern +=
+            QStringLiteral("\\n") +
+            QRegularExpression::escape(line.mid(4)).replace(QStringLiteral("\\.\\.\\."), QStringLiteral("[^\\n]*")) +
+            QStringLiteral("(?=\\n)[\\s\\S]*?");
+    ASSERT_EQ(run({QString::fromUtf8(EXAMPLE_MODELS "/../plmxml/cart_export.xml"), QStringLiteral("--tree-only")}), 0);
+    EXPECT_TRUE(m_output.contains(QRegularExpression(pattern))) << m_output.toStdString();
 }
 
 TEST_F(ZnimportPlmxmlTest, AnExportWithoutPlacesIsAFailure)
