@@ -49,6 +49,13 @@ void AttachmentMap::remove(std::uint32_t key)
     gone.subRef();
 }
 
+void AttachmentAccess::add(AttachmentContainer& container, Attachment& attachment, unsigned short binding)
+{
+    if (!container.m_attachments)
+        container.m_attachments = std::make_unique<AttachmentMap>();
+    container.m_attachments->set(AttachmentMap::key(attachment.getType().getGroupId(), binding), &attachment);
+}
+
 void AttachmentAccess::copyAll(const AttachmentContainer& from, AttachmentContainer& to)
 {
     if (!from.m_attachments)

@@ -38,6 +38,8 @@ private:
 struct AttachmentAccess {
     /// Null stands for none.
     static const AttachmentMap* map(const AttachmentContainer& container) { return container.m_attachments.get(); }
+    /// addAttachment for a container that nobody has seen yet, and an attachment that is no name.
+    static void add(AttachmentContainer& container, Attachment& attachment, unsigned short binding);
     /// Attaches copies of all attachments of `from` to `to`.
     static void copyAll(const AttachmentContainer& from, AttachmentContainer& to);
 };

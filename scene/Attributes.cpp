@@ -11,7 +11,14 @@ namespace osg
 
 FieldContainerType AttributeAttachment::_type("Attributes", &Attachment::_type, "Attributes");
 
+AttributeSource::AttributeSource() = default;
 AttributeSource::~AttributeSource() = default;
+
+void AttributeSource::subUser()
+{
+    if (--m_users == 0)
+        delete this;
+}
 
 const AttributeList* AttributeSource::kept(const void*) const
 {
@@ -67,19 +74,43 @@ unsigned short bindingOf(AttributeOwner owner)
 
 } // namespace
 
-AttributeAttachment::AttributeAttachment(std::shared_ptr<const AttributeSource> source, const void* place)
-    : m_source(std::move(source)), m_place(place)
-{
-}
-
 AttributeAttachment::Ptr AttributeAttachment::create(AttributeList attributes)
 {
-    return create(std::make_shared<OwnAttributes>(std::move(attributes)), nullptr);
+    auto source = std::make_unique<OwnAttributes>(std::move(attributes));
+    const Ptr attachment(new AttributeAttachment(*source, nullptr));
+    (void)source.release(); // the attachment ends it
+    return attachment;
 }
 
-AttributeAttachment::Ptr AttributeAttachment::create(std::shared_ptr<const AttributeSource> source, const void* place)
+void AttributeAttachment::operator delete(AttributeAttachment* attachment, std::destroying_delete_t)
 {
-    return Ptr(new AttributeAttachment(std::move(source), place));
+    AttributeSource* source = attachment->m_source;
+    attachment->~AttributeAttachment();
+    if (!source->m_room)
+        ::operator delete(attachment);
+    source->subUser();
+}
+
+AttributeBlock::AttributeBlock(std::unique_ptr<AttributeSource> source, std::size_t size)
+{
+    source->m_room = std::make_unique_for_overwrite<std::byte[]>(size * sizeof(AttributeAttachment));
+    ++source->m_users;
+    m_source = source.release();
+}
+
+AttributeBlock::~AttributeBlock()
+{
+    m_source->subUser();
+}
+
+AttributeAttachment::Ptr AttributeBlock::create(const void* place)
+{
+    return AttributeAttachment::Ptr(::new (at(m_size++)) AttributeAttachment(*m_source, place));
+}
+
+AttributeAttachment::Ptr AttributeBlock::operator[](std::size_t index) const
+{
+    return AttributeAttachment::Ptr(std::launder(static_cast<AttributeAttachment*>(at(index))));
 }
 
 bool AttributeAttachment::equalFields(const FieldContainer& other) const

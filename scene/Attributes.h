@@ -2,8 +2,10 @@
 
 #include "host/OSGSystem/AttachmentContainer.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -35,17 +37,32 @@ using AttributeList = std::vector<Attribute>;
 /// Whose an attribute is. What belongs to a product holds at all of its places.
 enum class AttributeOwner : unsigned short { Product = 0, Occurrence = 1 };
 
-/// Where attributes are kept, so that a mapped file need not be unfolded before somebody asks.
+/// Where attachments have their attributes from, so that a mapped file need not be unfolded before somebody asks. It
+/// lives as long as one of them.
 class AttributeSource
 {
 public:
+    AttributeSource();
+    AttributeSource(const AttributeSource&) = delete;
+    AttributeSource& operator=(const AttributeSource&) = delete;
     virtual ~AttributeSource();
+
     /// The list that `place` stands for, which only this source understands.
     virtual AttributeList list(const void* place) const = 0;
     /// The same where the source has it in this form, as long as the source lives; null where it would have to be made.
     virtual const AttributeList* kept(const void* place) const;
     /// findText in that list, of which nothing else need be made.
     virtual std::string text(const void* place, std::string_view name) const;
+
+private:
+    friend class AttributeAttachment;
+    friend class AttributeBlock;
+
+    void subUser();
+
+    // Counted here: a shared pointer for each of many attachments waits for memory at each, as it counts for threads.
+    std::size_t m_users = 0;
+    std::unique_ptr<std::byte[]> m_room; ///< of the block; null where the attachment stands alone
 };
 
 /// The attachment that holds the attributes of one owner; its binding is the owner. It never changes, so that all
@@ -57,7 +74,6 @@ public:
     static FieldContainerType _type;
 
     static Ptr create(AttributeList attributes);
-    static Ptr create(std::shared_ptr<const AttributeSource> source, const void* place);
     const FieldContainerType& getType() const override { return _type; }
 
     AttributeList attributes() const { return m_source->list(m_place); }
@@ -71,13 +87,45 @@ public:
     /// The first text of the attribute with this name; empty if there is none.
     std::string text(std::string_view name) const { return m_source->text(m_place, name); }
 
+    /// Leaves the memory alone that belongs to a block.
+    static void operator delete(AttributeAttachment* attachment, std::destroying_delete_t);
+
 private:
-    AttributeAttachment(std::shared_ptr<const AttributeSource> source, const void* place);
+    friend class AttributeBlock;
+
+    AttributeAttachment(AttributeSource& source, const void* place) : m_source(&source), m_place(place)
+    {
+        ++m_source->m_users;
+    }
     bool equalFields(const FieldContainer& other) const override;
     FieldContainerPtr copy() const override;
 
-    std::shared_ptr<const AttributeSource> m_source;
+    AttributeSource* m_source;
     const void* m_place;
+};
+
+/// Makes the attachments of one source in one piece of memory, which lives as long as the source.
+class AttributeBlock
+{
+public:
+    /// For at most `size` attachments.
+    AttributeBlock(std::unique_ptr<AttributeSource> source, std::size_t size);
+    AttributeBlock(const AttributeBlock&) = delete;
+    AttributeBlock& operator=(const AttributeBlock&) = delete;
+    ~AttributeBlock();
+
+    /// A new attachment with the list that `place` stands for.
+    AttributeAttachment::Ptr create(const void* place);
+    /// How many were made.
+    std::size_t size() const { return m_size; }
+    /// The one that was made as this one, from 0 on. Whoever asks knows that it is alive.
+    AttributeAttachment::Ptr operator[](std::size_t index) const;
+
+private:
+    void* at(std::size_t index) const { return m_source->m_room.get() + index * sizeof(AttributeAttachment); }
+
+    AttributeSource* m_source;
+    std::size_t m_size = 0;
 };
 
 /// The attachment with the attributes of this owner; null when `container` is null or has none.

@@ -5,7 +5,6 @@
 #include "scene/NodeWalk.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace osg
 {
@@ -36,23 +35,6 @@ std::string escaped(const std::string& text)
     return result;
 }
 
-/// The names of products, each list of attributes looked at once.
-class ProductNames
-{
-public:
-    const std::string& of(const NodePtr& node)
-    {
-        const AttributeAttachment::Ptr product = attributeAttachment(node, AttributeOwner::Product);
-        const auto [entry, isNew] = m_names.try_emplace(product.get());
-        if (isNew && product)
-            entry->second = product->text("Product");
-        return entry->second;
-    }
-
-private:
-    std::unordered_map<const Attachment*, std::string> m_names;
-};
-
 std::string stepOf(const NodePtr& node, const std::string& product)
 {
     const AttributeAttachment::Ptr occurrence = attributeAttachment(node, AttributeOwner::Occurrence);
@@ -67,18 +49,42 @@ std::string stepOf(const NodePtr& node, const std::string& product)
 
 } // namespace
 
+std::vector<std::string> OccurrenceSteps::below(const NodePtr& parent)
+{
+    std::vector<std::string> steps;
+    steps.reserve(parent->getNChildren());
+    std::unordered_map<std::string, unsigned> uses;
+    for (unsigned i = 0; i < parent->getNChildren(); ++i) {
+        const NodePtr child = parent->getChild(i);
+        std::string step = stepOf(child, productOf(child));
+        if (const unsigned number = ++uses[step]; number > 1)
+            step += "#" + std::to_string(number);
+        steps.push_back(std::move(step));
+    }
+    return steps;
+}
+
+std::string OccurrenceSteps::productOf(const NodePtr& node)
+{
+    const AttributeAttachment::Ptr product = attributeAttachment(node, AttributeOwner::Product);
+    if (!product)
+        return {};
+    // Who holds the only reference is the only one to meet it.
+    if (product->getRefCount() == 1)
+        return product->text("Product");
+    const auto [entry, isNew] = m_products.try_emplace(product.get());
+    if (isNew)
+        entry->second = product->text("Product");
+    return entry->second;
+}
+
 OccurrenceIds::OccurrenceIds(const NodePtr& root)
 {
-    ProductNames products;
+    OccurrenceSteps steps;
     for (const NodePtr& parent : parentsFirst(root)) {
-        std::unordered_map<std::string, unsigned> uses;
-        for (unsigned i = 0; i < parent->getNChildren(); ++i) {
-            const NodePtr child = parent->getChild(i);
-            std::string step = stepOf(child, products.of(child));
-            if (const unsigned number = ++uses[step]; number > 1)
-                step += "#" + std::to_string(number);
-            m_steps.emplace(child.get(), std::move(step));
-        }
+        std::vector<std::string> below = steps.below(parent);
+        for (unsigned i = 0; i < parent->getNChildren(); ++i)
+            m_steps.emplace(parent->getChild(i).get(), std::move(below[i]));
     }
 }
 

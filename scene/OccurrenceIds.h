@@ -4,9 +4,23 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace osg
 {
+
+/// The last steps of the ids of OccurrenceIds, made where a walk comes by.
+class OccurrenceSteps
+{
+public:
+    /// Those of the children of `parent`, in their order.
+    std::vector<std::string> below(const NodePtr& parent);
+
+private:
+    std::string productOf(const NodePtr& node);
+
+    std::unordered_map<const FieldContainer*, std::string> m_products; ///< by attachments that several nodes hold
+};
 
 /// Names for the nodes of a tree that stay when the file is written anew by another system.
 ///

@@ -18,10 +18,13 @@ bool isPlain(char c)
 
 void addQuoted(const std::string& text, std::string& json)
 {
-    if (std::all_of(text.begin(), text.end(), isPlain))
-        json.append("\"").append(text).append("\"");
-    else
+    if (std::all_of(text.begin(), text.end(), isPlain)) {
+        json += '"';
+        json += text;
+        json += '"';
+    } else {
         json += textOf(Json(text));
+    }
 }
 
 template <class Number>
@@ -92,60 +95,63 @@ void addValue(const osg::Attribute& attribute, std::string& json)
     json += '}';
 }
 
-using Places = std::vector<const osg::Attribute*>;
-
-/// By name; equal names stay in their order.
-Places sorted(const osg::AttributeList& attributes)
-{
-    Places places;
-    places.reserve(attributes.size());
-    for (const osg::Attribute& attribute : attributes)
-        places.push_back(&attribute);
-    std::stable_sort(places.begin(), places.end(), [](const auto* a, const auto* b) { return a->name < b->name; });
-    return places;
-}
-
-void addMember(Places::const_iterator first, Places::const_iterator last, std::string& json)
-{
-    addQuoted((*first)->name, json);
-    json += last - first > 1 ? ":[" : ":";
-    for (auto each = first; each != last; ++each) {
-        json += each == first ? "" : ",";
-        addValue(**each, json);
-    }
-    json += last - first > 1 ? "]" : "";
-}
-
-void addAttributes(const osg::AttributeList& attributes, std::string& json)
-{
-    const Places places = sorted(attributes);
-    json += '{';
-    for (auto first = places.begin(); first != places.end();) {
-        const auto last =
-            std::find_if(first, places.end(), [first](const auto* each) { return each->name != (*first)->name; });
-        json += first == places.begin() ? "" : ",";
-        addMember(first, last, json);
-        first = last;
-    }
-    json += '}';
-}
-
-void addAttributesMember(const osg::AttributeList& attributes, std::string& members)
+void addAttributesMember(const osg::AttributeList& attributes, AttributeWriter& writer, std::string& members)
 {
     if (attributes.empty())
         return;
     members += "\"attributes\":";
-    addAttributes(attributes, members);
+    writer.add(attributes, members);
 }
 
 } // namespace
 
+void AttributeWriter::add(const osg::AttributeList& attributes, std::string& json)
+{
+    const auto isNamed = [](const osg::Attribute& attribute, const std::string& name) {
+        return attribute.name == name;
+    };
+    if (!std::equal(attributes.begin(), attributes.end(), m_names.begin(), m_names.end(), isNamed))
+        lookAtNames(attributes);
+    json += '{';
+    for (const Member& member : m_members) {
+        json += member.before;
+        addValue(attributes[member.index], json);
+        if (member.isLastOfSeveral)
+            json += ']';
+    }
+    json += '}';
+}
+
+/// Equal names stay in their order.
+void AttributeWriter::lookAtNames(const osg::AttributeList& attributes)
+{
+    m_names.clear();
+    m_members.clear();
+    for (const osg::Attribute& attribute : attributes) {
+        m_members.push_back({m_names.size(), {}, false});
+        m_names.push_back(attribute.name);
+    }
+    std::stable_sort(m_members.begin(), m_members.end(),
+                     [this](const Member& a, const Member& b) { return m_names[a.index] < m_names[b.index]; });
+    const auto isAsBefore = [this](std::size_t i) {
+        return i > 0 && i < m_members.size() && m_names[m_members[i].index] == m_names[m_members[i - 1].index];
+    };
+    for (std::size_t i = 0; i < m_members.size(); ++i) {
+        const bool isFirst = !isAsBefore(i);
+        const bool isLast = !isAsBefore(i + 1);
+        m_members[i].before = i == 0 ? "" : ",";
+        if (isFirst) {
+            addQuoted(m_names[m_members[i].index], m_members[i].before);
+            m_members[i].before += isLast ? ":" : ":[";
+        }
+        m_members[i].isLastOfSeveral = isLast && !isFirst;
+    }
+}
+
 std::string attributesText(const osg::AttributeList& attributes)
 {
-    constexpr std::size_t usualBytes = 40; // of one
     std::string json;
-    json.reserve(attributes.size() * usualBytes);
-    addAttributes(attributes, json);
+    AttributeWriter().add(attributes, json);
     return json;
 }
 
@@ -153,41 +159,37 @@ std::string GlbAttributes::membersOf(const osg::NodePtr& node)
 {
     std::string members;
     if (const auto occurrence = osg::attributeAttachment(node, osg::AttributeOwner::Occurrence))
-        occurrence->visit([&members](const osg::AttributeList& list) { addAttributesMember(list, members); });
+        occurrence->visit([&](const osg::AttributeList& list) { addAttributesMember(list, m_writer, members); });
     if (const auto product = osg::attributeAttachment(node, osg::AttributeOwner::Product)) {
         members += members.empty() ? "\"product\":" : ",\"product\":";
-        addDigits(numberOf(product), members);
+        addDigits(numberOf(*product), members);
     }
     return members;
 }
 
-/// Equal products of several files become one.
-std::size_t GlbAttributes::numberOf(const osg::AttributeAttachment::Ptr& product)
+std::size_t GlbAttributes::numberOf(const osg::AttributeAttachment& product)
 {
-    const auto [entry, isNew] = m_numbers.try_emplace(product.get());
-    if (!isNew)
-        return entry->second;
-    const auto [known, isNewText] = m_known.try_emplace(product->visit(attributesText), m_products.size());
-    if (isNewText)
-        m_products.push_back(&known->first);
-    return entry->second = known->second;
+    // Who holds the only reference is the only one to meet it.
+    if (product.getRefCount() == 1)
+        return add(product);
+    const auto known = m_numbers.find(&product);
+    return known == m_numbers.end() ? m_numbers.emplace(&product, add(product)).first->second : known->second;
 }
 
-void GlbAttributes::addProducts(std::string& json) const
+/// Equal products of several files become one.
+std::size_t GlbAttributes::add(const osg::AttributeAttachment& product)
 {
-    json += '[';
-    for (const std::string* product : m_products) {
-        json += product == m_products.front() ? "" : ",";
-        json += *product;
-    }
-    json += ']';
+    m_entry = ',';
+    product.visit([this](const osg::AttributeList& list) { m_writer.add(list, m_entry); });
+    return m_products.add(m_entry);
 }
 
 std::string materialMembers(const osg::MaterialPtr& material)
 {
     std::string members;
+    AttributeWriter writer;
     if (material)
-        addAttributesMember(osg::attributesOf(osg::AttachmentContainerPtr(material)), members);
+        addAttributesMember(osg::attributesOf(osg::AttachmentContainerPtr(material)), writer, members);
     return members;
 }
 

@@ -34,6 +34,8 @@ public:
         return m_size++;
     }
     std::size_t size() const { return m_size; }
+    /// The entries with commas between them.
+    const std::string& entries() const { return m_text; }
     std::string text() const { return '[' + m_text + ']'; }
 
 private:

@@ -64,9 +64,9 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit), m_ids(root)
+    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit)
 {
-    enqueue({root, {}, toFile(options), {}});
+    enqueue({root, {}, toFile(options), {}, 1, extrasOf(root, {})});
     while (!m_queue.empty()) {
         Step step = std::move(m_queue.front());
         m_queue.pop_front();
@@ -105,14 +105,15 @@ void GlbNodes::add(Step step)
         addContent(step, json);
     else
         json["children"] = {enqueue({step.node, step.material, {}, placement->inner, step.scale})};
-    m_list.addText(withExtras(std::move(json), extrasOf(step.node, name)));
+    m_list.addText(withExtras(std::move(json), step.extras));
 }
 
-std::string GlbNodes::extrasOf(const osg::NodePtr& node, const char* name)
+std::string GlbNodes::extrasOf(const osg::NodePtr& node, const std::string& idStep)
 {
     std::string members = m_attributes.membersOf(node);
-    if (const std::string& step = m_ids.step(node); !step.empty() && step != (name ? name : "-"))
-        members += (members.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(step));
+    const char* name = osg::getName(node);
+    if (!idStep.empty() && idStep != (name ? name : "-"))
+        members += (members.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(idStep));
     return members;
 }
 
@@ -150,13 +151,16 @@ void GlbNodes::addVariants(const osg::NodePtr& node, Json& json)
     m_hasHidden = true;
 }
 
+/// The attributes of children are looked at here, as their steps are, which are made of them: when it is their turn to
+/// be added, a large tree has driven them out of the caches.
 void GlbNodes::addChildren(const Step& step, Json& json)
 {
     const osg::MaterialPtr material = materialBelow(step.node, step.material);
+    const std::vector<std::string> idSteps = m_idSteps.below(step.node);
     for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
         const osg::NodePtr child = step.node->getChild(i);
         if (child->isActive() || m_variants.visibility(child))
-            json["children"].push_back(enqueue({child, material, {}, {}, step.scale}));
+            json["children"].push_back(enqueue({child, material, {}, {}, step.scale, extrasOf(child, idSteps[i])}));
     }
 }
 

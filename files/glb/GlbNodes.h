@@ -36,12 +36,13 @@ private:
         osg::Matrix above;         ///< to be applied after the own transform
         Json inner;                ///< for the second node of a transform or a camera: what it consists of
         double scale = 1;          ///< of the space that the node stands in
+        std::string extras = {};   ///< members of these beside others
     };
 
     void add(Step step);
     void addContent(const Step& step, Json& json);
     void addCamera(const osg::UberCameraPtr& camera, double scale, Json& json);
-    std::string extrasOf(const osg::NodePtr& node, const char* name);
+    std::string extrasOf(const osg::NodePtr& node, const std::string& idStep);
     void addVariants(const osg::NodePtr& node, Json& json);
     void addChildren(const Step& step, Json& json);
     std::size_t enqueue(Step step);
@@ -53,7 +54,7 @@ private:
     GlbMeshes m_meshes;
     GlbCameras m_cameras;
     GlbAttributes m_attributes;
-    osg::OccurrenceIds m_ids;
+    osg::OccurrenceSteps m_idSteps;
     bool m_hasHidden = false;
     QStringList m_warnings;
 };

@@ -8,8 +8,10 @@
 
 #include <QtEndian>
 
+#include <deque>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace files::glb
 {
@@ -19,36 +21,60 @@ namespace
 
 using namespace glblayout;
 
-/// The members of the document, put together as text. Lists without entries are not allowed.
+/// The members of the document as pieces of text, the large ones of which stay where they were made. Lists without
+/// entries are not allowed.
 class DocumentText
 {
 public:
     void add(const char* member, const std::string& json)
     {
-        m_text += m_text.empty() ? "{" : ",";
-        m_text.append("\"").append(member).append("\":").append(json);
+        begin(member);
+        addOwn(json);
     }
     void add(const char* member, const JsonList& list)
     {
-        if (list.size() > 0)
-            add(member, list.text());
+        if (list.size() == 0)
+            return;
+        begin(member);
+        addOwn("[");
+        addPiece(list.entries());
+        addOwn("]");
     }
     void add(const char* member, const GlbAttributes& attributes)
     {
-        add(member, "{\"products\":");
-        attributes.addProducts(m_text);
-        m_text += '}';
+        begin(member);
+        addOwn("{\"products\":[");
+        bool isFirst = true;
+        for (const std::string_view piece : attributes.products())
+            addPiece(piece.substr(std::exchange(isFirst, false) ? 1 : 0));
+        addOwn("]}");
     }
-    /// Filled up to a multiple of four.
-    std::string take()
+    /// Fills it up to a multiple of four.
+    void finish()
     {
-        m_text += '}';
-        m_text.append((4 - m_text.size() % 4) % 4, ' ');
-        return std::move(m_text);
+        addOwn("}");
+        addOwn(std::string((4 - m_size % 4) % 4, ' '));
+    }
+
+    std::uint64_t size() const { return m_size; }
+    void write(files::OutputFile& output) const
+    {
+        for (const std::string_view piece : m_pieces)
+            output.write(piece.data(), piece.size());
     }
 
 private:
-    std::string m_text;
+    void begin(const char* member) { addOwn(std::string(m_size == 0 ? "{" : ",") + '"' + member + "\":"); }
+    void addOwn(std::string text) { addPiece(m_own.emplace_back(std::move(text))); }
+    void addPiece(std::string_view piece)
+    {
+        m_pieces.push_back(piece);
+        m_size += piece.size();
+    }
+
+    std::deque<std::string> m_own;
+    std::vector<std::string_view> m_pieces;
+    std::uint64_t m_size = 0;
 };
 
 void addExtensions(const GlbNodes& nodes, DocumentText& text)
@@ -75,7 +101,8 @@ Json assetOf(const WriteOptions& options)
     return asset;
 }
 
-std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
+/// Refers to `nodes`.
+DocumentText documentOf(const GlbNodes& nodes, const WriteOptions& options)
 {
     const GlbMeshes& meshes = nodes.meshes();
     DocumentText text;
@@ -93,10 +120,11 @@ std::string documentOf(const GlbNodes& nodes, const WriteOptions& options)
     text.add("bufferViews", meshes.arrays().views());
     if (meshes.arrays().size() > 0)
         text.add("buffers", textOf(Json::array({{{"byteLength", meshes.arrays().size()}}})));
-    return text.take();
+    text.finish();
+    return text;
 }
 
-std::uint64_t fileSize(const std::string& document, std::uint64_t binarySize)
+std::uint64_t fileSize(const DocumentText& document, std::uint64_t binarySize)
 {
     return headerSize + chunkHeaderSize + document.size() + (binarySize > 0 ? chunkHeaderSize + binarySize : 0);
 }
@@ -119,7 +147,7 @@ files::Error errorOf(files::ErrorCode code, const QString& message)
 }
 
 /// The size of the file.
-files::Expected<std::uint64_t> writeFile(const std::string& document, const GlbArrays& arrays, const QString& path)
+files::Expected<std::uint64_t> writeFile(const DocumentText& document, const GlbArrays& arrays, const QString& path)
 {
     const std::uint64_t size = fileSize(document, arrays.size());
     if (size > std::numeric_limits<std::uint32_t>::max())
@@ -131,7 +159,7 @@ files::Expected<std::uint64_t> writeFile(const std::string& document, const GlbA
     writeNumber(output, version);
     writeNumber(output, static_cast<std::uint32_t>(size));
     writeChunkHeader(output, jsonChunk, document.size());
-    output.write(document.data(), document.size());
+    document.write(output);
     if (arrays.size() > 0) {
         writeChunkHeader(output, binaryChunk, arrays.size());
         arrays.write(output);

@@ -14,8 +14,6 @@ namespace
 
 using Json = nlohmann::json;
 
-constexpr double millimetresPerMetre = 1000;
-
 /// The number of this name; 0 when there is none.
 double numberIn(const Json& object, const char* name)
 {
@@ -71,19 +69,19 @@ std::vector<std::optional<GltfCamera>> readCameras(const nlohmann::json& documen
     return cameras;
 }
 
-osg::UberCameraPtr makeCamera(const GltfCamera& camera)
+osg::UberCameraPtr makeCamera(const GltfCamera& camera, double millimetresPerUnit)
 {
     const osg::UberCameraPtr core = osg::UberCameraBase::create();
     osg::setName(core, camera.name);
     osg::beginEditCP(core, osg::AllFieldsMask, 1);
-    core->setNear(static_cast<float>(camera.near * millimetresPerMetre));
+    core->setNear(static_cast<float>(camera.near * millimetresPerUnit));
     if (camera.far > 0)
-        core->setFar(static_cast<float>(camera.far * millimetresPerMetre));
+        core->setFar(static_cast<float>(camera.far * millimetresPerUnit));
     if (camera.isPerspective) {
         core->setFieldOfView(static_cast<float>(camera.angle * 180 / std::numbers::pi));
     } else {
         core->setProjection(osg::UberCameraBase::Parallel);
-        core->setHeight(static_cast<float>(camera.height * millimetresPerMetre));
+        core->setHeight(static_cast<float>(camera.height * millimetresPerUnit));
     }
     osg::endEditCP(core, osg::AllFieldsMask, 1);
     return core;

@@ -12,7 +12,7 @@
 namespace files::gltf
 {
 
-/// A lens of a document; lengths in metres, as the document has them.
+/// A lens of a document; lengths in its unit.
 struct GltfCamera {
     std::string name;
     bool isPerspective = true;
@@ -26,7 +26,7 @@ struct GltfCamera {
 /// leaves its place empty.
 std::vector<std::optional<GltfCamera>> readCameras(const nlohmann::json& document, ReadTask& task);
 
-/// A camera core with this lens, in millimetres.
-osg::UberCameraPtr makeCamera(const GltfCamera& camera);
+/// A camera core with this lens.
+osg::UberCameraPtr makeCamera(const GltfCamera& camera, double millimetresPerUnit);
 
 } // namespace files::gltf

@@ -192,14 +192,15 @@ GltfDocument openGltf(ReadTask& task)
 {
     const FileBytes file = readFile(task, task.path());
     const GltfFrame frame = splitGltf(file, task);
-    Json json = parseJson(frame.json, task, memberFilter());
+    std::size_t extrasLeftOut = 0;
+    Json json = parseJson(frame.json, task, memberFilter(extrasLeftOut));
     checkVersion(json, task);
     checkExtensions(json, task);
     GltfDocument document;
     document.buffers = BufferSource(task, file, frame.binary).all(json);
     warnOfUnread(json, task);
     document.cameras = readCameras(json, task);
-    document.extras = GltfExtras(json, task);
+    document.extras = GltfExtras(json, extrasLeftOut, task);
     document.model = parseModel(reducedText(std::move(json)), task);
     return document;
 }

@@ -2,7 +2,9 @@
 
 #include "files/gltf/ExtrasValues.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -17,27 +19,38 @@ using Json = nlohmann::json;
 /// What `files/glb` writes that is no attribute.
 constexpr std::array<std::string_view, 4> ownMembers = {"externalReference", "step", "variants", "variantSets"};
 
-/// Keeps the extras of the document, of its nodes, materials and scenes, and whatever is in these.
+/// The lists whose entries may have extras that are read.
+constexpr std::array<std::string_view, 5> readLists = {"cameras", "materials", "meshes", "nodes", "scenes"};
+
+/// Keeps the extras of the document, of its asset, nodes, meshes, cameras, materials and scenes, and whatever is in
+/// these.
 class Filter
 {
 public:
+    explicit Filter(std::size_t& leftOut) : m_leftOut(leftOut) {}
+
     bool operator()(int depth, std::string_view key)
     {
         if (m_depth > 0 && depth > m_depth)
             return true;
         m_depth = 0;
         if (depth == 1)
-            m_isInRead = key == "nodes" || key == "materials" || key == "scenes";
+            m_readDepth = key == "asset"                                                          ? 2
+                          : std::find(readLists.begin(), readLists.end(), key) != readLists.end() ? 3
+                                                                                                  : 0;
         if (key != "extras")
             return true;
-        if (depth == 1 || (depth == 3 && m_isInRead))
+        if (depth == 1 || depth == m_readDepth)
             m_depth = depth;
+        else
+            ++m_leftOut;
         return m_depth > 0;
     }
 
 private:
-    int m_depth = 0; ///< of the extras around the place; 0 outside
-    bool m_isInRead = false;
+    std::size_t& m_leftOut;
+    int m_depth = 0;     ///< of the extras around the place; 0 outside
+    int m_readDepth = 0; ///< where extras are read in the present member of the document; 0 for nowhere
 };
 
 Json takeMember(Json& object, const char* name)
@@ -59,9 +72,9 @@ osg::RefPtr<osg::AttributeAttachment::Ptr> attachmentOf(osg::AttributeList attri
 
 } // namespace
 
-MemberFilter memberFilter()
+MemberFilter memberFilter(std::size_t& leftOut)
 {
-    return Filter();
+    return Filter(leftOut);
 }
 
 /// One run over a document.
@@ -79,8 +92,13 @@ public:
         }
         m_isOurs = m_isOurs || generator().starts_with("znCADImport ");
         m_attachments.resize(m_products.size());
-        m_extras.m_document = attachmentOf(others(own));
+        osg::AttributeList attributes = others(own);
+        for (osg::Attribute& attribute : assetExtras())
+            attributes.push_back(std::move(attribute));
+        m_extras.m_document = attachmentOf(std::move(attributes));
         each("nodes", [this](int index, Json& extras) { m_extras.m_nodes[index] = nodeExtras(extras); });
+        each("meshes", [this](int index, Json& extras) { m_extras.m_meshes[index] = withOwn(extras); });
+        each("cameras", [this](int index, Json& extras) { m_extras.m_cameras[index] = withOwn(extras); });
         each("materials", [this](int index, Json& extras) { m_extras.m_materials[index] = withOwn(extras); });
         each("scenes", [this](int index, Json& extras) { m_extras.m_scenes[index] = withOwn(extras); });
         return m_leftOut;
@@ -92,6 +110,22 @@ private:
         const Json::json_pointer place("/asset/generator");
         const bool isTold = m_document.contains(place) && m_document.at(place).is_string();
         return isTold ? m_document.at(place).get<std::string>() : std::string();
+    }
+
+    /// Takes unit and axis out of those that we wrote.
+    osg::AttributeList assetExtras()
+    {
+        const auto asset = m_document.find("asset");
+        Json extras = asset == m_document.end() ? Json() : takeMember(*asset, "extras");
+        if (m_isOurs) {
+            const Json unit = takeMember(extras, "metresPerUnit");
+            const double millimetres = unit.is_number() ? unit.get<double>() * 1000 : 0;
+            if (millimetres > 0 && std::isfinite(static_cast<float>(millimetres)))
+                m_extras.m_millimetresPerUnit = millimetres;
+            if (takeMember(extras, "upAxis") == "Z")
+                m_extras.m_upAxis = UpAxis::Z;
+        }
+        return foreignAttributesIn(extras, m_leftOut);
     }
 
     template <class Visit>
@@ -160,9 +194,9 @@ private:
     std::size_t m_leftOut = 0;
 };
 
-GltfExtras::GltfExtras(Json& document, ReadTask& task)
+GltfExtras::GltfExtras(Json& document, std::size_t leftOut, ReadTask& task)
 {
-    if (const std::size_t count = Taking(document, *this).take(); count > 0)
+    if (const std::size_t count = leftOut + Taking(document, *this).take(); count > 0)
         task.warn(tr("%1 values of extras were left out").arg(static_cast<qulonglong>(count)));
 }
 
@@ -173,6 +207,19 @@ void GltfExtras::addToNode(int index, const osg::NodePtr& node) const
         return;
     osg::setAttributes(node, osg::AttributeOwner::Product, found->second.product.get());
     osg::setAttributes(node, osg::AttributeOwner::Occurrence, found->second.occurrence.get());
+}
+
+void GltfExtras::addMeshToNode(int mesh, const osg::NodePtr& node) const
+{
+    const auto found = m_meshes.find(mesh);
+    if (found != m_meshes.end() && !osg::attributeAttachment(node, osg::AttributeOwner::Product))
+        osg::setAttributes(node, osg::AttributeOwner::Product, found->second.get());
+}
+
+void GltfExtras::addCameraToNode(int camera, const osg::NodePtr& node) const
+{
+    if (const auto found = m_cameras.find(camera); found != m_cameras.end())
+        osg::setAttributes(node, osg::AttributeOwner::Occurrence, found->second.get());
 }
 
 void GltfExtras::addToMaterial(int index, const osg::MaterialPtr& material) const

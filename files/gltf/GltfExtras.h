@@ -11,23 +11,31 @@
 namespace files::gltf
 {
 
-/// Takes all members of a document but those extras that nobody reads. For one document.
-MemberFilter memberFilter();
+/// Takes all members of a document but those extras that nobody reads, which it counts into `leftOut`. For one
+/// document.
+MemberFilter memberFilter(std::size_t& leftOut);
 
-/// The attributes that a document gives its nodes, materials and scenes as extras: in the form that `files/glb`
-/// writes, or in any other. Of others, texts, numbers and booleans become attributes of the occurrence, arrays of these
-/// lists of texts, and what stands in objects has the names on the way to it with dots between.
+/// The attributes that a document gives its nodes, meshes, cameras, materials and scenes as extras: in the form that
+/// `files/glb` writes, or in any other. Of others, texts, numbers and booleans become attributes of the occurrence,
+/// arrays of these lists of texts, and what stands in objects has the names on the way to it with dots between.
 class GltfExtras
 {
 public:
     GltfExtras() = default;
-    /// Takes the extras out of `document`. Warns of how many values no attribute can be.
-    GltfExtras(nlohmann::json& document, ReadTask& task);
+    /// Takes the extras out of `document`. Warns of how many values no attribute can be, and of `leftOut` others.
+    GltfExtras(nlohmann::json& document, std::size_t leftOut, ReadTask& task);
+
+    /// The unit and the axis of the document: metres and Y, unless it is one of ours that tells others.
+    double millimetresPerUnit() const { return m_millimetresPerUnit; }
+    UpAxis upAxis() const { return m_upAxis; }
 
     /// Gives `node` those of a node of the document. An index without any is fine, here and below.
     void addToNode(int index, const osg::NodePtr& node) const;
+    /// Gives `node` those of a mesh as those of its product, unless it has a product.
+    void addMeshToNode(int mesh, const osg::NodePtr& node) const;
+    void addCameraToNode(int camera, const osg::NodePtr& node) const;
     void addToMaterial(int index, const osg::MaterialPtr& material) const;
-    /// Gives `node` those of a scene and of the document itself.
+    /// Gives `node` those of a scene, of the document itself and of its asset.
     void addToScene(int index, const osg::NodePtr& node) const;
 
 private:
@@ -40,8 +48,12 @@ private:
 
     std::unordered_map<int, NodeExtras> m_nodes;
     std::unordered_map<int, Held> m_materials;
+    std::unordered_map<int, Held> m_meshes;
+    std::unordered_map<int, Held> m_cameras;
     std::unordered_map<int, Held> m_scenes;
     Held m_document;
+    double m_millimetresPerUnit = 1000;
+    UpAxis m_upAxis = UpAxis::Y;
 };
 
 } // namespace files::gltf

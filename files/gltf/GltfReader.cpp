@@ -15,8 +15,6 @@ namespace files::gltf
 namespace
 {
 
-constexpr double millimetresPerMetre = 1000;
-
 QString nodePlace(int node)
 {
     return QStringLiteral("/nodes/%1").arg(node);
@@ -155,6 +153,7 @@ void GltfTree::add(const Step& step)
     m_task.countNodes(1 + geometries.size());
     const osg::NodePtr node = makeNodeFor(from, matrix, geometries);
     m_extras.addToNode(step.node, node);
+    m_extras.addMeshToNode(from.mesh, node);
     osg::addChild(step.parent, node);
     addCamera(node, from.camera);
     for (const int child : from.children)
@@ -182,7 +181,10 @@ void GltfTree::addCamera(const osg::NodePtr& parent, int camera)
     if (camera < 0 || index >= m_cameras.size() || !m_cameras[index])
         return;
     m_task.countNodes(1);
-    osg::addChild(parent, makeNode(m_cameras[index]->name, makeCamera(*m_cameras[index])));
+    const osg::NodePtr node =
+        makeNode(m_cameras[index]->name, makeCamera(*m_cameras[index], m_extras.millimetresPerUnit()));
+    m_extras.addCameraToNode(camera, node);
+    osg::addChild(parent, node);
 }
 
 /// Named after the mesh.
@@ -195,7 +197,8 @@ void GltfTree::addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& c
 osg::NodePtr GltfTree::build()
 {
     FreshTree tree(makeGroup({}));
-    const osg::NodePtr place = makeTransform(sceneName(), toMillimetresZUp(millimetresPerMetre, UpAxis::Y));
+    const osg::NodePtr place =
+        makeTransform(sceneName(), toMillimetresZUp(m_extras.millimetresPerUnit(), m_extras.upAxis()));
     m_extras.addToScene(std::max(m_model.defaultScene, 0), place);
     osg::addChild(tree.root(), place);
     for (const int node : rootNodes())

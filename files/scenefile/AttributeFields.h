@@ -1,15 +1,12 @@
 #pragma once
 
 #include "files/scenefile/SceneCodecs.h"
+#include "scene/Attributes.h"
 
 namespace osg::scenefile
 {
 
-/// Adds what the file stores of `attributes` to `fields`.
-void addAttributeFields(const AttributeList& attributes, ObjectNumbers& numbers, AttachmentFields& fields);
-
-/// Reads attributes from the records of a checked graph each time when they are asked for; the place is the
-/// `fb::Attachment`. It shares `owner`, which keeps the bytes of `scene` alive.
-std::shared_ptr<const AttributeSource> makeAttributeSource(const fb::Scene& scene, std::shared_ptr<const void> owner);
+/// The attributes of a checked record, as files have them that know no table of attributes.
+AttributeList attributesIn(const fb::Attachment& record, const NumberedObjects& objects);
 
 } // namespace osg::scenefile

@@ -1,5 +1,6 @@
 #include "files/scenefile/GraphCheck.h"
 
+#include "files/scenefile/AttributeCheck.h"
 #include "files/scenefile/SceneErrors.h"
 
 #include <algorithm>
@@ -43,6 +44,8 @@ public:
         each(m_scene.attachments(), [this](const fb::Attachment& attachment) { checkAttachment(attachment); });
         each(m_scene.file_references(), [this](const fb::FileReference& file) { checkFile(file); });
         each(m_scene.classes(), [this](const fb::ClassName& name) { checkClassName(name); });
+        if (m_scene.attributes() && !m_error)
+            checkAttributeTable(*m_scene.attributes());
         return m_error ? files::Expected<void>(*m_error) : files::Expected<void>();
     }
 
@@ -172,6 +175,15 @@ private:
                              (isText ? textBytes(attribute->bits()) : 0),
                          *attribute);
         }
+    }
+
+    void checkAttributeTable(const fb::AttributeTable& table)
+    {
+        addContainers(sizeOf(table.rows()), table);
+        const std::uint64_t holders = sizeOf(m_scene.nodes()) + sizeOf(m_scene.cores()) + sizeOf(m_scene.materials());
+        const std::uint64_t textsLeft = m_options.maxTextBytes - std::min(m_options.maxTextBytes, m_textBytes);
+        if (const auto defect = defectOf(table, {holders, textsLeft, bytesPerText}))
+            fail(defect->code, defect->message, *static_cast<const std::byte*>(defect->place));
     }
 
     std::uint64_t textBytes(std::uint64_t index) const

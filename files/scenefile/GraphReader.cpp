@@ -1,6 +1,6 @@
 #include "files/scenefile/GraphReader.h"
 
-#include "files/scenefile/AttributeFields.h"
+#include "files/scenefile/AttributeRows.h"
 #include "files/scenefile/ClassTable.h"
 #include "host/OSGSystem/Edit.h"
 #include "scene/Attachments.h"
@@ -48,8 +48,14 @@ Ptr numbered(const std::vector<RefPtr<Ptr>>& objects, std::uint32_t number)
 } // namespace
 
 GraphReader::GraphReader(const fb::Scene& scene, MeshList meshes, std::shared_ptr<const void> owner)
-    : m_scene(scene), m_meshes(std::move(meshes)), m_attributes(makeAttributeSource(scene, std::move(owner)))
+    : m_scene(scene), m_meshes(std::move(meshes))
 {
+    const fb::AttributeTable* table = scene.attributes();
+    if (!table || !table->uses())
+        return;
+    m_attributes.emplace(makeAttributeSource(*table, std::move(owner)), table->rows()->size());
+    m_uses = {reinterpret_cast<const fb::AttributeUse*>(table->uses()->Data()), table->uses()->size()};
+    m_rowRecords = reinterpret_cast<const fb::AttributeRow*>(table->rows()->Data());
 }
 
 template <class Record, class Codec, class Ptr>
@@ -139,7 +145,20 @@ void GraphReader::addChildren(const NodePtr& node, std::uint32_t count, std::vec
 
 void GraphReader::attach(const AttachmentContainerPtr& holder, std::uint32_t name, std::uint32_t links)
 {
-    const std::uint32_t first = std::exchange(m_nextLink, m_nextLink + links);
+    attachLinked(holder, name, std::exchange(m_nextLink, m_nextLink + links), links);
+    const std::uint32_t number = m_nextHolder++;
+    for (; !m_uses.empty() && m_uses.front().holder() == number; m_uses = m_uses.subspan(1)) {
+        const AttributeAttachment::Ptr attributes = this->attributes(m_uses.front().row());
+        if (holder)
+            AttachmentAccess::add(*holder, *attributes, static_cast<unsigned short>(m_uses.front().binding()));
+        else
+            m_attachments.emplace_back(attributes);
+    }
+}
+
+void GraphReader::attachLinked(const AttachmentContainerPtr& holder, std::uint32_t name, std::uint32_t first,
+                               std::uint32_t links)
+{
     if (!holder || (name == 0 && links == 0))
         return;
     beginEditCP(holder, AttachmentContainer::AttachmentsFieldMask, 1);
@@ -150,6 +169,12 @@ void GraphReader::attach(const AttachmentContainerPtr& holder, std::uint32_t nam
         holder->addAttachment(m_attachments[link.attachment()], static_cast<unsigned short>(link.binding()));
     }
     endEditCP(holder, AttachmentContainer::AttachmentsFieldMask, 1);
+}
+
+/// Rows are first used in their order, and those who hold them stay until the end.
+AttributeAttachment::Ptr GraphReader::attributes(std::uint32_t row)
+{
+    return row < m_attributes->size() ? (*m_attributes)[row] : m_attributes->create(m_rowRecords + row);
 }
 
 MaterialPtr GraphReader::material(std::uint32_t number) const

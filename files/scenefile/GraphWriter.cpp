@@ -7,6 +7,7 @@
 #include "scene/SubMaterials.h"
 
 #include <limits>
+#include <map>
 
 namespace osg::scenefile
 {
@@ -51,7 +52,7 @@ bool GraphWriter::hasRoomFor(std::uint64_t bytes)
                                   m_materialRecords.size() + m_attachmentRecords.size() + m_meshRecords.size();
     const std::uint64_t pending = m_nodeRecords.size() * sizeof(fb::Node) + m_linkRecords.size() * sizeof(fb::Link) +
                                   m_fileRecords.size() * sizeof(fb::FileReference) +
-                                  offsets * sizeof(flatbuffers::uoffset_t);
+                                  offsets * sizeof(flatbuffers::uoffset_t) + m_attributes.bytes();
     m_full = m_full || m_builder.GetSize() + pending + bytes > m_limit;
     return !m_full;
 }
@@ -113,16 +114,12 @@ void GraphWriter::collectAttachments()
         AttachmentFields fields;
         codec.write(attachment, *this, fields);
         const std::uint64_t variantBytes = fields.variants ? storedSize(*fields.variants) : 0;
-        const std::uint64_t attributeBytes = fields.attributes.size() * sizeof(fb::Attribute);
-        const std::uint64_t textCount = fields.tags.size() + fields.items.size();
-        if (!hasRoomFor(recordBytes + textCount * sizeof(std::uint32_t) + variantBytes + attributeBytes))
+        if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t) + variantBytes))
             return;
         const auto tags = m_builder.CreateVector(fields.tags);
-        const auto attributes = fields.attributes.empty() ? 0 : m_builder.CreateVectorOfStructs(fields.attributes);
-        const auto items = fields.items.empty() ? 0 : m_builder.CreateVector(fields.items);
         const auto variants = fields.variants ? storeVariants(*fields.variants, m_builder) : 0;
         m_attachmentRecords.push_back(
-            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants, attributes, items));
+            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants));
     }
 }
 
@@ -182,8 +179,9 @@ void GraphWriter::finish()
     const auto attachments = m_builder.CreateVector(m_attachmentRecords);
     const auto files = m_builder.CreateVectorOfStructs(m_fileRecords);
     const auto meshes = m_builder.CreateVector(m_meshRecords);
+    const auto attributes = m_attributes.store(m_builder);
     fb::FinishSceneBuffer(m_builder, fb::CreateScene(m_builder, texts, classes, nodes, links, cores, materials,
-                                                     attachments, files, meshes));
+                                                     attachments, files, meshes, attributes));
 }
 
 /// What a material holds gets its number before it, so that files hold no rings.
@@ -213,18 +211,10 @@ std::uint32_t GraphWriter::mesh(const std::shared_ptr<const Mesh>& mesh)
 
 std::uint32_t GraphWriter::text(std::string_view text)
 {
-    const TextNumbers::Entry entry = m_texts.add(text);
+    const files::TextNumbers::Entry entry = m_texts.add(text);
     if (entry.fresh && hasRoomFor(recordBytes + text.size()))
         m_textRecords.push_back(m_builder.CreateString(text));
     return entry.index;
-}
-
-std::uint32_t GraphWriter::passingText(const std::string& text)
-{
-    if (const std::optional<std::uint32_t> known = m_texts.find(text))
-        return *known;
-    m_keptTexts.push_back(text);
-    return this->text(m_keptTexts.back());
 }
 
 template <class Codec>
@@ -258,11 +248,17 @@ const Codec& GraphWriter::codecOf(std::span<const Codec> codecs, const FieldCont
 GraphWriter::Attached GraphWriter::attachedTo(const AttachmentContainer& holder)
 {
     Attached attached;
+    const std::uint32_t holderNumber = m_holders++;
     const AttachmentMap* map = AttachmentAccess::map(holder);
     if (!map)
         return attached;
     const std::uint32_t nameKey = AttachmentMap::key(NameAttachment::_type.getGroupId(), 0);
+    std::map<std::uint16_t, const Attachment*> own; // attributes by binding
     for (const AttachmentMap::Entry& entry : map->entries()) {
+        if (&entry.attachment->getType() == &AttributeAttachment::_type) {
+            own.emplace(static_cast<std::uint16_t>(entry.key), entry.attachment);
+            continue;
+        }
         if (entry.key == nameKey) {
             attached.name = text(static_cast<const NameAttachment*>(entry.attachment)->name()) + 1;
             continue;
@@ -274,6 +270,8 @@ GraphWriter::Attached GraphWriter::attachedTo(const AttachmentContainer& holder)
         m_linkRecords.emplace_back(number - 1, entry.key & 0xFFFF);
         ++attached.links;
     }
+    for (const auto& [binding, attributes] : own)
+        m_attributes.use(holderNumber, static_cast<const AttributeAttachment&>(*attributes), binding);
     return attached;
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "files/TextNumbers.h"
 #include "files/scenefile/ArrayPlan.h"
+#include "files/scenefile/AttributeRows.h"
 #include "files/scenefile/ClassWarnings.h"
 #include "files/scenefile/SceneCodecs.h"
-#include "files/scenefile/TextNumbers.h"
 #include "files/scenefile/WriteSceneFile.h"
 
-#include <deque>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -72,7 +72,6 @@ private:
     std::uint32_t fileReference(const FileReferencePtr& file) override;
     std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) override;
     std::uint32_t text(std::string_view text) override;
-    std::uint32_t passingText(const std::string& text) override;
 
     void collectNodes(const NodePtr& root);
     void collectCores();
@@ -112,8 +111,9 @@ private:
     Numbering<FileReference> m_files;
     Numbering<Mesh> m_meshes;
     std::unordered_set<const FieldContainer*> m_leftOut;
-    TextNumbers m_texts;
-    std::deque<std::string> m_keptTexts; ///< of those that pass
+    files::TextNumbers m_texts;
+    AttributeRows m_attributes;
+    std::uint32_t m_holders = 0; ///< met by now
     std::unordered_map<const FieldContainerType*, std::uint16_t> m_classes;
 
     std::vector<fb::Node> m_nodeRecords;

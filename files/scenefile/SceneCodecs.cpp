@@ -276,14 +276,10 @@ AttachmentPtr readVariants(const fb::Attachment& record, const NumberedObjects& 
     return VariantAttachment::create(record.variants() ? restoreVariants(*record.variants(), objects) : VariantTable());
 }
 
-void writeAttributes(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
-{
-    addAttributeFields(static_cast<const AttributeAttachment&>(attachment).attributes(), numbers, fields);
-}
-
+/// Writers put attributes into their table (AttributeRows).
 AttachmentPtr readAttributes(const fb::Attachment& record, const NumberedObjects& objects)
 {
-    return AttributeAttachment::create(objects.attributeSource(), &record);
+    return AttributeAttachment::create(attributesIn(record, objects));
 }
 
 const CoreCodec cores[] = {
@@ -307,7 +303,7 @@ const AttachmentCodec attachments[] = {
     {TagAttachment::_type, writeTags, readTags},
     {FileInfoBase::_type, writeFileInfo, readFileInfo},
     {VariantAttachment::_type, writeVariants, readVariants},
-    {AttributeAttachment::_type, writeAttributes, readAttributes},
+    {AttributeAttachment::_type, nullptr, readAttributes},
 };
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "host/OSGSystem/Material.h"
 #include "host/znOpenSGExt/FileReference.h"
-#include "scene/Attributes.h"
 #include "scene/Mesh.h"
 
 #include <scene_generated.h>
@@ -30,8 +29,6 @@ public:
     virtual std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) = 0;
     /// The index (not the number) of a text, which must live until the file is written.
     virtual std::uint32_t text(std::string_view text) = 0;
-    /// The same for a text that does not live that long.
-    virtual std::uint32_t passingText(const std::string& text) = 0;
 
 protected:
     ~ObjectNumbers() = default;
@@ -45,8 +42,6 @@ public:
     virtual FileReferencePtr fileReference(std::uint32_t number) const = 0;
     virtual std::shared_ptr<const Mesh> mesh(std::uint32_t number) const = 0;
     virtual std::string text(std::uint32_t index) const = 0;
-    /// What attributes are read from when they are asked for.
-    virtual const std::shared_ptr<const AttributeSource>& attributeSource() const = 0;
 
 protected:
     ~NumberedObjects() = default;
@@ -91,8 +86,6 @@ struct AttachmentFields {
     std::vector<std::uint32_t> tags;
     std::optional<fb::FileInfo> fileInfo;
     std::optional<VariantFields> variants;
-    std::vector<fb::Attribute> attributes;
-    std::vector<std::uint32_t> items;
 };
 
 struct CoreCodec {

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <map>
 #include <string_view>
 #include <unordered_map>
@@ -82,12 +83,24 @@ std::vector<std::string> attributeColumns(const std::vector<PartsListRow>& rows,
     return columns;
 }
 
+/// Whether spreadsheets would take the cell for a formula. What is a number as a whole is none.
+bool isLikeFormula(const std::string& text)
+{
+    constexpr std::string_view starts = "=+-@\t\r\n";
+    if (text.empty() || starts.find(text.front()) == std::string_view::npos)
+        return false;
+    double number = 0;
+    const char* const first = text.data() + (text.front() == '+' && text.find('-') != 1 ? 1 : 0);
+    const auto end = std::from_chars(first, text.data() + text.size(), number);
+    return end.ec != std::errc() || end.ptr != text.data() + text.size();
+}
+
 void addCell(const std::string& text, QByteArray& line)
 {
     if (!line.isEmpty() && line.back() != '\n')
         line += ',';
     // Valid UTF-8 in any case, of letters that a table can show.
-    QString letters = qtText(text);
+    QString letters = qtText(isLikeFormula(text) ? "'" + text : text);
     for (QChar& letter : letters)
         if (letter.category() == QChar::Other_Control && letter != u'\t' && letter != u'\r' && letter != u'\n')
             letter = QChar::ReplacementCharacter;

@@ -10,6 +10,7 @@
 #include "standalone/znVariants/StoredVariants.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace zn
 {
@@ -44,24 +45,6 @@ void dropKnownViewpoints(const zn::cameras::CameraTree& cameras, const osg::Node
     }
 }
 
-/// Hangs a camera that a file carried into the session's tree; what is new in one of a known name goes below that.
-void takeCamera(zn::cameras::CameraTree& cameras, const osg::NodePtr& node)
-{
-    for (unsigned i = 0; i < node->getNChildren(); ++i)
-        dropKnownViewpoints(cameras, node->getChild(i));
-    const osg::UberCameraPtr camera = cameraOf(node);
-    const osg::NodePtr known = camera ? cameras.findCamera(znUberCameraUtils::getName(camera)) : osg::NodePtr();
-    if (!known)
-        return osg::addChild(cameras.root(), node);
-    while (node->getNChildren() > 0) {
-        const osg::NodePtr track = node->getChild(0);
-        if (track->getNChildren() > 0)
-            osg::addChild(known, track);
-        else
-            osg::subChild(node, track);
-    }
-}
-
 void listCameras(zn::cameras::CameraTree& cameras, const osg::NodePtr& root)
 {
     osg::traverse(root, [&](const osg::NodePtr& node) {
@@ -72,18 +55,48 @@ void listCameras(zn::cameras::CameraTree& cameras, const osg::NodePtr& root)
     });
 }
 
+/// The children of `parent`, which they leave, in their order.
+std::vector<osg::RefPtr<osg::NodePtr>> takenChildren(const osg::NodePtr& parent)
+{
+    std::vector<osg::RefPtr<osg::NodePtr>> children;
+    while (parent->getNChildren() > 0) {
+        children.emplace_back(parent->getChild(parent->getNChildren() - 1));
+        osg::subChild(parent, children.back().get());
+    }
+    std::reverse(children.begin(), children.end());
+    return children;
+}
+
+/// Hangs a camera that a file carried into the session's tree; what is new in one of a known name goes below that. What
+/// came is listed at once, for the next one may bear its name.
+void takeCamera(zn::cameras::CameraTree& cameras, const osg::NodePtr& node)
+{
+    for (unsigned i = 0; i < node->getNChildren(); ++i)
+        dropKnownViewpoints(cameras, node->getChild(i));
+    const osg::UberCameraPtr camera = cameraOf(node);
+    const osg::NodePtr known = camera ? cameras.findCamera(znUberCameraUtils::getName(camera)) : osg::NodePtr();
+    if (!known) {
+        osg::addChild(cameras.root(), node);
+        listCameras(cameras, node);
+        return;
+    }
+    for (const osg::RefPtr<osg::NodePtr>& track : takenChildren(node)) {
+        if (track.get()->getNChildren() == 0)
+            continue;
+        osg::addChild(known, track.get());
+        listCameras(cameras, track.get());
+    }
+}
+
 void takeCameras(zn::cameras::CameraTree& cameras, const osg::NodePtr& root)
 {
     const osg::RefPtr<osg::NodePtr> carried(carriedCameras(root));
     if (!carried)
         return;
     osg::subChild(root, carried);
-    while (carried->getNChildren() > 0) {
-        const osg::RefPtr<osg::NodePtr> node(carried->getChild(0));
-        osg::subChild(carried, node);
-        takeCamera(cameras, node);
-        listCameras(cameras, cameras.root());
-    }
+    listCameras(cameras, cameras.root());
+    for (const osg::RefPtr<osg::NodePtr>& node : takenChildren(carried.get()))
+        takeCamera(cameras, node.get());
 }
 
 } // namespace

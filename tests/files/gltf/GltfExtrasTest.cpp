@@ -40,13 +40,40 @@ protected:
 TEST_F(GltfExtrasTest, ForeignExtrasAreThoseOfTheOccurrence)
 {
     const auto result = readNodes({R"({"no": "A-1", "product": 0, "step": "x", "attributes": {"a": 1}})", R"("text")"});
-    EXPECT_THAT(texts(result.warnings), IsEmpty());
+    EXPECT_THAT(texts(result.warnings), ElementsAre(QStringLiteral("1 values of extras were left out @ ")))
+        << "of the primitive";
     EXPECT_EQ(occurrence(0), (AttributeList{{"attributes.a", std::int64_t(1)},
                                             {"no", std::string("A-1")},
                                             {"product", std::int64_t(0)},
                                             {"step", std::string("x")}}));
-    EXPECT_EQ(product(0), AttributeList());
+    EXPECT_EQ(product(0), (AttributeList{{"own", std::int64_t(1)}})) << "of the mesh";
     EXPECT_EQ(occurrence(1), (AttributeList{{"extras", std::string("text")}}));
+}
+
+TEST_F(GltfExtrasTest, CamerasAndTheAssetHaveTheirs)
+{
+    ASSERT_TRUE(readNodes({R"({}, "camera": 0)"}, R"(, "cameras": [{"type": "perspective", "name": "eye", "extras": )"
+                                                  R"({"lens": "wide"}, "perspective": {"yfov": 1, "znear": 1}}])"));
+    const osg::NodePtr eye = scene()->getChild(0)->getChild(1);
+    EXPECT_EQ(osg::attributesOf(eye, AttributeOwner::Occurrence), (AttributeList{{"lens", std::string("wide")}}));
+}
+
+/// A file of ours tells another unit or axis than glTF has; in any other file that is an attribute.
+TEST_F(GltfExtrasTest, UnitAndAxisOfOurFilesArePutRight)
+{
+    const auto readAsset = [this](const QByteArray& generator) {
+        QByteArray text = document(R"("meshes": [{"primitives": [{"attributes": {"POSITION": 0}}]}], )"
+                                   R"("nodes": [{"mesh": 0}])");
+        text.replace(R"("version": "2.0")", R"("version": "2.0", "generator": ")" + generator +
+                                                R"(", "extras": {"metresPerUnit": 0.5, "upAxis": "Z", "who": "Ada"})");
+        return read(write(QStringLiteral("own.gltf"), text));
+    };
+    ASSERT_TRUE(readAsset("znCADImport 1"));
+    EXPECT_THAT(matrixOf(scene()), ElementsAre(500, 0, 0, 0, 0, 500, 0, 0, 0, 0, 500, 0, 0, 0, 0, 1));
+    EXPECT_EQ(osg::attributesOf(scene(), AttributeOwner::Occurrence), (AttributeList{{"who", std::string("Ada")}}));
+    ASSERT_TRUE(readAsset("another"));
+    EXPECT_THAT(matrixOf(scene()), ElementsAre(1000, 0, 0, 0, 0, 0, 1000, 0, 0, -1000, 0, 0, 0, 0, 0, 1));
+    EXPECT_EQ(osg::attributesOf(scene(), AttributeOwner::Occurrence).size(), 3u);
 }
 
 TEST_F(GltfExtrasTest, MaterialsHaveTheirs)
@@ -79,8 +106,8 @@ TEST_F(GltfExtrasTest, AProductThatIsNotThereIsToldOf)
     const auto result = readNodes({R"({"product": 1})", R"({"product": -1})", R"({"product": "0"})", R"({"a": [[]]})"},
                                   R"(, "extras": {"products": [{"Product": "nut"}]})");
     ASSERT_TRUE(result);
-    EXPECT_THAT(texts(result.warnings), ElementsAre(QStringLiteral("4 values of extras were left out @ ")));
-    EXPECT_EQ(product(0), AttributeList());
+    EXPECT_THAT(texts(result.warnings), ElementsAre(QStringLiteral("5 values of extras were left out @ ")));
+    EXPECT_EQ(product(0), (AttributeList{{"own", std::int64_t(1)}})) << "of the mesh";
 }
 
 TEST_F(GltfExtrasTest, TheSceneThatIsReadHasItsOwn)

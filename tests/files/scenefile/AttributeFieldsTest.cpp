@@ -94,6 +94,34 @@ TEST_F(AttributeFieldsTest, AttributesAreReadAfterTheTreeIsGone)
     EXPECT_EQ(kept->attributes(), all);
 }
 
+/// Files that have no table of attributes have them in attachments.
+TEST_F(AttributeFieldsTest, RecordsOfFormerFilesAreRead)
+{
+    using Type = fb::AttributeType;
+    Graph graph;
+    graph.texts = {"text", "kg", "item"};
+    graph.classes.push_back({"Attributes"});
+    graph.nodes = {fb::Node(1, 0, 0, 1, 0)};
+    graph.links = {fb::Link(0, 1)};
+    graph.attachments = [](flatbuffers::FlatBufferBuilder& builder) {
+        const std::vector<fb::Attribute> records = {
+            {2, 0, 0, Type::Text}, {7, 0, 0, Type::Integer}, {0, 2, 2, Type::Real}, {1, 0, 0, Type::Boolean},
+            {1, 0, 0, Type::Date}, {1, 0, 0, Type::List},    {2, 0, 0, Type::List}};
+        const auto list = builder.CreateVectorOfStructs(records);
+        const auto items = builder.CreateVector(std::vector<std::uint32_t>{2, 0, 1});
+        return std::vector{fb::CreateAttachment(builder, 4, 0, nullptr, 0, list, items)};
+    };
+    const NodeRef root(read(graph.file()).value());
+    EXPECT_EQ(osg::attributesOf(root.get(), AttributeOwner::Occurrence),
+              (AttributeList{{"text", std::string("item")},
+                             {"text", std::int64_t(7)},
+                             {"item", 0.0, "kg"},
+                             {"text", true},
+                             {"text", osg::AttributeDate{"kg"}},
+                             {"text", std::vector<std::string>{"item"}},
+                             {"text", std::vector<std::string>{"text", "kg"}}}));
+}
+
 TEST_F(AttributeFieldsTest, ReferencesWithoutATargetAreRefused)
 {
     using Type = fb::AttributeType;

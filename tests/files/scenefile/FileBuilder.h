@@ -115,6 +115,7 @@ struct Graph {
     std::function<std::vector<flatbuffers::Offset<fb::Material>>(flatbuffers::FlatBufferBuilder&)> materials;
     std::function<std::vector<flatbuffers::Offset<fb::Attachment>>(flatbuffers::FlatBufferBuilder&)> attachments;
     std::function<std::vector<flatbuffers::Offset<fb::Mesh>>(flatbuffers::FlatBufferBuilder&)> meshes;
+    std::function<flatbuffers::Offset<fb::AttributeTable>(flatbuffers::FlatBufferBuilder&)> attributes;
 
     Bytes bytes() const
     {
@@ -135,9 +136,10 @@ struct Graph {
         const auto attachmentVector = made(attachments);
         const auto fileVector = builder.CreateVectorOfStructs(files);
         const auto meshVector = made(meshes);
-        fb::FinishSceneBuffer(builder,
-                              fb::CreateScene(builder, textVector, classVector, nodeVector, linkVector, coreVector,
-                                              materialVector, attachmentVector, fileVector, meshVector));
+        const auto attributeTable = attributes ? attributes(builder) : 0;
+        fb::FinishSceneBuffer(builder, fb::CreateScene(builder, textVector, classVector, nodeVector, linkVector,
+                                                       coreVector, materialVector, attachmentVector, fileVector,
+                                                       meshVector, attributeTable));
         const auto* start = reinterpret_cast<const std::byte*>(builder.GetBufferPointer());
         return {start, start + builder.GetSize()};
     }

@@ -65,6 +65,29 @@ TEST_F(PartsListFileTest, CsvHasAColumnForEachAttribute)
         "0,rod,1,,,,,,,,,,\r\n");
 }
 
+/// What spreadsheets would take for a formula, which can send data away or start programs, stands behind an apostrophe.
+TEST_F(PartsListFileTest, CsvHasNoFormulas)
+{
+    const auto lineOf = [this](const std::string& text) {
+        PartsListRow row;
+        row.product = text;
+        return written("parts.csv", {row}).split('\n').mid(1).join('\n');
+    };
+    for (const char* text : {"=1+1", "+cmd", "-cmd", "@SUM(A1)", "\tx", "-", "=", "-5 kg", "+-5", "-1-1"})
+        EXPECT_EQ(lineOf(text), QByteArray("0,'") + text + ",0,,,,,,,\r\n");
+    EXPECT_EQ(lineOf("\r=1"), "0,\"'\r=1\",0,,,,,,,\r\n");
+    for (const char* text : {"-12.5", "+3", "1+1", "a=b", "'", "-1e-5"})
+        EXPECT_EQ(lineOf(text), QByteArray("0,") + text + ",0,,,,,,,\r\n");
+}
+
+TEST_F(PartsListFileTest, FormulasStayAsTheyAreInJson)
+{
+    PartsListRow row;
+    row.product = "=1+1";
+    const QJsonObject json = QJsonDocument::fromJson(written("parts.json", {row})).object();
+    EXPECT_EQ(json[QStringLiteral("parts")].toArray().at(0)[QStringLiteral("product")], QStringLiteral("=1+1"));
+}
+
 TEST_F(PartsListFileTest, JsonKeepsTypes)
 {
     const QJsonObject json = QJsonDocument::fromJson(written("parts.JSON", {wheel()})).object();

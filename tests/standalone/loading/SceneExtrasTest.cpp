@@ -13,12 +13,15 @@
 #include "host/znOpenSGUberCamera/znUberCameraPool.h"
 #include "host/znOpenSGUberCamera/znUberCameraUtils.h"
 #include "host/znVariants/znVariants.h"
+#include "scene/Tags.h"
 #include "scene/VariantTable.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
+#include <algorithm>
+#include <ctime>
 #include <optional>
 
 namespace
@@ -119,6 +122,26 @@ protected:
         return path;
     }
 
+    /// Seconds of processor time that it takes to take as many cameras out of a file.
+    double secondsOfCameras(int count)
+    {
+        end();
+        begin();
+        const osg::RefPtr<osg::NodePtr> file(osg::makeNodeFor(osg::Group::create()));
+        const osg::NodePtr carried = add(file.get(), osg::Group::create(), "Cameras");
+        osg::setTags(carried, {zn::SceneWithExtras::camerasTag});
+        for (int i = 0; i < count; ++i) {
+            const osg::UberCameraPtr camera = osg::UberCameraBase::create();
+            osg::setName(camera, "camera " + std::to_string(i));
+            add(carried, camera, "camera");
+        }
+        const std::clock_t start = std::clock();
+        zn::takeExtras(*m_session, file.get());
+        const std::clock_t stop = std::clock();
+        EXPECT_EQ(zn::cameras::sessionCameras().entries().size(), static_cast<std::size_t>(count));
+        return static_cast<double>(stop - start) / CLOCKS_PER_SEC;
+    }
+
     int load(const QString& path) { return znFileIO::load({path}, root(), true, false, false); }
 
     QTemporaryDir m_folder{QDir::tempPath() + text("/extras äö XXXXXX")};
@@ -205,6 +228,15 @@ TEST_F(SceneExtrasTest, NewViewpointsOfAKnownCameraComeBelowIt)
     EXPECT_EQ(camera->getNChildren(), 2u);
     EXPECT_NE(zn::cameras::sessionCameras().findViewpoint(text("Open Roof_vp")).cameraId, 0u);
     EXPECT_NE(zn::cameras::sessionCameras().findViewpoint(text("other_vp")).cameraId, 0u);
+}
+
+TEST_F(SceneExtrasTest, TwiceAsManyCamerasTakeTwiceAsLong)
+{
+    constexpr int count = 5'000;
+    double least = 1e9;
+    for (int run = 0; run < 5 && least > 2.3; ++run)
+        least = std::min(least, secondsOfCameras(2 * count) / secondsOfCameras(count));
+    EXPECT_LE(least, 2.3);
 }
 
 TEST_F(SceneExtrasTest, CamerasInATreeEnterThePoolWhereTheyAre)
