@@ -85,22 +85,26 @@ void tell(const Drawing& drawing, core::Log& log)
         log.warning(counted(counts.outOfRange, "points of annotations are left out: they are not in the file"));
     if (counts.isCut)
         log.warning("the annotations refer to more points than can be meant; the rest is left out");
+    if (counts.areModelsCut)
+        log.warning("so many drawings list annotations that saved views do not show all of them");
 }
 
 } // namespace
 
-CalloutOwners::CalloutOwners(const STEPCAFControl_Reader& reader, const Drawing& drawing, core::Log& log)
+CalloutOwners::CalloutOwners(const STEPCAFControl_Reader& reader, const Drawing& drawing, const ViewedCallouts& viewed,
+                             core::Log& log)
 {
     tell(drawing, log);
     if (!drawing.callouts.empty())
-        place(reader, drawing);
+        place(reader, drawing, viewed);
 }
 
-void CalloutOwners::place(const STEPCAFControl_Reader& reader, const Drawing& drawing)
+void CalloutOwners::place(const STEPCAFControl_Reader& reader, const Drawing& drawing, const ViewedCallouts& viewed)
 {
     const NumberedFacts facts(reader);
     for (const annotations::Callout& drawn : drawing.callouts) {
         model::Callout callout = calloutWithMeshes(drawn, facts.millimetresOf(drawn.context), m_appearances);
+        callout.views = viewed.viewsOf(drawn);
         const TDF_Label label = facts.labelOf(drawn.product);
         if (label.IsNull()) {
             m_others.push_back(std::move(callout));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ptx/model/Model.h"
+#include "ptx/readers/step/ViewedCallouts.h"
 #include "ptx/readers/step/annotations/Drawing.h"
 
 #include <NCollection_DataMap.hxx>
@@ -25,8 +26,10 @@ namespace ptx::step
 class CalloutOwners
 {
 public:
-    /// After the transfer of `reader`. `log` tells how much is drawn, and what is not.
-    CalloutOwners(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing, core::Log& log);
+    /// After the transfer of `reader`. Each callout gets the numbers of the views that show it. `log` tells how
+    /// much is drawn, and what is not.
+    CalloutOwners(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing,
+                  const ViewedCallouts& viewed, core::Log& log);
 
     /// Gives `product` what belongs to `label`, with appearances of this object's own.
     void addTo(model::Product& product, const TDF_Label& label);
@@ -36,7 +39,7 @@ public:
 private:
     using Callouts = std::vector<model::Callout>;
 
-    void place(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing);
+    void place(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing, const ViewedCallouts& viewed);
     void restate(model::Product& product, model::AppearanceTable& appearances) const;
 
     NCollection_DataMap<TDF_Label, Callouts, TDF_LabelMapHasher> m_owned;

@@ -2,6 +2,7 @@
 
 #include "ptx/readers/step/ViewFraming.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ namespace ptx::step
 struct SavedView {
     std::string name; ///< unique, without square brackets
     WrittenCamera camera;
+    std::vector<std::uint32_t> drawings; ///< numbers of the draughting models that tell what it shows
+    bool isDefault = false;              ///< the file is to open with it
 };
 
 /// `name` with round brackets instead of square ones, in which tags put names.

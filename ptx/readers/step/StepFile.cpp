@@ -13,6 +13,7 @@
 #include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/RecordLibrary.h"
 #include "ptx/readers/step/UserAttributes.h"
+#include "ptx/readers/step/ViewedCallouts.h"
 #include "ptx/readers/step/damage/ColourRange.h"
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
@@ -148,7 +149,12 @@ private:
         LabelTags tags = userAttributes(m_reader);
         addProductFacts(m_reader, m_document, tags);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
-        CalloutOwners callouts(m_reader, m_text->takeAnnotations(), m_job.log);
+        const annotations::Drawing drawing = m_text->takeAnnotations();
+        if (!m_isPart)
+            m_content.views = savedViews(m_reader.Reader(), m_job.log);
+        const ViewedCallouts viewed(m_content.views, drawing.callouts.size(), m_job.log);
+        findDefaultView(m_content.views, viewed, drawing);
+        CalloutOwners callouts(m_reader, drawing, viewed, m_job.log);
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
                 addTags(tags, label, product.tags);
@@ -160,8 +166,6 @@ private:
         callouts.finish(m_content.model);
         addToFile(ofNoProduct);
         addUnit();
-        if (!m_isPart)
-            m_content.views = savedViews(m_reader.Reader(), m_job.log);
         return std::nullopt;
     }
 

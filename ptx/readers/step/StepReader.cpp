@@ -8,6 +8,7 @@
 #include "ptx/readers/step/StepFile.h"
 #include "ptx/readers/step/ViewFraming.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace ptx::step
@@ -50,6 +51,11 @@ std::string groupName(const model::Model& model, const std::string& path)
     return withoutBrackets(std::move(name));
 }
 
+bool isAtOpening(const model::View& view)
+{
+    return view.isAtOpening;
+}
+
 void addViews(model::Model& model, const std::vector<SavedView>& views, const std::string& path)
 {
     if (views.empty())
@@ -60,6 +66,7 @@ void addViews(model::Model& model, const std::vector<SavedView>& views, const st
         model::View& view = model.views.emplace_back();
         view.name = saved.name;
         view.group = group;
+        view.isAtOpening = saved.isDefault && std::none_of(model.views.begin(), model.views.end(), isAtOpening);
         frame(view, saved.camera, shown);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "ptx/readers/step/annotations/Curves.h"
 #include "ptx/readers/step/annotations/Homes.h"
+#include "ptx/readers/step/annotations/Listings.h"
 #include "ptx/readers/step/annotations/Styles.h"
 #include "ptx/readers/step/annotations/Symbols.h"
 #include "ptx/readers/step/annotations/Tessellation.h"
@@ -33,8 +34,9 @@ class AnnotationReader
 {
 public:
     AnnotationReader(const p21::Records& records, const p21::EntityIndex& index, const Census& census)
-        : m_entities(records, index), m_census(census), m_homes(m_entities, census), m_styles(m_entities),
-          m_pen(m_drawing), m_curves(m_entities, m_pen), m_tessellation(m_entities, m_pen), m_symbols(m_entities, m_pen)
+        : m_entities(records, index), m_census(census), m_homes(m_entities, census), m_listings(m_entities, census),
+          m_styles(m_entities), m_pen(m_drawing), m_curves(m_entities, m_pen), m_tessellation(m_entities, m_pen),
+          m_symbols(m_entities, m_pen)
     {
         m_occurrences.insert(census.occurrences.begin(), census.occurrences.end());
         for (const std::uint32_t placeholder : census.placeholders)
@@ -52,6 +54,7 @@ public:
         for (const std::uint32_t number : m_census.occurrences)
             if (m_occurrences.contains(number))
                 addAlone(number);
+        m_drawing.counts.areModelsCut = m_listings.isCut();
         return std::move(m_drawing);
     }
 
@@ -80,8 +83,10 @@ private:
         Callout callout = newCallout(number);
         m_pen.begin(callout);
         const Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
-        for (std::size_t i = 0; i < contents.size(); ++i)
+        for (std::size_t i = 0; i < contents.size(); ++i) {
+            m_listings.addTo(callout, contents.reference(i));
             addOccurrence(contents.reference(i), callout);
+        }
         keep(std::move(callout));
     }
 
@@ -93,13 +98,14 @@ private:
         keep(std::move(callout));
     }
 
-    Callout newCallout(std::uint32_t number) const
+    Callout newCallout(std::uint32_t number)
     {
         const Home home = m_homes.of(number);
         Callout callout;
         callout.name = wordsOf(m_entities.nameOf(number));
         callout.context = home.context;
         callout.product = home.product;
+        m_listings.addTo(callout, number);
         return callout;
     }
 
@@ -155,6 +161,7 @@ private:
     Entities m_entities;
     const Census& m_census;
     Homes m_homes;
+    Listings m_listings;
     Styles m_styles;
     Drawing m_drawing;
     Pen m_pen;

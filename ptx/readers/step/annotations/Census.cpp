@@ -54,6 +54,8 @@ List listFor(std::string_view type)
         return &Census::shapes;
     if (type.ends_with("OVER_RIDING_STYLED_ITEM"))
         return &Census::otherStyle;
+    if (type == "INVISIBILITY")
+        return &Census::hidings;
     return nullptr;
 }
 

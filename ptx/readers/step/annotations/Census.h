@@ -21,6 +21,7 @@ struct Census {
     Numbers links;      ///< from such models to aspects of products
     Numbers shapes;     ///< representations of the shapes of products
     Numbers otherStyle; ///< items that are styled differently than what holds them
+    Numbers hidings;    ///< lists of what was not seen when the text was written
 
     bool isEmpty() const { return occurrences.empty() && placeholders.empty(); }
 };

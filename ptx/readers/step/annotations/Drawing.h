@@ -27,11 +27,13 @@ struct Strokes {
 /// Annotations that belong together, as a dimension and its arrows do.
 struct Callout {
     std::string name;
-    std::vector<std::string> kinds; ///< "datum", "position" ...: each once
-    std::vector<std::string> texts; ///< for whose letters the text names a font alone
-    std::vector<Strokes> strokes;   ///< by colour
-    std::uint32_t context = 0;      ///< number of the context with its unit; 0 when nothing tells
-    std::uint32_t product = 0;      ///< number of the product definition it belongs to; 0 when nothing tells
+    std::vector<std::string> kinds;    ///< "datum", "position" ...: each once
+    std::vector<std::string> texts;    ///< for whose letters the text names a font alone
+    std::vector<Strokes> strokes;      ///< by colour
+    std::uint32_t context = 0;         ///< number of the context with its unit; 0 when nothing tells
+    std::uint32_t product = 0;         ///< number of the product definition it belongs to; 0 when nothing tells
+    std::vector<std::uint32_t> models; ///< numbers of the draughting models that list it, rising
+    bool isHidden = false;             ///< it was not seen when the text was written
 };
 
 /// How much was found and drawn.
@@ -45,6 +47,7 @@ struct Counts {
     std::size_t placeholders = 0; ///< they tell where an annotation goes, and draw nothing
     std::size_t outOfRange = 0;   ///< numbers of points that there are not
     bool isCut = false;           ///< the rest would be too much
+    bool areModelsCut = false;    ///< so many models list callouts that the rest of them is not told
 };
 
 /// All annotations of a text.
