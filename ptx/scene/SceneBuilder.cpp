@@ -125,6 +125,7 @@ private:
             addBody(node, product, look);
         if (!product.callouts.empty())
             osg::addChild(node, makeCalloutsNode(product.callouts, m_cores, m_visibility, m_scene.nodes));
+        m_scene.callouts += product.callouts.size();
         return {&product, node, look, isReference ? nullptr : reference};
     }
 

@@ -2,6 +2,7 @@
 
 #include "files/scenefile/AttributeTags.h"
 #include "ptx/model/MeshBuilder.h"
+#include "ptx/readers/step/MeshPoints.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,8 +40,7 @@ public:
     StrokeMesher(const Strokes& strokes, double millimetres) : m_strokes(strokes)
     {
         for (const annotations::Point& point : strokes.points)
-            m_points.push_back({static_cast<float>(point[0] * millimetres), static_cast<float>(point[1] * millimetres),
-                                static_cast<float>(point[2] * millimetres)});
+            m_points.push_back(inMillimetres(point, millimetres));
     }
 
     std::shared_ptr<const osg::Mesh> lines()
@@ -88,12 +88,7 @@ private:
         }
     }
 
-    bool isThere(std::uint32_t number) const
-    {
-        const osg::Vec3f& point = m_points[number];
-        constexpr float Farthest = 1e9F; // a thousand kilometres
-        return std::abs(point.x) < Farthest && std::abs(point.y) < Farthest && std::abs(point.z) < Farthest;
-    }
+    bool isThere(std::uint32_t number) const { return isInRange(m_points[number]); }
 
     std::uint32_t vertex(std::uint32_t number)
     {

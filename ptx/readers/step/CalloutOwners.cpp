@@ -2,13 +2,7 @@
 
 #include "ptx/core/Log.h"
 #include "ptx/readers/step/CalloutMeshes.h"
-#include "ptx/readers/step/LengthUnit.h"
-#include "ptx/readers/step/UserAttributes.h"
-
-#include <STEPCAFControl_Reader.hxx>
-#include <STEPControl_Reader.hxx>
-#include <StepBasic_ProductDefinition.hxx>
-#include <StepData_StepModel.hxx>
+#include "ptx/readers/step/NumberedFacts.h"
 
 #include <iterator>
 #include <utility>
@@ -20,50 +14,6 @@ namespace
 {
 
 using annotations::Drawing;
-
-/// What the model of a file knows by the numbers of the text: units of contexts and labels of products.
-class NumberedFacts
-{
-public:
-    explicit NumberedFacts(const STEPCAFControl_Reader& reader) : m_labels(reader)
-    {
-        const auto model = Handle(StepData_StepModel)::DownCast(reader.Reader().Model());
-        for (int i = 1; i <= model->NbEntities(); ++i)
-            add(model->IdentLabel(model->Value(i)), model->Value(i));
-    }
-
-    /// Null when it has no shape.
-    TDF_Label labelOf(std::uint32_t product) const
-    {
-        const auto found = m_products.find(static_cast<int>(product));
-        return found == m_products.end() ? TDF_Label() : m_labels.of(found->second);
-    }
-
-    /// Where the context names none, the unit of the first one that does.
-    double millimetresOf(std::uint32_t context) const
-    {
-        const auto found = m_units.find(static_cast<int>(context));
-        return found == m_units.end() ? m_firstUnit : found->second;
-    }
-
-private:
-    void add(int number, const Handle(Standard_Transient) & entity)
-    {
-        if (const auto product = Handle(StepBasic_ProductDefinition)::DownCast(entity); !product.IsNull())
-            m_products.emplace(number, product);
-        const double unit = millimetresIn(entity);
-        if (!(unit > 0))
-            return;
-        if (m_units.empty())
-            m_firstUnit = unit;
-        m_units.emplace(number, unit);
-    }
-
-    ProductLabels m_labels;
-    std::unordered_map<int, Handle(StepBasic_ProductDefinition)> m_products;
-    std::unordered_map<int, double> m_units;
-    double m_firstUnit = 1;
-};
 
 std::string counted(std::size_t count, const char* what)
 {
@@ -122,8 +72,12 @@ void CalloutOwners::addTo(model::Product& product, const TDF_Label& label)
         product.callouts = std::exchange(*own, {});
 }
 
-void CalloutOwners::finish(model::Model& model)
+void CalloutOwners::finish(model::Model& model, const std::string& name)
 {
+    if (model.roots.empty() && !m_others.empty()) {
+        model.roots.emplace_back().product = model.products.size();
+        model.products.emplace_back().name = name;
+    }
     if (!model.roots.empty()) {
         Callouts& callouts = model.products[model.roots[0].product].callouts;
         std::move(m_others.begin(), m_others.end(), std::back_inserter(callouts));

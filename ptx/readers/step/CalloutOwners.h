@@ -8,7 +8,7 @@
 #include <TDF_Label.hxx>
 #include <TDF_LabelMapHasher.hxx>
 
-#include <unordered_map>
+#include <string>
 #include <vector>
 
 class STEPCAFControl_Reader;
@@ -33,8 +33,9 @@ public:
 
     /// Gives `product` what belongs to `label`, with appearances of this object's own.
     void addTo(model::Product& product, const TDF_Label& label);
-    /// Once all products of the file are in `model`: gives the rest, and puts the appearances among those of `model`.
-    void finish(model::Model& model);
+    /// Once all products of the file are in `model`: gives the rest, and puts the appearances among those of `model`. A
+    /// file without products gets one, named `name`.
+    void finish(model::Model& model, const std::string& name);
 
 private:
     using Callouts = std::vector<model::Callout>;

@@ -80,12 +80,13 @@ core::Outcome<model::Model> readStep(const model::Job& job)
     model::Model& model = content.value().model;
     if (core::Trouble trouble = readers::requireExternalParts(job.externalParts, !model.references.empty()))
         return *trouble;
-    if (content.value().shapes.empty() && model.references.empty())
-        return nothingToImport(job.input, "it holds no solids, surfaces or curves");
+    if (isEmpty(content.value()) && model.references.empty())
+        return nothingToImport("it holds no solids, surfaces, curves or annotations");
     core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(content.value().shapes), job);
     if (!bodies)
         return bodies.failure();
     model.bodies = std::move(bodies.value());
+    addBodies(model, std::move(content.value().facets));
     addViews(model, content.value().views, job.input);
     return std::move(model);
 }

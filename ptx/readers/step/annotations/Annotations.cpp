@@ -62,12 +62,12 @@ private:
     /// A set of curves within others may have a colour of its own.
     void addOtherStyle(std::uint32_t number)
     {
-        const Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
+        const p21::Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
         const std::uint32_t item = styled.reference(1);
         if (!isCurveSet(item))
             return;
         const Style style = m_styles.of(styled.list(0));
-        const Fields curves = m_entities.at(item).list(1);
+        const p21::Fields curves = m_entities.at(item).list(1);
         for (std::size_t i = 0; i < curves.size(); ++i)
             m_otherColors.insert_or_assign(curves.reference(i), style.line);
     }
@@ -82,7 +82,7 @@ private:
     {
         Callout callout = newCallout(number);
         m_pen.begin(callout);
-        const Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
+        const p21::Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
         for (std::size_t i = 0; i < contents.size(); ++i) {
             m_listings.addTo(callout, contents.reference(i));
             addOccurrence(contents.reference(i), callout);
@@ -120,7 +120,7 @@ private:
     {
         if (m_occurrences.erase(number) == 0)
             return;
-        const Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
+        const p21::Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
         m_pen.use(m_styles.of(styled.list(0)));
         const std::uint32_t item = styled.reference(1);
         if (callout.name.empty())
@@ -138,7 +138,7 @@ private:
         }
     }
 
-    void drawCurves(const Fields& curves)
+    void drawCurves(const p21::Fields& curves)
     {
         for (std::size_t i = 0; i < curves.size() && m_pen.take(1); ++i) {
             const auto other = m_otherColors.find(curves.reference(i));
@@ -147,7 +147,7 @@ private:
     }
 
     /// An area with holes has several bounds; these are drawn, and nothing is filled.
-    void fill(const Fields& bounds)
+    void fill(const p21::Fields& bounds)
     {
         if (bounds.size() == 1) {
             m_curves.fill(bounds.reference(0));
@@ -158,7 +158,7 @@ private:
             m_curves.draw(bounds.reference(i), m_pen.style().fill);
     }
 
-    Entities m_entities;
+    p21::Entities m_entities;
     const Census& m_census;
     Homes m_homes;
     Listings m_listings;

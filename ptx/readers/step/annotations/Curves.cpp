@@ -1,6 +1,6 @@
 #include "ptx/readers/step/annotations/Curves.h"
 
-#include "ptx/readers/step/annotations/Axes.h"
+#include "ptx/readers/step/facets/Axes.h"
 #include "scene/Polygons.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ constexpr int Deepest = 16;
 
 /// An ellipse, or a circle when both radii are the same.
 struct Ellipse {
-    Axes axes;
+    facets::Axes axes;
     double a = 0, b = 0;
 
     Point at(double angle) const { return axes.placed({a * std::cos(angle), b * std::sin(angle), 0}); }
@@ -30,7 +30,7 @@ struct Ellipse {
     }
 };
 
-std::optional<Ellipse> ellipseOf(const Entities& entities, const Fields& curve)
+std::optional<Ellipse> ellipseOf(const p21::Entities& entities, const p21::Fields& curve)
 {
     const bool isCircle = curve.type() == "CIRCLE";
     if (!isCircle && curve.type() != "ELLIPSE")
@@ -39,7 +39,7 @@ std::optional<Ellipse> ellipseOf(const Entities& entities, const Fields& curve)
     const auto b = curve.real(isCircle ? 2 : 3);
     if (!a || !b || !(*a > 0) || !(*b > 0) || curve.reference(1) == 0)
         return std::nullopt;
-    return Ellipse{axesOf(entities, curve.reference(1)), *a, *b};
+    return Ellipse{facets::axesOf(entities, curve.reference(1)), *a, *b};
 }
 
 std::vector<Point> arc(const Ellipse& ellipse, double from, double turn)
@@ -90,7 +90,7 @@ bool Curves::fill(std::uint32_t number)
 
 std::optional<std::vector<Point>> Curves::pointsOf(std::uint32_t number, int depth)
 {
-    const Fields curve = m_entities.at(number);
+    const p21::Fields curve = m_entities.at(number);
     if (depth > Deepest || !m_pen.take(1))
         return std::nullopt;
     if (curve.type() == "POLYLINE")
@@ -104,14 +104,14 @@ std::optional<std::vector<Point>> Curves::pointsOf(std::uint32_t number, int dep
     return std::nullopt;
 }
 
-std::optional<std::vector<Point>> Curves::polyline(const Fields& curve) const
+std::optional<std::vector<Point>> Curves::polyline(const p21::Fields& curve) const
 {
-    const Fields list = curve.list(1);
+    const p21::Fields list = curve.list(1);
     if (!m_pen.take(list.size()))
         return std::nullopt;
     std::vector<Point> points;
     for (std::size_t i = 0; i < list.size(); ++i) {
-        const std::optional<Point> point = tripleOf(m_entities, list.reference(i));
+        const std::optional<Point> point = facets::tripleOf(m_entities, list.reference(i));
         if (point)
             points.push_back(*point);
         else
@@ -121,17 +121,17 @@ std::optional<std::vector<Point>> Curves::polyline(const Fields& curve) const
 }
 
 /// The point among the ways in which an end is told.
-std::optional<Point> Curves::trim(const Fields& trims) const
+std::optional<Point> Curves::trim(const p21::Fields& trims) const
 {
     for (std::size_t i = 0; i < trims.size(); ++i)
-        if (const std::optional<Point> point = tripleOf(m_entities, trims.reference(i)))
+        if (const std::optional<Point> point = facets::tripleOf(m_entities, trims.reference(i)))
             return point;
     return std::nullopt;
 }
 
-std::optional<std::vector<Point>> Curves::trimmed(const Fields& curve)
+std::optional<std::vector<Point>> Curves::trimmed(const p21::Fields& curve)
 {
-    const Fields basis = m_entities.at(curve.reference(1));
+    const p21::Fields basis = m_entities.at(curve.reference(1));
     const std::optional<Point> from = trim(curve.list(2));
     const std::optional<Point> to = trim(curve.list(3));
     if (!from || !to)
@@ -151,12 +151,12 @@ std::optional<std::vector<Point>> Curves::trimmed(const Fields& curve)
     return arc(*ellipse, start, turn);
 }
 
-std::optional<std::vector<Point>> Curves::composed(const Fields& curve, int depth)
+std::optional<std::vector<Point>> Curves::composed(const p21::Fields& curve, int depth)
 {
     std::vector<Point> all;
-    const Fields segments = curve.list(1);
+    const p21::Fields segments = curve.list(1);
     for (std::size_t i = 0; i < segments.size(); ++i) {
-        const Fields segment = m_entities.at(segments.reference(i));
+        const p21::Fields segment = m_entities.at(segments.reference(i));
         std::optional<std::vector<Point>> points = pointsOf(segment.reference(2), depth + 1);
         if (!points)
             return std::nullopt;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/OSGSystem/Math.h"
+#include "ptx/readers/step/facets/Point.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -13,8 +13,7 @@
 namespace ptx::step::annotations
 {
 
-/// In the unit of the text.
-using Point = std::array<double, 3>;
+using facets::Point;
 
 /// What one colour draws.
 struct Strokes {

@@ -6,23 +6,23 @@
 namespace ptx::step::annotations
 {
 
-Listings::Listings(const Entities& entities, const Census& census, std::size_t most) : m_left(most)
+Listings::Listings(const p21::Entities& entities, const Census& census, std::size_t most) : m_left(most)
 {
     Census::Numbers models = census.models;
     std::sort(models.begin(), models.end());
     for (const std::uint32_t model : models) {
-        const Fields items = entities.own(model, "REPRESENTATION", 0).list(1);
+        const p21::Fields items = entities.own(model, "REPRESENTATION", 0).list(1);
         for (std::size_t i = 0; i < items.size(); ++i)
             if (Numbers& known = m_models[items.reference(i)]; known.empty() || known.back() != model)
                 known.push_back(model);
     }
     for (const std::uint32_t plane : census.planes) {
-        const Fields elements = entities.own(plane, "ANNOTATION_PLANE", 3).list(0);
+        const p21::Fields elements = entities.own(plane, "ANNOTATION_PLANE", 3).list(0);
         for (std::size_t i = 0; i < elements.size(); ++i)
             m_planes[elements.reference(i)].push_back(plane);
     }
     for (const std::uint32_t hiding : census.hidings) {
-        const Fields items = entities.at(hiding).list(0);
+        const p21::Fields items = entities.at(hiding).list(0);
         for (std::size_t i = 0; i < items.size(); ++i)
             m_hidden.insert(items.reference(i));
     }

@@ -2,7 +2,7 @@
 
 #include "ptx/readers/step/annotations/Census.h"
 #include "ptx/readers/step/annotations/Drawing.h"
-#include "ptx/readers/step/annotations/Entities.h"
+#include "ptx/readers/step/p21/Entities.h"
 
 #include <unordered_set>
 
@@ -14,7 +14,7 @@ namespace ptx::step::annotations
 class Listings
 {
 public:
-    explicit Listings(const Entities& entities, const Census& census, std::size_t most = MostModels);
+    explicit Listings(const p21::Entities& entities, const Census& census, std::size_t most = MostModels);
 
     /// Adds to `callout` what is known of `number`: itself or an occurrence in it.
     void addTo(Callout& callout, std::uint32_t number);
