@@ -15,7 +15,8 @@ namespace
 using Json = nlohmann::json;
 
 /// What `files/glb` writes that is no attribute.
-constexpr std::array<std::string_view, 4> ownMembers = {"externalReference", "step", "variants", "variantSets"};
+constexpr std::array<std::string_view, 5> ownMembers = {"annotations", "externalReference", "step", "variants",
+                                                        "variantSets"};
 
 /// Keeps the extras of the document, of its nodes, materials and scenes, and whatever is in these.
 class Filter

@@ -31,6 +31,8 @@ void tell(const Drawing& drawing, core::Log& log)
         log.info(counted(counts.placeholders, "placeholders of annotations draw nothing"));
     for (const auto& [type, count] : drawing.unread)
         log.warning(counted(count, "contents of annotations are not drawn: ") + type);
+    for (const auto& [type, count] : drawing.notUnderstood)
+        log.info(counted(count, "meanings of annotations are not understood: ") + type);
     if (counts.outOfRange > 0)
         log.warning(counted(counts.outOfRange, "points of annotations are left out: they are not in the file"));
     if (counts.isCut)

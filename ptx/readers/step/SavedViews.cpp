@@ -20,6 +20,7 @@
 #include <StepRepr_RepresentationMap.hxx>
 #include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <StepVisual_CameraModelD3.hxx>
+#include <StepVisual_CameraModelD3MultiClipping.hxx>
 #include <StepVisual_DraughtingModel.hxx>
 #include <XSControl_WorkSession.hxx>
 
@@ -99,8 +100,9 @@ Numbers numbersOf(const WrittenCamera& camera)
 class ViewCollector
 {
 public:
-    ViewCollector(const STEPControl_Reader& reader, core::Log& log)
-        : m_graph(reader.WS()->Graph()), m_model(Handle(StepData_StepModel)::DownCast(reader.Model())), m_log(log)
+    ViewCollector(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
+        : m_graph(reader.WS()->Graph()), m_withAutomatic(withAutomatic),
+          m_model(Handle(StepData_StepModel)::DownCast(reader.Model())), m_log(log)
     {
     }
 
@@ -126,7 +128,7 @@ private:
         if (users.drawing.IsNull())
             return;
         const std::string name = occt::utf8(camera->Name());
-        if (name.starts_with("* ")) {
+        if (!m_withAutomatic && name.starts_with("* ")) {
             ++m_automatic;
             return;
         }
@@ -137,6 +139,7 @@ private:
         }
         SavedView view{withoutBrackets(name), {}, {numberOf(users.drawing)}, users.isDefault};
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
+        m_sections += camera->IsKind(STANDARD_TYPE(StepVisual_CameraModelD3MultiClipping)) ? 1 : 0;
         if (written)
             take(std::move(view), *written);
         else
@@ -237,11 +240,14 @@ private:
             m_log.info(std::to_string(m_views.size()) + " saved views");
         if (m_automatic > 0)
             m_log.info(std::to_string(m_automatic) + " views that a program made by itself are left out");
+        if (m_sections > 0)
+            m_log.warning(std::to_string(m_sections) + " saved views have section planes, which cut nothing here");
         if (m_ofParts > 0)
             m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
     }
 
     const Interface_Graph& m_graph;
+    bool m_withAutomatic;
     Handle(StepData_StepModel) m_model;
     core::Log& m_log;
     std::vector<SavedView> m_views;
@@ -250,6 +256,7 @@ private:
     std::map<std::pair<std::string, Numbers>, std::size_t> m_known; ///< numbers of views by name and camera
     std::size_t m_automatic = 0;
     std::size_t m_ofParts = 0;
+    std::size_t m_sections = 0; ///< views with planes that cut
 };
 
 } // namespace
@@ -261,9 +268,9 @@ std::string withoutBrackets(std::string name)
     return name;
 }
 
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, core::Log& log)
+std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
 {
-    return ViewCollector(reader, log).collect();
+    return ViewCollector(reader, withAutomatic, log).collect();
 }
 
 } // namespace ptx::step

@@ -28,8 +28,9 @@ struct SavedView {
 std::string withoutBrackets(std::string name);
 
 /// The saved views of the model that `reader` has read, in the order of their cameras: cameras that a draughting model
-/// shows. Views that programs make by themselves (their names begin with "* "), views of a part within an assembly and
-/// views that say the same twice are left out. `log` tells how many there are and what was left out.
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, core::Log& log);
+/// shows. Views that programs make by themselves (their names begin with "* ") come if `withAutomatic`. Views of a part
+/// within an assembly and views that say the same twice are left out. `log` tells how many there are and what was left
+/// out.
+std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log);
 
 } // namespace ptx::step

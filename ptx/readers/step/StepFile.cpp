@@ -155,7 +155,8 @@ private:
         const std::vector<std::string> ofNoProduct = addLosses(tags);
         const annotations::Drawing drawing = m_text->takeAnnotations();
         if (!m_isPart)
-            m_content.views = savedViews(m_reader.Reader(), m_job.log);
+            m_content.views =
+                savedViews(m_reader.Reader(), m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
         const ViewedCallouts viewed(m_content.views, drawing.callouts.size(), m_job.log);
         findDefaultView(m_content.views, viewed, drawing);
         CalloutOwners callouts(m_reader, drawing, viewed, m_job.log);

@@ -91,6 +91,15 @@ TEST(ConvertViews, NamesAreUniqueAndSafe)
     EXPECT_THAT(run.log(), HasSubstr("1 views that a program made by itself are left out"));
 }
 
+TEST(ConvertViews, AViewThatAProgramMadeMayBeKept)
+{
+    DraughtingText step;
+    step.view("* front");
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text(), {"--set", "convert.automatic-views=1"}), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"* front"});
+}
+
 TEST(ConvertViews, CamerasThatNothingDrawsAreNoViews)
 {
     DraughtingText step;
@@ -126,4 +135,62 @@ TEST(ConvertViews, CamerasThatAreBrokenAreLeftOutWithAWord)
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     EXPECT_THAT(bookmarks(run.scene()), IsEmpty());
     EXPECT_THAT(run.log(), HasSubstr("saved view \"Hollow\" is left out: its camera is incomplete"));
+}
+
+TEST(ConvertViews, AxesWithoutADirectionAreThoseOfTheSpaceOrNone)
+{
+    DraughtingText step;
+    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
+    const int none = step.add("DIRECTION('',(0.,0.,0.))");
+    const int up = step.add("DIRECTION('',(1.,0.,0.))");
+    const auto camera = [&](const char* name, int axis, int reference) {
+        const int system =
+            step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + "," + ref(axis) + "," + ref(reference) + ")");
+        const int window = step.add("PLANAR_BOX('',60.,50.," + ref(system) + ")");
+        const int volume =
+            step.add("VIEW_VOLUME(.PARALLEL.," + ref(zero) + ",100.,0.,.F.,0.,.F.,.F.," + ref(window) + ")");
+        return step.add("CAMERA_MODEL_D3('" + std::string(name) + "'," + ref(system) + "," + ref(volume) + ")");
+    };
+    step.draw({camera("No axes", none, none)});
+    step.draw({camera("One axis twice", up, up)});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"No axes"});
+    EXPECT_THAT(run.log(), HasSubstr("saved view \"One axis twice\" is left out: its camera is incomplete"));
+}
+
+TEST(ConvertViews, ViewsThatMapEachOtherAreViewsAllTheSame)
+{
+    DraughtingText step;
+    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
+    const int origin = step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)");
+    const int first = step.camera("First");
+    const int second = step.camera("Second");
+    // The numbers of the two drawings are known beforehand: six entities from here on.
+    const int start = step.add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(second + 5) + ")");
+    ASSERT_EQ(start, second + 1);
+    const int toSecond = step.add("MAPPED_ITEM(''," + ref(start) + "," + ref(origin) + ")");
+    const int map = step.add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(second + 6) + ")");
+    const int toFirst = step.add("MAPPED_ITEM(''," + ref(map) + "," + ref(origin) + ")");
+    ASSERT_EQ(step.draw({second, toFirst}), second + 5);
+    ASSERT_EQ(step.draw({first, toSecond}), second + 6);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), (std::vector<std::string>{"First", "Second"}));
+}
+
+TEST(ConvertViews, SectionPlanesAreToldAndTheViewStays)
+{
+    DraughtingText step, same;
+    ASSERT_EQ(step.camera("Cut"), same.camera("Cut"));
+    const std::string text = same.text();
+    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
+    const int plane = step.add("PLANE(''," + ref(step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)")) + ")");
+    const std::size_t parameters = text.find("CAMERA_MODEL_D3('Cut',") + std::string("CAMERA_MODEL_D3('Cut',").size();
+    const std::string rest = text.substr(parameters, text.find(')', parameters) - parameters);
+    step.draw({step.add("CAMERA_MODEL_D3_MULTI_CLIPPING('Cut'," + rest + ",(" + ref(plane) + "))")});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"Cut"});
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views have section planes, which cut nothing here"));
 }

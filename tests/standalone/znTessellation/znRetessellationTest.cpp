@@ -135,6 +135,21 @@ TEST_F(RetessellationTest, AMeshWithoutASurfaceStaysAndTheUserIsTold)
     EXPECT_THAT(m_log, ElementsAre("1 geometries have no exact surface and keep their meshes"));
 }
 
+TEST_F(RetessellationTest, AnnotationsAreNotMissingASurface)
+{
+    osg::Mesh plain = triangle();
+    plain.brep = {};
+    const osg::NodePtr pmi = osg::makeNodeFor(osg::Group::create());
+    osg::setTags(pmi, {"ptx::pmi"});
+    root->addChild(pmi);
+    add(pmi, geometry(plain));
+    retessellate({});
+    EXPECT_THAT(m_log, IsEmpty());
+    add(root, geometry(plain));
+    retessellate({});
+    EXPECT_THAT(m_log, ElementsAre("1 geometries have no exact surface and keep their meshes"));
+}
+
 TEST_F(RetessellationTest, GeometryInManyPlacesIsMeshedOnceAndStaysShared)
 {
     const osg::GeometryPtr shared = geometry(standIn(box()));

@@ -3,6 +3,7 @@
 #include "ptx/readers/step/annotations/Curves.h"
 #include "ptx/readers/step/annotations/Homes.h"
 #include "ptx/readers/step/annotations/Listings.h"
+#include "ptx/readers/step/annotations/Meanings.h"
 #include "ptx/readers/step/annotations/Styles.h"
 #include "ptx/readers/step/annotations/Symbols.h"
 #include "ptx/readers/step/annotations/Tessellation.h"
@@ -35,8 +36,8 @@ class AnnotationReader
 public:
     AnnotationReader(const p21::Records& records, const p21::EntityIndex& index, const Census& census)
         : m_entities(records, index), m_census(census), m_homes(m_entities, census), m_listings(m_entities, census),
-          m_styles(m_entities), m_pen(m_drawing), m_curves(m_entities, m_pen), m_tessellation(m_entities, m_pen),
-          m_symbols(m_entities, m_pen)
+          m_meanings(m_entities, census, m_drawing.notUnderstood), m_styles(m_entities), m_pen(m_drawing),
+          m_curves(m_entities, m_pen), m_tessellation(m_entities, m_pen), m_symbols(m_entities, m_pen)
     {
         m_occurrences.insert(census.occurrences.begin(), census.occurrences.end());
         for (const std::uint32_t placeholder : census.placeholders)
@@ -106,6 +107,7 @@ private:
         callout.context = home.context;
         callout.product = home.product;
         m_listings.addTo(callout, number);
+        callout.meanings = m_meanings.of(number);
         return callout;
     }
 
@@ -132,7 +134,7 @@ private:
             addOnce(callout.kinds, wordsOf(m_entities.nameOf(item)));
             drawCurves(m_entities.at(item).list(1));
         } else if (m_entities.at(item).type() == "ANNOTATION_FILL_AREA") {
-            fill(m_entities.at(item).list(1));
+            m_curves.fill(m_entities.at(item).list(1));
         } else if (!m_symbols.draw(number, item)) {
             m_curves.draw(item, m_pen.style().line);
         }
@@ -146,24 +148,13 @@ private:
         }
     }
 
-    /// An area with holes has several bounds; these are drawn, and nothing is filled.
-    void fill(const p21::Fields& bounds)
-    {
-        if (bounds.size() == 1) {
-            m_curves.fill(bounds.reference(0));
-            return;
-        }
-        m_pen.countUnread("ANNOTATION_FILL_AREA with holes (its bounds are drawn)");
-        for (std::size_t i = 0; i < bounds.size() && m_pen.take(1); ++i)
-            m_curves.draw(bounds.reference(i), m_pen.style().fill);
-    }
-
+    Drawing m_drawing;
     p21::Entities m_entities;
     const Census& m_census;
     Homes m_homes;
     Listings m_listings;
+    Meanings m_meanings;
     Styles m_styles;
-    Drawing m_drawing;
     Pen m_pen;
     Curves m_curves;
     Tessellation m_tessellation;

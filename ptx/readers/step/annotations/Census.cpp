@@ -14,9 +14,10 @@ namespace
 
 using List = Census::Numbers Census::*;
 
-constexpr std::array<List, 10> Lists = {&Census::placeholders, &Census::occurrences, &Census::callouts, &Census::planes,
-                                        &Census::models,       &Census::relations,   &Census::links,    &Census::shapes,
-                                        &Census::otherStyle,   &Census::hidings};
+constexpr std::array<List, 13> Lists = {
+    &Census::placeholders, &Census::occurrences, &Census::callouts, &Census::planes,     &Census::models,
+    &Census::relations,    &Census::links,       &Census::shapes,   &Census::otherStyle, &Census::values,
+    &Census::deviations,   &Census::aspects,     &Census::hidings};
 
 bool contains(std::string_view text, std::string_view word)
 {
@@ -57,6 +58,12 @@ List listFor(std::string_view type)
         return &Census::shapes;
     if (type.ends_with("OVER_RIDING_STYLED_ITEM"))
         return &Census::otherStyle;
+    if (type == "DIMENSIONAL_CHARACTERISTIC_REPRESENTATION")
+        return &Census::values;
+    if (type == "PLUS_MINUS_TOLERANCE")
+        return &Census::deviations;
+    if (type == "SHAPE_ASPECT_RELATIONSHIP")
+        return &Census::aspects;
     if (type == "INVISIBILITY")
         return &Census::hidings;
     return nullptr;

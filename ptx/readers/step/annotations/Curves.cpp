@@ -1,5 +1,6 @@
 #include "ptx/readers/step/annotations/Curves.h"
 
+#include "ptx/readers/step/annotations/Outlines.h"
 #include "ptx/readers/step/facets/Axes.h"
 #include "scene/Polygons.h"
 
@@ -67,24 +68,32 @@ bool Curves::draw(std::uint32_t number, const osg::Color4f& color)
     return true;
 }
 
-bool Curves::fill(std::uint32_t number)
+bool Curves::fill(const p21::Fields& bounds)
 {
-    std::optional<std::vector<Point>> points = pointsOf(number, 0);
-    if (!points) {
-        m_pen.countUnread(m_entities.at(number).type());
-        return false;
+    std::vector<Outline> outlines;
+    for (std::size_t i = 0; i < bounds.size(); ++i) {
+        std::optional<std::vector<Point>> points = pointsOf(bounds.reference(i), 0);
+        if (!points) {
+            m_pen.countUnread(m_entities.at(bounds.reference(i)).type());
+            return false;
+        }
+        if (points->size() > 1 && points->front() == points->back())
+            points->pop_back();
+        if (points->size() > 2)
+            outlines.push_back(std::move(*points));
     }
-    if (points->size() > 1 && points->front() == points->back())
-        points->pop_back();
+    const std::optional<Outline> area = withHoles(std::move(outlines), m_pen);
+    if (!area)
+        return true;
     std::vector<osg::Vec3f> positions;
     std::vector<std::uint32_t> corners;
-    for (const Point& point : *points) {
+    for (const Point& point : *area) {
         corners.push_back(static_cast<std::uint32_t>(positions.size()));
         positions.push_back({static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])});
     }
     std::vector<std::uint32_t> triangles;
     osg::appendPolygon(positions, corners, triangles);
-    m_pen.triangles(*points, triangles);
+    m_pen.triangles(*area, triangles);
     return true;
 }
 

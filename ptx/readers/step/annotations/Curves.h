@@ -16,8 +16,9 @@ public:
 
     /// Draws the curve `number`. @return whether it is one that can be drawn; the pen counts it if not
     bool draw(std::uint32_t number, const osg::Color4f& color);
-    /// Fills what the closed curve `number` goes around.
-    bool fill(std::uint32_t number);
+    /// Fills what is within the closed curves `bounds`: the one that reaches farthest goes around the others, which are
+    /// holes. @return whether all of them are curves that can be drawn; the pen counts the others
+    bool fill(const p21::Fields& bounds);
 
 private:
     std::optional<std::vector<Point>> pointsOf(std::uint32_t number, int depth);

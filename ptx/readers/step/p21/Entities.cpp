@@ -85,8 +85,13 @@ std::size_t Fields::index(std::size_t i) const
 
 bool Fields::flag(std::size_t i) const
 {
+    return enumeration(i) == ".T.";
+}
+
+std::string_view Fields::enumeration(std::size_t i) const
+{
     const Parameter* parameter = at(i, Kind::Enumeration);
-    return parameter && m_piece->textOf(*parameter) == ".T.";
+    return parameter ? m_piece->textOf(*parameter) : std::string_view();
 }
 
 std::string_view Fields::text(std::size_t i) const

@@ -33,6 +33,8 @@ public:
     std::size_t index(std::size_t i) const;
     /// Whether it is .T.
     bool flag(std::size_t i) const;
+    /// With its points.
+    std::string_view enumeration(std::size_t i) const;
     /// With its quotes.
     std::string_view text(std::size_t i) const;
 
