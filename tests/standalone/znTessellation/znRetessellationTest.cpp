@@ -1,6 +1,7 @@
 #include "tests/standalone/znTessellation/RetessellationTest.h"
 
 #include "host/znOpenSGUtils/znOptimize.h"
+#include "scene/Tags.h"
 
 #include <BRepBuilderAPI_Copy.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
