@@ -1,12 +1,16 @@
 #include "importer/PartViews.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "scene/EditScope.h"
 #include "scene/SceneEdits.h"
 #include "scene/Tags.h"
 
 #include <algorithm>
+#include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -22,6 +26,46 @@ bool isBookmark(const osg::NodePtr& node)
     return std::find(tags.begin(), tags.end(), "stylar::bookmark") != tags.end();
 }
 
+void setActive(const osg::NodePtr& node, bool isActive)
+{
+    const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
+    node->setActive(isActive);
+}
+
+bool isOfView(const std::string& tag)
+{
+    return tag == "stylar::bookmark_visibilities" || tag.find("bookmark[") != std::string::npos;
+}
+
+/// Takes away what views do to `node`, which stands as it does without any.
+void forgetViews(const osg::NodePtr& node)
+{
+    std::vector<std::string> tags = osg::tagsOf(node);
+    if (std::erase_if(tags, isOfView) == 0)
+        return;
+    if (std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) != tags.end()) {
+        setActive(node, false);
+        for (unsigned i = 0; i < node->getNChildren(); ++i)
+            setActive(node->getChild(i), true);
+    }
+    osg::setTags(node, std::move(tags));
+}
+
+/// A part in a part is below the other one too, and walked once.
+void forgetViewsBelow(const osg::NodePtr& part, std::unordered_set<const osg::Node*>& known)
+{
+    std::vector<osg::NodePtr> open = {part};
+    while (!open.empty()) {
+        const osg::NodePtr node = open.back();
+        open.pop_back();
+        if (!known.insert(node.get()).second)
+            continue;
+        forgetViews(node);
+        for (unsigned i = 0; i < node->getNChildren(); ++i)
+            open.push_back(node->getChild(i));
+    }
+}
+
 } // namespace
 
 std::size_t dropPartViews(const osg::NodePtr& root)
@@ -33,8 +77,11 @@ std::size_t dropPartViews(const osg::NodePtr& root)
             views.emplace_back(parent, node);
         return osg::Action::Continue;
     });
-    for (const auto& [parent, view] : views)
+    std::unordered_set<const osg::Node*> known;
+    for (const auto& [parent, view] : views) {
         osg::subChild(parent, view);
+        forgetViewsBelow(parent, known);
+    }
     return views.size();
 }
 

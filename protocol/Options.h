@@ -50,6 +50,7 @@ inline constexpr char StitchTime[] = "stitch.time";
 inline constexpr char MeshUnit[] = "mesh.unit";
 inline constexpr char MeshLevel[] = "mesh.level";
 inline constexpr char Pmi[] = "convert.pmi";
+inline constexpr char AutomaticViews[] = "convert.automatic-views";
 inline constexpr char KeepBrep[] = "keep-brep";
 inline constexpr char ExactMeasures[] = "exact-measures";
 

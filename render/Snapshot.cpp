@@ -19,7 +19,7 @@ namespace
 {
 
 /// Radii of strokes in pixels.
-constexpr float lineRadius = 0.75f;
+constexpr float lineRadius = 1.0f;
 constexpr float pointRadius = 2.0f;
 
 QString text(const char* source)

@@ -7,7 +7,9 @@
 #include "host/OSGSystem/Transform.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/MatrixMath.h"
+#include "scene/Tags.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -16,6 +18,9 @@ namespace files::glb
 
 namespace
 {
+
+/// Of a node above what is drawn beside a part to tell of it, as converters tag it.
+constexpr const char* AnnotationsTag = "ptx::pmi";
 
 /// (x, y, z) millimetres with Z up are (x, z, -y) / 1000 metres with Y up.
 osg::Matrix toFile(const WriteOptions& options)
@@ -114,6 +119,9 @@ std::string GlbNodes::extrasOf(const osg::NodePtr& node, const std::string& idSt
     const char* name = osg::getName(node);
     if (!idStep.empty() && idStep != (name ? name : "-"))
         members += (members.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(idStep));
+    const std::vector<std::string>& tags = osg::tagsOf(node);
+    if (std::find(tags.begin(), tags.end(), AnnotationsTag) != tags.end())
+        members += members.empty() ? "\"annotations\":true" : ",\"annotations\":true";
     return members;
 }
 

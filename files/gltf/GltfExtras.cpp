@@ -17,7 +17,8 @@ namespace
 using Json = nlohmann::json;
 
 /// What `files/glb` writes that is no attribute.
-constexpr std::array<std::string_view, 4> ownMembers = {"externalReference", "step", "variants", "variantSets"};
+constexpr std::array<std::string_view, 5> ownMembers = {"annotations", "externalReference", "step", "variants",
+                                                        "variantSets"};
 
 /// The lists whose entries may have extras that are read.
 constexpr std::array<std::string_view, 5> readLists = {"cameras", "materials", "meshes", "nodes", "scenes"};

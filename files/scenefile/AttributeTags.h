@@ -27,6 +27,16 @@ inline constexpr char ExactVolumeName[] = "Exact volume"; ///< real, in mm3: of 
 inline constexpr char ExactAreaName[] = "Exact area";     ///< real, in mm2: the same
 
 inline constexpr char KindName[] = "Kind"; ///< text, of a callout: what it tells, "position" for one
+/// Of a callout, texts: what it means ("diameter"), and the datums of it ("A|B-C"). Several have line ends between
+/// them.
+inline constexpr char MeaningName[] = "Meaning";
+inline constexpr char DatumsName[] = "Datums";
+/// Of a callout, reals: the value of the first dimension, its limits from there on, and the size of the first
+/// tolerance.
+inline constexpr char ValueName[] = "Value";
+inline constexpr char LowerName[] = "Lower deviation";
+inline constexpr char UpperName[] = "Upper deviation";
+inline constexpr char ToleranceName[] = "Tolerance";
 inline constexpr char TextName[] = "Text"; ///< text, of a callout: what its letters say where they are not drawn
 
 /// The tag of a user attribute.

@@ -1,6 +1,6 @@
 #include "files/vrml/FaceSet.h"
 
-#include "files/vrml/CornerNormals.h"
+#include "scene/CornerNormals.h"
 #include "scene/Polygons.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ private:
 
     FaceSet& m_set;
     const Source& m_source;
-    std::vector<Face> m_faces;
+    std::vector<osg::PolygonFace> m_faces;
     std::vector<std::uint32_t> m_pointOfCorner;
     std::vector<std::uint32_t> m_entryOfCorner;
     std::vector<std::uint32_t> m_normalOf, m_colorOf, m_texCoordOf; ///< each corner; empty for none
@@ -87,7 +87,7 @@ void MeshMaker::collectFaces()
 
 void MeshMaker::orient()
 {
-    for (const Face& face : m_faces) {
+    for (const osg::PolygonFace& face : m_faces) {
         std::reverse(m_pointOfCorner.begin() + face.first, m_pointOfCorner.begin() + face.first + face.count);
         std::reverse(m_entryOfCorner.begin() + face.first, m_entryOfCorner.begin() + face.first + face.count);
     }
@@ -100,7 +100,7 @@ std::vector<std::uint32_t> MeshMaker::valuesOf(const Carried<T>& carried) const
     constexpr auto none = std::numeric_limits<std::uint32_t>::max();
     std::vector<std::uint32_t> values;
     values.reserve(m_pointOfCorner.size());
-    for (const Face& face : m_faces) {
+    for (const osg::PolygonFace& face : m_faces) {
         for (std::uint32_t i = face.first; i < face.first + face.count; ++i) {
             const std::uint32_t plain = carried.isPerCorner ? m_pointOfCorner[i] : face.number;
             const std::uint32_t entry = carried.isPerCorner ? m_entryOfCorner[i] : face.number;
@@ -144,7 +144,7 @@ std::vector<std::uint32_t> MeshMaker::triangles(std::span<const osg::Vec3f> posi
 {
     std::vector<std::uint32_t> result;
     result.reserve(m_pointOfCorner.size());
-    for (const Face& face : m_faces)
+    for (const osg::PolygonFace& face : m_faces)
         osg::appendPolygon(positions, vertexOfCorner.subspan(face.first, face.count), result);
     return result;
 }
@@ -171,8 +171,8 @@ osg::Mesh MeshMaker::plainMesh()
 
 void MeshMaker::makeNormals()
 {
-    const CornersOfPoints corners(m_pointOfCorner, m_set.points.size());
-    m_set.normals.values = cornerNormals(m_set.points, m_pointOfCorner, m_faces, corners, m_set.creaseAngle);
+    const osg::CornersOfPoints corners(m_pointOfCorner, m_set.points.size());
+    m_set.normals.values = osg::cornerNormals(m_set.points, m_pointOfCorner, m_faces, corners, m_set.creaseAngle);
     m_normalOf.resize(m_pointOfCorner.size());
     for (std::uint32_t i = 0; i < m_normalOf.size(); ++i)
         m_normalOf[i] = i;
@@ -181,7 +181,7 @@ void MeshMaker::makeNormals()
 /// Corners at one point that carry the same become one vertex.
 void MeshMaker::makeVertices()
 {
-    const CornersOfPoints corners(m_pointOfCorner, m_set.points.size());
+    const osg::CornersOfPoints corners(m_pointOfCorner, m_set.points.size());
     const auto same = [](const auto& values, const auto& valueOf, std::uint32_t a, std::uint32_t b) {
         return valueOf.empty() || valueOf[a] == valueOf[b] || values[valueOf[a]] == values[valueOf[b]];
     };

@@ -103,6 +103,12 @@ std::unordered_set<const osg::Node*> above(const std::vector<osg::NodePtr>& matc
     return found;
 }
 
+void setActive(const osg::NodePtr& node, bool isActive)
+{
+    const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
+    node->setActive(isActive);
+}
+
 } // namespace
 
 std::size_t keepMatches(const osg::NodePtr& root, const SceneQuery& query)
@@ -138,8 +144,9 @@ std::size_t showPmi(const osg::NodePtr& root)
         const std::vector<std::string>& tags = osg::tagsOf(node);
         if (std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) == tags.end())
             continue;
-        const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
-        node->setActive(true);
+        setActive(node, true);
+        for (unsigned i = 0; i < node->getNChildren(); ++i)
+            setActive(node->getChild(i), true);
         ++count;
     }
     return count;
@@ -148,10 +155,8 @@ std::size_t showPmi(const osg::NodePtr& root)
 std::size_t hideMatches(const osg::NodePtr& root, const SceneQuery& query)
 {
     const std::vector<osg::NodePtr> matches = matchesBelow(root, query);
-    for (const osg::NodePtr& match : matches) {
-        const osg::EditScope edit(match, osg::Node::ActiveFieldMask);
-        match->setActive(false);
-    }
+    for (const osg::NodePtr& match : matches)
+        setActive(match, false);
     return matches.size();
 }
 

@@ -15,8 +15,8 @@ std::size_t keepMatches(const osg::NodePtr& root, const SceneQuery& query);
 /// @return how many nodes match
 std::size_t hideMatches(const osg::NodePtr& root, const SceneQuery& query);
 
-/// Makes active below `root` what is drawn beside parts to tell of them, which is not at first. Below a node that is
-/// hidden it stays so.
+/// Makes active below `root` what is drawn beside parts to tell of them, which is not at first, in whole or but for
+/// what a view shows. Below a node that is hidden it stays so.
 /// @return how many there are
 std::size_t showPmi(const osg::NodePtr& root);
 

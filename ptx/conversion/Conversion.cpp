@@ -96,7 +96,7 @@ private:
             scene::buildScene(model, m_line.input, m_line.settings.number(core::Setting::NodeLimit));
         if (!scene)
             return scene.failure();
-        if (scene.value().occurrences == 0 && model.references.empty())
+        if (scene.value().occurrences == 0 && scene.value().callouts == 0 && model.references.empty())
             return core::Failure{core::ExitCode::NothingToImport, "no part of the file became a mesh"};
         m_log.info("scene: " + std::to_string(scene.value().nodes) + " nodes, " +
                    std::to_string(scene.value().occurrences) + " occurrences of parts");

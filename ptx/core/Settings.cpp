@@ -48,6 +48,7 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
      "Level of detail of formats that hold several (JT): 0 is the finest; a part with fewer levels takes its "
      "coarsest."},
     {setting::Pmi, "0/1", 0, 1, 1, "Read what is drawn beside parts: dimensions, tolerances, notes (STEP)."},
+    {setting::AutomaticViews, "0/1", 0, 1, 0, "Keep the saved views that a program made by itself (STEP)."},
     {setting::KeepBrep, "0/1", 0, 1, 0,
      "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
     {setting::ExactMeasures, "0/1", 0, 1, 0,

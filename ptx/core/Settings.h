@@ -31,6 +31,7 @@ enum class Setting : int {
     MeshUnit,
     MeshLevel,
     Pmi,
+    AutomaticViews,
     KeepBrep,
     ExactMeasures,
     Count

@@ -36,9 +36,10 @@ struct Body {
 
 /// What is drawn beside a product to tell of it: a dimension, a tolerance, a note. It is not part of its shape.
 struct Callout {
-    std::string name;              ///< may be empty
-    std::vector<std::string> tags; ///< as files/scenefile/ConvertedTree.h words them
-    std::vector<Piece> pieces;     ///< each with an appearance of its own, which nothing around it overrides
+    std::string name;                    ///< may be empty
+    std::vector<std::string> tags;       ///< as files/scenefile/ConvertedTree.h words them
+    std::vector<Piece> pieces;           ///< each with an appearance of its own, which nothing around it overrides
+    std::vector<std::size_t> views = {}; ///< numbers of the views that show it, rising
 };
 
 inline constexpr std::size_t NotCopied = static_cast<std::size_t>(-1);
@@ -65,7 +66,7 @@ struct Product {
     int appearance = NoAppearance; ///< of what has none of its own
     std::vector<std::string> tags;
     std::vector<std::string> externalNames; ///< names of the file that holds its geometry, as written, best first
-    std::vector<Callout> callouts = {};     ///< hidden at first
+    std::vector<Callout> callouts = {};     ///< hidden at first, but for those of the view at opening
 };
 
 /// An appearance for one occurrence deep in the tree: it holds where the product of each step contains the next.

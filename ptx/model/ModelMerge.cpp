@@ -36,9 +36,11 @@ public:
         if (product.body != NoBody)
             product.body += m_firstBody;
         product.appearance = appearance(product.appearance);
-        for (Callout& callout : product.callouts)
+        for (Callout& callout : product.callouts) {
+            callout.views.clear();
             for (Piece& piece : callout.pieces)
                 piece.appearance = appearance(piece.appearance);
+        }
     }
 
     void move(PathOverride& override) const

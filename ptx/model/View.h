@@ -14,8 +14,9 @@ struct View {
     /// The camera in the space of the file: it looks along its negative Z axis, with its Y axis upwards.
     osg::Matrix placement;
     bool isParallel = true;
-    float height = 0;      ///< of the picture, in millimetres; when it is parallel
-    float fieldOfView = 0; ///< from the lower to the upper edge, in degrees; when it is not
+    float height = 0;         ///< of the picture, in millimetres; when it is parallel
+    float fieldOfView = 0;    ///< from the lower to the upper edge, in degrees; when it is not
+    bool isAtOpening = false; ///< what it shows is shown from the start; of one view at most
 };
 
 } // namespace ptx::model

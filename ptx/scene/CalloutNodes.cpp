@@ -8,6 +8,8 @@
 #include "scene/EditScope.h"
 #include "scene/SceneEdits.h"
 
+#include <set>
+
 namespace ptx::scene
 {
 
@@ -30,18 +32,38 @@ osg::NodePtr makeCalloutNode(const model::Callout& callout, PartCores& cores)
     return node;
 }
 
+void hide(const osg::NodePtr& node)
+{
+    const osg::EditScope edit(node, osg::Node::ActiveFieldMask);
+    node->setActive(false);
+}
+
+/// The views that show any of `callouts`.
+ViewVisibility::Views viewsOf(const std::vector<model::Callout>& callouts)
+{
+    std::set<std::size_t> all;
+    for (const model::Callout& callout : callouts)
+        all.insert(callout.views.begin(), callout.views.end());
+    return {all.begin(), all.end()};
+}
+
 } // namespace
 
-osg::NodePtr makeCalloutsNode(const std::vector<model::Callout>& callouts, PartCores& cores, std::size_t& nodes)
+osg::NodePtr makeCalloutsNode(const std::vector<model::Callout>& callouts, PartCores& cores, ViewVisibility& visibility,
+                              std::size_t& nodes)
 {
     const osg::NodePtr above = osg::makeNodeFor(osg::Group::create());
     osg::setName(above, "PMI");
     osg::setTags(above, {osg::scenefile::converted::PmiTag});
-    const osg::EditScope edit(above, osg::Node::ActiveFieldMask);
-    above->setActive(false);
+    hide(above);
+    const ViewVisibility::Views shown = viewsOf(callouts);
+    if (!shown.empty())
+        visibility.addTo(above, shown, false);
     ++nodes;
     for (const model::Callout& callout : callouts) {
         const osg::NodePtr node = makeCalloutNode(callout, cores);
+        if (callout.views != shown)
+            visibility.addTo(node, callout.views, true);
         nodes += 1 + node->getNChildren();
         osg::addChild(above, node);
     }

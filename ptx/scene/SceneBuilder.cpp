@@ -23,11 +23,15 @@ namespace ptx::scene
 namespace
 {
 
+/// As many tags by which views show and hide it need the memory of a node.
+constexpr double TagsOfNode = 4;
+
 class SceneBuilder
 {
 public:
     SceneBuilder(const model::Model& model, double mostNodes)
-        : m_model(model), m_mostNodes(mostNodes), m_cores(model), m_facts(model), m_overrides(model.overrides)
+        : m_model(model), m_mostNodes(mostNodes), m_cores(model), m_facts(model), m_overrides(model.overrides),
+          m_visibility(model.views)
     {
         for (const model::Reference& reference : model.references)
             m_references.emplace(reference.product, &reference);
@@ -88,6 +92,11 @@ private:
                 core::ExitCode::MemoryLimit,
                 "the instances of the file multiply to more nodes than limit.nodes allows; raise it, or set "
                 "limit.nodes=0"};
+        if (m_mostNodes > 0 && static_cast<double>(m_visibility.tags()) > TagsOfNode * m_mostNodes)
+            return core::Failure{
+                core::ExitCode::MemoryLimit,
+                "saved views and instances of the file multiply to more than limit.nodes allows; raise it, or set "
+                "convert.pmi=0"};
         return std::nullopt;
     }
 
@@ -115,7 +124,8 @@ private:
         if (product.body != model::NoBody)
             addBody(node, product, look);
         if (!product.callouts.empty())
-            osg::addChild(node, makeCalloutsNode(product.callouts, m_cores, m_scene.nodes));
+            osg::addChild(node, makeCalloutsNode(product.callouts, m_cores, m_visibility, m_scene.nodes));
+        m_scene.callouts += product.callouts.size();
         return {&product, node, look, isReference ? nullptr : reference};
     }
 
@@ -163,6 +173,7 @@ private:
     PartCores m_cores;
     NodeFacts m_facts;
     OverrideTracker m_overrides;
+    ViewVisibility m_visibility;
     PlacementCores m_placements;
     std::unordered_map<std::size_t, const model::Reference*> m_references; ///< by product
     Scene m_scene;

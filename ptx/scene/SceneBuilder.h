@@ -14,6 +14,7 @@ namespace ptx::scene
 struct Scene {
     osg::RefPtr<osg::NodePtr> root;
     std::size_t occurrences = 0; ///< of parts with geometry
+    std::size_t callouts = 0;    ///< that are drawn beside parts
     std::size_t nodes = 0;
 };
 

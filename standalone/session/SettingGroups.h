@@ -57,6 +57,9 @@ struct ConvertSettings : SettingGroup {
     /// What the help says.
     Setting<bool> pmi{m_list, "convert.pmi", true,
                       SettingHelp::tr("Read what is drawn beside parts (STEP): dimensions, tolerances, notes.")};
+    Setting<bool> automaticViews{
+        m_list, "convert.automatic-views", false,
+        SettingHelp::tr("Keep the saved views that a program made by itself (STEP): \"* front\" and the like.")};
     ///@}
 };
 

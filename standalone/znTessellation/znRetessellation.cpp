@@ -1,10 +1,13 @@
 #include "host/znTessellation/znRetessellation.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "geometry/Remeshing.h"
 #include "host/OSGSystem/Names.h"
 #include "host/znUtils/znLog.h"
 #include "scene/GeometryWalk.h"
+#include "scene/NodeWalk.h"
 #include "scene/SceneEdits.h"
+#include "scene/Tags.h"
 #include "standalone/session/Session.h"
 #include "standalone/znTessellation/TessellationRun.h"
 #include "standalone/znUtils/CallTrace.h"
@@ -12,6 +15,7 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <algorithm>
 #include <set>
 
 namespace
@@ -43,6 +47,20 @@ public:
     }
 };
 
+/// The ids of the geometries at and below `node` that draw annotations, which never had a surface.
+std::set<std::uint32_t> annotationsBelow(const osg::NodePtr& node)
+{
+    std::set<std::uint32_t> ids;
+    for (const osg::NodePtr& each : osg::parentsFirst(node)) {
+        const std::vector<std::string>& tags = osg::tagsOf(each);
+        if (std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) == tags.end())
+            continue;
+        for (const osg::GeometryPtr& geometry : osg::geometriesBelow(each))
+            ids.insert(geometry->getContainerId());
+    }
+    return ids;
+}
+
 void tell(const QString& text)
 {
     znLog::error(text.toUtf8().constData());
@@ -72,7 +90,8 @@ void znRetessellation::copySettings()
 void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
 {
     const zn::TracedCall call("znRetessellation::addNodes", nodes);
-    for (const osg::NodePtr& node : nodes)
+    for (const osg::NodePtr& node : nodes) {
+        m_state->known.merge(annotationsBelow(node));
         for (const osg::GeometryPtr& geometry : osg::geometriesBelow(node)) {
             const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
             if (!m_state->known.insert(geometry->getContainerId()).second)
@@ -84,6 +103,7 @@ void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
             m_state->geometries.emplace_back(geometry);
             m_state->tasks.push_back({mesh.brep, {}, {}});
         }
+    }
 }
 
 void znRetessellation::setupTessellation(double chordDeviation, double normalTolerance, double maxChordLength,

@@ -38,3 +38,28 @@ TEST(PartViews, ComeOutOfReferencesAndNowhereElse)
     EXPECT_EQ(part->getChild(0)->getNChildren(), 1u);
     EXPECT_EQ(importer::dropPartViews(root.get()), 0u);
 }
+
+TEST(PartViews, WhatTheyShowAndHideGoesWithThem)
+{
+    const char marker[] = "stylar::bookmark_visibilities";
+    const osg::RefPtr<osg::NodePtr> root(osg::makeNodeFor(osg::ExtReferenceBase::create()));
+    const osg::NodePtr own = osg::makeNodeFor(osg::Group::create());
+    osg::setTags(own, {marker, "bookmark[of the whole]:visible"});
+    root->addChild(own);
+    const osg::NodePtr part = osg::makeNodeFor(osg::ExtReferenceBase::create());
+    root->addChild(part);
+    part->addChild(bookmark("of the part"));
+    const osg::NodePtr pmi = osg::makeNodeFor(osg::Group::create());
+    osg::setTags(pmi, {"ptx::pmi", marker, "bookmark[of the part]:visible"});
+    part->addChild(pmi);
+    const osg::NodePtr callout = osg::makeNodeFor(osg::Group::create());
+    osg::setTags(callout, {"kept", marker, "bookmark[of the part]:hidden"});
+    callout->setActive(false);
+    pmi->addChild(callout);
+    EXPECT_EQ(importer::dropPartViews(root.get()), 1u);
+    EXPECT_EQ(osg::tagsOf(own).size(), 2u);
+    EXPECT_EQ(osg::tagsOf(pmi), std::vector<std::string>{"ptx::pmi"});
+    EXPECT_EQ(osg::tagsOf(callout), std::vector<std::string>{"kept"});
+    EXPECT_FALSE(pmi->isActive());
+    EXPECT_TRUE(callout->isActive());
+}

@@ -30,6 +30,7 @@ TEST(Options, SettingsThatHostsChangeKeepTheirNames)
     EXPECT_STREQ(setting::MemoryLimitPerMegabyte, "limit.memory-per-mb");
     EXPECT_STREQ(setting::MeshLevel, "mesh.level");
     EXPECT_STREQ(setting::Pmi, "convert.pmi");
+    EXPECT_STREQ(setting::AutomaticViews, "convert.automatic-views");
     EXPECT_STREQ(setting::KeepBrep, "keep-brep");
     EXPECT_STREQ(setting::ExactMeasures, "exact-measures");
 }

@@ -2,9 +2,11 @@
 
 #include "files/scenefile/AttributeTags.h"
 #include "ptx/model/MeshBuilder.h"
+#include "ptx/readers/step/MeshPoints.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ptx::step
 {
@@ -39,8 +41,7 @@ public:
     StrokeMesher(const Strokes& strokes, double millimetres) : m_strokes(strokes)
     {
         for (const annotations::Point& point : strokes.points)
-            m_points.push_back({static_cast<float>(point[0] * millimetres), static_cast<float>(point[1] * millimetres),
-                                static_cast<float>(point[2] * millimetres)});
+            m_points.push_back(inMillimetres(point, millimetres));
     }
 
     std::shared_ptr<const osg::Mesh> lines()
@@ -88,12 +89,7 @@ private:
         }
     }
 
-    bool isThere(std::uint32_t number) const
-    {
-        const osg::Vec3f& point = m_points[number];
-        constexpr float Farthest = 1e9F; // a thousand kilometres
-        return std::abs(point.x) < Farthest && std::abs(point.y) < Farthest && std::abs(point.z) < Farthest;
-    }
+    bool isThere(std::uint32_t number) const { return isInRange(m_points[number]); }
 
     std::uint32_t vertex(std::uint32_t number)
     {
@@ -121,6 +117,37 @@ std::string textTag(const char* name, const std::vector<std::string>& texts)
     return osg::scenefile::converted::attributeTag({name, all});
 }
 
+void addMeasure(const char* name, const annotations::Measure& measure, std::vector<std::string>& tags)
+{
+    if (measure.number)
+        tags.push_back(osg::scenefile::converted::attributeTag({name, *measure.number, measure.unit}));
+}
+
+/// Of several dimensions and tolerances the first has its numbers told.
+void addMeanings(const std::vector<annotations::Meaning>& meanings, std::vector<std::string>& tags)
+{
+    namespace converted = osg::scenefile::converted;
+    std::vector<std::string> whats, datums;
+    bool hasTolerance = false, hasDimension = false;
+    for (const annotations::Meaning& meaning : meanings) {
+        whats.push_back(meaning.what);
+        if (!meaning.datums.empty())
+            datums.push_back(meaning.datums);
+        const bool isTolerance = meaning.what.ends_with("tolerance");
+        if (isTolerance && meaning.value.number && !std::exchange(hasTolerance, true))
+            addMeasure(converted::ToleranceName, meaning.value, tags);
+        if (isTolerance || !meaning.value.number || std::exchange(hasDimension, true))
+            continue;
+        addMeasure(converted::ValueName, meaning.value, tags);
+        addMeasure(converted::LowerName, meaning.lower, tags);
+        addMeasure(converted::UpperName, meaning.upper, tags);
+    }
+    if (!whats.empty())
+        tags.push_back(textTag(converted::MeaningName, whats));
+    if (!datums.empty())
+        tags.push_back(textTag(converted::DatumsName, datums));
+}
+
 } // namespace
 
 model::Callout calloutWithMeshes(const annotations::Callout& drawn, double millimetres,
@@ -132,6 +159,7 @@ model::Callout calloutWithMeshes(const annotations::Callout& drawn, double milli
         callout.tags.push_back(textTag(osg::scenefile::converted::KindName, drawn.kinds));
     if (!drawn.texts.empty())
         callout.tags.push_back(textTag(osg::scenefile::converted::TextName, drawn.texts));
+    addMeanings(drawn.meanings, callout.tags);
     for (const Strokes& strokes : drawn.strokes) {
         StrokeMesher mesher(strokes, millimetres);
         for (auto& mesh : {mesher.lines(), mesher.triangles()})

@@ -2,13 +2,7 @@
 
 #include "ptx/core/Log.h"
 #include "ptx/readers/step/CalloutMeshes.h"
-#include "ptx/readers/step/LengthUnit.h"
-#include "ptx/readers/step/UserAttributes.h"
-
-#include <STEPCAFControl_Reader.hxx>
-#include <STEPControl_Reader.hxx>
-#include <StepBasic_ProductDefinition.hxx>
-#include <StepData_StepModel.hxx>
+#include "ptx/readers/step/NumberedFacts.h"
 
 #include <iterator>
 #include <utility>
@@ -20,50 +14,6 @@ namespace
 {
 
 using annotations::Drawing;
-
-/// What the model of a file knows by the numbers of the text: units of contexts and labels of products.
-class NumberedFacts
-{
-public:
-    explicit NumberedFacts(const STEPCAFControl_Reader& reader) : m_labels(reader)
-    {
-        const auto model = Handle(StepData_StepModel)::DownCast(reader.Reader().Model());
-        for (int i = 1; i <= model->NbEntities(); ++i)
-            add(model->IdentLabel(model->Value(i)), model->Value(i));
-    }
-
-    /// Null when it has no shape.
-    TDF_Label labelOf(std::uint32_t product) const
-    {
-        const auto found = m_products.find(static_cast<int>(product));
-        return found == m_products.end() ? TDF_Label() : m_labels.of(found->second);
-    }
-
-    /// Where the context names none, the unit of the first one that does.
-    double millimetresOf(std::uint32_t context) const
-    {
-        const auto found = m_units.find(static_cast<int>(context));
-        return found == m_units.end() ? m_firstUnit : found->second;
-    }
-
-private:
-    void add(int number, const Handle(Standard_Transient) & entity)
-    {
-        if (const auto product = Handle(StepBasic_ProductDefinition)::DownCast(entity); !product.IsNull())
-            m_products.emplace(number, product);
-        const double unit = millimetresIn(entity);
-        if (!(unit > 0))
-            return;
-        if (m_units.empty())
-            m_firstUnit = unit;
-        m_units.emplace(number, unit);
-    }
-
-    ProductLabels m_labels;
-    std::unordered_map<int, Handle(StepBasic_ProductDefinition)> m_products;
-    std::unordered_map<int, double> m_units;
-    double m_firstUnit = 1;
-};
 
 std::string counted(std::size_t count, const char* what)
 {
@@ -81,26 +31,32 @@ void tell(const Drawing& drawing, core::Log& log)
         log.info(counted(counts.placeholders, "placeholders of annotations draw nothing"));
     for (const auto& [type, count] : drawing.unread)
         log.warning(counted(count, "contents of annotations are not drawn: ") + type);
+    for (const auto& [type, count] : drawing.notUnderstood)
+        log.info(counted(count, "meanings of annotations are not understood: ") + type);
     if (counts.outOfRange > 0)
         log.warning(counted(counts.outOfRange, "points of annotations are left out: they are not in the file"));
     if (counts.isCut)
         log.warning("the annotations refer to more points than can be meant; the rest is left out");
+    if (counts.areModelsCut)
+        log.warning("so many drawings list annotations that saved views do not show all of them");
 }
 
 } // namespace
 
-CalloutOwners::CalloutOwners(const STEPCAFControl_Reader& reader, const Drawing& drawing, core::Log& log)
+CalloutOwners::CalloutOwners(const STEPCAFControl_Reader& reader, const Drawing& drawing, const ViewedCallouts& viewed,
+                             core::Log& log)
 {
     tell(drawing, log);
     if (!drawing.callouts.empty())
-        place(reader, drawing);
+        place(reader, drawing, viewed);
 }
 
-void CalloutOwners::place(const STEPCAFControl_Reader& reader, const Drawing& drawing)
+void CalloutOwners::place(const STEPCAFControl_Reader& reader, const Drawing& drawing, const ViewedCallouts& viewed)
 {
     const NumberedFacts facts(reader);
     for (const annotations::Callout& drawn : drawing.callouts) {
         model::Callout callout = calloutWithMeshes(drawn, facts.millimetresOf(drawn.context), m_appearances);
+        callout.views = viewed.viewsOf(drawn);
         const TDF_Label label = facts.labelOf(drawn.product);
         if (label.IsNull()) {
             m_others.push_back(std::move(callout));
@@ -118,8 +74,12 @@ void CalloutOwners::addTo(model::Product& product, const TDF_Label& label)
         product.callouts = std::exchange(*own, {});
 }
 
-void CalloutOwners::finish(model::Model& model)
+void CalloutOwners::finish(model::Model& model, const std::string& name)
 {
+    if (model.roots.empty() && !m_others.empty()) {
+        model.roots.emplace_back().product = model.products.size();
+        model.products.emplace_back().name = name;
+    }
     if (!model.roots.empty()) {
         Callouts& callouts = model.products[model.roots[0].product].callouts;
         std::move(m_others.begin(), m_others.end(), std::back_inserter(callouts));

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "ptx/model/Model.h"
+#include "ptx/readers/step/ViewedCallouts.h"
 #include "ptx/readers/step/annotations/Drawing.h"
 
 #include <NCollection_DataMap.hxx>
 #include <TDF_Label.hxx>
 #include <TDF_LabelMapHasher.hxx>
 
-#include <unordered_map>
+#include <string>
 #include <vector>
 
 class STEPCAFControl_Reader;
@@ -25,18 +26,21 @@ namespace ptx::step
 class CalloutOwners
 {
 public:
-    /// After the transfer of `reader`. `log` tells how much is drawn, and what is not.
-    CalloutOwners(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing, core::Log& log);
+    /// After the transfer of `reader`. Each callout gets the numbers of the views that show it. `log` tells how
+    /// much is drawn, and what is not.
+    CalloutOwners(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing,
+                  const ViewedCallouts& viewed, core::Log& log);
 
     /// Gives `product` what belongs to `label`, with appearances of this object's own.
     void addTo(model::Product& product, const TDF_Label& label);
-    /// Once all products of the file are in `model`: gives the rest, and puts the appearances among those of `model`.
-    void finish(model::Model& model);
+    /// Once all products of the file are in `model`: gives the rest, and puts the appearances among those of `model`. A
+    /// file without products gets one, named `name`.
+    void finish(model::Model& model, const std::string& name);
 
 private:
     using Callouts = std::vector<model::Callout>;
 
-    void place(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing);
+    void place(const STEPCAFControl_Reader& reader, const annotations::Drawing& drawing, const ViewedCallouts& viewed);
     void restate(model::Product& product, model::AppearanceTable& appearances) const;
 
     NCollection_DataMap<TDF_Label, Callouts, TDF_LabelMapHasher> m_owned;

@@ -59,7 +59,7 @@ std::vector<model::Reference> referencesFrom(const std::vector<model::Product>& 
 class Inliner
 {
 public:
-    Inliner(occt::DocumentContent& content, const model::Job& job) : m_content(content), m_job(job) {}
+    Inliner(StepContent& content, const model::Job& job) : m_content(content), m_job(job) {}
 
     void run()
     {
@@ -126,6 +126,10 @@ private:
         if (!part)
             return part.failure().message;
         const std::size_t firstProduct = m_content.model.products.size();
+        for (FacetBody& body : part.value().facets) {
+            body.product += firstProduct;
+            m_content.facets.push_back(std::move(body));
+        }
         std::vector<model::Occurrence> roots =
             model::mergeModel(m_content.model, std::move(part.value().model), m_content.shapes.size());
         std::move(part.value().shapes.begin(), part.value().shapes.end(), std::back_inserter(m_content.shapes));
@@ -140,7 +144,7 @@ private:
         m_job.log.warning("part file " + reference.file + " of \"" + product.name + "\" is left out: " + why);
     }
 
-    occt::DocumentContent& m_content;
+    StepContent& m_content;
     const model::Job& m_job;
     readers::PartFileFinder m_finder;
     std::vector<File> m_open;
@@ -171,7 +175,7 @@ void keepReferences(occt::DocumentContent& content, const model::Job& job)
     job.log.info(std::to_string(content.model.references.size()) + " products in other files");
 }
 
-void inlineParts(occt::DocumentContent& content, const model::Job& job)
+void inlineParts(StepContent& content, const model::Job& job)
 {
     const auto refers = [](const model::Product& product) { return !product.externalNames.empty(); };
     if (std::any_of(content.model.products.begin(), content.model.products.end(), refers))

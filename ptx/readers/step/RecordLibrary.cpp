@@ -93,11 +93,23 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
     const p21::EntityIndex index(records);
     if (m_job.settings.isOn(core::Setting::Pmi))
         m_annotations = annotations::readAnnotations(records, index);
+    m_facets = facets::readParts(records, index);
     const std::vector<std::string> complaints = complaintsOf(file.text(), records, index);
     if (!complaints.empty())
         return readDamaged(name, file.text(), records, index, complaints, model, protocol);
     load(records, index, model, protocol);
     return 0;
+}
+
+std::set<std::uint32_t> RecordLibrary::productsBeside() const
+{
+    std::set<std::uint32_t> products;
+    for (const annotations::Callout& callout : m_annotations.callouts)
+        products.insert(callout.product);
+    for (const facets::Part& part : m_facets.parts)
+        products.insert(part.product);
+    products.erase(0);
+    return products;
 }
 
 Standard_Integer RecordLibrary::readDamaged(Standard_CString name, std::string_view text, const p21::Records& records,

@@ -2,10 +2,13 @@
 
 #include "ptx/model/Job.h"
 #include "ptx/readers/step/annotations/Drawing.h"
+#include "ptx/readers/step/facets/Parts.h"
 
 #include <StepSelect_WorkLibrary.hxx>
 
+#include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +41,11 @@ public:
 
     /// What the annotations of the last file draw, once. Nothing when the settings do not want it.
     annotations::Drawing takeAnnotations() { return std::move(m_annotations); }
+    /// The tessellated parts of the last file, once.
+    facets::Parts takeFacets() { return std::move(m_facets); }
+    /// The products, by the numbers of their definitions, that annotations or tessellated parts belong to, while these
+    /// have not been taken.
+    std::set<std::uint32_t> productsBeside() const;
 
     /// 0 when it was read, 1 when nothing of it can be, -1 when the file cannot be opened.
     Standard_Integer ReadFile(Standard_CString name, Handle(Interface_InterfaceModel) & model,
@@ -58,6 +66,7 @@ private:
     // OCCT takes a reading for one that changes nothing.
     mutable std::vector<std::string> m_losses;
     mutable annotations::Drawing m_annotations;
+    mutable facets::Parts m_facets;
 };
 
 } // namespace ptx::step

@@ -3,6 +3,7 @@
 #include "ptx/core/Log.h"
 #include "ptx/occt/OcctText.h"
 #include "ptx/readers/step/LengthUnit.h"
+#include "ptx/readers/step/WrittenCameras.h"
 
 #include <Interface_EntityIterator.hxx>
 #include <Interface_Graph.hxx>
@@ -12,9 +13,6 @@
 #include <StepBasic_ProductDefinition.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepData_UndefinedEntity.hxx>
-#include <StepGeom_Axis2Placement3d.hxx>
-#include <StepGeom_CartesianPoint.hxx>
-#include <StepGeom_Direction.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
 #include <StepRepr_MappedItem.hxx>
 #include <StepRepr_NextAssemblyUsageOccurrence.hxx>
@@ -22,14 +20,12 @@
 #include <StepRepr_RepresentationMap.hxx>
 #include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <StepVisual_CameraModelD3.hxx>
+#include <StepVisual_CameraModelD3MultiClipping.hxx>
 #include <StepVisual_DraughtingModel.hxx>
-#include <StepVisual_PlanarBox.hxx>
-#include <StepVisual_ViewVolume.hxx>
 #include <XSControl_WorkSession.hxx>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <map>
 #include <optional>
 #include <set>
@@ -42,76 +38,6 @@ namespace
 {
 
 using Entity = Handle(Standard_Transient);
-
-osg::Vec3f scaled(const Handle(StepGeom_CartesianPoint) & point, double factor)
-{
-    if (point.IsNull())
-        return {};
-    double values[3] = {};
-    for (int i = 0; i < std::min(3, point->NbCoordinates()); ++i)
-        values[i] = point->CoordinatesValue(i + 1) * factor;
-    return {static_cast<float>(values[0]), static_cast<float>(values[1]), static_cast<float>(values[2])};
-}
-
-/// The unit vector that `direction` means, `otherwise` when it means none.
-gp_XYZ unitVector(const Handle(StepGeom_Direction) & direction, const gp_XYZ& otherwise)
-{
-    if (direction.IsNull() || direction->DirectionRatios().IsNull() || direction->NbDirectionRatios() < 3)
-        return otherwise;
-    const gp_XYZ vector(direction->DirectionRatiosValue(1), direction->DirectionRatiosValue(2),
-                        direction->DirectionRatiosValue(3));
-    const double length = vector.Modulus();
-    return std::isfinite(length) && length > gp::Resolution() ? vector / length : otherwise;
-}
-
-osg::Vec3f toVector(const gp_XYZ& vector)
-{
-    return {static_cast<float>(vector.X()), static_cast<float>(vector.Y()), static_cast<float>(vector.Z())};
-}
-
-/// The axes of `camera` from `system`. @return whether they are axes
-bool takeAxes(WrittenCamera& camera, const StepGeom_Axis2Placement3d& system)
-{
-    const gp_XYZ z = unitVector(system.Axis(), {0, 0, 1});
-    const gp_XYZ x = unitVector(system.RefDirection(), {1, 0, 0});
-    gp_XYZ y = z ^ x;
-    constexpr double Flattest = 1e-6;
-    if (y.Modulus() < Flattest)
-        return false;
-    y.Normalize();
-    camera.axis = toVector(z);
-    camera.up = toVector(y);
-    camera.right = toVector(y ^ z);
-    return true;
-}
-
-bool isFinite(const WrittenCamera& camera)
-{
-    for (const osg::Vec3f& each :
-         {camera.origin, camera.projectionPoint, osg::Vec3f{camera.planeDistance, camera.width, camera.height}})
-        if (!std::isfinite(each.x) || !std::isfinite(each.y) || !std::isfinite(each.z))
-            return false;
-    return true;
-}
-
-/// Nothing when an entity of the camera is not there or its axes are none.
-std::optional<WrittenCamera> cameraOf(const StepVisual_CameraModelD3& model, double millimetres)
-{
-    const Handle(StepGeom_Axis2Placement3d) system = model.ViewReferenceSystem();
-    const Handle(StepVisual_ViewVolume) volume = model.PerspectiveOfVolume();
-    WrittenCamera camera;
-    if (system.IsNull() || volume.IsNull() || !takeAxes(camera, *system))
-        return std::nullopt;
-    camera.origin = scaled(system->Location(), millimetres);
-    camera.projectionPoint = scaled(volume->ProjectionPoint(), millimetres);
-    camera.planeDistance = static_cast<float>(volume->ViewPlaneDistance() * millimetres);
-    camera.isParallel = volume->ProjectionType() == StepVisual_copParallel;
-    if (!volume->ViewWindow().IsNull()) {
-        camera.width = static_cast<float>(volume->ViewWindow()->SizeInX() * millimetres);
-        camera.height = static_cast<float>(volume->ViewWindow()->SizeInY() * millimetres);
-    }
-    return isFinite(camera) ? std::optional(camera) : std::nullopt;
-}
 
 /// What the parameters of an entity without a class of its own name, lists opened.
 void addChildren(const Handle(StepData_UndefinedEntity) & entity, std::vector<Entity>& children)
@@ -174,8 +100,9 @@ Numbers numbersOf(const WrittenCamera& camera)
 class ViewCollector
 {
 public:
-    ViewCollector(const STEPControl_Reader& reader, core::Log& log)
-        : m_graph(reader.WS()->Graph()), m_model(Handle(StepData_StepModel)::DownCast(reader.Model())), m_log(log)
+    ViewCollector(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
+        : m_graph(reader.WS()->Graph()), m_withAutomatic(withAutomatic),
+          m_model(Handle(StepData_StepModel)::DownCast(reader.Model())), m_log(log)
     {
     }
 
@@ -183,43 +110,61 @@ public:
     {
         for (int i = 1; i <= m_model->NbEntities(); ++i)
             if (const auto camera = Handle(StepVisual_CameraModelD3)::DownCast(m_model->Value(i)); !camera.IsNull())
-                add(camera);
+                look(camera);
         tell();
         return std::move(m_views);
     }
 
 private:
-    void add(const Handle(StepVisual_CameraModelD3) & camera)
+    /// What uses a camera.
+    struct Users {
+        Entity drawing; ///< null when nothing draws it
+        bool isDefault = false;
+    };
+
+    void look(const Handle(StepVisual_CameraModelD3) & camera)
     {
-        const Entity drawing = drawingOf(camera);
-        if (drawing.IsNull())
+        const Users users = usersOf(camera);
+        if (users.drawing.IsNull())
             return;
         const std::string name = occt::utf8(camera->Name());
-        if (name.starts_with("* ")) {
+        if (!m_withAutomatic && name.starts_with("* ")) {
             ++m_automatic;
             return;
         }
-        const std::vector<Entity> parts = partsOf(drawing);
+        const std::vector<Entity> parts = partsOf(users.drawing);
         if (std::any_of(parts.begin(), parts.end(), [this](const Entity& part) { return isOfInnerPart(part); })) {
             ++m_ofParts;
             return;
         }
-        if (const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts)))
-            take(withoutBrackets(name), *written);
+        SavedView view{withoutBrackets(name), {}, {numberOf(users.drawing)}, users.isDefault};
+        const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
+        m_sections += camera->IsKind(STANDARD_TYPE(StepVisual_CameraModelD3MultiClipping)) ? 1 : 0;
+        if (written)
+            take(std::move(view), *written);
         else
             m_log.warning("saved view \"" + name + "\" is left out: its camera is incomplete");
     }
 
-    // OCCT has classes for some kinds of draughting models alone.
-    Entity drawingOf(const Entity& camera) const
+    std::uint32_t numberOf(const Entity& entity) const
     {
+        return static_cast<std::uint32_t>(std::max(0, m_model->IdentLabel(entity)));
+    }
+
+    // OCCT has classes for some kinds of draughting models alone.
+    Users usersOf(const Entity& camera) const
+    {
+        Users users;
         const Interface_EntityIterator above = m_graph.Sharings(camera);
         for (above.Start(); above.More(); above.Next()) {
             const std::string type = m_model->TypeName(above.Value());
-            if (type.find("DRAUGHTING_MODEL") != std::string::npos && type.find("ASSOCIATION") == std::string::npos)
-                return above.Value();
+            if (type == "DEFAULT_MODEL_GEOMETRIC_VIEW")
+                users.isDefault = true;
+            else if (users.drawing.IsNull() && type.find("DRAUGHTING_MODEL") != std::string::npos &&
+                     type.find("ASSOCIATION") == std::string::npos)
+                users.drawing = above.Value();
         }
-        return {};
+        return users;
     }
 
     /// Whether `part` maps the shape of a product that another one holds: its coordinates are not those of the file.
@@ -269,17 +214,24 @@ private:
         return 1;
     }
 
-    void take(std::string name, const WrittenCamera& camera)
+    void take(SavedView view, const WrittenCamera& camera)
     {
-        if (name.empty())
-            name = "View " + std::to_string(m_views.size() + 1);
-        if (!m_known.emplace(name, numbersOf(camera)).second)
+        if (view.name.empty())
+            view.name = "View " + std::to_string(m_views.size() + 1);
+        const auto [known, isNew] = m_known.try_emplace({view.name, numbersOf(camera)}, m_views.size());
+        if (!isNew) {
+            SavedView& same = m_views[known->second];
+            same.drawings.push_back(view.drawings.front());
+            same.isDefault = same.isDefault || view.isDefault;
             return;
-        int& count = m_counts[name];
-        std::string unique = name;
+        }
+        int& count = m_counts[view.name];
+        std::string unique = view.name;
         for (++count; !m_names.insert(unique).second; ++count)
-            unique = name + " (" + std::to_string(count) + ")";
-        m_views.push_back({unique, camera});
+            unique = view.name + " (" + std::to_string(count) + ")";
+        view.name = std::move(unique);
+        view.camera = camera;
+        m_views.push_back(std::move(view));
     }
 
     void tell() const
@@ -288,19 +240,23 @@ private:
             m_log.info(std::to_string(m_views.size()) + " saved views");
         if (m_automatic > 0)
             m_log.info(std::to_string(m_automatic) + " views that a program made by itself are left out");
+        if (m_sections > 0)
+            m_log.warning(std::to_string(m_sections) + " saved views have section planes, which cut nothing here");
         if (m_ofParts > 0)
             m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
     }
 
     const Interface_Graph& m_graph;
+    bool m_withAutomatic;
     Handle(StepData_StepModel) m_model;
     core::Log& m_log;
     std::vector<SavedView> m_views;
     std::set<std::string> m_names;
-    std::map<std::string, int> m_counts;               ///< of views that the file names so
-    std::set<std::pair<std::string, Numbers>> m_known; ///< views by name and camera
+    std::map<std::string, int> m_counts;                            ///< of views that the file names so
+    std::map<std::pair<std::string, Numbers>, std::size_t> m_known; ///< numbers of views by name and camera
     std::size_t m_automatic = 0;
     std::size_t m_ofParts = 0;
+    std::size_t m_sections = 0; ///< views with planes that cut
 };
 
 } // namespace
@@ -312,9 +268,9 @@ std::string withoutBrackets(std::string name)
     return name;
 }
 
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, core::Log& log)
+std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
 {
-    return ViewCollector(reader, log).collect();
+    return ViewCollector(reader, withAutomatic, log).collect();
 }
 
 } // namespace ptx::step

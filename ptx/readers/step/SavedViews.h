@@ -2,6 +2,7 @@
 
 #include "ptx/readers/step/ViewFraming.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,14 +20,17 @@ namespace ptx::step
 struct SavedView {
     std::string name; ///< unique, without square brackets
     WrittenCamera camera;
+    std::vector<std::uint32_t> drawings; ///< numbers of the draughting models that tell what it shows
+    bool isDefault = false;              ///< the file is to open with it
 };
 
 /// `name` with round brackets instead of square ones, in which tags put names.
 std::string withoutBrackets(std::string name);
 
 /// The saved views of the model that `reader` has read, in the order of their cameras: cameras that a draughting model
-/// shows. Views that programs make by themselves (their names begin with "* "), views of a part within an assembly and
-/// views that say the same twice are left out. `log` tells how many there are and what was left out.
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, core::Log& log);
+/// shows. Views that programs make by themselves (their names begin with "* ") come if `withAutomatic`. Views of a part
+/// within an assembly and views that say the same twice are left out. `log` tells how many there are and what was left
+/// out.
+std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log);
 
 } // namespace ptx::step

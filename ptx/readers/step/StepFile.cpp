@@ -12,7 +12,9 @@
 #include "ptx/readers/step/LengthUnit.h"
 #include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/RecordLibrary.h"
+#include "ptx/readers/step/StandIns.h"
 #include "ptx/readers/step/UserAttributes.h"
+#include "ptx/readers/step/ViewedCallouts.h"
 #include "ptx/readers/step/damage/ColourRange.h"
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
@@ -27,6 +29,7 @@
 #include <XSControl_WorkSession.hxx>
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 
 namespace ptx::step
@@ -86,11 +89,12 @@ public:
     core::Outcome<StepContent> content()
     {
         core::Trouble trouble;
-        if (!m_isTransferred)
-            trouble = nothingToImport(m_job.input, "none of its entities is a product or a shape");
+        const bool isAnythingBeside = !m_text->productsBeside().empty();
+        if (!m_isTransferred && !isAnythingBeside)
+            trouble = nothingToImport("none of its entities is a product or a shape");
         else
             trouble = occt::guarded("reading the structure", [&] { return walk(); });
-        if (const std::string loss = firstLoss(); !loss.empty() && (trouble || isEmpty()))
+        if (const std::string loss = firstLoss(); !loss.empty() && (trouble || isEmpty(m_content)))
             return core::Failure{core::ExitCode::Damaged, "nothing of the file could be translated: " + loss};
         if (trouble)
             return *trouble;
@@ -111,6 +115,7 @@ private:
             warnOfUnreadEntities(model, m_job.log);
         if (const std::size_t count = damage::limitColours(*model); count > 0 && !m_isAgain)
             m_job.log.warning(std::to_string(count) + " colours with parts beyond 0 to 1 are limited");
+        m_exactProducts = addStandIns(model, m_text->productsBeside());
         m_damage.cutOut(model);
     }
 
@@ -151,20 +156,29 @@ private:
         LabelTags tags = userAttributes(m_reader);
         addProductFacts(m_reader, m_document, tags);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
-        CalloutOwners callouts(m_reader, m_text->takeAnnotations(), m_job.log);
+        const annotations::Drawing drawing = m_text->takeAnnotations();
+        if (!m_isPart)
+            m_content.views =
+                savedViews(m_reader.Reader(), m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
+        const ViewedCallouts viewed(m_content.views, drawing.callouts.size(), m_job.log);
+        findDefaultView(m_content.views, viewed, drawing);
+        CalloutOwners callouts(m_reader, drawing, viewed, m_job.log);
+        const facets::Parts parts = m_text->takeFacets();
+        FacetOwners facets(m_reader, parts, m_exactProducts);
+        std::size_t number = 0; // of the product, which come in this order
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
                 addTags(tags, label, product.tags);
                 addComponentTags(tags, label, product);
                 callouts.addTo(product, label);
+                facets.addTo(number++, label);
                 if (product.body == model::NoBody && product.children.empty())
                     product.externalNames = m_names->of(label);
             });
-        callouts.finish(m_content.model);
+        m_content.facets = facets.finish(parts, m_job.log);
+        callouts.finish(m_content.model, std::filesystem::path(m_job.input).stem().string());
         addToFile(ofNoProduct);
         addUnit();
-        if (!m_isPart)
-            m_content.views = savedViews(m_reader.Reader(), m_job.log);
         return std::nullopt;
     }
 
@@ -225,14 +239,6 @@ private:
         return m_damage.isEmpty() ? std::string() : m_damage.firstLoss();
     }
 
-    bool isEmpty() const
-    {
-        const std::vector<model::Product>& products = m_content.model.products;
-        return m_content.shapes.empty() && std::all_of(products.begin(), products.end(), [](const auto& product) {
-                   return product.externalNames.empty();
-               });
-    }
-
     void addUnit()
     {
         const std::string unit = lengthUnit(m_reader);
@@ -250,6 +256,7 @@ private:
     Handle(RecordLibrary) m_text;
     std::optional<ExternalNames> m_names;
     damage::Damage m_damage;
+    std::set<std::uint32_t> m_exactProducts; ///< among those with annotations or triangles
     bool m_isTransferred = false;
     StepContent m_content;
 };
@@ -273,13 +280,18 @@ core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart)
     }
 }
 
-// The installed OCCT has no entities for tessellated geometry and says nothing about it.
-core::Failure nothingToImport(const std::string& path, const std::string& cause)
+bool isEmpty(const StepContent& content)
 {
-    const bool isTessellated = readers::TextFile(path).text().find("TESSELLATED_") != std::string_view::npos;
-    return {core::ExitCode::NothingToImport,
-            "the file is a STEP file, but " + cause +
-                (isTessellated ? "; it has tessellated geometry, which is not read" : "")};
+    const std::vector<model::Product>& products = content.model.products;
+    return content.shapes.empty() && content.facets.empty() &&
+           std::all_of(products.begin(), products.end(), [](const model::Product& product) {
+               return product.externalNames.empty() && product.callouts.empty();
+           });
+}
+
+core::Failure nothingToImport(const std::string& cause)
+{
+    return {core::ExitCode::NothingToImport, "the file is a STEP file, but " + cause};
 }
 
 } // namespace ptx::step

@@ -3,6 +3,7 @@
 #include "ptx/core/Outcome.h"
 #include "ptx/model/Job.h"
 #include "ptx/occt/DocumentWalker.h"
+#include "ptx/readers/step/FacetOwners.h"
 #include "ptx/readers/step/SavedViews.h"
 
 namespace ptx::step
@@ -10,7 +11,8 @@ namespace ptx::step
 
 /// What one STEP file holds.
 struct StepContent : occt::DocumentContent {
-    std::vector<SavedView> views; ///< in the space of this file
+    std::vector<SavedView> views;  ///< in the space of this file
+    std::vector<FacetBody> facets; ///< bodies that the file holds as triangles
 };
 
 /// Reads the STEP file `job.input` without the files that it refers to: products whose geometry lies elsewhere have
@@ -18,7 +20,10 @@ struct StepContent : occt::DocumentContent {
 /// structure unless `isPart`, which goes on in the present one; of a part the saved views are not read.
 core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart);
 
-/// The failure for the file `path` without geometry, whose `cause` is a clause: "it holds no solids".
-core::Failure nothingToImport(const std::string& path, const std::string& cause);
+/// Whether there is anything to see in `content`, whose part files are not.
+bool isEmpty(const StepContent& content);
+
+/// The failure for a file without geometry, whose `cause` is a clause: "it holds no solids".
+core::Failure nothingToImport(const std::string& cause);
 
 } // namespace ptx::step

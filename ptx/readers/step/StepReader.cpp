@@ -7,6 +7,7 @@
 #include "ptx/readers/step/StepFile.h"
 #include "ptx/readers/step/ViewFraming.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace ptx::step
@@ -39,6 +40,11 @@ std::string groupName(const model::Model& model, const std::string& path)
     return withoutBrackets(std::move(name));
 }
 
+bool isAtOpening(const model::View& view)
+{
+    return view.isAtOpening;
+}
+
 void addViews(model::Model& model, const std::vector<SavedView>& views, const std::string& path)
 {
     if (views.empty())
@@ -49,6 +55,7 @@ void addViews(model::Model& model, const std::vector<SavedView>& views, const st
         model::View& view = model.views.emplace_back();
         view.name = saved.name;
         view.group = group;
+        view.isAtOpening = saved.isDefault && std::none_of(model.views.begin(), model.views.end(), isAtOpening);
         frame(view, saved.camera, shown);
     }
 }
@@ -64,12 +71,13 @@ core::Outcome<model::Model> read(const model::Job& job)
     model::Model& model = content.value().model;
     if (core::Trouble trouble = readers::requireExternalParts(job.externalParts, !model.references.empty()))
         return *trouble;
-    if (content.value().shapes.empty() && model.references.empty())
-        return nothingToImport(job.input, "it holds no solids, surfaces or curves");
+    if (isEmpty(content.value()) && model.references.empty())
+        return nothingToImport("it holds no solids, surfaces, curves or annotations");
     core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(content.value().shapes), job);
     if (!bodies)
         return bodies.failure();
     model.bodies = std::move(bodies.value());
+    addBodies(model, std::move(content.value().facets));
     addViews(model, content.value().views, job.input);
     return std::move(model);
 }

@@ -4,6 +4,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/MatrixMath.h"
+#include "scene/Tags.h"
 #include "tests/files/glb/GlbTest.h"
 
 #include <gmock/gmock.h>
@@ -62,6 +63,17 @@ TEST_F(GlbNodesTest, TheTopNodeTurnsMillimetresAndZUpIntoMetresAndYUp)
     EXPECT_EQ(file.json["nodes"][1], json::parse(R"({"name": "Part", "mesh": 0})"));
     EXPECT_EQ(result->nodes, 2u);
     EXPECT_EQ(result->meshes, 1u);
+}
+
+TEST_F(GlbNodesTest, WhatIsAboveAnnotationsIsMarked)
+{
+    const osg::NodePtr pmi = files::makeNode("PMI", geometry("", triangle()));
+    osg::setTags(pmi, {"ptx::pmi"});
+    add(pmi);
+    add(files::makeNode("Part", geometry("", triangle())));
+    const GlbFile file = written();
+    EXPECT_EQ(file.json["nodes"][1]["extras"], json::parse(R"({"annotations": true})"));
+    EXPECT_FALSE(file.json["nodes"][2].contains("extras"));
 }
 
 TEST_F(GlbNodesTest, AnotherUnitAndAxisAreInTheMatrixAndTold)

@@ -84,9 +84,10 @@ TEST_F(SceneSelectionTest, ShowsWhatIsDrawnBesidePartsAndNothingElse)
 {
     const osg::NodePtr box = root->getChild(root->getNChildren() - 1);
     osg::setTags(box, {"a", osg::scenefile::converted::PmiTag});
-    hideMatches(root.get(), query("name=bolt|name=box"));
+    add(add(box, "callout", boxCore({1, 1, 1})), "drawn", boxCore({1, 1, 1}));
+    hideMatches(root.get(), query("name=bolt|name=box|name=callout"));
     EXPECT_EQ(showPmi(root.get()), 1u);
-    EXPECT_EQ(names(root.get()), " cart [bolt] shape wheel shape box");
+    EXPECT_EQ(names(root.get()), " cart [bolt] shape wheel shape box callout drawn");
 }
 
 } // namespace

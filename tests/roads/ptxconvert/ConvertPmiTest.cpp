@@ -7,7 +7,7 @@
 #include "scene/Mesh.h"
 #include "scene/Tags.h"
 #include "tests/roads/ptxconvert/ConvertRun.h"
-#include "tests/support/StepText.h"
+#include "tests/roads/ptxconvert/DraughtingText.h"
 
 #include <gmock/gmock.h>
 
@@ -21,76 +21,6 @@ using testing::Not;
 namespace
 {
 
-std::string ref(int entity)
-{
-    return "#" + std::to_string(entity);
-}
-
-/// A box of 30 x 20 x 10 units, and a blue line and two red triangles that tell of it.
-class PmiText
-{
-public:
-    explicit PmiText(LengthUnit unit = LengthUnit::Millimetre) : m_step(unit), m_part(m_step.product("part"))
-    {
-        m_step.box(m_part, {0, 0, 0}, {30, 20, 10});
-    }
-
-    int add(const std::string& entity) { return m_step.add(entity); }
-
-    /// @return its number
-    int callout(const std::string& name)
-    {
-        const int set = add("TESSELLATED_GEOMETRIC_SET('datum',(" + ref(line()) + "," + ref(square()) + "))");
-        const int occurrence = add("TESSELLATED_ANNOTATION_OCCURRENCE('',(" + ref(style()) + ")," + ref(set) + ")");
-        return add("DRAUGHTING_CALLOUT('" + name + "',(" + ref(occurrence) + "))");
-    }
-
-    /// Draws `callout` beside the part's shape.
-    void draw(int callout)
-    {
-        const int origin = add("AXIS2_PLACEMENT_3D(''," + ref(add("CARTESIAN_POINT('',(0.,0.,0.))")) + ",$,$)");
-        const int map = add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(m_part.representation) + ")");
-        const int item = add("MAPPED_ITEM(''," + ref(map) + "," + ref(origin) + ")");
-        add("DRAUGHTING_MODEL('',(" + ref(callout) + "," + ref(item) + ")," + ref(m_step.context()) + ")");
-    }
-
-    /// Puts the part into an assembly, twice.
-    void holdTwice()
-    {
-        const StepProduct top = m_step.product("top");
-        m_step.place(top, m_part, "left", {100, 0, 0});
-        const StepOccurrence right = m_step.place(top, m_part, "right", {200, 0, 0});
-        m_step.overrideColor(right, m_part, m_step.color(m_part.solid, {0, 1, 0}), {1, 1, 0});
-    }
-
-    std::string text() { return m_step.text(); }
-
-private:
-    int line()
-    {
-        const int points = add("COORDINATES_LIST('',2,((1.,2.,3.),(4.,2.,3.)))");
-        return add("TESSELLATED_CURVE_SET(''," + ref(points) + ",((1,2)))");
-    }
-
-    int square()
-    {
-        const int points = add("COORDINATES_LIST('',4,((0.,0.,20.),(1.,0.,20.),(0.,1.,20.),(1.,1.,20.)))");
-        return add("COMPLEX_TRIANGULATED_SURFACE_SET(''," + ref(points) + ",4,(),(),((1,2,3,4)),())");
-    }
-
-    int style()
-    {
-        const int blue = add("DRAUGHTING_PRE_DEFINED_COLOUR('blue')");
-        const int curve = add("CURVE_STYLE('',$,$," + ref(blue) + ")");
-        const int red = add("FILL_AREA_STYLE_COLOUR(''," + ref(add("COLOUR_RGB('',1.,0.,0.)")) + ")");
-        const int area = add("FILL_AREA_STYLE('',(" + ref(red) + "))");
-        return add("PRESENTATION_STYLE_ASSIGNMENT((" + ref(curve) + "," + ref(area) + "))");
-    }
-
-    StepText m_step;
-    StepProduct m_part;
-};
-
 osg::GeometryPtr geometryAt(const osg::NodePtr& callout, unsigned number)
 {
     return osg::fcCast<osg::Geometry>(callout->getChild(number)->getCore());
@@ -100,8 +30,8 @@ osg::GeometryPtr geometryAt(const osg::NodePtr& callout, unsigned number)
 
 TEST(ConvertPmi, ACalloutIsBelowItsPartAndNotActive)
 {
-    PmiText step(LengthUnit::Inch);
-    step.draw(step.callout("Datum A"));
+    DraughtingText step(LengthUnit::Inch);
+    step.draw({step.callout("Datum A"), step.mappedShape()});
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     const osg::NodePtr pmi = nodeNamed(run.scene(), "PMI");
@@ -127,9 +57,9 @@ TEST(ConvertPmi, ACalloutIsBelowItsPartAndNotActive)
 
 TEST(ConvertPmi, EachPlaceOfAPartHasItsCalloutsInTheirOwnColour)
 {
-    PmiText step;
-    step.draw(step.callout("Datum A"));
-    step.holdTwice();
+    DraughtingText step;
+    step.draw({step.callout("Datum A"), step.mappedShape()});
+    step.overrideColor(step.hold({"left", "right"})[1]);
     ConvertRun run;
     ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
     const std::vector<osg::NodePtr> all = nodesNamed(run.scene(), "PMI");
@@ -142,9 +72,9 @@ TEST(ConvertPmi, EachPlaceOfAPartHasItsCalloutsInTheirOwnColour)
 
 TEST(ConvertPmi, WhatNobodyKnowsThePartOfBelongsToTheWhole)
 {
-    PmiText step;
+    DraughtingText step;
     step.callout("Note");
-    step.holdTwice();
+    step.hold({"left", "right"});
     ConvertRun run;
     ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
     const std::vector<osg::NodePtr> all = nodesNamed(run.scene(), "PMI");
@@ -154,8 +84,8 @@ TEST(ConvertPmi, WhatNobodyKnowsThePartOfBelongsToTheWhole)
 
 TEST(ConvertPmi, TheSettingSwitchesThemOff)
 {
-    PmiText step;
-    step.draw(step.callout("Datum A"));
+    DraughtingText step;
+    step.draw({step.callout("Datum A"), step.mappedShape()});
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text(), {"--set", "convert.pmi=0"}), 0) << run.log();
     EXPECT_THAT(nodesNamed(run.scene(), "PMI"), IsEmpty());
@@ -164,8 +94,8 @@ TEST(ConvertPmi, TheSettingSwitchesThemOff)
 
 TEST(ConvertPmi, WhatIsNotDrawnIsToldAndTheRestComes)
 {
-    PmiText step;
-    step.draw(step.callout("Datum A"));
+    DraughtingText step;
+    step.draw({step.callout("Datum A"), step.mappedShape()});
     const int text = step.add("TEXT_LITERAL('','Contact Face',$,'baseline left',.RIGHT.,$)");
     step.add("ANNOTATION_TEXT_OCCURRENCE('Note',()," + ref(text) + ")");
     step.add("ANNOTATION_SYMBOL_OCCURRENCE('',()," + ref(step.add("ANNOTATION_SYMBOL('',$,$)")) + ")");

@@ -264,7 +264,7 @@ TEST(ConvertStep, EntityThatCannotBeReadIsToldByItsNumber)
     EXPECT_EQ(measure(run.scene()).triangles, 10u) << "the other five faces";
 }
 
-TEST(ConvertStep, TessellatedGeometryAloneEndsWith25AndSaysSo)
+TEST(ConvertStep, TessellatedGeometryOfNoProductEndsWith25)
 {
     ConvertRun run;
     StepText step;
@@ -272,7 +272,7 @@ TEST(ConvertStep, TessellatedGeometryAloneEndsWith25AndSaysSo)
     step.add("COORDINATES_LIST('',3,((0.,0.,0.),(1.,0.,0.),(0.,1.,0.)))");
     step.add("TESSELLATED_SHAPE_REPRESENTATION('',(),#" + std::to_string(step.context()) + ")");
     EXPECT_EQ(run.convertText("part.stp", step.text()), 25);
-    EXPECT_THAT(run.log(), testing::HasSubstr("it has tessellated geometry, which is not read"));
+    EXPECT_THAT(run.log(), testing::HasSubstr("the file is a STEP file, but it holds no solids"));
 }
 
 TEST(ConvertStep, ComplaintsOfOneKindAreToldOnceWithTheirNumber)

@@ -4,7 +4,7 @@
 #include "host/znOpenSGUberCamera/UberCamera.h"
 #include "scene/Tags.h"
 #include "tests/roads/ptxconvert/ConvertRun.h"
-#include "tests/support/StepText.h"
+#include "tests/roads/ptxconvert/DraughtingText.h"
 
 #include <gmock/gmock.h>
 
@@ -16,63 +16,6 @@ using testing::IsEmpty;
 
 namespace
 {
-
-std::string ref(int entity)
-{
-    return "#" + std::to_string(entity);
-}
-
-/// A box of 30 x 20 x 10 units, and views of it from the front.
-class ViewText
-{
-public:
-    explicit ViewText(LengthUnit unit = LengthUnit::Millimetre) : m_step(unit), m_part(m_step.product("a [part]"))
-    {
-        m_step.box(m_part, {0, 0, 0}, {30, 20, 10});
-    }
-
-    int add(const std::string& entity) { return m_step.add(entity); }
-
-    int camera(const std::string& name, const std::string& projection = ".PARALLEL.", const std::string& y = "-100.")
-    {
-        const int eye = add("CARTESIAN_POINT('',(15.," + y + ",5.))");
-        const int along = add("DIRECTION('',(0.,1.,0.))");
-        const int left = add("DIRECTION('',(-1.,0.,0.))");
-        const int system = add("AXIS2_PLACEMENT_3D(''," + ref(eye) + "," + ref(along) + "," + ref(left) + ")");
-        const int zero = add("CARTESIAN_POINT('',(0.,0.,0.))");
-        const int corner = add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)");
-        const int window = add("PLANAR_BOX('',60.,50.," + ref(corner) + ")");
-        const int volume =
-            add("VIEW_VOLUME(" + projection + "," + ref(zero) + ",100.,0.,.F.,0.,.F.,.F.," + ref(window) + ")");
-        return add("CAMERA_MODEL_D3('" + name + "'," + ref(system) + "," + ref(volume) + ")");
-    }
-
-    void view(const std::string& name, const std::string& projection = ".PARALLEL.", const std::string& y = "-100.")
-    {
-        draw(camera(name, projection, y));
-    }
-
-    void draw(int camera) { add("DRAUGHTING_MODEL('',(" + ref(camera) + ")," + ref(m_step.context()) + ")"); }
-
-    /// A drawing of the part's own shape.
-    void drawShape(int camera)
-    {
-        const int zero = add("CARTESIAN_POINT('',(0.,0.,0.))");
-        const int origin = add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)");
-        const int map = add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(m_part.representation) + ")");
-        const int item = add("MAPPED_ITEM(''," + ref(map) + "," + ref(origin) + ")");
-        add("DRAUGHTING_MODEL('',(" + ref(camera) + "," + ref(item) + ")," + ref(m_step.context()) + ")");
-    }
-
-    /// Puts the part into an assembly.
-    void hold() { m_step.place(m_step.product("top"), m_part, "use", {100, 0, 0}); }
-
-    std::string text() { return m_step.text(); }
-
-private:
-    StepText m_step;
-    StepProduct m_part;
-};
 
 std::vector<osg::NodePtr> bookmarks(const osg::NodePtr& root)
 {
@@ -100,7 +43,7 @@ osg::UberCameraPtr cameraOf(const osg::NodePtr& bookmark)
 
 TEST(ConvertViews, AViewIsABookmarkWithItsCamera)
 {
-    ViewText step;
+    DraughtingText step(LengthUnit::Millimetre, "a [part]");
     step.view("Front");
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
@@ -119,7 +62,7 @@ TEST(ConvertViews, AViewIsABookmarkWithItsCamera)
 
 TEST(ConvertViews, CamerasAreInTheUnitOfTheirDrawing)
 {
-    ViewText step(LengthUnit::Inch);
+    DraughtingText step(LengthUnit::Inch);
     step.view("Front");
     step.view("Near", ".CENTRAL.");
     ConvertRun run;
@@ -135,7 +78,7 @@ TEST(ConvertViews, CamerasAreInTheUnitOfTheirDrawing)
 
 TEST(ConvertViews, NamesAreUniqueAndSafe)
 {
-    ViewText step;
+    DraughtingText step;
     step.view("A[1]");
     step.view("A[1]");
     step.view("A[1]", ".CENTRAL.");
@@ -148,9 +91,18 @@ TEST(ConvertViews, NamesAreUniqueAndSafe)
     EXPECT_THAT(run.log(), HasSubstr("1 views that a program made by itself are left out"));
 }
 
+TEST(ConvertViews, AViewThatAProgramMadeMayBeKept)
+{
+    DraughtingText step;
+    step.view("* front");
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text(), {"--set", "convert.automatic-views=1"}), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"* front"});
+}
+
 TEST(ConvertViews, CamerasThatNothingDrawsAreNoViews)
 {
-    ViewText step;
+    DraughtingText step;
     step.camera("Origin of something");
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
@@ -159,15 +111,15 @@ TEST(ConvertViews, CamerasThatNothingDrawsAreNoViews)
 
 TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
 {
-    ViewText alone;
-    alone.drawShape(alone.camera("Front"));
+    DraughtingText alone;
+    alone.draw({alone.camera("Front"), alone.mappedShape()});
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", alone.text()), 0) << run.log();
     EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"Front"});
-    ViewText held;
-    held.drawShape(held.camera("Front"));
+    DraughtingText held;
+    held.draw({held.camera("Front"), held.mappedShape()});
     held.view("Of all");
-    held.hold();
+    held.hold({"use"});
     ConvertRun assembly;
     ASSERT_EQ(assembly.convertText("top.stp", held.text()), 0) << assembly.log();
     EXPECT_EQ(names(bookmarks(assembly.scene())), std::vector<std::string>{"Of all"});
@@ -176,11 +128,69 @@ TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
 
 TEST(ConvertViews, CamerasThatAreBrokenAreLeftOutWithAWord)
 {
-    ViewText step;
-    step.draw(step.add("CAMERA_MODEL_D3('Hollow',$,$)"));
+    DraughtingText step;
+    step.draw({step.add("CAMERA_MODEL_D3('Hollow',$,$)")});
     step.view("Far", ".PARALLEL.", "1.E300");
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     EXPECT_THAT(bookmarks(run.scene()), IsEmpty());
     EXPECT_THAT(run.log(), HasSubstr("saved view \"Hollow\" is left out: its camera is incomplete"));
+}
+
+TEST(ConvertViews, AxesWithoutADirectionAreThoseOfTheSpaceOrNone)
+{
+    DraughtingText step;
+    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
+    const int none = step.add("DIRECTION('',(0.,0.,0.))");
+    const int up = step.add("DIRECTION('',(1.,0.,0.))");
+    const auto camera = [&](const char* name, int axis, int reference) {
+        const int system =
+            step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + "," + ref(axis) + "," + ref(reference) + ")");
+        const int window = step.add("PLANAR_BOX('',60.,50.," + ref(system) + ")");
+        const int volume =
+            step.add("VIEW_VOLUME(.PARALLEL.," + ref(zero) + ",100.,0.,.F.,0.,.F.,.F.," + ref(window) + ")");
+        return step.add("CAMERA_MODEL_D3('" + std::string(name) + "'," + ref(system) + "," + ref(volume) + ")");
+    };
+    step.draw({camera("No axes", none, none)});
+    step.draw({camera("One axis twice", up, up)});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"No axes"});
+    EXPECT_THAT(run.log(), HasSubstr("saved view \"One axis twice\" is left out: its camera is incomplete"));
+}
+
+TEST(ConvertViews, ViewsThatMapEachOtherAreViewsAllTheSame)
+{
+    DraughtingText step;
+    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
+    const int origin = step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)");
+    const int first = step.camera("First");
+    const int second = step.camera("Second");
+    // The numbers of the two drawings are known beforehand: six entities from here on.
+    const int start = step.add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(second + 5) + ")");
+    ASSERT_EQ(start, second + 1);
+    const int toSecond = step.add("MAPPED_ITEM(''," + ref(start) + "," + ref(origin) + ")");
+    const int map = step.add("REPRESENTATION_MAP(" + ref(origin) + "," + ref(second + 6) + ")");
+    const int toFirst = step.add("MAPPED_ITEM(''," + ref(map) + "," + ref(origin) + ")");
+    ASSERT_EQ(step.draw({second, toFirst}), second + 5);
+    ASSERT_EQ(step.draw({first, toSecond}), second + 6);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), (std::vector<std::string>{"First", "Second"}));
+}
+
+TEST(ConvertViews, SectionPlanesAreToldAndTheViewStays)
+{
+    DraughtingText step, same;
+    ASSERT_EQ(step.camera("Cut"), same.camera("Cut"));
+    const std::string text = same.text();
+    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
+    const int plane = step.add("PLANE(''," + ref(step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)")) + ")");
+    const std::size_t parameters = text.find("CAMERA_MODEL_D3('Cut',") + std::string("CAMERA_MODEL_D3('Cut',").size();
+    const std::string rest = text.substr(parameters, text.find(')', parameters) - parameters);
+    step.draw({step.add("CAMERA_MODEL_D3_MULTI_CLIPPING('Cut'," + rest + ",(" + ref(plane) + "))")});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"Cut"});
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views have section planes, which cut nothing here"));
 }

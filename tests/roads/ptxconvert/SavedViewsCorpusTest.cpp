@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -22,7 +23,8 @@ struct Row {
     std::string name;
     osg::Vec3f eye; ///< anywhere on the line of sight
     osg::Vec3f direction, up;
-    float window = 0; ///< height
+    float window = 0;         ///< height
+    std::size_t callouts = 0; ///< drawn ones that it shows
 };
 
 struct File {
@@ -34,26 +36,26 @@ struct File {
 
 const std::vector<File> Files = {
     {"step/nist_ctc_01_asme1_ap242-e1.stp",
-     {{"MBD_0", {963, -975, 917}, {-.59F, .57F, -.58F}, {-.42F, .40F, .82F}, 790}}},
+     {{"MBD_0", {963, -975, 917}, {-.59F, .57F, -.58F}, {-.42F, .40F, .82F}, 790, 23}}},
     {"step/nist_ctc_03_asme1_ap242-e2.stp",
-     {{"MBD_0", {-682, 1016, 1045}, {.46F, -.57F, -.68F}, {-.89F, -.27F, -.38F}, 647}}},
+     {{"MBD_0", {-682, 1016, 1045}, {.46F, -.57F, -.68F}, {-.89F, -.27F, -.38F}, 647, 29}}},
     {"step/nist_ctc_05_asme1_ap242-e1.stp",
-     {{"MBD_A", {878, 796, 999}, {-.57F, -.50F, -.65F}, {-.32F, .86F, -.39F}, 518},
-      {"MBD_B", {-745, 487, -904}, {.58F, -.40F, .71F}, {.24F, .92F, .32F}, 444}}},
+     {{"MBD_A", {878, 796, 999}, {-.57F, -.50F, -.65F}, {-.32F, .86F, -.39F}, 518, 13},
+      {"MBD_B", {-745, 487, -904}, {.58F, -.40F, .71F}, {.24F, .92F, .32F}, 444, 10}}},
     {"step/nist_ftc_06_asme1_ap242-e2.stp",
-     {{"MBD_A", {780, 682, -616}, {-.58F, -.58F, .58F}, {-.41F, .82F, .41F}, 530},
-      {"MBD_B", {-600, 652, 478}, {.58F, -.58F, -.58F}, {.41F, .82F, -.41F}, 471},
-      {"MBD_C", {14, 673, -730}, {0, -.70F, .72F}, {0, .72F, .70F}, 428}}},
+     {{"MBD_A", {780, 682, -616}, {-.58F, -.58F, .58F}, {-.41F, .82F, .41F}, 530, 32},
+      {"MBD_B", {-600, 652, 478}, {.58F, -.58F, -.58F}, {.41F, .82F, -.41F}, 471, 13},
+      {"MBD_C", {14, 673, -730}, {0, -.70F, .72F}, {0, .72F, .70F}, 428, 22}}},
     {"step/nist_stc_08_asme1_ap242-e3.stp",
-     {{"MBD_A", {330, 533, -440}, {-.58F, -.58F, .58F}, {-.41F, -.41F, -.82F}, 436},
-      {"MBD_B", {397, -476, 506}, {-.58F, .58F, -.58F}, {-.41F, .41F, .82F}, 379},
-      {"MBD_C", {513, -488, 489}, {-.58F, .58F, -.58F}, {-.41F, .41F, .82F}, 373},
-      {"MBD_D", {570, 511, 531}, {-.58F, -.58F, -.58F}, {-.41F, -.41F, .82F}, 402}}},
+     {{"MBD_A", {330, 533, -440}, {-.58F, -.58F, .58F}, {-.41F, -.41F, -.82F}, 436, 15},
+      {"MBD_B", {397, -476, 506}, {-.58F, .58F, -.58F}, {-.41F, .41F, .82F}, 379, 16},
+      {"MBD_C", {513, -488, 489}, {-.58F, .58F, -.58F}, {-.41F, .41F, .82F}, 373, 5},
+      {"MBD_D", {570, 511, 531}, {-.58F, -.58F, -.58F}, {-.41F, -.41F, .82F}, 402, 8}}},
     {"step/nist_stc_06_asme1_ap242-e3.stp",
-     {{"MBD_A", {568, -616, 499}, {-.61F, .65F, -.45F}, {-.36F, .28F, .89F}, 659},
-      {"MBD_B", {-282, 504, 479}, {.55F, -.63F, -.56F}, {.40F, -.39F, .83F}, 549},
-      {"MBD_C", {536, -20, 471}, {-.75F, -.01F, -.66F}, {-.66F, 0, .75F}, 503},
-      {"MBD_A(Work)", {916, -880, 619}, {-.61F, .65F, -.45F}, {-.36F, .28F, .89F}, 457},
+     {{"MBD_A", {568, -616, 499}, {-.61F, .65F, -.45F}, {-.36F, .28F, .89F}, 659, 23},
+      {"MBD_B", {-282, 504, 479}, {.55F, -.63F, -.56F}, {.40F, -.39F, .83F}, 549, 11},
+      {"MBD_C", {536, -20, 471}, {-.75F, -.01F, -.66F}, {-.66F, 0, .75F}, 503, 8},
+      {"MBD_A(Work)", {916, -880, 619}, {-.61F, .65F, -.45F}, {-.36F, .28F, .89F}, 457, 23},
       {"Isometric", {410, -286, 333}, {-.58F, .58F, -.58F}, {-.41F, .41F, .82F}, 0},
       {"Front", {124, -268, 46}, {0, 1, 0}, {0, 0, 1}, 0},
       {"Top", {124, 0, 439}, {0, 0, -1}, {0, 1, 0}, 0}}},
@@ -86,6 +88,22 @@ float distanceToLine(const osg::Vec3f& point, const osg::Vec3f& start, const osg
     return distance(way, {direction.x * along, direction.y * along, direction.z * along});
 }
 
+bool hasTag(const osg::NodePtr& node, const std::string& tag)
+{
+    const std::vector<std::string>& tags = osg::tagsOf(node);
+    return std::find(tags.begin(), tags.end(), tag) != tags.end();
+}
+
+/// How many callouts the view `name` shows, by the tags of the tree at `root`.
+std::size_t calloutsOf(const osg::NodePtr& root, const std::string& name)
+{
+    std::size_t count = 0;
+    for (const osg::NodePtr& pmi : nodesNamed(root, "PMI"))
+        for (unsigned i = 0; i < pmi->getNChildren() && hasTag(pmi, "bookmark[" + name + "]:visible"); ++i)
+            count += hasTag(pmi->getChild(i), "bookmark[" + name + "]:hidden") ? 0 : 1;
+    return count;
+}
+
 class SavedViewsCorpus : public testing::TestWithParam<File>
 {
 };
@@ -112,6 +130,7 @@ TEST_P(SavedViewsCorpus, CamerasAreThoseOfTheFile)
         if (row.window > 0) {
             EXPECT_NEAR(camera->getHeight(), row.window, 0.51);
         }
+        EXPECT_EQ(calloutsOf(run.scene(), row.name), row.callouts);
     }
 }
 

@@ -63,6 +63,16 @@ TEST_F(znPtxHelperTest, TheConverterIsToldWhenAnnotationsAreNotWanted)
                            QStringLiteral("convert.pmi=1")}));
 }
 
+TEST_F(znPtxHelperTest, TheConverterIsToldWhenAutomaticViewsAreWanted)
+{
+    EXPECT_FALSE(command(QStringLiteral("a.stp"), false).first.join(QLatin1Char(' ')).contains(QLatin1String("views")));
+    set("convert.automatic-views", QStringLiteral("on"));
+    set("converter.options", QStringLiteral("convert.automatic-views=0"));
+    EXPECT_EQ(command(QStringLiteral("a.stp"), false).first.mid(1, 4),
+              QStringList({QStringLiteral("--set"), QStringLiteral("convert.automatic-views=1"),
+                           QStringLiteral("--set"), QStringLiteral("convert.automatic-views=0")}));
+}
+
 /// Whichever starts last of those that run one at a time has nobody beside it.
 TEST_F(znPtxHelperTest, AConverterBesideOthersIsGivenOneCore)
 {

@@ -1,6 +1,7 @@
 #include "tests/standalone/znTessellation/RetessellationTest.h"
 
 #include "host/znOpenSGUtils/znOptimize.h"
+#include "scene/Tags.h"
 
 #include <BRepBuilderAPI_Copy.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
@@ -132,6 +133,21 @@ TEST_F(RetessellationTest, AMeshWithoutASurfaceStaysAndTheUserIsTold)
     const auto before = osg::GeometryAccess::sharedMesh(*core);
     retessellate({});
     EXPECT_EQ(osg::GeometryAccess::sharedMesh(*core), before);
+    EXPECT_THAT(m_log, ElementsAre("1 geometries have no exact surface and keep their meshes"));
+}
+
+TEST_F(RetessellationTest, AnnotationsAreNotMissingASurface)
+{
+    osg::Mesh plain = triangle();
+    plain.brep = {};
+    const osg::NodePtr pmi = osg::makeNodeFor(osg::Group::create());
+    osg::setTags(pmi, {"ptx::pmi"});
+    root->addChild(pmi);
+    add(pmi, geometry(plain));
+    retessellate({});
+    EXPECT_THAT(m_log, IsEmpty());
+    add(root, geometry(plain));
+    retessellate({});
     EXPECT_THAT(m_log, ElementsAre("1 geometries have no exact surface and keep their meshes"));
 }
 

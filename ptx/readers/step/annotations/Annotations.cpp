@@ -2,6 +2,8 @@
 
 #include "ptx/readers/step/annotations/Curves.h"
 #include "ptx/readers/step/annotations/Homes.h"
+#include "ptx/readers/step/annotations/Listings.h"
+#include "ptx/readers/step/annotations/Meanings.h"
 #include "ptx/readers/step/annotations/Styles.h"
 #include "ptx/readers/step/annotations/Symbols.h"
 #include "ptx/readers/step/annotations/Tessellation.h"
@@ -33,8 +35,9 @@ class AnnotationReader
 {
 public:
     AnnotationReader(const p21::Records& records, const p21::EntityIndex& index, const Census& census)
-        : m_entities(records, index), m_census(census), m_homes(m_entities, census), m_styles(m_entities),
-          m_pen(m_drawing), m_curves(m_entities, m_pen), m_tessellation(m_entities, m_pen), m_symbols(m_entities, m_pen)
+        : m_entities(records, index), m_census(census), m_homes(m_entities, census), m_listings(m_entities, census),
+          m_meanings(m_entities, census, m_drawing.notUnderstood), m_styles(m_entities), m_pen(m_drawing),
+          m_curves(m_entities, m_pen), m_tessellation(m_entities, m_pen), m_symbols(m_entities, m_pen)
     {
         m_occurrences.insert(census.occurrences.begin(), census.occurrences.end());
         for (const std::uint32_t placeholder : census.placeholders)
@@ -52,6 +55,7 @@ public:
         for (const std::uint32_t number : m_census.occurrences)
             if (m_occurrences.contains(number))
                 addAlone(number);
+        m_drawing.counts.areModelsCut = m_listings.isCut();
         return std::move(m_drawing);
     }
 
@@ -59,12 +63,12 @@ private:
     /// A set of curves within others may have a colour of its own.
     void addOtherStyle(std::uint32_t number)
     {
-        const Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
+        const p21::Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
         const std::uint32_t item = styled.reference(1);
         if (!isCurveSet(item))
             return;
         const Style style = m_styles.of(styled.list(0));
-        const Fields curves = m_entities.at(item).list(1);
+        const p21::Fields curves = m_entities.at(item).list(1);
         for (std::size_t i = 0; i < curves.size(); ++i)
             m_otherColors.insert_or_assign(curves.reference(i), style.line);
     }
@@ -79,9 +83,11 @@ private:
     {
         Callout callout = newCallout(number);
         m_pen.begin(callout);
-        const Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
-        for (std::size_t i = 0; i < contents.size(); ++i)
+        const p21::Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
+        for (std::size_t i = 0; i < contents.size(); ++i) {
+            m_listings.addTo(callout, contents.reference(i));
             addOccurrence(contents.reference(i), callout);
+        }
         keep(std::move(callout));
     }
 
@@ -93,13 +99,15 @@ private:
         keep(std::move(callout));
     }
 
-    Callout newCallout(std::uint32_t number) const
+    Callout newCallout(std::uint32_t number)
     {
         const Home home = m_homes.of(number);
         Callout callout;
         callout.name = wordsOf(m_entities.nameOf(number));
         callout.context = home.context;
         callout.product = home.product;
+        m_listings.addTo(callout, number);
+        callout.meanings = m_meanings.of(number);
         return callout;
     }
 
@@ -114,7 +122,7 @@ private:
     {
         if (m_occurrences.erase(number) == 0)
             return;
-        const Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
+        const p21::Fields styled = m_entities.own(number, "STYLED_ITEM", 1);
         m_pen.use(m_styles.of(styled.list(0)));
         const std::uint32_t item = styled.reference(1);
         if (callout.name.empty())
@@ -126,13 +134,13 @@ private:
             addOnce(callout.kinds, wordsOf(m_entities.nameOf(item)));
             drawCurves(m_entities.at(item).list(1));
         } else if (m_entities.at(item).type() == "ANNOTATION_FILL_AREA") {
-            fill(m_entities.at(item).list(1));
+            m_curves.fill(m_entities.at(item).list(1));
         } else if (!m_symbols.draw(number, item)) {
             m_curves.draw(item, m_pen.style().line);
         }
     }
 
-    void drawCurves(const Fields& curves)
+    void drawCurves(const p21::Fields& curves)
     {
         for (std::size_t i = 0; i < curves.size() && m_pen.take(1); ++i) {
             const auto other = m_otherColors.find(curves.reference(i));
@@ -140,23 +148,13 @@ private:
         }
     }
 
-    /// An area with holes has several bounds; these are drawn, and nothing is filled.
-    void fill(const Fields& bounds)
-    {
-        if (bounds.size() == 1) {
-            m_curves.fill(bounds.reference(0));
-            return;
-        }
-        m_pen.countUnread("ANNOTATION_FILL_AREA with holes (its bounds are drawn)");
-        for (std::size_t i = 0; i < bounds.size() && m_pen.take(1); ++i)
-            m_curves.draw(bounds.reference(i), m_pen.style().fill);
-    }
-
-    Entities m_entities;
+    Drawing m_drawing;
+    p21::Entities m_entities;
     const Census& m_census;
     Homes m_homes;
+    Listings m_listings;
+    Meanings m_meanings;
     Styles m_styles;
-    Drawing m_drawing;
     Pen m_pen;
     Curves m_curves;
     Tessellation m_tessellation;

@@ -1,5 +1,7 @@
 #include "ptx/readers/step/annotations/Census.h"
 
+#include "ptx/readers/step/p21/TypeSearch.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -10,10 +12,12 @@ namespace ptx::step::annotations
 namespace
 {
 
-using p21::Piece;
-using p21::Record;
-using p21::Role;
 using List = Census::Numbers Census::*;
+
+constexpr std::array<List, 13> Lists = {
+    &Census::placeholders, &Census::occurrences, &Census::callouts, &Census::planes,     &Census::models,
+    &Census::relations,    &Census::links,       &Census::shapes,   &Census::otherStyle, &Census::values,
+    &Census::deviations,   &Census::aspects,     &Census::hidings};
 
 bool contains(std::string_view text, std::string_view word)
 {
@@ -54,36 +58,28 @@ List listFor(std::string_view type)
         return &Census::shapes;
     if (type.ends_with("OVER_RIDING_STYLED_ITEM"))
         return &Census::otherStyle;
+    if (type == "DIMENSIONAL_CHARACTERISTIC_REPRESENTATION")
+        return &Census::values;
+    if (type == "PLUS_MINUS_TOLERANCE")
+        return &Census::deviations;
+    if (type == "SHAPE_ASPECT_RELATIONSHIP")
+        return &Census::aspects;
+    if (type == "INVISIBILITY")
+        return &Census::hidings;
     return nullptr;
 }
 
-std::vector<List> listsOf(const Piece& piece)
+int classOf(std::string_view type)
 {
-    std::vector<List> lists;
-    std::transform(piece.types.begin(), piece.types.end(), std::back_inserter(lists), listFor);
-    return lists;
+    const List list = listFor(type);
+    return list ? static_cast<int>(std::find(Lists.begin(), Lists.end(), list) - Lists.begin()) : p21::NotWanted;
 }
 
-bool hasAnnotations(const Piece& piece)
+/// Of annotations alone.
+int classOfAnnotation(std::string_view type)
 {
-    return std::any_of(piece.types.begin(), piece.types.end(), [](std::string_view type) {
-        const List list = listFor(type);
-        return list == &Census::occurrences || list == &Census::placeholders;
-    });
-}
-
-void add(const Piece& piece, Census& census)
-{
-    const std::vector<List> lists = listsOf(piece);
-    std::uint32_t owner = 0;
-    for (const Record& record : piece.records) {
-        if (record.role == Role::Entity)
-            owner = record.number;
-        const bool isTyped = record.role == Role::Entity || record.role == Role::Member;
-        const List list = isTyped ? lists[record.type] : nullptr;
-        if (list && ((census.*list).empty() || (census.*list).back() != owner))
-            (census.*list).push_back(owner);
-    }
+    const List list = listFor(type);
+    return list == &Census::occurrences || list == &Census::placeholders ? 0 : p21::NotWanted;
 }
 
 } // namespace
@@ -91,10 +87,13 @@ void add(const Piece& piece, Census& census)
 Census takeCensus(const p21::Records& records)
 {
     Census census;
-    if (std::none_of(records.pieces.begin(), records.pieces.end(), hasAnnotations))
+    if (!p21::hasType(records, classOfAnnotation))
         return census;
-    for (const Piece& piece : records.pieces)
-        add(piece, census);
+    p21::forEachTyped(records, classOf, [&census](int list, std::uint32_t number) {
+        Census::Numbers& numbers = census.*Lists[static_cast<std::size_t>(list)];
+        if (numbers.empty() || numbers.back() != number)
+            numbers.push_back(number);
+    });
     return census;
 }
 

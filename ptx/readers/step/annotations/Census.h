@@ -21,6 +21,10 @@ struct Census {
     Numbers links;      ///< from such models to aspects of products
     Numbers shapes;     ///< representations of the shapes of products
     Numbers otherStyle; ///< items that are styled differently than what holds them
+    Numbers values;     ///< which representations tell the values of dimensions
+    Numbers deviations; ///< which limits dimensions have
+    Numbers aspects;    ///< relations between aspects of products
+    Numbers hidings;    ///< lists of what was not seen when the text was written
 
     bool isEmpty() const { return occurrences.empty() && placeholders.empty(); }
 };

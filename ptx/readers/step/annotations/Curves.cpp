@@ -1,6 +1,7 @@
 #include "ptx/readers/step/annotations/Curves.h"
 
-#include "ptx/readers/step/annotations/Axes.h"
+#include "ptx/readers/step/annotations/Outlines.h"
+#include "ptx/readers/step/facets/Axes.h"
 #include "scene/Polygons.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ constexpr int Deepest = 16;
 
 /// An ellipse, or a circle when both radii are the same.
 struct Ellipse {
-    Axes axes;
+    facets::Axes axes;
     double a = 0, b = 0;
 
     Point at(double angle) const { return axes.placed({a * std::cos(angle), b * std::sin(angle), 0}); }
@@ -30,7 +31,7 @@ struct Ellipse {
     }
 };
 
-std::optional<Ellipse> ellipseOf(const Entities& entities, const Fields& curve)
+std::optional<Ellipse> ellipseOf(const p21::Entities& entities, const p21::Fields& curve)
 {
     const bool isCircle = curve.type() == "CIRCLE";
     if (!isCircle && curve.type() != "ELLIPSE")
@@ -39,7 +40,7 @@ std::optional<Ellipse> ellipseOf(const Entities& entities, const Fields& curve)
     const auto b = curve.real(isCircle ? 2 : 3);
     if (!a || !b || !(*a > 0) || !(*b > 0) || curve.reference(1) == 0)
         return std::nullopt;
-    return Ellipse{axesOf(entities, curve.reference(1)), *a, *b};
+    return Ellipse{facets::axesOf(entities, curve.reference(1)), *a, *b};
 }
 
 std::vector<Point> arc(const Ellipse& ellipse, double from, double turn)
@@ -67,30 +68,38 @@ bool Curves::draw(std::uint32_t number, const osg::Color4f& color)
     return true;
 }
 
-bool Curves::fill(std::uint32_t number)
+bool Curves::fill(const p21::Fields& bounds)
 {
-    std::optional<std::vector<Point>> points = pointsOf(number, 0);
-    if (!points) {
-        m_pen.countUnread(m_entities.at(number).type());
-        return false;
+    std::vector<Outline> outlines;
+    for (std::size_t i = 0; i < bounds.size(); ++i) {
+        std::optional<std::vector<Point>> points = pointsOf(bounds.reference(i), 0);
+        if (!points) {
+            m_pen.countUnread(m_entities.at(bounds.reference(i)).type());
+            return false;
+        }
+        if (points->size() > 1 && points->front() == points->back())
+            points->pop_back();
+        if (points->size() > 2)
+            outlines.push_back(std::move(*points));
     }
-    if (points->size() > 1 && points->front() == points->back())
-        points->pop_back();
+    const std::optional<Outline> area = withHoles(std::move(outlines), m_pen);
+    if (!area)
+        return true;
     std::vector<osg::Vec3f> positions;
     std::vector<std::uint32_t> corners;
-    for (const Point& point : *points) {
+    for (const Point& point : *area) {
         corners.push_back(static_cast<std::uint32_t>(positions.size()));
         positions.push_back({static_cast<float>(point[0]), static_cast<float>(point[1]), static_cast<float>(point[2])});
     }
     std::vector<std::uint32_t> triangles;
     osg::appendPolygon(positions, corners, triangles);
-    m_pen.triangles(*points, triangles);
+    m_pen.triangles(*area, triangles);
     return true;
 }
 
 std::optional<std::vector<Point>> Curves::pointsOf(std::uint32_t number, int depth)
 {
-    const Fields curve = m_entities.at(number);
+    const p21::Fields curve = m_entities.at(number);
     if (depth > Deepest || !m_pen.take(1))
         return std::nullopt;
     if (curve.type() == "POLYLINE")
@@ -104,14 +113,14 @@ std::optional<std::vector<Point>> Curves::pointsOf(std::uint32_t number, int dep
     return std::nullopt;
 }
 
-std::optional<std::vector<Point>> Curves::polyline(const Fields& curve) const
+std::optional<std::vector<Point>> Curves::polyline(const p21::Fields& curve) const
 {
-    const Fields list = curve.list(1);
+    const p21::Fields list = curve.list(1);
     if (!m_pen.take(list.size()))
         return std::nullopt;
     std::vector<Point> points;
     for (std::size_t i = 0; i < list.size(); ++i) {
-        const std::optional<Point> point = tripleOf(m_entities, list.reference(i));
+        const std::optional<Point> point = facets::tripleOf(m_entities, list.reference(i));
         if (point)
             points.push_back(*point);
         else
@@ -121,17 +130,17 @@ std::optional<std::vector<Point>> Curves::polyline(const Fields& curve) const
 }
 
 /// The point among the ways in which an end is told.
-std::optional<Point> Curves::trim(const Fields& trims) const
+std::optional<Point> Curves::trim(const p21::Fields& trims) const
 {
     for (std::size_t i = 0; i < trims.size(); ++i)
-        if (const std::optional<Point> point = tripleOf(m_entities, trims.reference(i)))
+        if (const std::optional<Point> point = facets::tripleOf(m_entities, trims.reference(i)))
             return point;
     return std::nullopt;
 }
 
-std::optional<std::vector<Point>> Curves::trimmed(const Fields& curve)
+std::optional<std::vector<Point>> Curves::trimmed(const p21::Fields& curve)
 {
-    const Fields basis = m_entities.at(curve.reference(1));
+    const p21::Fields basis = m_entities.at(curve.reference(1));
     const std::optional<Point> from = trim(curve.list(2));
     const std::optional<Point> to = trim(curve.list(3));
     if (!from || !to)
@@ -151,12 +160,12 @@ std::optional<std::vector<Point>> Curves::trimmed(const Fields& curve)
     return arc(*ellipse, start, turn);
 }
 
-std::optional<std::vector<Point>> Curves::composed(const Fields& curve, int depth)
+std::optional<std::vector<Point>> Curves::composed(const p21::Fields& curve, int depth)
 {
     std::vector<Point> all;
-    const Fields segments = curve.list(1);
+    const p21::Fields segments = curve.list(1);
     for (std::size_t i = 0; i < segments.size(); ++i) {
-        const Fields segment = m_entities.at(segments.reference(i));
+        const p21::Fields segment = m_entities.at(segments.reference(i));
         std::optional<std::vector<Point>> points = pointsOf(segment.reference(2), depth + 1);
         if (!points)
             return std::nullopt;

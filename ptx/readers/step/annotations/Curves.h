@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ptx/readers/step/annotations/Entities.h"
 #include "ptx/readers/step/annotations/Pen.h"
+#include "ptx/readers/step/p21/Entities.h"
 
 namespace ptx::step::annotations
 {
@@ -12,21 +12,22 @@ class Curves
 {
 public:
     /// Both outlive this object.
-    Curves(const Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
+    Curves(const p21::Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
 
     /// Draws the curve `number`. @return whether it is one that can be drawn; the pen counts it if not
     bool draw(std::uint32_t number, const osg::Color4f& color);
-    /// Fills what the closed curve `number` goes around.
-    bool fill(std::uint32_t number);
+    /// Fills what is within the closed curves `bounds`: the one that reaches farthest goes around the others, which are
+    /// holes. @return whether all of them are curves that can be drawn; the pen counts the others
+    bool fill(const p21::Fields& bounds);
 
 private:
     std::optional<std::vector<Point>> pointsOf(std::uint32_t number, int depth);
-    std::optional<std::vector<Point>> polyline(const Fields& curve) const;
-    std::optional<std::vector<Point>> trimmed(const Fields& curve);
-    std::optional<std::vector<Point>> composed(const Fields& curve, int depth);
-    std::optional<Point> trim(const Fields& trims) const;
+    std::optional<std::vector<Point>> polyline(const p21::Fields& curve) const;
+    std::optional<std::vector<Point>> trimmed(const p21::Fields& curve);
+    std::optional<std::vector<Point>> composed(const p21::Fields& curve, int depth);
+    std::optional<Point> trim(const p21::Fields& trims) const;
 
-    const Entities& m_entities;
+    const p21::Entities& m_entities;
     Pen& m_pen;
 };
 

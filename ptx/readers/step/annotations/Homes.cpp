@@ -14,9 +14,9 @@ constexpr std::size_t Context = 2;
 
 } // namespace
 
-Homes::Homes(const Entities& entities, const Census& census) : m_entities(entities)
+Homes::Homes(const p21::Entities& entities, const Census& census)
+    : m_entities(entities), m_products(entities, census.shapes)
 {
-    addShapes(census);
     addModels(census);
     addRelations(census);
     addLinks(census);
@@ -29,36 +29,23 @@ Home Homes::of(std::uint32_t number) const
     return home == m_homes.end() ? Home() : home->second;
 }
 
-void Homes::addShapes(const Census& census)
-{
-    for (const std::uint32_t number : census.shapes) {
-        const Fields shape = m_entities.at(number);
-        const Fields definition = m_entities.at(shape.reference(0));
-        if (definition.type() != "PRODUCT_DEFINITION_SHAPE")
-            continue; // a part of a product has one of these of its own
-        const std::uint32_t product = definition.reference(2);
-        if (m_entities.at(product).type().starts_with("PRODUCT_DEFINITION"))
-            m_products.try_emplace(shape.reference(1), product);
-    }
-}
-
 void Homes::addModels(const Census& census)
 {
     for (const std::uint32_t number : census.models) {
-        const Fields model = m_entities.own(number, "REPRESENTATION", 0);
+        const p21::Fields model = m_entities.own(number, "REPRESENTATION", 0);
         m_models[number] = {model.reference(Context), mappedProduct(model.list(Items))};
     }
 }
 
-std::uint32_t Homes::mappedProduct(const Fields& items) const
+std::uint32_t Homes::mappedProduct(const p21::Fields& items) const
 {
     for (std::size_t i = 0; i < items.size(); ++i) {
-        const Fields item = m_entities.at(items.reference(i));
+        const p21::Fields item = m_entities.at(items.reference(i));
         if (item.type() != "MAPPED_ITEM")
             continue;
-        const auto found = m_products.find(m_entities.at(item.reference(1)).reference(1));
-        if (found != m_products.end())
-            return found->second;
+        const std::uint32_t shape = m_entities.at(item.reference(1)).reference(1);
+        if (const std::uint32_t product = m_products.of(shape); product != 0)
+            return product;
     }
     return 0;
 }
@@ -66,14 +53,14 @@ std::uint32_t Homes::mappedProduct(const Fields& items) const
 void Homes::addRelations(const Census& census)
 {
     for (const std::uint32_t number : census.relations) {
-        const Fields relation = m_entities.at(number);
+        const p21::Fields relation = m_entities.at(number);
         const std::uint32_t sides[] = {relation.reference(2), relation.reference(3)};
         for (const int side : {0, 1}) {
             const auto model = m_models.find(sides[side]);
             if (model == m_models.end() || model->second.product != 0)
                 continue;
-            if (const auto shape = m_products.find(sides[1 - side]); shape != m_products.end())
-                model->second.product = shape->second;
+            if (const std::uint32_t product = m_products.of(sides[1 - side]); product != 0)
+                model->second.product = product;
             else if (const auto other = m_models.find(sides[1 - side]); other != m_models.end())
                 model->second.product = other->second.product;
         }
@@ -85,7 +72,7 @@ void Homes::addLinks(const Census& census)
 {
     Numbers linked;
     for (const std::uint32_t number : census.links) {
-        const Fields link = m_entities.at(number);
+        const p21::Fields link = m_entities.at(number);
         const auto model = m_models.find(link.reference(3));
         if (model == m_models.end() || model->second.product != 0)
             continue;
@@ -109,17 +96,17 @@ std::uint32_t Homes::productBehind(std::uint32_t number) const
 void Homes::addItems(const Census& census)
 {
     for (const std::uint32_t number : census.models) {
-        const Fields items = m_entities.own(number, "REPRESENTATION", 0).list(Items);
+        const p21::Fields items = m_entities.own(number, "REPRESENTATION", 0).list(Items);
         for (std::size_t i = 0; i < items.size(); ++i)
             settle(items.reference(i), m_models[number]);
     }
     for (const std::uint32_t number : census.planes) {
-        const Fields elements = m_entities.own(number, "ANNOTATION_PLANE", 3).list(0);
+        const p21::Fields elements = m_entities.own(number, "ANNOTATION_PLANE", 3).list(0);
         for (std::size_t i = 0; i < elements.size(); ++i)
             settle(elements.reference(i), of(number));
     }
     for (const std::uint32_t number : census.callouts) {
-        const Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
+        const p21::Fields contents = m_entities.own(number, "DRAUGHTING_CALLOUT", 1).list(0);
         for (std::size_t i = 0; i < contents.size(); ++i) {
             settle(contents.reference(i), of(number));
             settle(number, of(contents.reference(i)));

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "ptx/readers/step/annotations/Census.h"
-#include "ptx/readers/step/annotations/Entities.h"
+#include "ptx/readers/step/facets/ProductShapes.h"
+#include "ptx/readers/step/p21/Entities.h"
 
 namespace ptx::step::annotations
 {
@@ -16,7 +17,7 @@ struct Home {
 class Homes
 {
 public:
-    Homes(const Entities& entities, const Census& census);
+    Homes(const p21::Entities& entities, const Census& census);
 
     /// Of a callout or an occurrence. The first model that has it and knows its product counts.
     Home of(std::uint32_t number) const;
@@ -24,17 +25,16 @@ public:
 private:
     using Numbers = std::unordered_map<std::uint32_t, std::uint32_t>;
 
-    void addShapes(const Census& census);
     void addModels(const Census& census);
     void addRelations(const Census& census);
     void addLinks(const Census& census);
     void addItems(const Census& census);
     std::uint32_t productBehind(std::uint32_t number) const;
-    std::uint32_t mappedProduct(const Fields& items) const;
+    std::uint32_t mappedProduct(const p21::Fields& items) const;
     void settle(std::uint32_t number, const Home& home);
 
-    const Entities& m_entities;
-    Numbers m_products; ///< of representations of shapes
+    const p21::Entities& m_entities;
+    facets::ProductShapes m_products;
     std::unordered_map<std::uint32_t, Home> m_models;
     std::unordered_map<std::uint32_t, Home> m_homes;
 };

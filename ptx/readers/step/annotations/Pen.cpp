@@ -34,6 +34,12 @@ void Pen::triangles(std::span<const Point> points, std::span<const std::uint32_t
         strokes.triangles.push_back(first + corner);
 }
 
+void Pen::count(const facets::FaceCounts& counts)
+{
+    m_drawing.counts.joints += counts.joints;
+    m_drawing.counts.outOfRange += counts.outOfRange;
+}
+
 void Pen::countUnread(std::string_view type)
 {
     ++m_drawing.unread[type.empty() ? "an entity that is not there" : std::string(type)];

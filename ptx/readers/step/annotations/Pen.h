@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ptx/readers/step/annotations/Drawing.h"
+#include "ptx/readers/step/facets/FaceMaker.h"
 
 #include <span>
 #include <string_view>
@@ -31,7 +32,7 @@ public:
     /// `corners` number the points from 0, three for each triangle.
     void triangles(std::span<const Point> points, std::span<const std::uint32_t> corners);
     void countCircle() { ++m_drawing.counts.circles; }
-    void countJoint() { ++m_drawing.counts.joints; }
+    void count(const facets::FaceCounts& counts);
     void countOutOfRange() { ++m_drawing.counts.outOfRange; }
     /// Of an entity that nothing is drawn for.
     void countUnread(std::string_view type);

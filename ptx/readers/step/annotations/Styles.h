@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ptx/readers/step/annotations/Entities.h"
 #include "ptx/readers/step/annotations/Pen.h"
+#include "ptx/readers/step/p21/Entities.h"
 
 namespace ptx::step::annotations
 {
@@ -11,18 +11,17 @@ class Styles
 {
 public:
     /// `entities` outlives this object.
-    explicit Styles(const Entities& entities) : m_entities(entities) {}
+    explicit Styles(const p21::Entities& entities) : m_entities(entities) {}
 
     /// What the list of assignments `styles` says; black where it says nothing.
-    Style of(const Fields& styles) const;
+    Style of(const p21::Fields& styles) const;
 
 private:
     struct Found;
 
     void look(std::uint32_t style, Found& found) const;
-    std::optional<osg::Color4f> colorOf(std::uint32_t number) const;
 
-    const Entities& m_entities;
+    const p21::Entities& m_entities;
 };
 
 } // namespace ptx::step::annotations

@@ -1,6 +1,6 @@
 #include "ptx/readers/step/annotations/Symbols.h"
 
-#include "ptx/readers/step/annotations/Axes.h"
+#include "ptx/readers/step/facets/Axes.h"
 #include "ptx/readers/step/p21/StepString.h"
 
 #include <algorithm>
@@ -14,17 +14,17 @@ namespace
 {
 
 /// The text of a literal: behind its name, or first in the member of a complex one.
-std::string_view literalOf(const Entities& entities, std::uint32_t number)
+std::string_view literalOf(const p21::Entities& entities, std::uint32_t number)
 {
     return entities.own(number, "TEXT_LITERAL", 1).text(0);
 }
 
-bool isLiteral(const Entities& entities, std::uint32_t number)
+bool isLiteral(const p21::Entities& entities, std::uint32_t number)
 {
     return entities.at(number).type().starts_with("TEXT_LITERAL") || entities.isA(number, "TEXT_LITERAL");
 }
 
-bool isComposite(const Entities& entities, std::uint32_t number)
+bool isComposite(const p21::Entities& entities, std::uint32_t number)
 {
     return entities.at(number).type().starts_with("COMPOSITE_TEXT") || entities.isA(number, "COMPOSITE_TEXT");
 }
@@ -35,7 +35,7 @@ double squaredDistance(const Point& a, const Point& b)
 }
 
 /// In the plane of the axes, with its tip in the origin: three times as long as wide.
-std::array<Point, 3> arrow(const Axes& axes, double angle, double length)
+std::array<Point, 3> arrow(const facets::Axes& axes, double angle, double length)
 {
     const double along[] = {std::cos(angle) * length, std::sin(angle) * length};
     return {axes.placed({}), axes.placed({along[0] - along[1] / 6, along[1] + along[0] / 6, 0}),
@@ -46,7 +46,7 @@ std::array<Point, 3> arrow(const Axes& axes, double angle, double length)
 
 bool Symbols::draw(std::uint32_t occurrence, std::uint32_t item)
 {
-    const Fields fields = m_entities.at(item);
+    const p21::Fields fields = m_entities.at(item);
     if (isLiteral(m_entities, item) || isComposite(m_entities, item))
         addTexts(item);
     else if (fields.type() == "DEFINED_SYMBOL")
@@ -56,14 +56,14 @@ bool Symbols::draw(std::uint32_t occurrence, std::uint32_t item)
     return true;
 }
 
-void Symbols::drawSymbol(std::uint32_t occurrence, const Fields& symbol)
+void Symbols::drawSymbol(std::uint32_t occurrence, const p21::Fields& symbol)
 {
     const std::string_view name = m_entities.at(symbol.reference(1)).text(0);
-    const Fields target = m_entities.at(symbol.reference(2));
+    const p21::Fields target = m_entities.at(symbol.reference(2));
     const double length = std::max(target.real(2).value_or(0), target.real(3).value_or(0));
     if ((name != "'filled arrow'" && name != "'unfilled arrow'") || !(length > 0))
         return m_pen.countUnread("DEFINED_SYMBOL");
-    const Axes axes = axesOf(m_entities, target.reference(1));
+    const facets::Axes axes = facets::axesOf(m_entities, target.reference(1));
     // Some systems let the X axis point along the leader, others against it.
     double angle = std::acos(-1.);
     if (const std::optional<Point> neighbour = neighbourOnLeader(occurrence, axes.origin)) {
@@ -79,18 +79,18 @@ void Symbols::drawSymbol(std::uint32_t occurrence, const Fields& symbol)
 /// The point of the leader that `occurrence` ends, beside the end at `tip`.
 std::optional<Point> Symbols::neighbourOnLeader(std::uint32_t occurrence, const Point& tip) const
 {
-    const Fields terminator = m_entities.own(occurrence, "TERMINATOR_SYMBOL", 3);
-    const Fields curve = m_entities.own(terminator.reference(0), "STYLED_ITEM", 1);
-    const Fields points = m_entities.at(curve.reference(1)).list(1);
+    const p21::Fields terminator = m_entities.own(occurrence, "TERMINATOR_SYMBOL", 3);
+    const p21::Fields curve = m_entities.own(terminator.reference(0), "STYLED_ITEM", 1);
+    const p21::Fields points = m_entities.at(curve.reference(1)).list(1);
     const std::size_t last = points.size() - 1;
     if (points.size() < 2)
         return std::nullopt;
-    const std::optional<Point> begin = tripleOf(m_entities, points.reference(0));
-    const std::optional<Point> end = tripleOf(m_entities, points.reference(last));
+    const std::optional<Point> begin = facets::tripleOf(m_entities, points.reference(0));
+    const std::optional<Point> end = facets::tripleOf(m_entities, points.reference(last));
     if (!begin || !end)
         return std::nullopt;
     const bool isAtBegin = squaredDistance(*begin, tip) < squaredDistance(*end, tip);
-    return tripleOf(m_entities, points.reference(isAtBegin ? 1 : last - 1));
+    return facets::tripleOf(m_entities, points.reference(isAtBegin ? 1 : last - 1));
 }
 
 void Symbols::addTexts(std::uint32_t item)
@@ -101,7 +101,7 @@ void Symbols::addTexts(std::uint32_t item)
             texts.push_back(p21::decodedString(literalOf(m_entities, item)));
         return;
     }
-    const Fields parts = m_entities.own(item, "COMPOSITE_TEXT", 1).list(0);
+    const p21::Fields parts = m_entities.own(item, "COMPOSITE_TEXT", 1).list(0);
     for (std::size_t i = 0; i < parts.size() && m_pen.take(1); ++i) {
         if (isLiteral(m_entities, parts.reference(i)))
             texts.push_back(p21::decodedString(literalOf(m_entities, parts.reference(i))));

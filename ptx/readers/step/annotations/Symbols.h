@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ptx/readers/step/annotations/Entities.h"
 #include "ptx/readers/step/annotations/Pen.h"
+#include "ptx/readers/step/p21/Entities.h"
 
 namespace ptx::step::annotations
 {
@@ -12,17 +12,17 @@ class Symbols
 {
 public:
     /// Both outlive this object.
-    Symbols(const Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
+    Symbols(const p21::Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
 
     /// Draws or keeps `item`, the content of the annotation `occurrence`. @return false when it is no symbol or text
     bool draw(std::uint32_t occurrence, std::uint32_t item);
 
 private:
-    void drawSymbol(std::uint32_t occurrence, const Fields& symbol);
+    void drawSymbol(std::uint32_t occurrence, const p21::Fields& symbol);
     void addTexts(std::uint32_t item);
     std::optional<Point> neighbourOnLeader(std::uint32_t occurrence, const Point& tip) const;
 
-    const Entities& m_entities;
+    const p21::Entities& m_entities;
     Pen& m_pen;
 };
 

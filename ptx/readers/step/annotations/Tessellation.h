@@ -1,7 +1,8 @@
 #pragma once
 
-#include "ptx/readers/step/annotations/Axes.h"
 #include "ptx/readers/step/annotations/Pen.h"
+#include "ptx/readers/step/facets/CoordinateLists.h"
+#include "ptx/readers/step/facets/FaceMaker.h"
 
 namespace ptx::step::annotations
 {
@@ -11,7 +12,7 @@ class Tessellation
 {
 public:
     /// Both outlive this object.
-    Tessellation(const Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
+    Tessellation(const p21::Entities& entities, Pen& pen);
 
     /// Whether `number` is a set of tessellated items.
     bool isSet(std::uint32_t number) const;
@@ -19,19 +20,16 @@ public:
     void drawSet(std::uint32_t number) { drawSet(number, {}); }
 
 private:
-    using Points = std::vector<Point>;
-    /// The places of the sets around, the outermost first.
-    using Places = std::vector<Axes>;
+    using Places = facets::Places; ///< of the sets around
 
     void drawSet(std::uint32_t number, Places places);
     void drawItem(std::uint32_t number, const Places& places);
-    void drawCurves(const Fields& set, const Places& places);
-    void drawSurface(const Fields& surface, bool isFace, const Places& places);
-    const Points& pointsOf(std::uint32_t list);
+    void drawCurves(const p21::Fields& set, const Places& places);
+    void drawSurface(const facets::Surface& surface, const Places& places);
 
-    const Entities& m_entities;
+    const p21::Entities& m_entities;
     Pen& m_pen;
-    std::unordered_map<std::uint32_t, Points> m_points; ///< by the number of their list
+    facets::CoordinateLists m_points;
 };
 
 } // namespace ptx::step::annotations

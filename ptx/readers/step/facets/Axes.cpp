@@ -1,8 +1,8 @@
-#include "ptx/readers/step/annotations/Axes.h"
+#include "ptx/readers/step/facets/Axes.h"
 
 #include <cmath>
 
-namespace ptx::step::annotations
+namespace ptx::step::facets
 {
 
 namespace
@@ -35,7 +35,7 @@ std::optional<Point> across(const Point& vector, const Point& axis)
     return unit({vector[0] - along * axis[0], vector[1] - along * axis[1], vector[2] - along * axis[2]});
 }
 
-Point directionOf(const Entities& entities, std::uint32_t number, const Point& otherwise)
+Point directionOf(const p21::Entities& entities, std::uint32_t number, const Point& otherwise)
 {
     const std::optional<Point> written = tripleOf(entities, number);
     return written ? unit(*written).value_or(otherwise) : otherwise;
@@ -43,9 +43,9 @@ Point directionOf(const Entities& entities, std::uint32_t number, const Point& o
 
 } // namespace
 
-std::optional<Point> tripleOf(const Entities& entities, std::uint32_t number)
+std::optional<Point> tripleOf(const p21::Entities& entities, std::uint32_t number)
 {
-    const Fields numbers = number != 0 ? entities.at(number).list(1) : Fields();
+    const p21::Fields numbers = number != 0 ? entities.at(number).list(1) : p21::Fields();
     const auto x = numbers.real(0);
     const auto y = numbers.real(1);
     const auto z = numbers.real(2);
@@ -56,9 +56,15 @@ std::optional<Point> tripleOf(const Entities& entities, std::uint32_t number)
 
 Point Axes::placed(const Point& point) const
 {
-    Point result = origin;
+    const Point way = turned(point);
+    return {origin[0] + way[0], origin[1] + way[1], origin[2] + way[2]};
+}
+
+Point Axes::turned(const Point& direction) const
+{
+    Point result{};
     for (std::size_t i = 0; i < 3; ++i)
-        result[i] += point[0] * x[i] + point[1] * y[i] + point[2] * z[i];
+        result[i] = direction[0] * x[i] + direction[1] * y[i] + direction[2] * z[i];
     return result;
 }
 
@@ -68,9 +74,9 @@ Point Axes::within(const Point& point) const
     return {dot(way, x), dot(way, y), dot(way, z)};
 }
 
-Axes axesOf(const Entities& entities, std::uint32_t number)
+Axes axesOf(const p21::Entities& entities, std::uint32_t number)
 {
-    const Fields written = entities.at(number);
+    const p21::Fields written = entities.at(number);
     Axes axes;
     axes.origin = tripleOf(entities, written.reference(1)).value_or(Point{});
     axes.z = directionOf(entities, written.reference(2), {0, 0, 1});
@@ -83,4 +89,4 @@ Axes axesOf(const Entities& entities, std::uint32_t number)
     return axes;
 }
 
-} // namespace ptx::step::annotations
+} // namespace ptx::step::facets

@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace ptx::step::annotations
+namespace ptx::step::p21
 {
 
 /// The parameters of an entity or a list, from one of them on. What is not there, or is of another kind than is asked
@@ -20,7 +20,7 @@ class Fields
 {
 public:
     Fields() = default;
-    Fields(const p21::Piece& piece, std::size_t record, std::size_t first = 0);
+    Fields(const Piece& piece, std::size_t record, std::size_t first = 0);
 
     explicit operator bool() const { return m_piece != nullptr; }
     std::string_view type() const;
@@ -33,13 +33,15 @@ public:
     std::size_t index(std::size_t i) const;
     /// Whether it is .T.
     bool flag(std::size_t i) const;
+    /// With its points.
+    std::string_view enumeration(std::size_t i) const;
     /// With its quotes.
     std::string_view text(std::size_t i) const;
 
 private:
-    const p21::Parameter* at(std::size_t i, p21::Kind kind) const;
+    const Parameter* at(std::size_t i, Kind kind) const;
 
-    const p21::Piece* m_piece = nullptr;
+    const Piece* m_piece = nullptr;
     std::size_t m_record = 0;
     std::size_t m_first = 0; ///< in the parameters of the piece
     std::size_t m_size = 0;
@@ -50,7 +52,7 @@ class Entities
 {
 public:
     /// Both outlive this object.
-    Entities(const p21::Records& records, const p21::EntityIndex& index);
+    Entities(const Records& records, const EntityIndex& index);
 
     /// A simple entity, or the first member of a complex one.
     Fields at(std::uint32_t number) const;
@@ -69,17 +71,17 @@ public:
 
 private:
     struct Place {
-        const p21::Piece* piece = nullptr;
+        const Piece* piece = nullptr;
         std::size_t record = 0;
     };
 
     Place placeOf(std::uint32_t number) const;
 
-    const p21::Records& m_records;
-    const p21::EntityIndex& m_index;
+    const Records& m_records;
+    const EntityIndex& m_index;
     std::vector<std::size_t> m_bases; ///< records before each piece
     /// The further members of complex entities, by the number of the entity.
     std::unordered_map<std::uint32_t, std::vector<Fields>> m_members;
 };
 
-} // namespace ptx::step::annotations
+} // namespace ptx::step::p21

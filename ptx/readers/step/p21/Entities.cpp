@@ -1,17 +1,11 @@
-#include "ptx/readers/step/annotations/Entities.h"
+#include "ptx/readers/step/p21/Entities.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-namespace ptx::step::annotations
+namespace ptx::step::p21
 {
-
-using p21::Kind;
-using p21::Parameter;
-using p21::Piece;
-using p21::Record;
-using p21::Role;
 
 namespace
 {
@@ -91,8 +85,13 @@ std::size_t Fields::index(std::size_t i) const
 
 bool Fields::flag(std::size_t i) const
 {
+    return enumeration(i) == ".T.";
+}
+
+std::string_view Fields::enumeration(std::size_t i) const
+{
     const Parameter* parameter = at(i, Kind::Enumeration);
-    return parameter && m_piece->textOf(*parameter) == ".T.";
+    return parameter ? m_piece->textOf(*parameter) : std::string_view();
 }
 
 std::string_view Fields::text(std::size_t i) const
@@ -101,7 +100,7 @@ std::string_view Fields::text(std::size_t i) const
     return parameter ? m_piece->textOf(*parameter) : std::string_view();
 }
 
-Entities::Entities(const p21::Records& records, const p21::EntityIndex& index) : m_records(records), m_index(index)
+Entities::Entities(const Records& records, const EntityIndex& index) : m_records(records), m_index(index)
 {
     std::size_t base = 0;
     for (const Piece& piece : records.pieces) {
@@ -187,4 +186,4 @@ std::uint32_t Entities::firstReached(std::uint32_t number, const std::function<b
     return 0;
 }
 
-} // namespace ptx::step::annotations
+} // namespace ptx::step::p21

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "ptx/readers/step/annotations/Drawing.h"
-#include "ptx/readers/step/annotations/Entities.h"
+#include "ptx/readers/step/facets/Point.h"
+#include "ptx/readers/step/p21/Entities.h"
 
-namespace ptx::step::annotations
+namespace ptx::step::facets
 {
 
 /// A point or direction that entity `number` writes; nothing when it is none of three numbers.
-std::optional<Point> tripleOf(const Entities& entities, std::uint32_t number);
+std::optional<Point> tripleOf(const p21::Entities& entities, std::uint32_t number);
 
 /// A place with three directions at right angles.
 struct Axes {
@@ -18,12 +18,14 @@ struct Axes {
 
     /// `point` of these axes in the space around them.
     Point placed(const Point& point) const;
+    /// A direction of these axes in the space around them.
+    Point turned(const Point& direction) const;
     /// `point` of the space around them in these axes.
     Point within(const Point& point) const;
 };
 
 /// The axes that the placement `number` writes. What it leaves out, or writes so that it is no direction, is that of
 /// the space around.
-Axes axesOf(const Entities& entities, std::uint32_t number);
+Axes axesOf(const p21::Entities& entities, std::uint32_t number);
 
-} // namespace ptx::step::annotations
+} // namespace ptx::step::facets

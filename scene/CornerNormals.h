@@ -6,12 +6,12 @@
 #include <span>
 #include <vector>
 
-namespace files::vrml
+namespace osg
 {
 
 /// One polygon: `count` entries of a list of corners from `first` on. `entry` is where it begins in the file's list,
 /// and `number` which of the file's faces it is.
-struct Face {
+struct PolygonFace {
     std::uint32_t first = 0;
     std::uint32_t count = 0;
     std::uint32_t entry = 0;
@@ -33,7 +33,7 @@ struct CornersOfPoints {
 
 /// A normal of length 1 for each corner: the sum of those of the faces at its point that turn from its own face by no
 /// more than `creaseAngle` (radians), large faces counting more. A face without area has the normal 0.
-std::vector<osg::Vec3f> cornerNormals(std::span<const osg::Vec3f> points, std::span<const std::uint32_t> pointOfCorner,
-                                      std::span<const Face> faces, const CornersOfPoints& corners, float creaseAngle);
+std::vector<Vec3f> cornerNormals(std::span<const Vec3f> points, std::span<const std::uint32_t> pointOfCorner,
+                                 std::span<const PolygonFace> faces, const CornersOfPoints& corners, float creaseAngle);
 
-} // namespace files::vrml
+} // namespace osg
