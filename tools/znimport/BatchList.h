@@ -19,7 +19,8 @@ struct BatchEnd {
 };
 
 /// The list of the files that a batch is through with, a line for each as soon as it has ended: a batch that is
-/// begun again goes on where the one before was interrupted. The last line of a file counts; a line that was cut off does not.
+/// begun again goes on where the one before was interrupted. The last line of a file counts; a line that was cut off
+/// does not.
 class BatchList
 {
 public:
