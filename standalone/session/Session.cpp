@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Group.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
+#include "standalone/session/SessionFolder.h"
 
 #include <utility>
 
@@ -31,7 +32,7 @@ osg::NodePtr makeSceneRoot()
 
 } // namespace
 
-Session::Session() : m_id(nextSessionId()), m_root(makeSceneRoot())
+Session::Session() : m_id(nextSessionId()), m_root(makeSceneRoot()), m_folder(std::make_unique<SessionFolder>())
 {
     if (living)
         qFatal("a second session was started while one is alive");
@@ -39,6 +40,11 @@ Session::Session() : m_id(nextSessionId()), m_root(makeSceneRoot())
 }
 
 Session::~Session() = default;
+
+QString Session::temporaryFolder() const
+{
+    return m_folder->path();
+}
 
 void Session::clear()
 {
@@ -52,7 +58,7 @@ void Session::clear()
 
 void Session::leave()
 {
-    m_folder.remove();
+    m_folder->remove();
     living = nullptr;
 }
 

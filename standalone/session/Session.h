@@ -3,7 +3,6 @@
 #include "host/HostExport.h"
 #include "host/OSGSystem/Node.h"
 #include "host/znUtils/znMessage.h"
-#include "standalone/session/SessionFolder.h"
 #include "standalone/session/Settings.h"
 
 #include <QString>
@@ -17,6 +16,8 @@
 
 namespace zn
 {
+
+class SessionFolder;
 
 /// What the modules of a living host share: the scene, the selection, the settings, a folder for temporary files, and a
 /// place for whatever a module has to remember while the host lives. One is alive at a time, on the thread of the
@@ -49,7 +50,7 @@ public:
     void select(const osg::NodePtr& node);
 
     /// The folder of this session for temporary files.
-    QString temporaryFolder() const { return m_folder.path(); }
+    QString temporaryFolder() const;
 
     /// What the module that declares `State` remembers: made with its default constructor when it is first asked for,
     /// gone with the session, the newest first. A module names a type of its own here, so that no other can meet it.
@@ -91,7 +92,7 @@ private:
     znMessage m_preferences;
     osg::RefPtr<osg::NodePtr> m_root;
     std::uint32_t m_selectedId = 0;
-    SessionFolder m_folder;
+    std::unique_ptr<SessionFolder> m_folder;
     std::vector<std::pair<std::type_index, std::unique_ptr<Keepable>>> m_order;
     std::unordered_map<std::type_index, Keepable*> m_states;
 };
