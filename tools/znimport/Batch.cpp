@@ -74,6 +74,10 @@ int Batch::run()
         QCoreApplication::exec();
     m_display.clear();
     const int code = tellTable();
+    if (const auto error = m_list->error()) {
+        complain(*error);
+        return failed;
+    }
     return m_interrupt.requested() ? interrupted : code;
 }
 

@@ -32,11 +32,13 @@ BatchPlan planBatch(const QString& folder, const QString& outputFolder,
     std::sort(plan.items.begin(), plan.items.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
     const auto plainName = [](const QString& name) {
         const QString folderName = QFileInfo(name).path();
-        return folderName + QLatin1Char('/') + QFileInfo(name).completeBaseName();
+        return QDir::cleanPath(folderName + QLatin1Char('/') + QFileInfo(name).completeBaseName());
     };
     QHash<QString, int> count;
-    for (const BatchItem& item : plan.items)
+    for (const BatchItem& item : plan.items) {
         ++count[plainName(item.name).toLower()];
+        ++count[item.name.toLower()]; // the plain name of "a.stp.gz" may be the name of another file
+    }
     for (BatchItem& item : plan.items) {
         const QString plain = plainName(item.name);
         const QString name = count.value(plain.toLower()) > 1 ? item.name : plain;

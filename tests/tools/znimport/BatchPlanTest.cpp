@@ -56,6 +56,15 @@ TEST_F(BatchPlanTest, FilesThatWouldMeetKeepTheirExtensions)
     EXPECT_THAT(lines(), testing::ElementsAre("A.jt > /out/A.jt.glb", "a.stp > /out/a.stp.glb", "b.jt > /out/b.glb"));
 }
 
+TEST_F(BatchPlanTest, APackedFileMeetsNoneWhoseNameItHolds)
+{
+    make("a.jt");
+    make("a.stp");
+    make("a.stp.gz");
+    EXPECT_THAT(lines(),
+                testing::ElementsAre("a.jt > /out/a.jt.glb", "a.stp > /out/a.stp.glb", "a.stp.gz > /out/a.stp.gz.glb"));
+}
+
 TEST_F(BatchPlanTest, OtherFilesAreCountedAndThoseOfTheOutputAreNone)
 {
     make("a.stp");
