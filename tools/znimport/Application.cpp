@@ -4,6 +4,7 @@
 #include "importer/SceneText.h"
 #include "importer/inventory/PartsListFile.h"
 #include "tools/znimport/ChosenSettings.h"
+#include "tools/znimport/Ending.h"
 #include "tools/znimport/OutputFiles.h"
 #include "tools/znimport/StructureText.h"
 #include "tools/znimport/VariantSelection.h"
@@ -18,22 +19,6 @@
 
 namespace znimport
 {
-
-namespace
-{
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
-constexpr int wrongUse = 2;
-constexpr int partial = 3;
-constexpr int interrupted = 130;
-
-void complain(const QString& text)
-{
-    std::fprintf(stderr, "znimport: %s\n", text.toUtf8().constData());
-}
-
-} // namespace
 
 Application::Application(CommandLine commandLine)
     : m_commandLine(std::move(commandLine)), m_importer(m_session), m_display(stderr, isatty(STDERR_FILENO) == 1)

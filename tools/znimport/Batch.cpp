@@ -2,6 +2,7 @@
 
 #include "protocol/Formats.h"
 #include "standalone/startup/BuiltInReaders.h"
+#include "tools/znimport/Ending.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -19,16 +20,6 @@ namespace znimport
 
 namespace
 {
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
-constexpr int partial = 3;
-constexpr int interrupted = 130;
-
-void complain(const QString& text)
-{
-    std::fprintf(stderr, "znimport: %s\n", text.toUtf8().constData());
-}
 
 bool hasOutput(int exitCode)
 {
