@@ -4,6 +4,12 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
+
+#if !defined(_WIN32)
+#    include <sys/resource.h>
+#    include <sys/wait.h>
+#endif
 
 namespace frame
 {
@@ -17,12 +23,31 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds Slice(2);
 constexpr std::chrono::milliseconds BetweenExtraPasses(50);
 
-// With the event loop of GLib, which Qt uses where it can, the ends of child processes count; without it posted events
-// alone do.
+// With the event loop of GLib, which Qt uses where it can, descriptors and timers count; without it posted events alone
+// do.
 bool hasEvents()
 {
     QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance();
     return dispatcher && dispatcher->hasPendingEvents();
+}
+
+// What changes when a child ends: the one that waits to be collected, and the page faults of all that were collected, of
+// which no program has none. Event loops that collect at the signal leave the second trace alone, others both.
+bool childHasEnded()
+{
+#if defined(_WIN32)
+    return false;
+#else
+    using Traces = std::pair<pid_t, long>;
+    thread_local Traces told;
+    siginfo_t waiting{};
+    rusage collected{};
+    if (waitid(P_ALL, 0, &waiting, WEXITED | WNOHANG | WNOWAIT) != 0)
+        waiting.si_pid = 0;
+    getrusage(RUSAGE_CHILDREN, &collected);
+    const Traces now(waiting.si_pid, collected.ru_minflt);
+    return std::exchange(told, now) != now;
+#endif
 }
 
 bool mayPassOnceMore()
@@ -35,19 +60,29 @@ bool mayPassOnceMore()
     return true;
 }
 
+// Whether a child's end has ended it.
+bool restUntil(Clock::time_point end, bool isBehindAChild)
+{
+    const bool wasWaiting = hasEvents();
+    if (wasWaiting && (isBehindAChild || mayPassOnceMore()))
+        return false;
+    for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
+        std::this_thread::sleep_for(std::min<Clock::duration>(Slice, end - now));
+        if (childHasEnded())
+            return true;
+        if (!wasWaiting && hasEvents())
+            return false;
+    }
+    return false;
+}
+
 } // namespace
 
 void restUntilEvents(std::chrono::milliseconds time)
 {
-    const Clock::time_point end = Clock::now() + time;
-    const bool wasWaiting = hasEvents();
-    if (wasWaiting && mayPassOnceMore())
-        return;
-    for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
-        std::this_thread::sleep_for(wasWaiting ? end - now : std::min<Clock::duration>(Slice, end - now));
-        if (!wasWaiting && hasEvents())
-            return;
-    }
+    // The pass behind the end of a child posts what the next one does, the start of another child for example.
+    thread_local bool isBehindAChild = false;
+    isBehindAChild = childHasEnded() || restUntil(Clock::now() + time, isBehindAChild);
 }
 
 } // namespace frame

@@ -78,6 +78,48 @@ TEST_F(Rest, EndsWithAChildProcessAndLeavesItToTheLoop)
     EXPECT_TRUE(child.waitForFinished());
 }
 
+TEST_F(Rest, EndsWithAChildProcessThoughSomethingIsNeverDelivered)
+{
+    QTimer always;
+    always.start(0);
+    timeOf(milliseconds(50));
+    QProcess child;
+    child.start(QStringLiteral("sleep"), {QStringLiteral("0.05")});
+    ASSERT_TRUE(child.waitForStarted());
+    // The extra pass for what waits already, and then the child's.
+    EXPECT_LT(timeOf(milliseconds(20000)) + timeOf(milliseconds(20000)), 10000);
+    EXPECT_EQ(child.state(), QProcess::Running);
+    EXPECT_GE(timeOf(milliseconds(40)) + timeOf(milliseconds(40)) + timeOf(milliseconds(40)), 40);
+    EXPECT_TRUE(child.waitForFinished());
+}
+
+TEST_F(Rest, EndsWithAChildProcessThatEndedBeforeIt)
+{
+    QTimer always;
+    always.start(0);
+    QProcess child;
+    child.start(QStringLiteral("true"), QStringList());
+    ASSERT_TRUE(child.waitForStarted());
+    std::this_thread::sleep_for(milliseconds(100));
+    // The child's, and the extra pass for what waits already.
+    EXPECT_LT(timeOf(milliseconds(20000)) + timeOf(milliseconds(20000)), 10000);
+    EXPECT_EQ(child.state(), QProcess::Running);
+    EXPECT_TRUE(child.waitForFinished());
+}
+
+TEST_F(Rest, GivesWayToOnePassBehindThatOfAChildsEnd)
+{
+    QTimer always;
+    always.start(0);
+    QProcess child;
+    child.start(QStringLiteral("sleep"), {QStringLiteral("0.05")});
+    ASSERT_TRUE(child.waitForStarted());
+    timeOf(milliseconds(20000));
+    timeOf(milliseconds(20000));
+    EXPECT_LT(timeOf(milliseconds(20000)), 10000);
+    EXPECT_TRUE(child.waitForFinished());
+}
+
 TEST_F(Rest, WhatIsNeverDeliveredCostsTwentyPassesASecondAtMost)
 {
     QTimer always;
