@@ -133,6 +133,29 @@ TEST_P(AttributesCorpus, TheGlbHasAsManyAttributesAsTheText)
     EXPECT_EQ(pairsIn(GlbFile(path("out.glb")).json), static_cast<std::size_t>(expected));
 }
 
+class AttributesSizeCorpus : public ToolRun, public testing::WithParamInterface<const char*>
+{
+protected:
+    double sizeOfGlb(const QString& file, const char* attributes) const
+    {
+        EXPECT_EQ(znimport({file, text("-o"), path("out.glb"), text("--attributes"), text(attributes)}).exitCode, 0);
+        return double(QFile(path("out.glb")).size());
+    }
+};
+
+TEST_P(AttributesSizeCorpus, AttributesAddLittleToAGlb)
+{
+    const QString file = qEnvironmentVariable("ZN_CORPUS") + text("/") + text(GetParam());
+    if (!QFile::exists(file))
+        GTEST_SKIP() << "ZN_CORPUS names no folder with " << GetParam() << " in it";
+    const double none = sizeOfGlb(file, "none");
+    const double all = sizeOfGlb(file, "all");
+    EXPECT_GT(all, none);
+    EXPECT_LE(all, 1.15 * none);
+}
+
+INSTANTIATE_TEST_SUITE_P(, AttributesSizeCorpus, testing::Values("jt/CoffeeMaker.jt", "step/SCDR.stp"));
+
 class MeasuredCorpus : public AttributesCorpus
 {
 };
