@@ -7,7 +7,10 @@
 #include "importer/DocumentWalk.h"
 #include "scene/SceneEdits.h"
 
+#include <QFile>
+
 #include <exception>
+#include <string_view>
 #include <vector>
 
 namespace importer
@@ -70,10 +73,32 @@ void putBelow(const osg::NodePtr& content, const osg::NodePtr& group)
         osg::addChild(node, child);
 }
 
+/// Whether the text may have an element of this name, which is known in much less time than a document is read.
+bool mayHaveElement(const QString& path, std::string_view name)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const auto isBeginOfName = [](char before) { return before == '<' || (before >= 0 && before <= ' '); };
+    constexpr qint64 blockSize = 1 << 20;
+    QByteArray text;
+    for (QByteArray block = file.read(blockSize); !block.isEmpty(); block = file.read(blockSize)) {
+        // What may be the first part of a name, and the letter before it.
+        text = text.right(static_cast<int>(name.size())) + block;
+        const std::string_view view(text.constData(), static_cast<std::size_t>(text.size()));
+        for (std::size_t at = view.find(name); at != view.npos; at = view.find(name, at + 1))
+            if (at > 0 && isBeginOfName(view[at - 1]))
+                return true;
+    }
+    return false;
+}
+
 } // namespace
 
 std::size_t applyDocumentMaterials(const QString& file, const osg::NodePtr& root)
 {
+    if (!mayHaveElement(file, "Material"))
+        return 0;
     HB::XML::CAD::CADDocument document;
     try {
         document.load(file.toStdString());

@@ -206,7 +206,8 @@ void Application::importNext()
 void Application::importFinished(const zn::ImportResult& result)
 {
     m_display.clear();
-    m_report.add(result);
+    if (!m_commandLine.reportFile.isEmpty())
+        m_report.add(result);
     for (const QString& line : result.messages)
         if (line != result.error)
             complain(line);
