@@ -24,6 +24,7 @@ if(TARGET znimport)
     INSTALL_RPATH $ORIGIN/${ZN_LIBRARIES_FROM_PROGRAMS})
   install(TARGETS znimport ptxconvert ptxtessellate
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
+  install(TARGETS ptxlaunch RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/znCADImport COMPONENT Tools)
   install(TARGETS ptxstep ptxiges ptxbrep
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/znCADImport COMPONENT Tools)
   foreach(program znimport ptxconvert)

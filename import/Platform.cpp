@@ -4,6 +4,11 @@
 
 #    include "import/Rest.h"
 
+#    include <sys/resource.h>
+#    include <sys/wait.h>
+
+#    include <utility>
+
 namespace
 {
 
@@ -22,6 +27,21 @@ bool isLetter(char letter)
 void Sleep(unsigned milliseconds)
 {
     frame::restUntilEvents(std::chrono::milliseconds(milliseconds));
+}
+
+// What changes when a child ends: the one that waits to be collected, and the page faults of all that were collected,
+// of which no program has none. Event loops that collect at the signal change the second alone, others both.
+bool childProcessHasEnded()
+{
+    using Traces = std::pair<pid_t, long>;
+    thread_local Traces told;
+    siginfo_t waiting{};
+    rusage collected{};
+    if (waitid(P_ALL, 0, &waiting, WEXITED | WNOHANG | WNOWAIT) != 0)
+        waiting.si_pid = 0;
+    getrusage(RUSAGE_CHILDREN, &collected);
+    const Traces now(waiting.si_pid, collected.ru_minflt);
+    return std::exchange(told, now) != now;
 }
 
 int PathIsRelativeA(const char* path)

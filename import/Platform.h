@@ -6,9 +6,17 @@
 #    include <windows.h>
 
 #    include <shlwapi.h>
+
+inline bool childProcessHasEnded()
+{
+    return false; // events alone tell it there
+}
 #else
 /// Lets the thread rest for `milliseconds`, or until there are events to deliver (see Rest.h).
 void Sleep(unsigned milliseconds);
+
+/// Whether a child process has ended or was collected since this thread asked last.
+bool childProcessHasEnded();
 
 /// 0 when `path` begins at a root: with a slash or a backslash, or with the letter of a drive and a colon.
 int PathIsRelativeA(const char* path);

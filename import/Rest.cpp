@@ -1,15 +1,11 @@
 #include "import/Rest.h"
 
+#include "import/Platform.h"
+
 #include <QAbstractEventDispatcher>
 
 #include <algorithm>
 #include <thread>
-#include <utility>
-
-#if !defined(_WIN32)
-#    include <sys/resource.h>
-#    include <sys/wait.h>
-#endif
 
 namespace frame
 {
@@ -31,25 +27,6 @@ bool hasEvents()
     return dispatcher && dispatcher->hasPendingEvents();
 }
 
-// What changes when a child ends: the one that waits to be collected, and the page faults of all that were collected, of
-// which no program has none. Event loops that collect at the signal leave the second trace alone, others both.
-bool childHasEnded()
-{
-#if defined(_WIN32)
-    return false;
-#else
-    using Traces = std::pair<pid_t, long>;
-    thread_local Traces told;
-    siginfo_t waiting{};
-    rusage collected{};
-    if (waitid(P_ALL, 0, &waiting, WEXITED | WNOHANG | WNOWAIT) != 0)
-        waiting.si_pid = 0;
-    getrusage(RUSAGE_CHILDREN, &collected);
-    const Traces now(waiting.si_pid, collected.ru_minflt);
-    return std::exchange(told, now) != now;
-#endif
-}
-
 bool mayPassOnceMore()
 {
     thread_local Clock::time_point last;
@@ -68,7 +45,7 @@ bool restUntil(Clock::time_point end, bool isBehindAChild)
         return false;
     for (Clock::time_point now = Clock::now(); now < end; now = Clock::now()) {
         std::this_thread::sleep_for(std::min<Clock::duration>(Slice, end - now));
-        if (childHasEnded())
+        if (childProcessHasEnded())
             return true;
         if (!wasWaiting && hasEvents())
             return false;
@@ -82,7 +59,7 @@ void restUntilEvents(std::chrono::milliseconds time)
 {
     // The pass behind the end of a child posts what the next one does, the start of another child for example.
     thread_local bool isBehindAChild = false;
-    isBehindAChild = childHasEnded() || restUntil(Clock::now() + time, isBehindAChild);
+    isBehindAChild = childProcessHasEnded() || restUntil(Clock::now() + time, isBehindAChild);
 }
 
 } // namespace frame

@@ -12,6 +12,8 @@ inline constexpr char Set[] = "--set";                      ///< takes name=valu
 inline constexpr char HelpSettings[] = "--help-settings";
 inline constexpr char Version[] = "--version";
 inline constexpr char Help[] = "--help";
+/// Takes a path; alone on the command line. The program becomes the server of `ptxlaunch` there.
+inline constexpr char Serve[] = "--serve";
 
 } // namespace option
 

@@ -112,6 +112,9 @@ struct ConverterSettings : SettingGroup {
         SettingHelp::tr("What stands before the command line of a converter, to run it elsewhere; {cores}, {memory} "
                         "(MB), {seconds} and {minutes} follow from the size of the input, {input} and {output} are "
                         "the files. Empty to start it here.")};
+    Setting<bool> server{m_list, "converter.server", true,
+                         SettingHelp::tr("Whether many conversions that need the CAD kernel are made by copies of one "
+                                         "converter that has loaded it.")};
     ///@}
 };
 

@@ -7,6 +7,7 @@
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
+#include "standalone/znKernel/ConverterServer.h"
 #include "standalone/znKernel/KeptLogs.h"
 #include "standalone/znKernel/Launcher.h"
 #include "standalone/znKernel/LauncherFailure.h"
@@ -49,7 +50,11 @@ bool needsSurfaces()
 /// within what that was asked for; options that the user chose come later and win.
 QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::kernel::Launcher& launcher)
 {
-    QStringList words{zn::kernel::converterProgram(settings().converter.program)};
+    const QString program = zn::kernel::converterProgram(settings().converter.program);
+    QStringList words;
+    if (settings().converter.server && settings().converter.program.value().isEmpty() && !launcher.isUsed())
+        words = zn::Session::require().state<zn::kernel::ConverterServer>().wordsFor(program, values.input);
+    words << program;
     if (values.externalParts)
         words.append(QLatin1String(protocol::option::ExternalParts));
     QStringList options;

@@ -43,6 +43,7 @@ protected:
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
+        frame::restUntilEvents(milliseconds(0));
     }
 };
 

@@ -44,11 +44,10 @@ ptx::core::Trouble checkBuild(const ptx::readers::Module& module)
     return std::nullopt;
 }
 
-ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name)
+ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name, Binding binding)
 {
     const std::string path = pathOf(name);
-    // Each function is looked up when it is called first: most never are.
-    void* library = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    void* library = dlopen(path.c_str(), (binding == Binding::AtOnce ? RTLD_NOW : RTLD_LAZY) | RTLD_LOCAL);
     if (!library)
         return unusable(path, loaderText());
     const auto entry = reinterpret_cast<ptx::readers::ModuleEntry*>(dlsym(library, name.c_str()));

@@ -8,10 +8,17 @@
 namespace ptxconvert
 {
 
+/// When the functions of a library are looked up, all that it uses included.
+enum class Binding {
+    AtFirstCall, ///< each by itself: most are never called
+    AtOnce       ///< for a process whose copies call them
+};
+
 /// The reader in the library `name` ("ptxstep"), which is loaded at the first call and stays. It lies in a folder that
 /// is found from where the program itself is. A library that is missing, cannot be loaded or is of another build is a
 /// failure that names the file.
-ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name);
+ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name,
+                                                           Binding binding = Binding::AtFirstCall);
 
 /// Whether `module` was built with this program; else a sentence.
 ptx::core::Trouble checkBuild(const ptx::readers::Module& module);

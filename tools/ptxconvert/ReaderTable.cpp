@@ -59,4 +59,10 @@ std::string readerVersions()
     return text;
 }
 
+void prepareReaders()
+{
+    for (const char* library : {Step, Iges, Brep})
+        (void)loadReader(library, Binding::AtOnce);
+}
+
 } // namespace ptxconvert

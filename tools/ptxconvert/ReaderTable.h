@@ -14,4 +14,8 @@ ptx::readers::Formats formats();
 /// be used.
 std::string readerVersions();
 
+/// Loads all readers that are libraries of their own, so that copies of this process need not. What cannot be loaded
+/// now is told by the copy that needs it.
+void prepareReaders();
+
 } // namespace ptxconvert

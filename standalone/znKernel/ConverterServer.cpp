@@ -1,0 +1,64 @@
+#include "standalone/znKernel/ConverterServer.h"
+
+#include "protocol/Formats.h"
+#include "protocol/Options.h"
+#include "standalone/session/Session.h"
+#include "standalone/znJobProcessing/ChildProcess.h"
+#include "standalone/znKernel/ConverterCommand.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace zn::kernel
+{
+
+namespace
+{
+
+/// Whether the converter loads the CAD kernel for a file of this name.
+bool needsKernel(const QString& input)
+{
+    const std::string extension = protocol::extensionOf(QFileInfo(input).fileName().toStdString());
+    const std::array formats = {protocol::format::Step, protocol::format::Iges, protocol::format::Brep};
+    return std::any_of(formats.begin(), formats.end(), [&extension](const protocol::ReadFormat& format) {
+        return std::find(format.extensions.begin(), format.extensions.end(), extension) != format.extensions.end();
+    });
+}
+
+/// It lies where the converter has its readers; empty when it is not there.
+QString programOfCopies(const QString& converter)
+{
+    const QFileInfo program(QFileInfo(converter).absolutePath() +
+                            QStringLiteral("/" ZN_READERS_FROM_PROGRAMS "/ptxlaunch"));
+    return program.isExecutable() ? program.canonicalFilePath() : QString();
+}
+
+} // namespace
+
+ConverterServer::ConverterServer() = default;
+ConverterServer::~ConverterServer() = default;
+
+QStringList ConverterServer::wordsFor(const QString& program, const QString& input)
+{
+    if (!needsKernel(input) || ++m_conversions <= FirstConversions)
+        return {};
+    const QString copies = programOfCopies(program);
+    if (copies.isEmpty())
+        return {};
+    if (!m_process)
+        start(program);
+    return {copies, m_socket};
+}
+
+/// A server that does not come, or goes, costs nothing: conversions start by themselves then.
+void ConverterServer::start(const QString& program)
+{
+    m_socket = Session::require().temporaryFolder() + QStringLiteral("/converter");
+    m_process = std::make_unique<znJobs::ChildProcess>(nullptr);
+    m_process->launch(joinCommand({program, QLatin1String(protocol::option::Serve), m_socket}));
+}
+
+} // namespace zn::kernel
