@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 #include <vector>
 
 namespace osg
@@ -33,7 +34,8 @@ void addPoint(Box& box, const Matrix& m, const Vec3f& p)
         box.add(placed[0], placed[1], placed[2]);
 }
 
-void addMesh(Box& box, const Matrix& matrix, const Mesh& mesh)
+template <class Visit>
+void forEachUsed(const Mesh& mesh, const Visit& visit)
 {
     std::vector<bool> seen(mesh.positions.size(), false);
     for (const Buffer<std::uint32_t>* indices : {&mesh.triangles, &mesh.lines, &mesh.points}) {
@@ -41,10 +43,55 @@ void addMesh(Box& box, const Matrix& matrix, const Mesh& mesh)
             if (index >= seen.size() || seen[index])
                 continue;
             seen[index] = true;
-            addPoint(box, matrix, mesh.positions[index]);
+            visit(mesh.positions[index]);
         }
     }
 }
+
+/// Room for the rounding of coordinates that are computed in two ways, as a share of the larger one.
+constexpr double rounding = 1e-12;
+
+/// Whether `matrix` keeps all points of `inner` away from the sides of `outer`: a point of a box lies within what its
+/// corners span.
+bool staysWithin(const Box& inner, const Matrix& matrix, const Box& outer)
+{
+    for (int axis = 0; axis < 3; ++axis) {
+        double low = double(matrix[axis + 12]);
+        double high = low;
+        double largest = std::abs(low);
+        for (int column = 0; column < 3; ++column) {
+            const double factor = double(matrix[axis + 4 * column]);
+            const double ends[] = {factor * inner.low[column], factor * inner.high[column]};
+            low += std::min(ends[0], ends[1]);
+            high += std::max(ends[0], ends[1]);
+            largest += std::max(std::abs(ends[0]), std::abs(ends[1]));
+        }
+        if (!(low - rounding * largest >= outer.low[axis] && high + rounding * largest <= outer.high[axis]))
+            return false;
+    }
+    return true;
+}
+
+/// The box of many placed meshes. Of a mesh that is placed again, the vertices are looked at only where they may reach
+/// beyond what the box holds already.
+class PlacedBounds
+{
+public:
+    void add(const Mesh& mesh, const Matrix& matrix)
+    {
+        const auto [own, isNew] = m_own.try_emplace(&mesh);
+        if (isNew)
+            forEachUsed(mesh, [&box = own->second](const Vec3f& p) { addPoint(box, Matrix(), p); });
+        if (own->second.isEmpty() || staysWithin(own->second, matrix, m_box))
+            return;
+        forEachUsed(mesh, [&](const Vec3f& p) { addPoint(m_box, matrix, p); });
+    }
+    const Box& box() const { return m_box; }
+
+private:
+    std::unordered_map<const Mesh*, Box> m_own; ///< without a place
+    Box m_box;
+};
 
 } // namespace
 
@@ -74,21 +121,21 @@ Box worldBounds(const NodePtr& node)
         NodePtr node;
         Matrix matrix;
     };
-    Box box;
     if (!node)
-        return box;
+        return {};
+    PlacedBounds bounds;
     std::vector<Step> steps{{node, worldMatrix(node)}};
     while (!steps.empty()) {
         const Step step = steps.back();
         steps.pop_back();
         if (const GeometryPtr geometry = fcCast<Geometry>(step.node->getCore()))
-            addMesh(box, step.matrix, GeometryAccess::mesh(*geometry));
+            bounds.add(GeometryAccess::mesh(*geometry), step.matrix);
         for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
             const NodePtr child = step.node->getChild(i);
             steps.push_back({child, below(step.matrix, child)});
         }
     }
-    return box;
+    return bounds.box();
 }
 
 } // namespace osg
