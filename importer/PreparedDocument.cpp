@@ -110,6 +110,8 @@ QStringList PreparedDocument::remarks() const
         remark(Texts::tr("%1 shapes inside the document are not read").arg(m_facts->internalShapes));
     if (m_facts->isSelection)
         remark(Texts::tr("the view is a choice among the places of the graph; all of them are shown"));
+    if (m_facts->conditions > 0)
+        remark(Texts::tr("%1 conditions are not evaluated; everything is shown").arg(m_facts->conditions));
     if (!m_facts->isNormalised)
         return remarks;
     if (m_facts->shapePlaces > 0 && m_facts->leavesWithoutShape > 0)
@@ -118,8 +120,6 @@ QStringList PreparedDocument::remarks() const
     if (m_facts->hiddenLeaves > 0)
         remark(
             Texts::tr("%1 of %2 parts are switched off").arg(number(m_facts->hiddenLeaves), number(m_facts->leaves)));
-    if (m_facts->conditions > 0)
-        remark(Texts::tr("%1 conditions are not evaluated; everything is shown").arg(m_facts->conditions));
     if (m_facts->badTransforms > 0)
         remark(Texts::tr("%1 transforms have not the numbers that they need, and move nothing")
                    .arg(m_facts->badTransforms));

@@ -23,7 +23,8 @@ pugi::xml_node nextOf(pugi::xml_node node, const pugi::xml_node& top, bool desce
 
 } // namespace
 
-ElementIndex::ElementIndex(const SourceDocument& document) : m_document(document)
+ElementIndex::ElementIndex(const SourceDocument& document)
+    : m_document(document), m_hasPrefixes(document.nameOf(document.root()).data() != document.root().name())
 {
     const pugi::xml_node root = document.root();
     for (pugi::xml_node node = root.first_child(); node;) {
@@ -50,31 +51,24 @@ void ElementIndex::take(const pugi::xml_node& element, std::string_view name)
     m_userValues += kind == ElementKind::UserValue ? 1 : 0;
     if (kind != ElementKind::Other || element.attribute("id"))
         m_elements[slot(kind)].push_back(element);
-    if (name == "VariantCondition" || name == "Effectivity")
-        ++m_conditions;
+    // Those of dates, lots and serial numbers have names of their own.
+    m_conditions += kind == ElementKind::Other && (name == "VariantCondition" || name.ends_with("Effectivity")) ? 1 : 0;
+    m_hasPrefixes = m_hasPrefixes || name.data() != element.name();
     m_internalShapes += name == "InternalRep" ? 1 : 0;
 }
 
 const IdTable& ElementIndex::tableOf(ElementKind kind) const
 {
     std::optional<IdTable>& table = m_ids[slot(kind)];
-    if (table)
-        return *table;
-    table.emplace();
-    table->elements.reserve(all(kind).size());
-    for (const pugi::xml_node& element : all(kind)) {
-        const std::string_view id = element.attribute("id").value();
-        if (!id.empty() && !table->elements.emplace(id, element).second)
-            ++table->duplicates;
-    }
+    if (!table)
+        table.emplace(all(kind));
     return *table;
 }
 
 pugi::xml_node ElementIndex::find(ElementKind kind, std::string_view id) const
 {
-    const IdTable& table = tableOf(kind);
-    const auto found = table.elements.find(id);
-    return found == table.elements.end() ? pugi::xml_node() : found->second;
+    const std::uint32_t number = numberOf(kind, id);
+    return number == IdTable::None ? pugi::xml_node() : all(kind)[number];
 }
 
 bool ElementIndex::has(ElementKind kind, std::string_view id) const
@@ -89,7 +83,7 @@ std::size_t ElementIndex::duplicateIds() const
 {
     std::size_t count = 0;
     for (std::size_t kind = 0; kind < ElementKindCount; ++kind)
-        count += tableOf(static_cast<ElementKind>(kind)).duplicates;
+        count += tableOf(static_cast<ElementKind>(kind)).duplicates();
     return count;
 }
 

@@ -1,23 +1,16 @@
 #pragma once
 
 #include "importer/plmxml/ElementKind.h"
+#include "importer/plmxml/IdTable.h"
 #include "importer/plmxml/SourceDocument.h"
 
 #include <array>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace importer::plmxml
 {
-
-/// The elements of one kind by their ids. It stands outside of the index for clang, which makes no optional of a type
-/// whose members' values it first knows behind the class around it.
-struct IdTable {
-    std::unordered_map<std::string_view, pugi::xml_node> elements;
-    std::size_t duplicates = 0;
-};
 
 /// The elements of a document by their kinds and ids. Of elements of one kind with the same id the first is found.
 /// Elements of other namespaces are left out together with what is in them.
@@ -33,6 +26,8 @@ public:
     const std::vector<pugi::xml_node>& all(ElementKind kind) const { return m_elements[slot(kind)]; }
     /// The element of a kind with this id, without hash sign; null if there is none.
     pugi::xml_node find(ElementKind kind, std::string_view id) const;
+    /// The number of that element among all of its kind; IdTable::None if there is none.
+    std::uint32_t numberOf(ElementKind kind, std::string_view id) const { return tableOf(kind).find(id); }
     /// Whether there is such an element. For a single question: it looks through them all.
     bool has(ElementKind kind, std::string_view id) const;
     /// The same among representations and compound ones.
@@ -46,6 +41,9 @@ public:
     /// Elements that state for whom or when something holds.
     std::size_t conditions() const { return m_conditions; }
 
+    /// Whether elements are written with a prefix.
+    bool hasPrefixes() const { return m_hasPrefixes; }
+
 private:
     const IdTable& tableOf(ElementKind kind) const;
     static std::size_t slot(ElementKind kind) { return static_cast<std::size_t>(kind); }
@@ -56,6 +54,7 @@ private:
     std::array<std::vector<pugi::xml_node>, ElementKindCount> m_elements;
     /// Made when the first element of a kind is looked for: a document that is left as it is needs few of them.
     mutable std::array<std::optional<IdTable>, ElementKindCount> m_ids;
+    bool m_hasPrefixes;
     std::size_t m_conditions = 0;
     std::size_t m_internalShapes = 0;
     std::size_t m_userValues = 0;

@@ -1,13 +1,19 @@
 #include "importer/plmxml/ElementKind.h"
 
-#include <unordered_map>
+#include <algorithm>
+#include <iterator>
 
 namespace importer::plmxml
 {
 
 ElementKind kindOfName(std::string_view name)
 {
-    static const std::unordered_map<std::string_view, ElementKind> kinds = {
+    struct Named {
+        std::string_view name;
+        ElementKind kind;
+    };
+    // Few have the same length, so that hardly any letters are compared.
+    static constexpr Named kinds[] = {
         {"ProductDef", ElementKind::ProductDef},
         {"InstanceGraph", ElementKind::InstanceGraph},
         {"Instance", ElementKind::Instance},
@@ -23,8 +29,9 @@ ElementKind kindOfName(std::string_view name)
         {"UserData", ElementKind::UserData},
         {"UserValue", ElementKind::UserValue},
     };
-    const auto found = kinds.find(name);
-    return found == kinds.end() ? ElementKind::Other : found->second;
+    const auto* const found =
+        std::find_if(std::begin(kinds), std::end(kinds), [name](const Named& each) { return each.name == name; });
+    return found == std::end(kinds) ? ElementKind::Other : found->kind;
 }
 
 } // namespace importer::plmxml

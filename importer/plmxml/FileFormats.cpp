@@ -25,11 +25,15 @@ const QStringList& readableFormats()
 bool isNativeFormat(const QString& word)
 {
     static const QStringList words = {
-        QStringLiteral("seprt"),    QStringLiteral("seasm"), QStringLiteral("ugprt"),     QStringLiteral("cat5prt"),
-        QStringLiteral("cat5prod"), QStringLiteral("swprt"), QStringLiteral("swasm"),     QStringLiteral("proe"),
-        QStringLiteral("xt"),       QStringLiteral("acis"),  QStringLiteral("parasolid"), QStringLiteral("dxf"),
-        QStringLiteral("dwg"),      QStringLiteral("ideas"), QStringLiteral("x3d"),       QStringLiteral("fbx"),
-        QStringLiteral("dae"),      QStringLiteral("3ds"),   QStringLiteral("cojt"),      QStringLiteral("vfz")};
+        QStringLiteral("seprt"),    QStringLiteral("seasm"),    QStringLiteral("ugprt"),     QStringLiteral("ugbkm"),
+        QStringLiteral("cat4prt"),  QStringLiteral("cat5prt"),  QStringLiteral("cat5prod"),  QStringLiteral("cat5asm"),
+        QStringLiteral("ideasprt"), QStringLiteral("ideasasm"), QStringLiteral("ideasidi"),  QStringLiteral("idi"),
+        QStringLiteral("ext"),      QStringLiteral("jxt"),      QStringLiteral("xpk"),       QStringLiteral("xgl"),
+        QStringLiteral("sat"),      QStringLiteral("tx"),       QStringLiteral("dwf"),       QStringLiteral("cgm"),
+        QStringLiteral("cgr"),      QStringLiteral("swprt"),    QStringLiteral("swasm"),     QStringLiteral("proe"),
+        QStringLiteral("xt"),       QStringLiteral("acis"),     QStringLiteral("parasolid"), QStringLiteral("dxf"),
+        QStringLiteral("dwg"),      QStringLiteral("ideas"),    QStringLiteral("x3d"),       QStringLiteral("fbx"),
+        QStringLiteral("dae"),      QStringLiteral("3ds"),      QStringLiteral("cojt"),      QStringLiteral("vfz")};
     return words.contains(word);
 }
 

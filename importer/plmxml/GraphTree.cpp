@@ -3,6 +3,7 @@
 #include "importer/plmxml/ShapeChoice.h"
 #include "importer/plmxml/UserTexts.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <utility>
 
@@ -11,12 +12,6 @@ namespace importer::plmxml
 
 namespace
 {
-
-std::uint32_t valueOr(const std::unordered_map<std::size_t, std::uint32_t>& map, const pugi::xml_node& element)
-{
-    const auto found = map.find(element.hash_value());
-    return found == map.end() ? Nothing : found->second;
-}
 
 std::uint32_t sizeOf(std::size_t size)
 {
@@ -74,7 +69,6 @@ void GraphTree::addGraphs(const std::vector<pugi::xml_node>& graphs)
     const std::size_t most = m_reading.index.all(ElementKind::Instance).size();
     m_structure.placements.reserve(most);
     m_unread.reserve(most);
-    m_placements.reserve(most);
     for (const pugi::xml_node& graph : graphs)
         addRoots(graph);
     finish();
@@ -86,9 +80,9 @@ void GraphTree::addRoots(const pugi::xml_node& graph)
     for (const std::string_view word : rootWordsOf(graph)) {
         const Reference reference = referenceOf(word);
         const bool isOurs = reference.file.empty();
-        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, reference.id);
+        const std::uint32_t instance = m_reading.index.numberOf(ElementKind::Instance, reference.id);
         const pugi::xml_node part = m_reading.index.find(ElementKind::Part, reference.id);
-        if (isOurs && instance)
+        if (isOurs && instance != IdTable::None)
             roots.push_back(addPlacement(instance));
         else if (isOurs && part)
             roots.push_back(placePart(part));
@@ -107,9 +101,12 @@ void GraphTree::addElement(const pugi::xml_node& element)
     case ElementKind::Part:
         m_structure.graphs.push_back({placePart(element)});
         break;
-    default:
-        m_structure.graphs.push_back({addPlacement(element)});
+    default: {
+        const std::vector<pugi::xml_node>& instances = m_reading.index.all(ElementKind::Instance);
+        const auto found = std::find(instances.begin(), instances.end(), element);
+        m_structure.graphs.push_back({addPlacement(sizeOf(static_cast<std::size_t>(found - instances.begin())))});
         break;
+    }
     }
     finish();
     readTransforms();
@@ -120,9 +117,10 @@ void GraphTree::addFlat()
     const auto listed = targetsOf(m_reading, ElementKind::Part, "instanceRefs", ElementKind::Instance);
     const auto placed = targetsOf(m_reading, ElementKind::Instance, "partRef", ElementKind::Part);
     std::vector<std::uint32_t> roots;
-    for (const pugi::xml_node& instance : m_reading.index.all(ElementKind::Instance))
-        if (!listed.contains(instance.hash_value()))
-            roots.push_back(addPlacement(instance));
+    const std::vector<pugi::xml_node>& instances = m_reading.index.all(ElementKind::Instance);
+    for (std::size_t i = 0; i < instances.size(); ++i)
+        if (!listed.contains(instances[i].hash_value()))
+            roots.push_back(addPlacement(sizeOf(i)));
     for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
         if (!placed.contains(part.hash_value()))
             roots.push_back(placePart(part));
@@ -131,16 +129,12 @@ void GraphTree::addFlat()
     readTransforms();
 }
 
-std::uint32_t GraphTree::placementOf(const pugi::xml_node& instance) const
+std::uint32_t GraphTree::addPlacement(std::uint32_t number)
 {
-    return valueOr(m_placements, instance);
-}
-
-std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
-{
-    const auto [entry, isNew] = m_placements.emplace(instance.hash_value(), sizeOf(m_structure.placements.size()));
-    if (!isNew)
-        return entry->second;
+    if (m_placements[number] != Nothing)
+        return m_placements[number];
+    const std::uint32_t index = m_placements[number] = sizeOf(m_structure.placements.size());
+    const pugi::xml_node& instance = m_reading.index.all(ElementKind::Instance)[number];
     // There may be very many.
     StructurePlacement& placement = m_structure.placements.emplace_back();
     placement.id = textOf(instance, "id");
@@ -155,7 +149,7 @@ std::uint32_t GraphTree::addPlacement(const pugi::xml_node& instance)
     placement.material = materialAt(placement, instance);
     placement.tags = UserTexts(m_reading).userData(instance).attribute(instance, "quantity").take();
     m_unread.push_back(instance);
-    return entry->second;
+    return index;
 }
 
 void GraphTree::readTransform(std::uint32_t placement)
@@ -276,9 +270,14 @@ void GraphTree::finish()
 void GraphTree::fill(std::uint32_t part, const pugi::xml_node& element)
 {
     std::vector<std::uint32_t> placements;
-    for (const pugi::xml_node& instance :
-         m_reading.references.followList(element, "instanceRefs", ElementKind::Instance))
-        placements.push_back(addPlacement(instance));
+    eachWord(element.attribute("instanceRefs").value(), [&](std::string_view word) {
+        const std::uint32_t instance = m_reading.index.numberOf(ElementKind::Instance, ownIdOf(word));
+        if (instance == IdTable::None)
+            m_reading.references.note(element, "instanceRefs", word);
+        else
+            placements.push_back(addPlacement(instance));
+        return true;
+    });
     const bool isView = kindOfName(m_reading.document.nameOf(element)) == ElementKind::Part;
     const pugi::xml_node view = isView ? element : pugi::xml_node();
     const pugi::xml_node revision = isView ? otherOf(m_reading, element, "revisionRef") : element;

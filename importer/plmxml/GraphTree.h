@@ -16,7 +16,8 @@ class GraphTree
 public:
     /// Of the document that is being read; what is found goes into `structure`. Both must outlive this.
     GraphTree(const Reading& reading, Structure& structure)
-        : m_reading(reading), m_structure(structure), m_materials(reading, structure)
+        : m_reading(reading), m_structure(structure), m_materials(reading, structure),
+          m_placements(reading.index.all(ElementKind::Instance).size(), Nothing)
     {
     }
 
@@ -33,8 +34,8 @@ public:
     void readTransform(std::uint32_t placement);
     /// Those of all placements that are not read yet.
     void readTransforms();
-    /// The placement of an instance; Nothing for one that was not reached.
-    std::uint32_t placementOf(const pugi::xml_node& instance) const;
+    /// The placement of an instance, by its number among all; Nothing for one that was not reached.
+    std::uint32_t placementOf(std::uint32_t instance) const { return m_placements[instance]; }
     /// The part that an attribute of an occurrence puts in place of that of `placement`, a view, a revision or an
     /// element of another document, with all that is in it; Nothing where it is the same one or there is none.
     std::uint32_t otherPart(std::uint32_t placement, const pugi::xml_node& occurrence, const char* attribute);
@@ -42,7 +43,7 @@ public:
     MaterialTable& materials() { return m_materials; }
 
 private:
-    std::uint32_t addPlacement(const pugi::xml_node& instance);
+    std::uint32_t addPlacement(std::uint32_t number);
     std::uint32_t materialAt(const StructurePlacement& placement, const pugi::xml_node& instance);
     std::uint32_t placePart(const pugi::xml_node& part);
     std::uint32_t partAt(const pugi::xml_node& instance);
@@ -57,12 +58,12 @@ private:
     const Reading& m_reading;
     Structure& m_structure;
     MaterialTable m_materials;
-    std::unordered_map<std::size_t, std::uint32_t> m_placements; ///< by element
-    std::vector<pugi::xml_node> m_unread;                        ///< instances of placements without their transform
-    std::unordered_map<std::size_t, std::uint32_t> m_parts;      ///< by element
-    std::vector<pugi::xml_node> m_elements;                      ///< of the parts: views and revisions
-    std::unordered_map<std::size_t, pugi::xml_node> m_views;     ///< by revision; made when the first is asked for
-    std::size_t m_filled = 0;                                    ///< of the parts
+    std::vector<std::uint32_t> m_placements;                 ///< by the numbers of their instances
+    std::vector<pugi::xml_node> m_unread;                    ///< instances of placements without their transform
+    std::unordered_map<std::size_t, std::uint32_t> m_parts;  ///< by element
+    std::vector<pugi::xml_node> m_elements;                  ///< of the parts: views and revisions
+    std::unordered_map<std::size_t, pugi::xml_node> m_views; ///< by revision; made when the first is asked for
+    std::size_t m_filled = 0;                                ///< of the parts
 };
 
 /// The references of a graph's attributes to its roots, in their order.

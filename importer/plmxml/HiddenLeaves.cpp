@@ -109,7 +109,10 @@ private:
 
 double countHiddenLeaves(const Structure& structure, const PartOrder& order)
 {
-    return Counter(structure, order).count();
+    const auto isHidden = [](const auto& each) { return each.visibility == Visibility::Hidden; };
+    const bool hidesSomething = std::any_of(structure.placements.begin(), structure.placements.end(), isHidden) ||
+                                std::any_of(structure.overrides.begin(), structure.overrides.end(), isHidden);
+    return hidesSomething ? Counter(structure, order).count() : 0;
 }
 
 } // namespace importer::plmxml

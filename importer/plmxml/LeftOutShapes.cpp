@@ -31,8 +31,9 @@ public:
         }
         for (const StructureOverride& each : structure.overrides)
             m_placed.emplace(each.element, false);
-        for (const StructurePlacement& placement : structure.placements)
-            m_placed.emplace(placement.element, false);
+        // What is left as it is has a graph, whose places are no occurrences.
+        for (std::size_t i = 0; isRewritten && i < structure.placements.size(); ++i)
+            m_placed.emplace(structure.placements[i].element, false);
     }
 
     void note()

@@ -8,7 +8,8 @@ namespace importer::plmxml
 
 std::uint32_t MaterialTable::of(const pugi::xml_node& element)
 {
-    pugi::xml_node material = childOf(m_reading, element, "Material");
+    const bool hasAny = !m_reading.index.all(ElementKind::Material).empty();
+    pugi::xml_node material = hasAny ? childOf(m_reading, element, "Material") : pugi::xml_node();
     if (!material)
         material = m_reading.references.follow(element, "materialRef", ElementKind::Material);
     if (!material)

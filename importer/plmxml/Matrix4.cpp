@@ -70,6 +70,12 @@ std::optional<Matrix4> matrixOf(const pugi::xml_node& transform)
     return isGeneral && numbers.size() == 16 ? std::optional(ofSixteen(numbers)) : std::nullopt;
 }
 
+bool hasPlainEnd(const pugi::xml_node& transform)
+{
+    const std::vector<double> numbers = numbersOf(transform);
+    return numbers.size() != 16 || numbers.back() == 1;
+}
+
 Matrix4 operator*(const Matrix4& inner, const Matrix4& outer)
 {
     Matrix4 product{};

@@ -18,6 +18,8 @@ inline constexpr Matrix4 Identity4 = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 
 /// What the element Transform says; by its type it has 16, 9, 3 or 1 numbers. Nothing for another count and for words
 /// that are no finite numbers. The last number of sixteen divides the translation, and counts as 1 when it is 0.
 std::optional<Matrix4> matrixOf(const pugi::xml_node& transform);
+/// Whether the last of sixteen numbers is 1, or there are not sixteen.
+bool hasPlainEnd(const pugi::xml_node& transform);
 
 /// First `inner`, then `outer`.
 Matrix4 operator*(const Matrix4& inner, const Matrix4& outer);

@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <unordered_map>
 
 namespace importer::plmxml
 {
@@ -96,8 +95,8 @@ private:
     bool isPlain()
     {
         const auto& graphs = m_index.all(ElementKind::InstanceGraph);
-        if (m_index.userValues() > 0 || m_index.internalShapes() > 0 || !m_index.all(ElementKind::Occurrence).empty() ||
-            graphs.size() != 1 || hasEmptyTypes(m_reading))
+        if (m_index.userValues() > 0 || m_index.internalShapes() > 0 || m_index.conditions() > 0 ||
+            !m_index.all(ElementKind::Occurrence).empty() || graphs.size() != 1 || hasEmptyTypes(m_reading))
             return false;
         const std::vector<std::string_view> roots = rootWordsOf(graphs.front());
         const bool hasRoot = !roots.empty() && (m_index.has(ElementKind::Instance, ownIdOf(roots.front())) ||
@@ -115,13 +114,11 @@ private:
     {
         const std::vector<pugi::xml_node>& instances = m_index.all(ElementKind::Instance);
         const std::vector<pugi::xml_node>& parts = m_index.all(ElementKind::Part);
-        std::unordered_map<std::size_t, std::uint32_t> numbers;
-        for (const std::vector<pugi::xml_node>* all : {&instances, &parts})
-            for (std::size_t i = 0; i < all->size(); ++i)
-                numbers.emplace((*all)[i].hash_value(), static_cast<std::uint32_t>(i));
+        static_assert(IdTable::None == Nothing);
         const auto place = [&](std::vector<std::uint32_t>& placements, std::string_view word) {
-            if (const pugi::xml_node instance = m_index.find(ElementKind::Instance, ownIdOf(word)))
-                placements.push_back(numbers[instance.hash_value()]);
+            if (const std::uint32_t instance = m_index.numberOf(ElementKind::Instance, ownIdOf(word));
+                instance != Nothing)
+                placements.push_back(instance);
             return true;
         };
         Structure lists;
@@ -131,9 +128,8 @@ private:
         for (const std::string_view root : roots)
             place(lists.graphs.front(), root);
         for (std::size_t i = 0; i < instances.size(); ++i)
-            if (const pugi::xml_node part =
-                    m_index.find(ElementKind::Part, ownIdOf(instances[i].attribute("partRef").value())))
-                lists.placements[i].part = numbers[part.hash_value()];
+            lists.placements[i].part =
+                m_index.numberOf(ElementKind::Part, ownIdOf(instances[i].attribute("partRef").value()));
         for (std::size_t i = 0; i < parts.size(); ++i)
             eachWord(parts[i].attribute("instanceRefs").value(),
                      [&](std::string_view word) { return place(lists.parts[i].placements, word); });

@@ -92,17 +92,17 @@ bool OccurrencePaths::append(const pugi::xml_node& occurrence, bool isWhole, int
     for (const std::string_view word :
          wordsOf(occurrence.attribute(hasInstances ? "instanceRefs" : "pathRefs").value())) {
         const std::string_view id = ownIdOf(word);
-        const pugi::xml_node instance = m_reading.index.find(ElementKind::Instance, id);
+        const std::uint32_t instance = m_reading.index.numberOf(ElementKind::Instance, id);
         const pugi::xml_node other =
             hasInstances ? pugi::xml_node() : m_reading.index.find(ElementKind::Occurrence, id);
         if (std::exchange(isSkipped, false))
             continue;
-        if (!instance && other) {
+        if (instance == IdTable::None && other) {
             if (depth == MaxNested || !append(other, true, depth + 1, path))
                 return false;
             continue;
         }
-        const std::uint32_t placement = instance ? m_graph.placementOf(instance) : Nothing;
+        const std::uint32_t placement = instance == IdTable::None ? Nothing : m_graph.placementOf(instance);
         if (placement == Nothing || path.size() > MaxDepth)
             return false;
         path.push_back(placement);

@@ -6,7 +6,7 @@ namespace importer::plmxml
 pugi::xml_node childOf(const Reading& reading, const pugi::xml_node& element, std::string_view name)
 {
     for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling())
-        if (reading.document.nameOf(child) == name)
+        if (reading.document.isCalled(child, name))
             return child;
     return {};
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace importer::plmxml
@@ -14,6 +15,7 @@ namespace
 {
 
 using Pieces = std::vector<ShapePiece>;
+using Nodes = std::vector<pugi::xml_node>;
 
 /// One of several shapes of a part.
 struct Alternative {
@@ -33,6 +35,31 @@ int rankOf(const Reading& reading, const Pieces& pieces)
     return rank;
 }
 
+/// Pieces that stand for one another, together: `equivalentRef` leads from each to the next.
+std::vector<Nodes> ringsOf(const Nodes& pieces)
+{
+    std::unordered_map<std::string_view, std::size_t> byId;
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        byId.emplace(pieces[i].attribute("id").value(), i);
+    const auto next = [&](std::size_t piece) {
+        const auto found = byId.find(ownIdOf(pieces[piece].attribute("equivalentRef").value()));
+        return found == byId.end() || found->first.empty() ? pieces.size() : found->second;
+    };
+    std::vector<std::size_t> rings(pieces.size(), pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        std::size_t end = i;
+        for (; end < pieces.size() && rings[end] == pieces.size(); end = next(end))
+            rings[end] = i;
+        const std::size_t ring = end < pieces.size() ? rings[end] : i;
+        for (std::size_t at = i; at < pieces.size() && rings[at] == i && ring != i; at = next(at))
+            rings[at] = ring;
+    }
+    std::vector<Nodes> found(pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        found[rings[i]].push_back(pieces[i]);
+    return found;
+}
+
 class Chooser
 {
 public:
@@ -45,7 +72,7 @@ public:
              {&Chooser::addOwn, &Chooser::addRepresentations, &Chooser::addDataSets, &Chooser::addAttachments}) {
             m_alternatives.clear();
             (this->*add)();
-            Pieces pieces = best();
+            Pieces pieces = bestOf(m_alternatives);
             if (isReadable(m_reading, pieces))
                 return pieces;
             if (first.empty())
@@ -86,13 +113,12 @@ private:
     {
         const std::optional<Matrix4> own = transformOf(m_reading, shape);
         const Matrix4 placed = own ? *own * outer : outer;
-        bool isCompound = false;
-        eachChild(m_reading.document, shape, "CompoundRep", [&](const pugi::xml_node& piece) {
-            isCompound = true;
-            if (depth < MaxDepth)
-                addPieces(piece, placed, isMoved || own, depth + 1, pieces);
-        });
-        if (isCompound)
+        Nodes compounds;
+        eachChild(m_reading.document, shape, "CompoundRep",
+                  [&compounds](const pugi::xml_node& piece) { compounds.push_back(piece); });
+        for (const Nodes& ring : depth < MaxDepth ? ringsOf(compounds) : std::vector<Nodes>())
+            addBestOf(ring, placed, isMoved || own, depth + 1, pieces);
+        if (!compounds.empty())
             return;
         const std::uint32_t file =
             m_reading.files.add(shape, shape.attribute("location").value(), shape.attribute("format").value());
@@ -100,6 +126,19 @@ private:
             return;
         const std::string name = nameOf(m_reading, shape);
         pieces.push_back({name.empty() ? m_source.name : name, placed, isMoved || own, file, shape.hash_value()});
+    }
+
+    void addBestOf(const Nodes& ring, const Matrix4& outer, bool isMoved, int depth, Pieces& pieces)
+    {
+        std::vector<Alternative> same;
+        for (const pugi::xml_node& shape : ring) {
+            Alternative& one = same.emplace_back();
+            addPieces(shape, outer, isMoved, depth, one.pieces);
+            if (one.pieces.empty())
+                same.pop_back();
+        }
+        const Pieces best = bestOf(same);
+        pieces.insert(pieces.end(), best.begin(), best.end());
     }
 
     void addDataSet(const pugi::xml_node& dataSet)
@@ -151,12 +190,12 @@ private:
                 isOfSet ? 0 : 1};
     }
 
-    Pieces best() const
+    Pieces bestOf(const std::vector<Alternative>& same) const
     {
         const auto found =
-            std::min_element(m_alternatives.begin(), m_alternatives.end(),
+            std::min_element(same.begin(), same.end(),
                              [this](const Alternative& a, const Alternative& b) { return worthOf(a) < worthOf(b); });
-        return found == m_alternatives.end() ? Pieces() : found->pieces;
+        return found == same.end() ? Pieces() : found->pieces;
     }
 
     const Reading& m_reading;

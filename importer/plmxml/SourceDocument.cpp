@@ -62,7 +62,6 @@ bool SourceDocument::take(std::string text)
     if (!m_xml.load_buffer_inplace(m_text.data(), m_text.size(), flags))
         return false;
     m_prefixes = prefixesOf(root());
-    m_hasPrefixes = std::string_view(root().name()).find(':') != std::string_view::npos;
     return nameOf(root()) == "PLMXML";
 }
 

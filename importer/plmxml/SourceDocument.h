@@ -32,8 +32,12 @@ public:
     /// The name of an element without a prefix that stands for the namespace of PLMXML; empty for what is no element
     /// and for elements of other namespaces.
     std::string_view nameOf(const pugi::xml_node& node) const;
-    /// Whether elements are written with a prefix.
-    bool hasPrefixes() const { return m_hasPrefixes; }
+    /// Whether `node` is an element with this name, without such a prefix.
+    bool isCalled(const pugi::xml_node& node, std::string_view name) const
+    {
+        // Few documents have prefixes, and most names are looked at in vain.
+        return node.name() == name ? node.type() == pugi::node_element : !m_prefixes.empty() && nameOf(node) == name;
+    }
     /// The line that the name of an element stands in, from 1.
     int lineOf(const pugi::xml_node& node) const;
 
@@ -44,7 +48,6 @@ private:
     std::string m_text;
     std::vector<std::size_t> m_lineEnds;
     std::vector<std::string> m_prefixes; ///< those of PLMXML
-    bool m_hasPrefixes = false;
     pugi::xml_document m_xml;
 };
 
@@ -53,7 +56,7 @@ template <class Visit>
 void eachChild(const SourceDocument& document, const pugi::xml_node& parent, std::string_view name, const Visit& visit)
 {
     for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling())
-        if (document.nameOf(child) == name)
+        if (document.isCalled(child, name))
             visit(child);
 }
 

@@ -31,9 +31,9 @@ public:
 
     bool holds(const pugi::xml_node& view, const Overrides::Outcome& overrides)
     {
-        return !m_reading.document.hasPrefixes() && !m_reading.facts.hasNoUnits && !overrides.hasCompletedPaths &&
+        return !m_reading.index.hasPrefixes() && !m_reading.facts.hasNoUnits && !overrides.hasCompletedPaths &&
                !overrides.areAccumulated && standWhereTheyAreTaken() && namesAreTaken() && viewsAreTaken(view) &&
-               occurrencesAreTaken() && partsAreTaken();
+               occurrencesAreTaken() && transformsAreTaken() && partsAreTaken();
     }
 
 private:
@@ -41,10 +41,17 @@ private:
     bool standWhereTheyAreTaken() const
     {
         const std::vector<pugi::xml_node>& definitions = m_reading.index.all(ElementKind::ProductDef);
+        std::string_view lastAbove, lastName;
         const auto stands = [&](const pugi::xml_node& element) {
-            const std::string_view above = m_reading.document.nameOf(element.parent());
-            return takesChild(above, m_reading.document.nameOf(element)) &&
-                   (above != "ProductDef" || element.parent() == definitions.front());
+            const pugi::xml_node parent = element.parent();
+            const std::string_view above = m_reading.document.nameOf(parent);
+            const std::string_view name = m_reading.document.nameOf(element);
+            // Mostly the same as before.
+            if ((above != lastAbove || name != lastName) && !takesChild(above, name))
+                return false;
+            lastAbove = above;
+            lastName = name;
+            return above != "ProductDef" || parent == definitions.front();
         };
         return !definitions.empty() && definitions.front().parent() == m_reading.document.root() &&
                std::all_of(StructureKinds.begin(), StructureKinds.end(), [&](ElementKind kind) {
@@ -92,6 +99,16 @@ private:
                             [](const StructureOverride& each) { return !each.name.empty(); });
     }
 
+    /// It takes no other last number than 1.
+    bool transformsAreTaken() const
+    {
+        const std::vector<pugi::xml_node>& all = m_reading.index.all(ElementKind::Transform);
+        return std::all_of(all.begin(), all.end(), [](const pugi::xml_node& transform) {
+            const std::string_view numbers = transform.child_value();
+            return numbers.ends_with(" 1") || hasPlainEnd(transform);
+        });
+    }
+
     bool partsAreTaken()
     {
         for (const pugi::xml_node& part : m_reading.index.all(ElementKind::Part))
@@ -124,7 +141,7 @@ private:
     static bool isNoDesign(const pugi::xml_node& shape)
     {
         const std::string_view type = shape.attribute("type").value();
-        return type == "simplified" || type == "flat";
+        return type == "simplified" || type == "flat" || shape.attribute("equivalentRef");
     }
 
     bool shapeIsTaken(const pugi::xml_node& shape, bool isAssembly)
@@ -134,7 +151,8 @@ private:
         bool areTaken = true;
         eachChild(m_reading.document, shape, "CompoundRep", [&](const pugi::xml_node& piece) {
             ++pieces;
-            areTaken = areTaken && !childOf(m_reading, piece, "CompoundRep") && shapeIsTaken(piece, isAssembly);
+            areTaken = areTaken && !piece.attribute("equivalentRef") && !childOf(m_reading, piece, "CompoundRep") &&
+                       shapeIsTaken(piece, isAssembly);
         });
         if (pieces > 0)
             return areTaken && !isMoved && (isAssembly || pieces == 1);

@@ -103,7 +103,10 @@ void UserTexts::add(const std::string& title, const std::string& value, const st
 {
     if (value.empty() || !isNew(title))
         return;
-    m_tags.push_back(converted::tag("ptx::attribute:" + type + (type.empty() ? ":" : "::") + title, value));
+    std::string key = "ptx::attribute:";
+    key.reserve(key.size() + type.size() + 2 + title.size());
+    key.append(type).append(type.empty() ? ":" : "::").append(title);
+    m_tags.push_back(converted::tag(key, value));
 }
 
 /// Most things have few titles.
@@ -115,6 +118,7 @@ bool UserTexts::isNew(const std::string& title)
                m_titles.insert(title).second;
     if (std::find(m_fewTitles.begin(), m_fewTitles.end(), title) != m_fewTitles.end())
         return false;
+    m_fewTitles.reserve(few);
     m_fewTitles.push_back(title);
     return true;
 }

@@ -45,7 +45,7 @@ protected:
             result = end;
             loop.quit();
         });
-        QTimer::singleShot(60000, &loop, &QEventLoop::quit);
+        QTimer::singleShot(m_longestImport, &loop, &QEventLoop::quit);
         m_importer.import({file});
         loop.exec();
         EXPECT_EQ(result.file, file);
@@ -70,6 +70,7 @@ protected:
     }
 
     zn::Importer m_importer{m_session};
+    int m_longestImport = 60000; ///< in milliseconds
     QStringList m_texts;
     std::vector<zn::PartCounts> m_counts;
 };

@@ -60,6 +60,28 @@ protected:
         return texts;
     }
 
+    /// "names down to it, part, file" of each piece of a shape at each place, depth first.
+    std::vector<std::string> shapes() const
+    {
+        using namespace importer::plmxml;
+        std::vector<std::string> texts;
+        std::vector<std::string> names;
+        PlaceWalk(m_result.structure)
+            .run(
+                [&](const Place& place) {
+                    const StructurePlacement& placement = m_result.structure.placements[place.placement];
+                    names.resize(place.depth);
+                    names.push_back((place.depth > 0 ? names.back() : "") + placement.name);
+                    const StructurePart& part = m_result.structure.parts[placement.part];
+                    for (const ShapePiece& piece : part.pieces)
+                        texts.push_back(names.back() + " " + part.name + " " +
+                                        m_result.facts.files[piece.file].path.toStdString());
+                    return true;
+                },
+                [](const Place&) {});
+        return texts;
+    }
+
     /// "path places why" of each file that is named, sorted.
     std::vector<std::string> files() const
     {

@@ -33,28 +33,6 @@ protected:
                   "<ProductRevision id='t'/><ProductRevision id='d' name='Data'><AssociatedDataSet dataSetRef='#ds'/>"
                   "</ProductRevision><DataSet id='ds' memberRefs='df'/><ExternalFile id='df' locationRef='data.jt'/>");
     }
-
-    /// "path part file" of each leaf.
-    std::vector<std::string> leaves() const
-    {
-        using namespace importer::plmxml;
-        std::vector<std::string> texts;
-        std::vector<std::string> path;
-        PlaceWalk(m_result.structure)
-            .run(
-                [&](const Place& place) {
-                    const StructurePlacement& placement = m_result.structure.placements[place.placement];
-                    path.resize(place.depth);
-                    path.push_back((place.depth > 0 ? path.back() : "") + placement.name);
-                    const StructurePart& part = m_result.structure.parts[placement.part];
-                    for (const ShapePiece& piece : part.pieces)
-                        texts.push_back(path.back() + " " + part.name + " " +
-                                        m_result.facts.files[piece.file].path.toStdString());
-                    return true;
-                },
-                [](const Place&) {});
-        return texts;
-    }
 };
 
 TEST_F(OverridesTest, APartStandsInsteadOfThatOfTheInstance)
@@ -63,7 +41,7 @@ TEST_F(OverridesTest, APartStandsInsteadOfThatOfTheInstance)
          {"partRef='#spare'", "partRef='spare'", "instancedRef='#spare'", "instancedRef='#t'"}) {
         normaliseGraph(std::string("<Occurrence instanceRefs='#c #r #a' ") + attribute + "/>");
         EXPECT_EQ(m_result.way, Way::AsText);
-        EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Spare spare.jt")) << attribute;
+        EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRA Spare spare.jt")) << attribute;
     }
 }
 
@@ -72,7 +50,7 @@ TEST_F(OverridesTest, ThePartOrItsRevisionOrItemIsNoOther)
     for (const char* attribute :
          {"partRef='#wheel'", "instancedRef='#wheel'", "instancedRef='#w'", "instancedRef='#i'"}) {
         normaliseGraph(std::string("<Occurrence instanceRefs='#c #r #a' ") + attribute + "/>");
-        EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Wheel wheel.jt")) << attribute;
+        EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRA Wheel wheel.jt")) << attribute;
         EXPECT_EQ(m_result.structure.placements.size(), 4u) << "nothing is written twice";
     }
 }
@@ -82,7 +60,7 @@ TEST_F(OverridesTest, AnAssemblyBringsWhatIsInItAndOccurrencesSpeakOfThat)
     normaliseGraph("<Occurrence instanceRefs='#c #r #s' name='Moved'>" + at("7 0 0") +
                    "</Occurrence><Occurrence instanceRefs='#c #r' partRef='#trolley'/>"
                    "<Occurrence id='old' instanceRefs='#c #r #a' name='Gone'/>");
-    EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRS Spare spare.jt"));
+    EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRS Spare spare.jt"));
     EXPECT_THAT(places(), ElementsAre("C 0 0 0", "F 0 0 0", "A 0 0 0", "R 0 0 0", "Moved 7 0 0"));
     EXPECT_EQ(m_result.facts.unplacedCount, 1u) << "what was there is not there now";
 }
@@ -90,20 +68,20 @@ TEST_F(OverridesTest, AnAssemblyBringsWhatIsInItAndOccurrencesSpeakOfThat)
 TEST_F(OverridesTest, ARevisionThatNoPartIsOfShowsItsDataSets)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' instancedRef='#d'/>");
-    EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Data data.jt"));
+    EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRA Data data.jt"));
 }
 
 TEST_F(OverridesTest, AnElementOfAnotherDocumentIsOneToo)
 {
     make("other.plmxml");
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' name='Far' partRef='other.plmxml#x'/>");
-    EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Far other.plmxml#x"));
+    EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRA Far other.plmxml#x"));
 }
 
 TEST_F(OverridesTest, OneThatLeadsNowhereIsToldAndKeepsThePart)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' partRef='#gone'/>");
-    EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRA Wheel wheel.jt"));
+    EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRA Wheel wheel.jt"));
     ASSERT_EQ(m_result.facts.danglingCount, 1u);
     EXPECT_EQ(m_result.facts.dangling.front().target, QStringLiteral("#gone"));
 }
@@ -111,7 +89,7 @@ TEST_F(OverridesTest, OneThatLeadsNowhereIsToldAndKeepsThePart)
 TEST_F(OverridesTest, AnAssemblyThatIsAroundThePlaceComesInOnceMore)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' partRef='#axle'/>");
-    EXPECT_THAT(leaves(), ElementsAre("CFA Wheel wheel.jt", "CRAA Wheel wheel.jt"));
+    EXPECT_THAT(shapes(), ElementsAre("CFA Wheel wheel.jt", "CRAA Wheel wheel.jt"));
     EXPECT_FALSE(m_result.facts.isCut);
 }
 

@@ -32,33 +32,14 @@ protected:
                   "<Representation id='other' format='JT' location='other.jt'/>" +
                   more + "<ProductView>" + occurrences + "</ProductView></ProductDef>");
     }
-
-    /// "path: files" of each place with a shape.
-    std::vector<std::string> shapes() const
-    {
-        using namespace importer::plmxml;
-        std::vector<std::string> texts;
-        std::vector<std::string> path;
-        PlaceWalk(m_result.structure)
-            .run(
-                [&](const Place& place) {
-                    const StructurePlacement& placement = m_result.structure.placements[place.placement];
-                    path.resize(place.depth);
-                    path.push_back((place.depth > 0 ? path.back() : "") + placement.name);
-                    for (const ShapePiece& piece : m_result.structure.parts[placement.part].pieces)
-                        texts.push_back(path.back() + " " + m_result.facts.files[piece.file].path.toStdString());
-                    return true;
-                },
-                [](const Place&) {});
-        return texts;
-    }
 };
 
 TEST_F(OwnShapesTest, ThatOfAnOccurrenceShowsAtItsPlaceAlone)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' representationRefs='#bent'/>");
     EXPECT_EQ(m_result.way, Way::AsText);
-    EXPECT_THAT(shapes(), ElementsAre("CFA part.jt", "CFB part.jt", "CRA bent.jt", "CRB part.jt"));
+    EXPECT_THAT(shapes(),
+                ElementsAre("CFA Wheel part.jt", "CFB Wheel part.jt", "CRA Wheel bent.jt", "CRB Wheel part.jt"));
     EXPECT_THAT(places(),
                 ElementsAre("C 0 0 0", "F 10 0 0", "A 10 1 0", "B 10 2 0", "R 20 0 0", "A 20 1 0", "B 20 2 0"));
     EXPECT_THAT(files(), ElementsAre("bent.jt 1", "part.jt 3"));
@@ -70,7 +51,8 @@ TEST_F(OwnShapesTest, SeveralShareTheWayToThem)
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' representationRefs='#bent'/>"
                    "<Occurrence instanceRefs='#c #r #b' representationRefs='#other'/>"
                    "<Occurrence instanceRefs='#c #f #b' representationRefs='#other'/>");
-    EXPECT_THAT(shapes(), ElementsAre("CFA part.jt", "CFB other.jt", "CRA bent.jt", "CRB other.jt"));
+    EXPECT_THAT(shapes(),
+                ElementsAre("CFA Wheel part.jt", "CFB Wheel other.jt", "CRA Wheel bent.jt", "CRB Wheel other.jt"));
     EXPECT_EQ(m_result.structure.placements.size(), 5u + 6u);
 }
 
@@ -90,10 +72,10 @@ TEST_F(OwnShapesTest, TheirLocationIsChosenLikeThatOfAPart)
 {
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' representationRefs='#gone #step #bent'/>",
                    "<Representation id='step' format='STEP' location='a.stp'/>");
-    EXPECT_THAT(shapes(), testing::Contains("CRA bent.jt"));
+    EXPECT_THAT(shapes(), testing::Contains("CRA Wheel bent.jt"));
     EXPECT_EQ(m_result.facts.danglingCount, 1u);
     normaliseGraph("<Occurrence instanceRefs='#c #r #a' representationRefs='#gone'/>");
-    EXPECT_THAT(shapes(), testing::Contains("CRA part.jt"));
+    EXPECT_THAT(shapes(), testing::Contains("CRA Wheel part.jt"));
 }
 
 TEST_F(OwnShapesTest, AnOccurrenceOfATreeHasThemToo)
@@ -106,7 +88,7 @@ TEST_F(OwnShapesTest, AnOccurrenceOfATreeHasThemToo)
               "<ProductRevision id='t'/><ProductRevision id='r'><AssociatedDataSet dataSetRef='#s'/></ProductRevision>"
               "<DataSet id='s' memberRefs='f'/><ExternalFile id='f' locationRef='part.jt'/>"
               "<Representation id='bent' location='bent.jt'/><Representation id='other' location='other.jt'/>");
-    EXPECT_THAT(shapes(), ElementsAre("OA part.jt", "OB bent.jt", "OC bent.jt", "OD other.jt"));
+    EXPECT_THAT(shapes(), ElementsAre("OA r part.jt", "OB r bent.jt", "OC r bent.jt", "OD r other.jt"));
     EXPECT_EQ(m_result.structure.parts.size(), 4u) << "those with the same share a part";
     EXPECT_EQ(m_result.facts.parts, 2u);
 }
