@@ -98,6 +98,9 @@ void OutputFile::pad(std::uint64_t alignment, char filler)
 
 void OutputFile::rewrite(const void* data, std::uint64_t size)
 {
+    // A seek writes what waits, and forgets why it cannot.
+    if (!m_error && !m_file.flush() && !m_file.flush())
+        fail(ErrorCode::WriteFailed, m_file.errorString());
     if (m_error)
         return;
     if (!m_file.seek(0))

@@ -32,6 +32,13 @@ public:
     void countNodes(std::uint64_t count);
     void countVertices(std::uint64_t count, const QString& place);
     void countFileBytes(const QString& file, std::uint64_t count);
+    /// The same for bytes that come out of a packed file.
+    void countUnpackedBytes(const QString& file, std::uint64_t count);
+
+    /// Holds `bytes` of memory that are about to be taken against the limit: that of the options, and no more than
+    /// 256 MB and 1 KB for each byte that files have, so that a small file claims no gigabytes. Nodes and the bytes of
+    /// files count by themselves.
+    void takeMemory(std::uint64_t bytes, const QString& place = {});
 
 private:
     QString m_path;
@@ -40,7 +47,9 @@ private:
     std::uint64_t m_moreWarnings = 0;
     std::uint64_t m_nodes = 0;
     std::uint64_t m_vertices = 0;
-    std::uint64_t m_fileBytes = 0;
+    std::uint64_t m_fileBytes = 0;   ///< unpacked
+    std::uint64_t m_packedBytes = 0; ///< as files have them
+    std::uint64_t m_memory = 0;
 };
 
 /// "line 12"

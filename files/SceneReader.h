@@ -25,6 +25,9 @@ struct ReadLimits {
     /// counts.
     std::uint64_t maxVertices = std::uint64_t(1) << 28;
     std::uint64_t maxDepth = 10'000; ///< of the tree
+    /// Bytes of memory for all that a read takes, what it gives back in between included. A small file gets less: as
+    /// much as its bytes can mean (see `ReadTask::takeMemory`).
+    std::uint64_t maxMemory = std::uint64_t(8) << 30;
 };
 
 struct ReadOptions {
@@ -32,6 +35,9 @@ struct ReadOptions {
     double millimetresPerUnit = 1.0; ///< of formats that do not fix it (OBJ, PLY, VRML)
     /// VRML files mean what their standard says: metres, Y up. Otherwise unit and axis are those above.
     bool vrmlInMetres = false;
+    /// A scene file is mapped rather than read into memory: for one that nobody cuts short while its tree lives, which
+    /// would end the process with SIGBUS.
+    bool mapsFile = false;
     ReadLimits limits;
 };
 

@@ -80,6 +80,8 @@ void ConvertedRoad::loaded(znPtxLoaderJob& job, const PartImports& parts)
 {
     m_result.state = job.getState();
     m_result.error = job.getErrorText();
+    if (!m_result.error.isEmpty() && !m_result.error.contains(m_convertedFile))
+        m_result.error = m_file + QStringLiteral(": ") + m_result.error;
     if (m_result.cancelled) {
         m_result.state = znCADFileTypes::JobFailed;
         return;

@@ -14,6 +14,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <new>
 #include <utility>
 
 namespace importer
@@ -78,9 +80,10 @@ bool PlmxmlRoad::prepare()
         addMessage(remark);
     if (request().keepNormalised.isEmpty())
         return true;
-    if (const auto error = m_document->keep(request().keepNormalised))
-        addMessage(*error);
-    return true;
+    const auto error = m_document->keep(request().keepNormalised);
+    if (error)
+        endWithout(*error);
+    return !error;
 }
 
 plmxml::NormaliserOptions PlmxmlRoad::options(bool wantsFacts)
@@ -88,7 +91,10 @@ plmxml::NormaliserOptions PlmxmlRoad::options(bool wantsFacts)
     const auto standIn = [this](const QString& document, const QString& id) {
         return m_elements.standInFor(document, id);
     };
-    return {request().preferredFormats, {}, wantsFacts, standIn, {}};
+    constexpr std::size_t placesOfMegabyte = 1024; // a place takes about 1 KB with its record and its node
+    const std::size_t megabytes = zn::StandaloneSession::require().settings().read.memory.value();
+    const std::size_t mostPlaces = std::min(plmxml::PlaceWalk::MaxPlaces, megabytes * placesOfMegabyte);
+    return {request().preferredFormats, {}, wantsFacts, standIn, {}, mostPlaces};
 }
 
 void PlmxmlRoad::endWithout(const QString& reason)
@@ -150,6 +156,17 @@ void PlmxmlRoad::jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts)
     if (std::exchange(m_ended, true))
         return;
     m_nested.reset();
+    try {
+        complete(job, parts);
+    } catch (const std::bad_alloc&) {
+        m_result.state = znCADFileTypes::JobFailed;
+        m_result.node = osg::NodePtr();
+        m_result.error = tr("%1: there is not enough memory").arg(m_file);
+    }
+}
+
+void PlmxmlRoad::complete(znPLMXMLLoaderJob& job, const PartImports& parts)
+{
     m_result.state = job.getState();
     m_result.node = job.getLoadedNode();
     m_document->complete(job.getLoadedNode());

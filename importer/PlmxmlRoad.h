@@ -53,6 +53,7 @@ private:
     void directPartBegins(const QString& file);
     void directPartEnded(const QString& file, znCADFileTypes::JobState state);
     void jobEnded(znPLMXMLLoaderJob& job, const PartImports& parts);
+    void complete(znPLMXMLLoaderJob& job, const PartImports& parts);
     void loaded(const PartImports& parts);
     QString whyWithoutTree(const znPLMXMLLoaderJob& job) const;
     void endWithout(const QString& reason);

@@ -1,5 +1,6 @@
 #include "importer/PreparedDocument.h"
 
+#include "files/OutputFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/znOpenSGExt/ExtReference.h"
@@ -161,11 +162,18 @@ void PreparedDocument::tellWhatWasAsked(std::vector<zn::MissingPart>& missing) c
 
 std::optional<QString> PreparedDocument::keep(const QString& file) const
 {
-    QFile::remove(file);
     QFile source(m_path);
-    if (source.copy(file))
-        return std::nullopt;
-    return file + QStringLiteral(": ") + source.errorString();
+    if (!source.open(QIODevice::ReadOnly))
+        return file + QStringLiteral(": ") + source.errorString();
+    files::OutputFile target(file);
+    while (!source.atEnd() && target.isSound()) {
+        const QByteArray block = source.read(1 << 20);
+        if (block.isEmpty())
+            return file + QStringLiteral(": ") + source.errorString();
+        target.write(block.constData(), static_cast<std::uint64_t>(block.size()));
+    }
+    const files::Expected<void> written = target.commit();
+    return written ? std::nullopt : std::optional(file + QStringLiteral(": ") + written.error().message);
 }
 
 } // namespace importer

@@ -20,7 +20,7 @@ enum class ExitCode : int {
     OutputFailed = 8,           ///< the output could not be written
     MemoryLimit = 10,           ///< more memory was needed than the limit allows
     TimeLimit = 11,             ///< more time was needed than the limit allows
-    StallLimit = 12,            ///< neither progress nor work of the processor for as long as the limit allows
+    StallLimit = 12,            ///< no progress for as long as the limits allow, without work of the processor or with
     Cancelled = 21,             ///< asked to stop
     NothingToImport = 25        ///< read well, but there is no geometry in it
 };

@@ -326,6 +326,10 @@
         <source>part files at %1 places would make too large a tree</source>
         <translation>Teiledateien an %1 Stellen ergäben einen zu großen Baum</translation>
     </message>
+    <message>
+        <source>%1: there is not enough memory</source>
+        <translation>%1: Der Speicher reicht nicht</translation>
+    </message>
 </context>
 <context>
     <name>importer::PreparedDocument</name>
@@ -501,6 +505,10 @@
     <message>
         <source>the document places no part: it has no instance, no part and no occurrence at the top of a product structure</source>
         <translation>das Dokument platziert kein Teil: es hat keine Instanz, kein Teil und kein Vorkommen an der Spitze einer Produktstruktur</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for this document</source>
+        <translation>Der Speicher reicht für dieses Dokument nicht</translation>
     </message>
 </context>
 <context>

@@ -10,8 +10,9 @@ namespace HB::Visualization
 
 /// What a walk over an assembly may grow to before the document counts as one that refers to itself.
 struct CADWalkLimits {
-    std::uint32_t depth = 1000;         ///< levels of parts and of compound representations
-    std::uint32_t records = 20'000'000; ///< records, and places that end without one
+    std::uint32_t depth = 1000; ///< levels of parts and of compound representations
+    /// Records, and places that end without one. One takes about 1 KB with its node, so that all take 8 GB at most.
+    std::uint32_t records = std::uint32_t(8) << 20;
 };
 
 /// Counts the levels and the places of a walk, and remembers where it went over a limit. Whoever walks goes no further

@@ -46,6 +46,26 @@ std::string shortened(const std::vector<std::string>& path)
     return text;
 }
 
+/// Destroys a tree that nobody holds when an exception leaves the work on it, so that there is memory to tell why.
+class UnfinishedTree
+{
+public:
+    explicit UnfinishedTree(const osg::NodePtr& root) : m_root(root) {}
+    UnfinishedTree(const UnfinishedTree&) = delete;
+    UnfinishedTree& operator=(const UnfinishedTree&) = delete;
+    ~UnfinishedTree()
+    {
+        if (std::uncaught_exceptions() <= m_exceptions)
+            return;
+        m_root.addRef();
+        m_root.subRef();
+    }
+
+private:
+    osg::NodePtr m_root;
+    int m_exceptions = std::uncaught_exceptions();
+};
+
 /// An instance below another one that brings nothing of its own.
 bool bringsNothing(const CADInstance& instance)
 {
@@ -82,6 +102,7 @@ osg::NodePtr PLMXMLProductStructure::createScene()
 {
     beginAnew();
     const osg::NodePtr root = transformNode();
+    const UnfinishedTree unfinished(root);
     osg::setName(root, znFile::getBaseName(m_filePath));
     CADProductDef* definition = m_document.getProductDef(0);
     if (!definition)
@@ -188,6 +209,7 @@ void PLMXMLProductStructure::buildPart(const osg::NodePtr& parent, CADPart* part
         return m_guard.countPlace();
     CADNodeRecord& own = addPlace(part, record);
     const osg::NodePtr node = transformNode();
+    const UnfinishedTree unfinished(node);
     const std::string name = partName(*part);
     osg::setName(node, name);
     own.setNode(node);

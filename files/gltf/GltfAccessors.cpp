@@ -218,6 +218,21 @@ void GltfAccessors::visitSparse(int accessor, int components, const Visitor& vis
     }
 }
 
+/// Elements that no byte of the file stands for have a limit of their own, so that a few letters do not make gigabytes
+/// of zeros.
+void GltfAccessors::takeMemory(int accessor, const Elements& elements, std::size_t size) const
+{
+    constexpr std::size_t mostWithoutBytes = std::size_t(1) << 22;
+    if (!elements.data) {
+        if (elements.count > mostWithoutBytes - m_withoutBytes)
+            m_task.fail(ErrorCode::LimitExceeded,
+                        tr("more than %1 elements have no bytes in the file").arg(qulonglong(mostWithoutBytes)),
+                        place(accessor));
+        m_withoutBytes += elements.count;
+    }
+    m_task.takeMemory(std::uint64_t(elements.count) * size, place(accessor));
+}
+
 template <class T, class Convert>
 osg::Buffer<T> GltfAccessors::read(int accessor, const Convert& convert) const
 {
@@ -232,6 +247,7 @@ osg::Buffer<T> GltfAccessors::read(int accessor, const Convert& convert) const
                 component(bytes + size * static_cast<std::size_t>(i), from.componentType, from.normalized);
         return convert(values);
     };
+    takeMemory(accessor, from, sizeof(T));
     std::vector<T> result(from.count, convert(Components{0, 0, 0, 0}));
     for (std::size_t i = 0; i < from.count && from.data; ++i)
         result[i] = converted(from.data + i * from.stride);
@@ -282,6 +298,7 @@ osg::Buffer<std::uint32_t> GltfAccessors::indices(int accessor)
         const Elements from = elements(accessor);
         if (from.componentType == TINYGLTF_COMPONENT_TYPE_UNSIGNED_INT && isUsable<std::uint32_t>(from))
             return {from.buffer->owner, reinterpret_cast<const std::uint32_t*>(from.data), from.count};
+        takeMemory(accessor, from, sizeof(std::uint32_t));
         std::vector<std::uint32_t> result(from.count);
         for (std::size_t i = 0; i < from.count; ++i)
             result[i] = indexAt(from.data + i * from.stride, from.componentType);

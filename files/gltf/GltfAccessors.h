@@ -42,12 +42,14 @@ private:
     bool isUsable(const Elements& elements) const;
     template <class T, class Convert>
     osg::Buffer<T> read(int accessor, const Convert& convert) const;
+    void takeMemory(int accessor, const Elements& elements, std::size_t size) const;
     template <class Visitor>
     void visitSparse(int accessor, int components, const Visitor& visit) const;
 
     const GltfDocument& m_document;
     ReadTask& m_task;
-    std::vector<bool> m_keepBuffer; ///< whether a buffer is worth being kept for the arrays in it
+    mutable std::size_t m_withoutBytes = 0; ///< elements that no byte of the file stands for
+    std::vector<bool> m_keepBuffer;         ///< whether a buffer is worth being kept for the arrays in it
     std::map<int, osg::Buffer<osg::Vec3f>> m_vectors;
     std::map<int, osg::Buffer<osg::Vec2f>> m_texCoords;
     std::map<int, osg::Buffer<osg::Color4f>> m_colors;

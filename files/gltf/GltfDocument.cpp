@@ -138,6 +138,7 @@ GltfBuffer BufferSource::decoded(std::string_view uri, const QString& place)
     const std::string_view digits = start == std::string_view::npos ? uri : uri.substr(start + marker.size());
     if (digits.size() > std::size_t(std::numeric_limits<int>::max()))
         m_task.fail(ErrorCode::LimitExceeded, tr("the data of a buffer are too long within a text"), place);
+    m_task.takeMemory(digits.size() * 2, place);
     const auto encoded = QByteArray::fromRawData(digits.data(), static_cast<int>(digits.size()));
     const auto result = QByteArray::fromBase64Encoding(encoded, QByteArray::AbortOnBase64DecodingErrors);
     if (start == std::string_view::npos || !result)

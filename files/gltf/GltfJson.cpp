@@ -10,12 +10,16 @@ using Json = nlohmann::json;
 
 constexpr std::size_t maxDepth = 64;
 
+// With what the parser of the model makes of them, as measured.
+constexpr std::uint64_t memoryOfValue = 64;
+constexpr std::uint64_t memoryOfContainer = 640;
+
 /// Builds the tree from what the parser meets. (The library's own filter looks through all members of a list each time
 /// that one of them ends.)
 class TreeBuilder : public Json::json_sax_t
 {
 public:
-    TreeBuilder(const ReadTask& task, const MemberFilter& isWanted) : m_task(task), m_isWanted(isWanted) {}
+    TreeBuilder(ReadTask& task, const MemberFilter& isWanted) : m_task(task), m_isWanted(isWanted) {}
 
     Json take() { return std::move(m_tree); }
 
@@ -24,7 +28,11 @@ public:
     bool number_integer(number_integer_t value) override { return add(value); }
     bool number_unsigned(number_unsigned_t value) override { return add(value); }
     bool number_float(number_float_t value, const string_t&) override { return add(value); }
-    bool string(string_t& value) override { return add(std::move(value)); }
+    bool string(string_t& value) override
+    {
+        m_task.takeMemory(value.size());
+        return add(std::move(value));
+    }
     bool binary(binary_t& value) override { return add(std::move(value)); }
 
     bool start_object(std::size_t) override { return open(Json::object()); }
@@ -66,6 +74,7 @@ private:
 
     bool add(Json value)
     {
+        m_task.takeMemory(memoryOfValue);
         place(std::move(value));
         return true;
     }
@@ -74,6 +83,7 @@ private:
     {
         if (m_open.size() == maxDepth)
             m_task.fail(ErrorCode::Damaged, tr("the JSON text is nested too deeply"));
+        m_task.takeMemory(memoryOfContainer);
         m_open.push_back(place(std::move(container)));
         return true;
     }
@@ -84,7 +94,7 @@ private:
         return true;
     }
 
-    const ReadTask& m_task;
+    ReadTask& m_task;
     const MemberFilter& m_isWanted;
     Json m_tree;
     std::vector<Json*> m_open; ///< the containers around the place; null for those that are left out
@@ -94,7 +104,7 @@ private:
 
 } // namespace
 
-nlohmann::json parseJson(std::string_view text, const ReadTask& task, const MemberFilter& isWanted)
+nlohmann::json parseJson(std::string_view text, ReadTask& task, const MemberFilter& isWanted)
 {
     TreeBuilder builder(task, isWanted);
     Json::sax_parse(text, &builder);

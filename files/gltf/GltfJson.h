@@ -16,6 +16,6 @@ using MemberFilter = std::function<bool(int depth, std::string_view key)>;
 /// The JSON text as a tree of the members that `isWanted` takes, in time that grows with the text. Fails the task with
 /// the byte where the text is damaged, and where it is nested more than 64 deep: what reads the tree goes down by
 /// recursion.
-nlohmann::json parseJson(std::string_view text, const ReadTask& task, const MemberFilter& isWanted);
+nlohmann::json parseJson(std::string_view text, ReadTask& task, const MemberFilter& isWanted);
 
 } // namespace files::gltf

@@ -92,20 +92,24 @@ void GltfMeshes::addElements(const tinygltf::Primitive& primitive, const QString
     if (corners == 0)
         m_task.fail(ErrorCode::Damaged, tr("the mode %1 does not exist").arg(primitive.mode), place);
     const auto vertices = static_cast<std::uint32_t>(mesh.positions.size());
-    const osg::Buffer<std::uint32_t> indices = elements(primitive, vertices);
+    const osg::Buffer<std::uint32_t> indices = elements(primitive, vertices, place);
     if (!indices.empty() && *std::max_element(indices.begin(), indices.end()) >= vertices)
         m_task.fail(ErrorCode::Damaged, tr("an index reaches beyond the %1 vertices").arg(vertices),
                     place + QStringLiteral("/indices"));
     (corners == 3 ? mesh.triangles : corners == 2 ? mesh.lines : mesh.points) = indices;
 }
 
-osg::Buffer<std::uint32_t> GltfMeshes::elements(const tinygltf::Primitive& primitive, std::uint32_t vertices)
+osg::Buffer<std::uint32_t> GltfMeshes::elements(const tinygltf::Primitive& primitive, std::uint32_t vertices,
+                                                const QString& place)
 {
     const bool isIndexed = primitive.indices >= 0;
     const ElementKey key(primitive.indices, isIndexed ? 0 : vertices, primitive.mode);
     const auto [entry, isNew] = m_elements.try_emplace(key);
     if (!isNew)
         return entry->second;
+    // Strips and fans become three indices for each one.
+    const std::uint64_t count = isIndexed ? m_accessors.count(primitive.indices) : vertices;
+    m_task.takeMemory(count * sizeof(std::uint32_t) * 4, place);
     if (isIndexed)
         return entry->second = gltfElements(primitive.mode, m_accessors.indices(primitive.indices));
     std::vector<std::uint32_t> all(vertices);

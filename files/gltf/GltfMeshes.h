@@ -26,7 +26,8 @@ private:
     osg::Mesh meshOf(const tinygltf::Primitive& primitive, const QString& place);
     void addVertexData(const tinygltf::Primitive& primitive, const QString& place, osg::Mesh& mesh);
     void addElements(const tinygltf::Primitive& primitive, const QString& place, osg::Mesh& mesh);
-    osg::Buffer<std::uint32_t> elements(const tinygltf::Primitive& primitive, std::uint32_t vertices);
+    osg::Buffer<std::uint32_t> elements(const tinygltf::Primitive& primitive, std::uint32_t vertices,
+                                        const QString& place);
     osg::MaterialPtr material(int index, const QString& place);
 
     /// Accessor of the indices, number of vertices if there is none, and mode.

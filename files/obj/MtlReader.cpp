@@ -7,12 +7,16 @@
 #include <QFileInfo>
 
 #include <optional>
+#include <set>
 
 namespace files::obj
 {
 
 namespace
 {
+
+/// In the table, and in the tree where it is used.
+constexpr std::uint64_t memoryOfLook = 1024;
 
 /// The values that the statements of one material give.
 struct Values {
@@ -49,6 +53,7 @@ private:
 
     ReadTask& m_task;
     MtlLooks m_looks;
+    std::set<QString> m_read;
     std::uint64_t m_textures = 0;
 };
 
@@ -103,8 +108,11 @@ bool MtlReader::statement(TextLines& lines, Values& values)
     return true;
 }
 
+/// A file that was read already says nothing new.
 void MtlReader::read(const QString& file)
 {
+    if (!m_read.insert(file).second)
+        return;
     const FileBytes bytes = readFile(m_task, file);
     TextLines lines(bytes.text());
     std::string name;
@@ -127,8 +135,8 @@ void MtlReader::read(const QString& file)
 
 void MtlReader::add(const std::string& name, const Values& values)
 {
-    if (!name.empty())
-        m_looks.try_emplace(name, lookOf(values));
+    if (!name.empty() && m_looks.try_emplace(name, lookOf(values)).second)
+        m_task.takeMemory(memoryOfLook + name.size());
 }
 
 /// The file that `name` stands for: beside the OBJ file, also when the name carries folders of another machine. Empty

@@ -78,6 +78,7 @@ private:
     void addVertex(const VertexValues& values);
     void faces(const PlyElement& element);
     void face(const PlyProperty& list);
+    void takeElements(std::uint64_t corners);
     void strips(const PlyElement& element);
     void strip(const PlyProperty& list);
     void edges(const PlyElement& element);
@@ -161,6 +162,7 @@ std::vector<Slot> PlyElements::prepareVertices(const PlyElement& element)
         fail(tr("the vertices have no x, y and z"));
     const std::uint64_t arrays = 1u + has({NormalX, NormalY, NormalZ}) + has({Red, Green, Blue}) + has({U, V});
     m_task.countVertices(element.count * arrays, m_values->place());
+    m_task.takeMemory(element.count * arrays * sizeof(osg::Color4f), m_values->place());
     m_arrays.positions.reserve(element.count);
     return slots;
 }
@@ -221,9 +223,17 @@ void PlyElements::faces(const PlyElement& element)
         m_task.warn(tr("the colours of faces were left out"));
 }
 
+/// Three indices for each corner, in an array that grows by doubling.
+void PlyElements::takeElements(std::uint64_t corners)
+{
+    constexpr std::uint64_t memoryOfCorner = 2 * 3 * sizeof(std::uint32_t);
+    m_task.takeMemory(corners * memoryOfCorner);
+}
+
 void PlyElements::face(const PlyProperty& list)
 {
     const std::uint64_t length = m_values->takeLength(list);
+    takeElements(length);
     m_corners.clear();
     for (std::uint64_t i = 0; i < length; ++i)
         m_corners.push_back(takeIndex(list.type));
@@ -243,6 +253,7 @@ void PlyElements::strips(const PlyElement& element)
 void PlyElements::strip(const PlyProperty& list)
 {
     const std::uint64_t length = m_values->takeLength(list);
+    takeElements(length);
     m_corners.clear();
     for (std::uint64_t i = 0; i < length; ++i) {
         const double index = m_values->take(list.type);

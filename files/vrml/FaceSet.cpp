@@ -153,6 +153,7 @@ osg::Mesh MeshMaker::plainMesh()
 {
     const std::uint64_t arrays = 2u + !m_set.colors.values.empty() + !m_set.texCoords.values.empty();
     m_source.task().countVertices(m_set.points.size() * arrays, m_source.place(m_set.offset));
+    m_source.task().takeMemory(m_set.points.size() * arrays * sizeof(osg::Color4f), m_source.place(m_set.offset));
     const auto cut = [this](auto& values) {
         if (!values.empty())
             values.resize(m_set.points.size());
@@ -243,6 +244,9 @@ osg::Mesh MeshMaker::run()
 {
     if (m_set.corners.size() >= std::numeric_limits<std::uint32_t>::max())
         m_source.fail(ErrorCode::LimitExceeded, tr("the faces have too many corners"), m_set.offset);
+    // The arrays of the mesh, and what is known of each corner while its vertices are sought.
+    constexpr std::uint64_t memoryOfCorner = 100;
+    m_source.task().takeMemory(m_set.corners.size() * memoryOfCorner, m_source.place(m_set.offset));
     collectFaces();
     if (m_faces.empty())
         return {};

@@ -74,7 +74,7 @@ FileBytes gunzip(ReadTask& task, const QString& path, std::string_view packed)
             text->resize(done + made);
             if (state != Z_STREAM_END && (state != Z_OK || (made == 0 && left.empty())))
                 failDamaged(task, path);
-            task.countFileBytes(path, made);
+            task.countUnpackedBytes(path, made);
         }
         inflateReset(&inflater.stream());
     }

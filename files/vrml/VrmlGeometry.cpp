@@ -13,6 +13,9 @@ namespace files::vrml
 namespace
 {
 
+/// In the arrays of a mesh of lines or points, and while it is made.
+constexpr std::uint64_t memoryOfVertex = 64;
+
 std::span<const float> floatsBelow(const Node& node, std::string_view field, NodeKind kind, std::string_view values)
 {
     const Node* below = node.node(field);
@@ -117,6 +120,7 @@ osg::Mesh lineSet(const Node& node, const Source& source)
     const std::vector<osg::Vec3f> points = pointsOf(node);
     const std::span<const std::int32_t> corners = node.ints("coordIndex");
     source.task().countVertices(corners.size(), source.place(node.offset));
+    source.task().takeMemory(corners.size() * memoryOfVertex, source.place(node.offset));
     std::vector<osg::Vec3f> positions;
     std::vector<std::uint32_t> lines, entryOf, lineOf;
     std::uint32_t line = 0;
@@ -149,6 +153,7 @@ osg::Mesh pointSet(const Node& node, const Source& source)
     std::vector<osg::Vec3f> points = pointsOf(node);
     std::vector<osg::Color4f> colors = colorsOf(node);
     source.task().countVertices(points.size(), source.place(node.offset));
+    source.task().takeMemory(points.size() * memoryOfVertex, source.place(node.offset));
     if (!colors.empty() && colors.size() < points.size()) {
         source.warn(
             tr("the colours of points were left out: there are only %1").arg(static_cast<qulonglong>(colors.size())),

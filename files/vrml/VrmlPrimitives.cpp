@@ -131,6 +131,9 @@ osg::Mesh primitiveMesh(const Node& node, const Source& source)
 {
     Shell shell = shellOf(node, source);
     source.task().countVertices(2 * shell.positions.size(), source.place(node.offset));
+    source.task().takeMemory(shell.positions.size() * 2 * sizeof(osg::Vec3f) +
+                                 shell.triangles.size() * sizeof(std::uint32_t),
+                             source.place(node.offset));
     osg::Mesh mesh;
     mesh.positions = std::move(shell.positions);
     mesh.normals = std::move(shell.normals);

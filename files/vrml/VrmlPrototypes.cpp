@@ -90,6 +90,8 @@ ValuePtr Expansion::copyNodes(const Nodes& nodes)
 
 Node& createNode(NodeStore& store, const Source& source, const NodeType& type, std::size_t offset, std::uint64_t fields)
 {
+    constexpr std::uint64_t memoryOfNode = 160; // or of a field that its copies bring
+    source.task().takeMemory((1 + fields) * memoryOfNode, source.place(offset));
     Node* node = store.create(type, offset, fields);
     if (!node)
         source.fail(ErrorCode::LimitExceeded, tr("more than %1 nodes").arg(source.task().options().limits.maxNodes),

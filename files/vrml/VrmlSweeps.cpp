@@ -154,6 +154,8 @@ void checkSize(const Node& node, const Source& source, std::uint64_t rows, std::
         std::min<std::uint64_t>(source.task().options().limits.maxVertices, std::numeric_limits<std::int32_t>::max());
     if (rows > 0 && columns > limit / rows)
         source.fail(ErrorCode::LimitExceeded, tr("more than %1 vertices").arg(limit), node.offset);
+    constexpr std::uint64_t memoryOfPoint = sizeof(osg::Vec3f) + 5 * sizeof(std::int32_t);
+    source.task().takeMemory(rows * columns * memoryOfPoint, source.place(node.offset));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "importer/inventory/PartsListFile.h"
 
+#include "files/OutputFile.h"
 #include "files/scenefile/AttributeTags.h"
 
 #include <QCoreApplication>
@@ -7,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <array>
@@ -220,9 +220,10 @@ PartsListWritten writePartsList(const std::vector<PartsListRow>& rows, PartsList
     PartsListWritten result;
     const bool isJson = QFileInfo(file).suffix().compare(QLatin1String("json"), Qt::CaseInsensitive) == 0;
     const QByteArray text = isJson ? jsonText(rows, levels) : csvText(rows, result.warnings);
-    QSaveFile target(file);
-    if (!target.open(QIODevice::WriteOnly) || target.write(text) != text.size() || !target.commit())
-        result.error = QStringLiteral("%1: %2").arg(file, target.errorString());
+    files::OutputFile target(file);
+    target.write(text.constData(), static_cast<std::uint64_t>(text.size()));
+    if (const files::Expected<void> written = target.commit(); !written)
+        result.error = QStringLiteral("%1: %2").arg(file, written.error().message);
     return result;
 }
 

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <optional>
 
 namespace importer::plmxml
@@ -76,7 +77,8 @@ public:
         if (fits)
             dropEmptyTypes(m_reading, m_result.structure);
         noteLeftOutShapes(m_reading, m_result.structure, !fits);
-        const std::optional<StructureFault> fault = surveyPlaces(m_result.structure, m_files, m_result.facts);
+        const std::optional<StructureFault> fault =
+            surveyPlaces(m_result.structure, m_files, m_result.facts, m_options.mostPlaces);
         m_result.isRead = true;
         m_result.hasAllFacts = m_options.wantsFacts || !fits || m_result.facts.shapePlaces == 0 || fault;
         if (m_result.hasAllFacts)
@@ -135,7 +137,7 @@ private:
                      [&](std::string_view word) { return place(lists.parts[i].placements, word); });
         FileTable none(m_index.document(), m_finder, m_formats);
         zn::DocumentStructure counts;
-        return !surveyPlaces(lists, none, counts);
+        return !surveyPlaces(lists, none, counts, m_options.mostPlaces);
     }
 
     void noteElements()
@@ -273,10 +275,17 @@ private:
 
 NormalisedDocument normalise(const QString& file, const NormaliserOptions& options)
 {
-    NormalisedDocument result;
-    if (const std::unique_ptr<SourceDocument> document = SourceDocument::read(file))
-        Normaliser(*document, file, options, result).run();
-    return result;
+    try {
+        NormalisedDocument result;
+        if (const std::unique_ptr<SourceDocument> document = SourceDocument::read(file))
+            Normaliser(*document, file, options, result).run();
+        return result;
+    } catch (const std::bad_alloc&) {
+        NormalisedDocument refused;
+        refused.way = NormalisedDocument::Way::Refuse;
+        refused.reason = Texts::tr("there is not enough memory for this document");
+        return refused;
+    }
 }
 
 } // namespace importer::plmxml

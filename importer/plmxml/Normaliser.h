@@ -2,6 +2,7 @@
 
 #include "importer/plmxml/DocumentStructure.h"
 #include "importer/plmxml/FileFinder.h"
+#include "importer/plmxml/PlaceWalk.h"
 #include "importer/plmxml/Structure.h"
 
 #include <QHash>
@@ -24,6 +25,7 @@ struct NormaliserOptions {
     /// whole document is.
     std::function<QString(const QString& document, const QString& id)> standIn = {};
     QString root = {}; ///< the id of the element whose structure alone is wanted; empty for that of the document
+    std::size_t mostPlaces = PlaceWalk::MaxPlaces; ///< a structure with more is refused before any is made
 };
 
 /// What becomes of a document.

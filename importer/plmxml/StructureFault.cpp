@@ -57,7 +57,7 @@ QString describe(const StructureFault& fault, const ElementIndex& index, const S
         break;
     }
     return Texts::tr("the structure has more than %1 places; %2 places a part that is at %3 of them")
-        .arg(PlaceWalk::MaxPlaces)
+        .arg(fault.allowed)
         .arg(where, countText(fault.places));
 }
 

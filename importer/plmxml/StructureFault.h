@@ -14,12 +14,13 @@ struct StructureFault {
     enum class Kind {
         Ring,    ///< it contains itself
         TooDeep, ///< deeper than PlaceWalk::MaxDepth
-        TooLarge ///< more than PlaceWalk::MaxPlaces
+        TooLarge ///< more places than are allowed
     };
 
     Kind kind;
     std::uint32_t placement; ///< that leads back to a part around it, is the first that is too deep, or is most places
     double places = 0;       ///< of that one, where the structure is too large
+    std::size_t allowed = 0; ///< places, where the structure is too large
 };
 
 /// A sentence with the element and its line.

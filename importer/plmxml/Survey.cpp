@@ -15,8 +15,8 @@ namespace
 class Counter
 {
 public:
-    Counter(const Structure& structure, FileTable& files, zn::DocumentStructure& facts)
-        : m_structure(structure), m_files(files), m_facts(facts), m_parts(structure.parts.size())
+    Counter(const Structure& structure, FileTable& files, zn::DocumentStructure& facts, std::size_t allowed)
+        : m_structure(structure), m_files(files), m_facts(facts), m_allowed(allowed), m_parts(structure.parts.size())
     {
     }
 
@@ -36,8 +36,8 @@ public:
         using Kind = StructureFault::Kind;
         if (m_tooDeep != Nothing)
             return StructureFault{Kind::TooDeep, m_tooDeep};
-        if (m_facts.occurrences > PlaceWalk::MaxPlaces)
-            return StructureFault{Kind::TooLarge, m_most, m_mostPlaces};
+        if (m_facts.occurrences > m_allowed)
+            return StructureFault{Kind::TooLarge, m_most, m_mostPlaces, m_allowed};
         return std::nullopt;
     }
 
@@ -87,6 +87,7 @@ private:
     const Structure& m_structure;
     FileTable& m_files;
     zn::DocumentStructure& m_facts;
+    std::size_t m_allowed; ///< places
     std::vector<Count> m_parts;
     std::uint32_t m_tooDeep = Nothing;
     std::uint32_t m_most = Nothing; ///< a placement of the part with the most places
@@ -95,7 +96,8 @@ private:
 
 } // namespace
 
-std::optional<StructureFault> surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStructure& facts)
+std::optional<StructureFault> surveyPlaces(const Structure& structure, FileTable& files, zn::DocumentStructure& facts,
+                                           std::size_t mostPlaces)
 {
     for (const std::vector<std::uint32_t>& roots : structure.graphs)
         facts.roots += roots.size();
@@ -104,7 +106,7 @@ std::optional<StructureFault> surveyPlaces(const Structure& structure, FileTable
     if (order.ring() != Nothing) {
         fault = StructureFault{StructureFault::Kind::Ring, order.ring()};
     } else {
-        Counter counter(structure, files, facts);
+        Counter counter(structure, files, facts, mostPlaces);
         counter.count(order);
         fault = counter.fault();
     }

@@ -71,6 +71,8 @@ private:
         if (core::Trouble trouble = m_output.prepare())
             return trouble;
         m_log.info("format " + std::string(format.value()->name) + ", " + std::to_string(m_inputBytes) + " bytes");
+        if (format.value()->canLoop)
+            limits.limitWork();
         const model::Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits,
                              m_progress,   m_log};
         core::Outcome<model::Model> model = format.value()->read(job);

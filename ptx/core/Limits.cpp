@@ -4,6 +4,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -73,7 +74,32 @@ Trouble Limits::check(const Usage& usage, std::uint64_t signs)
     if (m_seconds > 0 && usage.wallSeconds > m_seconds)
         return Failure{ExitCode::TimeLimit, "the conversion took longer than its limit of " + rounded(m_seconds) +
                                                 " s; raise limit.time or limit.time-per-mb, or set limit.time=0"};
+    if (Trouble trouble = checkWork(usage, signs))
+        return trouble;
     return checkStall(usage, signs);
+}
+
+void Limits::limitWork()
+{
+    const double most = m_settings.number(Setting::WorkLimit);
+    const double perMegabyte = m_settings.number(Setting::WorkLimitPerMegabyte);
+    m_workSeconds = most == 0 ? 0 : most + perMegabyte * (static_cast<double>(m_inputBytes) / Megabyte);
+}
+
+/// Several threads do not use up the limit sooner than one.
+Trouble Limits::checkWork(const Usage& usage, std::uint64_t signs)
+{
+    if (signs != m_lastWorkSigns) {
+        m_lastWorkSigns = signs;
+        m_lastWork = usage;
+    }
+    const double seconds =
+        std::min(usage.cpuSeconds - m_lastWork.cpuSeconds, usage.wallSeconds - m_lastWork.wallSeconds);
+    if (m_workSeconds <= 0 || seconds <= m_workSeconds)
+        return std::nullopt;
+    return Failure{ExitCode::StallLimit, "the processor worked for " + rounded(seconds) +
+                                             " s without progress, as damaged files of this format make it; raise "
+                                             "limit.work or limit.work-per-mb, or set limit.work=0"};
 }
 
 Trouble Limits::checkStall(const Usage& usage, std::uint64_t signs)

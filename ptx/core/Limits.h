@@ -19,7 +19,7 @@ struct Usage {
 /// What this process uses; the wall time is left for the caller.
 Usage measureUsage();
 
-/// Watches over time, stall and memory of one conversion. Every limit is off at 0.
+/// Watches over time, stall, work and memory of one conversion. Every limit is off at 0.
 class Limits
 {
 public:
@@ -27,6 +27,9 @@ public:
 
     /// Lets the limits grow with a further file of the input. May be called beside `check`, by one thread.
     void addInput(std::uint64_t bytes);
+
+    /// Limits work without progress, too, which is off at first. May be called beside `check`, by one thread.
+    void limitWork();
 
     /// To be called now and then with the present usage and the progress counter.
     /// @return which limit was reached and how to raise it
@@ -38,16 +41,20 @@ public:
     Failure memoryFailure() const;
 
 private:
+    Trouble checkWork(const Usage& usage, std::uint64_t signs);
     Trouble checkStall(const Usage& usage, std::uint64_t signs);
 
     Settings m_settings;
     std::uint64_t m_inputBytes = 0;
     std::atomic<double> m_seconds = 0;
     std::atomic<double> m_megabytes = 0;
+    std::atomic<double> m_workSeconds = 0;
     double m_stallSeconds;
     std::uint64_t m_lastSigns = 0;
     double m_lastLifeWall = 0;
     double m_lastLifeCpu = 0;
+    std::uint64_t m_lastWorkSigns = 0;
+    Usage m_lastWork;
 };
 
 } // namespace ptx::core

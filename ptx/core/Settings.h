@@ -15,6 +15,8 @@ enum class Setting : int {
     TimeLimit,
     TimeLimitPerMegabyte,
     StallLimit,
+    WorkLimit,
+    WorkLimitPerMegabyte,
     MemoryLimit,
     MemoryLimitPerMegabyte,
     NodeLimit,

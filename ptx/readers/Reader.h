@@ -29,6 +29,8 @@ struct Format {
     /// Whether the file may name parts in other files, by a cheap look; null when no file of the format does: it is
     /// there for the extensions of which `protocol::mayNamePartFiles` holds.
     bool (*refersToParts)(const std::string& path) = nullptr;
+    /// Whether damaged files of the format can keep the CAD kernel busy for ever: work without progress is limited.
+    bool canLoop = false;
 };
 
 /// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as

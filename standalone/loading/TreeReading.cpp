@@ -3,6 +3,7 @@
 #include "files/SceneReaders.h"
 #include "host/znUtils/znLog.h"
 #include "standalone/loading/SceneExtras.h"
+#include "standalone/loading/SceneFilePolicy.h"
 #include "standalone/session/Session.h"
 
 namespace zn::loading
@@ -11,9 +12,12 @@ namespace zn::loading
 namespace
 {
 
-files::ReadOptions readOptions(const Settings& settings)
+files::ReadOptions readOptions(Session& session, const QString& file)
 {
+    const Settings& settings = session.settings();
     files::ReadOptions options;
+    options.mapsFile = isMapped(&session, file);
+    options.limits.maxMemory = std::uint64_t(settings.read.memory.value()) << 20;
     options.millimetresPerUnit = settings.mesh.unit;
     options.upAxis = settings.mesh.up == MeshSettings::Axis::Y ? files::UpAxis::Y : files::UpAxis::Z;
     options.vrmlInMetres = settings.mesh.wrlInMetres;
@@ -29,7 +33,7 @@ void log(const files::Note& note)
 
 std::optional<osg::NodePtr> readTree(Session& session, const QString& file)
 {
-    const files::ReadResult result = session.state<files::SceneReaders>().read(file, readOptions(session.settings()));
+    const files::ReadResult result = session.state<files::SceneReaders>().read(file, readOptions(session, file));
     for (const files::Note& warning : result.warnings)
         log(warning);
     if (!result) {

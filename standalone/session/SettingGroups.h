@@ -41,11 +41,34 @@ struct ProcessSettings : SettingGroup {
 struct FileSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    /// Which scene files are mapped.
+    enum class MappedFiles { Own, All, None };
+
     ///@{
     /// What the help says.
     Setting<QString> temporaryFolder{
         m_list, "files.temporaryFolder", QString(),
         SettingHelp::tr("Where converted files go; empty for a folder of the session's own, which goes with it.")};
+    Setting<MappedFiles> map{
+        m_list,
+        "files.map",
+        MappedFiles::Own,
+        {QStringLiteral("own"), QStringLiteral("all"), QStringLiteral("none")},
+        SettingHelp::tr("Which scene files are mapped instead of read into memory: own are those in the session's own "
+                        "folder. A mapped file that somebody cuts short ends the program.")};
+    ///@}
+};
+
+/// What reading a file may cost.
+struct ReadSettings : SettingGroup {
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<int> memory{
+        m_list, "read.memory", 8192, SettingRange{64, 1e6, "MB"},
+        SettingHelp::tr("How much memory reading one file may take before it is refused (OBJ, glTF, PLY, WRL, scene "
+                        "files and PLMXML). A small file gets less: 256 MB, and 1 KB for each of its bytes.")};
     ///@}
 };
 

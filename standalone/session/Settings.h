@@ -32,6 +32,7 @@ public:
     /// The settings whose names begin with this word.
     ProcessSettings processes{m_all};
     FileSettings files{m_all};
+    ReadSettings read{m_all};
     ConvertSettings convert{m_all};
     MeshSettings mesh{m_all};
     ConverterSettings converter{m_all};

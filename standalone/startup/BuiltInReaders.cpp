@@ -6,6 +6,7 @@
 #include "files/ply/PlyReader.h"
 #include "files/scenefile/SceneFile.h"
 #include "files/vrml/VrmlReader.h"
+#include "standalone/loading/SceneFilePolicy.h"
 
 namespace zn::startup
 {
@@ -15,7 +16,8 @@ namespace
 
 osg::NodePtr readSceneFile(files::ReadTask& task)
 {
-    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(task.path());
+    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(
+        task.path(), loading::sceneFileOptions(task.options().mapsFile, task.options().limits.maxMemory));
     for (const files::Note& warning : result.warnings)
         task.warn(warning.message);
     if (!result)

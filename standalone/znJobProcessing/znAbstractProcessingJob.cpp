@@ -4,6 +4,7 @@
 #include "standalone/znJobProcessing/JobScheduler.h"
 
 #include <exception>
+#include <new>
 
 using znJobs::JobRecord;
 using znJobs::RunState;
@@ -47,6 +48,10 @@ void znAbstractProcessingJob::work()
     JobRecord::of(*this)->run = RunState::Working;
     try {
         process();
+    } catch (const std::bad_alloc&) {
+        if (busy.alive()) {
+            endWithException(tr("There is not enough memory"));
+        }
     } catch (const std::exception& exception) {
         if (busy.alive()) {
             endWithException(QString::fromUtf8(exception.what()));

@@ -3,6 +3,7 @@
 #include "files/scenefile/SceneFile.h"
 #include "host/znUtils/znLog.h"
 #include "standalone/loading/SceneExtras.h"
+#include "standalone/loading/SceneFilePolicy.h"
 #include "standalone/session/Session.h"
 
 znOsbLoaderJob::znOsbLoaderJob(const QString& file) : znAbstractProcessingJob(nullptr), m_file(file) {}
@@ -13,7 +14,8 @@ void znOsbLoaderJob::process()
 {
     if (!m_holdFinish)
         Q_EMIT started();
-    const files::Result<osg::NodePtr> result = osg::scenefile::readSceneFile(m_file);
+    const files::Result<osg::NodePtr> result =
+        osg::scenefile::readSceneFile(m_file, zn::loading::sceneFileOptions(zn::Session::current(), m_file));
     const osg::NodePtr root = result ? result.value() : osg::NodePtr();
     m_loadedNode = root;
     m_held = root;

@@ -5,6 +5,7 @@
 #include "importer/inventory/PartsListFile.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/Ending.h"
+#include "tools/znimport/InputLinks.h"
 #include "tools/znimport/OutputFiles.h"
 #include "tools/znimport/StructureText.h"
 #include "tools/znimport/VariantSelection.h"
@@ -54,6 +55,9 @@ int Application::run()
         fail(*error);
         return QFileInfo(QFileInfo(m_commandLine.reportFile).path()).isDir() ? writeReport(failed) : failed;
     }
+    InputLinks links(m_commandLine.arguments, m_session.temporaryFolder());
+    for (QString& file : m_commandLine.files)
+        file = links.openable(file);
     if (m_commandLine.trace)
         m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
     QTimer::singleShot(0, this, &Application::begin);

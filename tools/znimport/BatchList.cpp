@@ -51,9 +51,10 @@ BatchList::BatchList(const QString& path) : m_file(path)
 
 std::optional<QString> BatchList::error() const
 {
-    if (m_file.isOpen() && m_file.error() == QFileDevice::NoError)
+    if (m_file.isOpen() && m_failure.isEmpty())
         return std::nullopt;
-    return QStringLiteral("%1 cannot be written: %2").arg(m_file.fileName(), m_file.errorString());
+    return QStringLiteral("%1 cannot be written: %2")
+        .arg(m_file.fileName(), m_failure.isEmpty() ? m_file.errorString() : m_failure);
 }
 
 const BatchEnd* BatchList::find(const QString& name) const
@@ -67,7 +68,8 @@ void BatchList::add(const BatchEnd& end)
     m_ends.insert(end.name, end);
     m_file.write(QByteArray::number(end.exitCode) + '\t' + QByteArray::number(end.seconds, 'f', 2) + '\t' +
                  QByteArray::number(end.bytes) + '\t' + end.stamp.toLatin1() + '\t' + written(end.name) + '\n');
-    m_file.flush();
+    if (!m_file.flush() && m_failure.isEmpty())
+        m_failure = m_file.errorString();
 }
 
 } // namespace znimport

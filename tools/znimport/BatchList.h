@@ -35,6 +35,7 @@ public:
 
 private:
     QFile m_file;
+    QString m_failure; ///< why the first line that is missing could not be written; empty when all are there
     QHash<QString, BatchEnd> m_ends;
 };
 

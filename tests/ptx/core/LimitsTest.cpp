@@ -74,9 +74,27 @@ TEST(Limits, WorkWithoutProgressIsNoStall)
     EXPECT_FALSE(limits.check({90, 30, 0}, 7));
 }
 
+TEST(Limits, WorkWithoutProgressIsLimitedWhereAskedByTheSizeOfTheInput)
+{
+    Limits limits(settings({"limit.work=10", "limit.work-per-mb=5", "limit.time=0"}), TwoMegabytes);
+    EXPECT_FALSE(limits.check({100, 100, 0}, 0)) << "not asked for";
+    limits.limitWork();
+    EXPECT_FALSE(limits.check({101, 101, 0}, 8)) << "progress";
+    EXPECT_FALSE(limits.check({120.9, 120.9, 0}, 8));
+    EXPECT_FALSE(limits.check({121, 121.5, 0}, 9)) << "progress starts the work anew";
+    EXPECT_FALSE(limits.check({131, 161.5, 0}, 9)) << "four threads are no more than one";
+    EXPECT_FALSE(limits.check({221, 141, 0}, 9)) << "waiting is no work";
+    const Trouble trouble = limits.check({222, 142, 0}, 9);
+    ASSERT_TRUE(trouble);
+    EXPECT_EQ(trouble->code, ExitCode::StallLimit);
+    EXPECT_EQ(trouble->message, "the processor worked for 21 s without progress, as damaged files of this format make "
+                                "it; raise limit.work or limit.work-per-mb, or set limit.work=0");
+}
+
 TEST(Limits, ZeroSwitchesEachOff)
 {
-    Limits limits(settings({"limit.time=0", "limit.memory=0", "limit.stall=0"}), TwoMegabytes);
+    Limits limits(settings({"limit.time=0", "limit.memory=0", "limit.stall=0", "limit.work=0"}), TwoMegabytes);
+    limits.limitWork();
     EXPECT_FALSE(limits.check({1e6, 0, 1e6}, 0));
     EXPECT_FALSE(limits.check({2e6, 0, 1e6}, 0));
 }

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 using namespace znCADFileTypes;
@@ -113,6 +114,16 @@ TEST(AbstractProcessingJob, ExceptionEndsTheRunAsFailedWithItsText)
     ASSERT_EQ(finished.size(), 1);
     EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
     EXPECT_EQ(job.getErrorText(), QString::fromUtf8("No node with Id: 17 \xc3\xbc"));
+}
+
+TEST(AbstractProcessingJob, WantOfMemoryEndsTheRunWithASentence)
+{
+    DirectJob job([](auto&) { throw std::bad_alloc(); });
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    ASSERT_EQ(finished.size(), 1);
+    EXPECT_EQ(finished[0][0].value<JobState>(), JobFailed);
+    EXPECT_EQ(job.getErrorText(), QStringLiteral("There is not enough memory"));
 }
 
 TEST(AbstractProcessingJob, ForeignExceptionEndsTheRunAsFailed)

@@ -17,7 +17,8 @@ readers::Match probe(std::string_view head, std::uint64_t)
                                                                                : readers::Match::No;
 }
 
-constexpr readers::Format Row = {protocol::format::Brep.name, protocol::format::Brep.extensions, probe, nullptr};
+constexpr readers::Format Row = {
+    protocol::format::Brep.name, protocol::format::Brep.extensions, probe, nullptr, nullptr, true};
 
 } // namespace
 
