@@ -7,6 +7,9 @@
 namespace ptx::model
 {
 
+/// Stands for the set of views of what every view shows.
+inline constexpr int AlwaysShown = -1;
+
 /// A view that was saved in the CAD file.
 struct View {
     std::string name;  ///< unique in its file, without square brackets

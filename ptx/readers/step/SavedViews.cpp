@@ -7,18 +7,13 @@
 
 #include <Interface_EntityIterator.hxx>
 #include <Interface_Graph.hxx>
-#include <Interface_UndefinedContent.hxx>
+#include <STEPCAFControl_Reader.hxx>
 #include <STEPConstruct_UnitContext.hxx>
 #include <STEPControl_Reader.hxx>
-#include <StepBasic_ProductDefinition.hxx>
 #include <StepData_StepModel.hxx>
-#include <StepData_UndefinedEntity.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
 #include <StepRepr_MappedItem.hxx>
-#include <StepRepr_NextAssemblyUsageOccurrence.hxx>
-#include <StepRepr_PropertyDefinition.hxx>
 #include <StepRepr_RepresentationMap.hxx>
-#include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <StepVisual_CameraModelD3.hxx>
 #include <StepVisual_CameraModelD3MultiClipping.hxx>
 #include <StepVisual_DraughtingModel.hxx>
@@ -38,37 +33,6 @@ namespace
 {
 
 using Entity = Handle(Standard_Transient);
-
-/// What the parameters of an entity without a class of its own name, lists opened.
-void addChildren(const Handle(StepData_UndefinedEntity) & entity, std::vector<Entity>& children)
-{
-    for (Handle(StepData_UndefinedEntity) part = entity; !part.IsNull(); part = part->Next()) {
-        Interface_EntityIterator below;
-        part->UndefinedContent()->EntityList().FillIterator(below);
-        for (below.Start(); below.More(); below.Next()) {
-            const auto list = Handle(StepData_UndefinedEntity)::DownCast(below.Value());
-            if (!list.IsNull() && list->IsSub())
-                addChildren(list, children);
-            else
-                children.push_back(below.Value());
-        }
-    }
-}
-
-/// Items and context of a representation, whether or not OCCT has a class for it.
-std::vector<Entity> partsOf(const Entity& representation)
-{
-    std::vector<Entity> parts;
-    if (const auto known = Handle(StepRepr_Representation)::DownCast(representation); !known.IsNull()) {
-        for (int i = 1; i <= known->NbItems(); ++i)
-            parts.push_back(known->ItemsValue(i));
-        parts.push_back(known->ContextOfItems());
-    } else {
-        addChildren(Handle(StepData_UndefinedEntity)::DownCast(representation), parts);
-    }
-    std::erase_if(parts, [](const Entity& part) { return part.IsNull(); });
-    return parts;
-}
 
 using Numbers = std::array<float, 19>;
 
@@ -100,9 +64,10 @@ Numbers numbersOf(const WrittenCamera& camera)
 class ViewCollector
 {
 public:
-    ViewCollector(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
-        : m_graph(reader.WS()->Graph()), m_withAutomatic(withAutomatic),
-          m_model(Handle(StepData_StepModel)::DownCast(reader.Model())), m_log(log)
+    ViewCollector(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document, bool withAutomatic,
+                  core::Log& log)
+        : m_graph(reader.Reader().WS()->Graph()), m_scopes(reader, document), m_withAutomatic(withAutomatic),
+          m_model(Handle(StepData_StepModel)::DownCast(reader.Reader().Model())), m_log(log)
     {
     }
 
@@ -133,11 +98,12 @@ private:
             return;
         }
         const std::vector<Entity> parts = partsOf(users.drawing);
-        if (std::any_of(parts.begin(), parts.end(), [this](const Entity& part) { return isOfInnerPart(part); })) {
+        std::optional<ViewScope> scope = m_scopes.scopeOf(parts);
+        if (!scope) {
             ++m_ofParts;
             return;
         }
-        SavedView view{withoutBrackets(name), {}, {numberOf(users.drawing)}, users.isDefault};
+        SavedView view{withoutBrackets(name), {}, {numberOf(users.drawing)}, users.isDefault, std::move(*scope)};
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
         m_sections += camera->IsKind(STANDARD_TYPE(StepVisual_CameraModelD3MultiClipping)) ? 1 : 0;
         if (written)
@@ -167,36 +133,6 @@ private:
         return users;
     }
 
-    /// Whether `part` maps the shape of a product that another one holds: its coordinates are not those of the file.
-    bool isOfInnerPart(const Entity& part) const
-    {
-        const auto mapped = Handle(StepRepr_MappedItem)::DownCast(part);
-        if (mapped.IsNull() || mapped->MappingSource().IsNull() ||
-            mapped->MappingSource()->MappedRepresentation().IsNull())
-            return false;
-        const Interface_EntityIterator above = m_graph.Sharings(mapped->MappingSource()->MappedRepresentation());
-        for (above.Start(); above.More(); above.Next())
-            if (const auto shape = Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(above.Value());
-                !shape.IsNull() && isHeld(*shape))
-                return true;
-        return false;
-    }
-
-    bool isHeld(const StepShape_ShapeDefinitionRepresentation& shape) const
-    {
-        const Handle(StepRepr_PropertyDefinition) property = shape.Definition().PropertyDefinition();
-        const Handle(StepBasic_ProductDefinition) product =
-            property.IsNull() ? Handle(StepBasic_ProductDefinition)() : property->Definition().ProductDefinition();
-        if (product.IsNull())
-            return false;
-        const Interface_EntityIterator above = m_graph.Sharings(product);
-        for (above.Start(); above.More(); above.Next())
-            if (const auto usage = Handle(StepRepr_NextAssemblyUsageOccurrence)::DownCast(above.Value());
-                !usage.IsNull() && usage->RelatedProductDefinition() == product)
-                return true;
-        return false;
-    }
-
     /// Millimetres in the unit of the context among `parts`, else in that of what they map.
     static double unitOf(const std::vector<Entity>& parts)
     {
@@ -223,6 +159,7 @@ private:
             SavedView& same = m_views[known->second];
             same.drawings.push_back(view.drawings.front());
             same.isDefault = same.isDefault || view.isDefault;
+            extend(same.scope, view.scope);
             return;
         }
         int& count = m_counts[view.name];
@@ -232,6 +169,13 @@ private:
         view.name = std::move(unique);
         view.camera = camera;
         m_views.push_back(std::move(view));
+    }
+
+    static void extend(ViewScope& scope, const ViewScope& more)
+    {
+        scope.isWhole = scope.isWhole || more.isWhole;
+        scope.products.insert(scope.products.end(), more.products.begin(), more.products.end());
+        scope.items.insert(scope.items.end(), more.items.begin(), more.items.end());
     }
 
     void tell() const
@@ -244,9 +188,12 @@ private:
             m_log.warning(std::to_string(m_sections) + " saved views have section planes, which cut nothing here");
         if (m_ofParts > 0)
             m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
+        if (m_scopes.isCut())
+            m_log.warning("the saved views list so many shapes that not all of them show theirs alone");
     }
 
     const Interface_Graph& m_graph;
+    ViewScopes m_scopes;
     bool m_withAutomatic;
     Handle(StepData_StepModel) m_model;
     core::Log& m_log;
@@ -268,9 +215,10 @@ std::string withoutBrackets(std::string name)
     return name;
 }
 
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
+std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
+                                  bool withAutomatic, core::Log& log)
 {
-    return ViewCollector(reader, withAutomatic, log).collect();
+    return ViewCollector(reader, document, withAutomatic, log).collect();
 }
 
 } // namespace ptx::step

@@ -119,7 +119,7 @@ TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
     DraughtingText held;
     held.draw({held.camera("Front"), held.mappedShape()});
     held.view("Of all");
-    held.hold({"use"});
+    held.hold({"first", "second"});
     ConvertRun assembly;
     ASSERT_EQ(assembly.convertText("top.stp", held.text()), 0) << assembly.log();
     EXPECT_EQ(names(bookmarks(assembly.scene())), std::vector<std::string>{"Of all"});
