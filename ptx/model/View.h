@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/OSGSystem/Math.h"
+#include "scene/ViewTags.h"
 
 #include <string>
 
@@ -19,6 +20,7 @@ struct View {
     bool isParallel = true;
     float height = 0;         ///< of the picture, in millimetres; when it is parallel
     float fieldOfView = 0;    ///< from the lower to the upper edge, in degrees; when it is not
+    osg::ViewFacts facts;     ///< in the space of the camera
     bool isAtOpening = false; ///< what it shows is shown from the start; of one view at most
 };
 

@@ -4,23 +4,28 @@
 #include "ptx/occt/OcctText.h"
 #include "ptx/readers/step/LengthUnit.h"
 #include "ptx/readers/step/WrittenCameras.h"
+#include "ptx/readers/step/p21/StepString.h"
 
 #include <Interface_EntityIterator.hxx>
 #include <Interface_Graph.hxx>
+#include <Interface_UndefinedContent.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPConstruct_UnitContext.hxx>
 #include <STEPControl_Reader.hxx>
 #include <StepData_StepModel.hxx>
+#include <StepData_UndefinedEntity.hxx>
+#include <StepGeom_Axis2Placement3d.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
 #include <StepRepr_MappedItem.hxx>
 #include <StepRepr_RepresentationMap.hxx>
 #include <StepVisual_CameraModelD3.hxx>
-#include <StepVisual_CameraModelD3MultiClipping.hxx>
 #include <StepVisual_DraughtingModel.hxx>
+#include <StepVisual_ViewVolume.hxx>
+#include <TCollection_HAsciiString.hxx>
 #include <XSControl_WorkSession.hxx>
 
 #include <algorithm>
-#include <array>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <set>
@@ -34,31 +39,34 @@ namespace
 
 using Entity = Handle(Standard_Transient);
 
-using Numbers = std::array<float, 19>;
+using Numbers = std::vector<float>;
 
 /// Two cameras are the same when these are.
 Numbers numbersOf(const WrittenCamera& camera)
 {
-    const auto& [origin, right, up, axis, point, distance, width, height, isParallel] = camera;
-    return {origin.x,
-            origin.y,
-            origin.z,
-            right.x,
-            right.y,
-            right.z,
-            up.x,
-            up.y,
-            up.z,
-            axis.x,
-            axis.y,
-            axis.z,
-            point.x,
-            point.y,
-            point.z,
-            distance,
-            width,
-            height,
-            isParallel ? 1.F : 0.F};
+    const auto& [origin, right, up, axis, point, distance, width, height, isParallel, sections] = camera;
+    Numbers numbers = {origin.x,
+                       origin.y,
+                       origin.z,
+                       right.x,
+                       right.y,
+                       right.z,
+                       up.x,
+                       up.y,
+                       up.z,
+                       axis.x,
+                       axis.y,
+                       axis.z,
+                       point.x,
+                       point.y,
+                       point.z,
+                       distance,
+                       width,
+                       height,
+                       isParallel ? 1.F : 0.F};
+    for (const auto& [place, normal] : sections)
+        numbers.insert(numbers.end(), {place.x, place.y, place.z, normal.x, normal.y, normal.z});
+    return numbers;
 }
 
 class ViewCollector
@@ -75,7 +83,9 @@ public:
     {
         for (int i = 1; i <= m_model->NbEntities(); ++i)
             if (const auto camera = Handle(StepVisual_CameraModelD3)::DownCast(m_model->Value(i)); !camera.IsNull())
-                look(camera);
+                look(camera, camera);
+            else if (const auto other = Handle(StepData_UndefinedEntity)::DownCast(m_model->Value(i)); !other.IsNull())
+                lookWithHiddenLines(other);
         tell();
         return std::move(m_views);
     }
@@ -87,29 +97,66 @@ private:
         bool isDefault = false;
     };
 
-    void look(const Handle(StepVisual_CameraModelD3) & camera)
+    // OCCT has no class for a camera that also says whether hidden lines are left out.
+    void lookWithHiddenLines(const Handle(StepData_UndefinedEntity) & entity)
     {
-        const Users users = usersOf(camera);
-        if (users.drawing.IsNull())
+        if (std::strcmp(entity->StepType(), "CAMERA_MODEL_D3_WITH_HLHSR") != 0)
             return;
+        Handle(StepVisual_CameraModelD3) camera = new StepVisual_CameraModelD3;
+        std::string flag;
+        const Handle(Interface_UndefinedContent) content = entity->UndefinedContent();
+        for (int i = 1; i <= content->NbParams(); ++i)
+            if (content->IsParamEntity(i))
+                take(content->ParamEntity(i), *camera);
+            else if (i == 1)
+                camera->SetName(
+                    new TCollection_HAsciiString(p21::decodedString(content->ParamValue(i)->ToCString()).c_str()));
+            else
+                flag = content->ParamValue(i)->ToCString();
+        if (camera->Name().IsNull())
+            camera->SetName(new TCollection_HAsciiString());
+        if (look(entity, camera) && flag == ".F.")
+            ++m_withHiddenLines;
+    }
+
+    static void take(const Entity& parameter, StepVisual_CameraModelD3& camera)
+    {
+        if (const auto system = Handle(StepGeom_Axis2Placement3d)::DownCast(parameter); !system.IsNull())
+            camera.SetViewReferenceSystem(system);
+        if (const auto volume = Handle(StepVisual_ViewVolume)::DownCast(parameter); !volume.IsNull())
+            camera.SetPerspectiveOfVolume(volume);
+    }
+
+    /// @return whether `camera`, which the file has as `entity`, is that of a view
+    bool look(const Entity& entity, const Handle(StepVisual_CameraModelD3) & camera)
+    {
+        const Users users = usersOf(entity);
+        if (users.drawing.IsNull())
+            return false;
         const std::string name = occt::utf8(camera->Name());
         if (!m_withAutomatic && name.starts_with("* ")) {
             ++m_automatic;
-            return;
+            return false;
         }
         const std::vector<Entity> parts = partsOf(users.drawing);
         std::optional<ViewScope> scope = m_scopes.scopeOf(parts);
         if (!scope) {
             ++m_ofParts;
-            return;
+            return false;
         }
-        SavedView view{withoutBrackets(name), {}, {numberOf(users.drawing)}, users.isDefault, std::move(*scope)};
+        SavedView view;
+        view.name = withoutBrackets(name);
+        view.drawings = {numberOf(users.drawing)};
+        view.isDefault = users.isDefault;
+        view.scope = std::move(*scope);
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
-        m_sections += camera->IsKind(STANDARD_TYPE(StepVisual_CameraModelD3MultiClipping)) ? 1 : 0;
+        m_untold += untoldSections(*camera);
+        m_sections += written && !written->sections.empty() ? 1 : 0;
         if (written)
             take(std::move(view), *written);
         else
             m_log.warning("saved view \"" + name + "\" is left out: its camera is incomplete");
+        return written.has_value();
     }
 
     std::uint32_t numberOf(const Entity& entity) const
@@ -185,7 +232,12 @@ private:
         if (m_automatic > 0)
             m_log.info(std::to_string(m_automatic) + " views that a program made by itself are left out");
         if (m_sections > 0)
-            m_log.warning(std::to_string(m_sections) + " saved views have section planes, which cut nothing here");
+            m_log.info(std::to_string(m_sections) + " saved views have section planes");
+        if (m_withHiddenLines > 0)
+            m_log.info(std::to_string(m_withHiddenLines) +
+                       " saved views ask for hidden lines, which are left out here");
+        if (m_untold > 0)
+            m_log.warning(std::to_string(m_untold) + " sections of saved views cut nothing: they are no single planes");
         if (m_ofParts > 0)
             m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
         if (m_scopes.isCut())
@@ -204,6 +256,8 @@ private:
     std::size_t m_automatic = 0;
     std::size_t m_ofParts = 0;
     std::size_t m_sections = 0; ///< views with planes that cut
+    std::size_t m_withHiddenLines = 0;
+    std::size_t m_untold = 0; ///< sections
 };
 
 } // namespace

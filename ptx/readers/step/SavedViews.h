@@ -24,16 +24,16 @@ struct SavedView {
     WrittenCamera camera;
     std::vector<std::uint32_t> drawings; ///< numbers of the draughting models that tell what it shows
     bool isDefault = false;              ///< the file is to open with it
-    ViewScope scope;                     ///< what it shows of the shapes
+    ViewScope scope = {};                ///< what it shows of the shapes
 };
 
 /// `name` with round brackets instead of square ones, in which tags put names.
 std::string withoutBrackets(std::string name);
 
 /// The saved views of the model that `reader` has transferred into `document`, in the order of their cameras: cameras
-/// that a draughting model shows. Views that programs make by themselves (their names begin with "* ") come if
-/// `withAutomatic`. Views of a part whose place in the assembly nobody knows and views that say the same twice are left
-/// out. `log` tells how many there are and what was left out.
+/// that a draughting model shows, with or without a word on hidden lines. Views that programs make by themselves (their
+/// names begin with "* ") come if `withAutomatic`. Views of a part whose place in the assembly nobody knows and views
+/// that say the same twice are left out. `log` tells how many there are and what was left out.
 std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
                                   bool withAutomatic, core::Log& log);
 

@@ -44,6 +44,7 @@ TEST(ConvertViewedShapes, AViewWithItemsOfItsOwnShowsTheseAlone)
     step.view("No word");
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    ASSERT_TRUE(geometryFrom(run.scene(), 35));
     EXPECT_THAT(osg::tagsOf(geometryFrom(run.scene(), 35)),
                 ElementsAre(Marker, "bookmark[All]:visible", "bookmark[Left]:hidden", "bookmark[Both]:visible",
                             "bookmark[No word]:visible"));
@@ -62,6 +63,7 @@ TEST(ConvertViewedShapes, TheViewAtOpeningHidesWhatItDoesNotShow)
     step.add("DEFAULT_MODEL_GEOMETRIC_VIEW('',$," + ref(camera) + "," + ref(drawing) + ",$,.F.)");
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    ASSERT_TRUE(geometryFrom(run.scene(), 35));
     EXPECT_THAT(osg::tagsOf(geometryFrom(run.scene(), 35)), ElementsAre(Marker, "bookmark[Left]:hidden"));
     EXPECT_FALSE(geometryFrom(run.scene(), 35)->isActive());
     EXPECT_TRUE(geometryFrom(run.scene(), 0)->isActive());
