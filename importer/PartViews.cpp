@@ -43,11 +43,7 @@ void forgetViews(const osg::NodePtr& node)
     std::vector<std::string> tags = osg::tagsOf(node);
     if (std::erase_if(tags, isOfView) == 0)
         return;
-    if (std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) != tags.end()) {
-        setActive(node, false);
-        for (unsigned i = 0; i < node->getNChildren(); ++i)
-            setActive(node->getChild(i), true);
-    }
+    setActive(node, std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) == tags.end());
     osg::setTags(node, std::move(tags));
 }
 

@@ -143,13 +143,29 @@ Camera fitPerspective(const PartList& list, const EyeAxes& axes, const FrameShap
 
 } // namespace
 
+std::vector<Eigen::Vector4d> sectionsOf(const Eye& eye, const StagePlace& stage)
+{
+    const Eigen::Matrix4d matrix = osg::toEigen(eye.placement);
+    Eigen::Matrix3d turn;
+    for (int i = 0; i < 3; ++i)
+        turn.col(i) = matrix.col(i).head<3>().normalized();
+    std::vector<Eigen::Vector4d> sections;
+    for (const osg::HalfSpace& section : eye.sections) {
+        const Eigen::Vector3d normal = turn * Eigen::Vector3d(section[0], section[1], section[2]);
+        const double atCenter = section[3] + normal.dot(stage.center - matrix.col(3).head<3>());
+        sections.emplace_back(normal.x(), normal.y(), normal.z(), atCenter * stage.scale);
+    }
+    return sections;
+}
+
 std::optional<Camera> cameraOf(const Eye& eye, const StagePlace& stage, const FrameShape& frame)
 {
     const Eigen::Matrix4d matrix = osg::toEigen(eye.placement);
     const Eigen::Vector3d back = matrix.col(2).head<3>();
     const Eigen::Vector3d up = matrix.col(1).head<3>();
-    const double half = eye.isPerspective ? std::tan(double(eye.fieldOfView) * std::acos(-1.0) / 360)
-                                          : double(eye.height) / 2 * stage.scale;
+    const double window = eye.isPerspective ? std::tan(double(eye.fieldOfView) * std::acos(-1.0) / 360)
+                                            : double(eye.height) / 2 * stage.scale;
+    const double half = window * std::max(1.0, double(eye.aspect) * frame.height / frame.width);
     const bool hasOptics = half > 0 && std::isfinite(half) && (!eye.isPerspective || eye.fieldOfView < 180);
     if (!matrix.allFinite() || !(up.cross(back).norm() > 0) || !hasOptics)
         return std::nullopt;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace render
 {
@@ -60,6 +61,10 @@ struct StagePlace {
 /// The camera of an eye in the world, for a picture of this shape. Nothing when its placement gives no direction or its
 /// optics are impossible.
 std::optional<Camera> cameraOf(const Eye& eye, const StagePlace& stage, const FrameShape& frame);
+
+/// The half-spaces of an eye on the stage: the points whose first three numbers times theirs, and the last one, are
+/// not negative together.
+std::vector<Eigen::Vector4d> sectionsOf(const Eye& eye, const StagePlace& stage);
 
 /// The camera that shows all parts as large as the frame allows.
 Camera fitCamera(const PartList& list, View view, const FrameShape& frame);

@@ -128,7 +128,9 @@ SnapshotResult renderParts(PartList& list, const SnapshotOptions& options, Watch
     const RayDevice device(threadsFor(options), watch);
     if (device.hasFailed())
         return deviceFailure(device);
-    const RayScene scene(device, list, camera.back, strokeRadii(camera, options), watch);
+    RayScene scene(device, list, camera.back, strokeRadii(camera, options), watch);
+    if (options.eye)
+        scene.cut(sectionsOf(*options.eye, {center, scale}));
     if (device.hasFailed())
         return deviceFailure(device);
     if (watch.cancelled())

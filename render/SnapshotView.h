@@ -1,10 +1,12 @@
 #pragma once
 
 #include "host/OSGSystem/Math.h"
+#include "scene/ViewTags.h"
 
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 namespace render
 {
@@ -19,6 +21,11 @@ struct Eye {
     bool isPerspective = true; ///< a parallel projection otherwise
     float fieldOfView = 45;    ///< of a perspective: degrees from the lower to the upper edge of the picture
     float height = 1000;       ///< otherwise: millimetres from the lower to the upper edge
+    /// Of the window that must lie in the picture, its width by its height: a narrower picture shows more above and
+    /// below it. 0: no matter.
+    float aspect = 0;
+    /// Half-spaces that things are seen in, in the space of the eye, as scene/ViewTags.h has them.
+    std::vector<osg::HalfSpace> sections = {};
 };
 
 /// What a name stands for: a view, or the reason why there is none.

@@ -1,6 +1,7 @@
 #include "files/glb/GlbCameras.h"
 
 #include "host/OSGSystem/Names.h"
+#include "scene/ViewTags.h"
 
 #include <cmath>
 #include <numbers>
@@ -26,35 +27,52 @@ struct Lengths {
     }
 };
 
-Json perspective(const osg::UberCamera& camera, const Lengths& length)
+Json perspective(const osg::UberCamera& camera, float aspect, const Lengths& length)
 {
     const float near = length(camera.getNear(), 1);
     const float degrees = sensible(camera.getFieldOfView(), 0, 180, 45);
     Json json = {{"yfov", degrees * std::numbers::pi_v<float> / 180}, {"znear", near}};
     if (const float far = length(camera.getFar(), 0); far > near)
         json["zfar"] = far;
+    if (aspect > 0)
+        json["aspectRatio"] = aspect;
     return json;
 }
 
+/// As a viewer has them, whose unit is that of the file.
+Json sectionsOf(const osg::ViewFacts& facts, double millimetresPerUnit)
+{
+    Json sections = Json::array();
+    for (const osg::HalfSpace& half : facts.sections)
+        sections.push_back({half[0], half[1], half[2], static_cast<float>(half[3] / millimetresPerUnit)});
+    return sections;
+}
+
 /// The width is up to the viewer, who knows the shape of the picture; a file has to tell one.
-Json orthographic(const osg::UberCamera& camera, const Lengths& length)
+Json orthographic(const osg::UberCamera& camera, float aspect, const Lengths& length)
 {
     const float half = length(camera.getHeight(), 1000) / 2;
     const float near = length(camera.getNear(), 0);
     const float far = length(camera.getFar(), 0);
-    return {{"xmag", half}, {"ymag", half}, {"znear", near}, {"zfar", far > near ? far : near + length(1e6f, 0)}};
+    return {{"xmag", half * sensible(aspect, 1e-3f, 1e3f, 1)},
+            {"ymag", half},
+            {"znear", near},
+            {"zfar", far > near ? far : near + length(1e6f, 0)}};
 }
 
 } // namespace
 
 std::size_t GlbCameras::add(const osg::UberCameraPtr& camera)
 {
+    const osg::ViewFacts facts = osg::viewFactsOf(camera);
     const bool isParallel = camera->getProjection() == osg::UberCameraBase::Parallel;
     Json json = {{"type", isParallel ? "orthographic" : "perspective"}};
     if (isParallel)
-        json["orthographic"] = orthographic(*camera, {m_millimetresPerUnit});
+        json["orthographic"] = orthographic(*camera, facts.aspect, {m_millimetresPerUnit});
     else
-        json["perspective"] = perspective(*camera, {m_millimetresPerUnit});
+        json["perspective"] = perspective(*camera, facts.aspect, {m_millimetresPerUnit});
+    if (!facts.sections.empty())
+        json["extras"]["sections"] = sectionsOf(facts, m_millimetresPerUnit);
     if (const char* name = osg::getName(camera))
         json["name"] = name;
     return m_list.add(json);

@@ -32,7 +32,7 @@ inline constexpr char KindName[] = "Kind"; ///< text, of a callout: what it tell
 inline constexpr char MeaningName[] = "Meaning";
 inline constexpr char DatumsName[] = "Datums";
 /// Of a callout, reals: the value of the first dimension, its limits from there on, and the size of the first
-/// tolerance.
+/// tolerance. Those of the second one end with " 2", and so on.
 inline constexpr char ValueName[] = "Value";
 inline constexpr char LowerName[] = "Lower deviation";
 inline constexpr char UpperName[] = "Upper deviation";

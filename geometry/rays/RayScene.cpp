@@ -202,11 +202,27 @@ Hit RayScene::describe(const RTCHit& hit, float distance) const
     return {hit.instID[0], hit.geomID, hit.primID, distance, hit.u, hit.v, normal.normalized()};
 }
 
+/// A ray without any part left begins behind its end, which the ray tracer takes for none.
+RTCRay RayScene::clipped(const Ray& ray, float from, float to) const
+{
+    for (const Eigen::Vector4d& half : m_halfSpaces) {
+        const double along = half.head<3>().dot(ray.direction.cast<double>());
+        const double outside = -(half.head<3>().dot(ray.origin.cast<double>()) + half[3]);
+        if (along > 0)
+            from = std::max(from, float(outside / along));
+        else if (along < 0)
+            to = std::min(to, float(outside / along));
+        else if (outside > 0)
+            to = -1;
+    }
+    return toEmbree(ray, from, to);
+}
+
 std::optional<Hit> RayScene::firstHit(const Ray& ray, float from) const
 {
     RTCIntersectContext context = coherentContext();
     RTCRayHit query = {};
-    query.ray = toEmbree(ray, from, std::numeric_limits<float>::infinity());
+    query.ray = clipped(ray, from, std::numeric_limits<float>::infinity());
     query.hit.geomID = RTC_INVALID_GEOMETRY_ID;
     query.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
     rtcIntersect1(m_visible.get(), &context, &query);
@@ -222,7 +238,7 @@ void RayScene::firstHits(std::span<const Ray> rays, std::span<std::optional<Hit>
         RTCRayHit8 packet = {};
         for (std::size_t i = 0; i < count; ++i) {
             lanes.valid[i] = -1;
-            setLane(packet.ray, i, toEmbree(rays[first + i], 0, std::numeric_limits<float>::infinity()));
+            setLane(packet.ray, i, clipped(rays[first + i], 0, std::numeric_limits<float>::infinity()));
             packet.hit.geomID[i] = RTC_INVALID_GEOMETRY_ID;
             packet.hit.instID[0][i] = RTC_INVALID_GEOMETRY_ID;
         }
@@ -245,7 +261,7 @@ int RayScene::countBlocked(std::span<const Segment> segments) const
         RTCRay8 packet = {};
         for (std::size_t i = 0; i < count; ++i) {
             lanes.valid[i] = -1;
-            setLane(packet, i, toEmbree(segments[first + i].ray, 0, segments[first + i].length));
+            setLane(packet, i, clipped(segments[first + i].ray, 0, segments[first + i].length));
         }
         rtcOccluded8(lanes.valid, m_blockers, &context, &packet);
         blocked += static_cast<int>(std::count_if(packet.tfar, packet.tfar + count, [](float end) { return end < 0; }));

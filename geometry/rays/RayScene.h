@@ -52,6 +52,10 @@ public:
     RayScene(const RayDevice& device, const PartList& list, const Eigen::Vector3f& towardsEye, const StrokeRadii& radii,
              Watch& watch);
 
+    /// From now on rays see and are blocked by what lies in all of `halfSpaces` alone: the points whose product with
+    /// the first three numbers, plus the last one, is not negative.
+    void cut(std::vector<Eigen::Vector4d> halfSpaces) { m_halfSpaces = std::move(halfSpaces); }
+
     /// What `ray` meets first beyond the distance `from`.
     std::optional<Hit> firstHit(const Ray& ray, float from) const;
     /// What each of `rays` meets first, into `hits`, which is as long. Rays that run side by side are found faster.
@@ -69,6 +73,7 @@ private:
     void place(RTCScene shape, const Placed& placed, const Eigen::Affine3d& placement);
     void commit();
     Hit describe(const RTCHit& hit, float distance) const;
+    RTCRay clipped(const Ray& ray, float from, float to) const;
 
     const RayDevice& m_device;
     std::map<std::uint32_t, Surface> m_surfaces;
@@ -77,6 +82,7 @@ private:
     SceneHandle m_visible;
     SceneHandle m_opaque;          ///< what blocks light, when that is not all
     RTCScene m_blockers = nullptr; ///< one of the two
+    std::vector<Eigen::Vector4d> m_halfSpaces;
 };
 
 } // namespace geometry::rays

@@ -16,10 +16,11 @@
 namespace ptx::model
 {
 
-/// The part of a body that has one appearance.
+/// The part of a body that has one appearance and is shown by the same views.
 struct Piece {
     int appearance = NoAppearance; ///< none: that of the product or occurrence
     std::shared_ptr<const osg::Mesh> mesh;
+    int views = AlwaysShown; ///< number of the set of views that show it
 };
 
 /// What the exact surfaces of a body measure; 0 where it was not asked for or there is nothing to measure.
@@ -92,6 +93,7 @@ struct Model {
     std::vector<std::string> tags; ///< of the file as a whole
     std::size_t copiedTrees = 0;   ///< how many numbers `Occurrence::copied` has taken
     std::vector<View> views;
+    std::vector<std::vector<std::size_t>> viewSets; ///< numbers of views, rising
 };
 
 } // namespace ptx::model

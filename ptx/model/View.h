@@ -1,11 +1,15 @@
 #pragma once
 
 #include "host/OSGSystem/Math.h"
+#include "scene/ViewTags.h"
 
 #include <string>
 
 namespace ptx::model
 {
+
+/// Stands for the set of views of what every view shows.
+inline constexpr int AlwaysShown = -1;
 
 /// A view that was saved in the CAD file.
 struct View {
@@ -16,6 +20,7 @@ struct View {
     bool isParallel = true;
     float height = 0;         ///< of the picture, in millimetres; when it is parallel
     float fieldOfView = 0;    ///< from the lower to the upper edge, in degrees; when it is not
+    osg::ViewFacts facts;     ///< in the space of the camera
     bool isAtOpening = false; ///< what it shows is shown from the start; of one view at most
 };
 

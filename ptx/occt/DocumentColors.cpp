@@ -38,7 +38,7 @@ struct ColoredShape {
 void bind(const ColoredShape& colored, TopAbs_ShapeEnum kind, occt::meshing::ShapeBody& body)
 {
     for (TopExp_Explorer part(colored.shape, kind); part.More(); part.Next())
-        body.appearances.Bind(part.Current(), colored.appearance);
+        body.marks.Bind(part.Current(), {colored.appearance});
 }
 
 } // namespace

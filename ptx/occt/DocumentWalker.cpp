@@ -2,6 +2,7 @@
 
 #include "ptx/occt/DocumentColors.h"
 #include "ptx/occt/DocumentProperties.h"
+#include "ptx/occt/OcctMatrix.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/OcctText.h"
 #include "ptx/occt/meshing/ShapeQueries.h"
@@ -13,22 +14,12 @@
 #include <XCAFDoc_DocumentTool.hxx>
 #include <XCAFDoc_GraphNode.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
-#include <gp_Trsf.hxx>
 
 namespace ptx::occt
 {
 
 namespace
 {
-
-osg::Matrix toMatrix(const gp_Trsf& place)
-{
-    osg::Matrix matrix;
-    for (int row = 0; row < 3; ++row)
-        for (int column = 0; column < 4; ++column)
-            matrix[static_cast<unsigned>(column * 4 + row)] = static_cast<float>(place.Value(row + 1, column + 1));
-    return matrix;
-}
 
 class Walker
 {

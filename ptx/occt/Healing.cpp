@@ -17,11 +17,10 @@ namespace
 // Gaps of files in the wild reach this far; beyond it an edge no longer lies on its face.
 constexpr double LargestTolerance = 1.0;
 
-decltype(occt::meshing::ShapeBody::appearances) followed(const occt::meshing::ShapeBody& body,
-                                                         ShapeBuild_ReShape& changes)
+decltype(occt::meshing::ShapeBody::marks) followed(const occt::meshing::ShapeBody& body, ShapeBuild_ReShape& changes)
 {
-    decltype(body.appearances) result;
-    for (decltype(body.appearances)::Iterator it(body.appearances); it.More(); it.Next())
+    decltype(body.marks) result;
+    for (decltype(body.marks)::Iterator it(body.marks); it.More(); it.Next())
         for (TopExp_Explorer item(changes.Apply(it.Key()), it.Key().ShapeType()); item.More(); item.Next())
             result.Bind(item.Current(), it.Value());
     return result;
@@ -39,7 +38,7 @@ void heal(occt::meshing::ShapeBody& body, bool inParallel)
     const TopoDS_Shape healed = healUnoriented(fixer, body);
     if (healed.IsNull())
         return;
-    body.appearances = followed(body, *fixer.Context());
+    body.marks = followed(body, *fixer.Context());
     body.shape = healed;
 }
 

@@ -53,9 +53,9 @@ private:
     void addAppearances(const occt::meshing::ShapeBody& part, int fallback, TopAbs_ShapeEnum kind)
     {
         for (TopExp_Explorer item(part.shape, kind); item.More(); item.Next()) {
-            const int* own = part.appearances.Seek(item.Current());
+            const occt::meshing::Mark* own = part.marks.Seek(item.Current());
             if (own || fallback != model::NoAppearance)
-                m_whole.appearances.Bind(item.Current(), own ? *own : fallback);
+                m_whole.marks.Bind(item.Current(), own ? *own : occt::meshing::Mark{fallback});
         }
     }
 

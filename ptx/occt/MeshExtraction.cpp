@@ -24,6 +24,8 @@ namespace ptx::occt
 namespace
 {
 
+using occt::meshing::Mark;
+
 class Extractor
 {
 public:
@@ -38,28 +40,28 @@ public:
             addFace(TopoDS::Face(face.Current()));
         for (TopExp_Explorer edge(m_body.shape, TopAbs_EDGE, TopAbs_FACE); edge.More(); edge.Next())
             addEdge(TopoDS::Edge(edge.Current()));
-        for (auto& [appearance, group] : m_groups) {
+        for (auto& [mark, group] : m_groups) {
             const bool hasMesh = !group.builder.isEmpty();
-            addPiece(appearance, group.builder);
+            addPiece(mark, group.builder);
             if (hasMesh && m_keepBrep)
                 addBrep(group.faces);
         }
-        for (auto& [appearance, builder] : m_wireBuilders)
-            addPiece(appearance, builder);
+        for (auto& [mark, builder] : m_wireBuilders)
+            addPiece(mark, builder);
         return std::move(m_result);
     }
 
 private:
-    int appearanceOf(const TopoDS_Shape& shape) const
+    Mark markOf(const TopoDS_Shape& shape) const
     {
-        const int* known = m_body.appearances.Seek(shape);
-        return known ? *known : model::NoAppearance;
+        const Mark* known = m_body.marks.Seek(shape);
+        return known ? *known : Mark();
     }
 
     void addFace(const TopoDS_Face& face)
     {
         ++m_result.faces;
-        FaceGroup& group = m_groups[appearanceOf(face)];
+        FaceGroup& group = m_groups[markOf(face)];
         if (!occt::meshing::appendFaceMesh(face, group.builder))
             ++m_result.emptyFaces;
         else if (m_keepBrep)
@@ -73,7 +75,7 @@ private:
         try {
             BRepAdaptor_Curve curve(edge);
             appendCurve(GCPnts_TangentialDeflection(curve, m_tolerance.angle, m_tolerance.deviation),
-                        m_wireBuilders[appearanceOf(edge)]);
+                        m_wireBuilders[markOf(edge)]);
         } catch (const Standard_Failure&) {
             ++m_result.emptyFaces;
         }
@@ -91,11 +93,11 @@ private:
         }
     }
 
-    void addPiece(int appearance, model::MeshBuilder& builder)
+    void addPiece(const Mark& mark, model::MeshBuilder& builder)
     {
         m_result.triangles += builder.triangleCount();
         if (!builder.isEmpty())
-            m_result.body.pieces.push_back({appearance, builder.take()});
+            m_result.body.pieces.push_back({mark.appearance, builder.take(), mark.views});
     }
 
     void addBrep(const std::vector<TopoDS_Face>& faces)
@@ -118,8 +120,8 @@ private:
     const occt::meshing::ShapeBody& m_body;
     const occt::meshing::Tolerance& m_tolerance;
     bool m_keepBrep;
-    std::map<int, FaceGroup> m_groups;
-    std::map<int, model::MeshBuilder> m_wireBuilders; // apart: lines have no normals
+    std::map<Mark, FaceGroup> m_groups;
+    std::map<Mark, model::MeshBuilder> m_wireBuilders; // apart: lines have no normals
     PartResult m_result;
 };
 

@@ -154,10 +154,13 @@ private:
     void addBody(const osg::NodePtr& node, const model::Product& product, const Look& look)
     {
         const std::vector<osg::RefPtr<osg::GeometryPtr>>& cores = m_cores.of(product.body, look);
-        for (const osg::GeometryPtr& core : cores) {
-            const osg::NodePtr geometry = osg::makeNodeFor(core);
+        for (std::size_t i = 0; i < cores.size(); ++i) {
+            const osg::NodePtr geometry = osg::makeNodeFor(cores[i].get());
             append(node, geometry);
             osg::setName(geometry, product.name);
+            const int views = m_model.bodies[product.body].pieces[i].views;
+            if (views != model::AlwaysShown)
+                m_visibility.addTo(geometry, m_model.viewSets[static_cast<std::size_t>(views)], true);
         }
         m_scene.occurrences += cores.empty() ? 0 : 1;
     }

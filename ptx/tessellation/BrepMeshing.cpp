@@ -104,19 +104,19 @@ public:
     }
 
 private:
-    /// Numbers in place of appearances: those that sewing takes along.
+    /// Numbers in place of appearances: sewing takes marks along.
     void numberFaces()
     {
         for (TopExp_Explorer face(m_body.shape, TopAbs_FACE); face.More(); face.Next())
-            m_body.appearances.Bind(face.Current(), m_faces++);
+            m_body.marks.Bind(face.Current(), {m_faces++});
     }
 
     std::vector<TopoDS_Face> facesInOrder() const
     {
         std::vector<std::pair<int, TopoDS_Face>> faces;
         for (TopExp_Explorer face(m_body.shape, TopAbs_FACE); face.More(); face.Next()) {
-            const int* number = m_body.appearances.Seek(face.Current());
-            faces.emplace_back(number ? *number : m_faces, TopoDS::Face(face.Current()));
+            const occt::meshing::Mark* mark = m_body.marks.Seek(face.Current());
+            faces.emplace_back(mark ? mark->appearance : m_faces, TopoDS::Face(face.Current()));
         }
         std::stable_sort(faces.begin(), faces.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
         std::vector<TopoDS_Face> result;

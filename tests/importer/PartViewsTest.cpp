@@ -56,10 +56,15 @@ TEST(PartViews, WhatTheyShowAndHideGoesWithThem)
     osg::setTags(callout, {"kept", marker, "bookmark[of the part]:hidden"});
     callout->setActive(false);
     pmi->addChild(callout);
+    const osg::NodePtr shape = osg::makeNodeFor(osg::Group::create());
+    osg::setTags(shape, {marker, "bookmark[of the part]:hidden"});
+    shape->setActive(false);
+    part->addChild(shape);
     EXPECT_EQ(importer::dropPartViews(root.get()), 1u);
     EXPECT_EQ(osg::tagsOf(own).size(), 2u);
     EXPECT_EQ(osg::tagsOf(pmi), std::vector<std::string>{"ptx::pmi"});
     EXPECT_EQ(osg::tagsOf(callout), std::vector<std::string>{"kept"});
     EXPECT_FALSE(pmi->isActive());
     EXPECT_TRUE(callout->isActive());
+    EXPECT_TRUE(shape->isActive());
 }

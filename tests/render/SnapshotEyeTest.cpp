@@ -67,6 +67,53 @@ TEST_F(EyeTest, AParallelEyeShowsItsHeight)
     EXPECT_NEAR(widthOf(image, 'g') + widthOf(image, 'r'), 50, 2);
 }
 
+TEST_F(EyeTest, ANarrowPictureHoldsTheWholeWindow)
+{
+    SnapshotOptions options = from(above(300));
+    options.eye->isPerspective = false;
+    options.eye->height = 60;
+    options.eye->aspect = 2;
+    options.width = 50;
+    // The window is 120 mm wide and the square 100: it takes 42 of 50 pixels.
+    const QImage image = draw(scene(), options);
+    EXPECT_EQ(middleRow(image), "brgrb");
+    EXPECT_NEAR(widthOf(image, 'g') + widthOf(image, 'r'), 42, 2);
+    options.width = 400; // wider than the window, whose height is the picture's
+    EXPECT_NEAR(widthOf(draw(scene(), options), 'g'), 33, 2);
+}
+
+TEST_F(EyeTest, SectionsCutInTheSpaceOfTheEye)
+{
+    SnapshotOptions options = from(above(300));
+    options.eye->isPerspective = false;
+    options.eye->height = 200;
+    options.eye->sections = {{0, 0, -1, -260}}; // away with what is higher than 40
+    EXPECT_EQ(middleRow(draw(scene(), options)), "brb");
+    options.eye->sections = {{-1, 0, 0, 0}}; // the left half stays
+    const QImage left = draw(scene(), options);
+    EXPECT_EQ(middleRow(left), "brgb");
+    EXPECT_NEAR(widthOf(left, 'r'), 20, 1);
+    EXPECT_NEAR(widthOf(left, 'g'), 5, 1);
+    options.eye->sections = {{-1, 0, 0, 0}, {0, 0, -1, -260}};
+    EXPECT_EQ(middleRow(draw(scene(), options)), "brb");
+    options.eye->sections = {{0, 0, 1, 0}}; // behind the eye
+    EXPECT_EQ(middleRow(draw(scene(), options)), "b");
+}
+
+TEST_F(EyeTest, WhatASectionTakesAwayDarkensNothing)
+{
+    SnapshotOptions options = from(above(300));
+    options.eye->isPerspective = false;
+    options.eye->height = 200;
+    options.ambientSamples = 64;
+    const Root covered(group({square(50, 0, {1, 0, 0}), square(50, 1, {0, 1, 0})}));
+    const Root open(group({square(50, 0, {1, 0, 0})}));
+    options.eye->sections = {{0, 0, -1, -299.5F}};
+    const QImage cut = draw(covered, options), alone = draw(open, options);
+    EXPECT_EQ(colorAt(cut, 100, 50), 'r');
+    EXPECT_NEAR(cut.pixelColor(100, 50).red(), alone.pixelColor(100, 50).red(), 6);
+}
+
 TEST_F(EyeTest, APerspectiveEyeShowsItsAngle)
 {
     SnapshotOptions options = from(above(100));

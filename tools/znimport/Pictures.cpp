@@ -1,6 +1,7 @@
 #include "tools/znimport/Pictures.h"
 
 #include "render/Snapshot.h"
+#include "scene/ViewTags.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/VariantSets.h"
@@ -51,8 +52,13 @@ std::optional<render::Eye> sessionEye(zn::StandaloneSession& session)
     const osg::UberCameraPtr camera = cameras.view();
     if (!camera)
         return std::nullopt;
-    return render::Eye{cameras.placementOf(camera), camera->getProjection() == osg::UberCameraBase::Perspective,
-                       camera->getFieldOfView(), camera->getHeight()};
+    osg::ViewFacts facts = osg::viewFactsOf(camera);
+    return render::Eye{cameras.placementOf(camera),
+                       camera->getProjection() == osg::UberCameraBase::Perspective,
+                       camera->getFieldOfView(),
+                       camera->getHeight(),
+                       facts.aspect,
+                       std::move(facts.sections)};
 }
 
 /// What pictures are drawn with.

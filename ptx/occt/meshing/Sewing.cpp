@@ -34,10 +34,10 @@ private:
     double m_seconds;
 };
 
-decltype(ShapeBody::appearances) followed(const ShapeBody& body, const BRepBuilderAPI_Sewing& sewing)
+decltype(ShapeBody::marks) followed(const ShapeBody& body, const BRepBuilderAPI_Sewing& sewing)
 {
-    decltype(body.appearances) result;
-    for (decltype(body.appearances)::Iterator it(body.appearances); it.More(); it.Next()) {
+    decltype(body.marks) result;
+    for (decltype(body.marks)::Iterator it(body.marks); it.More(); it.Next()) {
         const TopoDS_Shape& old = it.Key();
         const TopoDS_Shape now = sewing.IsModifiedSubShape(old) ? sewing.ModifiedSubShape(old) : old;
         for (TopExp_Explorer item(now, old.ShapeType()); item.More(); item.Next())
@@ -68,7 +68,7 @@ SewingResult sew(ShapeBody& body, double tolerance, double seconds)
     sewing.Perform(deadline->Start());
     if (deadline->isOver() || sewing.SewedShape().IsNull())
         return SewingResult::OutOfTime;
-    body.appearances = followed(body, sewing);
+    body.marks = followed(body, sewing);
     body.shape = withFreeEdges(sewing.SewedShape(), body.shape);
     return SewingResult::Sewn;
 }

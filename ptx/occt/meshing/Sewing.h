@@ -7,7 +7,7 @@ namespace ptx::occt::meshing
 
 enum class SewingResult { Sewn, OutOfTime };
 
-/// Joins the faces of `body` whose edges lie within `tolerance` of each other. The appearances follow the faces. When
+/// Joins the faces of `body` whose edges lie within `tolerance` of each other. The marks follow the faces. When
 /// `seconds` (0: no limit) are over the body stays as it was. Exceptions of OCCT pass through.
 SewingResult sew(ShapeBody& body, double tolerance, double seconds);
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace ptx::step
 {
@@ -117,30 +116,33 @@ std::string textTag(const char* name, const std::vector<std::string>& texts)
     return osg::scenefile::converted::attributeTag({name, all});
 }
 
-void addMeasure(const char* name, const annotations::Measure& measure, std::vector<std::string>& tags)
+/// The second of its kind is "Value 2", with "Lower deviation 2", and so on.
+void addMeasure(const char* name, std::size_t number, const annotations::Measure& measure,
+                std::vector<std::string>& tags)
 {
+    const std::string numbered = number < 2 ? name : std::string(name) + " " + std::to_string(number);
     if (measure.number)
-        tags.push_back(osg::scenefile::converted::attributeTag({name, *measure.number, measure.unit}));
+        tags.push_back(osg::scenefile::converted::attributeTag({numbered, *measure.number, measure.unit}));
 }
 
-/// Of several dimensions and tolerances the first has its numbers told.
 void addMeanings(const std::vector<annotations::Meaning>& meanings, std::vector<std::string>& tags)
 {
     namespace converted = osg::scenefile::converted;
     std::vector<std::string> whats, datums;
-    bool hasTolerance = false, hasDimension = false;
+    std::size_t tolerances = 0, dimensions = 0;
     for (const annotations::Meaning& meaning : meanings) {
         whats.push_back(meaning.what);
         if (!meaning.datums.empty())
             datums.push_back(meaning.datums);
-        const bool isTolerance = meaning.what.ends_with("tolerance");
-        if (isTolerance && meaning.value.number && !std::exchange(hasTolerance, true))
-            addMeasure(converted::ToleranceName, meaning.value, tags);
-        if (isTolerance || !meaning.value.number || std::exchange(hasDimension, true))
+        if (!meaning.value.number)
             continue;
-        addMeasure(converted::ValueName, meaning.value, tags);
-        addMeasure(converted::LowerName, meaning.lower, tags);
-        addMeasure(converted::UpperName, meaning.upper, tags);
+        if (meaning.what.ends_with("tolerance")) {
+            addMeasure(converted::ToleranceName, ++tolerances, meaning.value, tags);
+            continue;
+        }
+        addMeasure(converted::ValueName, ++dimensions, meaning.value, tags);
+        addMeasure(converted::LowerName, dimensions, meaning.lower, tags);
+        addMeasure(converted::UpperName, dimensions, meaning.upper, tags);
     }
     if (!whats.empty())
         tags.push_back(textTag(converted::MeaningName, whats));

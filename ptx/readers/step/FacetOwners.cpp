@@ -100,8 +100,8 @@ void addBodies(model::Model& model, std::vector<FacetBody> bodies)
     for (FacetBody& given : bodies) {
         model::Body& body = model.bodies.emplace_back();
         for (FacetPiece& piece : given.pieces)
-            body.pieces.push_back(
-                {piece.color ? model.appearances.indexOf(*piece.color) : model::NoAppearance, std::move(piece.mesh)});
+            body.pieces.push_back({piece.color ? model.appearances.indexOf(*piece.color) : model::NoAppearance,
+                                   std::move(piece.mesh), given.views});
         model.products[given.product].body = model.bodies.size() - 1;
     }
 }

@@ -26,6 +26,7 @@ namespace ptx::step
 struct FacetBody {
     std::size_t product = 0; ///< number in the model
     std::vector<FacetPiece> pieces;
+    int views = model::AlwaysShown; ///< number of the set of views that show it
 };
 
 /// Gives the tessellated shapes of a file to the products that have no exact one.

@@ -4,28 +4,28 @@
 #include "ptx/occt/OcctText.h"
 #include "ptx/readers/step/LengthUnit.h"
 #include "ptx/readers/step/WrittenCameras.h"
+#include "ptx/readers/step/p21/StepString.h"
 
 #include <Interface_EntityIterator.hxx>
 #include <Interface_Graph.hxx>
 #include <Interface_UndefinedContent.hxx>
+#include <STEPCAFControl_Reader.hxx>
 #include <STEPConstruct_UnitContext.hxx>
 #include <STEPControl_Reader.hxx>
-#include <StepBasic_ProductDefinition.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepData_UndefinedEntity.hxx>
+#include <StepGeom_Axis2Placement3d.hxx>
 #include <StepRepr_GlobalUnitAssignedContext.hxx>
 #include <StepRepr_MappedItem.hxx>
-#include <StepRepr_NextAssemblyUsageOccurrence.hxx>
-#include <StepRepr_PropertyDefinition.hxx>
 #include <StepRepr_RepresentationMap.hxx>
-#include <StepShape_ShapeDefinitionRepresentation.hxx>
 #include <StepVisual_CameraModelD3.hxx>
-#include <StepVisual_CameraModelD3MultiClipping.hxx>
 #include <StepVisual_DraughtingModel.hxx>
+#include <StepVisual_ViewVolume.hxx>
+#include <TCollection_HAsciiString.hxx>
 #include <XSControl_WorkSession.hxx>
 
 #include <algorithm>
-#include <array>
+#include <cstring>
 #include <map>
 #include <optional>
 #include <set>
@@ -39,70 +39,43 @@ namespace
 
 using Entity = Handle(Standard_Transient);
 
-/// What the parameters of an entity without a class of its own name, lists opened.
-void addChildren(const Handle(StepData_UndefinedEntity) & entity, std::vector<Entity>& children)
-{
-    for (Handle(StepData_UndefinedEntity) part = entity; !part.IsNull(); part = part->Next()) {
-        Interface_EntityIterator below;
-        part->UndefinedContent()->EntityList().FillIterator(below);
-        for (below.Start(); below.More(); below.Next()) {
-            const auto list = Handle(StepData_UndefinedEntity)::DownCast(below.Value());
-            if (!list.IsNull() && list->IsSub())
-                addChildren(list, children);
-            else
-                children.push_back(below.Value());
-        }
-    }
-}
-
-/// Items and context of a representation, whether or not OCCT has a class for it.
-std::vector<Entity> partsOf(const Entity& representation)
-{
-    std::vector<Entity> parts;
-    if (const auto known = Handle(StepRepr_Representation)::DownCast(representation); !known.IsNull()) {
-        for (int i = 1; i <= known->NbItems(); ++i)
-            parts.push_back(known->ItemsValue(i));
-        parts.push_back(known->ContextOfItems());
-    } else {
-        addChildren(Handle(StepData_UndefinedEntity)::DownCast(representation), parts);
-    }
-    std::erase_if(parts, [](const Entity& part) { return part.IsNull(); });
-    return parts;
-}
-
-using Numbers = std::array<float, 19>;
+using Numbers = std::vector<float>;
 
 /// Two cameras are the same when these are.
 Numbers numbersOf(const WrittenCamera& camera)
 {
-    const auto& [origin, right, up, axis, point, distance, width, height, isParallel] = camera;
-    return {origin.x,
-            origin.y,
-            origin.z,
-            right.x,
-            right.y,
-            right.z,
-            up.x,
-            up.y,
-            up.z,
-            axis.x,
-            axis.y,
-            axis.z,
-            point.x,
-            point.y,
-            point.z,
-            distance,
-            width,
-            height,
-            isParallel ? 1.F : 0.F};
+    const auto& [origin, right, up, axis, point, distance, width, height, isParallel, sections] = camera;
+    Numbers numbers = {origin.x,
+                       origin.y,
+                       origin.z,
+                       right.x,
+                       right.y,
+                       right.z,
+                       up.x,
+                       up.y,
+                       up.z,
+                       axis.x,
+                       axis.y,
+                       axis.z,
+                       point.x,
+                       point.y,
+                       point.z,
+                       distance,
+                       width,
+                       height,
+                       isParallel ? 1.F : 0.F};
+    for (const auto& [place, normal] : sections)
+        numbers.insert(numbers.end(), {place.x, place.y, place.z, normal.x, normal.y, normal.z});
+    return numbers;
 }
 
 class ViewCollector
 {
 public:
-    ViewCollector(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
-        : m_graph(reader.WS()->Graph()), m_withAutomatic(withAutomatic),
-          m_model(Handle(StepData_StepModel)::DownCast(reader.Model())), m_log(log)
+    ViewCollector(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document, bool withAutomatic,
+                  core::Log& log)
+        : m_graph(reader.Reader().WS()->Graph()), m_scopes(reader, document), m_withAutomatic(withAutomatic),
+          m_model(Handle(StepData_StepModel)::DownCast(reader.Reader().Model())), m_log(log)
     {
     }
 
@@ -110,7 +83,9 @@ public:
     {
         for (int i = 1; i <= m_model->NbEntities(); ++i)
             if (const auto camera = Handle(StepVisual_CameraModelD3)::DownCast(m_model->Value(i)); !camera.IsNull())
-                look(camera);
+                look(camera, camera);
+            else if (const auto other = Handle(StepData_UndefinedEntity)::DownCast(m_model->Value(i)); !other.IsNull())
+                lookWithHiddenLines(other);
         tell();
         return std::move(m_views);
     }
@@ -122,28 +97,66 @@ private:
         bool isDefault = false;
     };
 
-    void look(const Handle(StepVisual_CameraModelD3) & camera)
+    // OCCT has no class for a camera that also says whether hidden lines are left out.
+    void lookWithHiddenLines(const Handle(StepData_UndefinedEntity) & entity)
     {
-        const Users users = usersOf(camera);
-        if (users.drawing.IsNull())
+        if (std::strcmp(entity->StepType(), "CAMERA_MODEL_D3_WITH_HLHSR") != 0)
             return;
+        Handle(StepVisual_CameraModelD3) camera = new StepVisual_CameraModelD3;
+        std::string flag;
+        const Handle(Interface_UndefinedContent) content = entity->UndefinedContent();
+        for (int i = 1; i <= content->NbParams(); ++i)
+            if (content->IsParamEntity(i))
+                take(content->ParamEntity(i), *camera);
+            else if (i == 1)
+                camera->SetName(
+                    new TCollection_HAsciiString(p21::decodedString(content->ParamValue(i)->ToCString()).c_str()));
+            else
+                flag = content->ParamValue(i)->ToCString();
+        if (camera->Name().IsNull())
+            camera->SetName(new TCollection_HAsciiString());
+        if (look(entity, camera) && flag == ".F.")
+            ++m_withHiddenLines;
+    }
+
+    static void take(const Entity& parameter, StepVisual_CameraModelD3& camera)
+    {
+        if (const auto system = Handle(StepGeom_Axis2Placement3d)::DownCast(parameter); !system.IsNull())
+            camera.SetViewReferenceSystem(system);
+        if (const auto volume = Handle(StepVisual_ViewVolume)::DownCast(parameter); !volume.IsNull())
+            camera.SetPerspectiveOfVolume(volume);
+    }
+
+    /// @return whether `camera`, which the file has as `entity`, is that of a view
+    bool look(const Entity& entity, const Handle(StepVisual_CameraModelD3) & camera)
+    {
+        const Users users = usersOf(entity);
+        if (users.drawing.IsNull())
+            return false;
         const std::string name = occt::utf8(camera->Name());
         if (!m_withAutomatic && name.starts_with("* ")) {
             ++m_automatic;
-            return;
+            return false;
         }
         const std::vector<Entity> parts = partsOf(users.drawing);
-        if (std::any_of(parts.begin(), parts.end(), [this](const Entity& part) { return isOfInnerPart(part); })) {
+        std::optional<ViewScope> scope = m_scopes.scopeOf(parts);
+        if (!scope) {
             ++m_ofParts;
-            return;
+            return false;
         }
-        SavedView view{withoutBrackets(name), {}, {numberOf(users.drawing)}, users.isDefault};
+        SavedView view;
+        view.name = withoutBrackets(name);
+        view.drawings = {numberOf(users.drawing)};
+        view.isDefault = users.isDefault;
+        view.scope = std::move(*scope);
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
-        m_sections += camera->IsKind(STANDARD_TYPE(StepVisual_CameraModelD3MultiClipping)) ? 1 : 0;
+        m_untold += untoldSections(*camera);
+        m_sections += written && !written->sections.empty() ? 1 : 0;
         if (written)
             take(std::move(view), *written);
         else
             m_log.warning("saved view \"" + name + "\" is left out: its camera is incomplete");
+        return written.has_value();
     }
 
     std::uint32_t numberOf(const Entity& entity) const
@@ -165,36 +178,6 @@ private:
                 users.drawing = above.Value();
         }
         return users;
-    }
-
-    /// Whether `part` maps the shape of a product that another one holds: its coordinates are not those of the file.
-    bool isOfInnerPart(const Entity& part) const
-    {
-        const auto mapped = Handle(StepRepr_MappedItem)::DownCast(part);
-        if (mapped.IsNull() || mapped->MappingSource().IsNull() ||
-            mapped->MappingSource()->MappedRepresentation().IsNull())
-            return false;
-        const Interface_EntityIterator above = m_graph.Sharings(mapped->MappingSource()->MappedRepresentation());
-        for (above.Start(); above.More(); above.Next())
-            if (const auto shape = Handle(StepShape_ShapeDefinitionRepresentation)::DownCast(above.Value());
-                !shape.IsNull() && isHeld(*shape))
-                return true;
-        return false;
-    }
-
-    bool isHeld(const StepShape_ShapeDefinitionRepresentation& shape) const
-    {
-        const Handle(StepRepr_PropertyDefinition) property = shape.Definition().PropertyDefinition();
-        const Handle(StepBasic_ProductDefinition) product =
-            property.IsNull() ? Handle(StepBasic_ProductDefinition)() : property->Definition().ProductDefinition();
-        if (product.IsNull())
-            return false;
-        const Interface_EntityIterator above = m_graph.Sharings(product);
-        for (above.Start(); above.More(); above.Next())
-            if (const auto usage = Handle(StepRepr_NextAssemblyUsageOccurrence)::DownCast(above.Value());
-                !usage.IsNull() && usage->RelatedProductDefinition() == product)
-                return true;
-        return false;
     }
 
     /// Millimetres in the unit of the context among `parts`, else in that of what they map.
@@ -223,6 +206,7 @@ private:
             SavedView& same = m_views[known->second];
             same.drawings.push_back(view.drawings.front());
             same.isDefault = same.isDefault || view.isDefault;
+            extend(same.scope, view.scope);
             return;
         }
         int& count = m_counts[view.name];
@@ -234,6 +218,13 @@ private:
         m_views.push_back(std::move(view));
     }
 
+    static void extend(ViewScope& scope, const ViewScope& more)
+    {
+        scope.isWhole = scope.isWhole || more.isWhole;
+        scope.products.insert(scope.products.end(), more.products.begin(), more.products.end());
+        scope.items.insert(scope.items.end(), more.items.begin(), more.items.end());
+    }
+
     void tell() const
     {
         if (!m_views.empty())
@@ -241,12 +232,20 @@ private:
         if (m_automatic > 0)
             m_log.info(std::to_string(m_automatic) + " views that a program made by itself are left out");
         if (m_sections > 0)
-            m_log.warning(std::to_string(m_sections) + " saved views have section planes, which cut nothing here");
+            m_log.info(std::to_string(m_sections) + " saved views have section planes");
+        if (m_withHiddenLines > 0)
+            m_log.info(std::to_string(m_withHiddenLines) +
+                       " saved views ask for hidden lines, which are left out here");
+        if (m_untold > 0)
+            m_log.warning(std::to_string(m_untold) + " sections of saved views cut nothing: they are no single planes");
         if (m_ofParts > 0)
             m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
+        if (m_scopes.isCut())
+            m_log.warning("the saved views list so many shapes that not all of them show theirs alone");
     }
 
     const Interface_Graph& m_graph;
+    ViewScopes m_scopes;
     bool m_withAutomatic;
     Handle(StepData_StepModel) m_model;
     core::Log& m_log;
@@ -257,6 +256,8 @@ private:
     std::size_t m_automatic = 0;
     std::size_t m_ofParts = 0;
     std::size_t m_sections = 0; ///< views with planes that cut
+    std::size_t m_withHiddenLines = 0;
+    std::size_t m_untold = 0; ///< sections
 };
 
 } // namespace
@@ -268,9 +269,10 @@ std::string withoutBrackets(std::string name)
     return name;
 }
 
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log)
+std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
+                                  bool withAutomatic, core::Log& log)
 {
-    return ViewCollector(reader, withAutomatic, log).collect();
+    return ViewCollector(reader, document, withAutomatic, log).collect();
 }
 
 } // namespace ptx::step

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "ptx/readers/step/ViewFraming.h"
+#include "ptx/readers/step/ViewScope.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-class STEPControl_Reader;
+class STEPCAFControl_Reader;
+class TDocStd_Document;
 
 namespace ptx::core
 {
@@ -22,15 +24,17 @@ struct SavedView {
     WrittenCamera camera;
     std::vector<std::uint32_t> drawings; ///< numbers of the draughting models that tell what it shows
     bool isDefault = false;              ///< the file is to open with it
+    ViewScope scope = {};                ///< what it shows of the shapes
 };
 
 /// `name` with round brackets instead of square ones, in which tags put names.
 std::string withoutBrackets(std::string name);
 
-/// The saved views of the model that `reader` has read, in the order of their cameras: cameras that a draughting model
-/// shows. Views that programs make by themselves (their names begin with "* ") come if `withAutomatic`. Views of a part
-/// within an assembly and views that say the same twice are left out. `log` tells how many there are and what was left
-/// out.
-std::vector<SavedView> savedViews(const STEPControl_Reader& reader, bool withAutomatic, core::Log& log);
+/// The saved views of the model that `reader` has transferred into `document`, in the order of their cameras: cameras
+/// that a draughting model shows, with or without a word on hidden lines. Views that programs make by themselves (their
+/// names begin with "* ") come if `withAutomatic`. Views of a part whose place in the assembly nobody knows and views
+/// that say the same twice are left out. `log` tells how many there are and what was left out.
+std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
+                                  bool withAutomatic, core::Log& log);
 
 } // namespace ptx::step

@@ -15,6 +15,7 @@
 #include "ptx/readers/step/StandIns.h"
 #include "ptx/readers/step/UserAttributes.h"
 #include "ptx/readers/step/ViewedCallouts.h"
+#include "ptx/readers/step/ViewedShapes.h"
 #include "ptx/readers/step/damage/ColourRange.h"
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
@@ -159,12 +160,13 @@ private:
         const annotations::Drawing drawing = m_text->takeAnnotations();
         if (!m_isPart)
             m_content.views =
-                savedViews(m_reader.Reader(), m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
+                savedViews(m_reader, m_document, m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
         const ViewedCallouts viewed(m_content.views, drawing.callouts.size(), m_job.log);
         findDefaultView(m_content.views, viewed, drawing);
         CalloutOwners callouts(m_reader, drawing, viewed, m_job.log);
         const facets::Parts parts = m_text->takeFacets();
         FacetOwners facets(m_reader, parts, m_exactProducts);
+        ViewedShapes shapes(m_reader, m_content.views, m_job.log);
         std::size_t number = 0; // of the product, which come in this order
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
@@ -172,10 +174,12 @@ private:
                 addComponentTags(tags, label, product);
                 callouts.addTo(product, label);
                 facets.addTo(number++, label);
+                shapes.addProduct(label);
                 if (product.body == model::NoBody && product.children.empty())
                     product.externalNames = m_names->of(label);
             });
         m_content.facets = facets.finish(parts, m_job.log);
+        shapes.finish(m_content, m_content.facets);
         callouts.finish(m_content.model, std::filesystem::path(m_job.input).stem().string());
         addToFile(ofNoProduct);
         addUnit();

@@ -59,6 +59,8 @@ public:
     void fill(model::View& view) const
     {
         view.isParallel = m_camera.isParallel;
+        if (hasAspect())
+            view.facts.aspect = m_camera.width / m_camera.height;
         osg::Vec3f eye = m_eye;
         if (view.isParallel) {
             view.height = m_camera.height;
@@ -73,6 +75,8 @@ public:
             view.fieldOfView = std::clamp(angle, NarrowestField, WidestField);
         }
         view.placement = placement(eye);
+        for (const Section& section : m_camera.sections)
+            view.facts.sections.push_back(halfSpace(section, eye));
     }
 
 private:
@@ -129,10 +133,21 @@ private:
 
     static bool meets(const Range& box, float window) { return box.low < window / 2 && box.high > -window / 2; }
 
-    float aspect() const
+    bool hasAspect() const { return m_camera.width > 0 && m_camera.height > 0; }
+    float aspect() const { return hasAspect() ? m_camera.width / m_camera.height : 1; }
+
+    // Whoever cuts wants to see what the cut lays open, whichever way programs turn the plane: what lies before it
+    // goes.
+    osg::HalfSpace halfSpace(const Section& section, const osg::Vec3f& eye) const
     {
-        const bool isGiven = m_camera.width > 0 && m_camera.height > 0;
-        return isGiven ? m_camera.width / m_camera.height : 1;
+        constexpr float EdgeOn = 1e-3F;
+        const osg::Vec3f& n = section.normal;
+        osg::HalfSpace half = {-m_sign * dot(n, m_camera.right), dot(n, m_camera.up), -m_sign * dot(n, m_camera.axis),
+                               -dot(n, sum(section.point, eye, -1))};
+        const bool isTurned = m_camera.isParallel ? half[2] > EdgeOn : half[3] > 0;
+        for (float& number : half)
+            number = isTurned ? -number : number;
+        return half;
     }
 
     osg::Matrix placement(const osg::Vec3f& eye) const

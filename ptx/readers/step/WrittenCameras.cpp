@@ -3,7 +3,11 @@
 #include <StepGeom_Axis2Placement3d.hxx>
 #include <StepGeom_CartesianPoint.hxx>
 #include <StepGeom_Direction.hxx>
+#include <StepGeom_Plane.hxx>
 #include <StepVisual_CameraModelD3.hxx>
+#include <StepVisual_CameraModelD3MultiClipping.hxx>
+#include <StepVisual_CameraModelD3MultiClippingInterectionSelect.hxx>
+#include <StepVisual_HArray1OfCameraModelD3MultiClippingInterectionSelect.hxx>
 #include <StepVisual_PlanarBox.hxx>
 #include <StepVisual_ViewVolume.hxx>
 #include <gp.hxx>
@@ -60,11 +64,37 @@ bool takeAxes(WrittenCamera& camera, const StepGeom_Axis2Placement3d& system)
     return true;
 }
 
+using Clippings = Handle(StepVisual_HArray1OfCameraModelD3MultiClippingInterectionSelect);
+
+Clippings clippingsOf(const StepVisual_CameraModelD3& model)
+{
+    const auto* cutting = dynamic_cast<const StepVisual_CameraModelD3MultiClipping*>(&model);
+    return cutting ? const_cast<StepVisual_CameraModelD3MultiClipping*>(cutting)->ShapeClipping() : Clippings();
+}
+
+/// Nothing when `clipping` is no plane, or one without a direction.
+std::optional<Section> sectionOf(const StepVisual_CameraModelD3MultiClippingInterectionSelect& clipping, double factor)
+{
+    const Handle(StepGeom_Plane) plane = clipping.Plane();
+    if (plane.IsNull() || plane->Position().IsNull())
+        return std::nullopt;
+    const gp_XYZ normal = unitVector(plane->Position()->Axis(), {0, 0, 1});
+    return Section{scaled(plane->Position()->Location(), factor), toVector(normal)};
+}
+
+bool isFinite(const osg::Vec3f& each)
+{
+    return std::isfinite(each.x) && std::isfinite(each.y) && std::isfinite(each.z);
+}
+
 bool isFinite(const WrittenCamera& camera)
 {
+    for (const Section& section : camera.sections)
+        if (!isFinite(section.point))
+            return false;
     for (const osg::Vec3f& each :
          {camera.origin, camera.projectionPoint, osg::Vec3f{camera.planeDistance, camera.width, camera.height}})
-        if (!std::isfinite(each.x) || !std::isfinite(each.y) || !std::isfinite(each.z))
+        if (!isFinite(each))
             return false;
     return true;
 }
@@ -86,7 +116,20 @@ std::optional<WrittenCamera> cameraOf(const StepVisual_CameraModelD3& model, dou
         camera.width = static_cast<float>(volume->ViewWindow()->SizeInX() * millimetres);
         camera.height = static_cast<float>(volume->ViewWindow()->SizeInY() * millimetres);
     }
+    if (const Clippings clippings = clippingsOf(model); !clippings.IsNull())
+        for (int i = clippings->Lower(); i <= clippings->Upper(); ++i)
+            if (const std::optional<Section> section = sectionOf(clippings->Value(i), millimetres))
+                camera.sections.push_back(*section);
     return isFinite(camera) ? std::optional(camera) : std::nullopt;
+}
+
+std::size_t untoldSections(const StepVisual_CameraModelD3& model)
+{
+    std::size_t count = 0;
+    if (const Clippings clippings = clippingsOf(model); !clippings.IsNull())
+        for (int i = clippings->Lower(); i <= clippings->Upper(); ++i)
+            count += sectionOf(clippings->Value(i), 1) ? 0 : 1;
+    return count;
 }
 
 } // namespace ptx::step

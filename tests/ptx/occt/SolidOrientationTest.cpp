@@ -224,13 +224,13 @@ TEST(SolidOrientationTest, AppearancesOfFacesStayWithThem)
 {
     ptx::occt::meshing::ShapeBody body;
     body.shape = insideOut(box());
-    body.appearances.Bind(facesOf(body.shape)[2], 7);
+    body.marks.Bind(facesOf(body.shape)[2], {7});
     ptx::occt::heal(body, false);
     ptx::occt::meshing::tessellate(body.shape, {Deviation, 0.5}, false);
     ptx::occt::orientByMesh(body, Deviation);
     std::vector<int> seen;
     for (const TopoDS_Shape& face : facesOf(body.shape))
-        seen.push_back(body.appearances.IsBound(face) ? body.appearances.Find(face) : 0);
+        seen.push_back(body.marks.IsBound(face) ? body.marks.Find(face).appearance : 0);
     EXPECT_EQ(seen, (std::vector<int>{0, 0, 7, 0, 0, 0}));
 }
 

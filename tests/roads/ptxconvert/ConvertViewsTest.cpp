@@ -3,6 +3,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
 #include "scene/Tags.h"
+#include "scene/ViewTags.h"
 #include "tests/roads/ptxconvert/ConvertRun.h"
 #include "tests/roads/ptxconvert/DraughtingText.h"
 
@@ -49,11 +50,13 @@ TEST(ConvertViews, AViewIsABookmarkWithItsCamera)
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     const auto found = bookmarks(run.scene());
     ASSERT_EQ(names(found), std::vector<std::string>{"Front"});
-    EXPECT_THAT(osg::tagsOf(found[0]), ElementsAre("stylar::bookmark", "bookmark_group[a (part)]"));
+    EXPECT_THAT(osg::tagsOf(found[0]),
+                ElementsAre("stylar::bookmark", "bookmark_group[a (part)]", "ptx::view-aspect=1.2"));
     ASSERT_EQ(found[0]->getNChildren(), 1u);
     EXPECT_THAT(osg::tagsOf(found[0]->getChild(0)), ElementsAre("Front"));
     const osg::UberCameraPtr camera = cameraOf(found[0]);
     ASSERT_TRUE(camera);
+    EXPECT_THAT(osg::tagsOf(camera), ElementsAre("ptx::view-aspect=1.2"));
     EXPECT_EQ(camera->getProjection(), osg::UberCamera::Parallel);
     EXPECT_EQ(camera->getHeight(), 50);
     EXPECT_THAT(camera->getMatrix().values,
@@ -119,7 +122,7 @@ TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
     DraughtingText held;
     held.draw({held.camera("Front"), held.mappedShape()});
     held.view("Of all");
-    held.hold({"use"});
+    held.hold({"first", "second"});
     ConvertRun assembly;
     ASSERT_EQ(assembly.convertText("top.stp", held.text()), 0) << assembly.log();
     EXPECT_EQ(names(bookmarks(assembly.scene())), std::vector<std::string>{"Of all"});
@@ -179,18 +182,52 @@ TEST(ConvertViews, ViewsThatMapEachOtherAreViewsAllTheSame)
     EXPECT_EQ(names(bookmarks(run.scene())), (std::vector<std::string>{"First", "Second"}));
 }
 
-TEST(ConvertViews, SectionPlanesAreToldAndTheViewStays)
+TEST(ConvertViews, CamerasWithAWordOnHiddenLinesAreViewsToo)
+{
+    DraughtingText step;
+    for (const char* flag : {".T.", ".F."}) {
+        DraughtingText same = step;
+        same.camera("");
+        const std::string text = same.text();
+        step.camera(""); // what it needs is there then
+        const std::size_t begin = text.rfind("CAMERA_MODEL_D3('',") + std::string("CAMERA_MODEL_D3('',").size();
+        const std::string rest = text.substr(begin, text.find(')', begin) - begin);
+        step.draw({step.add("CAMERA_MODEL_D3_WITH_HLHSR('\\X2\\00C4\\X0\\ " + std::string(flag) + "'," + rest + "," +
+                            flag + ")")});
+    }
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
+    const auto found = bookmarks(run.scene());
+    ASSERT_EQ(names(found), (std::vector<std::string>{"\u00c4 .T.", "\u00c4 .F."}));
+    EXPECT_EQ(cameraOf(found[0])->getHeight(), 50);
+    EXPECT_FLOAT_EQ(cameraOf(found[1])->getMatrix()[12], 15);
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views ask for hidden lines, which are left out here"));
+}
+
+TEST(ConvertViews, SectionPlanesAreTagsOfBookmarkAndCamera)
 {
     DraughtingText step, same;
     ASSERT_EQ(step.camera("Cut"), same.camera("Cut"));
     const std::string text = same.text();
-    const int zero = step.add("CARTESIAN_POINT('',(0.,0.,0.))");
-    const int plane = step.add("PLANE(''," + ref(step.add("AXIS2_PLACEMENT_3D(''," + ref(zero) + ",$,$)")) + ")");
+    const int point = step.add("CARTESIAN_POINT('',(0.,8.,0.))");
+    const int towardsEye = step.add("DIRECTION('',(0.,-1.,0.))");
+    const int system = step.add("AXIS2_PLACEMENT_3D(''," + ref(point) + "," + ref(towardsEye) + ",$)");
+    const int plane = step.add("PLANE(''," + ref(system) + ")");
+    const int both =
+        step.add("CAMERA_MODEL_D3_MULTI_CLIPPING_UNION(''," + ("(" + ref(plane) + "," + ref(plane) + ")") + ")");
     const std::size_t parameters = text.find("CAMERA_MODEL_D3('Cut',") + std::string("CAMERA_MODEL_D3('Cut',").size();
     const std::string rest = text.substr(parameters, text.find(')', parameters) - parameters);
-    step.draw({step.add("CAMERA_MODEL_D3_MULTI_CLIPPING('Cut'," + rest + ",(" + ref(plane) + "))")});
+    step.draw({step.add("CAMERA_MODEL_D3_MULTI_CLIPPING('Cut'," + rest + ",(" + ref(plane) + "," + ref(both) + "))")});
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     EXPECT_EQ(names(bookmarks(run.scene())), std::vector<std::string>{"Cut"});
-    EXPECT_THAT(run.log(), HasSubstr("1 saved views have section planes, which cut nothing here"));
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views have section planes"));
+    EXPECT_THAT(run.log(), HasSubstr("1 sections of saved views cut nothing: they are no single planes"));
+    // What is behind the plane stays, and the eye is 45.4166 before it.
+    const osg::NodePtr bookmark = bookmarks(run.scene())[0];
+    const osg::ViewFacts outside = osg::viewFactsOf(bookmark), inside = osg::viewFactsOf(cameraOf(bookmark));
+    ASSERT_EQ(outside.sections.size(), 1u);
+    ASSERT_EQ(inside.sections.size(), 1u);
+    EXPECT_THAT(outside.sections[0], ElementsAre(0, FloatNear(1, 1e-6F), 0, FloatNear(-8, 1e-3F)));
+    EXPECT_THAT(inside.sections[0], ElementsAre(0, 0, FloatNear(-1, 1e-6F), FloatNear(-45.4166F, 1e-3F)));
 }

@@ -46,10 +46,21 @@ int DraughtingText::callout(const std::string& name)
     return add("DRAUGHTING_CALLOUT('" + name + "',(" + ref(occurrence) + "))");
 }
 
-int DraughtingText::mappedShape()
+int DraughtingText::mappedItems(const std::vector<int>& items)
+{
+    return mapped(add("SHAPE_REPRESENTATION(''," + list(items) + "," + ref(m_step.context()) + ")"));
+}
+
+int DraughtingText::secondBox()
+{
+    m_step.box(m_part, {40, 0, 0}, {70, 20, 10});
+    return m_part.solid;
+}
+
+int DraughtingText::mapped(int representation)
 {
     const int placement = origin();
-    const int map = add("REPRESENTATION_MAP(" + ref(placement) + "," + ref(m_part.representation) + ")");
+    const int map = add("REPRESENTATION_MAP(" + ref(placement) + "," + ref(representation) + ")");
     return add("MAPPED_ITEM(''," + ref(map) + "," + ref(placement) + ")");
 }
 
@@ -63,12 +74,17 @@ void DraughtingText::view(const std::string& name, const std::string& projection
     draw({camera(name, projection, y)});
 }
 
-std::vector<StepOccurrence> DraughtingText::hold(const std::vector<std::string>& names)
+std::vector<StepOccurrence> DraughtingText::hold(const std::vector<std::string>& names, bool withAnother)
 {
     const StepProduct top = m_step.product("top");
     std::vector<StepOccurrence> uses;
     for (const std::string& name : names)
         uses.push_back(m_step.place(top, m_part, name, {100. * static_cast<double>(uses.size() + 1), 0, 0}));
+    if (withAnother) {
+        StepProduct another = m_step.product("another");
+        m_step.box(another, {0, 0, 0}, {5, 5, 5});
+        m_step.place(top, another, "beside", {0, 50, 0});
+    }
     return uses;
 }
 

@@ -24,20 +24,28 @@ public:
     /// A blue line of two points and two red triangles. @return the number of the callout
     int callout(const std::string& name);
     /// The part's own shape as an item of drawings.
-    int mappedShape();
+    int mappedShape() { return mapped(m_part.representation); }
+    /// A shape that is none of a product's, made of `items`, as an item of drawings.
+    int mappedItems(const std::vector<int>& items);
+    /// The solid of the last box of the part.
+    int solid() const { return m_part.solid; }
+    /// Another box of the part, as large as the first, to the right of it. @return its solid
+    int secondBox();
     /// A draughting model of `items`.
     int draw(const std::vector<int>& items);
     /// A camera in a drawing of its own.
     void view(const std::string& name, const std::string& projection = ".PARALLEL.", const std::string& y = "-100.");
 
-    /// Puts the part into an assembly "top", as `names` at x = 100, 200 ...
-    std::vector<StepOccurrence> hold(const std::vector<std::string>& names);
+    /// Puts the part into an assembly "top", as `names` at x = 100, 200 ...; if `withAnother`, also another part, as
+    /// "beside".
+    std::vector<StepOccurrence> hold(const std::vector<std::string>& names, bool withAnother = false);
     /// Gives `use` of the part another colour than the part has.
     void overrideColor(const StepOccurrence& use);
 
     std::string text() { return m_step.text(); }
 
 private:
+    int mapped(int representation);
     int line();
     int square();
     int style();

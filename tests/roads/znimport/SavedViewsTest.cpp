@@ -78,6 +78,71 @@ TEST_F(SavedViewsTest, EachPictureShowsTheAnnotationsOfItsView)
     EXPECT_EQ(QImage(path("one.png")), picture("Dimensions.png"));
 }
 
+/// Pixels of the plate's own colour.
+int bluePixels(const QImage& image)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            count += color.blue() > color.red() + 25 ? 1 : 0;
+        }
+    return count;
+}
+
+TEST_F(SavedViewsTest, ASectionCutsThePictureAndIsToldInTheGlb)
+{
+    QFile whole(plate());
+    ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
+    QByteArray step = whole.readAll();
+    step.replace("#97=CAMERA_MODEL_D3('Dimensions',#96,#92);",
+                 "#97=CAMERA_MODEL_D3_MULTI_CLIPPING('Dimensions',#96,#92,(#203));"
+                 "#201=CARTESIAN_POINT('',(20.,0.,0.));#202=AXIS2_PLACEMENT_3D('',#201,#15,$);#203=PLANE('',#202);");
+    const QString cut = write("cut.stp", step);
+    const QStringList size{text("--size"), text("300x300")};
+    ASSERT_EQ(znimport(QStringList{plate(), text("--snapshot-variants"), path("whole")} + size).exitCode, 0);
+    ASSERT_EQ(
+        znimport(QStringList{cut, text("--snapshot-variants"), path("pictures"), text("-o"), path("cut.glb")} + size)
+            .exitCode,
+        0);
+    // 70 of the 100 mm of the plate are beyond the plane, and the hole is in them.
+    const double left = bluePixels(picture("Dimensions.png"));
+    const double all = bluePixels(QImage(path("whole") + text("/Dimensions.png")));
+    EXPECT_GT(left / all, 0.5);
+    EXPECT_LT(left / all, 0.75);
+    EXPECT_EQ(picture("Thickness and datum.png"), QImage(path("whole") + text("/Thickness and datum.png")));
+    if (gltfvalidator::isInstalled()) {
+        EXPECT_EQ(gltfvalidator::validate(path("cut.glb")), gltfvalidator::Verdict());
+    }
+    for (const json& camera : GlbFile(path("cut.glb")).json["cameras"]) {
+        if (camera["name"] != "Dimensions_vp") {
+            EXPECT_FALSE(camera.contains("extras"));
+            continue;
+        }
+        // The plane x = 20 mm as the camera has it, whose right is (0.9002, 0.4356, 0).
+        const json& section = camera["extras"]["sections"][0];
+        EXPECT_NEAR(section[0].get<double>(), -0.9002, 1e-3);
+        EXPECT_FLOAT_EQ(camera["orthographic"]["xmag"].get<float>(), 0.096F);
+    }
+}
+
+TEST_F(SavedViewsTest, APictureOfAnyShapeHoldsTheWindowOfTheView)
+{
+    ASSERT_EQ(
+        znimport({plate(), text("--snapshot-variants"), path("pictures"), text("--size"), text("200x400")}).exitCode,
+        0);
+    const QImage tall = picture("Dimensions.png");
+    // The window is 192 mm wide and the plate within it: its sides are free.
+    int atSides = 0;
+    for (int y = 0; y < tall.height(); ++y)
+        for (const int x : {0, 1, tall.width() - 2, tall.width() - 1}) {
+            const QColor color = tall.pixelColor(x, y);
+            atSides += color.blue() > color.red() + 25 || color.red() > color.blue() + 25 ? 1 : 0;
+        }
+    EXPECT_EQ(atSides, 0);
+    EXPECT_GT(bluePixels(tall), 1000);
+}
+
 TEST_F(SavedViewsTest, GlbHasTheViewsTheirCamerasAndWhatTheyShow)
 {
     ASSERT_EQ(znimport({plate(), text("-o"), path("plate.glb")}).exitCode, 0);

@@ -1,6 +1,7 @@
 #include "ptx/readers/step/annotations/Curves.h"
 
 #include "ptx/readers/step/annotations/Outlines.h"
+#include "ptx/readers/step/annotations/Splines.h"
 #include "ptx/readers/step/facets/Axes.h"
 #include "scene/Polygons.h"
 
@@ -108,6 +109,8 @@ std::optional<std::vector<Point>> Curves::pointsOf(std::uint32_t number, int dep
         return trimmed(curve);
     if (curve.type() == "COMPOSITE_CURVE")
         return composed(curve, depth);
+    if (isSpline(m_entities, number))
+        return splinePoints(m_entities, number, m_pen);
     if (const std::optional<Ellipse> ellipse = ellipseOf(m_entities, curve))
         return arc(*ellipse, 0, FullTurn);
     return std::nullopt;
@@ -129,20 +132,34 @@ std::optional<std::vector<Point>> Curves::polyline(const p21::Fields& curve) con
     return points;
 }
 
-/// The point among the ways in which an end is told.
-std::optional<Point> Curves::trim(const p21::Fields& trims) const
+/// The point among the ways in which an end is told, or that of a parameter along a line. Angles have a unit of their
+/// own, which nobody tells here.
+std::optional<Point> Curves::trim(const p21::Fields& trims, const p21::Fields& basis) const
 {
     for (std::size_t i = 0; i < trims.size(); ++i)
         if (const std::optional<Point> point = facets::tripleOf(m_entities, trims.reference(i)))
             return point;
+    const p21::Fields vector = m_entities.at(basis.reference(2));
+    const std::optional<Point> start = facets::tripleOf(m_entities, basis.reference(1));
+    std::optional<Point> way = facets::tripleOf(m_entities, vector.reference(1));
+    const std::optional<double> length = vector.real(2);
+    if (basis.type() != "LINE" || !start || !way || !length)
+        return std::nullopt;
+    const double unit = std::hypot((*way)[0], (*way)[1], (*way)[2]);
+    for (std::size_t i = 0; i < trims.size() && unit > 0; ++i)
+        if (const std::optional<double> parameter = trims.list(i).real(0)) {
+            for (int k = 0; k < 3; ++k)
+                (*way)[k] = (*start)[k] + (*way)[k] / unit * *length * *parameter;
+            return way;
+        }
     return std::nullopt;
 }
 
 std::optional<std::vector<Point>> Curves::trimmed(const p21::Fields& curve)
 {
     const p21::Fields basis = m_entities.at(curve.reference(1));
-    const std::optional<Point> from = trim(curve.list(2));
-    const std::optional<Point> to = trim(curve.list(3));
+    const std::optional<Point> from = trim(curve.list(2), basis);
+    const std::optional<Point> to = trim(curve.list(3), basis);
     if (!from || !to)
         return std::nullopt;
     if (basis.type() == "LINE")

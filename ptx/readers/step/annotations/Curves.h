@@ -6,8 +6,8 @@
 namespace ptx::step::annotations
 {
 
-/// Makes polylines of curves: polylines, circles and ellipses, parts of circles and lines between two points, and
-/// what is composed of these.
+/// Makes polylines of curves: polylines, circles and ellipses, B-splines, parts of circles and lines, and what is
+/// composed of these.
 class Curves
 {
 public:
@@ -25,7 +25,7 @@ private:
     std::optional<std::vector<Point>> polyline(const p21::Fields& curve) const;
     std::optional<std::vector<Point>> trimmed(const p21::Fields& curve);
     std::optional<std::vector<Point>> composed(const p21::Fields& curve, int depth);
-    std::optional<Point> trim(const p21::Fields& trims) const;
+    std::optional<Point> trim(const p21::Fields& trims, const p21::Fields& basis) const;
 
     const p21::Entities& m_entities;
     Pen& m_pen;

@@ -175,3 +175,29 @@ TEST(ViewFraming, WithNothingToSeeTheWrittenCameraStands)
     EXPECT_THAT(column(view, 3), ElementsAre(15, -100, 5));
     EXPECT_EQ(view.height, 50);
 }
+
+TEST(ViewFraming, OfASectionTheSideOfTheEyeGoes)
+{
+    WrittenCamera camera = front();
+    camera.sections = {{{0, 8, 0}, {0, 1, 0}}, {{0, 8, 0}, {0, -1, 0}}, {{10, 0, 0}, {1, 0, 0}}};
+    const View view = framed(camera, Part);
+    ASSERT_EQ(view.facts.sections.size(), 3u);
+    const float depth = 8 + Diagonal; // from the eye to the plane
+    for (int i = 0; i < 2; ++i)
+        EXPECT_THAT(view.facts.sections[i], ElementsAre(0, 0, -1, FloatNear(-depth, 1e-3F)));
+    // One that the eye looks along stays as it is; 10 is 5 to the left of the middle.
+    EXPECT_THAT(view.facts.sections[2], ElementsAre(1, 0, 0, FloatNear(5, 1e-3F)));
+    EXPECT_FLOAT_EQ(view.facts.aspect, 1.2F);
+}
+
+TEST(ViewFraming, OfASectionInPerspectiveTheSideOfTheEyeGoesToo)
+{
+    WrittenCamera camera = front();
+    camera.isParallel = false;
+    camera.height = 0;
+    camera.sections = {{{10, 0, 0}, {1, 0, 0}}, {{10, 0, 0}, {-1, 0, 0}}};
+    const View view = framed(camera, Part);
+    for (const osg::HalfSpace& section : view.facts.sections)
+        EXPECT_THAT(section, ElementsAre(-1, 0, 0, FloatNear(-5, 1e-3F)));
+    EXPECT_EQ(view.facts.aspect, 0);
+}

@@ -67,6 +67,21 @@ TEST(AnnotationsHostile, CirclesOfReferencesEnd)
     EXPECT_THAT(curves.unread, ElementsAre(Pair("COMPOSITE_CURVE", 1)));
 }
 
+TEST(AnnotationsHostile, SplinesThatDoNotFitTogetherDrawNothing)
+{
+    const std::string points = "#1=CARTESIAN_POINT('',(1.,2.,3.));\n#2=CARTESIAN_POINT('',(4.,2.,3.));\n"
+                               "#20=GEOMETRIC_CURVE_SET('',(#10));\n#30=ANNOTATION_CURVE_OCCURRENCE('A',(),#20);\n";
+    for (const char* rest :
+         {"1,(#1,#2),.U.,.F.,.F.,(2,2),(0.,0.),.U.", "1,(#1,#2),.U.,.F.,.F.,(2,2),(1.,0.),.U.",
+          "1,(#1,#2),.U.,.F.,.F.,(2,3),(0.,1.),.U.", "1,(#1,#2),.U.,.F.,.F.,(2,999999999999),(0.,1.),.U.",
+          "99,(#1,#2),.U.,.F.,.F.,(2,2),(0.,1.),.U.", "0,(#1,#2),.U.,.F.,.F.,(1,2),(0.,1.),.U.",
+          "1,(#1,#9),.U.,.F.,.F.,(2,2),(0.,1.),.U.", "1,(),.U.,.F.,.F.,(),(),.U.", "1,$,.U."}) {
+        const Drawing drawing = drawnOf(points + "#10=B_SPLINE_CURVE_WITH_KNOTS(''," + rest + ");\n");
+        EXPECT_EQ(drawing.counts.polylines, 0u) << rest;
+        EXPECT_EQ(drawing.unread.count("B_SPLINE_CURVE_WITH_KNOTS"), 1u) << rest;
+    }
+}
+
 TEST(AnnotationsHostile, NumbersOutOfAllRangeAreNone)
 {
     const Drawing drawing =

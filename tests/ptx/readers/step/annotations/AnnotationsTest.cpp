@@ -104,6 +104,54 @@ TEST(Annotations, APartOfACircleGoesTheWayThatItIsTold)
     EXPECT_THAT(rest.callouts[0].strokes[0].points[12], near(1, 0, 3));
 }
 
+TEST(Annotations, ALineMayEndAtParameters)
+{
+    const Drawing drawing = drawnCurve("#4=DIRECTION('',(0.,0.,2.));\n#5=VECTOR('',#4,10.);\n#6=LINE('',#1,#5);\n"
+                                       "#10=TRIMMED_CURVE('',#6,(PARAMETER_VALUE(0.5)),(PARAMETER_VALUE(-1.)),.T.,"
+                                       ".PARAMETER.);\n");
+    ASSERT_EQ(drawing.callouts.size(), 1u);
+    EXPECT_THAT(drawing.callouts[0].strokes[0].points, ElementsAre(near(1, 2, 8), near(1, 2, -7)));
+}
+
+TEST(Annotations, ASplineGoesThroughItsEndsAndBetween)
+{
+    // A parabola: half way it is the middle of the middles.
+    const Drawing drawing = drawnCurve("#10=B_SPLINE_CURVE_WITH_KNOTS('',2,(#1,#2,#3),.UNSPECIFIED.,.F.,.F.,(3,3),"
+                                       "(0.,2.),.UNSPECIFIED.);\n");
+    ASSERT_EQ(drawing.callouts.size(), 1u);
+    const std::vector<Point>& points = drawing.callouts[0].strokes[0].points;
+    ASSERT_EQ(points.size(), 9u);
+    EXPECT_THAT(points[0], near(1, 2, 3));
+    EXPECT_THAT(points[4], near(3.25, 3, 3));
+    EXPECT_THAT(points[8], near(4, 6, 3));
+}
+
+TEST(Annotations, ASplineOfSeveralSpansPassesItsKnots)
+{
+    const Drawing drawing = drawnCurve("#4=CARTESIAN_POINT('',(8.,6.,3.));\n"
+                                       "#10=B_SPLINE_CURVE_WITH_KNOTS('',2,(#1,#2,#3,#4),.UNSPECIFIED.,.F.,.F.,"
+                                       "(3,1,3),(0.,1.,3.),.UNSPECIFIED.);\n");
+    ASSERT_EQ(drawing.callouts.size(), 1u);
+    const std::vector<Point>& points = drawing.callouts[0].strokes[0].points;
+    ASSERT_EQ(points.size(), 17u);
+    // At the knot 1 between 0 and 3 the curve divides the way from the second point to the third as 1 : 2.
+    EXPECT_THAT(points[8], near(4, 2 + 4. / 3, 3));
+    EXPECT_THAT(points[16], near(8, 6, 3));
+}
+
+TEST(Annotations, ASplineWithWeightsIsAnArcExactly)
+{
+    // A quarter around (1, 6, 3) with the radius 4 in the plane z = 3, beginning at (1, 2, 3).
+    const Drawing drawing =
+        drawnCurve("#4=CARTESIAN_POINT('',(5.,2.,3.));\n#5=CARTESIAN_POINT('',(5.,6.,3.));\n"
+                   "#10=(BOUNDED_CURVE()B_SPLINE_CURVE(2,(#1,#4,#5),.UNSPECIFIED.,.F.,.F.)"
+                   "B_SPLINE_CURVE_WITH_KNOTS((3,3),(0.,1.),.UNSPECIFIED.)CURVE()GEOMETRIC_REPRESENTATION_ITEM()"
+                   "RATIONAL_B_SPLINE_CURVE((1.,0.7071067811865476,1.))REPRESENTATION_ITEM(''));\n");
+    ASSERT_EQ(drawing.callouts.size(), 1u);
+    for (const Point& point : drawing.callouts[0].strokes[0].points)
+        EXPECT_NEAR(std::hypot(point[0] - 1, point[1] - 6), 4, 1e-9);
+}
+
 TEST(Annotations, SegmentsOfACompositeCurveAreJoined)
 {
     const Drawing drawing = drawnCurve("#4=POLYLINE('',(#1,#2));\n#5=POLYLINE('',(#3,#2));\n"
