@@ -52,6 +52,7 @@ Place RecordScanner::scanTo(std::uint64_t stop)
 
 Place RecordScanner::scanToData()
 {
+    m_isBeforeData = true;
     while (!isAtEnd() && m_section != Section::Data)
         step();
     return place();
@@ -87,7 +88,7 @@ void RecordScanner::stepOutside()
     if (beginsLike(here, "END-ISO")) {
         m_sawEnd = true;
         m_section = Section::Ended;
-    } else if (isLike(here, "HEADER") && m_piece.begin == 0) {
+    } else if (isLike(here, "HEADER") && m_isBeforeData) {
         beginSection(Section::Header);
     } else if (isLike(here, "DATA")) {
         beginSection(Section::Data);

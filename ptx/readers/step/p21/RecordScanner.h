@@ -73,6 +73,7 @@ private:
     const char* m_cause = ""; ///< why the present record cannot be read
     bool m_isCut = false;     ///< the text ended in the present record
     bool m_sawEnd = false;
+    bool m_isBeforeData = false; ///< where alone a header may begin
 };
 
 } // namespace ptx::step::p21

@@ -113,3 +113,12 @@ TEST(ScanThreads, AGuessWithinAStringOrACommentIsTakenBack)
     const std::string trailing = fileWith("#1=A();") + lines;
     EXPECT_EQ(entityTexts(scan(trailing, 4, SmallShare)).size(), 1U);
 }
+
+TEST(ScanThreads, AHeaderBehindRecordsThatStandFirstIsNoneOnAnyNumberOfThreads)
+{
+    std::string text = "#1=A();\nENDSEC;\nHEADER;\nFILE_NAME('b');\nENDSEC;\nDATA;\n";
+    for (int number = 2; text.size() < 8 * SmallShare; ++number)
+        text += "#" + std::to_string(number) + "=C('x');\nENDSEC;\nHEADER;\nFILE_NAME('d');\nENDSEC;\nDATA;\n";
+    EXPECT_TRUE(headerTexts(scan(text, 1)).empty());
+    expectSameOnAnyNumberOfThreads(text);
+}
