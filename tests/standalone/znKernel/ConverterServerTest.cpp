@@ -109,6 +109,9 @@ TEST(ConverterServerEnd, ItGoesWithTheSession)
         auto& server = session.state<ConverterServer>();
         for (int i = 0; i <= ConverterServer::FirstConversions; ++i)
             server.wordsFor(zn::installedProgram(QStringLiteral("ptxconvert")), QStringLiteral("/a.stp"));
+        QElapsedTimer timer;
+        for (timer.start(); !isServed(socket) && timer.elapsed() < 30000;)
+            QThread::msleep(5);
         EXPECT_TRUE(isServed(socket));
     }
     EXPECT_FALSE(isServed(socket));
