@@ -114,16 +114,20 @@ TEST_F(SavedViewsTest, ASectionCutsThePictureAndIsToldInTheGlb)
     if (gltfvalidator::isInstalled()) {
         EXPECT_EQ(gltfvalidator::validate(path("cut.glb")), gltfvalidator::Verdict());
     }
-    for (const json& camera : GlbFile(path("cut.glb")).json["cameras"]) {
+    const GlbFile glb(path("cut.glb"));
+    int sections = 0;
+    for (const json& camera : glb.json["cameras"]) {
         if (camera["name"] != "Dimensions_vp") {
             EXPECT_FALSE(camera.contains("extras"));
             continue;
         }
         // The plane x = 20 mm as the camera has it, whose right is (0.9002, 0.4356, 0).
         const json& section = camera["extras"]["sections"][0];
+        ++sections;
         EXPECT_NEAR(section[0].get<double>(), -0.9002, 1e-3);
         EXPECT_FLOAT_EQ(camera["orthographic"]["xmag"].get<float>(), 0.096F);
     }
+    EXPECT_EQ(sections, 1);
 }
 
 TEST_F(SavedViewsTest, APictureOfAnyShapeHoldsTheWindowOfTheView)
