@@ -25,6 +25,13 @@ protected:
                primitives + R"(]}],"accessors":[)" + accessors + "]}";
     }
 
+    static files::ReadOptions oneMegabyte()
+    {
+        files::ReadOptions options;
+        options.limits.maxMemory = 1 << 20;
+        return options;
+    }
+
     QString errorOfAccessors(int count, const QByteArray& accessor, const files::ReadOptions& options = {})
     {
         return errorOf(write(QStringLiteral("m.gltf"), documentOf(count, accessor)), options);
@@ -51,30 +58,24 @@ TEST_F(GltfAccessorsMemoryTest, AccessorsWithoutBytesShareTheLimit)
 
 TEST_F(GltfAccessorsMemoryTest, ArraysThatAreCopiedCountAsMemory)
 {
-    files::ReadOptions options;
-    options.limits.maxMemory = 1 << 20;
-    EXPECT_EQ(errorOfAccessors(1, R"({"componentType":5126,"count":90000,"type":"VEC3"})", options),
+    EXPECT_EQ(errorOfAccessors(1, R"({"componentType":5126,"count":90000,"type":"VEC3"})", oneMegabyte()),
               QStringLiteral("LimitExceeded m.gltf: it would take more memory than the 1 MB that it may (read.memory) "
                              "(/accessors/0)"));
 }
 
 TEST_F(GltfAccessorsMemoryTest, IndicesThatAreMadeCountAsMemory)
 {
-    files::ReadOptions options;
-    options.limits.maxMemory = 1 << 20;
-    EXPECT_EQ(errorOfAccessors(1, R"({"componentType":5126,"count":66000,"type":"VEC3"})", options),
+    EXPECT_EQ(errorOfAccessors(1, R"({"componentType":5126,"count":66000,"type":"VEC3"})", oneMegabyte()),
               QStringLiteral("LimitExceeded m.gltf: it would take more memory than the 1 MB that it may (read.memory) "
                              "(/meshes/0/primitives/0)"));
 }
 
 TEST_F(GltfAccessorsMemoryTest, ValuesOfTheTextCountAsMemory)
 {
-    files::ReadOptions options;
-    options.limits.maxMemory = 1 << 20;
     QByteArray nodes;
     for (int i = 0; i < 2000; ++i)
         nodes += ",{}";
-    EXPECT_EQ(errorOfDocument(R"("nodes":[{})" + nodes + "]", options),
+    EXPECT_EQ(errorOfDocument(R"("nodes":[{})" + nodes + "]", oneMegabyte()),
               QStringLiteral("LimitExceeded square.gltf: it would take more memory than the 1 MB that it may "
                              "(read.memory)"));
 }

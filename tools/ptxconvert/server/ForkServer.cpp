@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 namespace ptxconvert
 {
@@ -108,13 +109,17 @@ private:
         signalfd_siginfo signal{};
         while (read(m_signals, &signal, sizeof signal) > 0) {
         }
-        int status = 0;
-        for (pid_t ended = waitpid(-1, &status, WNOHANG); ended > 0; ended = waitpid(-1, &status, WNOHANG)) {
+        siginfo_t end{};
+        while (waitid(P_ALL, 0, &end, WEXITED | WNOHANG | WNOWAIT) == 0 && end.si_pid > 0) {
+            // What it left behind; until the process is collected, its number and its group's are nobody else's.
+            const pid_t ended = std::exchange(end.si_pid, 0);
+            kill(-ended, SIGKILL);
+            int status = 0;
+            waitpid(ended, &status, 0);
             const auto client = std::find_if(m_clients.begin(), m_clients.end(),
                                              [ended](const Client& each) { return each.process == ended; });
             if (client == m_clients.end())
                 continue;
-            kill(-ended, SIGKILL); // what it left behind
             (void)!send(client->socket, &status, sizeof status, MSG_NOSIGNAL);
             forget(client);
         }
