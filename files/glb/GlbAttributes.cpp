@@ -16,15 +16,24 @@ bool isPlain(char c)
     return c >= ' ' && c < 0x7F && c != '"' && c != '\\';
 }
 
+/// Looks at all letters whatever they are, which a processor does several at a time.
+bool isPlain(const std::string& text)
+{
+    bool arePlain = true;
+    for (const char c : text)
+        arePlain &= isPlain(c);
+    return arePlain;
+}
+
 void addQuoted(const std::string& text, std::string& json)
 {
-    if (std::all_of(text.begin(), text.end(), isPlain)) {
-        json += '"';
-        json += text;
-        json += '"';
-    } else {
+    if (!isPlain(text)) {
         json += textOf(Json(text));
+        return;
     }
+    const std::size_t start = json.size();
+    json.resize(start + text.size() + 2, '"');
+    text.copy(json.data() + start + 1, text.size());
 }
 
 template <class Number>
@@ -197,14 +206,14 @@ std::string withExtras(Json json, const std::string& members)
 {
     if (members.empty())
         return textOf(json);
-    const auto found = json.find("extras");
     std::string own = "{";
-    if (found != json.end() && !found->empty()) {
-        own = textOf(*found);
-        own.back() = ',';
-    }
-    if (found != json.end())
+    if (const auto found = json.find("extras"); found != json.end()) {
+        if (!found->empty()) {
+            own = textOf(*found);
+            own.back() = ',';
+        }
         json.erase(found);
+    }
     std::string text = textOf(json);
     text.back() = ',';
     if (text.size() == 2)
