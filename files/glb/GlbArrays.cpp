@@ -1,6 +1,6 @@
 #include "files/glb/GlbArrays.h"
 
-#include "scene/ColorSpace.h"
+#include "files/glb/GlbNumbers.h"
 
 #include <QtEndian>
 
@@ -34,12 +34,16 @@ Floats<3> finiteVector(const osg::Vec3f& v)
     return {finite(v.x), finite(v.y), finite(v.z)};
 }
 
-/// What has no direction points up.
+/// What has no direction points up. What is a unit vector up to rounding stays as it is: rounded anew, it would be
+/// another each time that a file is read and written.
 Floats<3> unitVector(const osg::Vec3f& v)
 {
+    constexpr double rounding = 2e-7;
     const double length = std::sqrt(double(v.x) * v.x + double(v.y) * v.y + double(v.z) * v.z);
     if (!(length > 0) || !std::isfinite(length))
         return {0, 0, 1};
+    if (std::abs(length - 1) <= rounding)
+        return {v.x, v.y, v.z};
     return {float(v.x / length), float(v.y / length), float(v.z / length)};
 }
 
@@ -49,15 +53,9 @@ Floats<2> gltfTexCoord(const osg::Vec2f& v)
     return {finite(v.x), finite(1 - v.y)};
 }
 
-float share(float value)
-{
-    return std::clamp(finite(value), 0.0f, 1.0f);
-}
-
 Floats<4> linearColor(const osg::Color4f& c)
 {
-    return {share(osg::linearFromDisplay(c.red)), share(osg::linearFromDisplay(c.green)),
-            share(osg::linearFromDisplay(c.blue)), share(c.alpha)};
+    return {linearShare(c.red), linearShare(c.green), linearShare(c.blue), share(c.alpha)};
 }
 
 Json accessorOf(const char* type, ComponentType componentType)

@@ -164,12 +164,13 @@ std::string attributesText(const osg::AttributeList& attributes)
     return json;
 }
 
-std::string GlbAttributes::membersOf(const osg::NodePtr& node)
+std::string GlbAttributes::members(const osg::AttributeAttachment::Ptr& occurrence,
+                                   const osg::AttributeAttachment::Ptr& product)
 {
     std::string members;
-    if (const auto occurrence = osg::attributeAttachment(node, osg::AttributeOwner::Occurrence))
+    if (occurrence)
         occurrence->visit([&](const osg::AttributeList& list) { addAttributesMember(list, m_writer, members); });
-    if (const auto product = osg::attributeAttachment(node, osg::AttributeOwner::Product)) {
+    if (product) {
         members += members.empty() ? "\"product\":" : ",\"product\":";
         addDigits(numberOf(*product), members);
     }

@@ -43,9 +43,9 @@ private:
 class GlbAttributes
 {
 public:
-    /// The members of the extras of `node`, without braces: the index of its product under "product", the attributes of
-    /// the occurrence under "attributes". Empty when it has none.
-    std::string membersOf(const osg::NodePtr& node);
+    /// The members of the extras of a node with these attributes, each of which may be null, without braces: the index
+    /// of its product under "product", the attributes of the occurrence under "attributes". Empty when it has none.
+    std::string members(const osg::AttributeAttachment::Ptr& occurrence, const osg::AttributeAttachment::Ptr& product);
     /// Whether nodes referred to a product.
     bool hasProducts() const { return !m_products.texts().empty(); }
     /// The entries of the list of the attributes of these products, with a comma before each.

@@ -1,4 +1,5 @@
 #include "files/glb/GlbCameras.h"
+#include "files/glb/GlbNumbers.h"
 
 #include "host/OSGSystem/Names.h"
 #include "scene/ViewTags.h"
@@ -31,7 +32,7 @@ Json perspective(const osg::UberCamera& camera, float aspect, const Lengths& len
 {
     const float near = length(camera.getNear(), 1);
     const float degrees = sensible(camera.getFieldOfView(), 0, 180, 45);
-    Json json = {{"yfov", degrees * std::numbers::pi_v<float> / 180}, {"znear", near}};
+    Json json = {{"yfov", sixDigits(degrees * std::numbers::pi / 180)}, {"znear", near}};
     if (const float far = length(camera.getFar(), 0); far > near)
         json["zfar"] = far;
     if (aspect > 0)

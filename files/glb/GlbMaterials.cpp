@@ -1,8 +1,8 @@
 #include "files/glb/GlbMaterials.h"
 
 #include "files/glb/GlbAttributes.h"
+#include "files/glb/GlbNumbers.h"
 #include "host/OSGSystem/Names.h"
-#include "scene/ColorSpace.h"
 #include "scene/MaterialLook.h"
 #include "scene/SubMaterials.h"
 
@@ -23,14 +23,9 @@ struct Look {
     float roughness = 1;
 };
 
-float share(float value)
-{
-    return std::isfinite(value) ? std::clamp(value, 0.0f, 1.0f) : 0.0f;
-}
-
 float roughnessOf(float shininess)
 {
-    return shininess > 0 ? std::pow(2 / (shininess + 2), 0.25f) : 1.0f;
+    return shininess > 0 ? sixDigits(std::pow(2 / (double(shininess) + 2), 0.25)) : 1.0f;
 }
 
 Look glbLookOf(const osg::MaterialPtr& material)
@@ -47,16 +42,21 @@ Look glbLookOf(const osg::MaterialPtr& material)
 
 Json linear(const osg::Color3f& color)
 {
-    const osg::Color3f light = osg::linearFromDisplay(color);
-    return {share(light.red), share(light.green), share(light.blue)};
+    return {linearShare(color.red), linearShare(color.green), linearShare(color.blue)};
 }
 
-Json materialOf(const osg::MaterialPtr& material)
+std::string nameOf(const osg::MaterialPtr& material, const Look& look)
 {
-    const Look look = glbLookOf(material);
+    const char* name = osg::getName(material);
+    if (!name || !*name)
+        return colorName(look.color);
+    return isColorCode(name) ? std::string(colorWord(look.color)) + " " + name : decodedName(name);
+}
+
+Json materialOf(const Look& look, const std::string& name)
+{
     Json result;
-    if (const char* name = osg::getName(material))
-        result["name"] = name;
+    result["name"] = name;
     Json& surface = result["pbrMetallicRoughness"];
     surface["baseColorFactor"] = linear(look.color);
     surface["baseColorFactor"].push_back(look.alpha);
@@ -78,7 +78,9 @@ std::size_t GlbMaterials::number(const osg::MaterialPtr& material)
     const auto known = m_numbers.find(shown);
     if (known != m_numbers.end())
         return known->second;
-    return m_numbers[shown] = m_list.addText(withExtras(materialOf(shown), materialMembers(shown)));
+    const Look look = glbLookOf(shown);
+    m_names.push_back(m_uniqueNames.unique(nameOf(shown, look)));
+    return m_numbers[shown] = m_list.addText(withExtras(materialOf(look, m_names.back()), materialMembers(shown)));
 }
 
 } // namespace files::glb

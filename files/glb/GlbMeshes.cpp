@@ -2,6 +2,7 @@
 
 #include "files/Failure.h"
 #include "files/Text.h"
+#include "files/glb/GlbNames.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/ColorSpace.h"
 
@@ -27,6 +28,14 @@ QString nameOf(const osg::GeometryPtr& geometry)
 {
     const char* name = osg::getName(geometry);
     return name ? QString::fromUtf8(name) : QString();
+}
+
+std::string nameOf(const GlbMeshes::Bodies& bodies, const std::function<std::string()>& fallback)
+{
+    for (const auto& [geometry, material] : bodies)
+        if (const char* name = osg::getName(geometry); name && *name)
+            return decodedName(name);
+    return fallback();
 }
 
 bool isFinite(const osg::Vec3f& v)
@@ -82,22 +91,36 @@ osg::Buffer<osg::Color4f> darkened(const osg::Mesh& mesh)
 
 } // namespace
 
-std::optional<std::size_t> GlbMeshes::number(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material)
+std::optional<std::size_t> GlbMeshes::number(const Bodies& bodies, const std::function<std::string()>& fallback)
 {
-    const auto [entry, isNew] = m_numbers.try_emplace({geometry, material});
+    const auto [entry, isNew] = m_numbers.try_emplace(bodies);
     if (isNew)
-        entry->second = add(geometry, material ? material : geometry->getMaterial());
+        entry->second = add(bodies, fallback);
     return entry->second;
 }
 
-std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material)
+std::optional<std::size_t> GlbMeshes::add(const Bodies& bodies, const std::function<std::string()>& fallback)
 {
+    Json primitives;
+    for (const Body& body : bodies)
+        addPrimitives(body, primitives);
+    if (primitives.empty())
+        return std::nullopt;
+    Json result;
+    if (const std::string name = nameOf(bodies, fallback); !name.empty())
+        result["name"] = name;
+    result["primitives"] = std::move(primitives);
+    return m_list.add(result);
+}
+
+void GlbMeshes::addPrimitives(const Body& body, Json& primitives)
+{
+    const auto& [geometry, material] = body;
     const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
     if (!isSound(mesh))
         throw files::Failure(
             {{files::tr("the arrays of the mesh '%1' do not fit together").arg(nameOf(geometry)), {}, {}},
              files::ErrorCode::InvalidMesh});
-    Json primitives;
     const Json mappings = variantMappings(material);
     for (const Kind& kind : kinds) {
         const osg::Buffer<std::uint32_t> indices = drawable(mesh.*kind.indices, kind.corners, mesh);
@@ -112,13 +135,6 @@ std::optional<std::size_t> GlbMeshes::add(const osg::GeometryPtr& geometry, cons
             primitive["extensions"]["KHR_materials_variants"]["mappings"] = mappings;
         primitives.push_back(std::move(primitive));
     }
-    if (primitives.empty())
-        return std::nullopt;
-    Json result;
-    if (const char* name = osg::getName(geometry))
-        result["name"] = name;
-    result["primitives"] = std::move(primitives);
-    return m_list.add(result);
 }
 
 Json GlbMeshes::variantMappings(const osg::MaterialPtr& material)

@@ -8,21 +8,37 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <utility>
+#include <vector>
 
 namespace files::glb
 {
 
-/// The meshes of a file: one for each geometry core and the material that it is seen with.
+/// The meshes of a file: one for each list of geometry cores and the materials that these are seen with.
 class GlbMeshes
 {
 public:
     /// `variants` must outlive this object.
     GlbMeshes(const GlbVariants& variants, const WriteOptions& options) : m_variants(variants), m_options(options) {}
 
-    /// The number of the mesh of `geometry`, none if it draws nothing. `material` is seen instead of the own one unless
-    /// it is null. Throws `files::Failure` when the mesh breaks the promises of `osg::Mesh`.
-    std::optional<std::size_t> number(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material);
+    /// A geometry and the material that it is seen with.
+    using Body = std::pair<osg::GeometryPtr, osg::MaterialPtr>;
+    /// What one node draws.
+    using Bodies = std::vector<Body>;
+    /// `geometry` as it is seen: with `above` instead of the own material unless it is null.
+    static Body body(const osg::GeometryPtr& geometry, const osg::MaterialPtr& above)
+    {
+        return {geometry, above ? above : geometry->getMaterial()};
+    }
+
+    /// The number of the mesh that is drawn by these, none if they draw nothing. A new one is named after the first
+    /// geometry that has a name, else as `fallback()` says. Throws `files::Failure` when a mesh breaks the promises of
+    /// `osg::Mesh`.
+    std::optional<std::size_t> number(const Bodies& bodies, const std::function<std::string()>& fallback);
+
+    /// The name in the file of the material of `body`.
+    std::string materialName(const Body& body) { return m_materials.name(m_materials.number(body.second)); }
 
     const JsonList& list() const { return m_list; }
     const GlbArrays& arrays() const { return m_arrays; }
@@ -32,7 +48,8 @@ public:
     bool hasVariants() const { return m_hasVariants; }
 
 private:
-    std::optional<std::size_t> add(const osg::GeometryPtr& geometry, const osg::MaterialPtr& material);
+    std::optional<std::size_t> add(const Bodies& bodies, const std::function<std::string()>& fallback);
+    void addPrimitives(const Body& body, Json& primitives);
     Json variantMappings(const osg::MaterialPtr& material);
     Json attributes(const osg::Mesh& mesh);
     osg::Buffer<std::uint32_t> drawable(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
@@ -41,7 +58,7 @@ private:
     const GlbVariants& m_variants;
     WriteOptions m_options;
     bool m_hasVariants = false;
-    std::map<std::pair<osg::GeometryPtr, osg::MaterialPtr>, std::optional<std::size_t>> m_numbers;
+    std::map<Bodies, std::optional<std::size_t>> m_numbers;
     GlbArrays m_arrays;
     GlbMaterials m_materials;
     JsonList m_list;

@@ -9,7 +9,6 @@
 #include "scene/MatrixMath.h"
 #include "scene/Tags.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -19,9 +18,6 @@ namespace files::glb
 namespace
 {
 
-/// Of a node above what is drawn beside a part to tell of it, as converters tag it.
-constexpr const char* AnnotationsTag = "ptx::pmi";
-
 /// (x, y, z) millimetres with Z up are (x, z, -y) / 1000 metres with Y up.
 osg::Matrix toFile(const WriteOptions& options)
 {
@@ -29,12 +25,6 @@ osg::Matrix toFile(const WriteOptions& options)
     if (options.upAxis == UpAxis::Z)
         return {{unit, 0, 0, 0, 0, unit, 0, 0, 0, 0, unit, 0, 0, 0, 0, 1}};
     return {{unit, 0, 0, 0, 0, 0, -unit, 0, 0, unit, 0, 0, 0, 0, 0, 1}};
-}
-
-osg::Matrix matrixOf(const osg::NodeCorePtr& core)
-{
-    const auto transform = osg::fcCast<osg::Transform>(core);
-    return transform ? transform->getMatrix() : osg::Matrix();
 }
 
 /// The file that a reference without content names; empty for anything else.
@@ -59,24 +49,59 @@ double scaleOf(const osg::Matrix& m)
     return scale > 1e-9 && scale < 1e9 ? scale : 1;
 }
 
-/// The topmost group rules all below it.
-osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr& above)
+std::string nameOf(const osg::NodePtr& node)
 {
-    const auto group = above ? osg::MaterialGroupPtr() : osg::fcCast<osg::MaterialGroup>(node->getCore());
-    return group ? group->getMaterial() : above;
+    const char* name = osg::getName(node);
+    return name ? name : "";
 }
 
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit)
+    : m_variants(root), m_fold(m_variants, options.fold), m_meshes(m_variants, options),
+      m_cameras(options.millimetresPerUnit)
 {
-    enqueue({root, {}, toFile(options), {}, 1, extrasOf(root, {})});
+    const GlbFold::Top top = m_fold.top(root, toFile(options));
+    if (top.root)
+        enqueue(stepOf({}, m_fold.chain(top.root, top.material), {}));
+    if (top.frame)
+        enqueueFrame(m_fold.chain(top.frame, top.material));
+    m_queue.front().above = top.above;
+    addScene(top.frame);
     while (!m_queue.empty()) {
         Step step = std::move(m_queue.front());
         m_queue.pop_front();
         add(std::move(step));
     }
+}
+
+/// What a frame draws itself hangs in a node below it.
+void GlbNodes::enqueueFrame(GlbFold::Chain frame)
+{
+    Step step;
+    step.chain = std::move(frame);
+    GlbFold::Below below;
+    for (unsigned i = 0; i < step.chain.last->getNChildren(); ++i)
+        if (m_fold.isShown(step.chain.last->getChild(i)))
+            below.nodes.push_back(i);
+    enqueueChildren(step, below);
+}
+
+/// The frame of a file that was read is told by its scene.
+void GlbNodes::addScene(const osg::NodePtr& frame)
+{
+    Json json;
+    for (std::size_t i = 0; i < m_enqueued; ++i)
+        json["nodes"].push_back(i);
+    if (!frame) {
+        m_scene = textOf(json);
+        return;
+    }
+    if (const std::string name = nameOf(frame); !name.empty())
+        json["name"] = name;
+    m_scene = withExtras(std::move(json),
+                         m_attributes.members(osg::attributeAttachment(frame, osg::AttributeOwner::Occurrence),
+                                              osg::attributeAttachment(frame, osg::AttributeOwner::Product)));
 }
 
 std::size_t GlbNodes::enqueue(Step step)
@@ -85,64 +110,125 @@ std::size_t GlbNodes::enqueue(Step step)
     return m_enqueued++;
 }
 
+GlbNodes::Step GlbNodes::stepOf(const Step& parent, const GlbFold::Chain& chain, const std::string& idStep)
+{
+    Step step;
+    step.chain = chain;
+    step.scale = parent.scale;
+    step.name = step.within = decodedName(nameOf(chain.first));
+    std::string told = step.name.empty() ? "-" : step.name;
+    if (step.within.empty())
+        step.within = parent.within;
+    if (const osg::GeometryPtr naming = namingOf(parent, chain)) {
+        step.naming = GlbMeshes::body(naming, chain.material);
+        told.clear();
+    }
+    step.product = chain.product ? chain.product : parent.product;
+    step.extras = m_attributes.members(chain.occurrence, chain.product);
+    if (const std::string id = idOf(chain, idStep); !id.empty() && id != told)
+        step.extras += (step.extras.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(id));
+    if (isAnnotations(chain.first))
+        step.extras += step.extras.empty() ? "\"annotations\":true" : ",\"annotations\":true";
+    return step;
+}
+
+/// With the steps of the nodes that are one with the first.
+std::string GlbNodes::idOf(const GlbFold::Chain& chain, const std::string& idStep)
+{
+    std::string id = idStep;
+    for (osg::NodePtr node = chain.first; node != chain.last && !idStep.empty();) {
+        const unsigned only = m_fold.onlyChild(node).value();
+        id += "/" + m_idSteps.below(node)[only];
+        node = node->getChild(only);
+    }
+    return id;
+}
+
 void GlbNodes::add(Step step)
 {
     if (!step.inner.is_null()) {
         Json json = step.inner;
-        if (step.node)
+        if (step.chain.first)
             addContent(step, json);
         m_list.add(json);
         return;
     }
-    const osg::Matrix own = matrixOf(step.node->getCore());
+    const osg::Matrix own = matrixOf(step.chain.first->getCore());
     const osg::Matrix matrix = step.above.isIdentity() ? own : step.above * own;
     step.scale *= scaleOf(matrix);
     const std::optional<GlbPlacement> placement = placementOf(matrix);
     Json json = placement ? placement->outer : Json::object();
-    const char* name = osg::getName(step.node);
-    if (name)
-        json["name"] = name;
-    addVariants(step.node, json);
+    if (step.naming.first)
+        step.name = step.within + nameBehind(step);
+    if (!step.name.empty())
+        json["name"] = step.name;
+    addVariants(step.chain.first, json);
+    const std::string extras = std::move(step.extras);
     if (!placement)
         m_warnings << files::tr("what hangs below '%1' was left out because its transform has no finite numbers")
-                          .arg(QString::fromUtf8(name ? name : ""));
+                          .arg(QString::fromStdString(step.name));
     else if (placement->inner.empty())
         addContent(step, json);
-    else
-        json["children"] = {enqueue({step.node, step.material, {}, placement->inner, step.scale})};
-    m_list.addText(withExtras(std::move(json), step.extras));
+    else {
+        step.above = {};
+        step.inner = placement->inner;
+        json["children"] = {enqueue(std::move(step))};
+    }
+    m_list.addText(withExtras(std::move(json), extras));
 }
 
-std::string GlbNodes::extrasOf(const osg::NodePtr& node, const std::string& idStep)
+/// The material gets its number here, as it does for a node with a name.
+std::string GlbNodes::nameBehind(const Step& step)
 {
-    std::string members = m_attributes.membersOf(node);
-    const char* name = osg::getName(node);
-    if (!idStep.empty() && idStep != (name ? name : "-"))
-        members += (members.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(idStep));
-    const std::vector<std::string>& tags = osg::tagsOf(node);
-    if (std::find(tags.begin(), tags.end(), AnnotationsTag) != tags.end())
-        members += members.empty() ? "\"annotations\":true" : ",\"annotations\":true";
-    return members;
+    const std::string number = step.namingNumber > 1 ? " " + std::to_string(step.namingNumber) : std::string();
+    return " \u00B7 " + m_meshes.materialName(step.naming) + number;
 }
 
 void GlbNodes::addContent(const Step& step, Json& json)
 {
-    if (const auto geometry = osg::fcCast<osg::Geometry>(step.node->getCore()))
-        if (const auto mesh = m_meshes.number(geometry, step.material))
+    const osg::NodePtr& node = step.chain.last;
+    const GlbFold::Below below = m_fold.below(step.chain);
+    if (const GlbMeshes::Bodies bodies = bodiesOf(step, below); !bodies.empty())
+        if (const auto mesh = m_meshes.number(bodies, [&] { return meshName(step, below); }))
             json["mesh"] = *mesh;
-    if (const std::string file = referredFile(step.node); !file.empty())
+    if (const std::string file = referredFile(node); !file.empty())
         json["extras"]["externalReference"] = file;
-    if (const auto camera = osg::fcCast<osg::UberCamera>(step.node->getCore()))
+    if (const auto camera = osg::fcCast<osg::UberCamera>(node->getCore()))
         addCamera(camera, step.scale, json);
-    addChildren(step, json);
+    for (const std::size_t child : enqueueChildren(step, below))
+        json["children"].push_back(child);
+}
+
+/// What the node itself draws, and what those of its children draw that are no nodes of their own.
+GlbMeshes::Bodies GlbNodes::bodiesOf(const Step& step, const GlbFold::Below& below)
+{
+    GlbMeshes::Bodies bodies;
+    if (const auto geometry = osg::fcCast<osg::Geometry>(step.chain.last->getCore()))
+        bodies.push_back(GlbMeshes::body(geometry, step.chain.material));
+    for (const osg::NodePtr& body : below.bodies)
+        bodies.push_back(GlbMeshes::body(osg::fcCast<osg::Geometry>(body->getCore()), step.chain.material));
+    return bodies;
+}
+
+std::string GlbNodes::meshName(const Step& step, const GlbFold::Below& below)
+{
+    if (!below.bodyName.empty())
+        return decodedName(below.bodyName);
+    const std::string product = step.product ? step.product->text("Product") : std::string();
+    return product.empty() ? step.within : product;
 }
 
 /// Viewers measure a camera's distances in the space of its node, which the top node has scaled.
 void GlbNodes::addCamera(const osg::UberCameraPtr& camera, double scale, Json& json)
 {
     const auto unscaled = static_cast<float>(1 / scale);
-    const Json lens = {{"camera", m_cameras.add(camera)}, {"scale", {unscaled, unscaled, unscaled}}};
-    json["children"].push_back(enqueue({{}, {}, {}, lens}));
+    if (m_fold.isOn() && std::abs(unscaled - 1) < 1e-6f) {
+        json["camera"] = m_cameras.add(camera);
+        return;
+    }
+    Step lens;
+    lens.inner = {{"camera", m_cameras.add(camera)}, {"scale", {unscaled, unscaled, unscaled}}};
+    json["children"].push_back(enqueue(std::move(lens)));
 }
 
 void GlbNodes::addVariants(const osg::NodePtr& node, Json& json)
@@ -159,17 +245,42 @@ void GlbNodes::addVariants(const osg::NodePtr& node, Json& json)
     m_hasHidden = true;
 }
 
-/// The attributes of children are looked at here, as their steps are, which are made of them: when it is their turn to
-/// be added, a large tree has driven them out of the caches.
-void GlbNodes::addChildren(const Step& step, Json& json)
+/// What a chain draws first: its own geometry, or one below it.
+osg::GeometryPtr GlbNodes::drawnBy(const GlbFold::Chain& chain) const
 {
-    const osg::MaterialPtr material = materialBelow(step.node, step.material);
-    const std::vector<std::string> idSteps = m_idSteps.below(step.node);
-    for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
-        const osg::NodePtr child = step.node->getChild(i);
-        if (child->isActive() || m_variants.visibility(child))
-            json["children"].push_back(enqueue({child, material, {}, {}, step.scale, extrasOf(child, idSteps[i])}));
+    if (const auto own = osg::fcCast<osg::Geometry>(chain.last->getCore()))
+        return own;
+    for (unsigned i = 0; i < chain.last->getNChildren(); ++i)
+        if (const osg::NodePtr child = chain.last->getChild(i); m_fold.isShown(child))
+            if (const auto geometry = osg::fcCast<osg::Geometry>(child->getCore()))
+                return geometry;
+    return {};
+}
+
+/// Programs number what has the name of another node, and name what has none: such a node is to be named after the
+/// material of what it draws, which this returns. Null for others.
+osg::GeometryPtr GlbNodes::namingOf(const Step& parent, const GlbFold::Chain& chain) const
+{
+    const std::string name = decodedName(nameOf(chain.first));
+    const bool isNamed = !name.empty() && name != parent.within;
+    return !m_fold.isOn() || parent.within.empty() || isNamed ? osg::GeometryPtr() : drawnBy(chain);
+}
+
+/// The attributes of children are looked at here, as their steps are, which are made of them: when it is their turn to
+/// be added, a large tree has driven them out of the caches. Returns the numbers of their nodes.
+std::vector<std::size_t> GlbNodes::enqueueChildren(const Step& parent, const GlbFold::Below& below)
+{
+    std::vector<std::size_t> numbers;
+    const std::vector<std::string> idSteps = m_idSteps.below(parent.chain.last);
+    std::map<osg::MaterialPtr, unsigned> uses;
+    for (const unsigned index : below.nodes) {
+        const osg::NodePtr child = parent.chain.last->getChild(index);
+        Step step = stepOf(parent, m_fold.chain(child, parent.chain.material), idSteps[index]);
+        if (step.naming.first)
+            step.namingNumber = ++uses[step.naming.second];
+        numbers.push_back(enqueue(std::move(step)));
     }
+    return numbers;
 }
 
 } // namespace files::glb

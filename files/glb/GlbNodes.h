@@ -2,6 +2,7 @@
 
 #include "files/glb/GlbAttributes.h"
 #include "files/glb/GlbCameras.h"
+#include "files/glb/GlbFold.h"
 #include "files/glb/GlbMeshes.h"
 #include "files/glb/GlbPlacement.h"
 #include "host/OSGSystem/Node.h"
@@ -12,7 +13,7 @@
 namespace files::glb
 {
 
-/// The nodes of a file, level by level; the first is the root.
+/// The nodes of a file, level by level; the first are the roots.
 class GlbNodes
 {
 public:
@@ -20,6 +21,8 @@ public:
     GlbNodes(const osg::NodePtr& root, const WriteOptions& options);
 
     const JsonList& list() const { return m_list; }
+    /// The entry of the list of scenes.
+    const std::string& scene() const { return m_scene; }
     const GlbMeshes& meshes() const { return m_meshes; }
     const GlbCameras& cameras() const { return m_cameras; }
     const GlbVariants& variants() const { return m_variants; }
@@ -31,26 +34,40 @@ public:
 private:
     /// An entry of the list to come. Entries are numbered as they are put into the queue.
     struct Step {
-        osg::NodePtr node;         ///< null for a second node of a camera
-        osg::MaterialPtr material; ///< of the topmost material group above
+        GlbFold::Chain chain;      ///< the nodes of the tree; none for a second node of a camera
         osg::Matrix above;         ///< to be applied after the own transform
         Json inner;                ///< for the second node of a transform or a camera: what it consists of
         double scale = 1;          ///< of the space that the node stands in
-        std::string extras = {};   ///< members of these beside others
+        std::string name;          ///< in the file
+        std::string within;        ///< the name of the node of the tree, or of the next one above that has a name
+        GlbMeshes::Body naming;    ///< whose material is told by the name; null for others
+        unsigned namingNumber = 1; ///< among siblings of that material
+        std::string extras;        ///< members of these beside others
+        osg::AttributeAttachment::Ptr product; ///< of the part that it belongs to
     };
 
+    void addScene(const osg::NodePtr& frame);
+    Step stepOf(const Step& parent, const GlbFold::Chain& chain, const std::string& idStep);
+    std::string idOf(const GlbFold::Chain& chain, const std::string& idStep);
     void add(Step step);
     void addContent(const Step& step, Json& json);
     void addCamera(const osg::UberCameraPtr& camera, double scale, Json& json);
-    std::string extrasOf(const osg::NodePtr& node, const std::string& idStep);
+    static GlbMeshes::Bodies bodiesOf(const Step& step, const GlbFold::Below& below);
+    static std::string meshName(const Step& step, const GlbFold::Below& below);
     void addVariants(const osg::NodePtr& node, Json& json);
-    void addChildren(const Step& step, Json& json);
+    osg::GeometryPtr drawnBy(const GlbFold::Chain& chain) const;
+    osg::GeometryPtr namingOf(const Step& parent, const GlbFold::Chain& chain) const;
+    std::string nameBehind(const Step& step);
+    void enqueueFrame(GlbFold::Chain frame);
+    std::vector<std::size_t> enqueueChildren(const Step& parent, const GlbFold::Below& below);
     std::size_t enqueue(Step step);
 
     std::deque<Step> m_queue;
     std::size_t m_enqueued = 0;
     JsonList m_list;
+    std::string m_scene;
     GlbVariants m_variants;
+    GlbFold m_fold;
     GlbMeshes m_meshes;
     GlbCameras m_cameras;
     GlbAttributes m_attributes;

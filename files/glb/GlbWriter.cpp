@@ -111,7 +111,7 @@ DocumentText documentOf(const GlbNodes& nodes, const WriteOptions& options)
     if (nodes.attributes().hasProducts())
         text.add("extras", nodes.attributes());
     text.add("scene", "0");
-    text.add("scenes", R"([{"nodes":[0]}])");
+    text.add("scenes", '[' + nodes.scene() + ']');
     text.add("nodes", nodes.list());
     text.add("meshes", meshes.list());
     text.add("cameras", nodes.cameras().list());

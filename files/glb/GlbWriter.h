@@ -10,9 +10,12 @@
 /// Writes trees as binary glTF 2.0 files.
 ///
 /// The file is in metres and Y up, as glTF asks, unless the options say otherwise: one matrix at its top node turns
-/// millimetres and Z up into that, and no vertex changes. A file of another unit or axis tells it in `asset.extras` as
+/// millimetres and Z up into that, and no vertex changes; the frame of a glTF file that was read, which did the
+/// opposite, becomes the scene. A file of another unit or axis tells it in `asset.extras` as
 /// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that
-/// geometries share are written once. Materials become metallic-roughness ones that are no metal. Display colours
+/// geometries share are written once. A node draws the geometries below it that have no name or facts of their own. A
+/// mesh is named after its geometry, else after the product; a node that would bear the name of the node above it after
+/// its material too ("bolt · steel"). Materials become metallic-roughness ones that are no metal. Display colours
 /// become linear ones, normals unit vectors. Lines and points become primitives of their own modes.
 ///
 /// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
@@ -43,6 +46,9 @@ struct WriteOptions {
     double millimetresPerUnit = 1000;
     /// The axis that points up in the file. glTF asks for Y.
     UpAxis upAxis = UpAxis::Y;
+    /// Makes one node of those that stand alone below another and say nothing there: no place, no attributes, no other
+    /// name. Off, each node of the tree is one of the file.
+    bool fold = true;
     /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
     bool occlusionAsColors = false;
 };

@@ -272,7 +272,7 @@ TEST_F(GlbNodesTest, AChainOfAHundredThousandNodesIsWritten)
         bottom = next;
     }
     const QString path = pathOf(QStringLiteral("deep.glb"));
-    EXPECT_TRUE(files::glb::write(root.get(), path));
+    EXPECT_TRUE(files::glb::write(root.get(), path, options));
     const GlbFile file(path);
     EXPECT_EQ(file.json["nodes"].size(), 100'001u);
     EXPECT_EQ(file.json["nodes"][99'999], json::parse(R"({"children": [100000]})"));

@@ -23,6 +23,7 @@ protected:
     GlbTest()
         : root(files::makeGroup("Root")), m_folder(QDir::tempPath() + QString::fromUtf8("/zn Ausfuhr Ü 出口 XXXXXX"))
     {
+        options.fold = false;
     }
 
     void TearDown() override
