@@ -1,5 +1,6 @@
 #include "files/glb/GlbFold.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/MaterialGroup.h"
@@ -18,9 +19,6 @@ namespace files::glb
 
 namespace
 {
-
-/// Of a node above what is drawn beside a part to tell of it, as converters tag it.
-constexpr const char* AnnotationsTag = "ptx::pmi";
 
 std::string_view nameOf(const osg::AttachmentContainerPtr& container)
 {
@@ -67,7 +65,7 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 bool isAnnotations(const osg::NodePtr& node)
 {
     const std::vector<std::string>& tags = osg::tagsOf(node);
-    return std::find(tags.begin(), tags.end(), AnnotationsTag) != tags.end();
+    return std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) != tags.end();
 }
 
 std::optional<unsigned> GlbFold::onlyChild(const osg::NodePtr& node) const

@@ -123,7 +123,7 @@ GlbNodes::Step GlbNodes::stepOf(const Step& parent, const GlbFold::Chain& chain,
         step.naming = GlbMeshes::body(naming, chain.material);
         told.clear();
     }
-    step.product = chain.product ? chain.product : parent.product;
+    step.product = chain.product || isAnnotations(chain.first) ? chain.product : parent.product;
     step.extras = m_attributes.members(chain.occurrence, chain.product);
     if (const std::string id = idOf(chain, idStep); !id.empty() && id != told)
         step.extras += (step.extras.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(id));

@@ -27,9 +27,10 @@ constexpr std::array<std::string_view, 7> unread = {"images", "textures", "sampl
                                                     "skins",  "cameras",  "buffers"};
 
 /// Extensions that change nothing in what is read, or that are read.
-constexpr std::array<std::string_view, 9> requirable = {
-    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu",  "EXT_texture_webp",     "EXT_texture_avif",
-    "MSFT_texture_dds",      "KHR_xmp_json_ld",       "KHR_lights_punctual", "KHR_animation_pointer"};
+constexpr std::array<std::string_view, 10> requirable = {
+    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu", "EXT_texture_webp",
+    "EXT_texture_avif",      "MSFT_texture_dds",      "KHR_xmp_json_ld",    "KHR_lights_punctual",
+    "KHR_animation_pointer", "KHR_node_visibility"};
 
 QString textOf(const std::string& utf8)
 {

@@ -1,6 +1,8 @@
 #include "files/gltf/GltfExtras.h"
 
 #include "files/gltf/ExtrasValues.h"
+#include "files/scenefile/ConvertedTree.h"
+#include "scene/Tags.h"
 
 #include <algorithm>
 #include <array>
@@ -97,7 +99,13 @@ public:
         for (osg::Attribute& attribute : assetExtras())
             attributes.push_back(std::move(attribute));
         m_extras.m_document = attachmentOf(std::move(attributes));
-        each("nodes", [this](int index, Json& extras) { m_extras.m_nodes[index] = nodeExtras(extras); });
+        each("nodes", [this](int index, Json& extras) {
+            if (m_isOurs)
+                takeVariants(index, extras);
+            if (m_isOurs && takeMember(extras, "annotations") == true)
+                m_extras.m_annotations.insert(index);
+            m_extras.m_nodes[index] = nodeExtras(extras);
+        });
         each("meshes", [this](int index, Json& extras) { m_extras.m_meshes[index] = withOwn(extras); });
         each("cameras", [this](int index, Json& extras) { m_extras.m_cameras[index] = withOwn(extras); });
         each("materials", [this](int index, Json& extras) { m_extras.m_materials[index] = withOwn(extras); });
@@ -141,6 +149,22 @@ private:
                 visit(index, extras);
             ++index;
         }
+    }
+
+    static std::string textIn(const Json& object, const char* name)
+    {
+        const auto found = object.is_object() ? object.find(name) : object.end();
+        return object.is_object() && found != object.end() && found->is_string() ? found->get<std::string>() : "";
+    }
+
+    void takeVariants(int index, Json& extras)
+    {
+        for (const Json& set : takeMember(extras, "variantSets"))
+            m_extras.m_variantSets.push_back({textIn(set, "name"), textIn(set, "group"), textIn(set, "viewpoint")});
+        const Json variants = takeMember(extras, "variants");
+        for (const auto& [name, isShown] : variants.items())
+            if (variants.is_object() && isShown.is_boolean())
+                m_extras.m_nodeVariants[index][name] = isShown.get<bool>();
     }
 
     NodeExtras nodeExtras(Json& extras)
@@ -203,6 +227,8 @@ GltfExtras::GltfExtras(Json& document, std::size_t leftOut, ReadTask& task)
 
 void GltfExtras::addToNode(int index, const osg::NodePtr& node) const
 {
+    if (m_annotations.contains(index))
+        osg::setTags(node, {osg::scenefile::converted::PmiTag});
     const auto found = m_nodes.find(index);
     if (found == m_nodes.end())
         return;

@@ -5,7 +5,10 @@
 #include "host/OSGSystem/Node.h"
 #include "scene/Attributes.h"
 
+#include <map>
+#include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace files::gltf
@@ -14,6 +17,13 @@ namespace files::gltf
 /// Takes all members of a document but those extras that nobody reads, which it counts into `leftOut`. For one
 /// document.
 MemberFilter memberFilter(std::size_t& leftOut);
+
+/// A set of variants as `files/glb` tells it; texts may be empty.
+struct GltfVariantSet {
+    std::string name;
+    std::string group;
+    std::string viewpoint;
+};
 
 /// The attributes that a document gives its nodes, meshes, cameras, materials and scenes as extras: in the form that
 /// `files/glb` writes, or in any other. Of others, texts, numbers and booleans become attributes of the occurrence,
@@ -28,6 +38,15 @@ public:
     /// The unit and the axis of the document: metres and Y, unless it is one of ours that tells others.
     double millimetresPerUnit() const { return m_millimetresPerUnit; }
     UpAxis upAxis() const { return m_upAxis; }
+
+    /// The sets of variants of a document of ours, in the order of its variants.
+    const std::vector<GltfVariantSet>& variantSets() const { return m_variantSets; }
+    /// Which sets show a node (true) or hide it, by their names; null when none is told to.
+    const std::map<std::string, bool>* variantsOfNode(int index) const
+    {
+        const auto found = m_nodeVariants.find(index);
+        return found == m_nodeVariants.end() ? nullptr : &found->second;
+    }
 
     /// Gives `node` those of a node of the document. An index without any is fine, here and below.
     void addToNode(int index, const osg::NodePtr& node) const;
@@ -47,10 +66,13 @@ private:
     class Taking;
 
     std::unordered_map<int, NodeExtras> m_nodes;
+    std::unordered_set<int> m_annotations; ///< nodes of ours above annotations
     std::unordered_map<int, Held> m_materials;
     std::unordered_map<int, Held> m_meshes;
     std::unordered_map<int, Held> m_cameras;
     std::unordered_map<int, Held> m_scenes;
+    std::vector<GltfVariantSet> m_variantSets;
+    std::unordered_map<int, std::map<std::string, bool>> m_nodeVariants;
     Held m_document;
     double m_millimetresPerUnit = 1000;
     UpAxis m_upAxis = UpAxis::Y;

@@ -27,8 +27,8 @@ bool isCompressed(const tinygltf::Primitive& primitive)
 
 } // namespace
 
-GltfMeshes::GltfMeshes(const GltfDocument& document, ReadTask& task)
-    : m_document(document), m_task(task), m_accessors(document, task)
+GltfMeshes::GltfMeshes(const GltfDocument& document, GltfVariants& variants, ReadTask& task)
+    : m_document(document), m_variants(variants), m_task(task), m_accessors(document, task)
 {
 }
 
@@ -45,7 +45,9 @@ const GltfMeshes::Geometries& GltfMeshes::geometries(int mesh, const QString& pl
         osg::Mesh content = meshOf(from.primitives[i], own);
         if (content.positions.empty())
             continue;
-        const osg::MaterialPtr look = material(from.primitives[i].material, own);
+        const osg::MaterialPtr look = m_variants.choices(
+            from.primitives[i], material(from.primitives[i].material, own),
+            [&](int number) { return material(number, own); }, own);
         entry->second.emplace_back(makeGeometry(from.name, std::move(content), look));
     }
     return entry->second;

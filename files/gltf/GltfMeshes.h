@@ -2,6 +2,7 @@
 
 #include "files/SceneBuilding.h"
 #include "files/gltf/GltfAccessors.h"
+#include "files/gltf/GltfVariants.h"
 
 #include <map>
 #include <tuple>
@@ -16,8 +17,8 @@ class GltfMeshes
 public:
     using Geometries = std::vector<osg::RefPtr<osg::GeometryPtr>>;
 
-    /// `document` and `task` outlive this object.
-    GltfMeshes(const GltfDocument& document, ReadTask& task);
+    /// The arguments outlive this object.
+    GltfMeshes(const GltfDocument& document, GltfVariants& variants, ReadTask& task);
 
     /// One geometry for each primitive with something to draw. `place` is that of the node that asks.
     const Geometries& geometries(int mesh, const QString& place);
@@ -34,6 +35,7 @@ private:
     using ElementKey = std::tuple<int, std::uint32_t, int>;
 
     const GltfDocument& m_document;
+    GltfVariants& m_variants;
     ReadTask& m_task;
     GltfAccessors m_accessors;
     std::map<int, Geometries> m_geometries;

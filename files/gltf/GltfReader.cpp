@@ -33,7 +33,7 @@ class GltfTree
 public:
     GltfTree(const GltfDocument& document, ReadTask& task)
         : m_model(document.model), m_cameras(document.cameras), m_extras(document.extras), m_task(task),
-          m_meshes(document, task), m_seen(document.model.nodes.size())
+          m_variants(document, task), m_meshes(document, m_variants, task), m_seen(document.model.nodes.size())
     {
     }
 
@@ -55,6 +55,7 @@ private:
     const std::vector<std::optional<GltfCamera>>& m_cameras;
     const GltfExtras& m_extras;
     ReadTask& m_task;
+    GltfVariants m_variants;
     GltfMeshes m_meshes;
     std::vector<bool> m_seen;
     std::vector<Step> m_queue;
@@ -155,6 +156,7 @@ void GltfTree::add(const Step& step)
     m_extras.addToNode(step.node, node);
     m_extras.addMeshToNode(from.mesh, node);
     osg::addChild(step.parent, node);
+    m_variants.addNode(step.node, node);
     addCamera(node, from.camera);
     for (const int child : from.children)
         m_queue.push_back({child, node, step.depth + 1});
@@ -207,6 +209,7 @@ osg::NodePtr GltfTree::build()
         add(Step(m_queue[i]));
     if (!m_hasGeometry)
         m_task.fail(ErrorCode::Empty, tr("there is no mesh in the scene of this file"));
+    m_variants.attach(tree.root());
     return tree.take();
 }
 

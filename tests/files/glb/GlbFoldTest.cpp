@@ -1,10 +1,12 @@
 #include "files/glb/GlbFold.h"
 
 #include "host/OSGSystem/MaterialGroup.h"
+#include "host/OSGSystem/SwitchMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/MatrixMath.h"
 #include "scene/Tags.h"
+#include "scene/VariantTable.h"
 #include "tests/files/glb/GlbTest.h"
 #include "tests/support/BuiltInReading.h"
 
@@ -233,9 +235,19 @@ protected:
         EXPECT_TRUE(read) << (read ? "" : read.error().toString().toStdString());
         const osg::RefPtr<osg::NodePtr> top(files::makeGroup("Scene"));
         osg::addChild(top.get(), read.value());
+        if (const auto variants = osg::VariantAttachment::of(read.value()))
+            top.get()->addAttachment(osg::VariantAttachment::create(below(variants->table())));
         const QString after = pathOf(QStringLiteral("after.glb"));
         EXPECT_TRUE(files::glb::write(top.get(), after, options));
         return bytesOf(after);
+    }
+    /// As a session takes the variants of what it read: from the root of the scene.
+    static osg::VariantTable below(osg::VariantTable table)
+    {
+        for (osg::VariantTable::Set& set : table.sets)
+            for (osg::VariantTable::NodeState& entry : set.nodes)
+                entry.node.insert(entry.node.begin(), 0);
+        return table;
     }
     QByteArray bytesNow()
     {
@@ -284,6 +296,25 @@ TEST_F(GlbRoundTest, TheFrameOfAFileBecomesItsScene)
               json::parse(R"([{"name": "Hall", "nodes": [0, 1], "extras": {"attributes": {"author": "Ada"}}}])"));
     EXPECT_FALSE(file.json["nodes"][0].contains("matrix"));
     const QByteArray before = bytesNow();
+    EXPECT_EQ(bytesAfterARound(before), before);
+}
+
+TEST_F(GlbRoundTest, VariantsComeBack)
+{
+    const osg::SwitchMaterialPtr glass = osg::SwitchMaterialBase::create();
+    osg::setName(glass, "glass");
+    for (const char* name : {"clear", "dark"})
+        glass->addMaterial(files::makeMaterial(name, {}));
+    add(files::makeNode("roof", geometry("", triangle(), glass)));
+    const osg::NodePtr hidden = add(files::makeNode("box", geometry("", triangle())));
+    hidden->setActive(false);
+    osg::VariantTable table;
+    table.groups = {"light"};
+    table.sets = {{"day", "light", "sun", {}, {{"glass", "clear"}}, {{{1}, "!Disable"}}},
+                  {"night", "light", "", {}, {{"glass", "dark"}}, {{{1}, "!Enable"}}}};
+    root.get()->addAttachment(osg::VariantAttachment::create(table));
+    const QByteArray before = bytesNow();
+    EXPECT_TRUE(before.contains("KHR_materials_variants"));
     EXPECT_EQ(bytesAfterARound(before), before);
 }
 
