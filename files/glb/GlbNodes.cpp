@@ -49,6 +49,13 @@ std::string referredFile(const osg::NodePtr& node)
     return {};
 }
 
+/// The step of a node of which the file tells no other.
+std::string stepByName(const osg::NodePtr& node)
+{
+    const char* name = osg::getName(node);
+    return name ? name : "-";
+}
+
 /// The third root of how a matrix changes volumes; 1 for one that leaves no space.
 double scaleOf(const osg::Matrix& m)
 {
@@ -69,9 +76,9 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit)
+    : m_variants(root), m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit), m_idSteps(root)
 {
-    enqueue({root, {}, toFile(options), {}, 1, extrasOf(root, {})});
+    enqueue({root, {}, toFile(options), {}, 1, extrasOf(root, stepByName(root))});
     while (!m_queue.empty()) {
         Step step = std::move(m_queue.front());
         m_queue.pop_front();
@@ -116,8 +123,7 @@ void GlbNodes::add(Step step)
 std::string GlbNodes::extrasOf(const osg::NodePtr& node, const std::string& idStep)
 {
     std::string members = m_attributes.membersOf(node);
-    const char* name = osg::getName(node);
-    if (!idStep.empty() && idStep != (name ? name : "-"))
+    if (idStep != stepByName(node))
         members += (members.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(idStep));
     const std::vector<std::string>& tags = osg::tagsOf(node);
     if (std::find(tags.begin(), tags.end(), AnnotationsTag) != tags.end())
