@@ -41,6 +41,7 @@ struct ImportResult {
     /// Part files that did not come in, and what was lost of others; empty for a complete import.
     std::vector<MissingPart> missing;
     bool cancelled = false; ///< ended by Importer::cancel()
+    std::size_t folded = 0; ///< nodes that said nothing and were taken out in the end, see the setting scene.fold
     /// What a PLMXML document holds; null for another file, for one that could not be read, and, unless the request
     /// wants it, for one that the loader could read as it stands.
     std::shared_ptr<const DocumentStructure> document;

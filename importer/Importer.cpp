@@ -2,6 +2,7 @@
 
 #include "importer/EmptyImport.h"
 #include "importer/ImportRoad.h"
+#include "importer/TreeFold.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 
@@ -55,6 +56,8 @@ void Importer::roadEnded()
     m_road.release()->deleteLater();
     m_session.state<kernel::LoadedGeometries>().entries.clear();
     importer::judgeEmptiness(result, source);
+    if (result.node && m_session.settings().scene.fold)
+        result.folded = importer::foldTree(m_session, result.node);
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);

@@ -9,6 +9,8 @@ namespace option
 
 inline constexpr char ExternalParts[] = "--external-parts"; ///< keep references to part files
 inline constexpr char Set[] = "--set";                      ///< takes name=value; `ptxtessellate` has it as well
+inline constexpr char Folder[] = "-o";                      ///< takes the folder for the outputs of several inputs
+inline constexpr char Jobs[] = "-j";                        ///< takes how many of these are converted at a time
 inline constexpr char HelpSettings[] = "--help-settings";
 inline constexpr char Version[] = "--version";
 inline constexpr char Help[] = "--help";

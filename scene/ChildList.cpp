@@ -7,8 +7,7 @@ namespace osg
 
 void ChildList::insert(std::uint32_t index, Node* node)
 {
-    if (m_size == m_capacity)
-        reserve(m_capacity + m_capacity / 2 + 2);
+    growBy(1);
     moveGap(index);
     m_slots[m_gap++] = node;
     ++m_size;
@@ -43,6 +42,12 @@ void ChildList::reserve(std::uint32_t count)
     m_slots = std::move(slots);
     m_capacity = count;
     m_gap = m_size;
+}
+
+void ChildList::growBy(std::uint32_t count)
+{
+    if (m_size + count > m_capacity)
+        reserve(std::max(m_size + count, m_capacity + m_capacity / 2 + 2));
 }
 
 void ChildList::moveGap(std::uint32_t index)

@@ -25,6 +25,8 @@ public:
     std::int64_t find(const Node* node) const;
     /// Makes room for `count` children.
     void reserve(std::uint32_t count);
+    /// Makes room for `count` more, and for others to come where it has to grow.
+    void growBy(std::uint32_t count);
 
 private:
     std::uint32_t gapLength() const { return m_capacity - m_size; }

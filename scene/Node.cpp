@@ -164,4 +164,22 @@ void NodeAccess::cloneChildren(const Node& original, Node& clone, bool copyAttac
     }
 }
 
+/// The references on the children go over to the parent.
+void NodeAccess::replaceByChildren(const NodePtr& node)
+{
+    Node& parent = *node->m_parent;
+    ChildList& places = *parent.m_children;
+    places.growBy(node->getNChildren() - 1);
+    const std::unique_ptr<ChildList> children = std::move(node->m_children);
+    auto index = static_cast<std::uint32_t>(places.find(node.get()));
+    places.remove(index);
+    for (std::uint32_t i = 0; i < children->size(); ++i) {
+        children->at(i)->m_parent = &parent;
+        places.insert(index++, children->at(i));
+    }
+    node->m_parent = nullptr;
+    parent.fieldChanged(Node::ChildrenFieldMask);
+    node.subRef();
+}
+
 } // namespace osg

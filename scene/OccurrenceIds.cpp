@@ -51,17 +51,43 @@ std::string stepOf(const NodePtr& node, const std::string& product)
 
 std::vector<std::string> OccurrenceSteps::below(const NodePtr& parent)
 {
-    std::vector<std::string> steps;
-    steps.reserve(parent->getNChildren());
-    std::unordered_map<std::string, unsigned> uses;
+    const bool isWrapper = m_wrappers.contains(parent);
+    std::vector<std::string> steps(parent->getNChildren());
+    Uses uses;
     for (unsigned i = 0; i < parent->getNChildren(); ++i) {
         const NodePtr child = parent->getChild(i);
-        std::string step = stepOf(child, productOf(child));
-        if (const unsigned number = ++uses[step]; number > 1)
-            step += "#" + std::to_string(number);
-        steps.push_back(std::move(step));
+        if (isWrapper)
+            steps[i] = std::move(m_belowWrappers[child.get()]);
+        else if (m_wrappers.contains(child))
+            numberBelow(child, uses);
+        else
+            steps[i] = numbered(child, uses);
     }
     return steps;
+}
+
+/// Wrappers in wrappers, too; in the order of the tree.
+void OccurrenceSteps::numberBelow(const NodePtr& wrapper, Uses& uses)
+{
+    std::vector<NodePtr> pending = {wrapper};
+    while (!pending.empty()) {
+        const NodePtr node = pending.back();
+        pending.pop_back();
+        if (!m_wrappers.contains(node)) {
+            m_belowWrappers[node.get()] = numbered(node, uses);
+            continue;
+        }
+        for (unsigned i = node->getNChildren(); i-- > 0;)
+            pending.push_back(node->getChild(i));
+    }
+}
+
+std::string OccurrenceSteps::numbered(const NodePtr& node, Uses& uses)
+{
+    std::string step = stepOf(node, productOf(node));
+    if (const unsigned number = ++uses[step]; number > 1)
+        step += "#" + std::to_string(number);
+    return step;
 }
 
 std::string OccurrenceSteps::productOf(const NodePtr& node)
@@ -80,7 +106,7 @@ std::string OccurrenceSteps::productOf(const NodePtr& node)
 
 OccurrenceIds::OccurrenceIds(const NodePtr& root)
 {
-    OccurrenceSteps steps;
+    OccurrenceSteps steps(root);
     for (const NodePtr& parent : parentsFirst(root)) {
         std::vector<std::string> below = steps.below(parent);
         for (unsigned i = 0; i < parent->getNChildren(); ++i)
@@ -98,8 +124,10 @@ const std::string& OccurrenceIds::step(const NodePtr& node) const
 std::string OccurrenceIds::of(const NodePtr& node) const
 {
     std::vector<const std::string*> steps;
-    for (NodePtr each = node; each && !step(each).empty(); each = each->getParent())
-        steps.push_back(&step(each));
+    if (!step(node).empty())
+        for (NodePtr each = node; each; each = each->getParent())
+            if (!step(each).empty())
+                steps.push_back(&step(each));
     std::string id;
     std::for_each(steps.rbegin(), steps.rend(),
                   [&id](const std::string* each) { id += (id.empty() ? "" : "/") + *each; });

@@ -59,7 +59,7 @@ std::string nameOf(const osg::NodePtr& node)
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
     : m_variants(root), m_fold(m_variants, options.fold), m_meshes(m_variants, options),
-      m_cameras(options.millimetresPerUnit)
+      m_cameras(options.millimetresPerUnit), m_idSteps(root)
 {
     const GlbFold::Top top = m_fold.top(root, toFile(options));
     if (top.root)
@@ -110,7 +110,8 @@ std::size_t GlbNodes::enqueue(Step step)
     return m_enqueued++;
 }
 
-GlbNodes::Step GlbNodes::stepOf(const Step& parent, const GlbFold::Chain& chain, const std::string& idStep)
+GlbNodes::Step GlbNodes::stepOf(const Step& parent, const GlbFold::Chain& chain,
+                                const std::optional<std::string>& idStep)
 {
     Step step;
     step.chain = chain;
@@ -125,23 +126,28 @@ GlbNodes::Step GlbNodes::stepOf(const Step& parent, const GlbFold::Chain& chain,
     }
     step.product = chain.product || isAnnotations(chain.first) ? chain.product : parent.product;
     step.extras = m_attributes.members(chain.occurrence, chain.product);
-    if (const std::string id = idOf(chain, idStep); !id.empty() && id != told)
-        step.extras += (step.extras.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(id));
+    if (idStep)
+        if (const std::string id = idOf(chain, *idStep); id != told)
+            step.extras += (step.extras.empty() ? "\"step\":" : ",\"step\":") + textOf(Json(id));
     if (isAnnotations(chain.first))
         step.extras += step.extras.empty() ? "\"annotations\":true" : ",\"annotations\":true";
     return step;
 }
 
-/// With the steps of the nodes that are one with the first.
+/// With the steps of the nodes that are one with the first; of one that only wraps a body it is that of the body.
 std::string GlbNodes::idOf(const GlbFold::Chain& chain, const std::string& idStep)
 {
     std::string id = idStep;
-    for (osg::NodePtr node = chain.first; node != chain.last && !idStep.empty();) {
+    for (osg::NodePtr node = chain.first; node != chain.last;) {
         const unsigned only = m_fold.onlyChild(node).value();
-        id += "/" + m_idSteps.below(node)[only];
+        const std::string step = m_idSteps.below(node)[only];
+        id += (id.empty() || step.empty() ? "" : "/") + step;
         node = node->getChild(only);
     }
-    return id;
+    if (!id.empty() || m_fold.below(chain).bodies.size() != 1)
+        return id;
+    const std::optional<unsigned> body = m_fold.onlyChild(chain.last);
+    return body ? m_idSteps.below(chain.last)[*body] : id;
 }
 
 void GlbNodes::add(Step step)

@@ -47,7 +47,7 @@ private:
     };
 
     void addScene(const osg::NodePtr& frame);
-    Step stepOf(const Step& parent, const GlbFold::Chain& chain, const std::string& idStep);
+    Step stepOf(const Step& parent, const GlbFold::Chain& chain, const std::optional<std::string>& idStep);
     std::string idOf(const GlbFold::Chain& chain, const std::string& idStep);
     void add(Step step);
     void addContent(const Step& step, Json& json);

@@ -4,6 +4,7 @@
 #include "protocol/Options.h"
 
 #include <algorithm>
+#include <charconv>
 #include <filesystem>
 
 namespace ptx::core
@@ -57,7 +58,11 @@ public:
         while (m_next < m_arguments.size())
             if (Trouble trouble = take(m_arguments[m_next++]))
                 return trouble;
-        return m_line.task == CommandLine::Task::Convert ? takePaths() : std::nullopt;
+        if (m_line.task != CommandLine::Task::Convert)
+            return std::nullopt;
+        if (!m_line.folder.empty())
+            return takeInputs();
+        return m_line.jobs == 0 ? takePaths() : wrongUse(std::string(option::Jobs) + " needs " + option::Folder);
     }
 
     CommandLine& line() { return m_line; }
@@ -86,6 +91,10 @@ private:
             m_line.task = CommandLine::Task::HelpSettings;
         else if (name == option::Set)
             return takeSetting();
+        else if (name == option::Folder)
+            return takeFolder();
+        else if (name == option::Jobs)
+            return takeJobs();
         else
             return wrongUse("unknown option " + name);
         return std::nullopt;
@@ -99,6 +108,34 @@ private:
         if (const auto wrong = m_line.settings.assign(assignment))
             return wrongUse(*wrong);
         m_line.assignments.push_back(assignment);
+        return std::nullopt;
+    }
+
+    Trouble takeFolder()
+    {
+        if (m_next == m_arguments.size() || m_arguments[m_next].empty())
+            return wrongUse(std::string(option::Folder) + " needs a folder");
+        m_line.folder = absolutePath(m_arguments[m_next++]);
+        return std::nullopt;
+    }
+
+    Trouble takeJobs()
+    {
+        constexpr unsigned most = 1024;
+        const std::string text = m_next == m_arguments.size() ? std::string() : m_arguments[m_next++];
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), m_line.jobs);
+        if (error != std::errc() || end != text.data() + text.size() || m_line.jobs < 1 || m_line.jobs > most)
+            return wrongUse(std::string(option::Jobs) + " needs a number from 1 to " + std::to_string(most));
+        return std::nullopt;
+    }
+
+    Trouble takeInputs()
+    {
+        if (m_paths.empty() || std::find(m_paths.begin(), m_paths.end(), "") != m_paths.end())
+            return wrongUse(std::string("at least one INPUT is needed with ") + option::Folder);
+        m_line.task = CommandLine::Task::ConvertSeveral;
+        for (const std::string& each : m_paths)
+            m_line.inputs.push_back(absolutePath(each));
         return std::nullopt;
     }
 
@@ -135,6 +172,8 @@ const std::vector<OptionRow>& optionTable()
     static const std::vector<OptionRow> table = {
         {option::ExternalParts, nullptr, "keep references to part files instead of loading them"},
         {option::Set, "name=value", "change a setting; may be given several times"},
+        {option::Folder, "DIR", "convert several inputs, each in a process of its own, into this folder"},
+        {option::Jobs, "N", "how many of these at a time, from 1 to 1024; one for each core if not given"},
         {option::HelpSettings, nullptr, "list the settings with their ranges and defaults"},
         {option::Version, nullptr, "print the versions of this program and its CAD kernel"},
         {option::Help, nullptr, "print this text"},
@@ -144,7 +183,7 @@ const std::vector<OptionRow>& optionTable()
 
 const char* synopsis()
 {
-    return "ptxconvert [--external-parts] [--set name=value]... INPUT OUTPUT";
+    return "ptxconvert [--external-parts] [--set name=value]... {INPUT OUTPUT | -o DIR [-j N] INPUT...}";
 }
 
 const char* summary()

@@ -11,7 +11,7 @@ namespace ptx::core
 
 /// What the process was asked to do.
 struct CommandLine {
-    enum class Task { Convert, Help, Version, HelpSettings };
+    enum class Task { Convert, ConvertSeveral, Help, Version, HelpSettings };
 
     Task task = Task::Convert;
     bool externalParts = false;
@@ -19,6 +19,9 @@ struct CommandLine {
     std::vector<std::string> assignments; ///< the --set arguments as given, for the log
     std::string input;                    ///< absolute
     std::string output;                   ///< absolute
+    std::vector<std::string> inputs;      ///< of several conversions, absolute
+    std::string folder;                   ///< for their outputs, absolute
+    unsigned jobs = 0;                    ///< how many of them at a time; 0 for one for each core
 };
 
 /// Understands the arguments, the program's name not among them. Relative paths are made absolute, because OCCT

@@ -270,6 +270,9 @@ struct SceneSettings : SettingGroup {
                                  SettingHelp::tr("Move what is imported so that its middle is in the origin.")};
     Setting<bool> putOnGround{m_list, "scene.putOnGround", false,
                               SettingHelp::tr("Move what is imported so that its lowest point is at the height 0.")};
+    Setting<bool> fold{m_list, "scene.fold", true,
+                       SettingHelp::tr("Take nodes out of what is imported that only wrap others: without a name, or "
+                                       "with that of the one node around or below them, and without anything else.")};
     ///@}
 };
 

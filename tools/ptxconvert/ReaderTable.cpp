@@ -1,5 +1,6 @@
 #include "tools/ptxconvert/ReaderTable.h"
 
+#include "protocol/Formats.h"
 #include "ptx/readers/brep/recognition/BrepFormat.h"
 #include "ptx/readers/iges/recognition/IgesFormat.h"
 #include "ptx/readers/jt/JtReader.h"
@@ -7,6 +8,7 @@
 #include "ptx/readers/stl/StlReader.h"
 #include "tools/ptxconvert/ReaderModules.h"
 
+#include <algorithm>
 #include <array>
 
 namespace ptxconvert
@@ -44,6 +46,15 @@ ptx::readers::Formats formats()
         readBy<Step>(ptx::step::recognition::format()), readBy<Iges>(ptx::iges::recognition::format()),
         ptx::jt::format(), ptx::stl::format(), readBy<Brep>(ptx::brep::recognition::format())};
     return rows;
+}
+
+bool needsModule(const std::string& file)
+{
+    const std::string extension = protocol::extensionOf(file);
+    const auto isOf = [&extension](const protocol::ReadFormat& format) {
+        return std::find(format.extensions.begin(), format.extensions.end(), extension) != format.extensions.end();
+    };
+    return isOf(protocol::format::Step) || isOf(protocol::format::Iges) || isOf(protocol::format::Brep);
 }
 
 std::string readerVersions()

@@ -10,6 +10,9 @@ namespace ptxconvert
 /// The formats of this program, in the order in which they are probed.
 ptx::readers::Formats formats();
 
+/// Whether the name of `file` tells that its reader is a library of its own.
+bool needsModule(const std::string& file);
+
 /// A line for each reader that is a library of its own: the format, and the version of its CAD kernel or why it cannot
 /// be used.
 std::string readerVersions();

@@ -1,21 +1,59 @@
 #include "protocol/Options.h"
 #include "ptx/conversion/Conversion.h"
 #include "tools/ptxconvert/ReaderTable.h"
+#include "tools/ptxconvert/series/Series.h"
 #include "tools/ptxconvert/server/ForkServer.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
 {
 
+int fail(const ptx::core::Failure& failure)
+{
+    std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
+    return static_cast<int>(failure.code);
+}
+
 int print(const std::string& text)
 {
     std::fputs(text.c_str(), stdout);
     return static_cast<int>(ptx::core::ExitCode::Success);
+}
+
+/// Readers that more than one input needs are loaded once, and are there in the copies. The copies share the cores,
+/// unless the line says how many threads each has.
+int convertSeveral(const ptx::core::CommandLine& line)
+{
+    const ptx::core::Outcome<std::vector<ptxconvert::SeriesItem>> items =
+        ptxconvert::planSeries(line.inputs, line.folder);
+    if (!items)
+        return fail(items.failure());
+    std::error_code error;
+    std::filesystem::create_directories(line.folder, error);
+    if (error)
+        return fail({ptx::core::ExitCode::OutputFailed, line.folder + ": " + error.message()});
+    if (std::count_if(line.inputs.begin(), line.inputs.end(), ptxconvert::needsModule) > 1)
+        ptxconvert::prepareReaders();
+    const unsigned jobs = line.jobs > 0 ? line.jobs : std::max(1U, std::thread::hardware_concurrency());
+    ptx::core::CommandLine each = line;
+    each.settings = {};
+    if (jobs > 1)
+        each.assignments.insert(each.assignments.begin(), std::string(protocol::setting::Threads) + "=1");
+    for (const std::string& assignment : each.assignments)
+        (void)each.settings.assign(assignment);
+    return ptxconvert::runSeries(items.value(), jobs, [&each](const ptxconvert::SeriesItem& item) {
+        each.input = item.input;
+        each.output = item.output;
+        return static_cast<int>(ptx::conversion::convert(each, ptxconvert::formats()));
+    });
 }
 
 int perform(const ptx::core::CommandLine& line)
@@ -27,6 +65,8 @@ int perform(const ptx::core::CommandLine& line)
         return print(ptx::core::settingsHelp());
     case ptx::core::CommandLine::Task::Version:
         return print("ptxconvert " ZN_VERSION "\n" + ptxconvert::readerVersions());
+    case ptx::core::CommandLine::Task::ConvertSeveral:
+        return convertSeveral(line);
     case ptx::core::CommandLine::Task::Convert:
         break;
     }

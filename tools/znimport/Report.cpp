@@ -119,6 +119,7 @@ void Report::add(const zn::ImportResult& result)
                      {QStringLiteral("warnings"), warningsOf(result)},
                      {QStringLiteral("missing"), jsonOf(result.missing)},
                      {QStringLiteral("counts"), jsonOf(zn::countScene(result.node))},
+                     {QStringLiteral("folded"), static_cast<double>(result.folded)},
                      {QStringLiteral("steps"), jsonOf(result.steps)}};
     addAttributeCounts(result.node, file);
     if (!result.error.isEmpty())

@@ -154,7 +154,7 @@ TEST_F(GlbFoldTest, AWrapperAndItsOnlyChildOfTheSameNameAreOne)
     const json& node = file.json["nodes"][1];
     EXPECT_TRUE(node.contains("matrix"));
     EXPECT_EQ(node["extras"],
-              json::parse(R"({"attributes": {"Product": "outer"}, "product": 0, "step": "bolt/-/bolt@M6"})"));
+              json::parse(R"({"attributes": {"Product": "outer"}, "product": 0, "step": "bolt/bolt@M6"})"));
 }
 
 TEST_F(GlbFoldTest, WhatSaysSomethingOfItsOwnStaysANode)

@@ -72,3 +72,29 @@ TEST(CommandLine, RefusesWhatItDoesNotUnderstand)
     EXPECT_EQ(complaint({"/a", "/b", "--set"}), "--set needs name=value");
     EXPECT_EQ(complaint({"/a", "/b", "--set", "speed=9"}), "there is no setting named \"speed\"");
 }
+
+TEST(CommandLine, TakesSeveralInputsWithAFolder)
+{
+    const Outcome<CommandLine> line =
+        parseCommandLine({"/a.stp", "-o", "/out", "-j", "3", "/x/../b.jt", "--", "-c.stl"});
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line.value().task, CommandLine::Task::ConvertSeveral);
+    EXPECT_EQ(line.value().folder, "/out");
+    EXPECT_EQ(line.value().jobs, 3u);
+    ASSERT_EQ(line.value().inputs.size(), 3u);
+    EXPECT_EQ(line.value().inputs[0], "/a.stp");
+    EXPECT_EQ(line.value().inputs[1], "/b.jt");
+    EXPECT_TRUE(line.value().inputs[2].ends_with("/-c.stl"));
+    EXPECT_EQ(parseCommandLine({"/a", "-o", "/out"}).value().jobs, 0u);
+}
+
+TEST(CommandLine, RefusesSeveralInputsThatAreNotWhole)
+{
+    EXPECT_EQ(complaint({"-o", "/out"}), "at least one INPUT is needed with -o");
+    EXPECT_EQ(complaint({"-o", "/out", "/a", ""}), "at least one INPUT is needed with -o");
+    EXPECT_EQ(complaint({"/a", "-o"}), "-o needs a folder");
+    EXPECT_EQ(complaint({"/a", "-o", ""}), "-o needs a folder");
+    EXPECT_EQ(complaint({"/a", "/b", "-j", "2"}), "-j needs -o");
+    for (const char* count : {"0", "1025", "two", "2x", "-1", ""})
+        EXPECT_EQ(complaint({"/a", "-o", "/out", "-j", count}), "-j needs a number from 1 to 1024") << count;
+}
