@@ -58,7 +58,7 @@ std::string nameOf(const osg::NodePtr& node)
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(root), m_fold(m_variants, options.fold), m_meshes(m_variants, options),
+    : m_variants(options.variants ? root : osg::NodePtr()), m_fold(m_variants, options.fold), m_meshes(m_variants, options),
       m_cameras(options.millimetresPerUnit), m_idSteps(root)
 {
     const GlbFold::Top top = m_fold.top(root, toFile(options));

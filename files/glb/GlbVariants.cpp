@@ -39,7 +39,7 @@ osg::MaterialPtr choiceOf(const osg::SwitchMaterialPtr& choices, const std::stri
 
 GlbVariants::GlbVariants(const osg::NodePtr& root)
 {
-    const auto attachment = osg::VariantAttachment::of(root);
+    const auto attachment = root ? osg::VariantAttachment::of(root) : osg::VariantAttachment::Ptr();
     if (!attachment)
         return;
     m_table = attachment->table();

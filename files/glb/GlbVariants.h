@@ -16,6 +16,7 @@ namespace files::glb
 class GlbVariants
 {
 public:
+    /// Those that `root` carries; none for null.
     explicit GlbVariants(const osg::NodePtr& root);
 
     /// A material and the numbers of the variants in which it is seen.

@@ -49,6 +49,8 @@ struct WriteOptions {
     /// Makes one node of those that stand alone below another and say nothing there: no place, no attributes, no other
     /// name. Off, each node of the tree is one of the file.
     bool fold = true;
+    /// Tells the variants that the root carries. Off, the file is what the scene shows now, which every viewer shows.
+    bool variants = true;
     /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
     bool occlusionAsColors = false;
 };

@@ -48,6 +48,7 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.snapshotSize = valueOr(parser, "size", "1280x800");
     line.snapshotView = valueOr(parser, "view", "iso");
     line.isViewGiven = parser.isSet(QStringLiteral("view"));
+    line.variantFilesFolder = parser.value(QStringLiteral("variant-files"));
     line.variantFolder = parser.value(QStringLiteral("snapshot-variants"));
 }
 
@@ -205,6 +206,8 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "variant", "SET", "Apply this variant set before anything is printed or written."},
         {nullptr, "snapshot-variants", "FOLDER",
          "Draw a picture of each variant set into this folder, from the set's viewpoint unless --view is given."},
+        {nullptr, "variant-files", "FOLDER",
+         "Write a GLB file of what each variant set shows into this folder, for viewers that know no variants."},
         {nullptr, "tree", nullptr, "Print the scene tree."},
         {nullptr, "tree-attributes", nullptr, "Print the scene tree with the attributes of its nodes."},
         {nullptr, "tree-only", nullptr,

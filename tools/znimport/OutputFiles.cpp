@@ -5,6 +5,7 @@
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "tools/znimport/Pictures.h"
+#include "tools/znimport/VariantFiles.h"
 
 #include <QFileInfo>
 
@@ -49,7 +50,8 @@ std::optional<QString> spaceComplaint(const CommandLine& line)
         return QStringLiteral("--unit wants mm, cm, m, in or ft, not '%1'").arg(line.unit);
     if (!upAxis(line.up))
         return QStringLiteral("--up wants y or z, not '%1'").arg(line.up);
-    if (!(line.unit.isEmpty() && line.up.isEmpty()) && !hasExtension(line.outputFile, "glb"))
+    if (!(line.unit.isEmpty() && line.up.isEmpty()) && !hasExtension(line.outputFile, "glb") &&
+        line.variantFilesFolder.isEmpty())
         return QStringLiteral("--unit and --up are for .glb files, and --output names none");
     return std::nullopt;
 }
@@ -60,26 +62,49 @@ void takeWarnings(const std::vector<files::Note>& warnings, WrittenOutputs& resu
         result.warnings.append(warning.toString());
 }
 
-WrittenOutputs writeScene(const CommandLine& line, const osg::NodePtr& scene)
+/// What the command line and the settings ask of GLB files.
+files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSession& session)
 {
-    const QString& file = line.outputFile;
-    WrittenOutputs result;
-    if (hasExtension(file, "osb")) {
-        const files::Result<std::uint64_t> written = osg::scenefile::writeSceneFile(scene, file);
-        takeWarnings(written.warnings, result);
-        if (!written)
-            result.error = written.error().toStringWithCode();
-        return result;
-    }
     files::glb::WriteOptions options;
     options.millimetresPerUnit = millimetresPerUnit(line.unit).value();
     options.upAxis = upAxis(line.up).value();
-    options.occlusionAsColors = zn::StandaloneSession::require().settings().exports.occlusionAsColors;
+    options.occlusionAsColors = session.settings().exports.occlusionAsColors;
+    options.fold = session.settings().scene.fold;
+    return options;
+}
+
+WrittenOutputs writeGlb(const osg::NodePtr& scene, const QString& file, const files::glb::WriteOptions& options)
+{
+    WrittenOutputs result;
     const files::Result<files::glb::Written> written = files::glb::write(scene, file, options);
     takeWarnings(written.warnings, result);
-    if (!written)
+    if (written)
+        result.files << file;
+    else
         result.error = written.error().toString();
     return result;
+}
+
+WrittenOutputs writeScene(const CommandLine& line, zn::StandaloneSession& session, const osg::NodePtr& scene)
+{
+    const QString& file = line.outputFile;
+    if (!hasExtension(file, "osb"))
+        return writeGlb(scene, file, glbOptions(line, session));
+    WrittenOutputs result;
+    const files::Result<std::uint64_t> written = osg::scenefile::writeSceneFile(scene, file);
+    takeWarnings(written.warnings, result);
+    if (written)
+        result.files << file;
+    else
+        result.error = written.error().toStringWithCode();
+    return result;
+}
+
+void append(WrittenOutputs& result, const WrittenOutputs& more)
+{
+    result.error = more.error;
+    result.warnings << more.warnings;
+    result.files << more.files;
 }
 
 } // namespace
@@ -88,6 +113,8 @@ std::optional<QString> outputComplaint(const CommandLine& line)
 {
     if (!line.outputFile.isEmpty() && !hasExtension(line.outputFile, "glb") && !hasExtension(line.outputFile, "osb"))
         return QStringLiteral("--output writes .glb and .osb files, not '%1'").arg(line.outputFile);
+    if (QFileInfo(line.variantFilesFolder).isFile())
+        return QStringLiteral("--variant-files wants a folder, and '%1' is a file").arg(line.variantFilesFolder);
     if (auto complaint = spaceComplaint(line))
         return complaint;
     if (!line.reportFile.isEmpty() && !hasExtension(line.reportFile, "json"))
@@ -114,15 +141,18 @@ WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& sess
     const zn::SceneWithExtras scene(session);
     WrittenOutputs result;
     if (!line.outputFile.isEmpty())
-        result = writeScene(line, scene.root());
-    if (!line.outputFile.isEmpty() && !result.error)
-        result.files << line.outputFile;
+        append(result, writeScene(line, session, scene.root()));
+    if (!result.error && !line.variantFilesFolder.isEmpty()) {
+        files::glb::WriteOptions options = glbOptions(line, session);
+        options.variants = false;
+        append(result, writeVariantFiles(line, session, [&](const QString& file) {
+                   return writeGlb(scene.root(), file, options);
+               }));
+    }
     if (result.error)
         return result;
     const DrawnPictures pictures = drawPictures(line, session, scene.root(), progress, cancel);
-    result.error = pictures.error;
-    result.warnings << pictures.warnings;
-    result.files << pictures.files;
+    append(result, {pictures.error, pictures.warnings, pictures.files});
     return result;
 }
 
