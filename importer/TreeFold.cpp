@@ -3,7 +3,7 @@
 #include "scene/EditScope.h"
 #include "scene/NodeAccess.h"
 #include "scene/Wrappers.h"
-#include "standalone/session/Session.h"
+#include "standalone/startup/StandaloneSession.h"
 #include "standalone/znVariants/SessionVariants.h"
 
 #include <new>
@@ -16,7 +16,7 @@ namespace
 {
 
 /// The nodes that `session` knows by their ids alone.
-std::unordered_set<const osg::Node*> knownNodes(zn::Session& session)
+std::unordered_set<const osg::Node*> knownNodes(zn::StandaloneSession& session)
 {
     std::unordered_set<const osg::Node*> known = {session.selectedNode().get()};
     for (const auto& variant : zn::variants::sessionVariants(session).nodeVariants())
@@ -26,7 +26,7 @@ std::unordered_set<const osg::Node*> knownNodes(zn::Session& session)
 
 } // namespace
 
-std::size_t foldTree(zn::Session& session, const osg::NodePtr& root)
+std::size_t foldTree(zn::StandaloneSession& session, const osg::NodePtr& root)
 {
     std::size_t count = 0;
     try {

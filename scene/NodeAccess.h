@@ -20,8 +20,8 @@ struct NodeAccess {
     /// Gives `clone`, which has none, copies of the children of `original`, and notes each pair that has children
     /// itself.
     static void cloneChildren(const Node& original, Node& clone, bool copyAttachments, std::vector<ClonePair>& pending);
-    /// Gives the place of `node`, which has a parent and children, to its children. The parent gives up its reference on
-    /// the node, which has no children then. To be called within an edit of the children of the parent.
+    /// Gives the place of `node`, which has a parent and children, to its children. The parent gives up its reference
+    /// on the node, which has no children then. To be called within an edit of the children of the parent.
     static void replaceByChildren(const NodePtr& node);
 };
 
