@@ -112,12 +112,8 @@ private:
         const bool holdsItsName =
             content.count == Content::One && *name && std::strcmp(name, nameOf(m_nodes[content.only])) == 0;
         content.isWrapper = number > 0 && (!*name || holdsItsName) && saysNothing(node);
-        if (content.isWrapper || !holdsItsName || !saysNothing(m_nodes[content.only]))
-            return;
-        m_contents[content.only].isWrapper = true;
-        const Content below = m_contents[content.only];
-        content.count = below.count;
-        content.only = below.only;
+        if (!content.isWrapper && holdsItsName && saysNothing(m_nodes[content.only]))
+            m_contents[content.only].isWrapper = true;
     }
 
     std::vector<NodePtr> m_nodes;

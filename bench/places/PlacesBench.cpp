@@ -1,9 +1,10 @@
 // What a place of a part costs on each road from file to scene: zn_places_bench [PLACES [ROAD]...], with the roads
 // plmxml, step, jt and glb.
 //
-// A row is a process of its own. "import" is its processor time for a place, "converters" that of the converters that it
-// started, "bare" that of reading the same scene back from a scene file, and "ratio" import over bare. "peak" is what
-// its resident memory has grown by at most, "kept" what the scene takes of the heap after the fold, "unfolded" before.
+// A row is a process of its own. "import" is its processor time for a place, "converters" that of the converters that
+// it started, "bare" that of reading the same scene back from a scene file, and "ratio" import over bare. "peak" is
+// what its resident memory has grown by at most, "kept" what the scene takes of the heap after the fold, "unfolded"
+// before it.
 
 #include "bench/places/PlacesFiles.h"
 #include "bench/support/ChildRun.h"
@@ -156,7 +157,6 @@ void printRow(const std::string& road, const PlacesFiles& files)
 
 int main(int argc, char** argv)
 {
-    mi_option_enable(mi_option_large_os_pages); // as znimport does
     const QCoreApplication application(argc, argv);
     constexpr int usual = 100'000;
     const PlacesFiles files(argc > 1 ? std::atoi(argv[1]) : usual);

@@ -49,6 +49,7 @@ public:
     explicit StructureImport(const QString& file)
     {
         EXPECT_FALSE(m_session.settings().set(text("import.PLMXML.referencedFiles"), text("off")));
+        EXPECT_FALSE(m_session.settings().set(text("scene.fold"), text("off")));
         zn::Importer importer(m_session);
         QEventLoop loop;
         QObject::connect(&importer, &zn::Importer::finished, &loop, [&](const zn::ImportResult& end) {

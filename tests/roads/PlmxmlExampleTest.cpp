@@ -40,6 +40,7 @@ protected:
     {
         EXPECT_FALSE(m_session.settings().set(QStringLiteral("converter.program"), QString::fromUtf8(ZN_PTXCONVERT)));
         EXPECT_FALSE(m_session.settings().set(QStringLiteral("processes.most"), QStringLiteral("2")));
+        EXPECT_FALSE(m_session.settings().set(QStringLiteral("scene.fold"), QStringLiteral("off")));
         copyExample();
     }
     void TearDown() override

@@ -14,6 +14,7 @@ protected:
     {
         set("files.temporaryFolder", outputFolder());
         set("optimize.sourceReferences", QStringLiteral("keep"));
+        set("scene.fold", QStringLiteral("off")); // what is looked at are the nodes that the jobs make
         QObject::connect(&m_importer, &zn::Importer::progressChanged,
                          [this](unsigned, const QString& text) { m_texts << text; });
         QObject::connect(&m_importer, &zn::Importer::partsChanged,
