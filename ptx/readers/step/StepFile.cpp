@@ -1,6 +1,7 @@
 #include "ptx/readers/step/StepFile.h"
 
 #include "files/scenefile/ConvertedTree.h"
+#include "ptx/model/FileTags.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctProgress.h"
 #include "ptx/occt/OcctSetup.h"
@@ -181,7 +182,7 @@ private:
         m_content.facets = facets.finish(parts, m_job.log);
         shapes.finish(m_content, m_content.facets);
         callouts.finish(m_content.model, std::filesystem::path(m_job.input).stem().string());
-        addToFile(ofNoProduct);
+        model::tagFile(m_content.model, ofNoProduct);
         addUnit();
         return std::nullopt;
     }
@@ -226,14 +227,6 @@ private:
     {
         m_job.log.warning("left out: " + reason);
         return osg::scenefile::converted::missingTag({m_job.input, reason});
-    }
-
-    // What is on the root of a part file gets lost when the part comes into its assembly.
-    void addToFile(const std::vector<std::string>& tags)
-    {
-        model::Model& model = m_content.model;
-        std::vector<std::string>& own = model.roots.empty() ? model.tags : model.products[model.roots[0].product].tags;
-        own.insert(own.end(), tags.begin(), tags.end());
     }
 
     std::string firstLoss() const
