@@ -41,8 +41,8 @@ using Entity = Handle(Standard_Transient);
 
 using Numbers = std::vector<float>;
 
-/// Two cameras are the same when these are.
-Numbers numbersOf(const WrittenCamera& camera)
+/// Two cameras at their places are the same when these are.
+Numbers numbersOf(const WrittenCamera& camera, const gp_Trsf& at)
 {
     const auto& [origin, right, up, axis, point, distance, width, height, isParallel, sections] = camera;
     Numbers numbers = {origin.x,
@@ -64,6 +64,9 @@ Numbers numbersOf(const WrittenCamera& camera)
                        width,
                        height,
                        isParallel ? 1.F : 0.F};
+    for (int row = 1; row <= 3; ++row)
+        for (int column = 1; column <= 4; ++column)
+            numbers.push_back(static_cast<float>(at.Value(row, column)));
     for (const auto& [place, normal] : sections)
         numbers.insert(numbers.end(), {place.x, place.y, place.z, normal.x, normal.y, normal.z});
     return numbers;
@@ -139,24 +142,36 @@ private:
             return false;
         }
         const std::vector<Entity> parts = partsOf(users.drawing);
-        std::optional<ViewScope> scope = m_scopes.scopeOf(parts);
-        if (!scope) {
+        std::vector<ViewScope> scopes = m_scopes.scopesOf(parts);
+        if (scopes.empty()) {
             ++m_ofParts;
             return false;
         }
-        SavedView view;
-        view.name = withoutBrackets(name);
-        view.drawings = {numberOf(users.drawing)};
-        view.isDefault = users.isDefault;
-        view.scope = std::move(*scope);
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
         m_untold += untoldSections(*camera);
         m_sections += written && !written->sections.empty() ? 1 : 0;
         if (written)
-            take(std::move(view), *written);
+            takeEach(name, users, std::move(scopes), *written);
         else
             m_log.warning("saved view \"" + name + "\" is left out: its camera is incomplete");
         return written.has_value();
+    }
+
+    /// A view of a part that stands in several places is one for each.
+    void takeEach(const std::string& name, const Users& users, std::vector<ViewScope> scopes,
+                  const WrittenCamera& camera)
+    {
+        m_repeated += scopes.size() > 1 ? 1 : 0;
+        m_cutPlaces += scopes.front().isCut ? 1 : 0;
+        bool isDefault = users.isDefault;
+        for (ViewScope& scope : scopes) {
+            SavedView view;
+            view.name = withoutBrackets(scope.path.empty() ? name : name + " (" + scope.path + ")");
+            view.drawings = {numberOf(users.drawing)};
+            view.isDefault = std::exchange(isDefault, false);
+            view.scope = std::move(scope);
+            take(std::move(view), camera);
+        }
     }
 
     std::uint32_t numberOf(const Entity& entity) const
@@ -201,7 +216,8 @@ private:
     {
         if (view.name.empty())
             view.name = "View " + std::to_string(m_views.size() + 1);
-        const auto [known, isNew] = m_known.try_emplace({view.name, numbersOf(camera)}, m_views.size());
+        const auto [known, isNew] =
+            m_known.try_emplace({view.name, numbersOf(camera, view.scope.place)}, m_views.size());
         if (!isNew) {
             SavedView& same = m_views[known->second];
             same.drawings.push_back(view.drawings.front());
@@ -239,7 +255,12 @@ private:
         if (m_untold > 0)
             m_log.warning(std::to_string(m_untold) + " sections of saved views cut nothing: they are no single planes");
         if (m_ofParts > 0)
-            m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
+            m_log.warning(std::to_string(m_ofParts) + " saved views of several parts within the assembly are left out");
+        if (m_repeated > 0)
+            m_log.info(std::to_string(m_repeated) + " saved views of parts are given for each place of their part");
+        if (m_cutPlaces > 0)
+            m_log.warning(std::to_string(m_cutPlaces) + " saved views of parts are given for " +
+                          std::to_string(PartPlaces::Most) + " places of their part alone, which has more");
         if (m_scopes.isCut())
             m_log.warning("the saved views list so many shapes that not all of them show theirs alone");
     }
@@ -254,8 +275,10 @@ private:
     std::map<std::string, int> m_counts;                            ///< of views that the file names so
     std::map<std::pair<std::string, Numbers>, std::size_t> m_known; ///< numbers of views by name and camera
     std::size_t m_automatic = 0;
-    std::size_t m_ofParts = 0;
-    std::size_t m_sections = 0; ///< views with planes that cut
+    std::size_t m_ofParts = 0;   ///< views of several
+    std::size_t m_repeated = 0;  ///< views that are given for several places
+    std::size_t m_cutPlaces = 0; ///< views of parts with more places than that
+    std::size_t m_sections = 0;  ///< views with planes that cut
     std::size_t m_withHiddenLines = 0;
     std::size_t m_untold = 0; ///< sections
 };

@@ -23,8 +23,10 @@
 #include "ptx/readers/step/damage/MendingLibrary.h"
 #include "ptx/readers/step/placements/Placing.h"
 
+#include <NCollection_DataMap.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
+#include <TDF_LabelMapHasher.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
@@ -168,17 +170,23 @@ private:
         const facets::Parts parts = m_text->takeFacets();
         FacetOwners facets(m_reader, parts, m_exactProducts);
         ViewedShapes shapes(m_reader, m_content.views, m_job.log);
-        std::size_t number = 0; // of the product, which come in this order
+        NCollection_DataMap<TDF_Label, std::size_t, TDF_LabelMapHasher>
+            numbers; // of products, which come in this order
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
                 addTags(tags, label, product.tags);
                 addComponentTags(tags, label, product);
                 callouts.addTo(product, label);
-                facets.addTo(number++, label);
+                const auto number = static_cast<std::size_t>(numbers.Size());
+                numbers.Bind(label, number);
+                facets.addTo(number, label);
                 shapes.addProduct(label);
                 if (product.body == model::NoBody && product.children.empty())
                     product.externalNames = m_names->of(label);
             });
+        for (SavedView& view : m_content.views)
+            if (const std::size_t* part = view.scope.part.IsNull() ? nullptr : numbers.Seek(view.scope.part))
+                view.part = *part;
         m_content.facets = facets.finish(parts, m_job.log);
         shapes.finish(m_content, m_content.facets);
         callouts.finish(m_content.model, std::filesystem::path(m_job.input).stem().string());

@@ -14,6 +14,7 @@ using testing::ElementsAre;
 using testing::FloatNear;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace
 {
@@ -122,11 +123,60 @@ TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
     DraughtingText held;
     held.draw({held.camera("Front"), held.mappedShape()});
     held.view("Of all");
-    held.hold({"first", "second"});
+    held.hold({"use"}, true);
     ConvertRun assembly;
     ASSERT_EQ(assembly.convertText("top.stp", held.text()), 0) << assembly.log();
-    EXPECT_EQ(names(bookmarks(assembly.scene())), std::vector<std::string>{"Of all"});
-    EXPECT_THAT(assembly.log(), HasSubstr("1 saved views of parts within the assembly are left out"));
+    EXPECT_EQ(names(bookmarks(assembly.scene())), (std::vector<std::string>{"Front", "Of all"}));
+}
+
+TEST(ConvertViews, AViewOfAPartInSeveralPlacesIsOneForEach)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    step.view("Of all");
+    step.hold({"first", "a [b]", "first"});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const auto found = bookmarks(run.scene());
+    ASSERT_EQ(names(found),
+              (std::vector<std::string>{"Front (first)", "Front (a (b))", "Front (first) (2)", "Of all"}));
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_FLOAT_EQ(cameraOf(found[i])->getMatrix()[12], 115 + 100 * static_cast<float>(i));
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for each place of their part"));
+    EXPECT_THAT(run.log(), Not(HasSubstr("which has more")));
+}
+
+TEST(ConvertViews, OfAPartInVeryManyPlacesTheFirstSixteenHaveItsView)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    std::vector<std::string> uses;
+    for (int i = 1; i <= 17; ++i)
+        uses.push_back(std::to_string(i));
+    step.hold(uses);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const std::vector<std::string> found = names(bookmarks(run.scene()));
+    ASSERT_EQ(found.size(), 16u);
+    EXPECT_EQ(found.front(), "Front (1)");
+    EXPECT_EQ(found.back(), "Front (16)");
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for 16 places of their part alone"));
+}
+
+TEST(ConvertViews, OfAPartInAPartThatIsUsedTwiceEachWayIsAPlace)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    step.holdTwice({"left", "right"}, {"upper", "lower"});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const auto found = bookmarks(run.scene());
+    ASSERT_EQ(names(found), (std::vector<std::string>{"Front (upper/left)", "Front (lower/left)", "Front (upper/right)",
+                                                      "Front (lower/right)"}));
+    // A box of 30 in the middle of which the camera is, at 100 or 200, in what is at 1000 or 2000.
+    const float xs[] = {1115, 2115, 1215, 2215};
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_FLOAT_EQ(cameraOf(found[i])->getMatrix()[12], xs[i]);
 }
 
 TEST(ConvertViews, CamerasThatAreBrokenAreLeftOutWithAWord)
