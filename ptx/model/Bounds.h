@@ -23,8 +23,8 @@ struct ModelBounds {
     std::vector<Bounds> products; ///< around each product, in its own space; empty for one that is nowhere
 };
 
-/// The boxes of `model`, in which each occurrence counts as the box around its product. Products that contain themselves
-/// count once.
+/// The boxes of `model`, in which each occurrence counts as the box around its product. Products that contain
+/// themselves count once.
 ModelBounds boundsOf(const Model& model);
 
 } // namespace ptx::model

@@ -118,8 +118,7 @@ private:
                 flag = content->ParamValue(i)->ToCString();
         if (camera->Name().IsNull())
             camera->SetName(new TCollection_HAsciiString());
-        if (look(entity, camera) && flag == ".F.")
-            ++m_withHiddenLines;
+        look(entity, camera, flag == ".F.");
     }
 
     static void take(const Entity& parameter, StepVisual_CameraModelD3& camera)
@@ -130,47 +129,50 @@ private:
             camera.SetPerspectiveOfVolume(volume);
     }
 
-    /// @return whether `camera`, which the file has as `entity`, is that of a view
-    bool look(const Entity& entity, const Handle(StepVisual_CameraModelD3) & camera)
+    /// Takes the view of `camera`, which the file has as `entity`, if it is that of one.
+    void look(const Entity& entity, const Handle(StepVisual_CameraModelD3) & camera, bool showsHidden = false)
     {
         const Users users = usersOf(entity);
         if (users.drawing.IsNull())
-            return false;
+            return;
         const std::string name = occt::utf8(camera->Name());
         if (!m_withAutomatic && name.starts_with("* ")) {
             ++m_automatic;
-            return false;
+            return;
         }
         const std::vector<Entity> parts = partsOf(users.drawing);
         std::vector<ViewScope> scopes = m_scopes.scopesOf(parts);
         if (scopes.empty()) {
             ++m_ofParts;
-            return false;
+            return;
         }
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
         m_untold += untoldSections(*camera);
         m_sections += written && !written->sections.empty() ? 1 : 0;
-        if (written)
-            takeEach(name, users, std::move(scopes), *written);
-        else
+        if (!written) {
             m_log.warning("saved view \"" + name + "\" is left out: its camera is incomplete");
-        return written.has_value();
+            return;
+        }
+        m_withHiddenLines += showsHidden ? 1 : 0;
+        SavedView view;
+        view.name = name;
+        view.drawings = {numberOf(users.drawing)};
+        view.isDefault = users.isDefault;
+        view.showsHidden = showsHidden;
+        takeEach(std::move(view), std::move(scopes), *written);
     }
 
     /// A view of a part that stands in several places is one for each.
-    void takeEach(const std::string& name, const Users& users, std::vector<ViewScope> scopes,
-                  const WrittenCamera& camera)
+    void takeEach(SavedView view, std::vector<ViewScope> scopes, const WrittenCamera& camera)
     {
         m_repeated += scopes.size() > 1 ? 1 : 0;
         m_cutPlaces += scopes.front().isCut ? 1 : 0;
-        bool isDefault = users.isDefault;
+        const std::string name = std::exchange(view.name, {});
         for (ViewScope& scope : scopes) {
-            SavedView view;
             view.name = withoutBrackets(scope.path.empty() ? name : name + " (" + scope.path + ")");
-            view.drawings = {numberOf(users.drawing)};
-            view.isDefault = std::exchange(isDefault, false);
             view.scope = std::move(scope);
-            take(std::move(view), camera);
+            take(view, camera);
+            view.isDefault = false;
         }
     }
 
@@ -222,6 +224,7 @@ private:
             SavedView& same = m_views[known->second];
             same.drawings.push_back(view.drawings.front());
             same.isDefault = same.isDefault || view.isDefault;
+            same.showsHidden = same.showsHidden || view.showsHidden;
             extend(same.scope, view.scope);
             return;
         }
@@ -251,7 +254,7 @@ private:
             m_log.info(std::to_string(m_sections) + " saved views have section planes");
         if (m_withHiddenLines > 0)
             m_log.info(std::to_string(m_withHiddenLines) +
-                       " saved views ask for hidden lines, which are left out here");
+                       " saved views show what is hidden: annotations alone are drawn so, edges are not");
         if (m_untold > 0)
             m_log.warning(std::to_string(m_untold) + " sections of saved views cut nothing: they are no single planes");
         if (m_ofParts > 0)

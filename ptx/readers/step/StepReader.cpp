@@ -60,6 +60,7 @@ void addViews(model::Model& model, const std::vector<SavedView>& views, const st
         view.group = group;
         view.isAtOpening = saved.isDefault && std::none_of(model.views.begin(), model.views.end(), isAtOpening);
         frame(view, saved.camera, saved.part ? bounds.products[*saved.part] : bounds.whole);
+        view.facts.areAnnotationsInFront = saved.showsHidden;
         view.placement = occt::toMatrix(saved.scope.place) * view.placement;
     }
 }

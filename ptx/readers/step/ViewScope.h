@@ -45,8 +45,8 @@ public:
     ViewScopes(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document);
 
     /// Of a drawing with these parts. One that maps no shape shows everything. One of a product within the assembly has
-    /// a scope for each place of it, `PartPlaces::Most` at the most, the first of which says when there are more. Nothing
-    /// for one of several such products: nobody knows the place of the view.
+    /// a scope for each place of it, `PartPlaces::Most` at the most, the first of which says when there are more.
+    /// Nothing for one of several such products: nobody knows the place of the view.
     std::vector<ViewScope> scopesOf(const std::vector<Handle(Standard_Transient)>& parts);
 
     /// Whether drawings list so many shapes that the last ones show everything instead.

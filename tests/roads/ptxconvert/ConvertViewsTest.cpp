@@ -251,7 +251,10 @@ TEST(ConvertViews, CamerasWithAWordOnHiddenLinesAreViewsToo)
     ASSERT_EQ(names(found), (std::vector<std::string>{"\u00c4 .T.", "\u00c4 .F."}));
     EXPECT_EQ(cameraOf(found[0])->getHeight(), 50);
     EXPECT_FLOAT_EQ(cameraOf(found[1])->getMatrix()[12], 15);
-    EXPECT_THAT(run.log(), HasSubstr("1 saved views ask for hidden lines, which are left out here"));
+    EXPECT_FALSE(osg::viewFactsOf(cameraOf(found[0])).areAnnotationsInFront);
+    EXPECT_TRUE(osg::viewFactsOf(cameraOf(found[1])).areAnnotationsInFront);
+    EXPECT_TRUE(osg::viewFactsOf(found[1]).areAnnotationsInFront);
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views show what is hidden: annotations alone are drawn so"));
 }
 
 TEST(ConvertViews, SectionPlanesAreTagsOfBookmarkAndCamera)
