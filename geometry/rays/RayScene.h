@@ -59,8 +59,8 @@ public:
 
     /// What `ray` meets first beyond the distance `from`.
     std::optional<Hit> firstHit(const Ray& ray, float from) const;
-    /// What each of `rays` meets first, what comes forward before all else, into `hits`, which is as long. Rays that run
-    /// side by side are found faster.
+    /// What each of `rays` meets first, what comes forward before all else, into `hits`, which is as long. Rays that
+    /// run side by side are found faster.
     void firstHits(std::span<const Ray> rays, std::span<std::optional<Hit>> hits) const;
     /// How many of `segments` run into something opaque.
     int countBlocked(std::span<const Segment> segments) const;

@@ -82,7 +82,7 @@ public:
     {
     }
 
-    std::vector<SavedView> collect()
+    SavedViews collect()
     {
         for (int i = 1; i <= m_model->NbEntities(); ++i)
             if (const auto camera = Handle(StepVisual_CameraModelD3)::DownCast(m_model->Value(i)); !camera.IsNull())
@@ -90,7 +90,7 @@ public:
             else if (const auto other = Handle(StepData_UndefinedEntity)::DownCast(m_model->Value(i)); !other.IsNull())
                 lookWithHiddenLines(other);
         tell();
-        return std::move(m_views);
+        return {std::move(m_views), m_ofParts};
     }
 
 private:
@@ -172,7 +172,6 @@ private:
             view.name = withoutBrackets(scope.path.empty() ? name : name + " (" + scope.path + ")");
             view.scope = std::move(scope);
             take(view, camera);
-            view.isDefault = false;
         }
     }
 
@@ -295,8 +294,8 @@ std::string withoutBrackets(std::string name)
     return name;
 }
 
-std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
-                                  bool withAutomatic, core::Log& log)
+SavedViews savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
+                      bool withAutomatic, core::Log& log)
 {
     return ViewCollector(reader, document, withAutomatic, log).collect();
 }

@@ -31,6 +31,12 @@ struct SavedView {
     std::optional<std::size_t> part = {}; ///< number of the product that it is a view of, when that is an inner one
 };
 
+/// The views of a file.
+struct SavedViews {
+    std::vector<SavedView> views;
+    std::size_t leftOut = 0; ///< how many more there are, of several parts each
+};
+
 /// `name` with round brackets instead of square ones, in which tags put names.
 std::string withoutBrackets(std::string name);
 
@@ -39,7 +45,7 @@ std::string withoutBrackets(std::string name);
 /// names begin with "* ") come if `withAutomatic`. A view of a part that stands in several places comes for each of
 /// them, named by the occurrences too, up to a limit. Views of several such parts and views that say the same twice are
 /// left out. `log` tells how many there are and what was left out.
-std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
-                                  bool withAutomatic, core::Log& log);
+SavedViews savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
+                      bool withAutomatic, core::Log& log);
 
 } // namespace ptx::step

@@ -10,6 +10,7 @@
 #include "ptx/readers/step/CalloutOwners.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
+#include "ptx/readers/step/LeftOutTags.h"
 #include "ptx/readers/step/LengthUnit.h"
 #include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/RecordLibrary.h"
@@ -161,9 +162,10 @@ private:
         addProductFacts(m_reader, m_document, tags);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
         const annotations::Drawing drawing = m_text->takeAnnotations();
+        SavedViews saved;
         if (!m_isPart)
-            m_content.views =
-                savedViews(m_reader, m_document, m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
+            saved = savedViews(m_reader, m_document, m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
+        m_content.views = std::move(saved.views);
         const ViewedCallouts viewed(m_content.views, drawing.callouts.size(), m_job.log);
         findDefaultView(m_content.views, viewed, drawing);
         CalloutOwners callouts(m_reader, drawing, viewed, m_job.log);
@@ -191,6 +193,7 @@ private:
         shapes.finish(m_content, m_content.facets);
         callouts.finish(m_content.model, std::filesystem::path(m_job.input).stem().string());
         model::tagFile(m_content.model, ofNoProduct);
+        model::tagFile(m_content.model, leftOutTags(m_job.input, saved.leftOut, drawing));
         addUnit();
         return std::nullopt;
     }

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 using namespace ptxtest;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -124,4 +125,6 @@ TEST(ConvertViewedShapes, OfSeveralPartsInAnAssemblyNobodyKnowsThePlaceOfTheirVi
     EXPECT_TRUE(nodeNamed(run.scene(), "Of the part"));
     EXPECT_FALSE(nodeNamed(run.scene(), "Of both"));
     EXPECT_THAT(run.log(), HasSubstr("1 saved views of several parts within the assembly are left out"));
+    EXPECT_THAT(osg::tagsOf(nodeNamed(run.scene(), "top")),
+                Contains("ptx::left-out=1 saved views of several parts\n" + run.folder().file("top.stp")));
 }

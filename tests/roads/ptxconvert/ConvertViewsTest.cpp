@@ -173,10 +173,12 @@ TEST(ConvertViews, OfAPartInAPartThatIsUsedTwiceEachWayIsAPlace)
     const auto found = bookmarks(run.scene());
     ASSERT_EQ(names(found), (std::vector<std::string>{"Front (upper/left)", "Front (lower/left)", "Front (upper/right)",
                                                       "Front (lower/right)"}));
-    // A box of 30 in the middle of which the camera is, at 100 or 200, in what is at 1000 or 2000.
-    const float xs[] = {1115, 2115, 1215, 2215};
-    for (std::size_t i = 0; i < 4; ++i)
-        EXPECT_FLOAT_EQ(cameraOf(found[i])->getMatrix()[12], xs[i]);
+    // Before the middle of a box of 30, at 100 or 200 of what is turned at 1000 or 2000.
+    const float places[][2] = {{1037.4166F, 115}, {2037.4166F, 115}, {1037.4166F, 215}, {2037.4166F, 215}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_NEAR(cameraOf(found[i])->getMatrix()[12], places[i][0], 1e-3);
+        EXPECT_NEAR(cameraOf(found[i])->getMatrix()[13], places[i][1], 1e-3);
+    }
 }
 
 TEST(ConvertViews, CamerasThatAreBrokenAreLeftOutWithAWord)

@@ -97,7 +97,7 @@ void DraughtingText::holdTwice(const std::vector<std::string>& names, const std:
         m_step.place(group, m_part, name, {x += 100, 0, 0});
     x = 0;
     for (const std::string& name : groups)
-        m_step.place(top, group, name, {x += 1000, 0, 0});
+        m_step.place(top, group, name, {x += 1000, 0, 0}, {0, 0, 1}, {0, 1, 0});
 }
 
 void DraughtingText::overrideColor(const StepOccurrence& use)

@@ -41,7 +41,8 @@ public:
     /// Puts the part into an assembly "top", as `names` at x = 100, 200 ...; if `withAnother`, also another part, as
     /// "beside".
     std::vector<StepOccurrence> hold(const std::vector<std::string>& names, bool withAnother = false);
-    /// Puts the part into an assembly "group" as `names`, and this one into "top" as `groups` at x = 1000, 2000 ...
+    /// Puts the part into an assembly "group" as `names`, and this one into "top" as `groups`, turned to the left about
+    /// Z, at x = 1000, 2000 ...
     void holdTwice(const std::vector<std::string>& names, const std::vector<std::string>& groups);
     /// Gives `use` of the part another colour than the part has.
     void overrideColor(const StepOccurrence& use);
