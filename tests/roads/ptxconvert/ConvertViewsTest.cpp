@@ -163,6 +163,18 @@ TEST(ConvertViews, OfAPartInVeryManyPlacesTheFirstSixteenHaveItsView)
     EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for 16 places of their part alone"));
 }
 
+TEST(ConvertViews, PlacesThatMultiplyAreSixteenAtTheMostToo)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    const std::vector<std::string> five = {"a", "b", "c", "d", "e"};
+    step.holdTwice(five, five);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(bookmarks(run.scene()).size(), 16u);
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for 16 places of their part alone"));
+}
+
 TEST(ConvertViews, OfAPartInAPartThatIsUsedTwiceEachWayIsAPlace)
 {
     DraughtingText step;

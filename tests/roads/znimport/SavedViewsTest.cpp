@@ -214,8 +214,13 @@ TEST_F(SavedViewsTest, AnnotationsComeToTheFrontWhereTheViewOrTheCommandSaysSo)
     EXPECT_EQ(other, picture("Thickness and datum.png"));
     ASSERT_EQ(znimport(QStringList{closed, text("--pmi-in-front")} + pictures).exitCode, 0);
     EXPECT_EQ(asTheViewSays, picture("Dimensions.png"));
-    for (const json& camera : GlbFile(path("open.glb")).json["cameras"])
+    const GlbFile glb(path("open.glb"));
+    int told = 0;
+    for (const json& camera : glb.json["cameras"]) {
         EXPECT_EQ(camera.contains("extras"), camera["name"] == "Dimensions_vp") << camera.dump();
+        told += camera.contains("extras") && camera["extras"]["annotationsInFront"] == true ? 1 : 0;
+    }
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(SavedViewsTest, APictureOfAnyShapeHoldsTheWindowOfTheView)
