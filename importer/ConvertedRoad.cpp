@@ -89,7 +89,7 @@ void ConvertedRoad::loaded(znPtxLoaderJob& job, const PartImports& parts)
     m_result.node = job.getLoadedNode();
     if (!m_result.node)
         return;
-    leavePartViewsOut();
+    tellLeftOut();
     m_result.missing = parts.missing();
     const std::vector<zn::MissingPart> leftOut = zn::partsLeftOut(m_result.node);
     m_result.missing.insert(m_result.missing.end(), leftOut.begin(), leftOut.end());

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -21,6 +22,13 @@ struct MissingPart {
     QString reason; ///< why it did not come in, for a person
     /// The places that it belongs to, each as the names from the top of the tree down; empty where they are not known.
     QStringList instances;
+};
+
+/// What files hold beside their parts and the converters do not bring in. The parts are complete without it.
+struct LeftOutContent {
+    QString what;          ///< for a person, many of them: "segments of PMI"
+    std::size_t count = 0; ///< in all files together
+    std::size_t files = 0; ///< that hold some; 0 where nobody counts them
 };
 
 /// A step of the optimisation, and what the tree held before and after it.
@@ -40,8 +48,10 @@ struct ImportResult {
     QStringList messages;                                       ///< what the log said meanwhile
     /// Part files that did not come in, and what was lost of others; empty for a complete import.
     std::vector<MissingPart> missing;
-    bool cancelled = false; ///< ended by Importer::cancel()
-    std::size_t folded = 0; ///< nodes that said nothing and were taken out in the end, see the setting scene.fold
+    std::vector<LeftOutContent> leftOut; ///< each kind once; `messages` tells of them too
+    bool cancelled = false;              ///< ended by Importer::cancel()
+    /// Nodes that said nothing and were taken out in the end, see the setting scene.fold.
+    std::size_t folded = 0;
     /// What a PLMXML document holds; null for another file, for one that could not be read, and, unless the request
     /// wants it, for one that the loader could read as it stands.
     std::shared_ptr<const DocumentStructure> document;

@@ -2,6 +2,7 @@
 
 #include "host/znKernel/znFileIOHelper.h"
 #include "importer/ConvertedRoad.h"
+#include "importer/LeftOutContent.h"
 #include "importer/NativeRoad.h"
 #include "importer/PartViews.h"
 #include "importer/PlmxmlRoad.h"
@@ -33,11 +34,13 @@ void ImportRoad::cancel()
     abortJobs();
 }
 
-void ImportRoad::leavePartViewsOut()
+void ImportRoad::tellLeftOut()
 {
-    if (const std::size_t count = dropPartViews(m_result.node))
-        addMessage(m_result.file + QStringLiteral(": ") +
-                   tr("saved views of part files are left out: %1").arg(static_cast<qulonglong>(count)));
+    m_result.leftOut = zn::leftOutContent(m_result.node);
+    if (const std::size_t views = dropPartViews(m_result.node))
+        m_result.leftOut.push_back({tr("saved views of part files"), views, 0});
+    for (const zn::LeftOutContent& content : m_result.leftOut)
+        addMessage(zn::describe(m_result.file, content));
 }
 
 zn::ImportResult ImportRoad::takeResult()

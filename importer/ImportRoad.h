@@ -47,8 +47,9 @@ protected:
     /// Its result names the file of the request.
     explicit ImportRoad(const zn::ImportRequest& request);
 
-    /// Takes the views of part files out of the tree of the result and tells so among its messages.
-    void leavePartViewsOut();
+    /// Takes the views of part files out of the tree of the result. Tells of them, and of what the converters left out
+    /// beside the parts, in the result and among its messages.
+    void tellLeftOut();
 
     /// What was asked for.
     const zn::ImportRequest& request() const { return m_request; }

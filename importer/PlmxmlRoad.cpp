@@ -185,7 +185,7 @@ void PlmxmlRoad::loaded(const PartImports& parts)
 {
     const std::size_t emptyPlaces = fillRepeatedParts(m_result.node, m_repeatedNodesLeft);
     applyDocumentMaterials(m_document->path(), m_result.node);
-    leavePartViewsOut();
+    tellLeftOut();
     m_result.missing = zn::partsLeftOut(m_result.node);
     if (emptyPlaces > 0)
         m_result.missing.push_back(

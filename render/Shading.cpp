@@ -125,6 +125,8 @@ SeenPoint seenPoint(const RayScene& scene, const Hit& hit, const Ray& ray)
     point.color = placed.look.diffuse;
     point.emission = placed.look.emission;
     point.alpha = placed.look.alpha;
+    // What comes before the rest is a drawing, which nothing around it darkens.
+    point.isStroke = placed.isForward;
     if (placed.surface)
         completeSurface(point, placed, hit);
     else

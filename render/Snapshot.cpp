@@ -147,7 +147,7 @@ SnapshotResult renderTree(const osg::NodePtr& root, const SnapshotOptions& optio
 {
     Watch watch(options.progress, options.cancel);
     watch.report(0);
-    PartList list = collectParts(root, options.limits.maxParts, watch);
+    PartList list = collectParts(root, options.limits.maxParts, watch, options.inFront);
     if (watch.cancelled())
         return cancelledResult();
     if (list.tooMany)

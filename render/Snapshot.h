@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace render
 {
@@ -36,10 +37,12 @@ struct SnapshotOptions {
     View view = View::Iso; ///< where the eye is, if `eye` does not say otherwise
     /// Looks from here in place of `view`. Nothing is fitted then, and there is no ground.
     std::optional<Eye> eye;
-    Backdrop backdrop;        ///< what stands behind the scene
-    float margin = 0.06f;     ///< what stays free along each border, as part of the shorter side; from 0, below 0.5
-    int samples = 3;          ///< anti-aliasing: `samples` x `samples` rays a pixel, 1 to 16
-    int ambientSamples = 18;  ///< rays a pixel that look for what darkens it; 0 for none, at most 4096
+    Backdrop backdrop;       ///< what stands behind the scene
+    float margin = 0.06f;    ///< what stays free along each border, as part of the shorter side; from 0, below 0.5
+    int samples = 3;         ///< anti-aliasing: `samples` x `samples` rays a pixel, 1 to 16
+    int ambientSamples = 18; ///< rays a pixel that look for what darkens it; 0 for none, at most 4096
+    /// What is below nodes with this tag is seen before the rest, also where it is behind; nothing is without it.
+    std::string inFront;
     bool featureLines = true; ///< thin dark lines at silhouettes, creases and borders of faces
     int threads = 0;          ///< 0 for one a core
     SnapshotLimits limits;    ///< a picture beyond them is refused

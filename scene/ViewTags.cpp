@@ -15,6 +15,7 @@ namespace
 
 constexpr std::string_view AspectKey = "ptx::view-aspect=";
 constexpr std::string_view SectionKey = "ptx::view-section=";
+constexpr std::string_view InFrontTag = "ptx::view-annotations-in-front";
 
 std::string written(std::string_view key, std::span<const float> numbers)
 {
@@ -54,6 +55,8 @@ std::vector<std::string> tagsFor(const ViewFacts& facts)
         tags.push_back(written(AspectKey, {&facts.aspect, 1}));
     for (const HalfSpace& section : facts.sections)
         tags.push_back(written(SectionKey, section));
+    if (facts.areAnnotationsInFront)
+        tags.emplace_back(InFrontTag);
     return tags;
 }
 
@@ -62,6 +65,7 @@ ViewFacts viewFactsOf(const AttachmentContainerPtr& container)
     ViewFacts facts;
     for (const std::string& tag : tagsOf(container)) {
         float aspect = 0;
+        facts.areAnnotationsInFront = facts.areAnnotationsInFront || tag == InFrontTag;
         if (HalfSpace section{}; read(tag, SectionKey, section))
             facts.sections.push_back(section);
         else if (read(tag, AspectKey, {&aspect, 1}) && aspect > 0)

@@ -18,6 +18,9 @@ using HalfSpace = std::array<float, 4>;
 struct ViewFacts {
     float aspect = 0;                ///< width of the view's window by its height; 0: not known
     std::vector<HalfSpace> sections; ///< each cuts what the others have left
+    /// What is drawn to tell of the parts is seen before all of them, as a view has it that does not remove what is
+    /// hidden.
+    bool areAnnotationsInFront = false;
 };
 
 /// The tags that say `facts`.

@@ -252,8 +252,8 @@
 <context>
     <name>importer::ImportRoad</name>
     <message>
-        <source>saved views of part files are left out: %1</source>
-        <translation>gespeicherte Ansichten von Teiledateien bleiben weg: %1</translation>
+        <source>saved views of part files</source>
+        <translation>gespeicherte Ansichten von Teiledateien</translation>
     </message>
 </context>
 <context>
@@ -559,6 +559,17 @@
     <message>
         <source>the allocation of the cluster ended: all of its nodes failed</source>
         <translation>die Zuteilung auf dem Cluster ist zu Ende: alle Knoten sind ausgefallen</translation>
+    </message>
+</context>
+<context>
+    <name>zn::LeftOutContent</name>
+    <message>
+        <source>%1 are left out: %2</source>
+        <translation>%1 bleiben weg: %2</translation>
+    </message>
+    <message>
+        <source>%1 are left out: %2, in %3 files</source>
+        <translation>%1 bleiben weg: %2, in %3 Dateien</translation>
     </message>
 </context>
 <context>

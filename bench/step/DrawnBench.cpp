@@ -1,7 +1,7 @@
 // How reading what a STEP text draws (annotations in callouts of draughting models, tessellated parts) grows with it.
 //
 // "ratio" is the time for twice the text over the time for the text. `views` shares one set of callouts out to many
-// draughting models, `callouts` has one model that lists all.
+// draughting models, `callouts` has one model that lists all, and so has `million`, with a million of them.
 
 #include "bench/support/Ratio.h"
 #include "ptx/readers/step/annotations/Annotations.h"
@@ -92,6 +92,9 @@ void doubled(benchmark::State& state, double (*seconds)(const std::string&), con
 constexpr std::size_t Count = 100'000;
 
 BENCHMARK_CAPTURE(doubled, callouts, annotationSeconds, callouts(Count, Count), callouts(2 * Count, 2 * Count))
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(doubled, million, annotationSeconds, callouts(5 * Count, 5 * Count), callouts(10 * Count, 10 * Count))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(doubled, views, annotationSeconds, callouts(Count, 20), callouts(2 * Count, 20))

@@ -74,6 +74,8 @@ std::size_t GlbCameras::add(const osg::UberCameraPtr& camera)
         json["perspective"] = perspective(*camera, facts.aspect, {m_millimetresPerUnit});
     if (!facts.sections.empty())
         json["extras"]["sections"] = sectionsOf(facts, m_millimetresPerUnit);
+    if (facts.areAnnotationsInFront)
+        json["extras"]["annotationsInFront"] = true;
     if (const char* name = osg::getName(camera))
         json["name"] = name;
     return m_list.add(json);

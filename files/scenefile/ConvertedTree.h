@@ -3,6 +3,7 @@
 #include "scene/Tags.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <string>
 
@@ -37,6 +38,7 @@ inline constexpr char VolumeKey[] = "ptx::validation::volume"; ///< node: as the
 inline constexpr char AreaKey[] = "ptx::validation::area";     ///< node: the same, in mm2
 inline constexpr char CentroidKey[] = "ptx::validation::centroid"; ///< node: the same, three numbers in mm
 inline constexpr char MissingPrefix[] = "ptx::missing=";           ///< node: see MissingPart
+inline constexpr char LeftOutPrefix[] = "ptx::left-out=";          ///< node: see LeftOut
 
 /// A part that belongs at a node but is not there.
 struct MissingPart {
@@ -60,6 +62,36 @@ inline std::optional<MissingPart> missingPart(const std::string& tag)
     if (!tag.starts_with(MissingPrefix) || end == std::string::npos)
         return std::nullopt;
     return MissingPart{tag.substr(end + 1), tag.substr(start, end - start)};
+}
+
+/// What a file has beside its parts and the converter does not bring in. The parts are complete without it.
+struct LeftOut {
+    std::string file; ///< absolute path
+    std::string what; ///< for a person, many of them: "segments of PMI"; without line ends
+    std::size_t count = 0;
+
+    friend bool operator==(const LeftOut&, const LeftOut&) = default;
+};
+
+/// The tag that tells of `content`.
+inline std::string leftOutTag(const LeftOut& content)
+{
+    return LeftOutPrefix + std::to_string(content.count) + " " + content.what + "\n" + content.file;
+}
+
+/// What `tag` says when it is one of content that is left out.
+inline std::optional<LeftOut> leftOut(const std::string& tag)
+{
+    const std::size_t start = sizeof LeftOutPrefix - 1;
+    const std::size_t end = tag.find('\n');
+    if (!tag.starts_with(LeftOutPrefix) || end == std::string::npos)
+        return std::nullopt;
+    LeftOut content = {tag.substr(end + 1), {}, 0};
+    const auto [words, fault] = std::from_chars(tag.data() + start, tag.data() + end, content.count);
+    if (fault != std::errc() || words == tag.data() + end || *words != ' ')
+        return std::nullopt;
+    content.what.assign(words + 1, tag.data() + end);
+    return content;
 }
 
 /// Whether `root` is the root of a tree that the converter made.

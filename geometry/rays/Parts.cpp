@@ -3,7 +3,9 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Transform.h"
+#include "scene/Tags.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace geometry::rays
@@ -20,10 +22,11 @@ constexpr std::uint32_t noShape = 0xFFFFFFFF;
 struct Inherited {
     Eigen::Affine3d placement = Eigen::Affine3d::Identity();
     osg::MaterialPtr material; ///< of the topmost material group; null when there is none
+    bool isForward = false;    ///< below a node of what is seen first
 };
 
 struct Step {
-    const osg::Node* node;
+    osg::NodePtr node;
     Inherited inherited;
 };
 
@@ -54,7 +57,13 @@ Eigen::AlignedBox3d placedBox(const Eigen::AlignedBox3f& box, const Eigen::Affin
 void pushChildren(const osg::Node& node, const Inherited& inherited, std::vector<Step>& pending)
 {
     for (unsigned i = node.getNChildren(); i-- > 0;)
-        pending.push_back({node.getChild(i).get(), inherited});
+        pending.push_back({node.getChild(i), inherited});
+}
+
+bool hasTag(const osg::NodePtr& node, std::string_view tag)
+{
+    const std::vector<std::string>& tags = osg::tagsOf(node);
+    return !tag.empty() && std::find(tags.begin(), tags.end(), tag) != tags.end();
 }
 
 void inheritFrom(const osg::NodeCorePtr& core, Inherited& inherited)
@@ -82,7 +91,7 @@ public:
         }
         m_list.bounds.extend(box);
         const osg::MaterialPtr material = inherited.material ? inherited.material : geometry->getMaterial();
-        m_list.parts.push_back({shape, lookOf(material), inherited.placement});
+        m_list.parts.push_back({shape, lookOf(material), inherited.placement, inherited.isForward});
     }
 
     PartList& list() { return m_list; }
@@ -109,13 +118,13 @@ private:
 
 } // namespace
 
-PartList collectParts(const osg::NodePtr& root, std::size_t maxParts, const Watch& watch)
+PartList collectParts(const osg::NodePtr& root, std::size_t maxParts, const Watch& watch, std::string_view forward)
 {
     Collector collector;
     PartList& list = collector.list();
     std::vector<Step> pending;
     if (root)
-        pending.push_back({root.get(), {}});
+        pending.push_back({root, {}});
     while (!pending.empty() && !list.tooMany && !watch.cancelled()) {
         Step step = pending.back();
         pending.pop_back();
@@ -123,6 +132,7 @@ PartList collectParts(const osg::NodePtr& root, std::size_t maxParts, const Watc
             continue;
         const osg::NodeCorePtr core = step.node->getCore();
         inheritFrom(core, step.inherited);
+        step.inherited.isForward = step.inherited.isForward || hasTag(step.node, forward);
         if (const auto geometry = osg::fcCast<osg::Geometry>(core))
             collector.add(geometry, step.inherited);
         list.tooMany = list.parts.size() > maxParts;

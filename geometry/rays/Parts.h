@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace geometry::rays
@@ -28,6 +29,7 @@ struct Part {
     std::uint32_t shape = 0; ///< index into the shapes
     Look look;
     Eigen::Affine3d placement; ///< out of the coordinates of the mesh; finite
+    bool isForward = false;    ///< it is seen before the parts that are not, wherever it is
 };
 
 /// What a picture shows. Placements lead to the world (millimetres) until `moveToStage`.
@@ -40,8 +42,9 @@ struct PartList {
 };
 
 /// The active geometries at and below `root` that have something to draw, a parent before its children. Ends early when
-/// cancelled.
-PartList collectParts(const osg::NodePtr& root, std::size_t maxParts, const Watch& watch);
+/// cancelled. What is below nodes with the tag `forward` is seen before the rest; nothing is when that is empty.
+PartList collectParts(const osg::NodePtr& root, std::size_t maxParts, const Watch& watch,
+                      std::string_view forward = {});
 
 /// Changes the placements so that the bounds are centred at the origin and fit into a ball of radius 1, because the
 /// ray tracer counts in single precision. Returns the size of a millimetre there.

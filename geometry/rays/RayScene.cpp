@@ -137,6 +137,7 @@ RayScene::RayScene(const RayDevice& device, const PartList& list, const Eigen::V
             watch.report(0.2 * double(i) / double(list.parts.size()));
     }
     commit();
+    commitForward();
 }
 
 void RayScene::commit()
@@ -153,6 +154,17 @@ void RayScene::commit()
     m_blockers = m_opaque.get();
 }
 
+void RayScene::commitForward()
+{
+    if (std::none_of(m_placed.begin(), m_placed.end(), [](const Placed& placed) { return placed.isForward; }))
+        return;
+    m_forward = m_device.makeScene();
+    for (unsigned i = 0; i < m_placed.size(); ++i)
+        if (m_placed[i].isForward)
+            rtcAttachGeometryByID(m_forward.get(), rtcGetGeometry(m_visible.get(), i), i);
+    rtcCommitScene(m_forward.get());
+}
+
 void RayScene::add(const Part& part, const Shape& shape, const Eigen::Affine3d& placement, const StrokeRadii& radii)
 {
     if (shape.mesh->triangles.size() >= 3)
@@ -167,6 +179,7 @@ void RayScene::addSurface(const Part& part, const Shape& shape, const Eigen::Aff
     Placed placed;
     placed.surface = &surface;
     placed.look = part.look;
+    placed.isForward = part.isForward;
     placed.normalMatrix = normalMatrixOf(placement);
     placed.isOpaque = part.look.alpha >= 1 && !surface.hasClearColors();
     place(surface.scene(), placed, placement * Eigen::Translation3d(surface.origin().cast<double>()));
@@ -184,6 +197,7 @@ void RayScene::addStrokes(const Part& part, const Shape& shape, const Eigen::Aff
     Placed placed;
     placed.strokes = &strokes;
     placed.look = part.look;
+    placed.isForward = part.isForward;
     placed.normalMatrix = normalMatrixOf(placement);
     place(strokes.scene(), placed, placement * Eigen::Translation3d(strokes.origin().cast<double>()));
 }
@@ -231,6 +245,15 @@ std::optional<Hit> RayScene::firstHit(const Ray& ray, float from) const
 
 void RayScene::firstHits(std::span<const Ray> rays, std::span<std::optional<Hit>> hits) const
 {
+    std::fill(hits.begin(), hits.end(), std::nullopt);
+    meet(m_visible.get(), rays, hits);
+    if (m_forward)
+        meet(m_forward.get(), rays, hits);
+}
+
+/// Rays that meet nothing in `scene` keep their hits.
+void RayScene::meet(RTCScene scene, std::span<const Ray> rays, std::span<std::optional<Hit>> hits) const
+{
     RTCIntersectContext context = coherentContext();
     for (std::size_t first = 0; first < rays.size(); first += packetSize) {
         const std::size_t count = std::min(rays.size() - first, std::size_t(packetSize));
@@ -242,10 +265,10 @@ void RayScene::firstHits(std::span<const Ray> rays, std::span<std::optional<Hit>
             packet.hit.geomID[i] = RTC_INVALID_GEOMETRY_ID;
             packet.hit.instID[0][i] = RTC_INVALID_GEOMETRY_ID;
         }
-        rtcIntersect8(lanes.valid, m_visible.get(), &context, &packet);
+        rtcIntersect8(lanes.valid, scene, &context, &packet);
         for (std::size_t i = 0; i < count; ++i) {
-            const RTCHit hit = hitOfLane(packet.hit, i);
-            hits[first + i] = isHit(hit) ? std::optional(describe(hit, packet.ray.tfar[i])) : std::nullopt;
+            if (const RTCHit hit = hitOfLane(packet.hit, i); isHit(hit))
+                hits[first + i] = describe(hit, packet.ray.tfar[i]);
         }
     }
 }

@@ -19,6 +19,7 @@ struct Placed {
     Look look;
     Eigen::Matrix3f normalMatrix; ///< takes directions of normals to the stage; lengths are arbitrary
     bool isOpaque = false;        ///< lets no light through anywhere; strokes never count
+    bool isForward = false;       ///< seen before the rest
 };
 
 /// Where a ray meets the model.
@@ -58,7 +59,8 @@ public:
 
     /// What `ray` meets first beyond the distance `from`.
     std::optional<Hit> firstHit(const Ray& ray, float from) const;
-    /// What each of `rays` meets first, into `hits`, which is as long. Rays that run side by side are found faster.
+    /// What each of `rays` meets first, what comes forward before all else, into `hits`, which is as long. Rays that
+    /// run side by side are found faster.
     void firstHits(std::span<const Ray> rays, std::span<std::optional<Hit>> hits) const;
     /// How many of `segments` run into something opaque.
     int countBlocked(std::span<const Segment> segments) const;
@@ -72,6 +74,8 @@ private:
     void addStrokes(const Part& part, const Shape& shape, const Eigen::Affine3d& placement, const StrokeRadii& radii);
     void place(RTCScene shape, const Placed& placed, const Eigen::Affine3d& placement);
     void commit();
+    void commitForward();
+    void meet(RTCScene scene, std::span<const Ray> rays, std::span<std::optional<Hit>> hits) const;
     Hit describe(const RTCHit& hit, float distance) const;
     RTCRay clipped(const Ray& ray, float from, float to) const;
 
@@ -82,6 +86,7 @@ private:
     SceneHandle m_visible;
     SceneHandle m_opaque;          ///< what blocks light, when that is not all
     RTCScene m_blockers = nullptr; ///< one of the two
+    SceneHandle m_forward;         ///< what is seen before the rest; null for nothing
     std::vector<Eigen::Vector4d> m_halfSpaces;
 };
 

@@ -1,6 +1,7 @@
 #include "ptx/model/Bounds.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ptx::model
 {
@@ -57,6 +58,9 @@ public:
         return m_bounds[product];
     }
 
+    /// Those of the products that were asked for, and of what these contain.
+    std::vector<Bounds> all() && { return std::move(m_bounds); }
+
 private:
     void finish(std::size_t number)
     {
@@ -90,13 +94,13 @@ osg::Vec3f Bounds::corner(unsigned number) const
     return {number & 1 ? high.x : low.x, number & 2 ? high.y : low.y, number & 4 ? high.z : low.z};
 }
 
-Bounds boundsOf(const Model& model)
+ModelBounds boundsOf(const Model& model)
 {
     ProductBounds products(model);
-    Bounds bounds;
+    Bounds whole;
     for (const Occurrence& root : model.roots)
-        addPlaced(bounds, Bounds(products.of(root.product)), root.placement);
-    return bounds;
+        addPlaced(whole, Bounds(products.of(root.product)), root.placement);
+    return {whole, std::move(products).all()};
 }
 
 } // namespace ptx::model

@@ -3,6 +3,8 @@
 #include "host/OSGSystem/Math.h"
 #include "ptx/model/Model.h"
 
+#include <vector>
+
 namespace ptx::model
 {
 
@@ -16,8 +18,13 @@ struct Bounds {
     osg::Vec3f corner(unsigned number) const;
 };
 
-/// The box around all occurrences of `model`, in which each product counts as the box around it. Products that contain
+struct ModelBounds {
+    Bounds whole;                 ///< around all occurrences
+    std::vector<Bounds> products; ///< around each product, in its own space; empty for one that is nowhere
+};
+
+/// The boxes of `model`, in which each occurrence counts as the box around its product. Products that contain
 /// themselves count once.
-Bounds boundsOf(const Model& model);
+ModelBounds boundsOf(const Model& model);
 
 } // namespace ptx::model

@@ -1,3 +1,4 @@
+#include "scene/Tags.h"
 #include "tests/render/RenderTest.h"
 
 namespace render
@@ -103,6 +104,33 @@ TEST_F(StrokesInPicture, LinesOnASurfaceAreSeen)
     const QRgb surface = draw(root, options).pixel(80, 20);
     const QImage image = draw(root, options);
     EXPECT_GT(count(image, [surface](QRgb pixel) { return isDrawn(pixel) && pixel != surface; }), 70);
+}
+
+TEST_F(StrokesInPicture, WhatIsBehindAPartIsSeenWhereItsTagBringsItToTheFront)
+{
+    // A line behind a wall and an area within it, and another line.
+    const auto drawn = std::make_shared<osg::Mesh>();
+    drawn->positions = std::vector<osg::Vec3f>{{-15, 8, -8}, {15, 8, -8}, {-10, 2, 0}, {-4, 2, 0}, {-10, 2, 6}};
+    drawn->lines = std::vector<std::uint32_t>{0, 1};
+    drawn->triangles = std::vector<std::uint32_t>{2, 3, 4};
+    const osg::NodePtr beside = group({nodeOf(drawn, material({0.7f, 0, 0}))});
+    osg::setTags(beside, {"other", "drawn beside"});
+    const auto other = std::make_shared<osg::Mesh>();
+    other->positions = std::vector<osg::Vec3f>{{-15, 8, 8}, {15, 8, 8}};
+    other->lines = std::vector<std::uint32_t>{0, 1};
+    const Root root = group({nodeOf(box({-20, 0, -10}, {20, 5, 10}), material({0, 0.9f, 0})), beside,
+                             nodeOf(other, material({0, 0, 0.7f}))});
+    SnapshotOptions options = onWhite();
+    options.samples = 1;
+    options.ambientSamples = 8;
+    const auto isRed = [](QRgb pixel) { return qRed(pixel) > 100 && qGreen(pixel) < 50; };
+    const auto isBlue = [](QRgb pixel) { return qBlue(pixel) > 100 && qGreen(pixel) < 50; };
+    EXPECT_EQ(count(draw(root, options), isRed), 0);
+    options.inFront = "drawn beside";
+    const QImage front = draw(root, options);
+    EXPECT_EQ(count(front, isBlue), 0);
+    // The wall is 40 x 20 mm in 160 x 80 pixels: the line is 120 long and the area 24 x 24 / 2. No shade is on them.
+    EXPECT_NEAR(count(front, [](QRgb pixel) { return pixel == qRgb(179, 0, 0); }), 2 * 120 + 288, 60);
 }
 
 } // namespace render

@@ -158,6 +158,9 @@ TEST_F(AssemblyImportTest, ViewsOfAPartFileStayBehindWithAWord)
     ASSERT_TRUE(result.node);
     EXPECT_THAT(result.messages,
                 Contains(originalFile() + QStringLiteral(": saved views of part files are left out: 1")));
+    ASSERT_EQ(result.leftOut.size(), 1u);
+    EXPECT_EQ(result.leftOut[0].what, QStringLiteral("saved views of part files"));
+    EXPECT_EQ(result.leftOut[0].count, 1u);
     bool isHeadThere = false;
     osg::traverse(result.node, [&](const osg::NodePtr& node) {
         const char* name = osg::getName(node);
@@ -166,6 +169,25 @@ TEST_F(AssemblyImportTest, ViewsOfAPartFileStayBehindWithAWord)
         return osg::Action::Continue;
     });
     EXPECT_TRUE(isHeadThere);
+}
+
+TEST_F(AssemblyImportTest, WhatTheConvertersDoNotBringInIsToldAndNotMissing)
+{
+    const Root part(makeReference("part root", path(QStringLiteral("bolt.stp"))));
+    osg::setTags(addGroup(part.get(), "head"), {"ptx::left-out=3 segments of PMI\n/cad/bolt.stp"});
+    writeScene(QStringLiteral("made/bolt.stp"), part.get());
+    const QString bolt = write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")));
+    refer("left bolt", bolt);
+    refer("right bolt", bolt);
+    osg::setTags(refer("engine", QString()), {"ptx::left-out=2 segments of PMI\n/cad/engine.stp"});
+    const zn::ImportResult result = import();
+    EXPECT_EQ(result.state, JobSucceeded);
+    EXPECT_THAT(result.missing, IsEmpty());
+    EXPECT_THAT(result.messages,
+                Contains(originalFile() + QStringLiteral(": segments of PMI are left out: 5, in 2 files")));
+    ASSERT_EQ(result.leftOut.size(), 1u);
+    EXPECT_EQ(result.leftOut[0].count, 5u);
+    EXPECT_EQ(result.leftOut[0].files, 2u);
 }
 
 TEST_F(AssemblyImportTest, ReferencesThatNobodyWantsAreNotMissing)

@@ -99,6 +99,23 @@ TEST_F(PlmxmlImportTest, PartsThatTheConverterLeftOutMakeAnImportPartial)
     EXPECT_EQ(missingTexts(result), texts({"ring.stp: the file is not there [I0/P0/part root/ring place]"}));
 }
 
+TEST_F(PlmxmlImportTest, WhatIsLeftOutOfPartFilesIsTold)
+{
+    const Root part(makeReference("part root", path(QStringLiteral("bolt.stp"))));
+    osg::setTags(addGroup(part.get(), "head"), {"ptx::left-out=3 segments of PMI\n/cad/bolt.stp"});
+    osg::setTags(addGroup(part.get(), "view of the bolt"), {"stylar::bookmark"});
+    writeScene(QStringLiteral("made/bolt.stp"), part.get());
+    write(QStringLiteral("bolt.stp"), line("output-from", QStringLiteral("made/bolt.stp")));
+    const zn::ImportResult result = importParts({"bolt.stp"});
+    EXPECT_EQ(result.state, JobSucceeded);
+    ASSERT_EQ(result.leftOut.size(), 2u);
+    EXPECT_EQ(result.leftOut[0].count, 3u);
+    EXPECT_EQ(result.leftOut[1].what, QStringLiteral("saved views of part files"));
+    EXPECT_THAT(result.messages,
+                testing::Contains(testing::ResultOf([](const QString& text) { return text.toStdString(); },
+                                                    testing::EndsWith("saved views of part files are left out: 1"))));
+}
+
 TEST_F(PlmxmlImportTest, PartFilesThatNobodyWantsAreNotMissing)
 {
     set("import.PLMXML.referencedFiles", QStringLiteral("off"));

@@ -49,6 +49,7 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.snapshotView = valueOr(parser, "view", "iso");
     line.isViewGiven = parser.isSet(QStringLiteral("view"));
     line.variantFilesFolder = parser.value(QStringLiteral("variant-files"));
+    line.areAnnotationsInFront = parser.isSet(QStringLiteral("pmi-in-front"));
     line.variantFolder = parser.value(QStringLiteral("snapshot-variants"));
 }
 
@@ -202,6 +203,8 @@ const std::vector<OptionRow>& optionTable()
          "Where the picture looks from: iso, front, back, left, right, top or bottom, or saved:NAME for the view of "
          "the "
          "variant set of that name; iso without it."},
+        {nullptr, "pmi-in-front", nullptr,
+         "Draw annotations before all parts, also those that are behind some; without it where a saved view says so."},
         {nullptr, "variants", nullptr, "Print the variant sets with their groups and viewpoints."},
         {nullptr, "variant", "SET", "Apply this variant set before anything is printed or written."},
         {nullptr, "snapshot-variants", "FOLDER",

@@ -33,6 +33,7 @@ struct CommandLine {
     QString snapshotView;
     bool isViewGiven = false;
     QString variantFilesFolder;         ///< for a GLB file of each variant set; empty when none is wanted
+    bool areAnnotationsInFront = false; ///< in pictures, whatever their view says
     QString variantFolder;              ///< for a picture of each variant set; empty when none is wanted
     QString reportFile;                 ///< empty when no report is wanted
     QString unit;                       ///< of a GLB file; empty for metres

@@ -1,5 +1,6 @@
 #include "tools/znimport/Pictures.h"
 
+#include "files/scenefile/ConvertedTree.h"
 #include "render/Snapshot.h"
 #include "scene/ViewTags.h"
 #include "standalone/startup/StandaloneSession.h"
@@ -45,20 +46,24 @@ std::optional<std::pair<int, int>> sizeFromText(const QString& text)
     return std::pair(width, height);
 }
 
-/// Where the session looks from; nothing when it looks from nowhere.
-std::optional<render::Eye> sessionEye(zn::StandaloneSession& session)
+/// How the session looks at the scene.
+struct Look {
+    render::Eye eye;
+    bool areAnnotationsInFront = false;
+};
+
+/// Nothing when the session looks from nowhere.
+std::optional<Look> sessionLook(zn::StandaloneSession& session)
 {
     const zn::cameras::CameraTree& cameras = zn::cameras::sessionCameras(session);
     const osg::UberCameraPtr camera = cameras.view();
     if (!camera)
         return std::nullopt;
     osg::ViewFacts facts = osg::viewFactsOf(camera);
-    return render::Eye{cameras.placementOf(camera),
-                       camera->getProjection() == osg::UberCameraBase::Perspective,
-                       camera->getFieldOfView(),
-                       camera->getHeight(),
-                       facts.aspect,
-                       std::move(facts.sections)};
+    const bool isPerspective = camera->getProjection() == osg::UberCameraBase::Perspective;
+    return Look{{cameras.placementOf(camera), isPerspective, camera->getFieldOfView(), camera->getHeight(),
+                 facts.aspect, std::move(facts.sections)},
+                facts.areAnnotationsInFront};
 }
 
 /// What pictures are drawn with.
@@ -68,21 +73,25 @@ struct Drawing {
     osg::NodePtr scene;
     const std::function<void(unsigned)>& progress;
     const std::atomic<bool>& cancel;
-    std::optional<render::Eye> savedEye = std::nullopt; ///< of the saved view that the command line names
+    std::optional<Look> savedLook = std::nullopt; ///< of the saved view that the command line names
 };
 
 /// Nothing when the picture is to be fitted.
-std::optional<render::Eye> eyeFor(const Drawing& drawing)
+std::optional<Look> lookFor(const Drawing& drawing)
 {
-    if (drawing.savedEye || drawing.line.isViewGiven)
-        return drawing.savedEye;
-    return sessionEye(drawing.session);
+    if (drawing.savedLook || drawing.line.isViewGiven)
+        return drawing.savedLook;
+    return sessionLook(drawing.session);
 }
 
 render::SnapshotOptions optionsOf(const Drawing& drawing)
 {
     render::SnapshotOptions options;
-    options.eye = eyeFor(drawing);
+    std::optional<Look> look = lookFor(drawing);
+    if (drawing.line.areAnnotationsInFront || (look && look->areAnnotationsInFront))
+        options.inFront = osg::scenefile::converted::PmiTag;
+    if (look)
+        options.eye = std::move(look->eye);
     const auto size = sizeFromText(drawing.line.snapshotSize).value();
     options.width = size.first;
     options.height = size.second;
@@ -130,10 +139,10 @@ void takeSavedView(Drawing& drawing, DrawnPictures& result)
     zn::cameras::sessionCameras(drawing.session).look(0);
     const ChosenVariantSet chosen = chooseVariantSet(drawing.session, name);
     result.warnings << chosen.warnings;
-    drawing.savedEye = sessionEye(drawing.session);
+    drawing.savedLook = sessionLook(drawing.session);
     if (chosen.error)
         result.error = QStringLiteral("--view: ") + *chosen.error;
-    else if (!drawing.savedEye)
+    else if (!drawing.savedLook)
         result.error = QStringLiteral("--view: the variant set '%1' has no viewpoint").arg(name);
 }
 

@@ -44,6 +44,15 @@ QJsonObject jsonOf(const zn::MissingPart& part)
             {QStringLiteral("places"), QJsonArray::fromStringList(part.instances)}};
 }
 
+QJsonObject jsonOf(const zn::LeftOutContent& content)
+{
+    QJsonObject object{{QStringLiteral("what"), content.what},
+                       {QStringLiteral("count"), static_cast<double>(content.count)}};
+    if (content.files > 0)
+        object[QStringLiteral("files")] = static_cast<double>(content.files);
+    return object;
+}
+
 template <class T>
 QJsonArray jsonOf(const std::vector<T>& values)
 {
@@ -118,6 +127,7 @@ void Report::add(const zn::ImportResult& result)
                      {QStringLiteral("seconds"), secondsOf(m_import)},
                      {QStringLiteral("warnings"), warningsOf(result)},
                      {QStringLiteral("missing"), jsonOf(result.missing)},
+                     {QStringLiteral("leftOut"), jsonOf(result.leftOut)},
                      {QStringLiteral("counts"), jsonOf(zn::countScene(result.node))},
                      {QStringLiteral("folded"), static_cast<double>(result.folded)},
                      {QStringLiteral("steps"), jsonOf(result.steps)}};

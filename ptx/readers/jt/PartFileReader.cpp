@@ -1,6 +1,7 @@
 #include "ptx/readers/jt/PartFileReader.h"
 
 #include "files/scenefile/ConvertedTree.h"
+#include "ptx/model/FileTags.h"
 #include "ptx/model/ModelMerge.h"
 #include "ptx/readers/FileContent.h"
 #include "ptx/readers/PartFiles.h"
@@ -30,7 +31,8 @@ struct SkippedType {
 constexpr SkippedType Skipped[] = {{2, "B-rep"},        {3, "PMI"},          {17, "B-rep"}, {18, "wireframe"},
                                    {20, "light B-rep"}, {24, "light B-rep"}, {30, "B-rep"}, {32, "B-rep"}};
 
-void tellSkipped(const container::Framing& framing, core::Log& log)
+/// Tells how many segments of what is not read. @return those of PMI
+std::size_t tellSkipped(const container::Framing& framing, core::Log& log)
 {
     std::map<std::string, std::size_t> counts;
     for (const auto& [id, segment] : framing.segments)
@@ -39,6 +41,7 @@ void tellSkipped(const container::Framing& framing, core::Log& log)
                 ++counts[skipped.content];
     for (const auto& [content, count] : counts)
         log.info(std::to_string(count) + " segments of " + content + " are not read");
+    return counts["PMI"];
 }
 
 bool isFile(const std::string& path)
@@ -91,12 +94,14 @@ private:
                        std::to_string(file.graph.nodes.size()) + " nodes");
         for (const std::string& warning : file.graph.warnings)
             m_job.log.warning(warning);
-        tellSkipped(file.framing, m_job.log);
+        const std::size_t skippedPmi = tellSkipped(file.framing, m_job.log);
         takeUnit(file.graph, path);
         model::Model model = buildStructure(file, millimetres(), m_job);
         for (model::Product& product : model.products)
             if (product.name.empty())
                 product.name = fs::path(path).stem().string();
+        if (skippedPmi > 0)
+            model::tagFile(model, {osg::scenefile::converted::leftOutTag({path, "segments of PMI", skippedPmi})});
         return model;
     }
 

@@ -35,6 +35,10 @@ void tell(const Drawing& drawing, core::Log& log)
         log.info(counted(count, "meanings of annotations are not understood: ") + type);
     if (counts.outOfRange > 0)
         log.warning(counted(counts.outOfRange, "points of annotations are left out: they are not in the file"));
+    if (counts.guessedAngles > 0)
+        log.warning(counted(counts.guessedAngles,
+                            "curves of annotations end at angles without a unit: taken as radians, "
+                            "and as degrees beyond a full turn"));
     if (counts.isCut)
         log.warning("the annotations refer to more points than can be meant; the rest is left out");
     if (counts.areModelsCut)

@@ -41,8 +41,8 @@ using Entity = Handle(Standard_Transient);
 
 using Numbers = std::vector<float>;
 
-/// Two cameras are the same when these are.
-Numbers numbersOf(const WrittenCamera& camera)
+/// Two cameras at their places are the same when these are.
+Numbers numbersOf(const WrittenCamera& camera, const gp_Trsf& at)
 {
     const auto& [origin, right, up, axis, point, distance, width, height, isParallel, sections] = camera;
     Numbers numbers = {origin.x,
@@ -64,6 +64,9 @@ Numbers numbersOf(const WrittenCamera& camera)
                        width,
                        height,
                        isParallel ? 1.F : 0.F};
+    for (int row = 1; row <= 3; ++row)
+        for (int column = 1; column <= 4; ++column)
+            numbers.push_back(static_cast<float>(at.Value(row, column)));
     for (const auto& [place, normal] : sections)
         numbers.insert(numbers.end(), {place.x, place.y, place.z, normal.x, normal.y, normal.z});
     return numbers;
@@ -79,7 +82,7 @@ public:
     {
     }
 
-    std::vector<SavedView> collect()
+    SavedViews collect()
     {
         for (int i = 1; i <= m_model->NbEntities(); ++i)
             if (const auto camera = Handle(StepVisual_CameraModelD3)::DownCast(m_model->Value(i)); !camera.IsNull())
@@ -87,7 +90,7 @@ public:
             else if (const auto other = Handle(StepData_UndefinedEntity)::DownCast(m_model->Value(i)); !other.IsNull())
                 lookWithHiddenLines(other);
         tell();
-        return std::move(m_views);
+        return {std::move(m_views), m_ofParts};
     }
 
 private:
@@ -115,8 +118,7 @@ private:
                 flag = content->ParamValue(i)->ToCString();
         if (camera->Name().IsNull())
             camera->SetName(new TCollection_HAsciiString());
-        if (look(entity, camera) && flag == ".F.")
-            ++m_withHiddenLines;
+        look(entity, camera, flag == ".F.");
     }
 
     static void take(const Entity& parameter, StepVisual_CameraModelD3& camera)
@@ -127,36 +129,50 @@ private:
             camera.SetPerspectiveOfVolume(volume);
     }
 
-    /// @return whether `camera`, which the file has as `entity`, is that of a view
-    bool look(const Entity& entity, const Handle(StepVisual_CameraModelD3) & camera)
+    /// Takes the view of `camera`, which the file has as `entity`, if it is that of one.
+    void look(const Entity& entity, const Handle(StepVisual_CameraModelD3) & camera, bool showsHidden = false)
     {
         const Users users = usersOf(entity);
         if (users.drawing.IsNull())
-            return false;
+            return;
         const std::string name = occt::utf8(camera->Name());
         if (!m_withAutomatic && name.starts_with("* ")) {
             ++m_automatic;
-            return false;
+            return;
         }
         const std::vector<Entity> parts = partsOf(users.drawing);
-        std::optional<ViewScope> scope = m_scopes.scopeOf(parts);
-        if (!scope) {
+        std::vector<ViewScope> scopes = m_scopes.scopesOf(parts);
+        if (scopes.empty()) {
             ++m_ofParts;
-            return false;
+            return;
         }
-        SavedView view;
-        view.name = withoutBrackets(name);
-        view.drawings = {numberOf(users.drawing)};
-        view.isDefault = users.isDefault;
-        view.scope = std::move(*scope);
         const std::optional<WrittenCamera> written = cameraOf(*camera, unitOf(parts));
         m_untold += untoldSections(*camera);
         m_sections += written && !written->sections.empty() ? 1 : 0;
-        if (written)
-            take(std::move(view), *written);
-        else
+        if (!written) {
             m_log.warning("saved view \"" + name + "\" is left out: its camera is incomplete");
-        return written.has_value();
+            return;
+        }
+        m_withHiddenLines += showsHidden ? 1 : 0;
+        SavedView view;
+        view.name = name;
+        view.drawings = {numberOf(users.drawing)};
+        view.isDefault = users.isDefault;
+        view.showsHidden = showsHidden;
+        takeEach(std::move(view), std::move(scopes), *written);
+    }
+
+    /// A view of a part that stands in several places is one for each.
+    void takeEach(SavedView view, std::vector<ViewScope> scopes, const WrittenCamera& camera)
+    {
+        m_repeated += scopes.size() > 1 ? 1 : 0;
+        m_cutPlaces += scopes.front().isCut ? 1 : 0;
+        const std::string name = std::exchange(view.name, {});
+        for (ViewScope& scope : scopes) {
+            view.name = withoutBrackets(scope.path.empty() ? name : name + " (" + scope.path + ")");
+            view.scope = std::move(scope);
+            take(view, camera);
+        }
     }
 
     std::uint32_t numberOf(const Entity& entity) const
@@ -201,11 +217,13 @@ private:
     {
         if (view.name.empty())
             view.name = "View " + std::to_string(m_views.size() + 1);
-        const auto [known, isNew] = m_known.try_emplace({view.name, numbersOf(camera)}, m_views.size());
+        const auto [known, isNew] =
+            m_known.try_emplace({view.name, numbersOf(camera, view.scope.place)}, m_views.size());
         if (!isNew) {
             SavedView& same = m_views[known->second];
             same.drawings.push_back(view.drawings.front());
             same.isDefault = same.isDefault || view.isDefault;
+            same.showsHidden = same.showsHidden || view.showsHidden;
             extend(same.scope, view.scope);
             return;
         }
@@ -235,11 +253,16 @@ private:
             m_log.info(std::to_string(m_sections) + " saved views have section planes");
         if (m_withHiddenLines > 0)
             m_log.info(std::to_string(m_withHiddenLines) +
-                       " saved views ask for hidden lines, which are left out here");
+                       " saved views show what is hidden: annotations alone are drawn so, edges are not");
         if (m_untold > 0)
             m_log.warning(std::to_string(m_untold) + " sections of saved views cut nothing: they are no single planes");
         if (m_ofParts > 0)
-            m_log.warning(std::to_string(m_ofParts) + " saved views of parts within the assembly are left out");
+            m_log.warning(std::to_string(m_ofParts) + " saved views of several parts within the assembly are left out");
+        if (m_repeated > 0)
+            m_log.info(std::to_string(m_repeated) + " saved views of parts are given for each place of their part");
+        if (m_cutPlaces > 0)
+            m_log.warning(std::to_string(m_cutPlaces) + " saved views of parts are given for " +
+                          std::to_string(PartPlaces::Most) + " places of their part alone, which has more");
         if (m_scopes.isCut())
             m_log.warning("the saved views list so many shapes that not all of them show theirs alone");
     }
@@ -254,8 +277,10 @@ private:
     std::map<std::string, int> m_counts;                            ///< of views that the file names so
     std::map<std::pair<std::string, Numbers>, std::size_t> m_known; ///< numbers of views by name and camera
     std::size_t m_automatic = 0;
-    std::size_t m_ofParts = 0;
-    std::size_t m_sections = 0; ///< views with planes that cut
+    std::size_t m_ofParts = 0;   ///< views of several
+    std::size_t m_repeated = 0;  ///< views that are given for several places
+    std::size_t m_cutPlaces = 0; ///< views of parts with more places than that
+    std::size_t m_sections = 0;  ///< views with planes that cut
     std::size_t m_withHiddenLines = 0;
     std::size_t m_untold = 0; ///< sections
 };
@@ -269,8 +294,8 @@ std::string withoutBrackets(std::string name)
     return name;
 }
 
-std::vector<SavedView> savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
-                                  bool withAutomatic, core::Log& log)
+SavedViews savedViews(const STEPCAFControl_Reader& reader, const Handle(TDocStd_Document) & document,
+                      bool withAutomatic, core::Log& log)
 {
     return ViewCollector(reader, document, withAutomatic, log).collect();
 }

@@ -1,6 +1,7 @@
 #include "ptx/readers/step/StepFile.h"
 
 #include "files/scenefile/ConvertedTree.h"
+#include "ptx/model/FileTags.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctProgress.h"
 #include "ptx/occt/OcctSetup.h"
@@ -9,6 +10,7 @@
 #include "ptx/readers/step/CalloutOwners.h"
 #include "ptx/readers/step/EntityWarnings.h"
 #include "ptx/readers/step/ExternalNames.h"
+#include "ptx/readers/step/LeftOutTags.h"
 #include "ptx/readers/step/LengthUnit.h"
 #include "ptx/readers/step/ProductFacts.h"
 #include "ptx/readers/step/RecordLibrary.h"
@@ -22,8 +24,10 @@
 #include "ptx/readers/step/damage/MendingLibrary.h"
 #include "ptx/readers/step/placements/Placing.h"
 
+#include <NCollection_DataMap.hxx>
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
+#include <TDF_LabelMapHasher.hxx>
 #include <TDF_LabelSequence.hxx>
 #include <TDocStd_Document.hxx>
 #include <XCAFDoc_ShapeTool.hxx>
@@ -158,30 +162,38 @@ private:
         addProductFacts(m_reader, m_document, tags);
         const std::vector<std::string> ofNoProduct = addLosses(tags);
         const annotations::Drawing drawing = m_text->takeAnnotations();
+        SavedViews saved;
         if (!m_isPart)
-            m_content.views =
-                savedViews(m_reader, m_document, m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
+            saved = savedViews(m_reader, m_document, m_job.settings.isOn(core::Setting::AutomaticViews), m_job.log);
+        m_content.views = std::move(saved.views);
         const ViewedCallouts viewed(m_content.views, drawing.callouts.size(), m_job.log);
         findDefaultView(m_content.views, viewed, drawing);
         CalloutOwners callouts(m_reader, drawing, viewed, m_job.log);
         const facets::Parts parts = m_text->takeFacets();
         FacetOwners facets(m_reader, parts, m_exactProducts);
         ViewedShapes shapes(m_reader, m_content.views, m_job.log);
-        std::size_t number = 0; // of the product, which come in this order
+        NCollection_DataMap<TDF_Label, std::size_t, TDF_LabelMapHasher>
+            numbers; // of products, which come in this order
         static_cast<occt::DocumentContent&>(m_content) =
             occt::walkDocument(m_document, m_job, [&](const TDF_Label& label, model::Product& product) {
                 addTags(tags, label, product.tags);
                 addComponentTags(tags, label, product);
                 callouts.addTo(product, label);
-                facets.addTo(number++, label);
+                const auto number = static_cast<std::size_t>(numbers.Size());
+                numbers.Bind(label, number);
+                facets.addTo(number, label);
                 shapes.addProduct(label);
                 if (product.body == model::NoBody && product.children.empty())
                     product.externalNames = m_names->of(label);
             });
+        for (SavedView& view : m_content.views)
+            if (const std::size_t* part = view.scope.part.IsNull() ? nullptr : numbers.Seek(view.scope.part))
+                view.part = *part;
         m_content.facets = facets.finish(parts, m_job.log);
         shapes.finish(m_content, m_content.facets);
         callouts.finish(m_content.model, std::filesystem::path(m_job.input).stem().string());
-        addToFile(ofNoProduct);
+        model::tagFile(m_content.model, ofNoProduct);
+        model::tagFile(m_content.model, leftOutTags(m_job.input, saved.leftOut, drawing));
         addUnit();
         return std::nullopt;
     }
@@ -226,14 +238,6 @@ private:
     {
         m_job.log.warning("left out: " + reason);
         return osg::scenefile::converted::missingTag({m_job.input, reason});
-    }
-
-    // What is on the root of a part file gets lost when the part comes into its assembly.
-    void addToFile(const std::vector<std::string>& tags)
-    {
-        model::Model& model = m_content.model;
-        std::vector<std::string>& own = model.roots.empty() ? model.tags : model.products[model.roots[0].product].tags;
-        own.insert(own.end(), tags.begin(), tags.end());
     }
 
     std::string firstLoss() const

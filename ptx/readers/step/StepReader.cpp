@@ -3,14 +3,11 @@
 #include "ptx/occt/OcctMatrix.h"
 #include "ptx/occt/OcctSetup.h"
 #include "ptx/occt/PartMesher.h"
-#include "ptx/occt/meshing/FaceMesh.h"
 #include "ptx/readers/Reader.h"
 #include "ptx/readers/step/PartReferences.h"
 #include "ptx/readers/step/StepFile.h"
 #include "ptx/readers/step/ViewFraming.h"
 #include "scene/MatrixMath.h"
-
-#include <gp_Trsf.hxx>
 
 #include <algorithm>
 #include <filesystem>
@@ -50,35 +47,20 @@ bool isAtOpening(const model::View& view)
     return view.isAtOpening;
 }
 
-/// The box around `bounds` as it is seen from `place`.
-model::Bounds seenFrom(const gp_Trsf& place, const model::Bounds& bounds)
-{
-    if (bounds.isEmpty || place.Form() == gp_Identity)
-        return bounds;
-    const gp_Trsf back = place.Inverted();
-    model::Bounds seen;
-    for (unsigned i = 0; i < 8; ++i) {
-        const osg::Vec3f corner = bounds.corner(i);
-        gp_XYZ point(corner.x, corner.y, corner.z);
-        back.Transforms(point);
-        seen.add(occt::meshing::toVec3f(point));
-    }
-    return seen;
-}
-
 void addViews(model::Model& model, const std::vector<SavedView>& views, const std::string& path)
 {
     if (views.empty())
         return;
     using osg::operator*;
-    const model::Bounds shown = model::boundsOf(model);
+    const model::ModelBounds bounds = model::boundsOf(model);
     const std::string group = groupName(model, path);
     for (const SavedView& saved : views) {
         model::View& view = model.views.emplace_back();
         view.name = saved.name;
         view.group = group;
         view.isAtOpening = saved.isDefault && std::none_of(model.views.begin(), model.views.end(), isAtOpening);
-        frame(view, saved.camera, seenFrom(saved.scope.place, shown));
+        frame(view, saved.camera, saved.part ? bounds.products[*saved.part] : bounds.whole);
+        view.facts.areAnnotationsInFront = saved.showsHidden;
         view.placement = occt::toMatrix(saved.scope.place) * view.placement;
     }
 }

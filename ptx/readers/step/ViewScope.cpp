@@ -53,25 +53,6 @@ void addChildren(const Handle(StepData_UndefinedEntity) & entity, std::vector<En
     }
 }
 
-bool isInner(const TDF_Label& product)
-{
-    TDF_LabelSequence users;
-    return XCAFDoc_ShapeTool::GetUsers(product, users) > 0;
-}
-
-/// Where `product` stands in the file, when it is there once.
-std::optional<gp_Trsf> placeOf(TDF_Label product)
-{
-    gp_Trsf place;
-    for (;;) {
-        TDF_LabelSequence users;
-        if (const int count = XCAFDoc_ShapeTool::GetUsers(product, users); count != 1)
-            return count == 0 ? std::optional(place) : std::nullopt;
-        place = XCAFDoc_ShapeTool::GetLocation(users.First()).Transformation() * place;
-        product = users.First().Father();
-    }
-}
-
 } // namespace
 
 struct ViewScopes::Shown {
@@ -104,7 +85,7 @@ ViewScopes::ViewScopes(const STEPCAFControl_Reader& reader, const Handle(TDocStd
         m_onlyRoot = roots.First();
 }
 
-std::optional<ViewScope> ViewScopes::scopeOf(const std::vector<Entity>& parts)
+std::vector<ViewScope> ViewScopes::scopesOf(const std::vector<Entity>& parts)
 {
     Shown shown;
     for (const Entity& part : parts)
@@ -113,15 +94,39 @@ std::optional<ViewScope> ViewScopes::scopeOf(const std::vector<Entity>& parts)
             add(item->MappingSource()->MappedRepresentation(), shown);
     ViewScope& scope = shown.scope;
     scope.isWhole = scope.isWhole || (scope.products.empty() && scope.items.empty());
+    const auto isInner = [this](const TDF_Label& label) { return m_places.of(label).isInner; };
     const auto sameLabel = [&shown](const TDF_Label& label) { return label == shown.owners.front(); };
     if (scope.isWhole || std::none_of(shown.owners.begin(), shown.owners.end(), isInner))
-        return std::move(scope);
-    const bool isOfOne = std::all_of(shown.owners.begin(), shown.owners.end(), sameLabel);
-    const std::optional<gp_Trsf> place = isOfOne ? placeOf(shown.owners.front()) : std::nullopt;
-    if (!place)
-        return std::nullopt;
-    scope.place = *place;
-    return std::move(scope);
+        return {std::move(scope)};
+    if (!std::all_of(shown.owners.begin(), shown.owners.end(), sameLabel))
+        return {};
+    scope.part = shown.owners.front();
+    return atEachPlace(std::move(scope), m_places.of(scope.part));
+}
+
+std::vector<ViewScope> ViewScopes::atEachPlace(ViewScope scope, const PartPlaces& places)
+{
+    countItems(scope.items.size() * (places.places.size() - 1), scope);
+    std::vector<ViewScope> scopes;
+    for (const PartPlace& place : places.places) {
+        scope.place = place.place;
+        scope.path = places.places.size() > 1 ? place.path : std::string();
+        scopes.push_back(scope);
+    }
+    scopes.front().isCut = places.isCut;
+    return scopes;
+}
+
+/// What would list too much shows everything.
+void ViewScopes::countItems(std::size_t count, ViewScope& scope)
+{
+    constexpr std::size_t MostItems = 2'000'000;
+    m_items += count;
+    m_isCut = m_isCut || m_items > MostItems;
+    if (m_isCut) {
+        scope.isWhole = true;
+        scope.items.clear();
+    }
 }
 
 // OCCT leaves out representations that it has no class for; what they hold is shown always.
@@ -148,10 +153,7 @@ void ViewScopes::add(const Handle(StepRepr_Representation) & mapped, Shown& show
 
 void ViewScopes::addItems(const StepRepr_Representation& mapped, Shown& shown)
 {
-    constexpr std::size_t MostItems = 2'000'000;
-    m_items += static_cast<std::size_t>(mapped.NbItems());
-    m_isCut = m_isCut || m_items > MostItems;
-    shown.scope.isWhole = shown.scope.isWhole || m_isCut;
+    countItems(static_cast<std::size_t>(mapped.NbItems()), shown.scope);
     for (int i = 1; i <= mapped.NbItems() && !shown.scope.isWhole; ++i) {
         const Entity item = mapped.ItemsValue(i);
         const auto further = Handle(StepRepr_MappedItem)::DownCast(item);

@@ -47,8 +47,8 @@ TEST(AttributeTags, KnownFactsHaveNamesTypesAndUnits)
 
 TEST(AttributeTags, OtherTagsAreNoAttributes)
 {
-    for (const char* tag : {"ptx::converted", "ptx::format=STEP", "ptx::missing=x\n/y", "stylar::bookmark=a", "layer=1",
-                            "ptx::attribute:colour::a=b", "ptx::attribute:integer=3"})
+    for (const char* tag : {"ptx::converted", "ptx::format=STEP", "ptx::missing=x\n/y", "ptx::left-out=1 x\n/y",
+                            "stylar::bookmark=a", "layer=1", "ptx::attribute:colour::a=b", "ptx::attribute:integer=3"})
         EXPECT_EQ(attributeOf(tag), std::nullopt) << tag;
 }
 

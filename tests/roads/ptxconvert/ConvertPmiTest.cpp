@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 using namespace ptxtest;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::FloatEq;
 using testing::HasSubstr;
@@ -105,6 +106,8 @@ TEST(ConvertPmi, WhatIsNotDrawnIsToldAndTheRestComes)
     ConvertRun run;
     ASSERT_EQ(run.convertText("part.stp", step.text()), 0) << run.log();
     EXPECT_THAT(run.log(), HasSubstr("1 contents of annotations are not drawn: ANNOTATION_SYMBOL"));
+    EXPECT_THAT(osg::tagsOf(nodeNamed(run.scene(), "part")),
+                Contains("ptx::left-out=1 contents of annotations\n" + run.folder().file("part.stp")));
     const osg::NodePtr note = nodeNamed(run.scene(), "Note");
     ASSERT_TRUE(note);
     EXPECT_EQ(osg::findText(osg::attributesOf(note), "Text"), "Contact Face");

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 using namespace ptxtest;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -100,15 +101,30 @@ TEST(ConvertViewedShapes, AViewOfAPartStandsWhereThePartDoesAndShowsItAlone)
                 ElementsAre(Marker, "bookmark[Of the part]:hidden", "bookmark[Of all]:visible"));
 }
 
-TEST(ConvertViewedShapes, OfAPartInSeveralPlacesNobodyKnowsThePlaceOfItsView)
+TEST(ConvertViewedShapes, ViewsOfAPartInSeveralPlacesShowAllOfTheseAlone)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    step.hold({"first", "second"}, true);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    for (const char* use : {"first", "second"})
+        EXPECT_THAT(osg::tagsOf(geometryFrom(nodeNamed(run.scene(), use), 0)), IsEmpty());
+    EXPECT_THAT(osg::tagsOf(geometryFrom(nodeNamed(run.scene(), "beside"), 0)),
+                ElementsAre(Marker, "bookmark[Front (first)]:hidden", "bookmark[Front (second)]:hidden"));
+}
+
+TEST(ConvertViewedShapes, OfSeveralPartsInAnAssemblyNobodyKnowsThePlaceOfTheirView)
 {
     DraughtingText step;
     step.draw({step.camera("Of the part"), step.mappedItems({step.solid()})});
-    step.draw({step.camera("Of a use"), step.mappedShape()});
-    step.hold({"first", "second"});
+    step.hold({"use"}, true);
+    step.draw({step.camera("Of both"), step.mappedShape(), step.mappedOther()});
     ConvertRun run;
     ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
     EXPECT_TRUE(nodeNamed(run.scene(), "Of the part"));
-    EXPECT_FALSE(nodeNamed(run.scene(), "Of a use"));
-    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts within the assembly are left out"));
+    EXPECT_FALSE(nodeNamed(run.scene(), "Of both"));
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of several parts within the assembly are left out"));
+    EXPECT_THAT(osg::tagsOf(nodeNamed(run.scene(), "top")),
+                Contains("ptx::left-out=1 saved views of several parts\n" + run.folder().file("top.stp")));
 }

@@ -14,6 +14,7 @@ using testing::ElementsAre;
 using testing::FloatNear;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace
 {
@@ -122,11 +123,74 @@ TEST(ConvertViews, ViewsOfAPartCountWhereItIsTheWhole)
     DraughtingText held;
     held.draw({held.camera("Front"), held.mappedShape()});
     held.view("Of all");
-    held.hold({"first", "second"});
+    held.hold({"use"}, true);
     ConvertRun assembly;
     ASSERT_EQ(assembly.convertText("top.stp", held.text()), 0) << assembly.log();
-    EXPECT_EQ(names(bookmarks(assembly.scene())), std::vector<std::string>{"Of all"});
-    EXPECT_THAT(assembly.log(), HasSubstr("1 saved views of parts within the assembly are left out"));
+    EXPECT_EQ(names(bookmarks(assembly.scene())), (std::vector<std::string>{"Front", "Of all"}));
+}
+
+TEST(ConvertViews, AViewOfAPartInSeveralPlacesIsOneForEach)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    step.view("Of all");
+    step.hold({"first", "a [b]", "first"});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const auto found = bookmarks(run.scene());
+    ASSERT_EQ(names(found),
+              (std::vector<std::string>{"Front (first)", "Front (a (b))", "Front (first) (2)", "Of all"}));
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_FLOAT_EQ(cameraOf(found[i])->getMatrix()[12], 115 + 100 * static_cast<float>(i));
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for each place of their part"));
+    EXPECT_THAT(run.log(), Not(HasSubstr("which has more")));
+}
+
+TEST(ConvertViews, OfAPartInVeryManyPlacesTheFirstSixteenHaveItsView)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    std::vector<std::string> uses;
+    for (int i = 1; i <= 17; ++i)
+        uses.push_back(std::to_string(i));
+    step.hold(uses);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const std::vector<std::string> found = names(bookmarks(run.scene()));
+    ASSERT_EQ(found.size(), 16u);
+    EXPECT_EQ(found.front(), "Front (1)");
+    EXPECT_EQ(found.back(), "Front (16)");
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for 16 places of their part alone"));
+}
+
+TEST(ConvertViews, PlacesThatMultiplyAreSixteenAtTheMostToo)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    const std::vector<std::string> five = {"a", "b", "c", "d", "e"};
+    step.holdTwice(five, five);
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    EXPECT_EQ(bookmarks(run.scene()).size(), 16u);
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views of parts are given for 16 places of their part alone"));
+}
+
+TEST(ConvertViews, OfAPartInAPartThatIsUsedTwiceEachWayIsAPlace)
+{
+    DraughtingText step;
+    step.draw({step.camera("Front"), step.mappedShape()});
+    step.holdTwice({"left", "right"}, {"upper", "lower"});
+    ConvertRun run;
+    ASSERT_EQ(run.convertText("top.stp", step.text()), 0) << run.log();
+    const auto found = bookmarks(run.scene());
+    ASSERT_EQ(names(found), (std::vector<std::string>{"Front (upper/left)", "Front (lower/left)", "Front (upper/right)",
+                                                      "Front (lower/right)"}));
+    // Before the middle of a box of 30, at 100 or 200 of what is turned at 1000 or 2000.
+    const float places[][2] = {{1037.4166F, 115}, {2037.4166F, 115}, {1037.4166F, 215}, {2037.4166F, 215}};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_NEAR(cameraOf(found[i])->getMatrix()[12], places[i][0], 1e-3);
+        EXPECT_NEAR(cameraOf(found[i])->getMatrix()[13], places[i][1], 1e-3);
+    }
 }
 
 TEST(ConvertViews, CamerasThatAreBrokenAreLeftOutWithAWord)
@@ -201,7 +265,10 @@ TEST(ConvertViews, CamerasWithAWordOnHiddenLinesAreViewsToo)
     ASSERT_EQ(names(found), (std::vector<std::string>{"\u00c4 .T.", "\u00c4 .F."}));
     EXPECT_EQ(cameraOf(found[0])->getHeight(), 50);
     EXPECT_FLOAT_EQ(cameraOf(found[1])->getMatrix()[12], 15);
-    EXPECT_THAT(run.log(), HasSubstr("1 saved views ask for hidden lines, which are left out here"));
+    EXPECT_FALSE(osg::viewFactsOf(cameraOf(found[0])).areAnnotationsInFront);
+    EXPECT_TRUE(osg::viewFactsOf(cameraOf(found[1])).areAnnotationsInFront);
+    EXPECT_TRUE(osg::viewFactsOf(found[1]).areAnnotationsInFront);
+    EXPECT_THAT(run.log(), HasSubstr("1 saved views show what is hidden: annotations alone are drawn so"));
 }
 
 TEST(ConvertViews, SectionPlanesAreTagsOfBookmarkAndCamera)

@@ -81,11 +81,23 @@ std::vector<StepOccurrence> DraughtingText::hold(const std::vector<std::string>&
     for (const std::string& name : names)
         uses.push_back(m_step.place(top, m_part, name, {100. * static_cast<double>(uses.size() + 1), 0, 0}));
     if (withAnother) {
-        StepProduct another = m_step.product("another");
-        m_step.box(another, {0, 0, 0}, {5, 5, 5});
-        m_step.place(top, another, "beside", {0, 50, 0});
+        m_other = m_step.product("another");
+        m_step.box(m_other, {0, 0, 0}, {5, 5, 5});
+        m_step.place(top, m_other, "beside", {0, 50, 0});
     }
     return uses;
+}
+
+void DraughtingText::holdTwice(const std::vector<std::string>& names, const std::vector<std::string>& groups)
+{
+    const StepProduct group = m_step.product("group");
+    const StepProduct top = m_step.product("top");
+    double x = 0;
+    for (const std::string& name : names)
+        m_step.place(group, m_part, name, {x += 100, 0, 0});
+    x = 0;
+    for (const std::string& name : groups)
+        m_step.place(top, group, name, {x += 1000, 0, 0}, {0, 0, 1}, {0, 1, 0});
 }
 
 void DraughtingText::overrideColor(const StepOccurrence& use)

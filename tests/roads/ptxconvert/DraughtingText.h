@@ -25,6 +25,8 @@ public:
     int callout(const std::string& name);
     /// The part's own shape as an item of drawings.
     int mappedShape() { return mapped(m_part.representation); }
+    /// The same of the other part that hold() made.
+    int mappedOther() { return mapped(m_other.representation); }
     /// A shape that is none of a product's, made of `items`, as an item of drawings.
     int mappedItems(const std::vector<int>& items);
     /// The solid of the last box of the part.
@@ -39,6 +41,9 @@ public:
     /// Puts the part into an assembly "top", as `names` at x = 100, 200 ...; if `withAnother`, also another part, as
     /// "beside".
     std::vector<StepOccurrence> hold(const std::vector<std::string>& names, bool withAnother = false);
+    /// Puts the part into an assembly "group" as `names`, and this one into "top" as `groups`, turned to the left about
+    /// Z, at x = 1000, 2000 ...
+    void holdTwice(const std::vector<std::string>& names, const std::vector<std::string>& groups);
     /// Gives `use` of the part another colour than the part has.
     void overrideColor(const StepOccurrence& use);
 
@@ -53,6 +58,7 @@ private:
 
     StepText m_step;
     StepProduct m_part;
+    StepProduct m_other;
 };
 
 } // namespace ptxtest

@@ -62,4 +62,14 @@ TEST_F(ZnimportJtTest, TheLevelOfDetailIsASettingOfTheTool)
     EXPECT_LT(report({plate, text("--set"), text("mesh.level=3")})["counts"]["placedTriangles"], 400);
 }
 
+TEST_F(ZnimportJtTest, AnnotationsAreSaidToBeLeftOut)
+{
+    NEEDS("butterflyvalve_v9.5.jt");
+    const QString valve = fileInCorpus("butterflyvalve_v9.5.jt");
+    const json file = report({valve});
+    EXPECT_TRUE(m_errors.contains(text("butterflyvalve_v9.5.jt: segments of PMI are left out: 9\n")))
+        << m_errors.toStdString();
+    EXPECT_EQ(file["leftOut"], json::parse(R"([{"what": "segments of PMI", "count": 9, "files": 1}])"));
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "files/scenefile/SceneFile.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "scene/Tags.h"
 #include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 
@@ -29,10 +30,11 @@ protected:
     }
 
     /// A CAD file of two boxes with materials of equal look and name, one of them below a reference, and one place of
-    /// the first box.
-    QString writeEngine() const
+    /// the first box. Its root has `tags`.
+    QString writeEngine(const std::vector<std::string>& tags = {}) const
     {
         const osg::RefPtr<osg::NodePtr> root(reference("engine", "engine.stp"));
+        osg::setTags(root, tags);
         const auto mesh = bookmarkscene::box({0, 0, 0}, {10, 20, 30});
         root->addChild(bookmarkscene::part("first", mesh, bookmarkscene::paint("steel", {0.5f, 0.25f, 0.125f})));
         root->addChild(osg::makeNodeFor(root->getChild(0)->getCore()));
@@ -86,6 +88,7 @@ TEST_F(ReportTest, EachStepTellsWhatItFoundAndLeft)
     EXPECT_EQ(file["file"], engine.toStdString());
     EXPECT_EQ(file["state"], "succeeded");
     EXPECT_EQ(file["missing"], json::array());
+    EXPECT_EQ(file["leftOut"], json::array());
     ASSERT_EQ(file["steps"].size(), 19u);
     EXPECT_EQ(file["steps"][0]["name"], "optimizeMaterials");
     EXPECT_EQ(file["steps"][18]["name"], "notifyReferences");
@@ -145,6 +148,17 @@ TEST_F(ReportTest, AFailureAndWhatIsMissingAreReported)
     ASSERT_EQ(partial["missing"].size(), 1u);
     EXPECT_EQ(partial["missing"][0]["file"], path("nowhere.stp").toStdString());
     EXPECT_NE(partial["missing"][0]["reason"], "");
+}
+
+TEST_F(ReportTest, WhatIsLeftOutIsCountedAndSaidAndTheImportIsComplete)
+{
+    const Ending ending = reported({writeEngine({"ptx::left-out=4 segments of PMI\n/engine.stp"})});
+    EXPECT_EQ(ending.exitCode, 0);
+    EXPECT_TRUE(ending.errors.contains(text("engine.stp: segments of PMI are left out: 4\n")))
+        << ending.errors.toStdString();
+    const json told = report();
+    EXPECT_EQ(told["files"][0]["state"], "succeeded");
+    EXPECT_EQ(told["files"][0]["leftOut"], json::parse(R"([{"what": "segments of PMI", "count": 4, "files": 1}])"));
 }
 
 TEST_F(ReportTest, ARunWithoutAnyTreeIsReportedToo)

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <map>
 #include <set>
 
@@ -54,6 +55,59 @@ std::set<int> modesBelow(const json& document, const json& node)
              document["meshes"][document["nodes"][child.get<int>()]["mesh"].get<int>()]["primitives"])
             modes.insert(primitive.value("mode", 4));
     return modes;
+}
+
+using Numbers = std::array<double, 3>;
+
+/// `vector` of the node `index` as the root's parent has it, by the matrices, rotations and scales above it.
+Numbers turned(const json& document, std::size_t index, Numbers vector)
+{
+    const json& node = document["nodes"][index];
+    if (node.contains("scale"))
+        for (int i = 0; i < 3; ++i)
+            vector[i] *= node["scale"][i].get<double>();
+    if (node.contains("rotation")) {
+        const std::array<double, 4> q = node["rotation"];
+        const auto cross = [&q](const Numbers& v) {
+            return Numbers{q[1] * v[2] - q[2] * v[1], q[2] * v[0] - q[0] * v[2], q[0] * v[1] - q[1] * v[0]};
+        };
+        Numbers once = cross(vector);
+        for (int i = 0; i < 3; ++i)
+            once[i] += q[3] * vector[i];
+        const Numbers twice = cross(once);
+        for (int i = 0; i < 3; ++i)
+            vector[i] += 2 * twice[i];
+    }
+    if (node.contains("matrix")) {
+        const std::array<double, 16> m = node["matrix"];
+        const Numbers v = vector;
+        for (int i = 0; i < 3; ++i)
+            vector[i] = m[i] * v[0] + m[4 + i] * v[1] + m[8 + i] * v[2];
+    }
+    for (std::size_t parent = 0; parent < document["nodes"].size(); ++parent)
+        for (const json& child : document["nodes"][parent].value("children", json::array()))
+            if (child == index)
+                return turned(document, parent, vector);
+    return vector;
+}
+
+/// Of the camera `name`: its right and where it looks are these, in the space of the CAD file whose Z is up.
+void expectAxes(const json& document, const std::string& name, const Numbers& right, const Numbers& view)
+{
+    for (std::size_t i = 0; i < document["nodes"].size(); ++i) {
+        const json& node = document["nodes"][i];
+        if (!node.contains("camera") || document["cameras"][node["camera"].get<std::size_t>()]["name"] != name)
+            continue;
+        const Numbers x = turned(document, i, {1, 0, 0});
+        const Numbers z = turned(document, i, {0, 0, -1});
+        const auto inFile = [](const Numbers& v) { return Numbers{v[0], -v[2], v[1]}; };
+        for (int k = 0; k < 3; ++k) {
+            EXPECT_NEAR(inFile(x)[k], right[k], 1e-3) << name;
+            EXPECT_NEAR(inFile(z)[k], view[k], 1e-3) << name;
+        }
+        return;
+    }
+    ADD_FAILURE() << "there is no node for the camera " << name;
 }
 
 TEST_F(SavedViewsTest, EachPictureShowsTheAnnotationsOfItsView)
@@ -130,6 +184,45 @@ TEST_F(SavedViewsTest, ASectionCutsThePictureAndIsToldInTheGlb)
     EXPECT_EQ(sections, 1);
 }
 
+/// The plate with a line in the midst of it, which its view "Dimensions" lists, whose camera is `camera`.
+QByteArray plateWithALineInside(const QString& plate, const QByteArray& camera)
+{
+    QFile file(plate);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray step = file.readAll();
+    step.replace("CAMERA_MODEL_D3('Dimensions',#96,#92)", camera);
+    step.replace("'Dimensions',(#97,", "'Dimensions',(#205,#97,");
+    step.replace("#97=", "#201=CARTESIAN_POINT('',(-45.,-20.,6.));#202=CARTESIAN_POINT('',(45.,-20.,6.));"
+                         "#203=POLYLINE('',(#201,#202));#204=GEOMETRIC_CURVE_SET('',(#203));"
+                         "#205=ANNOTATION_CURVE_OCCURRENCE('Inside',(#48),#204);#97=");
+    return step;
+}
+
+TEST_F(SavedViewsTest, AnnotationsComeToTheFrontWhereTheViewOrTheCommandSaysSo)
+{
+    const QString closed =
+        write("closed.stp", plateWithALineInside(plate(), "CAMERA_MODEL_D3_WITH_HLHSR('Dimensions',#96,#92,.T.)"));
+    const QString open =
+        write("open.stp", plateWithALineInside(plate(), "CAMERA_MODEL_D3_WITH_HLHSR('Dimensions',#96,#92,.F.)"));
+    const QStringList pictures{text("--snapshot-variants"), path("pictures"), text("--size"), text("300x300")};
+    ASSERT_EQ(znimport(QStringList{closed} + pictures).exitCode, 0);
+    const int hidden = redPixels(picture("Dimensions.png"));
+    const QImage other = picture("Thickness and datum.png");
+    ASSERT_EQ(znimport(QStringList{open, text("-o"), path("open.glb")} + pictures).exitCode, 0);
+    const QImage asTheViewSays = picture("Dimensions.png");
+    EXPECT_GT(redPixels(asTheViewSays), hidden + 100);
+    EXPECT_EQ(other, picture("Thickness and datum.png"));
+    ASSERT_EQ(znimport(QStringList{closed, text("--pmi-in-front")} + pictures).exitCode, 0);
+    EXPECT_EQ(asTheViewSays, picture("Dimensions.png"));
+    const GlbFile glb(path("open.glb"));
+    int told = 0;
+    for (const json& camera : glb.json["cameras"]) {
+        EXPECT_EQ(camera.contains("extras"), camera["name"] == "Dimensions_vp") << camera.dump();
+        told += camera.contains("extras") && camera["extras"]["annotationsInFront"] == true ? 1 : 0;
+    }
+    EXPECT_EQ(told, 1);
+}
+
 TEST_F(SavedViewsTest, APictureOfAnyShapeHoldsTheWindowOfTheView)
 {
     ASSERT_EQ(
@@ -163,6 +256,9 @@ TEST_F(SavedViewsTest, GlbHasTheViewsTheirCamerasAndWhatTheyShow)
             heights[camera["name"]] = 2 * camera["orthographic"]["ymag"].get<float>();
     EXPECT_THAT(heights, ElementsAre(testing::Pair("Dimensions_vp", testing::FloatNear(0.12F, 1e-5F)),
                                      testing::Pair("Thickness and datum_vp", testing::FloatNear(0.11F, 1e-5F))));
+    // Right, up and back of the cameras are those of the file: back is against its view, and right is against its X.
+    expectAxes(document, "Dimensions_vp", {0.9002, 0.4356, 0}, {-0.2647, 0.5471, -0.7941});
+    expectAxes(document, "Thickness and datum_vp", {0.8944, 0.4472, 0}, {-0.4224, 0.8448, -0.3285});
     const std::map<std::string, json> nodes = nodesByName(document);
     EXPECT_EQ(nodes.at("PMI")["extras"]["annotations"], true);
     EXPECT_EQ(nodes.at("PMI")["children"].size(), 5u);

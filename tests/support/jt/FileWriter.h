@@ -63,6 +63,8 @@ public:
     void late(Id node, const std::string& key, unsigned segment, int type);
     /// Gives `node` what a metadata segment says: texts by their keys.
     void metadataSegment(Id node, const std::map<std::string, std::string>& texts);
+    /// A segment of this type, without anything in it, that nothing refers to.
+    void emptySegment(int type) { m_segments.push_back({m_nextSegment++, type, {}}); }
 
     /// An element among the nodes whose data ends too early.
     void cutOffGroup(Id id);

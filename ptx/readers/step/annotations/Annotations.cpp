@@ -105,6 +105,7 @@ private:
         Callout callout;
         callout.name = wordsOf(m_entities.nameOf(number));
         callout.context = home.context;
+        m_curves.useContext(home.context);
         callout.product = home.product;
         m_listings.addTo(callout, number);
         callout.meanings = m_meanings.of(number);

@@ -46,11 +46,51 @@ std::optional<Ellipse> ellipseOf(const p21::Entities& entities, const p21::Field
 
 std::vector<Point> arc(const Ellipse& ellipse, double from, double turn)
 {
-    const int steps = std::max(1, static_cast<int>(std::ceil(std::abs(turn) / FullTurn * StepsOfTurn)));
+    constexpr double Rounding = 1e-6;
+    const double exact = std::abs(turn) / FullTurn * StepsOfTurn;
+    const int steps = std::max(1, static_cast<int>(std::ceil(exact - Rounding)));
     std::vector<Point> points;
     for (int i = 0; i <= steps; ++i)
         points.push_back(ellipse.at(from + turn * i / steps));
     return points;
+}
+
+/// The first point among the ways in which an end is told.
+std::optional<Point> pointIn(const p21::Entities& entities, const p21::Fields& trims)
+{
+    for (std::size_t i = 0; i < trims.size(); ++i)
+        if (const std::optional<Point> point = facets::tripleOf(entities, trims.reference(i)))
+            return point;
+    return std::nullopt;
+}
+
+std::optional<double> parameterIn(const p21::Fields& trims)
+{
+    for (std::size_t i = 0; i < trims.size(); ++i)
+        if (const std::optional<double> parameter = trims.list(i).real(0))
+            return parameter;
+    return std::nullopt;
+}
+
+/// Where a part of an ellipse ends: one of both.
+struct End {
+    std::optional<double> angle;     ///< radians
+    std::optional<double> parameter; ///< in the unit of angles
+
+    std::optional<double> in(double unit) const { return parameter ? std::optional(*parameter * unit) : angle; }
+};
+
+End endOf(const p21::Entities& entities, const p21::Fields& trims, const Ellipse& ellipse)
+{
+    if (const std::optional<Point> point = pointIn(entities, trims))
+        return {ellipse.angleOf(*point), std::nullopt};
+    return {std::nullopt, parameterIn(trims)};
+}
+
+/// Whether it can be no end in radians, for parameters are within one turn.
+bool isInDegrees(const End& end)
+{
+    return end.parameter && std::abs(*end.parameter) > FullTurn + 1e-3;
 }
 
 } // namespace
@@ -132,49 +172,57 @@ std::optional<std::vector<Point>> Curves::polyline(const p21::Fields& curve) con
     return points;
 }
 
-/// The point among the ways in which an end is told, or that of a parameter along a line. Angles have a unit of their
-/// own, which nobody tells here.
+/// The point among the ways in which an end is told, or that of a parameter along a line.
 std::optional<Point> Curves::trim(const p21::Fields& trims, const p21::Fields& basis) const
 {
-    for (std::size_t i = 0; i < trims.size(); ++i)
-        if (const std::optional<Point> point = facets::tripleOf(m_entities, trims.reference(i)))
-            return point;
+    if (const std::optional<Point> point = pointIn(m_entities, trims))
+        return point;
+    const std::optional<double> parameter = parameterIn(trims);
     const p21::Fields vector = m_entities.at(basis.reference(2));
     const std::optional<Point> start = facets::tripleOf(m_entities, basis.reference(1));
     std::optional<Point> way = facets::tripleOf(m_entities, vector.reference(1));
     const std::optional<double> length = vector.real(2);
-    if (basis.type() != "LINE" || !start || !way || !length)
+    if (!parameter || !start || !way || !length)
         return std::nullopt;
     const double unit = std::hypot((*way)[0], (*way)[1], (*way)[2]);
-    for (std::size_t i = 0; i < trims.size() && unit > 0; ++i)
-        if (const std::optional<double> parameter = trims.list(i).real(0)) {
-            for (int k = 0; k < 3; ++k)
-                (*way)[k] = (*start)[k] + (*way)[k] / unit * *length * *parameter;
-            return way;
-        }
-    return std::nullopt;
+    if (!(unit > 0))
+        return std::nullopt;
+    for (int k = 0; k < 3; ++k)
+        (*way)[k] = (*start)[k] + (*way)[k] / unit * *length * *parameter;
+    return way;
 }
 
 std::optional<std::vector<Point>> Curves::trimmed(const p21::Fields& curve)
 {
     const p21::Fields basis = m_entities.at(curve.reference(1));
+    if (basis.type() != "LINE")
+        return trimmedEllipse(curve, basis);
     const std::optional<Point> from = trim(curve.list(2), basis);
     const std::optional<Point> to = trim(curve.list(3), basis);
-    if (!from || !to)
-        return std::nullopt;
-    if (basis.type() == "LINE")
-        return std::vector<Point>{*from, *to};
+    return from && to ? std::optional(std::vector<Point>{*from, *to}) : std::nullopt;
+}
+
+std::optional<std::vector<Point>> Curves::trimmedEllipse(const p21::Fields& curve, const p21::Fields& basis) const
+{
+    constexpr double NoTurn = 1e-9;
     const std::optional<Ellipse> ellipse = ellipseOf(m_entities, basis);
     if (!ellipse)
         return std::nullopt;
-    const double start = ellipse->angleOf(*from);
-    const bool isForward = curve.flag(4);
-    double turn = ellipse->angleOf(*to) - start;
-    if (isForward && turn <= 0)
+    const End ends[] = {endOf(m_entities, curve.list(2), *ellipse), endOf(m_entities, curve.list(3), *ellipse)};
+    double unit = m_radians.value_or(1);
+    if (!m_radians && (ends[0].parameter || ends[1].parameter)) {
+        unit = isInDegrees(ends[0]) || isInDegrees(ends[1]) ? std::numbers::pi / 180 : 1;
+        m_pen.countGuessedAngles();
+    }
+    const std::optional<double> from = ends[0].in(unit);
+    const std::optional<double> to = ends[1].in(unit);
+    if (!from || !to)
+        return std::nullopt;
+    const double sense = curve.flag(4) ? 1 : -1;
+    double turn = std::fmod(sense * (*to - *from), FullTurn);
+    if (turn <= NoTurn)
         turn += FullTurn;
-    if (!isForward && turn >= 0)
-        turn -= FullTurn;
-    return arc(*ellipse, start, turn);
+    return arc(*ellipse, *from, sense * turn);
 }
 
 std::optional<std::vector<Point>> Curves::composed(const p21::Fields& curve, int depth)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ptx/readers/step/annotations/Angles.h"
 #include "ptx/readers/step/annotations/Pen.h"
 #include "ptx/readers/step/p21/Entities.h"
 
@@ -12,8 +13,11 @@ class Curves
 {
 public:
     /// Both outlive this object.
-    Curves(const p21::Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen) {}
+    Curves(const p21::Entities& entities, Pen& pen) : m_entities(entities), m_pen(pen), m_angles(entities) {}
 
+    /// The angles at which curves end are in the unit that the context `number` assigns from now on; where it assigns
+    /// none they are radians, or degrees when one is more than a full turn.
+    void useContext(std::uint32_t number) { m_radians = m_angles.radiansIn(number); }
     /// Draws the curve `number`. @return whether it is one that can be drawn; the pen counts it if not
     bool draw(std::uint32_t number, const osg::Color4f& color);
     /// Fills what is within the closed curves `bounds`: the one that reaches farthest goes around the others, which are
@@ -26,9 +30,12 @@ private:
     std::optional<std::vector<Point>> trimmed(const p21::Fields& curve);
     std::optional<std::vector<Point>> composed(const p21::Fields& curve, int depth);
     std::optional<Point> trim(const p21::Fields& trims, const p21::Fields& basis) const;
+    std::optional<std::vector<Point>> trimmedEllipse(const p21::Fields& curve, const p21::Fields& basis) const;
 
     const p21::Entities& m_entities;
     Pen& m_pen;
+    Angles m_angles;
+    std::optional<double> m_radians; ///< in the unit of angles; nothing when it is not known
 };
 
 } // namespace ptx::step::annotations

@@ -62,11 +62,12 @@ struct Counts {
     std::size_t points = 0; ///< of the polylines
     std::size_t circles = 0;
     std::size_t triangles = 0;
-    std::size_t joints = 0;       ///< triangles of two points, which join strips and are not drawn
-    std::size_t placeholders = 0; ///< they tell where an annotation goes, and draw nothing
-    std::size_t outOfRange = 0;   ///< numbers of points that there are not
-    bool isCut = false;           ///< the rest would be too much
-    bool areModelsCut = false;    ///< so many models list callouts that the rest of them is not told
+    std::size_t joints = 0;        ///< triangles of two points, which join strips and are not drawn
+    std::size_t placeholders = 0;  ///< they tell where an annotation goes, and draw nothing
+    std::size_t outOfRange = 0;    ///< numbers of points that there are not
+    std::size_t guessedAngles = 0; ///< curves that end at angles for which no unit is assigned
+    bool isCut = false;            ///< the rest would be too much
+    bool areModelsCut = false;     ///< so many models list callouts that the rest of them is not told
 };
 
 /// All annotations of a text.

@@ -32,6 +32,7 @@ public:
     /// `corners` number the points from 0, three for each triangle.
     void triangles(std::span<const Point> points, std::span<const std::uint32_t> corners);
     void countCircle() { ++m_drawing.counts.circles; }
+    void countGuessedAngles() { ++m_drawing.counts.guessedAngles; }
     void count(const facets::FaceCounts& counts);
     void countOutOfRange() { ++m_drawing.counts.outOfRange; }
     /// Of an entity that nothing is drawn for.

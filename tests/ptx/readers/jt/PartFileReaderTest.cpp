@@ -13,6 +13,10 @@ using testing::StartsWith;
 namespace
 {
 
+/// Types of segments.
+constexpr int BrepType = 2;
+constexpr int PmiType = 3;
+
 /// A file whose root leads to one partition for each of `files`, the k-th moved by k + 1 along x.
 FileWriter assemblyOf(const std::vector<std::string>& files, const std::string& unit = "Millimeters")
 {
@@ -91,6 +95,24 @@ TEST_F(JtPartFiles, MissingAndDamagedFilesAreLeftOutWithTheirReason)
     EXPECT_THAT(place(model, 2).tags, ElementsAre(StartsWith("ptx::missing=the JT file is damaged at 0: ")));
     EXPECT_THAT(place(model, 3).tags, ElementsAre(StartsWith("ptx::missing=the JT file is damaged at ")));
     EXPECT_THAT(log(), HasSubstr("of \"place 0\" is left out: there is no such file"));
+}
+
+TEST_F(JtPartFiles, EachFileTellsHowMuchPmiOfItIsLeftOut)
+{
+    FileWriter bolt = partOf(5);
+    bolt.emptySegment(PmiType);
+    bolt.emptySegment(PmiType);
+    bolt.emptySegment(BrepType);
+    write(bolt, "bolt.jt");
+    write(partOf(6), "nut.jt");
+    FileWriter assembly = assemblyOf({"bolt.jt", "nut.jt"});
+    assembly.emptySegment(PmiType);
+    const ptx::model::Model model = read(assembly);
+    EXPECT_THAT(place(model, 0).tags, ElementsAre("ptx::left-out=1 segments of PMI\n" + folder().file("input.jt")));
+    EXPECT_THAT(model.products[place(model, 0).children[0].product].tags,
+                ElementsAre("ptx::left-out=2 segments of PMI\n" + folder().file("bolt.jt")));
+    EXPECT_THAT(model.products[place(model, 1).children[0].product].tags, IsEmpty());
+    EXPECT_THAT(log(), HasSubstr("2 segments of PMI are not read"));
 }
 
 TEST_F(JtPartFiles, AFileThatNamesItselfOrLeadsBackIsLeftOutThere)

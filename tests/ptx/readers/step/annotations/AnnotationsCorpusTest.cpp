@@ -86,3 +86,24 @@ TEST_P(AnnotationsCorpus, TheFileDrawsWhatTheTableSays)
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, AnnotationsCorpus, testing::ValuesIn(Rows));
+
+TEST(AnnotationsCorpusOld, LeadersAreDrawnWithTheirHeadsAndTextsAreKept)
+{
+    struct Old {
+        const char* path;
+        std::size_t occurrences, leaders, filledHeads, openHeads;
+    };
+    for (const Old& old : {Old{"step/io1-cm-214.stp", 9, 3, 3, 0}, Old{"step/io1-tu-203.stp", 6, 2, 0, 2}}) {
+        const char* corpus = std::getenv("ZN_CORPUS");
+        const std::filesystem::path path = std::filesystem::path(corpus ? corpus : "") / old.path;
+        if (!std::filesystem::exists(path))
+            GTEST_SKIP() << "ZN_CORPUS names no folder with " << old.path << " in it";
+        const Drawing drawing = ptxtest::drawn(contentOf(path));
+        EXPECT_EQ(drawing.counts.occurrences, old.occurrences) << old.path;
+        EXPECT_EQ(drawing.counts.polylines, old.leaders + old.openHeads) << old.path;
+        EXPECT_EQ(drawing.counts.triangles, old.filledHeads) << old.path;
+        EXPECT_EQ(drawing.callouts.size(), old.leaders) << old.path;
+        for (const Callout& callout : drawing.callouts)
+            EXPECT_FALSE(callout.texts.empty()) << old.path;
+    }
+}
