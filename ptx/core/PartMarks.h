@@ -5,21 +5,22 @@
 #include <cstddef>
 #include <string>
 
-namespace ptx::tessellation
+namespace ptx::core
 {
 
-/// The file of part marks. All parts wait at first. Any thread may write.
+/// A file with one letter for each part of the work, true at every moment: whoever finds the process dead reads in it
+/// what was at work. Any thread may write, signal handlers too.
 class PartMarks
 {
 public:
-    PartMarks(const std::string& path, std::size_t parts);
+    /// Starts `path` anew with the letters `marks`; those behind them may be set later.
+    PartMarks(const std::string& path, const std::string& marks);
 
     bool isOpen() const { return static_cast<bool>(m_file); }
-    /// `mark` is one of `protocol::partmark`.
     void set(std::size_t part, char mark) const;
 
 private:
-    core::FileDescriptor m_file;
+    FileDescriptor m_file;
 };
 
-} // namespace ptx::tessellation
+} // namespace ptx::core

@@ -37,11 +37,12 @@ int run(const std::vector<std::string>& arguments)
 {
     // File names are bytes that mean UTF-8, whatever locale the process was started under; numbers stay in "C".
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    const ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
+    ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
     if (!line) {
         std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::core::usageText().c_str());
         return static_cast<int>(ptx::core::ExitCode::WrongUse);
     }
+    line.value().arguments = arguments;
     return perform(line.value());
 }
 
