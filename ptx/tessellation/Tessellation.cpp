@@ -154,7 +154,8 @@ private:
             osg::setName(node, part.reason);
             root->addChild(node);
         }
-        const auto result = osg::scenefile::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()));
+        const auto result = osg::scenefile::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()),
+                                                           {.lasting = files::OutputFile::Lasting::No});
         if (result)
             return std::nullopt;
         return core::Failure{core::ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -157,6 +158,27 @@ TEST_F(ConvertRescue, TheFourthCrashEndsTheConversion)
     EXPECT_EQ(attempts(), 4u);
     EXPECT_THAT(run.log(), HasSubstr("Error: the conversion crashed (SIGSEGV, signal 11) in stage Tessellate"));
     EXPECT_EQ(contentOf(run.output()), "of before");
+}
+
+TEST_F(ConvertRescue, ACopyOfOneConverterGoesOnToo)
+{
+    breakKernel("faces=12");
+    const QString socket = QString::fromStdString(run.folder().file("server"));
+    QProcess server;
+    server.start(ConvertRun::program(), {QStringLiteral("--serve"), socket});
+    for (int i = 0; i < 3000 && !QFile::exists(socket); ++i)
+        server.waitForFinished(10);
+    const QString input = QString::fromStdString(run.folder().write("in.stp", boxesText(3)));
+    const QString launcher = QStringLiteral(PTX_LAUNCH);
+    QProcess copy;
+    copy.start(launcher, {socket, ConvertRun::program(), input, QString::fromStdString(run.output())});
+    ASSERT_TRUE(copy.waitForFinished(100000));
+    EXPECT_EQ(copy.exitCode(), 0) << run.log();
+    EXPECT_EQ(server.state(), QProcess::Running);
+    server.kill();
+    server.waitForFinished();
+    EXPECT_EQ(attempts(), 2u);
+    EXPECT_THAT(missingAt("place 2"), SizeIs(1));
 }
 
 TEST_F(ConvertRescue, WithoutAnyPartLeftTheFileIsDamaged)
