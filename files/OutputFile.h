@@ -37,8 +37,8 @@ public:
     void rewrite(const void* data, std::uint64_t size);
     /// How far the file is written.
     std::uint64_t position() const { return m_position; }
-    /// Whether what is written has to outlive a crash of the whole system: an empty file could stand in the place of the
-    /// one before otherwise. It takes as long as the disk takes the bytes.
+    /// Whether what is written has to outlive a crash of the whole system: an empty file could stand in the place of
+    /// the one before otherwise. It takes as long as the disk takes the bytes.
     enum class Lasting { Yes, No };
     /// The file takes the name of its target, unless something failed. The error names the target and no place.
     Expected<void> commit(Lasting lasting = Lasting::Yes);
