@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -109,10 +111,10 @@ void OutputFile::rewrite(const void* data, std::uint64_t size)
     write(data, size);
 }
 
-Expected<void> OutputFile::commit()
+Expected<void> OutputFile::commit(Lasting lasting)
 {
     if (!m_error)
-        flush();
+        flush(lasting);
     if (!m_error)
         rename();
     return m_error ? Expected<void>(*m_error) : Expected<void>();
@@ -120,10 +122,13 @@ Expected<void> OutputFile::commit()
 
 /// Closing forgets why the rest could not be written. A full disk that takes a part at first gives its reason when it
 /// is asked for the rest.
-void OutputFile::flush()
+void OutputFile::flush(Lasting lasting)
 {
     if (!m_file.flush() && !m_file.flush())
         fail(ErrorCode::WriteFailed, m_file.errorString());
+    // Files that are no files on a disk have nothing to wait for.
+    else if (lasting == Lasting::Yes && ::fsync(m_file.handle()) != 0 && errno != EINVAL && errno != ENOSYS)
+        fail(ErrorCode::WriteFailed, QString::fromLocal8Bit(std::strerror(errno)));
     m_file.close();
     if (m_file.error() != QFileDevice::NoError)
         fail(ErrorCode::WriteFailed, m_file.errorString());

@@ -37,12 +37,15 @@ public:
     void rewrite(const void* data, std::uint64_t size);
     /// How far the file is written.
     std::uint64_t position() const { return m_position; }
+    /// Whether what is written has to outlive a crash of the whole system: an empty file could stand in the place of
+    /// the one before otherwise. It takes as long as the disk takes the bytes.
+    enum class Lasting { Yes, No };
     /// The file takes the name of its target, unless something failed. The error names the target and no place.
-    Expected<void> commit();
+    Expected<void> commit(Lasting lasting = Lasting::Yes);
 
 private:
     bool create();
-    void flush();
+    void flush(Lasting lasting);
     void rename();
     void fail(ErrorCode code, const QString& message);
 

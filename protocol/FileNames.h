@@ -15,11 +15,11 @@ inline constexpr char LogSuffix[] = ".log";
 /// Begins the text of the line of a log that tells why the run failed.
 inline constexpr char LogErrorMark[] = "Error: ";
 
-/// What the name of the file of part marks has behind the name of the output of `ptxtessellate`.
+/// What the name of the file of part marks has behind the name of the output.
 inline constexpr char PartMarksSuffix[] = ".parts";
 
-/// The file of part marks has one of these letters for each part, true at every moment: whoever finds the program dead
-/// reads in it which parts were at work.
+/// The file of part marks of `ptxtessellate` has one of these letters for each part, true at every moment: whoever
+/// finds the program dead reads in it which parts were at work.
 namespace partmark
 {
 

@@ -6,6 +6,8 @@
 #include "host/OSGSystem/Node.h"
 #include "scene/EditAudit.h"
 
+#include <algorithm>
+
 namespace osg
 {
 
@@ -16,7 +18,7 @@ namespace
 struct Registry {
     std::vector<FieldContainer*> byId;
     std::size_t living = 0;
-    std::vector<FieldContainer*> doomed;
+    std::vector<FieldContainer*> doomed; ///< has room for all that live: trees are freed when memory is out, too
     bool draining = false;
     bool sweeping = false;
 };
@@ -29,12 +31,20 @@ std::string nameOf(const FieldContainerPtr& container)
     return name ? name : "";
 }
 
+void makeRoomForEnd()
+{
+    constexpr std::size_t Least = 64;
+    if (all.doomed.capacity() <= all.living)
+        all.doomed.reserve(std::max(Least, 2 * all.living));
+}
+
 } // namespace
 
 FieldContainerType FieldContainer::_type("FieldContainer", nullptr, "FieldContainer");
 
 FieldContainer::FieldContainer()
 {
+    makeRoomForEnd();
     all.byId.push_back(this);
     m_id = static_cast<std::uint32_t>(all.byId.size());
     ++all.living;

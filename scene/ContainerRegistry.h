@@ -18,7 +18,7 @@ struct ContainerAccess {
     static bool equal(const FieldContainer& a, const FieldContainer& b) { return a.equalFields(b); }
     static void changed(FieldContainer& container, FieldMask mask) { container.fieldChanged(mask); }
     ///@}
-    /// Destroys `container` and, without recursion, whatever loses its last reference by that.
+    /// Destroys `container` and, without recursion, whatever loses its last reference by that. Needs no memory.
     static void destroy(FieldContainer* container);
 };
 

@@ -79,7 +79,8 @@ void writeTableAndHeader(files::OutputFile& file, const std::array<ChunkEntry, C
 }
 
 /// The size of the file.
-files::Expected<std::uint64_t> writeChunks(const GraphWriter& graph, const QString& path)
+files::Expected<std::uint64_t> writeChunks(const GraphWriter& graph, const QString& path,
+                                           files::OutputFile::Lasting lasting)
 {
     files::OutputFile file(path);
     const FileHeader placeholder = {};
@@ -91,7 +92,7 @@ files::Expected<std::uint64_t> writeChunks(const GraphWriter& graph, const QStri
     file.pad(chunkAlignment);
     const std::uint64_t size = file.position() + sizeof chunks;
     writeTableAndHeader(file, chunks);
-    if (const files::Expected<void> complete = file.commit(); !complete)
+    if (const files::Expected<void> complete = file.commit(lasting); !complete)
         return makeError(complete.error().code, complete.error().message, file.position());
     return size;
 }
@@ -103,7 +104,7 @@ files::Result<std::uint64_t> write(const NodePtr& root, const QString& path, con
     GraphWriter graph(options);
     if (const files::Expected<void> collected = graph.collect(root); !collected)
         return {collected.error(), graph.warnings().notes()};
-    return {writeChunks(graph, path), graph.warnings().notes()};
+    return {writeChunks(graph, path, options.lasting), graph.warnings().notes()};
 }
 
 files::Result<std::uint64_t> writeOrError(const NodePtr& root, const QString& path,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Expected.h"
+#include "files/OutputFile.h"
 #include "host/OSGSystem/Node.h"
 
 #include <QString>
@@ -15,6 +16,8 @@ struct SceneFileWriteOptions {
     /// The graph (everything but arrays of meshes and B-rep data) has to fit into this. The layout allows no more than
     /// the default.
     std::uint64_t maxGraphBytes = (std::uint64_t(1) << 31) - (1u << 20);
+    /// No for files between processes, which nobody keeps.
+    files::OutputFile::Lasting lasting = files::OutputFile::Lasting::Yes;
 };
 
 /// Writes `root` and what hangs below it to `path`. What stood there before is replaced at one stroke when the new file

@@ -8,9 +8,11 @@
 #include "ptx/core/Limits.h"
 #include "ptx/core/Monitor.h"
 #include "ptx/core/ProcessEnd.h"
+#include "ptx/model/Losses.h"
 #include "ptx/readers/FormatChoice.h"
 #include "ptx/scene/SceneBuilder.h"
 
+#include <chrono>
 #include <cstdio>
 #include <new>
 
@@ -24,11 +26,17 @@ class Conversion
 {
 public:
     Conversion(const core::CommandLine& line, readers::Formats formats)
-        : m_line(line), m_formats(formats), m_log(line.output + protocol::LogSuffix),
-          m_progressFile(line.output + protocol::ProgressSuffix), m_output(line.output),
+        : m_line(line), m_formats(formats), m_log(openLog(line)),
+          m_progressFile(line.output + protocol::ProgressSuffix),
+          m_rescue(line.output + protocol::PartMarksSuffix, line.attempt), m_output(line.output),
           m_former(line.output, line.input)
     {
+        if (line.attempt > 0)
+            m_progress.goOnFrom(m_progressFile.percent());
     }
+    ~Conversion() { core::processend::crashForGood(); }
+    Conversion(const Conversion&) = delete;
+    Conversion& operator=(const Conversion&) = delete;
 
     core::ExitCode run()
     {
@@ -36,6 +44,7 @@ public:
         if (!m_log.isOpen())
             return fail({core::ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
         core::processend::install(m_log, m_progress, m_output.unfinishedPath());
+        core::processend::beginAnewAfterCrash(m_rescue, nextAttempt());
         m_former.moveAside();
         tellStart();
         if (!input)
@@ -73,11 +82,12 @@ private:
         m_log.info("format " + std::string(format.value()->name) + ", " + std::to_string(m_inputBytes) + " bytes");
         if (format.value()->canLoop)
             limits.limitWork();
-        const model::Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits,
-                             m_progress,   m_log};
+        const model::Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits, m_progress,
+                             m_log,        m_rescue};
         core::Outcome<model::Model> model = format.value()->read(job);
         if (!model)
             return model.failure();
+        model::markLostParts(model.value(), job);
         m_log.info("read: " + std::to_string(model.value().products.size()) + " products, " +
                    std::to_string(model.value().bodies.size()) + " with geometry");
         model.value().tags.insert(
@@ -98,6 +108,8 @@ private:
             scene::buildScene(model, m_line.input, m_line.settings.number(core::Setting::NodeLimit));
         if (!scene)
             return scene.failure();
+        if (scene.value().occurrences == 0 && !m_rescue.lostParts().empty())
+            return core::Failure{core::ExitCode::Damaged, "the CAD kernel crashes on every part of the file"};
         if (scene.value().occurrences == 0 && scene.value().callouts == 0 && model.references.empty())
             return core::Failure{core::ExitCode::NothingToImport, "no part of the file became a mesh"};
         m_log.info("scene: " + std::to_string(scene.value().nodes) + " nodes, " +
@@ -111,8 +123,26 @@ private:
         return std::nullopt;
     }
 
+    static core::Log openLog(const core::CommandLine& line)
+    {
+        using Clock = std::chrono::steady_clock;
+        const std::string path = line.output + protocol::LogSuffix;
+        return line.attempt == 0 ? core::Log(path)
+                                 : core::Log(path, Clock::time_point(std::chrono::nanoseconds(line.begun)));
+    }
+
+    std::vector<std::string> nextAttempt() const
+    {
+        if (m_line.arguments.empty() || m_line.attempt == core::Rescue::MostAttempts)
+            return {};
+        const std::chrono::nanoseconds begun = m_log.start().time_since_epoch();
+        return core::commandOfAttempt(m_line.attempt + 1, begun.count(), m_line.arguments);
+    }
+
     void tellStart()
     {
+        if (m_line.attempt > 0)
+            return m_log.info("attempt " + std::to_string(m_line.attempt + 1));
         m_log.info("ptxconvert " ZN_VERSION);
         m_log.info("input  " + m_line.input);
         m_log.info("output " + m_line.output);
@@ -140,6 +170,7 @@ private:
     core::Log m_log;
     core::Progress m_progress;
     core::ProgressFile m_progressFile;
+    core::Rescue m_rescue;
     OutputFile m_output;
     FormerOutput m_former;
     std::uint64_t m_inputBytes = 0;

@@ -44,7 +44,8 @@ core::Trouble OutputFile::prepare() const
 
 core::Trouble OutputFile::write(const osg::NodePtr& root) const
 {
-    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(root, QString::fromStdString(m_path));
+    const files::Result<std::uint64_t> result = osg::scenefile::writeSceneFile(
+        root, QString::fromStdString(m_path), {.lasting = files::OutputFile::Lasting::No});
     if (!result)
         return cannotWrite(m_path, result.error().message.toStdString());
     core::processend::outputStands();

@@ -15,6 +15,10 @@ namespace
 
 namespace option = protocol::option;
 
+constexpr char ProgramName[] = "ptxconvert";
+constexpr char Again[] = "--again";
+constexpr std::ptrdiff_t WordsOfAttempt = 3; ///< the option and its numbers
+
 /// Those that this program ends with.
 struct CodeText {
     ExitCode code;
@@ -95,6 +99,8 @@ private:
             return takeFolder();
         else if (name == option::Jobs)
             return takeJobs();
+        else if (name == Again)
+            return takeAttempt();
         else
             return wrongUse("unknown option " + name);
         return std::nullopt;
@@ -139,6 +145,23 @@ private:
         return std::nullopt;
     }
 
+    /// Number of the attempt and time of the first, as commandOfAttempt writes them.
+    Trouble takeAttempt()
+    {
+        if (m_next + 2 > m_arguments.size())
+            return wrongUse(std::string(Again) + " needs two numbers");
+        m_line.attempt = static_cast<int>(numberOf(m_arguments[m_next++]));
+        m_line.begun = numberOf(m_arguments[m_next++]);
+        return std::nullopt;
+    }
+
+    static std::int64_t numberOf(const std::string& text)
+    {
+        std::int64_t number = 0;
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        return number;
+    }
+
     Trouble takePaths()
     {
         if (m_paths.size() != 2 || m_paths[0].empty() || m_paths[1].empty())
@@ -165,6 +188,14 @@ Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments)
     if (Trouble trouble = parser.parse())
         return *trouble;
     return parser.line();
+}
+
+std::vector<std::string> commandOfAttempt(int attempt, std::int64_t begun, const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> words = {ProgramName, Again, std::to_string(attempt), std::to_string(begun)};
+    const bool isAnew = !arguments.empty() && arguments.front() == Again;
+    words.insert(words.end(), arguments.begin() + (isAnew ? WordsOfAttempt : 0), arguments.end());
+    return words;
 }
 
 const std::vector<OptionRow>& optionTable()

@@ -3,6 +3,7 @@
 #include "ptx/core/Outcome.h"
 #include "ptx/core/Settings.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -22,11 +23,19 @@ struct CommandLine {
     std::vector<std::string> inputs;      ///< of several conversions, absolute
     std::string folder;                   ///< for their outputs, absolute
     unsigned jobs = 0;                    ///< how many of them at a time; 0 for one for each core
+    int attempt = 0;                      ///< how often the conversion began anew after a crash
+    std::int64_t begun = 0;               ///< when it first began, in ns of the steady clock; 0 if this is the first
+    /// What this was understood from, for a program that may run itself anew; empty for any other.
+    std::vector<std::string> arguments;
 };
 
 /// Understands the arguments, the program's name not among them. Relative paths are made absolute, because OCCT
 /// looks for part files in the working directory otherwise. "--" ends the options.
 Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments);
+
+/// The words that ask for `attempt` of the conversion that `arguments` (again without the program's name) ask for and
+/// that began at `begun`. They are between the program and itself, and no option of the table.
+std::vector<std::string> commandOfAttempt(int attempt, std::int64_t begun, const std::vector<std::string>& arguments);
 
 /// One option of the command line. Usage text and manual follow from the table of these.
 struct OptionRow {

@@ -24,8 +24,12 @@ std::string onOneLine(std::string_view text)
 
 } // namespace
 
-Log::Log(const std::string& path)
-    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666))
+Log::Log(const std::string& path) : Log(path, O_TRUNC, std::chrono::steady_clock::now()) {}
+
+Log::Log(const std::string& path, std::chrono::steady_clock::time_point begun) : Log(path, 0, begun) {}
+
+Log::Log(const std::string& path, int openFlag, std::chrono::steady_clock::time_point start)
+    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | openFlag, 0666)), m_start(start)
 {
 }
 

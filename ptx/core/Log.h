@@ -20,6 +20,8 @@ public:
 
     /// Starts `path` anew. A file that cannot be opened leaves the log without effect; see `isOpen`.
     explicit Log(const std::string& path);
+    /// Goes on with the log of a conversion that began at `begun`.
+    Log(const std::string& path, std::chrono::steady_clock::time_point begun);
 
     bool isOpen() const { return static_cast<bool>(m_file); }
     /// For signal handlers, which can do no more than `write`.
@@ -31,14 +33,16 @@ public:
     void error(std::string_view text);
     int warnings() const;
     double seconds() const;
+    std::chrono::steady_clock::time_point start() const { return m_start; }
 
 private:
+    Log(const std::string& path, int openFlag, std::chrono::steady_clock::time_point start);
     void line(std::string_view kind, std::string_view text);
     void write(const std::string& text);
 
     FileDescriptor m_file;
     mutable std::mutex m_mutex;
-    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point m_start;
     int m_warnings = 0;
 };
 

@@ -23,6 +23,8 @@ public:
     /// The stages entered so far with the seconds that each took, the present one last: "Convert 0.4 s, Write 0.1 s".
     /// For the thread that enters them.
     std::string stageTimes() const;
+    /// The percent does not begin below `percent`, which an attempt before has reached.
+    void goOnFrom(int percent) { raise(percent); }
     /// Until the next stage or call, reports are of a step that takes the present stage from `from` to `to` (0 to 1).
     /// For the thread that enters stages, while no other reports.
     void beginStep(double from, double to);

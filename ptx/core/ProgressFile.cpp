@@ -3,12 +3,20 @@
 #include <fcntl.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace ptx::core
 {
 
-ProgressFile::ProgressFile(const std::string& path) : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666))
+ProgressFile::ProgressFile(const std::string& path) : m_file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666))
 {
+}
+
+int ProgressFile::percent() const
+{
+    char text[Length + 1] = {};
+    const bool isRead = m_file && ::pread(m_file.get(), text, Length, 0) > 0;
+    return isRead ? std::atoi(text) : 0;
 }
 
 void ProgressFile::write(int percent, Stage stage)

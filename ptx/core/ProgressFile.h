@@ -22,6 +22,8 @@ public:
     explicit ProgressFile(const std::string& path);
 
     bool isOpen() const { return static_cast<bool>(m_file); }
+    /// The number in the file; 0 where there is none.
+    int percent() const;
     /// Writes unless number and word are those written last.
     void write(int percent, Stage stage);
 

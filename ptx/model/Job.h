@@ -3,6 +3,7 @@
 #include "ptx/core/Limits.h"
 #include "ptx/core/Log.h"
 #include "ptx/core/Progress.h"
+#include "ptx/core/Rescue.h"
 #include "ptx/core/Settings.h"
 
 #include <cstdint>
@@ -20,6 +21,7 @@ struct Job {
     core::Limits& limits;
     core::Progress& progress;
     core::Log& log;
+    core::Rescue& rescue;
 };
 
 } // namespace ptx::model

@@ -78,7 +78,7 @@ private:
         try {
             for (std::size_t next = m_next++; next < m_plan.size(); next = m_next++) {
                 for (const std::size_t part : m_plan[next].parts)
-                    work(part, m_plan[next]);
+                    workOn(part, m_plan[next], work);
                 m_doneFaces += m_plan[next].faces;
                 m_job.progress.report(share(m_doneFaces));
             }
@@ -86,6 +86,14 @@ private:
             if (!m_hasThrown.exchange(true))
                 m_thrown = std::current_exception();
         }
+    }
+
+    void workOn(std::size_t part, const WorkGroup& group, const Work& work)
+    {
+        if (m_job.rescue.isLost(part))
+            return;
+        const core::Rescue::Mark mark = m_job.rescue.workOnPart(part);
+        work(part, group);
     }
 
     double share(std::size_t faces) const

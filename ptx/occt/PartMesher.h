@@ -14,7 +14,8 @@ namespace ptx::occt
 enum class Loose { Keep, Stitch };
 
 /// Heals and meshes `shapes` in parallel, each once, and gives the bodies in the same order. The shapes are given up on
-/// the way, so that their memory comes back. A part that OCCT fails on becomes a warning and an empty body.
+/// the way, so that their memory comes back. A part that OCCT fails on becomes a warning and an empty body;
+/// one that it crashed on in an attempt before is an empty body.
 core::Outcome<std::vector<model::Body>> meshParts(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job,
                                                   Loose loose = Loose::Keep);
 

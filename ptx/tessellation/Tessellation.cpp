@@ -7,9 +7,9 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "protocol/FileNames.h"
 #include "ptx/core/Monitor.h"
+#include "ptx/core/PartMarks.h"
 #include "ptx/core/ProcessEnd.h"
 #include "ptx/tessellation/BrepMeshing.h"
-#include "ptx/tessellation/PartMarks.h"
 #include "scene/GeometryWalk.h"
 #include "scene/SceneEdits.h"
 
@@ -104,7 +104,8 @@ private:
 
     void meshAll()
     {
-        const PartMarks marks(m_options.output + protocol::PartMarksSuffix, m_parts.size());
+        const core::PartMarks marks(m_options.output + protocol::PartMarksSuffix,
+                                    std::string(m_parts.size(), protocol::partmark::Waits));
         const std::vector<std::size_t> order = workOrder();
         const auto wanted = static_cast<unsigned>(m_options.settings.number(core::Setting::Threads));
         const unsigned threads = wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
@@ -123,7 +124,7 @@ private:
             throw std::bad_alloc();
     }
 
-    void mesh(std::size_t number, const PartMarks& marks, unsigned threads)
+    void mesh(std::size_t number, const core::PartMarks& marks, unsigned threads)
     {
         Part& part = m_parts[number];
         marks.set(number, protocol::partmark::Started);
@@ -153,7 +154,8 @@ private:
             osg::setName(node, part.reason);
             root->addChild(node);
         }
-        const auto result = osg::scenefile::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()));
+        const auto result = osg::scenefile::writeSceneFile(root, QString::fromUtf8(m_options.output.c_str()),
+                                                           {.lasting = files::OutputFile::Lasting::No});
         if (result)
             return std::nullopt;
         return core::Failure{core::ExitCode::OutputFailed, result.error().toStringWithCode().toStdString()};

@@ -100,7 +100,7 @@ private:
             osg::exchangeMesh(geometry, std::move(mesh));
             osg::addChild(root, osg::makeNodeFor(geometry));
         }
-        const auto result = osg::scenefile::writeSceneFile(root, input());
+        const auto result = osg::scenefile::writeSceneFile(root, input(), {.lasting = files::OutputFile::Lasting::No});
         if (!result)
             failAll(batch, result.error().message);
         return bool(result);

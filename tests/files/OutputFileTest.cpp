@@ -13,6 +13,24 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
+namespace
+{
+
+int syncs = 0;
+int syncFailure = 0;
+
+} // namespace
+
+// In the place of the system's: a crash of the system is hard to test.
+extern "C" int fsync(int)
+{
+    ++syncs;
+    errno = syncFailure;
+    return syncFailure == 0 ? 0 : -1;
+}
+
 namespace
 {
 
@@ -202,6 +220,32 @@ TEST_F(OutputFileTest, AFullDiskIsNoticedWhileWritingAndAtTheLastByte)
     }
     EXPECT_EQ(contentOf(), "former");
     EXPECT_EQ(filesLeft(), QStringList(QStringLiteral("out.bin")));
+}
+
+TEST_F(OutputFileTest, WhatIsToLastIsOnTheDiskBeforeItGetsItsName)
+{
+    put("out.bin", "former");
+    syncs = 0;
+    OutputFile file(path());
+    write(file, "new");
+    EXPECT_TRUE(file.commit());
+    EXPECT_EQ(syncs, 1);
+    OutputFile temporary(path());
+    write(temporary, "newer");
+    EXPECT_TRUE(temporary.commit(OutputFile::Lasting::No));
+    EXPECT_EQ(syncs, 1);
+    EXPECT_EQ(contentOf(), "newer");
+}
+
+TEST_F(OutputFileTest, ADiskThatDoesNotTakeItLeavesTheFormerFile)
+{
+    put("out.bin", "former");
+    syncFailure = EIO;
+    EXPECT_EQ(errorOf(path()), QStringLiteral("WriteFailed Input/output error"));
+    syncFailure = EINVAL; // a file that is on no disk
+    EXPECT_EQ(errorOf(path("other.bin")), QStringLiteral("none"));
+    syncFailure = 0;
+    EXPECT_EQ(contentOf(), "former");
 }
 
 TEST_F(OutputFileTest, ATargetThatBecameAFolderIsAnErrorAndNothingIsLeft)

@@ -28,6 +28,18 @@ int print(const std::string& text)
     return static_cast<int>(ptx::core::ExitCode::Success);
 }
 
+/// What a conversion of its own is asked for by, which one of several is from here on: it may run itself anew.
+std::vector<std::string> argumentsOf(const ptx::core::CommandLine& line)
+{
+    std::vector<std::string> arguments;
+    if (line.externalParts)
+        arguments.emplace_back(protocol::option::ExternalParts);
+    for (const std::string& assignment : line.assignments)
+        arguments.insert(arguments.end(), {protocol::option::Set, assignment});
+    arguments.insert(arguments.end(), {"--", line.input, line.output});
+    return arguments;
+}
+
 /// Readers that more than one input needs are loaded once, and are there in the copies. The copies share the cores,
 /// unless the line says how many threads each has.
 int convertSeveral(const ptx::core::CommandLine& line)
@@ -52,6 +64,7 @@ int convertSeveral(const ptx::core::CommandLine& line)
     return ptxconvert::runSeries(items.value(), jobs, [&each](const ptxconvert::SeriesItem& item) {
         each.input = item.input;
         each.output = item.output;
+        each.arguments = argumentsOf(each);
         return static_cast<int>(ptx::conversion::convert(each, ptxconvert::formats()));
     });
 }
@@ -77,11 +90,12 @@ int run(const std::vector<std::string>& arguments)
 {
     // File names are bytes that mean UTF-8, whatever locale the process was started under; numbers stay in "C".
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    const ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
+    ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
     if (!line) {
         std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::core::usageText().c_str());
         return static_cast<int>(ptx::core::ExitCode::WrongUse);
     }
+    line.value().arguments = arguments;
     return perform(line.value());
 }
 

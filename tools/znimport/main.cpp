@@ -1,7 +1,6 @@
 #include "standalone/session/SessionFolder.h"
 #include "tools/znimport/Application.h"
 #include "tools/znimport/Batch.h"
-#include "tools/znimport/LargePages.h"
 #include "tools/znimport/SelfCheck.h"
 
 #include <QCoreApplication>
@@ -69,6 +68,5 @@ int main(int argc, char** argv)
         return znimport::selfCheck(parsed.commandLine);
     if (!parsed.commandLine.batchFolder.isEmpty())
         return znimport::Batch(parsed.commandLine).run();
-    znimport::useLargePages();
     return znimport::Application(parsed.commandLine).run();
 }

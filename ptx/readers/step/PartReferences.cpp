@@ -120,7 +120,7 @@ private:
     {
         const std::uint64_t bytes = readers::packed::sizeOf(path);
         m_job.limits.addInput(bytes);
-        const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log};
+        const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log, m_job.rescue};
         m_job.log.info("part file " + file);
         core::Outcome<StepContent> part = readStepFile(job, true);
         if (!part)

@@ -2,6 +2,7 @@
 
 #include "files/scenefile/ConvertedTree.h"
 #include "ptx/model/FileTags.h"
+#include "ptx/model/Losses.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/OcctProgress.h"
 #include "ptx/occt/OcctSetup.h"
@@ -19,6 +20,7 @@
 #include "ptx/readers/step/ViewedCallouts.h"
 #include "ptx/readers/step/ViewedShapes.h"
 #include "ptx/readers/step/damage/ColourRange.h"
+#include "ptx/readers/step/damage/CrashingEntities.h"
 #include "ptx/readers/step/damage/Damage.h"
 #include "ptx/readers/step/damage/FailedShapes.h"
 #include "ptx/readers/step/damage/MendingLibrary.h"
@@ -55,7 +57,8 @@ public:
         m_reader.SetNameMode(true);
         m_reader.SetColorMode(true);
         m_reader.SetLayerMode(true);
-        m_reader.SetPropsMode(true);
+        // After what crashes for itself is left out, these are what OCCT crashes on most.
+        m_reader.SetPropsMode(job.rescue.translationCrashes() < 2);
         m_reader.SetMatMode(false); // see MaterialProperty.h
         m_reader.SetSHUOMode(true);
         // Both are on by default, throw on files of the wild, and what they read would not be used.
@@ -78,10 +81,28 @@ public:
         return trouble;
     }
 
+    /// In place of load(), in an attempt after OCCT crashed: what it crashes on.
+    std::vector<damage::Fault> crashingEntities()
+    {
+        std::vector<damage::Fault> crashing;
+        // Whatever fails here fails again when the file is loaded, and is told then.
+        (void)occt::guarded("looking for what crashes", [&]() -> core::Trouble {
+            if (read())
+                return std::nullopt;
+            begin(core::Stage::Convert);
+            crashing = damage::findCrashingEntities(m_reader, blame(), m_job.progress);
+            return std::nullopt;
+        });
+        for (const damage::Fault& fault : crashing)
+            m_job.log.info("the CAD kernel crashes on #" + std::to_string(fault.ident));
+        return crashing;
+    }
+
     /// After load(): what OCCT failed on.
     std::vector<damage::Fault> failedShapes()
     {
         std::vector<damage::Fault> failed;
+        const core::Rescue::Mark mark = m_job.rescue.translate();
         if (const core::Trouble trouble = occt::guarded("looking for what failed", [&]() -> core::Trouble {
                 failed = damage::findFailedShapes(m_reader);
                 return std::nullopt;
@@ -143,9 +164,16 @@ private:
             .value_or(core::Failure{core::ExitCode::InputUnreadable, "cannot open the input"});
     }
 
+    /// A solid without the faces that crash for themselves may crash still.
+    damage::Blame blame() const
+    {
+        return m_job.rescue.translationCrashes() > 1 ? damage::Blame::Items : damage::Blame::Faces;
+    }
+
     core::Trouble transfer()
     {
         begin(core::Stage::Convert);
+        const core::Rescue::Mark mark = m_job.rescue.translate();
         Handle(occt::OcctProgress) progress = new occt::OcctProgress(m_job.progress);
         Message_ProgressScope scope(progress->Start(), nullptr, 2);
         placements::placeOccurrences(m_reader.ChangeReader(), scope.Next());
@@ -220,9 +248,9 @@ private:
         m_damage.addUnplaced(m_reader);
         std::vector<std::string> ofNoProduct;
         for (const std::string& reason : m_text->losses())
-            ofNoProduct.push_back(lossOf(reason));
+            ofNoProduct.push_back(model::lossOf(m_job, reason));
         for (const damage::Damage::Mark& mark : m_damage.marks(m_reader)) {
-            const std::string tag = lossOf(mark.reason);
+            const std::string tag = model::lossOf(m_job, mark.reason);
             if (mark.label.IsNull())
                 ofNoProduct.push_back(tag);
             else if (auto* own = tags.ChangeSeek(mark.label))
@@ -231,13 +259,6 @@ private:
                 tags.Bind(mark.label, {tag});
         }
         return ofNoProduct;
-    }
-
-    /// Tells of a loss. @return the tag for it
-    std::string lossOf(const std::string& reason) const
-    {
-        m_job.log.warning("left out: " + reason);
-        return osg::scenefile::converted::missingTag({m_job.input, reason});
     }
 
     std::string firstLoss() const
@@ -276,6 +297,8 @@ core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart)
 {
     constexpr int MostReadings = 3;
     std::vector<damage::Fault> known;
+    if (job.rescue.translationCrashes() > 0)
+        known = StepFile(job, isPart, {}).crashingEntities();
     for (int reading = 1;; ++reading) {
         StepFile file(job, isPart, known);
         if (core::Trouble trouble = file.load())

@@ -105,7 +105,8 @@ void readAll(std::uint64_t size, bool externalParts, const ptx::core::Settings& 
     ptx::core::Limits limits(settings, size);
     ptx::core::Progress progress;
     ptx::core::Log log("/dev/null");
-    const ptx::model::Job job{path, size, externalParts, settings, limits, progress, log};
+    ptx::core::Rescue rescue(path + ".parts", 0);
+    const ptx::model::Job job{path, size, externalParts, settings, limits, progress, log, rescue};
     const ptx::core::Outcome<ptx::model::Model> model = ptx::jt::format().read(job);
     if (!model)
         return require(!model.failure().message.empty());

@@ -98,3 +98,19 @@ TEST(CommandLine, RefusesSeveralInputsThatAreNotWhole)
     for (const char* count : {"0", "1025", "two", "2x", "-1", ""})
         EXPECT_EQ(complaint({"/a", "-o", "/out", "-j", count}), "-j needs a number from 1 to 1024") << count;
 }
+
+TEST(CommandLine, TheNextAttemptIsAskedForBesideWhatWasAskedFor)
+{
+    const std::vector<std::string> first = {"--set", "threads=1", "/a", "/b"};
+    const std::vector<std::string> second = commandOfAttempt(1, 77, first);
+    EXPECT_EQ(second, (std::vector<std::string>{"ptxconvert", "--again", "1", "77", "--set", "threads=1", "/a", "/b"}));
+    const std::vector<std::string> arguments(second.begin() + 1, second.end());
+    EXPECT_EQ(commandOfAttempt(2, 77, arguments),
+              (std::vector<std::string>{"ptxconvert", "--again", "2", "77", "--set", "threads=1", "/a", "/b"}));
+    const Outcome<CommandLine> line = parseCommandLine(arguments);
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line.value().attempt, 1);
+    EXPECT_EQ(line.value().begun, 77);
+    EXPECT_EQ(line.value().input, "/a");
+    EXPECT_EQ(complaint({"/a", "/b", "--again", "1"}), "--again needs two numbers");
+}

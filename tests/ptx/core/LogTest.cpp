@@ -63,3 +63,13 @@ TEST(Log, WithoutAFolderItHasNoEffect)
     log.info("nobody reads this");
     EXPECT_TRUE(folder.names().empty());
 }
+
+TEST(Log, GoesOnWithTheFileAndTheTimeOfAnAttemptBefore)
+{
+    const TempFolder folder;
+    folder.write("x.log", "of before\n");
+    Log log(folder.file("x.log"), std::chrono::steady_clock::now() - std::chrono::seconds(100));
+    log.error("no way");
+    EXPECT_EQ(contentOf(folder.file("x.log")), "of before\nError: no way\n");
+    EXPECT_GE(log.seconds(), 100);
+}

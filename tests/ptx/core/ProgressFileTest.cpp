@@ -74,3 +74,13 @@ TEST(ProgressFile, WithoutAFolderItHasNoEffect)
     file.write(5, Stage::Convert);
     EXPECT_TRUE(folder.names().empty());
 }
+
+TEST(ProgressFile, TellsTheNumberInIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.file("p.tmp");
+    EXPECT_EQ(ProgressFile(path).percent(), 0);
+    ProgressFile(path).write(61, Stage::Convert);
+    EXPECT_EQ(ProgressFile(path).percent(), 61);
+    EXPECT_EQ(ProgressFile(folder.file("none/p.tmp")).percent(), 0);
+}

@@ -103,3 +103,13 @@ TEST(Progress, TellsItsStagesWithTheirTimesInTheirOrder)
     progress.begin(Stage::Tessellate);
     EXPECT_THAT(progress.stageTimes(), testing::MatchesRegex("ReadAndProcess [0-9.]+ s, Tessellate [0-9.]+ s"));
 }
+
+TEST(Progress, GoesOnFromWhatWasReached)
+{
+    Progress progress;
+    progress.goOnFrom(70);
+    progress.begin(Stage::ReadAndProcess);
+    EXPECT_EQ(progress.percent(), 71);
+    progress.begin(Stage::Write);
+    EXPECT_EQ(progress.percent(), 96);
+}

@@ -119,6 +119,17 @@ TEST(ConvertSignals, TheOutputOfBeforeIsAwayDuringARunAndBackAfterItsEnd)
     }
 }
 
+/// Only what the kernel does begins the conversion anew.
+TEST(ConvertSignals, ACrashThatSomebodyElseWantsEndsTheRunWhilePartsAreAtWork)
+{
+    ConvertRun run;
+    const Interrupted interrupted(run, SIGSEGV, {"Convert", "Tessellate"});
+    ASSERT_TRUE(interrupted.wasRunning());
+    EXPECT_EQ(interrupted.code(), 128 + SIGSEGV);
+    EXPECT_THAT(run.log(), testing::Not(HasSubstr("begins anew")));
+    EXPECT_THAT(run.folder().names(), ElementsAre("long.stp", "out.osb.log", "out.osb.tmp"));
+}
+
 TEST(ConvertSignals, TheOutputOfBeforeIsBackWhenALimitEndsTheRun)
 {
     ConvertRun run;

@@ -47,4 +47,21 @@ TEST_F(MemoryTest, PlacesOfADocumentAreHeldAgainstTheSettingBeforeTheyAreMade)
         << end.errors.toStdString();
 }
 
+TEST_F(MemoryTest, WhereTheSystemHasNoMoreAnImportFailsWithASentence)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "sanitizers need more address space than any limit leaves";
+#endif
+    const QString file = writeDoubling(20);
+    for (const char* bytes : {"250000000", "400000000"}) {
+        QProcess process;
+        process.start(text("prlimit"), {text("--as=") + text(bytes), text(ZNIMPORT), file, text("--tree-only")});
+        ASSERT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 1);
+        const QString errors = QString::fromUtf8(process.readAllStandardError());
+        EXPECT_TRUE(errors.contains(text("not enough memory"))) << errors.toStdString();
+    }
+}
+
 } // namespace

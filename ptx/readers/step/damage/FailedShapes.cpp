@@ -1,5 +1,7 @@
 #include "ptx/readers/step/damage/FailedShapes.h"
 
+#include "ptx/readers/step/damage/ShapeItems.h"
+
 #include <Interface_Check.hxx>
 #include <Interface_CheckIterator.hxx>
 #include <Interface_EntityIterator.hxx>
@@ -7,16 +9,7 @@
 #include <STEPCAFControl_Reader.hxx>
 #include <STEPControl_Reader.hxx>
 #include <StepData_StepModel.hxx>
-#include <StepShape_BrepWithVoids.hxx>
-#include <StepShape_ConnectedFaceSet.hxx>
-#include <StepShape_FaceBasedSurfaceModel.hxx>
 #include <StepShape_FaceSurface.hxx>
-#include <StepShape_GeometricSet.hxx>
-#include <StepShape_HArray1OfConnectedFaceSet.hxx>
-#include <StepShape_ManifoldSolidBrep.hxx>
-#include <StepShape_OrientedClosedShell.hxx>
-#include <StepShape_ShellBasedSurfaceModel.hxx>
-#include <StepShape_SolidModel.hxx>
 #include <TransferBRep.hxx>
 #include <Transfer_TransientProcess.hxx>
 #include <XSControl_TransferReader.hxx>
@@ -30,36 +23,6 @@ namespace ptx::step::damage
 
 namespace
 {
-
-using Shells = std::vector<Handle(StepShape_ConnectedFaceSet)>;
-
-Shells shellsOf(const Handle(Standard_Transient) & item)
-{
-    Shells shells;
-    if (const auto solid = Handle(StepShape_ManifoldSolidBrep)::DownCast(item); !solid.IsNull())
-        shells.push_back(solid->Outer());
-    if (const auto hollow = Handle(StepShape_BrepWithVoids)::DownCast(item); !hollow.IsNull())
-        for (int i = 1; i <= hollow->NbVoids(); ++i)
-            if (!hollow->VoidsValue(i).IsNull())
-                shells.push_back(hollow->VoidsValue(i)->ClosedShellElement());
-    if (const auto model = Handle(StepShape_ShellBasedSurfaceModel)::DownCast(item); !model.IsNull())
-        for (int i = 1; i <= model->NbSbsmBoundary(); ++i)
-            shells.push_back(Handle(StepShape_ConnectedFaceSet)::DownCast(model->SbsmBoundaryValue(i).Value()));
-    if (const auto model = Handle(StepShape_FaceBasedSurfaceModel)::DownCast(item);
-        !model.IsNull() && !model->FbsmFaces().IsNull())
-        for (const Handle(StepShape_ConnectedFaceSet) & set : model->FbsmFaces()->Array1())
-            shells.push_back(set);
-    std::erase_if(shells, [](const auto& shell) { return shell.IsNull() || shell->CfsFaces().IsNull(); });
-    return shells;
-}
-
-bool isItem(const Handle(Standard_Transient) & entity)
-{
-    return entity->IsKind(STANDARD_TYPE(StepShape_SolidModel)) ||
-           entity->IsKind(STANDARD_TYPE(StepShape_ShellBasedSurfaceModel)) ||
-           entity->IsKind(STANDARD_TYPE(StepShape_FaceBasedSurfaceModel)) ||
-           entity->IsKind(STANDARD_TYPE(StepShape_GeometricSet));
-}
 
 class FailureSearch
 {

@@ -1,5 +1,7 @@
 #include "ptx/readers/step/damage/TextIndex.h"
 
+#include "ptx/readers/step/p21/Lexis.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -30,9 +32,12 @@ public:
     {
         for (; m_at < m_text.size(); ++m_at) {
             const char c = m_text[m_at];
-            if (c == '\'' || c == '"')
+            if (c == '\'' || c == '"') {
+                const std::size_t start = m_at;
                 skipTo({&c, 1});
-            else if (c == '/' && m_text.substr(m_at, 2) == "/*")
+                if (isNoString(start))
+                    return ';';
+            } else if (c == '/' && m_text.substr(m_at, 2) == "/*")
                 skipTo("*/");
             else if (c == '#' || c == ';')
                 return m_text[m_at++];
@@ -76,6 +81,21 @@ private:
         const std::size_t found = m_text.find(end, from);
         m_at = found == std::string_view::npos ? m_text.size() - 1 : found + end.size() - 1;
         countLines(from);
+    }
+
+    /// A string that other records lie in does not end in its own: goes back to where the next of them begins.
+    bool isNoString(std::size_t start)
+    {
+        const std::string_view string = m_text.substr(start, m_at - start);
+        if (string.find(';') == std::string_view::npos)
+            return false;
+        const std::size_t record = p21::nextStart(m_text, start + 1);
+        if (record >= m_at)
+            return false;
+        const std::string_view passed = m_text.substr(record, m_at - record);
+        m_line -= static_cast<int>(std::count(passed.begin(), passed.end(), '\n'));
+        m_at = record;
+        return true;
     }
 
     void skipBlanks()

@@ -154,7 +154,9 @@ ReadModel readByRecords(const std::string& path, int threads, std::string* words
     ptx::core::Progress progress;
     ptx::core::Log log(logPath);
     std::error_code missing;
-    const ptx::model::Job job{path, std::filesystem::file_size(path, missing), false, settings, limits, progress, log};
+    ptx::core::Rescue rescue(folder.file("parts"), 0);
+    const ptx::model::Job job{path,  std::filesystem::file_size(path, missing), false, settings, limits, progress, log,
+                              rescue};
     const Handle(ptx::step::RecordLibrary) library = new ptx::step::RecordLibrary(job);
     ReadModel result = read(path, library);
     result.losses = library->losses();

@@ -55,6 +55,15 @@ TEST_F(StepTextIndex, StringsAndCommentsAreNoEntities)
     EXPECT_THAT(index.referringTo(8), IsEmpty());
 }
 
+TEST_F(StepTextIndex, AStringThatDoesNotEndDoesNotHideTheRecordsBehindIt)
+{
+    const TextIndex index = indexOf("#1=A('open);\n#2=B('x',#1);\n#3=C('y',#2);\n");
+    EXPECT_EQ(index.lineOf(2), 2);
+    EXPECT_EQ(index.lineOf(3), 3);
+    EXPECT_THAT(index.referringTo(1), ElementsAre(2));
+    EXPECT_THAT(index.referringTo(2), ElementsAre(3));
+}
+
 TEST_F(StepTextIndex, TextThatEndsInTheMiddleIsTakenAsFarAsItGoes)
 {
     EXPECT_EQ(indexOf("#1=A();\n#2=B('never closed #3=").lineOf(2), 2);

@@ -1,18 +1,15 @@
-#include "ptx/tessellation/PartMarks.h"
-
-#include "protocol/FileNames.h"
+#include "ptx/core/PartMarks.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace ptx::tessellation
+namespace ptx::core
 {
 
-PartMarks::PartMarks(const std::string& path, std::size_t parts)
+PartMarks::PartMarks(const std::string& path, const std::string& marks)
     : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600))
 {
-    for (std::size_t i = 0; i < parts; ++i)
-        set(i, protocol::partmark::Waits);
+    [[maybe_unused]] const auto written = ::pwrite(m_file.get(), marks.data(), marks.size(), 0);
 }
 
 void PartMarks::set(std::size_t part, char mark) const
@@ -20,4 +17,4 @@ void PartMarks::set(std::size_t part, char mark) const
     [[maybe_unused]] const auto written = ::pwrite(m_file.get(), &mark, 1, static_cast<off_t>(part));
 }
 
-} // namespace ptx::tessellation
+} // namespace ptx::core
