@@ -145,9 +145,8 @@ WrittenOutputs writeOutputs(const CommandLine& line, zn::StandaloneSession& sess
     if (!result.error && !line.variantFilesFolder.isEmpty()) {
         files::glb::WriteOptions options = glbOptions(line, session);
         options.variants = false;
-        append(result, writeVariantFiles(line, session, [&](const QString& file) {
-                   return writeGlb(scene.root(), file, options);
-               }));
+        append(result, writeVariantFiles(line, session,
+                                         [&](const QString& file) { return writeGlb(scene.root(), file, options); }));
     }
     if (result.error)
         return result;

@@ -181,6 +181,26 @@ TEST_F(ConvertRescue, ACopyOfOneConverterGoesOnToo)
     EXPECT_THAT(missingAt("place 2"), SizeIs(1));
 }
 
+/// One of several conversions of a run is a copy that becomes the program anew, for its own file alone.
+TEST_F(ConvertRescue, OneOfSeveralInputsGoesOnToo)
+{
+    breakKernel("faces=12");
+    const std::string sound = run.folder().write("sound.stp", boxesText(1));
+    const std::string input = run.folder().write("in.stp", boxesText(3));
+    EXPECT_EQ(run.run({QStringLiteral("--set"), QStringLiteral("tessellation.angle=15"), QStringLiteral("-o"),
+                       QString::fromStdString(run.folder().file("several")), QString::fromStdString(sound),
+                       QString::fromStdString(input)}),
+              0)
+        << run.standardError();
+    EXPECT_THAT(run.standardOutput(), HasSubstr("2 of 2 files converted\n"));
+    const std::string log = contentOf(run.folder().file("several/in.osb.log"));
+    EXPECT_THAT(log, HasSubstr("attempt 2\n"));
+    EXPECT_THAT(log, HasSubstr("set tessellation.angle=15"));
+    EXPECT_THAT(contentOf(run.folder().file("several/sound.osb.log")), Not(HasSubstr("begins anew")));
+    ASSERT_EQ(run.convert(input, {"--set", "tessellation.angle=15"}), 0);
+    EXPECT_EQ(contentOf(run.output()), contentOf(run.folder().file("several/in.osb")));
+}
+
 TEST_F(ConvertRescue, WithoutAnyPartLeftTheFileIsDamaged)
 {
     breakKernel("faces=6");

@@ -1,35 +1,18 @@
 // Pictures of variant sets, from functions and on the whole road of a model with bookmarks.
 
-#include "files/scenefile/SceneFile.h"
-#include "host/znOpenSGExt/ExtReference.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znOpenSGUberCamera/SessionCameras.h"
 #include "standalone/znVariants/SessionVariants.h"
-#include "tests/roads/znimport/ToolRun.h"
-#include "tests/support/BookmarkScene.h"
-#include "tests/support/QtPrinters.h"
+#include "tests/roads/znimport/CarRun.h"
 
 #include <QImage>
 
 namespace
 {
 
-class VariantPicturesTest : public ToolRun
+class VariantPicturesTest : public CarRun
 {
 protected:
-    /// The car of `bookmarkscene` as a file of the surface modeller.
-    QString writeCar() const
-    {
-        const osg::ExtReferencePtr core = osg::ExtReferenceBase::create();
-        const osg::FileReferencePtr source = osg::FileReferenceBase::create();
-        source->setPath(path("car.styl").toStdString());
-        core->setSourceFile(source);
-        core->setState(2);
-        const osg::RefPtr<osg::NodePtr> car(bookmarkscene::make());
-        car->setCore(core);
-        EXPECT_TRUE(osg::scenefile::writeSceneFile(car, path("made.osb")));
-        return writeCad("car.styl", path("made.osb"));
-    }
     QStringList pictures() const { return QDir(path("pictures")).entryList(QDir::Files | QDir::Hidden); }
     QImage picture(const char* name) const { return QImage(QDir(path("pictures")).filePath(text(name))); }
 };
