@@ -29,7 +29,8 @@ public:
         ptx::core::Limits limits(m_settings, 0);
         ptx::core::Progress progress;
         ptx::core::Log log(logPath());
-        return ptx::jt::format().read({path, 0, externalParts, m_settings, limits, progress, log});
+        ptx::core::Rescue rescue;
+        return ptx::jt::format().read({path, 0, externalParts, m_settings, limits, progress, log, rescue});
     }
 
     /// Empty, with a complaint, when the file cannot be read.
