@@ -29,7 +29,7 @@ public:
         ptx::core::Limits limits(m_settings, 0);
         ptx::core::Progress progress;
         ptx::core::Log log(logPath());
-        ptx::core::Rescue rescue;
+        ptx::core::Rescue rescue(m_folder.file("parts"), 0);
         return ptx::jt::format().read({path, 0, externalParts, m_settings, limits, progress, log, rescue});
     }
 
