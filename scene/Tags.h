@@ -8,6 +8,9 @@
 namespace osg
 {
 
+/// On a node above what is drawn beside a part to tell of it, as converters tag it.
+inline constexpr char AnnotationsTag[] = "ptx::pmi";
+
 /// The attachment that holds the tags of its container: texts in an order of their own, repeats and empty ones allowed.
 class TagAttachment final : public Attachment
 {

@@ -1,6 +1,5 @@
 #include "files/glb/GlbFold.h"
 
-#include "files/scenefile/ConvertedTree.h"
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/MaterialGroup.h"
@@ -65,7 +64,7 @@ osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr&
 bool isAnnotations(const osg::NodePtr& node)
 {
     const std::vector<std::string>& tags = osg::tagsOf(node);
-    return std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) != tags.end();
+    return std::find(tags.begin(), tags.end(), osg::AnnotationsTag) != tags.end();
 }
 
 std::optional<unsigned> GlbFold::onlyChild(const osg::NodePtr& node) const
@@ -93,11 +92,12 @@ bool GlbFold::isTold(const osg::NodePtr& node) const
     return m_variants.visibility(node) || isAnnotations(node);
 }
 
-/// Both must not say something of the same. A camera keeps its own name.
+/// Both must not say something of the same. A camera keeps its own name; one that has a place of its own is a node.
 bool GlbFold::isLink(const Chain& chain, const osg::NodePtr& child) const
 {
     const osg::NodeCorePtr core = child->getCore();
-    const bool isCamera = osg::fcCast<osg::UberCamera>(core) && child->getNChildren() == 0;
+    const bool isCamera =
+        osg::fcCast<osg::UberCamera>(core) && child->getNChildren() == 0 && matrixOf(core).isIdentity();
     const std::string_view name = nameOf(child);
     const bool isNameKept = name.empty() || name == nameOf(chain.first) || (isCamera && name == nameOf(core));
     return (isCamera || isMereGroup(core)) && isNameKept && !isTold(child) &&

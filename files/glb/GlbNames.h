@@ -9,8 +9,8 @@
 namespace files::glb
 {
 
-/// `name` as a person wrote it: "oak crate" for "oak%20crate". What is no percent-encoded UTF-8 throughout, or would have
-/// control characters, stays as it is.
+/// `name` as a person wrote it: "oak crate" for "oak%20crate". What is no percent-encoded UTF-8 throughout, or would
+/// have control characters, stays as it is.
 std::string decodedName(std::string_view name);
 
 /// A word for a display colour: "black", "white", "grey", "red", "orange", "brown", "yellow", "green", "turquoise",

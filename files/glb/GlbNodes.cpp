@@ -58,8 +58,8 @@ std::string nameOf(const osg::NodePtr& node)
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(options.variants ? root : osg::NodePtr()), m_fold(m_variants, options.fold), m_meshes(m_variants, options),
-      m_cameras(options.millimetresPerUnit), m_idSteps(root)
+    : m_variants(options.variants ? root : osg::NodePtr()), m_fold(m_variants, options.fold),
+      m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit), m_idSteps(root)
 {
     const GlbFold::Top top = m_fold.top(root, toFile(options));
     if (top.root)

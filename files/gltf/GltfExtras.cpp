@@ -1,7 +1,6 @@
 #include "files/gltf/GltfExtras.h"
 
 #include "files/gltf/ExtrasValues.h"
-#include "files/scenefile/ConvertedTree.h"
 #include "scene/Tags.h"
 
 #include <algorithm>
@@ -228,7 +227,7 @@ GltfExtras::GltfExtras(Json& document, std::size_t leftOut, ReadTask& task)
 void GltfExtras::addToNode(int index, const osg::NodePtr& node) const
 {
     if (m_annotations.contains(index))
-        osg::setTags(node, {osg::scenefile::converted::PmiTag});
+        osg::setTags(node, {osg::AnnotationsTag});
     const auto found = m_nodes.find(index);
     if (found == m_nodes.end())
         return;

@@ -14,9 +14,9 @@
 namespace files::gltf
 {
 
-/// The variants of a document. Materials that `KHR_materials_variants` exchanges become switch materials, which show what
-/// the primitive has without a variant. `KHR_node_visibility` hides nodes, and `extras.variants` of files of ours tells
-/// which set shows or hides a node. Each variant is a set; files of ours tell its group and viewpoint.
+/// The variants of a document. Materials that `KHR_materials_variants` exchanges become switch materials, which show
+/// what the primitive has without a variant. `KHR_node_visibility` hides nodes, and `extras.variants` of files of ours
+/// tells which set shows or hides a node. Each variant is a set; files of ours tell its group and viewpoint.
 class GltfVariants
 {
 public:

@@ -19,7 +19,7 @@ namespace osg::scenefile::converted
 inline constexpr char ConvertedTag[] = "ptx::converted";
 
 /// On a node above what is drawn beside a product to tell of it, one child for each callout. Not active at first.
-inline constexpr char PmiTag[] = "ptx::pmi";
+inline constexpr const auto& PmiTag = AnnotationsTag;
 
 inline constexpr char FormatKey[] = "ptx::format";             ///< root: the format of the CAD file, e.g. "STEP"
 inline constexpr char UnitKey[] = "ptx::unit";                 ///< root: the length unit of the CAD file, e.g. "INCH"

@@ -225,6 +225,9 @@ struct ExportSettings : SettingGroup {
     Setting<bool> occlusionAsColors{m_list, "export.occlusionAsColors", false,
                                     SettingHelp::tr("Write ambient occlusion into GLB files, as vertex colors. Those "
                                                     "that files bring are always removed on import.")};
+    Setting<bool> fold{m_list, "export.fold", true,
+                       SettingHelp::tr("Make one node of a GLB file of those that stand alone below another and say "
+                                       "nothing there: no place, no attributes, no other name.")};
     ///@}
 };
 

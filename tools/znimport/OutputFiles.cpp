@@ -69,7 +69,7 @@ files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSessi
     options.millimetresPerUnit = millimetresPerUnit(line.unit).value();
     options.upAxis = upAxis(line.up).value();
     options.occlusionAsColors = session.settings().exports.occlusionAsColors;
-    options.fold = session.settings().scene.fold;
+    options.fold = session.settings().exports.fold;
     return options;
 }
 

@@ -4,6 +4,7 @@
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "host/znOpenSGUberCamera/UberCamera.h"
 #include "scene/MatrixMath.h"
 #include "scene/Tags.h"
 #include "scene/VariantTable.h"
@@ -174,6 +175,22 @@ TEST_F(GlbFoldTest, WhatSaysSomethingOfItsOwnStaysANode)
     osg::setTags(drawings, {"ptx::pmi"});
     pair("d", drawings);
     EXPECT_EQ(written().json["nodes"].size(), 1u + 4 * 3);
+}
+
+TEST_F(GlbFoldTest, ACameraIsOneWithItsNodeUnlessItHasAPlaceOfItsOwn)
+{
+    for (const bool isMoved : {false, true}) {
+        const osg::UberCameraPtr camera = osg::UberCameraBase::create();
+        osg::setName(camera, "lens");
+        if (isMoved)
+            camera->setTranslation({1, 2, 3});
+        osg::addChild(add(files::makeGroup("eye")), files::makeNode("lens", camera));
+    }
+    const GlbFile file = written();
+    ASSERT_EQ(file.json["nodes"][1]["children"].size(), 1u);
+    EXPECT_TRUE(file.json["nodes"][3].contains("camera")) << "below the first eye, without the scale of the root";
+    EXPECT_EQ(file.json["nodes"][4]["name"], "lens");
+    EXPECT_TRUE(file.json["nodes"][4].contains("matrix"));
 }
 
 TEST_F(GlbFoldTest, InactiveSiblingsDoNotCount)

@@ -18,8 +18,8 @@ using testing::IsEmpty;
 class GltfVariantsTest : public GltfReaderTest
 {
 protected:
-    /// Two squares of the materials "red" and none, of which the first has these mappings, in a document of the variants
-    /// "day" and "night"; below these nodes, with more members.
+    /// Two squares of the materials "red" and none, of which the first has these mappings, in a document of the
+    /// variants "day" and "night"; below these nodes, with more members.
     files::ReadResult readSquares(const QByteArray& mappings, const QByteArray& nodes, const QByteArray& more = {})
     {
         return readDocument(

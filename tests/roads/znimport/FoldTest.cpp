@@ -63,8 +63,9 @@ protected:
     {
         const QStringList outputs{text("--tree"),  text("--bom"),    path("parts.csv"),  text("-o"),
                                   path("out.glb"), text("--report"), path("report.json")};
-        const Ending end =
-            znimport(QStringList{input, text("--set"), text("scene.fold=") + text(fold)} + outputs + options);
+        const Ending end = znimport(QStringList{input, text("--set"), text("scene.fold=") + text(fold), text("--set"),
+                                                text("export.fold=off")} +
+                                    outputs + options);
         EXPECT_TRUE(end.exitCode == 0 || end.exitCode == 3) << end.errors.toStdString();
         const json file = GlbFile(path("out.glb")).json;
         Told told{end.output, contentOf("parts.csv"), {}, json::parse(contentOf("report.json").toStdString())};
