@@ -46,14 +46,12 @@ std::map<std::string, json> nodesByName(const json& document)
     return nodes;
 }
 
-/// The kinds of primitives below `node`: 1 for lines, 4 for triangles.
-std::set<int> modesBelow(const json& document, const json& node)
+/// The kinds of primitives of the mesh of `node`: 1 for lines, 4 for triangles.
+std::set<int> modesOf(const json& document, const json& node)
 {
     std::set<int> modes;
-    for (const json& child : node["children"])
-        for (const json& primitive :
-             document["meshes"][document["nodes"][child.get<int>()]["mesh"].get<int>()]["primitives"])
-            modes.insert(primitive.value("mode", 4));
+    for (const json& primitive : document["meshes"][node["mesh"].get<int>()]["primitives"])
+        modes.insert(primitive.value("mode", 4));
     return modes;
 }
 
@@ -266,7 +264,7 @@ TEST_F(SavedViewsTest, GlbHasTheViewsTheirCamerasAndWhatTheyShow)
               json::parse(R"({"Dimensions": false, "Thickness and datum": true})"));
     EXPECT_EQ(nodes.at("Hole")["extras"]["variants"],
               json::parse(R"({"Dimensions": true, "Thickness and datum": false})"));
-    EXPECT_THAT(modesBelow(document, nodes.at("Hole")), ElementsAre(1, 4));
+    EXPECT_THAT(modesOf(document, nodes.at("Hole")), ElementsAre(1, 4));
 }
 
 } // namespace
