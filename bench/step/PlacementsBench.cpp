@@ -32,7 +32,8 @@ double transferSeconds(const std::string& path, int occurrences)
     if (reader.ReadFile(path.c_str()) != IFSelect_RetDone)
         std::abort();
     return secondsOf([&] {
-        if (ptx::step::placements::placeOccurrences(reader, {}) != static_cast<std::size_t>(occurrences))
+        if (ptx::step::placements::placeOccurrences(reader, {}, [](const TopoDS_Shape&) {}) !=
+            static_cast<std::size_t>(occurrences))
             std::abort();
         reader.TransferRoots();
     });

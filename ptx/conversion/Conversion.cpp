@@ -133,7 +133,7 @@ private:
 
     std::vector<std::string> nextAttempt() const
     {
-        if (m_line.arguments.empty() || m_line.attempt == core::Rescue::MostAttempts)
+        if (m_line.arguments.empty() || m_rescue.isLastAttempt())
             return {};
         const std::chrono::nanoseconds begun = m_log.start().time_since_epoch();
         return core::commandOfAttempt(m_line.attempt + 1, begun.count(), m_line.arguments);

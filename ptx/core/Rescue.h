@@ -46,6 +46,14 @@ public:
 
     Mark workOnPart(std::size_t part) { return Mark(*this, FirstPart + part); }
     Mark translate() { return Mark(*this, Translation); }
+    /// For healing parts before they have numbers. Several threads may be at it; marks of theirs begin and end one at a
+    /// time, which is for the caller to see to.
+    Mark workAhead() { return Mark(*this, Ahead); }
+
+    /// Not after a crash: nobody can tell which parts to leave out.
+    bool mayWorkAhead() const { return m_attempt == 0; }
+    /// Whether this is the last attempt. One that crashed at work ahead cost nothing but time, and does not count.
+    bool isLastAttempt() const { return m_attempt == MostAttempts + (m_hasCrashedAhead ? 1 : 0); }
 
     /// How many attempts crashed while the file's entities became shapes.
     int translationCrashes() const { return m_translationCrashes; }
@@ -61,15 +69,20 @@ private:
     // Places in the file.
     static constexpr std::size_t Crashes = 0; ///< a digit: how often the translation crashed
     static constexpr std::size_t Translation = 1;
-    static constexpr std::size_t FirstPart = 2;
+    static constexpr std::size_t Ahead = 2;
+    static constexpr std::size_t FirstPart = 3;
 
     std::string lettersAfterCrash();
+    void blame(std::string& letters, char blamed);
 
     std::string m_path;
+    int m_attempt;
+    bool m_hasCrashedAhead = false;
     std::set<std::size_t> m_lostParts;
     int m_translationCrashes = 0;
     std::optional<PartMarks> m_marks;
     std::atomic<int> m_atWork{0};
+    std::atomic<int> m_ahead{0}; ///< of those
 };
 
 } // namespace ptx::core

@@ -2,8 +2,10 @@
 
 #include "protocol/Options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <thread>
 
 namespace ptx::core
 {
@@ -102,6 +104,12 @@ std::optional<std::string> Settings::assign(std::string_view assignment)
         return rangeText(*row, value);
     m_values[static_cast<std::size_t>(row - Rows.data())] = value;
     return std::nullopt;
+}
+
+unsigned threadCount(const Settings& settings)
+{
+    const auto wanted = static_cast<unsigned>(settings.number(Setting::Threads));
+    return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
 }
 
 std::string settingsHelp()

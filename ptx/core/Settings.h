@@ -66,6 +66,9 @@ private:
     std::array<double, static_cast<std::size_t>(Setting::Count)> m_values{};
 };
 
+/// How many threads a conversion with `settings` works on: one for each core where they leave it open.
+unsigned threadCount(const Settings& settings);
+
 /// The text of --help-settings: one block for each setting.
 std::string settingsHelp();
 

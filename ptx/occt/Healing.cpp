@@ -17,18 +17,9 @@ namespace
 // Gaps of files in the wild reach this far; beyond it an edge no longer lies on its face.
 constexpr double LargestTolerance = 1.0;
 
-decltype(occt::meshing::ShapeBody::marks) followed(const occt::meshing::ShapeBody& body, ShapeBuild_ReShape& changes)
-{
-    decltype(body.marks) result;
-    for (decltype(body.marks)::Iterator it(body.marks); it.More(); it.Next())
-        for (TopExp_Explorer item(changes.Apply(it.Key()), it.Key().ShapeType()); item.More(); item.Next())
-            result.Bind(item.Current(), it.Value());
-    return result;
-}
-
 } // namespace
 
-void heal(occt::meshing::ShapeBody& body, bool inParallel)
+Handle(ShapeBuild_ReShape) healShape(occt::meshing::ShapeBody& body, bool inParallel)
 {
     addMissingPcurves(body.shape, body.precision, inParallel);
     ShapeFix_Shape fixer(body.shape);
@@ -37,9 +28,24 @@ void heal(occt::meshing::ShapeBody& body, bool inParallel)
     fixer.SetMaxTolerance(LargestTolerance);
     const TopoDS_Shape healed = healUnoriented(fixer, body);
     if (healed.IsNull())
-        return;
-    body.marks = followed(body, *fixer.Context());
+        return nullptr;
     body.shape = healed;
+    return fixer.Context();
+}
+
+void followMarks(occt::meshing::ShapeBody& body, ShapeBuild_ReShape& changes)
+{
+    decltype(body.marks) result;
+    for (decltype(body.marks)::Iterator it(body.marks); it.More(); it.Next())
+        for (TopExp_Explorer item(changes.Apply(it.Key()), it.Key().ShapeType()); item.More(); item.Next())
+            result.Bind(item.Current(), it.Value());
+    body.marks = result;
+}
+
+void heal(occt::meshing::ShapeBody& body, bool inParallel)
+{
+    if (const Handle(ShapeBuild_ReShape) changes = healShape(body, inParallel); !changes.IsNull())
+        followMarks(body, *changes);
 }
 
 } // namespace ptx::occt

@@ -19,14 +19,12 @@ namespace
 class PartMesher
 {
 public:
-    PartMesher(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job)
-        : m_shapes(std::move(shapes)), m_job(job), m_plan(planWork(m_shapes)), m_bodies(m_shapes.size())
+    PartMesher(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job, HealingAhead* ahead)
+        : m_shapes(std::move(shapes)), m_job(job), m_ahead(ahead), m_plan(planWork(m_shapes)),
+          m_bodies(m_shapes.size()), m_threads(core::threadCount(job.settings))
     {
         for (const WorkGroup& group : m_plan)
             m_allFaces += group.faces;
-        m_threads = static_cast<unsigned>(job.settings.number(core::Setting::Threads));
-        if (m_threads == 0)
-            m_threads = std::max(1u, std::thread::hardware_concurrency());
     }
 
     void stitch()
@@ -36,7 +34,7 @@ public:
         const double limit = m_job.settings.number(core::Setting::StitchTime);
         forEachPart([&](std::size_t part, const WorkGroup& group) {
             const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
-            healPart(m_shapes[part], m_job, mayShare(group));
+            healPart(m_shapes[part], m_job, mayShare(group), m_ahead);
             stitchPart(m_shapes[part], m_job, limit == 0 ? 0 : std::max(0.001, limit - passed.count()));
         });
         m_isHealed = true;
@@ -48,7 +46,7 @@ public:
         forEachPart([this](std::size_t part, const WorkGroup& group) {
             occt::meshing::ShapeBody shape = std::move(m_shapes[part]);
             if (!m_isHealed)
-                healPart(shape, m_job, mayShare(group));
+                healPart(shape, m_job, mayShare(group), m_ahead);
             take(part, meshPart(shape, m_job, budgetFor(group)));
         });
         tellCounts();
@@ -132,9 +130,10 @@ private:
 
     std::vector<occt::meshing::ShapeBody> m_shapes;
     const model::Job& m_job;
+    HealingAhead* m_ahead;
     std::vector<WorkGroup> m_plan;
     std::vector<model::Body> m_bodies;
-    unsigned m_threads = 1;
+    unsigned m_threads;
     std::size_t m_allFaces = 0;
     bool m_isHealed = false;
     std::atomic<std::size_t> m_next{0};
@@ -149,9 +148,9 @@ private:
 } // namespace
 
 core::Outcome<std::vector<model::Body>> meshParts(std::vector<occt::meshing::ShapeBody> shapes, const model::Job& job,
-                                                  Loose loose)
+                                                  Loose loose, HealingAhead* ahead)
 {
-    PartMesher mesher(std::move(shapes), job);
+    PartMesher mesher(std::move(shapes), job, ahead);
     if (loose == Loose::Stitch)
         mesher.stitch();
     return mesher.mesh();

@@ -3,6 +3,7 @@
 #include "ptx/model/EdgeSplitter.h"
 #include "ptx/occt/ExactMeasures.h"
 #include "ptx/occt/Healing.h"
+#include "ptx/occt/HealingAhead.h"
 #include "ptx/occt/MeshExtraction.h"
 #include "ptx/occt/OcctGuard.h"
 #include "ptx/occt/SolidOrientation.h"
@@ -73,12 +74,14 @@ void splitPieces(PartResult& result, const occt::meshing::ShapeBody& part, const
 
 } // namespace
 
-void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel)
+void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel, HealingAhead* ahead)
 {
     if (!job.settings.isOn(core::Setting::Heal))
         return;
-    if (const core::Trouble trouble =
-            guarded("healing", [&]() -> core::Trouble { return heal(part, inParallel), std::nullopt; }))
+    core::Trouble trouble;
+    if (!ahead || !ahead->take(part, trouble))
+        trouble = guarded("healing", [&]() -> core::Trouble { return heal(part, inParallel), std::nullopt; });
+    if (trouble)
         warn(job, part, trouble->message);
 }
 

@@ -9,6 +9,8 @@
 namespace ptx::occt
 {
 
+class HealingAhead;
+
 /// What came out of one part.
 struct PartResult {
     model::Body body;
@@ -23,9 +25,9 @@ struct PartBudget {
     double mostTriangles = 0; ///< 0: no limit
 };
 
-/// Repairs `part` if the settings ask for it, on several threads if `inParallel`. What OCCT fails on becomes a
-/// warning.
-void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel);
+/// Repairs `part` if the settings ask for it, on several threads if `inParallel`, unless `ahead` (which may be null) has
+/// done so. What OCCT fails on becomes a warning.
+void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel, HealingAhead* ahead);
 
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).
 void stitchPart(occt::meshing::ShapeBody& part, const model::Job& job, double seconds);

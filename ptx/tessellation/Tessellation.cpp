@@ -107,8 +107,7 @@ private:
         const core::PartMarks marks(m_options.output + protocol::PartMarksSuffix,
                                     std::string(m_parts.size(), protocol::partmark::Waits));
         const std::vector<std::size_t> order = workOrder();
-        const auto wanted = static_cast<unsigned>(m_options.settings.number(core::Setting::Threads));
-        const unsigned threads = wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
+        const unsigned threads = core::threadCount(m_options.settings);
         std::atomic<std::size_t> next{0};
         const auto takeParts = [&] {
             for (std::size_t i = next++; i < order.size(); i = next++)

@@ -5,7 +5,6 @@
 #include "ptx/readers/jt/graph/NodeFacts.h"
 
 #include <filesystem>
-#include <thread>
 #include <unordered_set>
 
 namespace ptx::jt
@@ -35,20 +34,14 @@ bool isAlternative(graph::ElementKind kind)
     return kind == graph::ElementKind::Lod || kind == graph::ElementKind::Switch;
 }
 
-unsigned threadsOf(const model::Job& job)
-{
-    const auto wanted = static_cast<unsigned>(job.settings.number(core::Setting::Threads));
-    return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
-}
-
 class StructureBuilder
 {
 public:
     StructureBuilder(const JtFile& file, double unit, const model::Job& job)
         : m_file(file), m_graph(file.graph), m_unit(unit), m_job(job),
           m_mostOccurrences(job.settings.number(core::Setting::NodeLimit)),
-          m_bodies({file, unit, static_cast<int>(job.settings.number(core::Setting::MeshLevel)), threadsOf(job),
-                    m_model.appearances, job.progress, job.log})
+          m_bodies({file, unit, static_cast<int>(job.settings.number(core::Setting::MeshLevel)),
+                    core::threadCount(job.settings), m_model.appearances, job.progress, job.log})
     {
         findStructure();
         findNames();

@@ -59,7 +59,10 @@ std::vector<model::Reference> referencesFrom(const std::vector<model::Product>& 
 class Inliner
 {
 public:
-    Inliner(StepContent& content, const model::Job& job) : m_content(content), m_job(job) {}
+    Inliner(StepContent& content, const model::Job& job, occt::HealingAhead& ahead)
+        : m_content(content), m_job(job), m_ahead(ahead)
+    {
+    }
 
     void run()
     {
@@ -122,7 +125,7 @@ private:
         m_job.limits.addInput(bytes);
         const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log, m_job.rescue};
         m_job.log.info("part file " + file);
-        core::Outcome<StepContent> part = readStepFile(job, true);
+        core::Outcome<StepContent> part = readStepFile(job, true, m_ahead);
         if (!part)
             return part.failure().message;
         const std::size_t firstProduct = m_content.model.products.size();
@@ -146,6 +149,7 @@ private:
 
     StepContent& m_content;
     const model::Job& m_job;
+    occt::HealingAhead& m_ahead;
     readers::PartFileFinder m_finder;
     std::vector<File> m_open;
     std::size_t m_known = 0; ///< references so far; files that come in bring more
@@ -175,11 +179,11 @@ void keepReferences(occt::DocumentContent& content, const model::Job& job)
     job.log.info(std::to_string(content.model.references.size()) + " products in other files");
 }
 
-void inlineParts(StepContent& content, const model::Job& job)
+void inlineParts(StepContent& content, const model::Job& job, occt::HealingAhead& ahead)
 {
     const auto refers = [](const model::Product& product) { return !product.externalNames.empty(); };
     if (std::any_of(content.model.products.begin(), content.model.products.end(), refers))
-        Inliner(content, job).run();
+        Inliner(content, job, ahead).run();
 }
 
 } // namespace ptx::step

@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <istream>
 #include <string_view>
-#include <thread>
 
 namespace ptx::step
 {
@@ -30,12 +29,6 @@ constexpr std::size_t MostComplaints = 20;
 constexpr double ScanShare = 0.1;
 constexpr double TablesShare = 0.45;
 constexpr double ParserShare = 0.7;
-
-unsigned threadsOf(const core::Settings& settings)
-{
-    const auto wanted = static_cast<unsigned>(settings.number(core::Setting::Threads));
-    return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
-}
 
 std::vector<std::string> complaintsOf(std::string_view text, const p21::Records& records, const p21::EntityIndex& index)
 {
@@ -88,7 +81,7 @@ Standard_Integer RecordLibrary::ReadFile(Standard_CString name, Handle(Interface
     m_losses.clear();
     if (file.text().empty())
         return -1;
-    const p21::Records records = p21::scan(file.text(), threadsOf(m_job.settings));
+    const p21::Records records = p21::scan(file.text(), core::threadCount(m_job.settings));
     m_job.progress.report(ScanShare);
     const p21::EntityIndex index(records);
     if (m_job.settings.isOn(core::Setting::Pmi))

@@ -72,12 +72,12 @@ public:
     StepFile(const StepFile&) = delete;
     StepFile& operator=(const StepFile&) = delete;
 
-    /// Text to shapes. @return why that is impossible
-    core::Trouble load()
+    /// Text to shapes, which are healed `ahead`. @return why that is impossible
+    core::Trouble load(occt::HealingAhead& ahead)
     {
         core::Trouble trouble = occt::guarded("reading the STEP text", [&] { return read(); });
         if (!trouble)
-            trouble = occt::guarded("translating the STEP entities", [&] { return transfer(); });
+            trouble = occt::guarded("translating the STEP entities", [&] { return transfer(ahead); });
         return trouble;
     }
 
@@ -170,13 +170,14 @@ private:
         return m_job.rescue.translationCrashes() > 1 ? damage::Blame::Items : damage::Blame::Faces;
     }
 
-    core::Trouble transfer()
+    core::Trouble transfer(occt::HealingAhead& ahead)
     {
         begin(core::Stage::Convert);
         const core::Rescue::Mark mark = m_job.rescue.translate();
         Handle(occt::OcctProgress) progress = new occt::OcctProgress(m_job.progress);
         Message_ProgressScope scope(progress->Start(), nullptr, 2);
-        placements::placeOccurrences(m_reader.ChangeReader(), scope.Next());
+        placements::placeOccurrences(m_reader.ChangeReader(), scope.Next(),
+                                     [&](const TopoDS_Shape& shape) { ahead.add(shape); });
         m_isTransferred = m_reader.Transfer(m_document, scope.Next());
         if (!m_isAgain)
             warnOfUntranslatedEntities(m_reader, m_job.log);
@@ -293,19 +294,21 @@ private:
 } // namespace
 
 // Faces that fail for themselves are found by the first reading; the second may find shapes that need them.
-core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart)
+core::Outcome<StepContent> readStepFile(const model::Job& job, bool isPart, occt::HealingAhead& ahead)
 {
     constexpr int MostReadings = 3;
     std::vector<damage::Fault> known;
     if (job.rescue.translationCrashes() > 0)
         known = StepFile(job, isPart, {}).crashingEntities();
+    const std::size_t before = ahead.count();
     for (int reading = 1;; ++reading) {
         StepFile file(job, isPart, known);
-        if (core::Trouble trouble = file.load())
+        if (core::Trouble trouble = file.load(ahead))
             return *trouble;
         const std::vector<damage::Fault> failed = file.failedShapes();
         if (failed.empty() || reading == MostReadings)
             return file.content();
+        ahead.dropSince(before);
         known.insert(known.end(), failed.begin(), failed.end());
         job.log.info("reading again without " + std::to_string(failed.size()) + " entities that cannot be translated");
     }

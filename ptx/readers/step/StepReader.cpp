@@ -19,13 +19,13 @@ namespace
 {
 
 // What OCCT's reader needs goes before the meshing starts.
-core::Outcome<StepContent> readWithParts(const model::Job& job)
+core::Outcome<StepContent> readWithParts(const model::Job& job, occt::HealingAhead& ahead)
 {
-    core::Outcome<StepContent> content = readStepFile(job, false);
+    core::Outcome<StepContent> content = readStepFile(job, false, ahead);
     if (!content)
         return content;
     if (!job.externalParts)
-        inlineParts(content.value(), job);
+        inlineParts(content.value(), job, ahead);
     else
         keepReferences(content.value(), job);
     return content;
@@ -70,7 +70,8 @@ void addViews(model::Model& model, const std::vector<SavedView>& views, const st
 core::Outcome<model::Model> read(const model::Job& job)
 {
     occt::setUpOcct();
-    core::Outcome<StepContent> content = readWithParts(job);
+    occt::HealingAhead ahead(job);
+    core::Outcome<StepContent> content = readWithParts(job, ahead);
     if (!content)
         return content.failure();
     model::Model& model = content.value().model;
@@ -78,7 +79,8 @@ core::Outcome<model::Model> read(const model::Job& job)
         return *trouble;
     if (isEmpty(content.value()) && model.references.empty())
         return nothingToImport("it holds no solids, surfaces, curves or annotations");
-    core::Outcome<std::vector<model::Body>> bodies = occt::meshParts(std::move(content.value().shapes), job);
+    core::Outcome<std::vector<model::Body>> bodies =
+        occt::meshParts(std::move(content.value().shapes), job, occt::Loose::Keep, &ahead);
     if (!bodies)
         return bodies.failure();
     model.bodies = std::move(bodies.value());

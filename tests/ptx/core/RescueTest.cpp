@@ -34,6 +34,8 @@ protected:
         m_content.close();
     }
 
+    QByteArray marks() const { return m_marks; }
+
 private:
     QTemporaryDir m_folder;
     QFile m_content;
@@ -100,6 +102,74 @@ TEST_F(RescueTest, LossesAddUp)
     }
     putMarksBack();
     EXPECT_EQ(Rescue(path(), 3).translationCrashes(), 2);
+}
+
+TEST_F(RescueTest, WorkAheadThatCrashedTakesTheBlameAlone)
+{
+    {
+        Rescue first(path(), 0);
+        EXPECT_TRUE(first.mayWorkAhead());
+        const Rescue::Mark translation = first.translate();
+        std::thread([&] {
+            const Rescue::Mark ahead = first.workAhead();
+            std::thread([&] { EXPECT_TRUE(first.noteCrash()); }).join();
+            keepMarks();
+        }).join();
+    }
+    putMarksBack();
+    const Rescue second(path(), 1);
+    EXPECT_EQ(second.translationCrashes(), 0);
+    EXPECT_THAT(second.lostParts(), IsEmpty());
+    EXPECT_FALSE(second.mayWorkAhead());
+}
+
+TEST_F(RescueTest, WorkAheadIsNotToBlameForACrashOfTheTranslation)
+{
+    {
+        Rescue first(path(), 0);
+        const Rescue::Mark translation = first.translate();
+        std::thread([&] {
+            const Rescue::Mark ahead = first.workAhead();
+            keepMarks();
+        }).join();
+        EXPECT_TRUE(first.noteCrash());
+        keepMarks();
+    }
+    putMarksBack();
+    EXPECT_EQ(Rescue(path(), 1).translationCrashes(), 1);
+}
+
+TEST_F(RescueTest, WorkAheadIsOverWithTheLastThreadOfIt)
+{
+    Rescue first(path(), 0);
+    std::thread([&] {
+        const Rescue::Mark ahead = first.workAhead();
+        std::thread([&] { const Rescue::Mark other = first.workAhead(); }).join();
+        keepMarks();
+    }).join();
+    const QByteArray during = marks();
+    keepMarks();
+    EXPECT_NE(during, marks());
+}
+
+TEST_F(RescueTest, ACrashAheadIsNoAttemptLess)
+{
+    for (const bool isAhead : {false, true}) {
+        {
+            Rescue first(path(), 0);
+            const Rescue::Mark own = isAhead ? first.workAhead() : first.workOnPart(0);
+            first.noteCrash();
+            keepMarks();
+        }
+        for (int attempt = 1; attempt <= Rescue::MostAttempts + 1; ++attempt) {
+            putMarksBack();
+            Rescue next(path(), attempt);
+            EXPECT_EQ(next.isLastAttempt(), attempt == Rescue::MostAttempts + (isAhead ? 1 : 0)) << attempt;
+            const Rescue::Mark own = next.workOnPart(static_cast<std::size_t>(attempt));
+            next.noteCrash();
+            keepMarks();
+        }
+    }
 }
 
 TEST_F(RescueTest, WithNothingAtWorkNothingIsToBeLeftOut)

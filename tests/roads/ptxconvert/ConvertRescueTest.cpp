@@ -150,6 +150,18 @@ TEST_F(ConvertRescue, ThreePartsOneAfterTheOtherAreMissing)
     EXPECT_THAT(geometries(run.scene()), SizeIs(2));
 }
 
+// The first of them may crash while others are still being translated, when it has no number yet.
+TEST_F(ConvertRescue, PartsThatCrashTheHealingAreMissing)
+{
+    breakKernel("healed=12 healed=18 healed=24");
+    for (const char* threads : {"threads=1", "threads=2"}) {
+        ASSERT_EQ(convert("in.stp", boxesText(5), {"--set", threads}), 0) << run.log();
+        for (const char* lost : {"place 2", "place 3", "place 4"})
+            EXPECT_THAT(missingAt(lost), SizeIs(1)) << lost;
+        EXPECT_THAT(geometries(run.scene()), SizeIs(2));
+    }
+}
+
 TEST_F(ConvertRescue, TheFourthCrashEndsTheConversion)
 {
     breakKernel("faces=12 faces=18 faces=24 faces=30");

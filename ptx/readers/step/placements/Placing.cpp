@@ -29,8 +29,9 @@ namespace
 class Placing
 {
 public:
-    explicit Placing(STEPControl_Reader& reader)
-        : m_reader(reader), m_index(*reader.WS()->Model()), m_transfer(reader.WS()->TransferReader())
+    Placing(STEPControl_Reader& reader, const std::function<void(const TopoDS_Shape&)>& translated)
+        : m_reader(reader), m_translated(translated), m_index(*reader.WS()->Model()),
+          m_transfer(reader.WS()->TransferReader())
     {
     }
 
@@ -72,8 +73,8 @@ private:
             const auto& usages = m_index.usagesIn(product.get());
             if (path.back().next == usages.size()) {
                 path.pop_back();
-                if (!path.empty())
-                    translate(product, scope.Next());
+                if (!path.empty() || usages.empty())
+                    translate(product, usages.empty(), scope.Next());
                 m_states[product.get()] = State::Done;
                 continue;
             }
@@ -89,7 +90,7 @@ private:
         }
     }
 
-    void translate(const Product& product, const Message_ProgressRange& range)
+    void translate(const Product& product, bool isPart, const Message_ProgressRange& range)
     {
         // What throws here throws for another time where OCCT takes note of it.
         try {
@@ -97,6 +98,8 @@ private:
         } catch (const Standard_Failure&) {
             return;
         }
+        if (isPart)
+            m_translated(TransferBRep::ShapeResult(m_process, product));
     }
 
     void place(const AssemblyIndex::Usage& usage, const Product& part)
@@ -126,6 +129,7 @@ private:
     }
 
     STEPControl_Reader& m_reader;
+    const std::function<void(const TopoDS_Shape&)>& m_translated;
     AssemblyIndex m_index;
     Handle(XSControl_TransferReader) m_transfer;
     Handle(Transfer_TransientProcess) m_process;
@@ -136,9 +140,10 @@ private:
 
 } // namespace
 
-std::size_t placeOccurrences(STEPControl_Reader& reader, const Message_ProgressRange& progress)
+std::size_t placeOccurrences(STEPControl_Reader& reader, const Message_ProgressRange& progress,
+                             const std::function<void(const TopoDS_Shape&)>& translated)
 {
-    return Placing(reader).run(progress);
+    return Placing(reader, translated).run(progress);
 }
 
 } // namespace ptx::step::placements

@@ -1,12 +1,13 @@
 // Stands before functions of the CAD kernel, and crashes where the environment variable PTX_KERNEL_FAULTS says so.
 //
-// It holds words with blanks between them: "faces=12" crashes the meshing of every shape with twelve faces, "face=NAME"
-// the translation of STEP faces of this name, "color=2" that of IGES entities of this colour, "reading" the reading of
-// any text.
+// It holds words with blanks between them: "faces=12" crashes the meshing of every shape with twelve faces, "healed=12"
+// its healing, "face=NAME" the translation of STEP faces of this name, "color=2" that of IGES entities of this colour,
+// "reading" the reading of any text.
 
 #include <BRepTools.hxx>
 #include <IGESData_IGESEntity.hxx>
 #include <IGESToBRep_Actor.hxx>
+#include <ShapeFix_Shape.hxx>
 #include <StepShape_FaceSurface.hxx>
 #include <StepToTopoDS_NMTool.hxx>
 #include <StepToTopoDS_Tool.hxx>
@@ -41,14 +42,25 @@ Function* behind(const char* symbol)
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, symbol));
 }
 
-} // namespace
-
-void BRepTools::Clean(const TopoDS_Shape& shape, const bool force)
+std::string faceCount(const TopoDS_Shape& shape)
 {
     int faces = 0;
     for (TopExp_Explorer face(shape, TopAbs_FACE); face.More(); face.Next())
         ++faces;
-    crashIfAsked("faces=" + std::to_string(faces));
+    return std::to_string(faces);
+}
+
+} // namespace
+
+void ShapeFix_Shape::Init(const TopoDS_Shape& shape)
+{
+    crashIfAsked("healed=" + faceCount(shape));
+    behind<void(ShapeFix_Shape*, const TopoDS_Shape&)>("_ZN14ShapeFix_Shape4InitERK12TopoDS_Shape")(this, shape);
+}
+
+void BRepTools::Clean(const TopoDS_Shape& shape, const bool force)
+{
+    crashIfAsked("faces=" + faceCount(shape));
     behind<void(const TopoDS_Shape&, bool)>("_ZN9BRepTools5CleanERK12TopoDS_Shapeb")(shape, force);
 }
 

@@ -12,6 +12,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <random>
 
 using namespace ptx::step::placements;
@@ -26,6 +27,7 @@ struct Places {
     std::vector<std::vector<double>> ofUsages;
     std::vector<double> box;
     std::size_t placed = 0;
+    std::vector<std::vector<double>> partBoxes; ///< of what was told to be translated, in that order
     friend bool operator==(const Places& a, const Places& b) { return a.ofUsages == b.ofUsages && a.box == b.box; }
 };
 
@@ -55,7 +57,8 @@ Places transferred(const std::string& text, bool isPlacedFirst)
     readText(reader, text);
     Places places;
     if (isPlacedFirst)
-        places.placed = placeOccurrences(reader, {});
+        places.placed =
+            placeOccurrences(reader, {}, [&](const TopoDS_Shape& part) { places.partBoxes.push_back(boxOf(part)); });
     reader.TransferRoots();
     for (const auto& usage : usagesOf(reader)) {
         const TopoDS_Shape shape = TransferBRep::ShapeResult(reader.WS()->TransferReader()->TransientProcess(), usage);
@@ -126,6 +129,23 @@ TEST(Placing, PlacesEveryPlainOccurrenceBelowTheTop)
 {
     EXPECT_EQ(transferred(chain(30), true).placed, 30U);
     EXPECT_EQ(transferred(chain(30), true), transferred(chain(30), false));
+}
+
+TEST(Placing, TellsOfEachProductWithoutComponentsOnce)
+{
+    StepText step;
+    const StepProduct all = step.product("all");
+    std::vector<StepProduct> parts;
+    for (int size = 1; size <= 2; ++size)
+        step.box(parts.emplace_back(step.product("part" + std::to_string(size))), {}, {1.0 * size, 1, 1});
+    for (const int part : {0, 1, 0})
+        step.place(all, parts[static_cast<std::size_t>(part)], "in", {10, 0, 0});
+    StepProduct alone = step.product("alone");
+    step.box(alone, {}, {3, 1, 1});
+    std::vector<int> lengths;
+    for (const std::vector<double>& box : transferred(step.text(), true).partBoxes)
+        lengths.push_back(static_cast<int>(std::lround(box.at(3) - box.at(0))));
+    EXPECT_THAT(lengths, testing::ElementsAre(1, 2, 3));
 }
 
 TEST(Placing, LeavesOddPlacesToTheReader)
