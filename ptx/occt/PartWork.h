@@ -25,8 +25,8 @@ struct PartBudget {
     double mostTriangles = 0; ///< 0: no limit
 };
 
-/// Repairs `part` if the settings ask for it, on several threads if `inParallel`, unless `ahead` (which may be null) has
-/// done so. What OCCT fails on becomes a warning.
+/// Repairs `part` if the settings ask for it, on several threads if `inParallel`, unless `ahead` (which may be null)
+/// has done so. What OCCT fails on becomes a warning.
 void healPart(occt::meshing::ShapeBody& part, const model::Job& job, bool inParallel, HealingAhead* ahead);
 
 /// Sews the faces of `part` if it has free edges, for `seconds` at most (0: no limit).
