@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 namespace ptxtest
 {
@@ -114,6 +115,9 @@ ReadModel contentOf(STEPControl_Reader& reader)
     ReadModel result;
     const auto model = Handle(StepData_StepModel)::DownCast(reader.WS()->Model());
     result.isRead = true;
+    const Handle(Interface_Check) check = model->GlobalCheck();
+    for (int i = 1; !check.IsNull() && i <= check->NbFails(); ++i)
+        result.complaints += std::string_view(check->CFail(i)).starts_with("Undefined Parsing") ? 1 : 0;
     for (int i = 1; i <= model->NbEntities(); ++i) {
         result.numbers.push_back(model->IdentLabel(model->Value(i)));
         const auto undefined = Handle(StepData_UndefinedEntity)::DownCast(model->Value(i));

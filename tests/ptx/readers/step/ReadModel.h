@@ -21,6 +21,7 @@ struct ReadModel {
     std::string text;                 ///< all entities as OCCT writes them, in their order
     std::vector<int> numbers;         ///< of the entities in the text that was read
     std::vector<std::string> reports; ///< what OCCT says of entities, each with the number of its entity
+    int complaints = 0;               ///< of the parser about the text
     int longLists = 0;                ///< of more than a thousand parameters, in entities that OCCT does not know
     std::vector<std::string> losses;  ///< what our records lack
 };

@@ -3,10 +3,9 @@
 #include "ptx/readers/step/p21/Scan.h"
 
 #include "tests/ptx/readers/step/p21/RecordText.h"
+#include "tests/support/TextMutations.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 using namespace ptx::step::p21;
 using namespace ptxtest;
@@ -15,13 +14,6 @@ namespace
 {
 
 constexpr std::uint64_t SmallShare = 256;
-
-using Random = std::mt19937;
-
-std::size_t pick(Random& random, std::size_t count)
-{
-    return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
-}
 
 /// A record of one of several kinds, with what looks like the start of another in strings and comments.
 std::string record(Random& random, int number)
@@ -51,25 +43,6 @@ std::string madeText(Random& random, std::size_t size)
     for (int number = 1; text.size() < size; ++number)
         text += record(random, number);
     return fileWith(text);
-}
-
-/// Cuts, doubles or exchanges a few places of the text.
-void mutate(Random& random, std::string& text)
-{
-    constexpr std::string_view Letters = "#=();,'*/.$\n AE1\"&";
-    for (std::size_t count = 1 + pick(random, 8); count > 0; --count) {
-        const std::size_t at = pick(random, text.size());
-        switch (pick(random, 3)) {
-        case 0:
-            text[at] = Letters[pick(random, Letters.size())];
-            break;
-        case 1:
-            text.erase(at, 1 + pick(random, 40));
-            break;
-        default:
-            text.insert(at, text.substr(pick(random, text.size()), pick(random, 40)));
-        }
-    }
 }
 
 void expectSameOnAnyNumberOfThreads(const std::string& text)
