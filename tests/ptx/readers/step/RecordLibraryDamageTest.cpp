@@ -111,20 +111,20 @@ void tell(const Table& table)
 
 } // namespace
 
-TEST(MutatedTexts, OfAMadeFileLoseNothingThatTheParserReads)
+TEST(RecordLibraryDamage, OfAMadeFileLoseNothingThatTheParserReads)
 {
     StepText text;
     StepProduct part = text.product("part");
     text.box(part, {1, 2, 3}, {5, 7, 9});
     text.color(part.solid, {0.25, 0.5, 0.75});
     Table table{};
-    readMutated(text.text(), 40, "box", table);
+    readMutated(text.text(), 100, "box", table);
     tell(table);
     EXPECT_GT(table[Same], 0);
     EXPECT_GT(table[OursGoOn] + table[OursHaveMore], 0);
 }
 
-TEST(MutatedTexts, OfTheCorpusLoseNothingThatTheParserReads)
+TEST(RecordLibraryDamage, OfTheCorpusLoseNothingThatTheParserReads)
 {
     constexpr std::uintmax_t Largest = 100'000;
     const char* corpus = std::getenv("ZN_CORPUS");
