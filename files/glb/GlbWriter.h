@@ -23,9 +23,9 @@
 /// (true) or hide it. Cameras become cameras, each in a node below its own.
 ///
 /// Inactive nodes are left out with what hangs below them, but those that a variant shows or hides, which are marked by
-/// `KHR_node_visibility` and written as `WriteOptions::hidden` says. A reference whose content is not loaded becomes an empty
-/// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
-/// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
+/// `KHR_node_visibility` and written as `WriteOptions::hidden` says. A reference whose content is not loaded becomes an
+/// empty node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows
+/// only rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
 ///
 /// Attributes become `extras`: those of products stand once, in the list `extras.products` of the file, and
 /// `extras.product` of a node is the index of its product; those of an occurrence are `extras.attributes` of its node,

@@ -16,9 +16,9 @@ QStringList names();
 /// Whether the client, or "chromium" with the package three, is on this machine.
 bool isInstalled(const QString& client);
 
-/// What the client has of the GLB file: "objects", "meshObjects", "meshes", "triangles" as drawn, "materials", the "box" in
-/// the axes of the file and, of Blender, objects with "numbered" names. Null when it could not read it. Waits two
-/// minutes at most.
+/// What the client has of the GLB file: "objects", "meshObjects", "meshes", "triangles" as drawn, "materials", the
+/// "box" in the axes of the file and, of Blender, objects with "numbered" names. Null when it could not read it. Waits
+/// two minutes at most.
 nlohmann::json seen(const QString& client, const QString& file);
 
 /// Writes the file anew to `to`, by "gltf-transform" or "gltfpack". False when that failed.

@@ -12,7 +12,8 @@ if (tool === 'gltfpack') {
 } else {
     const { NodeIO } = await import('@gltf-transform/core');
     const { ALL_EXTENSIONS } = await import('@gltf-transform/extensions');
-    const { dedup, flatten, instance, join, palette, prune, resample, sparse, weld } = await import('@gltf-transform/functions');
+    const { dedup, flatten, instance, join, palette, prune, resample, sparse, weld } =
+        await import('@gltf-transform/functions');
     const io = new NodeIO().registerExtensions(ALL_EXTENSIONS);
     const document = await io.read(from);
     await document.transform(dedup(), instance({ min: 5 }), palette({ min: 5 }), flatten(), join(), weld(), resample(),
