@@ -32,9 +32,9 @@ public:
         return {geometry, above ? above : geometry->getMaterial()};
     }
 
-    /// The number of the mesh that is drawn by these, none if they draw nothing. Its vertices are `scale` times those of
-    /// the geometries. A new one is named after the first geometry that has a name, else as `fallback()` says. Throws
-    /// `files::Failure` when a mesh breaks the promises of `osg::Mesh`.
+    /// The number of the mesh that is drawn by these, none if they draw nothing. Its vertices are `scale` times those
+    /// of the geometries. A new one is named after the first geometry that has a name, else as `fallback()` says.
+    /// Throws `files::Failure` when a mesh breaks the promises of `osg::Mesh`.
     std::optional<std::size_t> number(const Bodies& bodies, double scale, const std::function<std::string()>& fallback);
 
     /// The name in the file of the material of `body`.
