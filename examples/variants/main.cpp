@@ -1,9 +1,12 @@
 // Imports a file, lists its variant sets, and switches to each in turn. A file without sets is given
-// one for each part of its top level, which hides that part.
+// one for each part of its top level, which hides that part. A second argument names a GLB file to write the scene to,
+// with its sets; index.html beside this file switches them in a browser.
+#include "files/glb/GlbWriter.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znVariants/znVariants.h"
 #include "importer/Importer.h"
+#include "standalone/loading/SceneExtras.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znVariants/VariantSets.h"
 
@@ -41,6 +44,20 @@ static int countActive(const osg::NodePtr& root)
     return nodes;
 }
 
+/// As the scene is at its first set, or as it came.
+static int write(zn::StandaloneSession& session, const QString& file, QTextStream& out)
+{
+    const QStringList names = zn::variantSetNames(session);
+    if (!names.isEmpty())
+        zn::applyVariantSet(session, names.first());
+    const zn::SceneWithExtras scene(session);
+    const files::Result<files::glb::Written> written = files::glb::write(scene.root(), file);
+    for (const files::Note& warning : written.warnings)
+        out << warning.toString() << '\n';
+    out << (written ? QStringLiteral("wrote %1 nodes").arg(written->nodes) : written.error().toString()) << '\n';
+    return written ? 0 : 1;
+}
+
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
@@ -59,6 +76,8 @@ int main(int argc, char** argv)
                 out << warning << '\n';
             out << name << ": " << countActive(session.sceneRoot()) << " nodes are shown\n";
         }
+        if (const QString file = QCoreApplication::arguments().value(2); result.node && !file.isEmpty())
+            exitCode = write(session, file, out);
         QCoreApplication::quit();
     });
     importer.import({QCoreApplication::arguments().value(1)});

@@ -29,9 +29,10 @@ float finite(float value)
     return std::isfinite(value) ? value : 0.0f;
 }
 
-Floats<3> finiteVector(const osg::Vec3f& v)
+Floats<3> finiteVector(const osg::Vec3f& v, double scale)
 {
-    return {finite(v.x), finite(v.y), finite(v.z)};
+    const auto scaled = [scale](float value) { return finite(static_cast<float>(value * scale)); };
+    return {scaled(v.x), scaled(v.y), scaled(v.z)};
 }
 
 /// What has no direction points up. What is a unit vector up to rounding stays as it is: rounded anew, it would be
@@ -66,12 +67,12 @@ Json accessorOf(const char* type, ComponentType componentType)
     return result;
 }
 
-void addBounds(Json& accessor, const osg::Buffer<osg::Vec3f>& positions)
+void addBounds(Json& accessor, const osg::Buffer<osg::Vec3f>& positions, double scale)
 {
-    Floats<3> least = finiteVector(positions[0]);
+    Floats<3> least = finiteVector(positions[0], scale);
     Floats<3> most = least;
     for (const osg::Vec3f& position : positions) {
-        const Floats<3> here = finiteVector(position);
+        const Floats<3> here = finiteVector(position, scale);
         for (std::size_t i = 0; i < 3; ++i) {
             least[i] = std::min(least[i], here[i]);
             most[i] = std::max(most[i], here[i]);
@@ -99,14 +100,14 @@ T littleEndian(T value)
 } // namespace
 
 template <class T>
-std::optional<std::size_t> GlbArrays::known(const osg::Buffer<T>& array, Use use) const
+std::optional<std::size_t> GlbArrays::known(const osg::Buffer<T>& array, Use use, double scale) const
 {
-    const auto found = m_known.find({array.data(), array.size(), use});
+    const auto found = m_known.find({array.data(), array.size(), use, scale});
     return found == m_known.end() ? std::nullopt : std::optional(found->second);
 }
 
 template <class T, class Element, class Convert>
-std::size_t GlbArrays::plan(const osg::Buffer<T>& array, Use use, Json accessor, const Convert& convert)
+std::size_t GlbArrays::plan(const osg::Buffer<T>& array, Use use, Json accessor, const Convert& convert, double scale)
 {
     const bool isIndex = use == Use::ShortIndices || use == Use::Indices;
     const std::uint64_t length = std::uint64_t(array.size()) * sizeof(Element);
@@ -126,17 +127,18 @@ std::size_t GlbArrays::plan(const osg::Buffer<T>& array, Use use, Json accessor,
              }
          }});
     const std::size_t result = m_accessors.add(accessor);
-    m_known[{array.data(), array.size(), use}] = result;
+    m_known[{array.data(), array.size(), use, scale}] = result;
     return result;
 }
 
-std::size_t GlbArrays::positions(const osg::Buffer<osg::Vec3f>& array)
+std::size_t GlbArrays::positions(const osg::Buffer<osg::Vec3f>& array, double scale)
 {
-    if (const auto accessor = known(array, Use::Positions))
+    if (const auto accessor = known(array, Use::Positions, scale))
         return *accessor;
     Json accessor = accessorOf("VEC3", Float);
-    addBounds(accessor, array);
-    return plan<osg::Vec3f, Floats<3>>(array, Use::Positions, std::move(accessor), finiteVector);
+    addBounds(accessor, array, scale);
+    const auto convert = [scale](const osg::Vec3f& position) { return finiteVector(position, scale); };
+    return plan<osg::Vec3f, Floats<3>>(array, Use::Positions, std::move(accessor), convert, scale);
 }
 
 std::size_t GlbArrays::normals(const osg::Buffer<osg::Vec3f>& array)

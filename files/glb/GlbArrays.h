@@ -17,8 +17,9 @@ namespace files::glb
 class GlbArrays
 {
 public:
-    /// The number of the accessor of an array. Asked again for the same array, it is the same.
-    std::size_t positions(const osg::Buffer<osg::Vec3f>& array);
+    /// The number of the accessor of an array. Asked again for the same array, it is the same; positions have one for
+    /// each scale that they are multiplied with.
+    std::size_t positions(const osg::Buffer<osg::Vec3f>& array, double scale = 1);
     std::size_t normals(const osg::Buffer<osg::Vec3f>& array);
     std::size_t texCoords(const osg::Buffer<osg::Vec2f>& array);
     std::size_t colors(const osg::Buffer<osg::Color4f>& array);
@@ -45,11 +46,11 @@ private:
 
     /// The accessor that `array` has in this use.
     template <class T>
-    std::optional<std::size_t> known(const osg::Buffer<T>& array, Use use) const;
+    std::optional<std::size_t> known(const osg::Buffer<T>& array, Use use, double scale = 1) const;
     template <class T, class Element, class Convert>
-    std::size_t plan(const osg::Buffer<T>& array, Use use, Json accessor, const Convert& convert);
+    std::size_t plan(const osg::Buffer<T>& array, Use use, Json accessor, const Convert& convert, double scale = 1);
 
-    std::map<std::tuple<const void*, std::size_t, Use>, std::size_t> m_known;
+    std::map<std::tuple<const void*, std::size_t, Use, double>, std::size_t> m_known;
     std::vector<Part> m_parts;
     JsonList m_accessors;
     JsonList m_views;

@@ -26,12 +26,19 @@ bool isAnnotations(const osg::NodePtr& node);
 class GlbFold
 {
 public:
-    /// `variants` must outlive this object. When it is not `isOn`, each node of the tree is one of the file.
-    GlbFold(const GlbVariants& variants, bool isOn) : m_variants(variants), m_isOn(isOn) {}
+    /// `variants` must outlive this object. When it is not `isOn`, each node of the tree is one of the file. Nodes that
+    /// are hidden at present are in the file when it is `withHidden`.
+    GlbFold(const GlbVariants& variants, bool isOn, bool withHidden)
+        : m_variants(variants), m_isOn(isOn), m_withHidden(withHidden)
+    {
+    }
 
     bool isOn() const { return m_isOn; }
     /// Whether a node is in the file, if its parent is: it is active, or shown in a variant.
-    bool isShown(const osg::NodePtr& node) const { return node->isActive() || m_variants.visibility(node); }
+    bool isShown(const osg::NodePtr& node) const
+    {
+        return node->isActive() || (m_withHidden && m_variants.visibility(node));
+    }
 
     /// Nodes, each the only one below the one before it, that become one node of the file.
     struct Chain {
@@ -75,6 +82,7 @@ private:
 
     const GlbVariants& m_variants;
     bool m_isOn;
+    bool m_withHidden;
 };
 
 } // namespace files::glb

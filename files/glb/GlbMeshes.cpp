@@ -91,19 +91,21 @@ osg::Buffer<osg::Color4f> darkened(const osg::Mesh& mesh)
 
 } // namespace
 
-std::optional<std::size_t> GlbMeshes::number(const Bodies& bodies, const std::function<std::string()>& fallback)
+std::optional<std::size_t> GlbMeshes::number(const Bodies& bodies, double scale,
+                                             const std::function<std::string()>& fallback)
 {
-    const auto [entry, isNew] = m_numbers.try_emplace(bodies);
+    const auto [entry, isNew] = m_numbers.try_emplace({bodies, scale});
     if (isNew)
-        entry->second = add(bodies, fallback);
+        entry->second = add(bodies, scale, fallback);
     return entry->second;
 }
 
-std::optional<std::size_t> GlbMeshes::add(const Bodies& bodies, const std::function<std::string()>& fallback)
+std::optional<std::size_t> GlbMeshes::add(const Bodies& bodies, double scale,
+                                          const std::function<std::string()>& fallback)
 {
     Json primitives;
     for (const Body& body : bodies)
-        addPrimitives(body, primitives);
+        addPrimitives(body, scale, primitives);
     if (primitives.empty())
         return std::nullopt;
     Json result;
@@ -113,7 +115,7 @@ std::optional<std::size_t> GlbMeshes::add(const Bodies& bodies, const std::funct
     return m_list.add(result);
 }
 
-void GlbMeshes::addPrimitives(const Body& body, Json& primitives)
+void GlbMeshes::addPrimitives(const Body& body, double scale, Json& primitives)
 {
     const auto& [geometry, material] = body;
     const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
@@ -127,7 +129,7 @@ void GlbMeshes::addPrimitives(const Body& body, Json& primitives)
         if (indices.empty())
             continue;
         Json primitive;
-        primitive["attributes"] = attributes(mesh);
+        primitive["attributes"] = attributes(mesh, scale);
         primitive["indices"] = m_arrays.indices(indices, mesh.positions.size());
         primitive["mode"] = kind.mode;
         primitive["material"] = m_materials.number(material);
@@ -146,10 +148,10 @@ Json GlbMeshes::variantMappings(const osg::MaterialPtr& material)
     return result;
 }
 
-Json GlbMeshes::attributes(const osg::Mesh& mesh)
+Json GlbMeshes::attributes(const osg::Mesh& mesh, double scale)
 {
     Json result;
-    result["POSITION"] = m_arrays.positions(mesh.positions);
+    result["POSITION"] = m_arrays.positions(mesh.positions, scale);
     if (!mesh.normals.empty())
         result["NORMAL"] = m_arrays.normals(mesh.normals);
     if (!mesh.texCoords.empty())

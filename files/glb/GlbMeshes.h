@@ -32,10 +32,10 @@ public:
         return {geometry, above ? above : geometry->getMaterial()};
     }
 
-    /// The number of the mesh that is drawn by these, none if they draw nothing. A new one is named after the first
-    /// geometry that has a name, else as `fallback()` says. Throws `files::Failure` when a mesh breaks the promises of
-    /// `osg::Mesh`.
-    std::optional<std::size_t> number(const Bodies& bodies, const std::function<std::string()>& fallback);
+    /// The number of the mesh that is drawn by these, none if they draw nothing. Its vertices are `scale` times those
+    /// of the geometries. A new one is named after the first geometry that has a name, else as `fallback()` says.
+    /// Throws `files::Failure` when a mesh breaks the promises of `osg::Mesh`.
+    std::optional<std::size_t> number(const Bodies& bodies, double scale, const std::function<std::string()>& fallback);
 
     /// The name in the file of the material of `body`.
     std::string materialName(const Body& body) { return m_materials.name(m_materials.number(body.second)); }
@@ -48,17 +48,17 @@ public:
     bool hasVariants() const { return m_hasVariants; }
 
 private:
-    std::optional<std::size_t> add(const Bodies& bodies, const std::function<std::string()>& fallback);
-    void addPrimitives(const Body& body, Json& primitives);
+    std::optional<std::size_t> add(const Bodies& bodies, double scale, const std::function<std::string()>& fallback);
+    void addPrimitives(const Body& body, double scale, Json& primitives);
     Json variantMappings(const osg::MaterialPtr& material);
-    Json attributes(const osg::Mesh& mesh);
+    Json attributes(const osg::Mesh& mesh, double scale);
     osg::Buffer<std::uint32_t> drawable(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
                                         const osg::Mesh& mesh);
 
     const GlbVariants& m_variants;
     WriteOptions m_options;
     bool m_hasVariants = false;
-    std::map<Bodies, std::optional<std::size_t>> m_numbers;
+    std::map<std::pair<Bodies, double>, std::optional<std::size_t>> m_numbers;
     GlbArrays m_arrays;
     GlbMaterials m_materials;
     JsonList m_list;

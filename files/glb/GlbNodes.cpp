@@ -39,16 +39,6 @@ std::string referredFile(const osg::NodePtr& node)
     return {};
 }
 
-/// The third root of how a matrix changes volumes; 1 for one that leaves no space.
-double scaleOf(const osg::Matrix& m)
-{
-    const double volume = double(m[0]) * (double(m[5]) * m[10] - double(m[6]) * m[9]) -
-                          double(m[4]) * (double(m[1]) * m[10] - double(m[2]) * m[9]) +
-                          double(m[8]) * (double(m[1]) * m[6] - double(m[2]) * m[5]);
-    const double scale = std::cbrt(std::abs(volume));
-    return scale > 1e-9 && scale < 1e9 ? scale : 1;
-}
-
 std::string nameOf(const osg::NodePtr& node)
 {
     const char* name = osg::getName(node);
@@ -58,8 +48,9 @@ std::string nameOf(const osg::NodePtr& node)
 } // namespace
 
 GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
-    : m_variants(options.variants ? root : osg::NodePtr()), m_fold(m_variants, options.fold),
-      m_meshes(m_variants, options), m_cameras(options.millimetresPerUnit), m_idSteps(root)
+    : m_options(options), m_variants(options.variants ? root : osg::NodePtr()),
+      m_fold(m_variants, options.fold, options.hidden != Hidden::LeaveOut), m_meshes(m_variants, options),
+      m_cameras(options.millimetresPerUnit), m_idSteps(root)
 {
     const GlbFold::Top top = m_fold.top(root, toFile(options));
     if (top.root)
@@ -73,6 +64,9 @@ GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
         m_queue.pop_front();
         add(std::move(step));
     }
+    if (options.hidden == Hidden::LeaveOut && m_variants.hidden() > 0)
+        m_warnings << files::tr("%1 hidden nodes that variant sets show were left out")
+                          .arg(static_cast<qulonglong>(m_variants.hidden()));
 }
 
 /// What a frame draws itself hangs in a node below it.
@@ -116,6 +110,7 @@ GlbNodes::Step GlbNodes::stepOf(const Step& parent, const GlbFold::Chain& chain,
     Step step;
     step.chain = chain;
     step.scale = parent.scale;
+    step.vertexScale = parent.vertexScale;
     step.name = step.within = decodedName(nameOf(chain.first));
     std::string told = step.name.empty() ? "-" : step.name;
     if (step.within.empty())
@@ -159,8 +154,7 @@ void GlbNodes::add(Step step)
         m_list.add(json);
         return;
     }
-    const osg::Matrix own = matrixOf(step.chain.first->getCore());
-    const osg::Matrix matrix = step.above.isIdentity() ? own : step.above * own;
+    const osg::Matrix matrix = placeOf(step);
     step.scale *= scaleOf(matrix);
     const std::optional<GlbPlacement> placement = placementOf(matrix);
     Json json = placement ? placement->outer : Json::object();
@@ -183,6 +177,18 @@ void GlbNodes::add(Step step)
     m_list.addText(withExtras(std::move(json), extras));
 }
 
+/// The transform in the file, and with it the scale of the vertices of `step`.
+osg::Matrix GlbNodes::placeOf(Step& step) const
+{
+    const osg::Matrix own = matrixOf(step.chain.first->getCore());
+    const osg::Matrix matrix = step.above.isIdentity() ? own : step.above * own;
+    if (!m_options.scaleIntoVertices)
+        return matrix;
+    const Unscaled result = unscaled(matrix, step.vertexScale);
+    step.vertexScale = result.below;
+    return result.matrix;
+}
+
 /// The material gets its number here, as it does for a node with a name.
 std::string GlbNodes::nameBehind(const Step& step)
 {
@@ -195,7 +201,7 @@ void GlbNodes::addContent(const Step& step, Json& json)
     const osg::NodePtr& node = step.chain.last;
     const GlbFold::Below below = m_fold.below(step.chain);
     if (const GlbMeshes::Bodies bodies = bodiesOf(step, below); !bodies.empty())
-        if (const auto mesh = m_meshes.number(bodies, [&] { return meshName(step, below); }))
+        if (const auto mesh = m_meshes.number(bodies, step.vertexScale, [&] { return meshName(step, below); }))
             json["mesh"] = *mesh;
     if (const std::string file = referredFile(node); !file.empty())
         json["extras"]["externalReference"] = file;
@@ -239,16 +245,29 @@ void GlbNodes::addCamera(const osg::UberCameraPtr& camera, double scale, Json& j
 
 void GlbNodes::addVariants(const osg::NodePtr& node, Json& json)
 {
-    if (const Json sets = m_variants.sets(); m_list.size() == 0 && !sets.empty())
-        json["extras"]["variantSets"] = sets;
     const Json* visibility = m_variants.visibility(node);
     if (!visibility)
         return;
     json["extras"]["variants"] = *visibility;
-    if (node->isActive())
-        return;
+    if (!node->isActive())
+        hide(json);
+}
+
+/// `json` has its transform already.
+void GlbNodes::hide(Json& json)
+{
     json["extensions"]["KHR_node_visibility"]["visible"] = false;
     m_hasHidden = true;
+    if (m_options.hidden != Hidden::Shrink)
+        return;
+    Json shown = Json::object();
+    for (const char* member : {"matrix", "translation", "rotation", "scale"})
+        if (const auto found = json.find(member); found != json.end()) {
+            shown[member] = std::move(*found);
+            json.erase(found);
+        }
+    json.update(shrunk(shown));
+    json["extras"]["shown"] = std::move(shown);
 }
 
 /// What a chain draws first: its own geometry, or one below it.

@@ -38,6 +38,7 @@ private:
         osg::Matrix above;         ///< to be applied after the own transform
         Json inner;                ///< for the second node of a transform or a camera: what it consists of
         double scale = 1;          ///< of the space that the node stands in
+        double vertexScale = 1;    ///< what vertices and translations are multiplied with
         std::string name;          ///< in the file
         std::string within;        ///< the name of the node of the tree, or of the next one above that has a name
         GlbMeshes::Body naming;    ///< whose material is told by the name; null for others
@@ -54,7 +55,9 @@ private:
     void addCamera(const osg::UberCameraPtr& camera, double scale, Json& json);
     static GlbMeshes::Bodies bodiesOf(const Step& step, const GlbFold::Below& below);
     static std::string meshName(const Step& step, const GlbFold::Below& below);
+    osg::Matrix placeOf(Step& step) const;
     void addVariants(const osg::NodePtr& node, Json& json);
+    void hide(Json& json);
     osg::GeometryPtr drawnBy(const GlbFold::Chain& chain) const;
     osg::GeometryPtr namingOf(const Step& parent, const GlbFold::Chain& chain) const;
     std::string nameBehind(const Step& step);
@@ -62,6 +65,7 @@ private:
     std::vector<std::size_t> enqueueChildren(const Step& parent, const GlbFold::Below& below);
     std::size_t enqueue(Step step);
 
+    WriteOptions m_options;
     std::deque<Step> m_queue;
     std::size_t m_enqueued = 0;
     JsonList m_list;

@@ -49,6 +49,16 @@ osg::Quaternion inverse(const osg::Quaternion& q)
     return {-q.x, -q.y, -q.z, q.w};
 }
 
+/// With six digits; 1 for what is not far from it, and for what no size can be.
+double roundedScale(double scale)
+{
+    constexpr double nearly = 1e-5;
+    if (!(scale > 1e-9 && scale < 1e9) || std::abs(scale - 1) < nearly)
+        return 1;
+    const double digits = std::pow(10, 5 - std::floor(std::log10(scale)));
+    return std::round(scale * digits) / digits;
+}
+
 osg::Matrix affine(osg::Matrix matrix)
 {
     matrix[3] = matrix[7] = matrix[11] = 0;
@@ -76,6 +86,38 @@ std::optional<GlbPlacement> placementOf(const osg::Matrix& given)
     result.outer["scale"] = listOf(parts.scale);
     if (parts.scaleOrientation != osg::Quaternion())
         result.inner["rotation"] = listOf(inverse(parts.scaleOrientation));
+    return result;
+}
+
+Json shrunk(const Json& outer)
+{
+    constexpr float size = 1e-6f;
+    Json result = {{"scale", {size, size, size}}};
+    if (const auto matrix = outer.find("matrix"); matrix != outer.end())
+        result["translation"] = {(*matrix)[12], (*matrix)[13], (*matrix)[14]};
+    else if (outer.contains("translation"))
+        result["translation"] = outer["translation"];
+    return result;
+}
+
+double scaleOf(const osg::Matrix& m)
+{
+    const double volume = double(m[0]) * (double(m[5]) * m[10] - double(m[6]) * m[9]) -
+                          double(m[4]) * (double(m[1]) * m[10] - double(m[2]) * m[9]) +
+                          double(m[8]) * (double(m[1]) * m[6] - double(m[2]) * m[5]);
+    const double scale = std::cbrt(std::abs(volume));
+    return scale > 1e-9 && scale < 1e9 ? scale : 1;
+}
+
+Unscaled unscaled(const osg::Matrix& matrix, double above)
+{
+    const double own = roundedScale(std::hypot(double(matrix[0]), double(matrix[1]), double(matrix[2])));
+    Unscaled result{matrix, roundedScale(above * own)};
+    for (const int axis : {0, 4, 8})
+        for (int i = axis; i < axis + 3; ++i)
+            result.matrix[i] = static_cast<float>(matrix[i] / own);
+    for (int i = 12; i < 15; ++i)
+        result.matrix[i] = static_cast<float>(matrix[i] * above);
     return result;
 }
 

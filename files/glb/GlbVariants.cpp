@@ -52,8 +52,11 @@ void GlbVariants::addSet(std::size_t number, const osg::VariantTable::Set& set, 
     for (const osg::VariantTable::MaterialState& entry : set.materials)
         m_states[entry.material][number] = entry.state;
     for (const osg::VariantTable::NodeState& entry : set.nodes)
-        if (const osg::NodePtr node = osg::nodeAt(entry.node, root))
-            m_visibility[node.get()][set.name] = entry.state == "!Enable";
+        if (const osg::NodePtr node = osg::nodeAt(entry.node, root)) {
+            Json& told = m_visibility[node.get()];
+            m_hidden += told.is_null() && !node->isActive() ? 1 : 0;
+            told[set.name] = entry.state == "!Enable";
+        }
 }
 
 osg::MaterialPtr GlbVariants::seen(const osg::MaterialPtr& material, std::size_t set, bool& isTold) const

@@ -28,6 +28,9 @@ public:
     /// does.
     const Json* visibility(const osg::NodePtr& node) const;
 
+    /// How many nodes are hidden at present that some set says something of.
+    std::size_t hidden() const { return m_hidden; }
+
     /// Name, group and viewpoint of each set; an empty list when there are none.
     Json sets() const;
     /// The member of `extensions`.
@@ -43,6 +46,7 @@ private:
     osg::VariantTable m_table;
     std::unordered_map<std::string, States> m_states; ///< by the name of the material
     std::unordered_map<const osg::Node*, Json> m_visibility;
+    std::size_t m_hidden = 0;
 };
 
 } // namespace files::glb

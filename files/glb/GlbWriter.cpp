@@ -90,7 +90,8 @@ void addExtensions(const GlbNodes& nodes, DocumentText& text)
         text.add("extensionsUsed", textOf(used));
 }
 
-Json assetOf(const WriteOptions& options)
+/// The sets stand here because programs that rewrite files keep the extras of the asset, and drop those of nodes.
+Json assetOf(const GlbVariants& variants, const WriteOptions& options)
 {
     const WriteOptions standard;
     Json asset = {{"version", "2.0"}, {"generator", "znCADImport " ZN_VERSION}};
@@ -98,6 +99,8 @@ Json assetOf(const WriteOptions& options)
         asset["extras"]["metresPerUnit"] = options.millimetresPerUnit / 1000;
     if (options.upAxis != standard.upAxis)
         asset["extras"]["upAxis"] = "Z";
+    if (Json sets = variants.sets(); !sets.empty())
+        asset["extras"]["variantSets"] = std::move(sets);
     return asset;
 }
 
@@ -107,7 +110,7 @@ DocumentText documentOf(const GlbNodes& nodes, const WriteOptions& options)
     const GlbMeshes& meshes = nodes.meshes();
     DocumentText text;
     addExtensions(nodes, text);
-    text.add("asset", textOf(assetOf(options)));
+    text.add("asset", textOf(assetOf(nodes.variants(), options)));
     if (nodes.attributes().hasProducts())
         text.add("extras", nodes.attributes());
     text.add("scene", "0");

@@ -19,13 +19,13 @@
 /// become linear ones, normals unit vectors. Lines and points become primitives of their own modes.
 ///
 /// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
-/// `extras.variantSets` of the top node tells groups and viewpoints, and `extras.variants` of a node the sets that show
+/// `asset.extras.variantSets` tells groups and viewpoints, and `extras.variants` of a node the sets that show
 /// (true) or hide it. Cameras become cameras, each in a node below its own.
 ///
 /// Inactive nodes are left out with what hangs below them, but those that a variant shows or hides, which are marked by
-/// `KHR_node_visibility`. A reference whose content is not loaded becomes an empty
-/// node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows only
-/// rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
+/// `KHR_node_visibility` and written as `WriteOptions::hidden` says. A reference whose content is not loaded becomes an
+/// empty node with the path in `extras.externalReference`. A shearing transform becomes two nodes, because glTF knows
+/// only rotation and scale. Face ranges, B-rep data, tags and other attachments are not written.
 ///
 /// Attributes become `extras`: those of products stand once, in the list `extras.products` of the file, and
 /// `extras.product` of a node is the index of its product; those of an occurrence are `extras.attributes` of its node,
@@ -38,6 +38,14 @@ namespace files::glb
 enum class UpAxis {
     Y, ///< as glTF asks
     Z  ///< as CAD data has it
+};
+
+/// What becomes of nodes that are hidden at present and shown in a variant. Viewers that do not know
+/// `KHR_node_visibility` draw all that they find.
+enum class Hidden {
+    Shrink,  ///< to a millionth of their size; `extras.shown` tells the transform that they have when they are shown
+    Keep,    ///< nothing: they stay as they are
+    LeaveOut ///< they are not written, which a warning tells
 };
 
 /// How to write.
@@ -53,6 +61,10 @@ struct WriteOptions {
     bool variants = true;
     /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
     bool occlusionAsColors = false;
+    Hidden hidden = Hidden::Shrink;
+    /// Writes vertices in the unit of the file, and transforms without scale: lengths that a transform scales, by its
+    /// first axis, are scaled in the vertices below it. A mesh that is seen in several sizes is written in each.
+    bool scaleIntoVertices = false;
 };
 
 /// Numbers of a complete file.

@@ -18,8 +18,8 @@ namespace
 using Json = nlohmann::json;
 
 /// What `files/glb` writes that is no attribute.
-constexpr std::array<std::string_view, 5> ownMembers = {"annotations", "externalReference", "step", "variants",
-                                                        "variantSets"};
+constexpr std::array<std::string_view, 6> ownMembers = {"annotations", "externalReference", "shown",
+                                                        "step",        "variants",          "variantSets"};
 
 /// The lists whose entries may have extras that are read.
 constexpr std::array<std::string_view, 5> readLists = {"cameras", "materials", "meshes", "nodes", "scenes"};
@@ -92,23 +92,26 @@ public:
             m_products = takeMember(own, "products");
             m_isOurs = true;
         }
-        m_isOurs = m_isOurs || generator().starts_with("znCADImport ");
+        m_isOurs = m_isOurs || generator().starts_with("znCADImport ") || hasVariantSets();
         m_attachments.resize(m_products.size());
         osg::AttributeList attributes = others(own);
         for (osg::Attribute& attribute : assetExtras())
             attributes.push_back(std::move(attribute));
         m_extras.m_document = attachmentOf(std::move(attributes));
-        each("nodes", [this](int index, Json& extras) {
-            if (m_isOurs)
+        each("nodes", [this](int index, Json& extras, Json& node) {
+            if (m_isOurs) {
                 takeVariants(index, extras);
+                show(index, takeMember(extras, "shown"), node);
+            }
             if (m_isOurs && takeMember(extras, "annotations") == true)
                 m_extras.m_annotations.insert(index);
             m_extras.m_nodes[index] = nodeExtras(extras);
         });
-        each("meshes", [this](int index, Json& extras) { m_extras.m_meshes[index] = withOwn(extras); });
-        each("cameras", [this](int index, Json& extras) { m_extras.m_cameras[index] = withOwn(extras); });
-        each("materials", [this](int index, Json& extras) { m_extras.m_materials[index] = withOwn(extras); });
-        each("scenes", [this](int index, Json& extras) { m_extras.m_scenes[index] = withOwn(extras); });
+        each("meshes", [this](int index, Json& extras, const Json&) { m_extras.m_meshes[index] = withOwn(extras); });
+        each("cameras", [this](int index, Json& extras, const Json&) { m_extras.m_cameras[index] = withOwn(extras); });
+        each("materials",
+             [this](int index, Json& extras, const Json&) { m_extras.m_materials[index] = withOwn(extras); });
+        each("scenes", [this](int index, Json& extras, const Json&) { m_extras.m_scenes[index] = withOwn(extras); });
         return m_leftOut;
     }
 
@@ -120,7 +123,14 @@ private:
         return isTold ? m_document.at(place).get<std::string>() : std::string();
     }
 
-    /// Takes unit and axis out of those that we wrote.
+    /// Other programs that write our files anew put their own name in the place of ours.
+    bool hasVariantSets() const
+    {
+        const Json::json_pointer first("/asset/extras/variantSets/0/name");
+        return m_document.contains(first) && m_document.at(first).is_string();
+    }
+
+    /// Takes unit, axis and variant sets out of those that we wrote.
     osg::AttributeList assetExtras()
     {
         const auto asset = m_document.find("asset");
@@ -132,6 +142,7 @@ private:
                 m_extras.m_millimetresPerUnit = millimetres;
             if (takeMember(extras, "upAxis") == "Z")
                 m_extras.m_upAxis = UpAxis::Z;
+            takeSets(extras);
         }
         return foreignAttributesIn(extras, m_leftOut);
     }
@@ -145,7 +156,7 @@ private:
         int index = 0;
         for (Json& element : *found) {
             if (Json extras = takeMember(element, "extras"); !extras.is_null())
-                visit(index, extras);
+                visit(index, extras, element);
             ++index;
         }
     }
@@ -156,10 +167,29 @@ private:
         return object.is_object() && found != object.end() && found->is_string() ? found->get<std::string>() : "";
     }
 
-    void takeVariants(int index, Json& extras)
+    void takeSets(Json& extras)
     {
         for (const Json& set : takeMember(extras, "variantSets"))
             m_extras.m_variantSets.push_back({textIn(set, "name"), textIn(set, "group"), textIn(set, "viewpoint")});
+    }
+
+    /// Gives a hidden node the transform that it has when it is shown.
+    void show(int index, Json shown, Json& node)
+    {
+        if (!shown.is_object())
+            return;
+        m_extras.m_shrunk.insert(index);
+        for (const char* member : {"matrix", "translation", "rotation", "scale"}) {
+            node.erase(member);
+            if (shown.contains(member))
+                node[member] = std::move(shown[member]);
+        }
+    }
+
+    /// Older files tell the sets in their first node.
+    void takeVariants(int index, Json& extras)
+    {
+        takeSets(extras);
         const Json variants = takeMember(extras, "variants");
         for (const auto& [name, isShown] : variants.items())
             if (variants.is_object() && isShown.is_boolean())

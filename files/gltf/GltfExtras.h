@@ -48,6 +48,9 @@ public:
         return found == m_nodeVariants.end() ? nullptr : &found->second;
     }
 
+    /// A node of ours that is written small because it is hidden. The document has its true transform by now.
+    bool isShrunk(int index) const { return m_shrunk.contains(index); }
+
     /// Gives `node` those of a node of the document. An index without any is fine, here and below.
     void addToNode(int index, const osg::NodePtr& node) const;
     /// Gives `node` those of a mesh as those of its product, unless it has a product.
@@ -73,6 +76,7 @@ private:
     std::unordered_map<int, Held> m_scenes;
     std::vector<GltfVariantSet> m_variantSets;
     std::unordered_map<int, std::map<std::string, bool>> m_nodeVariants;
+    std::unordered_set<int> m_shrunk;
     Held m_document;
     double m_millimetresPerUnit = 1000;
     UpAxis m_upAxis = UpAxis::Y;

@@ -138,7 +138,7 @@ osg::MaterialPtr GltfVariants::choices(const tinygltf::Primitive& primitive, con
 
 void GltfVariants::addNode(int index, const osg::NodePtr& node)
 {
-    if (isHidden(m_document.model.nodes[static_cast<std::size_t>(index)]))
+    if (isHidden(m_document.model.nodes[static_cast<std::size_t>(index)]) || m_document.extras.isShrunk(index))
         osg::edit(node, osg::Node::ActiveFieldMask, [&node = node] { node->setActive(false); });
     if (const std::map<std::string, bool>* told = m_document.extras.variantsOfNode(index))
         m_nodes.emplace_back(node, told);

@@ -218,6 +218,8 @@ struct OptimizeSettings : SettingGroup {
 
 /// What scenes are written with.
 struct ExportSettings : SettingGroup {
+    enum class Hidden { Shrink, Keep, LeaveOut };
+
     using SettingGroup::SettingGroup;
 
     ///@{
@@ -228,6 +230,17 @@ struct ExportSettings : SettingGroup {
     Setting<bool> fold{m_list, "export.fold", true,
                        SettingHelp::tr("Make one node of a GLB file of those that stand alone below another and say "
                                        "nothing there: no place, no attributes, no other name.")};
+    Setting<Hidden> hidden{
+        m_list,
+        "export.hidden",
+        Hidden::Shrink,
+        {QStringLiteral("shrink"), QStringLiteral("keep"), QStringLiteral("leave-out")},
+        SettingHelp::tr("What becomes of parts in GLB files that are hidden at present and shown by a variant set, for "
+                        "viewers that draw whatever they find: shrink makes them too small to be seen and keeps their "
+                        "transform beside, keep writes them as they are.")};
+    Setting<bool> scaleIntoVertices{
+        m_list, "export.scaleIntoVertices", false,
+        SettingHelp::tr("Write the vertices of GLB files in the unit of the file, and transforms without scale.")};
     ///@}
 };
 

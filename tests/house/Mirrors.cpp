@@ -23,9 +23,10 @@ const Names& knownLoners()
 // Folders of tests that mirror none of the sources.
 bool mirrorsNothing(std::string_view path)
 {
-    static const std::vector<std::string> folders{
-        "tests/roads",         "tests/house",          "tests/support", "tests/fuzz", "tests/package",
-        "tests/external-host", "tests/gltf-validator", "tests/cluster", "tests/docs", "tests/translations"};
+    static const std::vector<std::string> folders{"tests/roads",          "tests/house",       "tests/support",
+                                                  "tests/fuzz",           "tests/package",     "tests/external-host",
+                                                  "tests/gltf-validator", "tests/clients",     "tests/cluster",
+                                                  "tests/docs",           "tests/translations"};
     return std::ranges::any_of(folders, [path](const std::string& folder) { return isBelow(folder, path); });
 }
 

@@ -4,5 +4,5 @@ file(COPY ${SOURCE}/examples/${EXAMPLE} DESTINATION ${ROOT})
 file(COPY ${SOURCE}/examples/models/${ARGUMENT} DESTINATION ${ROOT}/${EXAMPLE})
 build_against(${PREFIX} ${ROOT}/${EXAMPLE} ${ROOT}/${EXAMPLE}/build)
 run(output ${CMAKE_COMMAND} -E env PATH=/nowhere
-  ${ROOT}/${EXAMPLE}/build/${EXAMPLE} ${ROOT}/${EXAMPLE}/${ARGUMENT})
+  ${ROOT}/${EXAMPLE}/build/${EXAMPLE} ${ROOT}/${EXAMPLE}/${ARGUMENT} ${OUTPUT})
 expect("${output}" "${EXPECT}")

@@ -142,7 +142,7 @@ TEST_F(BookmarkRoadTest, TheGlbIsValidAndTellsEverySet)
               nlohmann::json::parse(R"([{"name":"Open Roof"},{"name":"Night"},{"name":"Journey"}])"));
     EXPECT_EQ(json["extensionsUsed"], nlohmann::json::parse(R"(["KHR_materials_variants","KHR_node_visibility"])"));
     EXPECT_EQ(json["cameras"].size(), 3u);
-    EXPECT_EQ(json["nodes"][0]["extras"]["variantSets"][1],
+    EXPECT_EQ(json["asset"]["extras"]["variantSets"][1],
               nlohmann::json::parse(R"({"name":"Night","group":"Exterior","viewpoint":"Night_vp"})"));
 }
 

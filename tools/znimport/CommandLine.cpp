@@ -41,6 +41,7 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.outputFile = parser.value(QStringLiteral("output"));
     line.unit = parser.value(QStringLiteral("unit"));
     line.up = parser.value(QStringLiteral("up"));
+    line.scaleIntoVertices = parser.isSet(QStringLiteral("scale-into-vertices"));
     line.reportFile = parser.value(QStringLiteral("report"));
     line.bomFile = parser.value(QStringLiteral("bom"));
     line.bomLevels = parser.value(QStringLiteral("bom-levels"));
@@ -86,9 +87,8 @@ void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
 }
 
 /// The options that mean the same for each file of a batch.
-constexpr const char* batchOptions[] = {"unit",    "up",     "attributes", "attribute-filter",
-                                        "keep",    "hide",   "show",       "material-assets",
-                                        "variant", "prefer", "set"};
+constexpr const char* batchOptions[] = {"unit", "up",   "scale-into-vertices", "attributes", "attribute-filter", "keep",
+                                        "hide", "show", "material-assets",     "variant",    "prefer",           "set"};
 
 /// Gives a sentence when something does not go with a batch.
 std::optional<QString> readBatch(const QCommandLineParser& parser, CommandLine& line)
@@ -112,6 +112,8 @@ std::optional<QString> readBatch(const QCommandLineParser& parser, CommandLine& 
         if (std::find_if(std::begin(batchOptions), std::end(batchOptions),
                          [&](const char* option) { return name == QLatin1String(option); }) == std::end(batchOptions))
             return QStringLiteral("--%1 does not go with --batch").arg(name);
+        if (!row.valueName)
+            line.batchOptions << QStringLiteral("--%1").arg(name);
         for (const QString& value : parser.values(name))
             line.batchOptions << QStringLiteral("--%1=%2").arg(name, value);
     }
@@ -177,6 +179,9 @@ const std::vector<OptionRow>& optionTable()
          "Length unit of a .glb file: mm, cm, m, in or ft. glTF asks for m, which is what it is without it."},
         {nullptr, "up", "AXIS",
          "Axis that points up in a .glb file: y or z. glTF asks for y, which is what it is without it."},
+        {nullptr, "scale-into-vertices", nullptr,
+         "Write vertices of .glb files in the unit of the file, and transforms without scale; the same as --set "
+         "export.scaleIntoVertices=on."},
         {nullptr, "attributes", "DETAIL",
          "How much of the attributes is written and shown: none, names (with empty values) or all; all without it."},
         {nullptr, "attribute-filter", "PATTERN",

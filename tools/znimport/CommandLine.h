@@ -38,6 +38,7 @@ struct CommandLine {
     QString reportFile;                 ///< empty when no report is wanted
     QString unit;                       ///< of a GLB file; empty for metres
     QString up;                         ///< axis of a GLB file; empty for Y
+    bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
     QString attributes;                 ///< how much of them is written; empty for all
     QStringList attributeFilters;       ///< patterns of the names that are written
     QString bomFile;                    ///< of a parts list; empty when none is wanted

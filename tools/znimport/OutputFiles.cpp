@@ -50,9 +50,11 @@ std::optional<QString> spaceComplaint(const CommandLine& line)
         return QStringLiteral("--unit wants mm, cm, m, in or ft, not '%1'").arg(line.unit);
     if (!upAxis(line.up))
         return QStringLiteral("--up wants y or z, not '%1'").arg(line.up);
-    if (!(line.unit.isEmpty() && line.up.isEmpty()) && !hasExtension(line.outputFile, "glb") &&
-        line.variantFilesFolder.isEmpty())
+    const bool writesGlb = hasExtension(line.outputFile, "glb") || !line.variantFilesFolder.isEmpty();
+    if (!(line.unit.isEmpty() && line.up.isEmpty()) && !writesGlb)
         return QStringLiteral("--unit and --up are for .glb files, and --output names none");
+    if (line.scaleIntoVertices && !writesGlb)
+        return QStringLiteral("--scale-into-vertices is for .glb files, and --output names none");
     return std::nullopt;
 }
 
@@ -60,6 +62,14 @@ void takeWarnings(const std::vector<files::Note>& warnings, WrittenOutputs& resu
 {
     for (const files::Note& warning : warnings)
         result.warnings.append(warning.toString());
+}
+
+files::glb::Hidden hiddenOf(zn::ExportSettings::Hidden hidden)
+{
+    using Told = zn::ExportSettings::Hidden;
+    return hidden == Told::Keep       ? files::glb::Hidden::Keep
+           : hidden == Told::LeaveOut ? files::glb::Hidden::LeaveOut
+                                      : files::glb::Hidden::Shrink;
 }
 
 /// What the command line and the settings ask of GLB files.
@@ -70,6 +80,8 @@ files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSessi
     options.upAxis = upAxis(line.up).value();
     options.occlusionAsColors = session.settings().exports.occlusionAsColors;
     options.fold = session.settings().exports.fold;
+    options.hidden = hiddenOf(session.settings().exports.hidden);
+    options.scaleIntoVertices = line.scaleIntoVertices || session.settings().exports.scaleIntoVertices;
     return options;
 }
 

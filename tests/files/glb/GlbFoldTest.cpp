@@ -323,7 +323,9 @@ TEST_F(GlbRoundTest, VariantsComeBack)
     for (const char* name : {"clear", "dark"})
         glass->addMaterial(files::makeMaterial(name, {}));
     add(files::makeNode("roof", geometry("", triangle(), glass)));
-    const osg::NodePtr hidden = add(files::makeNode("box", geometry("", triangle())));
+    const osg::NodePtr hidden =
+        add(files::makeTransform("box", osg::composed({{1, 2, 3}, {0.5f, 0.5f, 0.5f, 0.5f}, {2, 1, 1}, {}})));
+    osg::addChild(hidden, files::makeNode("box", geometry("", triangle())));
     hidden->setActive(false);
     osg::VariantTable table;
     table.groups = {"light"};
@@ -332,7 +334,12 @@ TEST_F(GlbRoundTest, VariantsComeBack)
     root.get()->addAttachment(osg::VariantAttachment::create(table));
     const QByteArray before = bytesNow();
     EXPECT_TRUE(before.contains("KHR_materials_variants"));
-    EXPECT_EQ(bytesAfterARound(before), before);
+    for (const auto hiding : {files::glb::Hidden::Shrink, files::glb::Hidden::Keep}) {
+        options.hidden = hiding;
+        const QByteArray written = bytesNow();
+        EXPECT_EQ(written == before, hiding == files::glb::Hidden::Shrink);
+        EXPECT_EQ(bytesAfterARound(written), written);
+    }
 }
 
 TEST_F(GlbRoundTest, AnotherUnitKeepsTheFrameAsANode)

@@ -153,7 +153,7 @@ TEST_F(GlbVariantsTest, VisibilityGroupsAndViewpointsAreExtras)
         {"Closed", "", "", {}, {}, {{{0}, "!Enable"}}}};
     attach(table);
     json file = writtenJson();
-    EXPECT_EQ(file["nodes"][0]["extras"]["variantSets"],
+    EXPECT_EQ(file["asset"]["extras"]["variantSets"],
               json::parse(R"([{"name":"Open","group":"Außen","viewpoint":"Open_vp"},{"name":"Closed"}])"));
     ASSERT_EQ(file["nodes"].size(), 3u);
     EXPECT_EQ(file["nodes"][1]["extras"]["variants"], json::parse(R"({"Open":false,"Closed":true})"));
@@ -161,6 +161,70 @@ TEST_F(GlbVariantsTest, VisibilityGroupsAndViewpointsAreExtras)
     EXPECT_EQ(file["nodes"][2]["extras"]["variants"], json::parse(R"({"Open":true})"));
     EXPECT_EQ(file["nodes"][2]["extensions"]["KHR_node_visibility"], json::parse(R"({"visible":false})"));
     EXPECT_EQ(file["extensionsUsed"], json::parse(R"(["KHR_node_visibility"])"));
+}
+
+/// A hood at (7, 8, 9), turned and twice as large, that is hidden at present and shown in a set.
+class HiddenNodeTest : public GlbVariantsTest
+{
+protected:
+    HiddenNodeTest()
+    {
+        addPart("roof", paint("a", 1));
+        const osg::NodePtr hood = add(files::makeTransform("hood", turned));
+        osg::addChild(hood, files::makeNode("lid", geometry("", triangle(), paint("b", 0.5f))));
+        hood->setActive(false);
+        osg::VariantTable table;
+        table.sets = {{"Open", "", "", {}, {}, {{{1}, "!Enable"}}}, {"Closed", "", "", {}, {}, {{{1}, "!Disable"}}}};
+        attach(table);
+    }
+
+    const osg::Matrix turned{{0, 2, 0, 0, -2, 0, 0, 0, 0, 0, 2, 0, 7, 8, 9, 1}};
+};
+
+TEST_F(HiddenNodeTest, IsTooSmallToBeSeenAndTellsItsTransform)
+{
+    json hood = writtenJson()["nodes"][2];
+    EXPECT_EQ(hood["name"], "hood");
+    EXPECT_EQ(hood["translation"], json::parse("[7.0, 8.0, 9.0]"));
+    for (const json& scale : hood["scale"])
+        EXPECT_FLOAT_EQ(scale.get<float>(), 1e-6f);
+    EXPECT_FALSE(hood.contains("matrix"));
+    EXPECT_EQ(hood["extras"]["shown"]["matrix"], json(turned.values));
+    EXPECT_EQ(hood["extensions"]["KHR_node_visibility"]["visible"], false);
+    EXPECT_EQ(warnings(), QStringList());
+}
+
+TEST_F(HiddenNodeTest, ThatShearsTellsBothSteps)
+{
+    const osg::Transform3DPtr core = osg::Transform3DBase::create();
+    core->setMatrix({{1, 0, 0, 0, 0.5f, 1, 0, 0, 0, 0, 1, 0, 7, 8, 9, 1}});
+    root.get()->getChild(1)->setCore(core);
+    json file = writtenJson();
+    json& shown = file["nodes"][2]["extras"]["shown"];
+    EXPECT_EQ(file["nodes"][2]["translation"], json::parse("[7.0, 8.0, 9.0]"));
+    EXPECT_EQ(shown["translation"], json::parse("[7.0, 8.0, 9.0]"));
+    EXPECT_EQ(shown["scale"].size(), 3u);
+    EXPECT_FALSE(file["nodes"][2].contains("rotation"));
+    EXPECT_TRUE(file["nodes"][3].contains("rotation"));
+}
+
+TEST_F(HiddenNodeTest, KeepsItsTransformWhereThatIsAsked)
+{
+    options.hidden = files::glb::Hidden::Keep;
+    json hood = writtenJson()["nodes"][2];
+    EXPECT_EQ(hood["matrix"], json(turned.values));
+    EXPECT_FALSE(hood["extras"].contains("shown"));
+    EXPECT_EQ(hood["extensions"]["KHR_node_visibility"]["visible"], false);
+}
+
+TEST_F(HiddenNodeTest, IsLeftOutWithAWordWhereThatIsAsked)
+{
+    options.hidden = files::glb::Hidden::LeaveOut;
+    json file = writtenJson();
+    EXPECT_EQ(file["nodes"].size(), 2u);
+    EXPECT_EQ(file["meshes"].size(), 1u);
+    EXPECT_FALSE(file.contains("extensionsUsed"));
+    EXPECT_EQ(warnings(), QStringList{QStringLiteral("1 hidden nodes that variant sets show were left out")});
 }
 
 TEST_F(GlbVariantsTest, ACameraStandsInANodeOfItsOwnSize)

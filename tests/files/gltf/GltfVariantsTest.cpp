@@ -101,6 +101,36 @@ TEST_F(GltfVariantsTest, SetsOfOursHaveGroupsAndViewpointsAndShowNodes)
     EXPECT_THAT(osg::tagsOf(scene()->getChild(0)), IsEmpty());
 }
 
+/// As files of ours are when another program has written them anew: it puts its own name in the place of ours.
+TEST_F(GltfVariantsTest, SetsInTheAssetMakeADocumentOneOfOurs)
+{
+    const QByteArray nodes = R"([{"mesh": 1}, {"mesh": 1, "extras": {"variants": {"night": true}}}])";
+    ASSERT_TRUE(
+        readSquares("[]", nodes,
+                    R"(, "asset": {"version": "2.0", "extras": {"variantSets": [{"name": "day", "group": "light"}, )"
+                    R"({"name": "night", "viewpoint": "moon"}], "source": "x"}})"));
+    const VariantTable read = table();
+    ASSERT_EQ(read.sets.size(), 2u);
+    EXPECT_THAT(read.groups, ElementsAre("light"));
+    EXPECT_EQ(read.sets[1].viewpoint, "moon");
+    EXPECT_EQ(read.sets[0].nodes.size(), 0u);
+    EXPECT_EQ(read.sets[1].nodes.size(), 1u);
+}
+
+TEST_F(GltfVariantsTest, SmallNodesOfOursAreHiddenAndOfTheirTrueSize)
+{
+    const QByteArray nodes =
+        R"([{"mesh": 1, "scale": [1e-6, 1e-6, 1e-6], "extras": {"shown": {"translation": [1, 2, 3]}}}, )"
+        R"({"mesh": 1, "scale": [1e-6, 1e-6, 1e-6], "extras": {"shown": {}}}])";
+    ASSERT_TRUE(readSquares("[]", nodes, R"(, "extras": {"products": []})"));
+    const auto transform = osg::fcCast<osg::Transform>(scene()->getChild(0)->getCore());
+    ASSERT_TRUE(transform);
+    EXPECT_EQ(transform->getMatrix(), (osg::Matrix{{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 1, 2, 3, 1}}));
+    EXPECT_FALSE(scene()->getChild(0)->isActive());
+    EXPECT_TRUE(osg::fcCast<osg::Geometry>(scene()->getChild(1)->getCore())) << "it has a transform";
+    EXPECT_FALSE(scene()->getChild(1)->isActive());
+}
+
 TEST_F(GltfVariantsTest, ADocumentWithoutVariantsHasNoTable)
 {
     ASSERT_TRUE(

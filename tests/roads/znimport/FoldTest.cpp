@@ -136,7 +136,7 @@ TEST_F(FoldTest, SavedViewsShowTheSame)
             shown.emplace_back(name, picture.readAll());
         }
         const json file = GlbFile(folder + text(".glb")).json;
-        shown.emplace_back(text("sets"), QByteArray::fromStdString(file["nodes"][0]["extras"].dump()));
+        shown.emplace_back(text("sets"), QByteArray::fromStdString(file["asset"]["extras"].dump()));
         return shown;
     };
     const auto folded = look("on");

@@ -245,7 +245,7 @@ TEST_F(SavedViewsTest, GlbHasTheViewsTheirCamerasAndWhatTheyShow)
         EXPECT_EQ(gltfvalidator::validate(path("plate.glb")), gltfvalidator::Verdict());
     }
     const json document = GlbFile(path("plate.glb")).json;
-    EXPECT_EQ(document["nodes"][0]["extras"]["variantSets"], json::parse(R"([
+    EXPECT_EQ(document["asset"]["extras"]["variantSets"], json::parse(R"([
         {"name": "Dimensions", "group": "plate", "viewpoint": "Dimensions_vp"},
         {"name": "Thickness and datum", "group": "plate", "viewpoint": "Thickness and datum_vp"}])"));
     std::map<std::string, float> heights;

@@ -83,4 +83,18 @@ TEST_F(ZnimportUnitsTest, AGlbInInchesWithZUpComesInLikeTheUsual)
     EXPECT_EQ(other.bytes().mid(other.binaryChunk()), usual.bytes().mid(usual.binaryChunk()));
 }
 
+TEST_F(ZnimportUnitsTest, OptionAndSettingTakeTheScaleIntoTheVertices)
+{
+    const GlbFile usual = twice({});
+    const GlbFile option = twice({text("--scale-into-vertices")});
+    const GlbFile setting = twice({text("--set"), text("export.scaleIntoVertices=on")});
+    EXPECT_EQ(option.bytes(), setting.bytes());
+    EXPECT_EQ(option.size(), GlbFile(path("once.glb")).size());
+    ASSERT_EQ(option.json["nodes"].size(), usual.json["nodes"].size());
+    EXPECT_EQ(option.json["meshes"].size(), usual.json["meshes"].size());
+    for (const json& node : option.json["nodes"])
+        for (const int axis : {0, 1, 2})
+            EXPECT_NEAR(matrixOf(node).column(axis).length(), 1, 1e-5) << node;
+}
+
 } // namespace

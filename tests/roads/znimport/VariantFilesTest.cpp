@@ -51,6 +51,29 @@ TEST_F(VariantFilesTest, TheFolderMayNotBeAFile)
     EXPECT_TRUE(ending.errors.contains(text("--variant-files wants a folder"))) << ending.errors.toStdString();
 }
 
+TEST_F(VariantFilesTest, TheSettingSaysWhatBecomesOfHiddenParts)
+{
+    const auto hiddenWith = [this](const char* value) {
+        const Ending ending =
+            znimport(withScriptedChild({writeCar(), text("--variant"), text("Open Roof"), text("-o"), path("out.glb"),
+                                        text("--set"), text("export.hidden=") + text(value)}));
+        EXPECT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+        nlohmann::json hidden = nlohmann::json::array();
+        const nlohmann::json file = GlbFile(path("out.glb")).json;
+        for (const nlohmann::json& node : file["nodes"])
+            if (node.contains("/extensions/KHR_node_visibility"_json_pointer))
+                hidden.push_back(node);
+        return hidden;
+    };
+    const nlohmann::json shrunk = hiddenWith("shrink");
+    const nlohmann::json kept = hiddenWith("keep");
+    ASSERT_FALSE(shrunk.empty());
+    EXPECT_EQ(kept.size(), shrunk.size());
+    EXPECT_TRUE(shrunk[0]["extras"].contains("shown"));
+    EXPECT_FALSE(kept[0].value("extras", nlohmann::json::object()).contains("shown"));
+    EXPECT_TRUE(hiddenWith("leave-out").empty());
+}
+
 TEST_F(VariantFilesTest, ARoundThroughGlbKeepsTheSets)
 {
     const Ending first = znimport(withScriptedChild({writeCar(), text("--variants"), text("-o"), path("first.glb")}));

@@ -101,10 +101,11 @@ TEST(CommandLine, WrongUseIsToldInASentence)
 
 TEST(CommandLine, ABatchHandsItsOptionsOn)
 {
-    const auto [line, error] = parse({"--batch", "/", "-o", "/tmp", "--unit", "mm", "--set", "a=b", "--set", "c=d"});
+    const auto [line, error] =
+        parse({"--batch", "/", "-o", "/tmp", "--unit", "mm", "--set", "a=b", "--set", "c=d", "--scale-into-vertices"});
     ASSERT_FALSE(error) << error->toStdString();
-    EXPECT_EQ(line.batchOptions,
-              QStringList({QStringLiteral("--unit=mm"), QStringLiteral("--set=a=b"), QStringLiteral("--set=c=d")}));
+    EXPECT_EQ(line.batchOptions, QStringList({QStringLiteral("--unit=mm"), QStringLiteral("--scale-into-vertices"),
+                                              QStringLiteral("--set=a=b"), QStringLiteral("--set=c=d")}));
 }
 
 TEST(CommandLine, WhatDoesNotGoWithABatchIsRefused)

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <nlohmann/json.hpp>
+
+/// Programs of other makers that read GLB files, for tests. `scripts/setup --with clients` installs them; where one is
+/// not there, a test skips.
+namespace clients
+{
+
+/// Those that tell what they see of a file: "blender", "three", "gltf-transform" and "gltfpack".
+QStringList names();
+
+/// Whether the client, or "chromium" with the package three, is on this machine.
+bool isInstalled(const QString& client);
+
+/// What the client has of the GLB file: "objects", "meshObjects", "meshes", "triangles" as drawn, "materials", the
+/// "box" in the axes of the file and, of Blender, objects with "numbered" names. Null when it could not read it. Waits
+/// two minutes at most.
+nlohmann::json seen(const QString& client, const QString& file);
+
+/// Writes the file anew to `to`, by "gltf-transform" or "gltfpack". False when that failed.
+bool optimize(const QString& client, const QString& file, const QString& to);
+
+/// How many points Chromium draws of the file in the page of examples/variants, at first ("") and with each set: of all
+/// colours "points", of those that are mostly of one "red", "green" and "blue". Null when it could not.
+nlohmann::json drawn(const QString& file);
+
+} // namespace clients

@@ -1,0 +1,22 @@
+// usage: node optimize.mjs gltf-transform|gltfpack IN.glb OUT.glb
+// Rewrites a file as its users do: glTF-Transform with the steps of its "optimize" that change nodes, meshes and
+// materials, gltfpack with names, materials and extras kept.
+import { execFileSync } from 'node:child_process';
+import { dirname, join as pathOf } from 'node:path';
+import { fileURLToPath } from 'node:url';
+
+const [tool, from, to] = process.argv.slice(2);
+if (tool === 'gltfpack') {
+    const program = pathOf(dirname(fileURLToPath(import.meta.url)), 'node_modules/.bin/gltfpack');
+    execFileSync('node', [program, '-i', from, '-o', to, '-kn', '-km', '-ke', '-noq']);
+} else {
+    const { NodeIO } = await import('@gltf-transform/core');
+    const { ALL_EXTENSIONS } = await import('@gltf-transform/extensions');
+    const { dedup, flatten, instance, join, palette, prune, resample, sparse, weld } =
+        await import('@gltf-transform/functions');
+    const io = new NodeIO().registerExtensions(ALL_EXTENSIONS);
+    const document = await io.read(from);
+    await document.transform(dedup(), instance({ min: 5 }), palette({ min: 5 }), flatten(), join(), weld(), resample(),
+                             prune({ keepAttributes: false, keepLeaves: false }), sparse());
+    await io.write(to, document);
+}
