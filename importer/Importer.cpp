@@ -1,6 +1,7 @@
 #include "importer/Importer.h"
 
 #include "importer/EmptyImport.h"
+#include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
 #include "standalone/startup/StandaloneSession.h"
@@ -56,11 +57,21 @@ void Importer::roadEnded()
     m_road.release()->deleteLater();
     m_session.state<kernel::LoadedGeometries>().entries.clear();
     importer::judgeEmptiness(result, source);
+    if (result.node)
+        tellIdleSettings(result, source);
     if (result.node && m_session.settings().scene.fold)
         result.folded = importer::foldTree(m_session, result.node);
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);
+}
+
+void Importer::tellIdleSettings(ImportResult& result, importer::Source source) const
+{
+    const QStringList names = importer::idleSettings(source, m_session.settings().optimize);
+    if (!names.isEmpty())
+        result.messages << tr("%1: these settings have no effect on files of its kind: %2")
+                               .arg(result.file, names.join(QStringLiteral(", ")));
 }
 
 } // namespace zn

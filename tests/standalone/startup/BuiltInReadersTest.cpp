@@ -23,8 +23,8 @@ TEST(BuiltInReaders, AVrmlFileIsReadUnderEachOfItsExtensions)
         const QString path = folder.filePath(QString::fromUtf8(name));
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("#VRML V2.0 utf8\nDEF nut Shape { geometry IndexedFaceSet { coord Coordinate { point [ 1 2 3, 2 2 3, "
-                   "1 3 3 ] } coordIndex [ 0 1 2 -1 ] } }\n");
+        file.write("#VRML V2.0 utf8\nDEF nut Shape { geometry IndexedFaceSet { coord Coordinate { "
+                   "point [ 1 2 3, 2 2 3, 1 3 3 ] } coordIndex [ 0 1 2 -1 ] } }\n");
         file.close();
         const files::ReadResult result = zn::startup::builtInReaders().read(path);
         ASSERT_TRUE(result) << name;
