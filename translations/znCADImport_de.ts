@@ -575,6 +575,10 @@
         <source>%1: these settings have no effect on files of its kind: %2</source>
         <translation>%1: diese Einstellungen wirken auf Dateien dieser Art nicht: %2</translation>
     </message>
+    <message>
+        <source>%1: there is not enough memory to look at its normals</source>
+        <translation>%1: der Speicher reicht nicht, um die Normalen zu prüfen</translation>
+    </message>
 </context>
 <context>
     <name>zn::LeftOutContent</name>
