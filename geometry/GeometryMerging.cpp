@@ -25,22 +25,6 @@ using Companions = std::vector<osg::NodePtr>;
 /// The ids of the geometries of companions.
 using Signature = std::vector<std::uint32_t>;
 
-bool hasNothingButAName(const osg::AttachmentContainer& container)
-{
-    const osg::AttachmentMap* map = osg::AttachmentAccess::map(container);
-    return !map || std::all_of(map->entries().begin(), map->entries().end(), [](const auto& entry) {
-        return entry.attachment->getType().getId() == osg::NameAttachment::_type.getId();
-    });
-}
-
-bool isMergeable(const osg::NodePtr& node)
-{
-    const osg::GeometryPtr geometry = geometryOf(node);
-    return geometry && geometry->getType().getId() == osg::Geometry::_type.getId() && node->isActive() &&
-           node->getNChildren() == 0 && hasNothingButAName(*node) && hasNothingButAName(*geometry) &&
-           osg::GeometryAccess::mesh(*geometry).primitives.empty() && isSound(osg::GeometryAccess::mesh(*geometry));
-}
-
 Signature signatureOf(const Companions& companions)
 {
     Signature ids;
@@ -49,21 +33,39 @@ Signature signatureOf(const Companions& companions)
     return ids;
 }
 
+/// Cuts `companions` where the next one would be too much, and appends the pieces that are several.
+void appendPieces(const Companions& companions, std::size_t mostVertices, std::vector<Companions>& several)
+{
+    std::vector<Companions> pieces(1);
+    std::size_t vertices = 0;
+    for (const osg::NodePtr& node : companions) {
+        const std::size_t more = osg::GeometryAccess::mesh(*geometryOf(node)).positions.size();
+        if (more > mostVertices - std::min(vertices, mostVertices)) {
+            pieces.emplace_back();
+            vertices = 0;
+        }
+        pieces.back().push_back(node);
+        vertices += more;
+    }
+    for (Companions& piece : pieces)
+        if (piece.size() > 1)
+            several.push_back(std::move(piece));
+}
+
 /// The children of `parent` of one material and one make, several each, in their order.
-std::vector<Companions> companionsBelow(const osg::NodePtr& parent)
+std::vector<Companions> companionsBelow(const osg::NodePtr& parent, const MergingChoice& choice)
 {
     std::map<std::tuple<osg::Material*, MeshMake>, Companions> byLook;
     for (unsigned i = 0; i < parent->getNChildren(); ++i) {
         const osg::NodePtr child = parent->getChild(i);
-        if (!isMergeable(child))
+        if (!isMergeable(child) || choice.kept.contains(child.get()))
             continue;
         const osg::GeometryPtr geometry = geometryOf(child);
         byLook[{geometry->getMaterial().get(), makeOf(osg::GeometryAccess::mesh(*geometry))}].push_back(child);
     }
     std::vector<Companions> several;
-    for (auto& [look, companions] : byLook)
-        if (companions.size() > 1)
-            several.push_back(std::move(companions));
+    for (const auto& [look, companions] : byLook)
+        appendPieces(companions, choice.mostVertices, several);
     return several;
 }
 
@@ -131,11 +133,27 @@ private:
 
 } // namespace
 
-void mergeGeometry(const osg::NodePtr& root)
+bool hasNothingButAName(const osg::AttachmentContainer& container)
+{
+    const osg::AttachmentMap* map = osg::AttachmentAccess::map(container);
+    return !map || std::all_of(map->entries().begin(), map->entries().end(), [](const auto& entry) {
+        return entry.attachment->getType().getId() == osg::NameAttachment::_type.getId();
+    });
+}
+
+bool isMergeable(const osg::NodePtr& node)
+{
+    const osg::GeometryPtr geometry = geometryOf(node);
+    return geometry && geometry->getType().getId() == osg::Geometry::_type.getId() && node->isActive() &&
+           node->getNChildren() == 0 && hasNothingButAName(*node) && hasNothingButAName(*geometry) &&
+           osg::GeometryAccess::mesh(*geometry).primitives.empty() && isSound(osg::GeometryAccess::mesh(*geometry));
+}
+
+void mergeGeometry(const osg::NodePtr& root, const MergingChoice& choice)
 {
     Places all;
     for (const osg::NodePtr& node : parentsFirst(root))
-        for (Companions& companions : companionsBelow(node))
+        for (Companions& companions : companionsBelow(node, choice))
             all[signatureOf(companions)].push_back(std::move(companions));
     Leftovers leftovers;
     for (auto& [signature, places] : all) {

@@ -63,7 +63,7 @@ void judgeEmptiness(zn::ImportResult& result, Source source)
     if (std::any_of(nodes.begin(), nodes.end(), leadsSomewhere))
         return;
     const std::size_t places = placesOf(result, source, nodes.size());
-    if (source == Source::SceneFile)
+    if (source == Source::SceneFile || source == Source::MeshFile)
         result.messages << Texts::tr("%1: the file is empty: it holds no shape, mesh or curve").arg(result.file);
     else if (places > 0 && result.document)
         return; // told with the structure

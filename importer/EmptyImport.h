@@ -7,7 +7,8 @@ namespace importer
 
 /// What a result came from.
 enum class Source {
-    SceneFile, ///< a file that the host reads by itself
+    SceneFile, ///< a tree as an import made it
+    MeshFile,  ///< any other file that the host reads by itself
     CadFile,
     Document ///< a product structure
 };

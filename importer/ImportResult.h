@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geometry/NormalRepair.h"
 #include "host/OSGSystem/Node.h"
 #include "import/filetypes/znCADFileTypes.h"
 #include "importer/SceneText.h"
@@ -11,6 +12,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace zn
@@ -55,7 +57,11 @@ struct ImportResult {
     /// What a PLMXML document holds; null for another file, for one that could not be read, and, unless the request
     /// wants it, for one that the loader could read as it stands.
     std::shared_ptr<const DocumentStructure> document;
-    std::vector<TreeStep> steps; ///< of the optimisation, those begun, in order; empty unless the request wants them
+    /// Triangles of its tree with wrong normals, before they were mended; nothing unless the request wants the steps or
+    /// the setting mesh.repairNormals is on.
+    std::optional<geometry::WrongNormals> wrongNormals;
+    bool repairedNormals = false; ///< those were mended
+    std::vector<TreeStep> steps;  ///< of the optimisation, those begun, in order; empty unless the request wants them
 };
 
 } // namespace zn

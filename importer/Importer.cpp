@@ -1,10 +1,13 @@
 #include "importer/Importer.h"
 
 #include "importer/EmptyImport.h"
+#include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
+
+#include <new>
 
 using importer::ImportRoad;
 
@@ -29,6 +32,7 @@ void Importer::import(const ImportRequest& request)
         qWarning("zn::Importer: an import is running already");
         return;
     }
+    m_countsNormals = request.recordsSteps;
     m_road = ImportRoad::forRequest(request);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
@@ -56,11 +60,36 @@ void Importer::roadEnded()
     m_road.release()->deleteLater();
     m_session.state<kernel::LoadedGeometries>().entries.clear();
     importer::judgeEmptiness(result, source);
+    if (result.node) {
+        tellIdleSettings(result, source);
+        lookAtNormals(result);
+    }
     if (result.node && m_session.settings().scene.fold)
         result.folded = importer::foldTree(m_session, result.node);
     if (result.state == znCADFileTypes::JobFailed && result.error.isEmpty() && !result.messages.isEmpty())
         result.error = result.messages.last();
     Q_EMIT finished(result);
+}
+
+void Importer::tellIdleSettings(ImportResult& result, importer::Source source) const
+{
+    const QStringList names = importer::idleSettings(source, m_session.settings().optimize);
+    if (!names.isEmpty())
+        result.messages << tr("%1: these settings have no effect on files of its kind: %2")
+                               .arg(result.file, names.join(QStringLiteral(", ")));
+}
+
+void Importer::lookAtNormals(ImportResult& result) const
+{
+    const bool repairs = m_session.settings().mesh.repairNormals;
+    if (!repairs && !m_countsNormals)
+        return;
+    try {
+        result.wrongNormals = repairs ? geometry::repairNormals(result.node) : geometry::wrongNormals(result.node);
+        result.repairedNormals = repairs;
+    } catch (const std::bad_alloc&) {
+        result.messages << tr("%1: there is not enough memory to look at its normals").arg(result.file);
+    }
 }
 
 } // namespace zn

@@ -16,7 +16,8 @@ class StandaloneSession;
 namespace importer
 {
 class ImportRoad;
-}
+enum class Source;
+} // namespace importer
 
 namespace zn
 {
@@ -57,9 +58,12 @@ Q_SIGNALS:
 private:
     void receiveLog(const QString& line);
     void roadEnded();
+    void tellIdleSettings(ImportResult& result, importer::Source source) const;
+    void lookAtNormals(ImportResult& result) const;
 
     zn::StandaloneSession& m_session;
     std::unique_ptr<importer::ImportRoad> m_road;
+    bool m_countsNormals = false; ///< of the file that is imported
 };
 
 } // namespace zn

@@ -6,7 +6,8 @@
 namespace importer
 {
 
-/// A file that the host reads by itself goes through the file loader job.
+/// A file that the host reads by itself goes through the file loader job. A scene file comes in as it was written; the
+/// tree of any other one is put in order (`optimizeMeshTree`).
 class NativeRoad : public ImportRoad
 {
     Q_OBJECT
@@ -16,11 +17,12 @@ public:
     explicit NativeRoad(const zn::ImportRequest& request) : ImportRoad(request) {}
 
     void start() override;
-    Source source() const override { return Source::SceneFile; }
+    Source source() const override;
 
 private:
     /// A load that has begun is not interrupted.
     void abortJobs() override;
+    void optimize();
 
     znJobQueue m_queue;
 };

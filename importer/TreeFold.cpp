@@ -1,30 +1,15 @@
 #include "importer/TreeFold.h"
 
+#include "importer/KnownNodes.h"
 #include "scene/EditScope.h"
 #include "scene/NodeAccess.h"
 #include "scene/Wrappers.h"
-#include "standalone/startup/StandaloneSession.h"
-#include "standalone/znVariants/SessionVariants.h"
 
 #include <new>
 #include <unordered_set>
 
 namespace importer
 {
-
-namespace
-{
-
-/// The nodes that `session` knows by their ids alone.
-std::unordered_set<const osg::Node*> knownNodes(zn::StandaloneSession& session)
-{
-    std::unordered_set<const osg::Node*> known = {session.selectedNode().get()};
-    for (const auto& variant : zn::variants::sessionVariants(session).nodeVariants())
-        known.insert(variant->getNode().get());
-    return known;
-}
-
-} // namespace
 
 std::size_t foldTree(zn::StandaloneSession& session, const osg::NodePtr& root)
 {

@@ -262,6 +262,14 @@
         <source>Loading</source>
         <translation>Laden</translation>
     </message>
+    <message>
+        <source>Optimising</source>
+        <translation>Optimieren</translation>
+    </message>
+    <message>
+        <source>%1: there is not enough memory to put its tree in order</source>
+        <translation>%1: der Speicher reicht nicht, um den Baum zu ordnen</translation>
+    </message>
 </context>
 <context>
     <name>importer::NestedDocuments</name>
@@ -559,6 +567,17 @@
     <message>
         <source>the allocation of the cluster ended: all of its nodes failed</source>
         <translation>die Zuteilung auf dem Cluster ist zu Ende: alle Knoten sind ausgefallen</translation>
+    </message>
+</context>
+<context>
+    <name>zn::Importer</name>
+    <message>
+        <source>%1: these settings have no effect on files of its kind: %2</source>
+        <translation>%1: diese Einstellungen wirken auf Dateien dieser Art nicht: %2</translation>
+    </message>
+    <message>
+        <source>%1: there is not enough memory to look at its normals</source>
+        <translation>%1: der Speicher reicht nicht, um die Normalen zu prüfen</translation>
     </message>
 </context>
 <context>

@@ -106,6 +106,11 @@ struct MeshSettings : SettingGroup {
         m_list, "mesh.level", 0, SettingRange{0, 9},
         SettingHelp::tr("Which level of detail is taken of files that hold several (JT): 0 is the finest; a part with "
                         "fewer levels gives its coarsest.")};
+    Setting<bool> repairNormals{
+        m_list, "mesh.repairNormals", false,
+        SettingHelp::tr(
+            "Mend normals that are more than 60 degrees off their triangles, and turn triangles round whose "
+            "normals are on their backs. Meshes that change lose their exact surfaces.")};
     Setting<bool> wrlInMetres{
         m_list, "mesh.wrlInMetres", false,
         SettingHelp::tr("Take WRL files by their standard: metres, and Y points up. CAD systems write "

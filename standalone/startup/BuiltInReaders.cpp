@@ -33,7 +33,9 @@ files::SceneReaders builtInReaders()
     readers.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, files::obj::readObj});
     readers.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, files::gltf::readGltf});
     readers.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, files::ply::readPly});
-    readers.add({QStringLiteral("VRML97"), {QStringLiteral("wrl"), QStringLiteral("wrz")}, files::vrml::readVrml});
+    readers.add({QStringLiteral("VRML97"),
+                 {QStringLiteral("wrl"), QStringLiteral("vrml"), QStringLiteral("wrz")},
+                 files::vrml::readVrml});
     readers.add({QStringLiteral("scene file"), {QStringLiteral("osb")}, readSceneFile});
     return readers;
 }

@@ -71,6 +71,23 @@ TEST_F(ImporterTest, ANativeFileLandsInTheSceneUnderItsName)
     EXPECT_EQ(zn::countScene(session.sceneRoot()).triangles, 2u);
 }
 
+TEST_F(ImporterTest, WrongNormalsAreCountedAndMendedOnRequest)
+{
+    // The first triangle is lit from below, the second in one corner, the third is right.
+    const QString file = write(QStringLiteral("lit.obj"), "o Plate\nv 0 0 0\nv 10 0 0\nv 10 5 0\nv 0 5 0\n"
+                                                          "vn 0 0 1\nvn 0 0 -1\n"
+                                                          "f 1//2 2//2 3//2\nf 1//1 2//2 3//1\nf 1//1 3//1 4//1\n");
+    const zn::ImportResult unasked = import(file);
+    EXPECT_FALSE(unasked.wrongNormals);
+    EXPECT_FALSE(session.settings().set(QStringLiteral("mesh.repairNormals"), QStringLiteral("on")));
+    const zn::ImportResult mended = import(file);
+    ASSERT_TRUE(mended.wrongNormals);
+    EXPECT_EQ(*mended.wrongNormals, (geometry::WrongNormals{2, 1}));
+    EXPECT_TRUE(mended.repairedNormals);
+    EXPECT_EQ(geometry::wrongNormals(unasked.node.get()), (geometry::WrongNormals{2, 1}));
+    EXPECT_EQ(geometry::wrongNormals(mended.node.get()), (geometry::WrongNormals{0, 0}));
+}
+
 TEST_F(ImporterTest, AFailureNamesTheFileAndTheCause)
 {
     const QString file = folder.filePath(QStringLiteral("nowhere.obj"));

@@ -131,6 +131,11 @@ void Report::add(const zn::ImportResult& result)
                      {QStringLiteral("counts"), jsonOf(zn::countScene(result.node))},
                      {QStringLiteral("folded"), static_cast<double>(result.folded)},
                      {QStringLiteral("steps"), jsonOf(result.steps)}};
+    if (result.wrongNormals)
+        file[QStringLiteral("wrongNormals")] =
+            QJsonObject{{QStringLiteral("offPlane"), static_cast<double>(result.wrongNormals->offPlane)},
+                        {QStringLiteral("inverted"), static_cast<double>(result.wrongNormals->inverted)},
+                        {QStringLiteral("repaired"), result.repairedNormals}};
     addAttributeCounts(result.node, file);
     if (!result.error.isEmpty())
         file[QStringLiteral("error")] = result.error;

@@ -18,6 +18,19 @@ namespace ptx::occt::meshing
 namespace
 {
 
+/// The normal at a node of a face, along that of its surface.
+struct NodeNormal {
+    gp_XYZ direction;
+    bool isRegular = true; ///< the surface has one normal there, and no other from another side
+};
+
+/// Whether `normal` is no more than 60 degrees off the plane of a triangle with this normal.
+bool isNear(const gp_XYZ& normal, const gp_XYZ& plane)
+{
+    constexpr double leastCosine = 0.5;
+    return normal * plane >= leastCosine * normal.Modulus() * plane.Modulus();
+}
+
 class FaceAppender
 {
 public:
@@ -36,41 +49,66 @@ public:
 
     void append()
     {
-        const std::vector<gp_XYZ> normals = triangleNormals();
-        for (int i = 1; i <= m_mesh.NbNodes(); ++i)
-            m_first = std::min(m_first, m_builder.addVertex(toVec3f(m_mesh.Node(i).Transformed(m_place).XYZ()),
-                                                            toVec3f(placed(normalAt(i, normals)))));
+        const std::vector<gp_XYZ> sums = triangleNormals();
+        for (int i = 1; i <= m_mesh.NbNodes(); ++i) {
+            m_normals.push_back(normalAt(i, sums));
+            m_first = std::min(m_first, addVertex(i, m_normals.back().direction));
+        }
         for (int i = 1; i <= m_mesh.NbTriangles(); ++i)
             appendTriangle(i);
         m_builder.endFace();
     }
 
 private:
+    struct Triangle {
+        int nodes[3];
+        gp_XYZ normal; ///< of its plane; its length is twice the area
+    };
+
+    Triangle triangle(int index) const
+    {
+        Triangle result;
+        m_mesh.Triangle(index).Get(result.nodes[0], result.nodes[1], result.nodes[2]);
+        const gp_XYZ a = m_mesh.Node(result.nodes[0]).XYZ();
+        result.normal = (m_mesh.Node(result.nodes[1]).XYZ() - a) ^ (m_mesh.Node(result.nodes[2]).XYZ() - a);
+        return result;
+    }
+
     // Where the surface has no normal (the tip of a cone) that of the triangles around stands in.
     std::vector<gp_XYZ> triangleNormals() const
     {
         std::vector<gp_XYZ> sums(static_cast<std::size_t>(m_mesh.NbNodes()));
         for (int i = 1; i <= m_mesh.NbTriangles(); ++i) {
-            int n[3];
-            m_mesh.Triangle(i).Get(n[0], n[1], n[2]);
-            const gp_XYZ a = m_mesh.Node(n[0]).XYZ();
-            const gp_XYZ normal = (m_mesh.Node(n[1]).XYZ() - a) ^ (m_mesh.Node(n[2]).XYZ() - a);
-            for (const int node : n)
-                sums[static_cast<std::size_t>(node) - 1] += normal;
+            const Triangle all = triangle(i);
+            for (const int node : all.nodes)
+                sums[static_cast<std::size_t>(node) - 1] += all.normal;
         }
         return sums;
     }
 
-    gp_XYZ normalAt(int node, const std::vector<gp_XYZ>& sums)
+    // Where lines of the surface come together in one point, its normal is that of one side.
+    bool isRegularHere()
+    {
+        constexpr double flat = 1e-7;
+        const gp_XYZ u = m_properties.D1U().XYZ(), v = m_properties.D1V().XYZ();
+        return (u ^ v).Modulus() > flat * (u.SquareModulus() + v.SquareModulus());
+    }
+
+    NodeNormal normalAt(int node, const std::vector<gp_XYZ>& sums)
     {
         const gp_XYZ& sum = sums[static_cast<std::size_t>(node) - 1];
         if (m_hasSurface) {
             const gp_Pnt2d uv = m_mesh.UVNode(node);
             m_properties.SetParameters(uv.X(), uv.Y());
             if (m_properties.IsNormalDefined())
-                return m_properties.Normal().XYZ();
+                return {m_properties.Normal().XYZ(), isRegularHere()};
         }
-        return sum.Modulus() > gp::Resolution() ? sum.Normalized() : gp_XYZ(0, 0, 1);
+        return {sum.Modulus() > gp::Resolution() ? sum.Normalized() : gp_XYZ(0, 0, 1), !m_hasSurface};
+    }
+
+    std::uint32_t addVertex(int node, const gp_XYZ& normal)
+    {
+        return m_builder.addVertex(toVec3f(m_mesh.Node(node).Transformed(m_place).XYZ()), toVec3f(placed(normal)));
     }
 
     gp_XYZ placed(const gp_XYZ& normal) const
@@ -81,16 +119,30 @@ private:
         return length > 0 ? result * ((m_isFlipped ? -1 : 1) / length) : result;
     }
 
+    const NodeNormal& normalOf(int node) const { return m_normals[static_cast<std::size_t>(node) - 1]; }
+
+    // The vertex of a node for this triangle: one of its own where the surface's normal is that of another side.
+    std::uint32_t vertexFor(const Triangle& all, int node)
+    {
+        const NodeNormal& normal = normalOf(node);
+        if (normal.isRegular || isNear(normal.direction, all.normal))
+            return m_first + static_cast<std::uint32_t>(node - 1);
+        gp_XYZ around(0, 0, 0);
+        for (const int other : all.nodes)
+            if (other != node && normalOf(other).isRegular)
+                around += normalOf(other).direction;
+        return addVertex(node, around.Modulus() > gp::Resolution() ? around : all.normal);
+    }
+
     void appendTriangle(int index)
     {
-        int a = 0;
-        int b = 0;
-        int c = 0;
-        m_mesh.Triangle(index).Get(a, b, c);
+        const Triangle all = triangle(index);
+        std::uint32_t corners[3];
+        for (int i = 0; i < 3; ++i)
+            corners[i] = vertexFor(all, all.nodes[i]);
         if (m_isReversed)
-            std::swap(b, c);
-        const auto vertex = [this](int node) { return m_first + static_cast<std::uint32_t>(node - 1); };
-        m_builder.addTriangle(vertex(a), vertex(b), vertex(c));
+            std::swap(corners[1], corners[2]);
+        m_builder.addTriangle(corners[0], corners[1], corners[2]);
     }
 
     const Poly_Triangulation& m_mesh;
@@ -100,6 +152,7 @@ private:
     bool m_hasSurface = false;
     bool m_isReversed;
     bool m_isFlipped;
+    std::vector<NodeNormal> m_normals; ///< of the nodes, in their order
     std::uint32_t m_first = static_cast<std::uint32_t>(-1);
 };
 
@@ -109,7 +162,10 @@ bool appendFaceMesh(const TopoDS_Face& face, model::MeshBuilder& builder)
 {
     TopLoc_Location location;
     const Handle(Poly_Triangulation)& mesh = BRep_Tool::Triangulation(face, location);
-    if (mesh.IsNull() || mesh->NbTriangles() == 0 || !builder.hasRoomFor(static_cast<std::size_t>(mesh->NbNodes())))
+    if (mesh.IsNull() || mesh->NbTriangles() == 0)
+        return false;
+    // Each corner may need a vertex of its own.
+    if (!builder.hasRoomFor(static_cast<std::size_t>(mesh->NbNodes()) + 3 * std::size_t(mesh->NbTriangles())))
         return false;
     const gp_Trsf place = location.Transformation();
     FaceAppender(face, *mesh, place, builder).append();

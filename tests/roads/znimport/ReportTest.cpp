@@ -69,6 +69,16 @@ protected:
     }
 };
 
+TEST_F(ReportTest, TrianglesWithWrongNormalsAreCounted)
+{
+    const QString file = write("lit.obj", "v 0 0 0\nv 10 0 0\nv 10 5 0\nv 0 5 0\nvn 0 0 1\nvn 0 0 -1\n"
+                                          "f 1//2 2//2 3//2\nf 1//1 2//2 3//1\nf 1//1 3//1 4//1\n");
+    EXPECT_EQ(reported({file}).exitCode, 0);
+    EXPECT_EQ(report()["files"][0]["wrongNormals"], (json{{"offPlane", 2}, {"inverted", 1}, {"repaired", false}}));
+    EXPECT_EQ(reported({file, text("--set"), text("mesh.repairNormals=on")}).exitCode, 0);
+    EXPECT_EQ(report()["files"][0]["wrongNormals"], (json{{"offPlane", 2}, {"inverted", 1}, {"repaired", true}}));
+}
+
 TEST_F(ReportTest, EachStepTellsWhatItFoundAndLeft)
 {
     const QString engine = writeEngine();

@@ -1,5 +1,6 @@
 #include "standalone/startup/BuiltInReaders.h"
 
+#include "host/OSGSystem/Names.h"
 #include "tests/standalone/session/SessionTest.h"
 #include "tests/support/QtPrinters.h"
 
@@ -12,7 +13,25 @@ TEST(BuiltInReaders, KnowTheMeshFormatsAndSceneFiles)
     QStringList extensions;
     for (const files::SceneFormat& format : readers.formats())
         extensions << format.extensions;
-    EXPECT_EQ(extensions.join(QLatin1Char(' ')), QStringLiteral("obj gltf glb ply wrl wrz osb"));
+    EXPECT_EQ(extensions.join(QLatin1Char(' ')), QStringLiteral("obj gltf glb ply wrl vrml wrz osb"));
+}
+
+TEST(BuiltInReaders, AVrmlFileIsReadUnderEachOfItsExtensions)
+{
+    QTemporaryDir folder;
+    for (const char* name : {"nut.wrl", "nut.vrml", "NUT.VRML", "nut.wrz"}) {
+        const QString path = folder.filePath(QString::fromUtf8(name));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("#VRML V2.0 utf8\nDEF nut Shape { geometry IndexedFaceSet { coord Coordinate { "
+                   "point [ 1 2 3, 2 2 3, 1 3 3 ] } coordIndex [ 0 1 2 -1 ] } }\n");
+        file.close();
+        const files::ReadResult result = zn::startup::builtInReaders().read(path);
+        ASSERT_TRUE(result) << name;
+        const osg::RefPtr<osg::NodePtr> root(result.value());
+        ASSERT_EQ(root->getNChildren(), 1u) << name;
+        EXPECT_STREQ(osg::getName(root->getChild(0)), "nut") << name;
+    }
 }
 
 TEST(BuiltInReaders, AFileThatIsNoSceneFileIsRefusedWithItsPlace)
