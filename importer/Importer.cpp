@@ -3,6 +3,7 @@
 #include "importer/EmptyImport.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
+#include "standalone/reading/ChildReading.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 
@@ -29,6 +30,7 @@ void Importer::import(const ImportRequest& request)
         qWarning("zn::Importer: an import is running already");
         return;
     }
+    reading::setCancelled(m_session, false);
     m_road = ImportRoad::forRequest(request);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
@@ -38,8 +40,10 @@ void Importer::import(const ImportRequest& request)
 
 void Importer::cancel()
 {
-    if (m_road)
-        m_road->cancel();
+    if (!m_road)
+        return;
+    reading::setCancelled(m_session, true);
+    m_road->cancel();
 }
 
 void Importer::receiveLog(const QString& line)
@@ -54,6 +58,7 @@ void Importer::roadEnded()
     ImportResult result = m_road->takeResult();
     const importer::Source source = m_road->source();
     m_road.release()->deleteLater();
+    reading::setCancelled(m_session, false);
     m_session.state<kernel::LoadedGeometries>().entries.clear();
     importer::judgeEmptiness(result, source);
     if (result.node && m_session.settings().scene.fold)

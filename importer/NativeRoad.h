@@ -19,7 +19,7 @@ public:
     Source source() const override { return Source::SceneFile; }
 
 private:
-    /// A load that has begun is not interrupted.
+    /// The file loader job ends no load that has begun; a reader in a process of its own is ended by the importer.
     void abortJobs() override;
 
     znJobQueue m_queue;
