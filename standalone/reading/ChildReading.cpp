@@ -34,10 +34,9 @@ struct ReadState {
     std::vector<QEventLoop*> waits; ///< for children; one may begin while another waits
 };
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("ChildReading", text);
-}
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(ChildReading)
+};
 
 /// Waits for a child while the events go on.
 class Wait
@@ -92,7 +91,7 @@ private:
     void failIfCancelled() const
     {
         if (m_state.isCancelled)
-            m_task.fail(files::ErrorCode::Cancelled, translated("the reading was cancelled"));
+            m_task.fail(files::ErrorCode::Cancelled, Texts::tr("the reading was cancelled"));
     }
 
     /// @return the exit code
@@ -103,14 +102,14 @@ private:
             Wait wait(m_state, child);
             child.launch(zn::kernel::joinCommand(command()));
             if (!child.waitForStarted(-1))
-                m_task.fail(files::ErrorCode::ReaderFailed, translated("%1 cannot be started").arg(m_program));
+                m_task.fail(files::ErrorCode::ReaderFailed, Texts::tr("%1 cannot be started").arg(m_program));
             if (child.state() != QProcess::NotRunning)
                 wait.untilQuit();
         }
         const std::optional<int> code = znJobs::readExitCode(child);
         child.endNow();
         if (!code)
-            m_task.fail(files::ErrorCode::Cancelled, translated("the reading was cancelled"));
+            m_task.fail(files::ErrorCode::Cancelled, Texts::tr("the reading was cancelled"));
         return *code;
     }
 
@@ -183,7 +182,7 @@ osg::NodePtr readMesh(Session& session, files::ReadTask& task, const files::Read
         return ChildRead(session, task, program).read();
     if (bool& hasTold = session.state<ReadState>().hasToldMissingProgram; !hasTold) {
         hasTold = true;
-        znLog::error(translated("ptxconvert is not installed: mesh files are read by this process").toUtf8());
+        znLog::error(Texts::tr("ptxconvert is not installed: mesh files are read by this process").toUtf8());
     }
     return inProcess(task);
 }
