@@ -12,7 +12,7 @@ namespace files
 namespace
 {
 
-constexpr std::array<std::pair<ErrorCode, const char*>, 23> names = {{
+constexpr std::array<std::pair<ErrorCode, const char*>, 25> names = {{
     {ErrorCode::NotFound, "NotFound"},
     {ErrorCode::NotRegular, "NotRegular"},
     {ErrorCode::NotReadable, "NotReadable"},
@@ -36,6 +36,8 @@ constexpr std::array<std::pair<ErrorCode, const char*>, 23> names = {{
     {ErrorCode::TooLarge, "TooLarge"},
     {ErrorCode::CannotCreate, "CannotCreate"},
     {ErrorCode::WriteFailed, "WriteFailed"},
+    {ErrorCode::ReaderFailed, "ReaderFailed"},
+    {ErrorCode::Cancelled, "Cancelled"},
 }};
 
 } // namespace

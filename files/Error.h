@@ -30,6 +30,9 @@ enum class ErrorCode {
     TooLarge,           ///< more than the 4 GiB that a binary glTF file can have
     CannotCreate,       ///< the output folder is missing or not writable, or the target is no regular file
     WriteFailed,        ///< the disk is full, or a size limit of the process was met
+    ReaderFailed,       ///< the process that was to read the file did not come to an end of its own
+    Cancelled,          ///< somebody asked for the end
+    Last = Cancelled,
 };
 
 /// The code as a word for logs, such as "DamagedMesh".

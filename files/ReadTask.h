@@ -3,6 +3,7 @@
 #include "files/SceneReader.h"
 #include "files/Text.h"
 
+#include <utility>
 #include <vector>
 
 namespace files
@@ -27,6 +28,8 @@ public:
     void warn(const QString& message, const QString& place = {}) { warnIn(m_path, message, place); }
     void warnIn(const QString& file, const QString& message, const QString& place = {});
     std::vector<Note> warnings() const;
+    /// The warnings of a run elsewhere that did the work of this one, in place of those so far.
+    void adoptWarnings(std::vector<Note> warnings) { m_warnings = std::move(warnings); }
 
     /// Hold what is about to be made against the limits.
     void countNodes(std::uint64_t count);

@@ -4,6 +4,7 @@
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
+#include "standalone/reading/ChildReading.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 
@@ -33,6 +34,7 @@ void Importer::import(const ImportRequest& request)
         return;
     }
     m_countsNormals = request.recordsSteps;
+    reading::setCancelled(m_session, false);
     m_road = ImportRoad::forRequest(request);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
@@ -42,8 +44,10 @@ void Importer::import(const ImportRequest& request)
 
 void Importer::cancel()
 {
-    if (m_road)
-        m_road->cancel();
+    if (!m_road)
+        return;
+    reading::setCancelled(m_session, true);
+    m_road->cancel();
 }
 
 void Importer::receiveLog(const QString& line)
@@ -58,6 +62,7 @@ void Importer::roadEnded()
     ImportResult result = m_road->takeResult();
     const importer::Source source = m_road->source();
     m_road.release()->deleteLater();
+    reading::setCancelled(m_session, false);
     m_session.state<kernel::LoadedGeometries>().entries.clear();
     importer::judgeEmptiness(result, source);
     if (result.node) {

@@ -20,7 +20,7 @@ public:
     Source source() const override;
 
 private:
-    /// A load that has begun is not interrupted.
+    /// The file loader job ends no load that has begun; a reader in a process of its own is ended by the importer.
     void abortJobs() override;
     void optimize();
 

@@ -16,6 +16,8 @@ inline constexpr char Version[] = "--version";
 inline constexpr char Help[] = "--help";
 /// Takes a path; alone on the command line. The program becomes the server of `ptxlaunch` there.
 inline constexpr char Serve[] = "--serve";
+/// Alone in front of a mesh file, the scene file to make, and words of options: reads on behalf of a host.
+inline constexpr char ReadMesh[] = "--read-mesh";
 
 } // namespace option
 

@@ -2,6 +2,21 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>ChildReading</name>
+    <message>
+        <source>the reading was cancelled</source>
+        <translation>das Lesen wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>%1 lässt sich nicht starten</translation>
+    </message>
+    <message>
+        <source>ptxconvert is not installed: mesh files are read by this process</source>
+        <translation>ptxconvert ist nicht installiert: Netzdateien liest dieser Prozess</translation>
+    </message>
+</context>
+<context>
     <name>ConverterFailure</name>
     <message>
         <source>The converter ended well.</source>

@@ -44,6 +44,9 @@ struct FileSettings : SettingGroup {
     /// Which scene files are mapped.
     enum class MappedFiles { Own, All, None };
 
+    /// Where mesh files are read.
+    enum class Reading { Child, Process };
+
     ///@{
     /// What the help says.
     Setting<QString> temporaryFolder{
@@ -56,6 +59,13 @@ struct FileSettings : SettingGroup {
         {QStringLiteral("own"), QStringLiteral("all"), QStringLiteral("none")},
         SettingHelp::tr("Which scene files are mapped instead of read into memory: own are those in the session's own "
                         "folder. A mapped file that somebody cuts short ends the program.")};
+    Setting<Reading> reading{
+        m_list,
+        "files.reading",
+        Reading::Child,
+        {QStringLiteral("child"), QStringLiteral("process")},
+        SettingHelp::tr("Where mesh files (OBJ, glTF, PLY, WRL) are read: in a child process, which can be stopped and "
+                        "whose crash costs one file, or in this process, which takes no start of another.")};
     ///@}
 };
 

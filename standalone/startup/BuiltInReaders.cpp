@@ -1,12 +1,12 @@
 #include "standalone/startup/BuiltInReaders.h"
 
 #include "files/ReadTask.h"
-#include "files/gltf/GltfReader.h"
-#include "files/obj/ObjReader.h"
-#include "files/ply/PlyReader.h"
+#include "files/meshes/MeshReaders.h"
 #include "files/scenefile/SceneFile.h"
-#include "files/vrml/VrmlReader.h"
 #include "standalone/loading/SceneFilePolicy.h"
+#include "standalone/reading/ChildReading.h"
+
+#include <utility>
 
 namespace zn::startup
 {
@@ -25,18 +25,31 @@ osg::NodePtr readSceneFile(files::ReadTask& task)
     return result.value();
 }
 
+void addSceneFile(files::SceneReaders& readers)
+{
+    readers.add({QStringLiteral("scene file"), {QStringLiteral("osb")}, readSceneFile});
+}
+
 } // namespace
 
 files::SceneReaders builtInReaders()
 {
+    files::SceneReaders readers = files::meshes::meshReaders();
+    addSceneFile(readers);
+    return readers;
+}
+
+files::SceneReaders sessionReaders(Session& session)
+{
     files::SceneReaders readers;
-    readers.add({QStringLiteral("Wavefront OBJ"), {QStringLiteral("obj")}, files::obj::readObj});
-    readers.add({QStringLiteral("glTF 2.0"), {QStringLiteral("gltf"), QStringLiteral("glb")}, files::gltf::readGltf});
-    readers.add({QStringLiteral("PLY"), {QStringLiteral("ply")}, files::ply::readPly});
-    readers.add({QStringLiteral("VRML97"),
-                 {QStringLiteral("wrl"), QStringLiteral("vrml"), QStringLiteral("wrz")},
-                 files::vrml::readVrml});
-    readers.add({QStringLiteral("scene file"), {QStringLiteral("osb")}, readSceneFile});
+    const files::SceneReaders inProcess = files::meshes::meshReaders();
+    for (files::SceneFormat format : inProcess.formats()) {
+        format.read = [&session, read = format.read](files::ReadTask& task) {
+            return reading::readMesh(session, task, read);
+        };
+        readers.add(std::move(format));
+    }
+    addSceneFile(readers);
     return readers;
 }
 

@@ -47,7 +47,7 @@ StandaloneSession::StandaloneSession()
     utils::setTemporaryFolder(temporaryFolder().toStdString());
     znJobs::setProcessLimitProvider(processLimitOf(settings()));
     znJobs::setLossJudge(kernel::judgeLaunch);
-    state<files::SceneReaders>() = startup::builtInReaders();
+    state<files::SceneReaders>() = startup::sessionReaders(*this);
     offerAssetCalls(*this);
 }
 

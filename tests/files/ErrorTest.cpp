@@ -38,7 +38,7 @@ TEST(ErrorTest, PercentSignsOfAFileNameStayAsTheyAre)
 TEST(ErrorTest, EachCodeHasANameOfItsOwn)
 {
     std::set<std::string> names;
-    const int last = static_cast<int>(ErrorCode::WriteFailed);
+    const int last = static_cast<int>(ErrorCode::Last);
     for (int code = 0; code <= last; ++code)
         names.insert(files::errorName(static_cast<ErrorCode>(code)));
     EXPECT_EQ(names.size(), static_cast<std::size_t>(last) + 1);
@@ -47,6 +47,8 @@ TEST(ErrorTest, EachCodeHasANameOfItsOwn)
     EXPECT_STREQ(files::errorName(ErrorCode::DamagedMesh), "DamagedMesh");
     EXPECT_STREQ(files::errorName(ErrorCode::TooLarge), "TooLarge");
     EXPECT_STREQ(files::errorName(ErrorCode::WriteFailed), "WriteFailed");
+    EXPECT_STREQ(files::errorName(ErrorCode::ReaderFailed), "ReaderFailed");
+    EXPECT_STREQ(files::errorName(ErrorCode::Cancelled), "Cancelled");
 }
 
 TEST(ErrorTest, ANumberThatIsNoCodeIsUnknown)

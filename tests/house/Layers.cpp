@@ -55,6 +55,7 @@ std::vector<Layer> makeLayers()
         {"files/*", formats},
         {"files/glb", together(formats, {"files/glb"})},
         {"files/gltf", together(formats, {"files/gltf"})},
+        {"files/meshes", together(formats, {"files/gltf", "files/meshes", "files/obj", "files/ply", "files/vrml"})},
         {"files/obj", together(formats, {"files/obj"})},
         {"files/ply", together(formats, {"files/ply"})},
         {"files/scenefile", together(formats, {"files/scenefile"})},

@@ -6,6 +6,7 @@
 #include "tests/support/LoadRecorder.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
 #include <QSignalSpy>
@@ -185,6 +186,24 @@ TEST_F(ImporterTest, CancelEndsARunningConversion)
     EXPECT_TRUE(result.cancelled);
     EXPECT_EQ(result.state, znCADFileTypes::JobFailed);
     EXPECT_FALSE(result.node);
+}
+
+TEST_F(ImporterTest, CancelEndsTheReadOfALargeFile)
+{
+    QByteArray text;
+    for (int i = 0; i < 1'000'000; ++i)
+        text += "v " + QByteArray::number(i) + " 0 0\nv 0 1 0\nv 0 0 1\nf -1 -2 -3\n";
+    QElapsedTimer sinceCancel;
+    QTimer::singleShot(500, &importer, [&] {
+        importer.cancel();
+        sinceCancel.start();
+    });
+    const zn::ImportResult result = import(write(QStringLiteral("large.obj"), text));
+    EXPECT_LT(sinceCancel.elapsed(), 500);
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_FALSE(result.node);
+    EXPECT_EQ(session.sceneRoot()->getNChildren(), 0u);
+    EXPECT_EQ(import(write(QStringLiteral("plate.obj"), plateObj)).state, znCADFileTypes::JobSucceeded);
 }
 
 TEST_F(ImporterTest, CancelBeforeALoadBeginsEndsIt)

@@ -80,7 +80,8 @@ TEST(TranslationFileTest, EveryTextOfTheSourcesIsTranslated)
     ASSERT_TRUE(QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner));
     QStringList arguments{QStringLiteral("-silent"), QStringLiteral("-I"), root.path(), QStringLiteral("-locations"),
                           QStringLiteral("none")};
-    for (const char* source : {"converter", "importer", "loader", "standalone/znKernel", "tools/znimport"})
+    for (const char* source :
+         {"converter", "importer", "loader", "standalone/reading", "standalone/znKernel", "tools/znimport"})
         if (root.exists(QString::fromUtf8(source)))
             arguments.append(root.filePath(QString::fromUtf8(source)));
     arguments << QStringLiteral("-ts") << copy;

@@ -30,32 +30,66 @@ std::string loaderText()
     return text ? text : "the loader gives no reason";
 }
 
-} // namespace
-
-ptx::core::Trouble checkBuild(const ptx::readers::Module& module)
+ptx::core::Trouble checkBuild(std::string_view version, std::string_view own, bool hasSameTypes)
 {
-    const ptx::readers::Module own = ptx::readers::moduleOf("", nullptr);
-    if (std::string_view(module.version) != own.version)
-        return ptx::core::Failure{ptx::core::ExitCode::Unsupported, "it belongs to version " +
-                                                                        std::string(module.version) +
-                                                                        ", the program is version " + own.version};
-    if (module.bytesOfJob != own.bytesOfJob || module.bytesOfModel != own.bytesOfModel)
-        return ptx::core::Failure{ptx::core::ExitCode::Unsupported, "it comes from another build than the program"};
+    using ptx::core::ExitCode;
+    if (version != own)
+        return ptx::core::Failure{ExitCode::Unsupported, "it belongs to version " + std::string(version) +
+                                                             ", the program is version " + std::string(own)};
+    if (!hasSameTypes)
+        return ptx::core::Failure{ExitCode::Unsupported, "it comes from another build than the program"};
     return std::nullopt;
 }
 
-ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name, Binding binding)
+/// What the library exports under its own name.
+ptx::core::Outcome<void*> loadEntry(const std::string& name, Binding binding)
 {
     const std::string path = pathOf(name);
     void* library = dlopen(path.c_str(), (binding == Binding::AtOnce ? RTLD_NOW : RTLD_LAZY) | RTLD_LOCAL);
     if (!library)
         return unusable(path, loaderText());
-    const auto entry = reinterpret_cast<ptx::readers::ModuleEntry*>(dlsym(library, name.c_str()));
+    void* entry = dlsym(library, name.c_str());
     if (!entry)
         return unusable(path, loaderText());
-    const ptx::readers::Module* module = entry();
+    return entry;
+}
+
+} // namespace
+
+ptx::core::Trouble checkBuild(const ptx::readers::Module& module)
+{
+    const ptx::readers::Module own = ptx::readers::moduleOf("", nullptr);
+    const bool isAlike = module.bytesOfJob == own.bytesOfJob && module.bytesOfModel == own.bytesOfModel;
+    return checkBuild(module.version, own.version, isAlike);
+}
+
+ptx::core::Trouble checkBuild(const MeshModule& module)
+{
+    const MeshModule own = meshModuleOf(nullptr);
+    const bool isAlike = module.bytesOfOptions == own.bytesOfOptions && module.bytesOfResult == own.bytesOfResult;
+    return checkBuild(module.version, own.version, isAlike);
+}
+
+ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name, Binding binding)
+{
+    const ptx::core::Outcome<void*> entry = loadEntry(name, binding);
+    if (!entry)
+        return entry.failure();
+    const ptx::readers::Module* module = reinterpret_cast<ptx::readers::ModuleEntry*>(entry.value())();
     if (const ptx::core::Trouble trouble = checkBuild(*module))
-        return unusable(path, trouble->message);
+        return unusable(pathOf(name), trouble->message);
+    return module;
+}
+
+ptx::core::Outcome<const MeshModule*> loadMeshReader()
+{
+    constexpr const char* name = "ptxmesh";
+    const ptx::core::Outcome<void*> entry = loadEntry(name, Binding::AtFirstCall);
+    if (!entry)
+        return entry.failure();
+    const MeshModule* module = reinterpret_cast<MeshModuleEntry*>(entry.value())();
+    if (const ptx::core::Trouble trouble = checkBuild(*module))
+        return unusable(pathOf(name), trouble->message);
     return module;
 }
 

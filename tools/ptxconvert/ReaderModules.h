@@ -2,6 +2,7 @@
 
 #include "ptx/core/Outcome.h"
 #include "ptx/readers/Module.h"
+#include "tools/ptxconvert/meshes/MeshModule.h"
 
 #include <string>
 
@@ -22,5 +23,9 @@ ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& na
 
 /// Whether `module` was built with this program; else a sentence.
 ptx::core::Trouble checkBuild(const ptx::readers::Module& module);
+ptx::core::Trouble checkBuild(const MeshModule& module);
+
+/// The reader of mesh files, which is a library as well: most conversions have no use for what it is linked with.
+ptx::core::Outcome<const MeshModule*> loadMeshReader();
 
 } // namespace ptxconvert

@@ -1,5 +1,7 @@
 #include "protocol/Options.h"
 #include "ptx/conversion/Conversion.h"
+#include "ptx/conversion/TreeReading.h"
+#include "tools/ptxconvert/ReaderModules.h"
 #include "tools/ptxconvert/ReaderTable.h"
 #include "tools/ptxconvert/series/Series.h"
 #include "tools/ptxconvert/server/ForkServer.h"
@@ -86,10 +88,20 @@ int perform(const ptx::core::CommandLine& line)
     return static_cast<int>(ptx::conversion::convert(line, ptxconvert::formats()));
 }
 
+ptx::core::Outcome<ptx::conversion::TreeReader> meshReader()
+{
+    const ptx::core::Outcome<const ptxconvert::MeshModule*> module = ptxconvert::loadMeshReader();
+    if (!module)
+        return module.failure();
+    return ptx::conversion::TreeReader(module.value()->read);
+}
+
 int run(const std::vector<std::string>& arguments)
 {
     // File names are bytes that mean UTF-8, whatever locale the process was started under; numbers stay in "C".
     std::setlocale(LC_CTYPE, "C.UTF-8");
+    if (!arguments.empty() && arguments.front() == protocol::option::ReadMesh)
+        return static_cast<int>(ptx::conversion::readTree(arguments, meshReader));
     ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
     if (!line) {
         std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::core::usageText().c_str());
