@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/References.h"
 #include "files/SceneReader.h"
 #include "files/Text.h"
 
@@ -12,7 +13,7 @@ namespace files
 class ReadTask
 {
 public:
-    ReadTask(const QString& path, const ReadOptions& options) : m_path(path), m_options(options) {}
+    ReadTask(const QString& path, const ReadOptions& options);
 
     const QString& path() const { return m_path; }
     const ReadOptions& options() const { return m_options; }
@@ -27,6 +28,12 @@ public:
     void warn(const QString& message, const QString& place = {}) { warnIn(m_path, message, place); }
     void warnIn(const QString& file, const QString& message, const QString& place = {});
     std::vector<Note> warnings() const;
+
+    /// Why `path` may not be taken by what stands in the file `from`; nothing when it may.
+    std::optional<references::Refusal> refusal(references::Use use, const QString& path, const QString& from) const
+    {
+        return refusalOf(m_options.references, use, path, from);
+    }
 
     /// Hold what is about to be made against the limits.
     void countNodes(std::uint64_t count);

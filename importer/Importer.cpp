@@ -3,8 +3,11 @@
 #include "importer/EmptyImport.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
+#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
+
+#include <QFileInfo>
 
 using importer::ImportRoad;
 
@@ -29,6 +32,7 @@ void Importer::import(const ImportRequest& request)
         qWarning("zn::Importer: an import is running already");
         return;
     }
+    m_session.state<loading::ImportedFile>().path = QFileInfo(request.file).absoluteFilePath();
     m_road = ImportRoad::forRequest(request);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
@@ -55,6 +59,7 @@ void Importer::roadEnded()
     const importer::Source source = m_road->source();
     m_road.release()->deleteLater();
     m_session.state<kernel::LoadedGeometries>().entries.clear();
+    m_session.state<loading::ImportedFile>() = {};
     importer::judgeEmptiness(result, source);
     if (result.node && m_session.settings().scene.fold)
         result.folded = importer::foldTree(m_session, result.node);
