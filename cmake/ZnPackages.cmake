@@ -20,6 +20,13 @@ add_library(zn_minizip UNKNOWN IMPORTED)
 set_target_properties(zn_minizip PROPERTIES
   IMPORTED_LOCATION ${MINIZIP_LIBRARY}
   INTERFACE_INCLUDE_DIRECTORIES ${MINIZIP_INCLUDE_DIR})
+# libseccomp ships no CMake package.
+find_path(SECCOMP_INCLUDE_DIR seccomp.h REQUIRED)
+find_library(SECCOMP_LIBRARY seccomp REQUIRED)
+add_library(zn_seccomp UNKNOWN IMPORTED)
+set_target_properties(zn_seccomp PROPERTIES
+  IMPORTED_LOCATION ${SECCOMP_LIBRARY}
+  INTERFACE_INCLUDE_DIRECTORIES ${SECCOMP_INCLUDE_DIR})
 find_package(assimp 5.2 REQUIRED)
 find_package(TinyGLTF 2.7 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)

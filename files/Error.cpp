@@ -12,32 +12,20 @@ namespace files
 namespace
 {
 
-constexpr std::array<std::pair<ErrorCode, const char*>, 25> names = {{
-    {ErrorCode::NotFound, "NotFound"},
-    {ErrorCode::NotRegular, "NotRegular"},
-    {ErrorCode::NotReadable, "NotReadable"},
-    {ErrorCode::ReadFailed, "ReadFailed"},
-    {ErrorCode::UnknownFormat, "UnknownFormat"},
-    {ErrorCode::NotASceneFile, "NotASceneFile"},
-    {ErrorCode::UnsupportedVersion, "UnsupportedVersion"},
-    {ErrorCode::Unsupported, "Unsupported"},
-    {ErrorCode::Empty, "Empty"},
-    {ErrorCode::Truncated, "Truncated"},
-    {ErrorCode::Damaged, "Damaged"},
-    {ErrorCode::DamagedHeader, "DamagedHeader"},
-    {ErrorCode::DamagedTable, "DamagedTable"},
-    {ErrorCode::DamagedGraph, "DamagedGraph"},
-    {ErrorCode::DamagedMesh, "DamagedMesh"},
-    {ErrorCode::WrongChecksum, "WrongChecksum"},
-    {ErrorCode::LimitExceeded, "LimitExceeded"},
-    {ErrorCode::OutOfMemory, "OutOfMemory"},
-    {ErrorCode::NothingToWrite, "NothingToWrite"},
-    {ErrorCode::InvalidMesh, "InvalidMesh"},
-    {ErrorCode::TooLarge, "TooLarge"},
-    {ErrorCode::CannotCreate, "CannotCreate"},
-    {ErrorCode::WriteFailed, "WriteFailed"},
-    {ErrorCode::ReaderFailed, "ReaderFailed"},
-    {ErrorCode::Cancelled, "Cancelled"},
+constexpr std::array<std::pair<ErrorCode, const char*>, 26> names = {{
+    {ErrorCode::NotFound, "NotFound"},           {ErrorCode::NotRegular, "NotRegular"},
+    {ErrorCode::NotReadable, "NotReadable"},     {ErrorCode::Refused, "Refused"},
+    {ErrorCode::ReadFailed, "ReadFailed"},       {ErrorCode::UnknownFormat, "UnknownFormat"},
+    {ErrorCode::NotASceneFile, "NotASceneFile"}, {ErrorCode::UnsupportedVersion, "UnsupportedVersion"},
+    {ErrorCode::Unsupported, "Unsupported"},     {ErrorCode::Empty, "Empty"},
+    {ErrorCode::Truncated, "Truncated"},         {ErrorCode::Damaged, "Damaged"},
+    {ErrorCode::DamagedHeader, "DamagedHeader"}, {ErrorCode::DamagedTable, "DamagedTable"},
+    {ErrorCode::DamagedGraph, "DamagedGraph"},   {ErrorCode::DamagedMesh, "DamagedMesh"},
+    {ErrorCode::WrongChecksum, "WrongChecksum"}, {ErrorCode::LimitExceeded, "LimitExceeded"},
+    {ErrorCode::OutOfMemory, "OutOfMemory"},     {ErrorCode::NothingToWrite, "NothingToWrite"},
+    {ErrorCode::InvalidMesh, "InvalidMesh"},     {ErrorCode::TooLarge, "TooLarge"},
+    {ErrorCode::CannotCreate, "CannotCreate"},   {ErrorCode::WriteFailed, "WriteFailed"},
+    {ErrorCode::ReaderFailed, "ReaderFailed"},   {ErrorCode::Cancelled, "Cancelled"},
 }};
 
 } // namespace

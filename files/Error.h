@@ -10,6 +10,7 @@ enum class ErrorCode {
     NotFound,           ///< the file is missing; for a scene file also: it cannot be opened
     NotRegular,         ///< a folder, a pipe or a device
     NotReadable,        ///< nothing that this user may read
+    Refused,            ///< named by a file that may not name it, see `references::Policy`
     ReadFailed,         ///< the system could not map or read the file
     UnknownFormat,      ///< no reader for the extension
     NotASceneFile,      ///< no scene file, or one that a transfer as text has changed

@@ -1,6 +1,7 @@
 #include "files/ReadRequest.h"
 
 #include <cmath>
+#include <optional>
 
 namespace files
 {
@@ -11,6 +12,9 @@ namespace
 constexpr QLatin1String upAxis("up");
 constexpr QLatin1String millimetres("unit");
 constexpr QLatin1String wrlInMetres("wrl-in-metres");
+constexpr QLatin1String rule("references");
+constexpr QLatin1String topFolder("references-below");
+constexpr QLatin1String openFolder("references-folder");
 
 struct NamedLimit {
     QLatin1String name;
@@ -58,12 +62,25 @@ bool takeUnit(double& unit, const QString& value)
     return isNumber && std::isfinite(unit) && unit > 0;
 }
 
+bool takeReference(references::Policy& policy, const QString& name, const QString& value)
+{
+    if (name == topFolder)
+        policy.top = value.toStdString();
+    else if (name == openFolder)
+        policy.folders.push_back(value.toStdString());
+    else if (const std::optional<references::Rule> found = references::ruleOf(value.toStdString()))
+        policy.rule = *found;
+    else
+        return false;
+    return true;
+}
+
 } // namespace
 
 QStringList wordsOf(const ReadOptions& options)
 {
     // Names every member, so that a new one cannot be forgotten here. How a scene file is read is the host's business.
-    const auto& [up, unit, inMetres, mapsFile, limits] = options;
+    const auto& [up, unit, inMetres, mapsFile, policy, limits] = options;
     [[maybe_unused]] const auto& [bytes, nodes, vertices, depth, memory] = limits;
     (void)mapsFile;
     QStringList words = {word(upAxis, up == UpAxis::Y ? QStringLiteral("y") : QStringLiteral("z")),
@@ -71,6 +88,10 @@ QStringList wordsOf(const ReadOptions& options)
                          word(wrlInMetres, inMetres ? QStringLiteral("1") : QStringLiteral("0"))};
     for (const NamedLimit& named : namedLimits)
         words.append(word(named.name, QString::number(limits.*named.limit)));
+    words.append(word(rule, QLatin1String(references::word(policy.rule))));
+    words.append(word(topFolder, QString::fromStdString(policy.top)));
+    for (const std::string& folder : policy.folders)
+        words.append(word(openFolder, QString::fromStdString(folder)));
     return words;
 }
 
@@ -87,6 +108,8 @@ bool takeWord(ReadOptions& options, const QString& word)
         return takeUnit(options.millimetresPerUnit, value);
     if (name == wrlInMetres)
         return takeSwitch(options.vrmlInMetres, value);
+    if (name == rule || name == topFolder || name == openFolder)
+        return takeReference(options.references, name, value);
     return takeLimit(options.limits, name, value);
 }
 

@@ -2,6 +2,8 @@
 
 #include "files/Failure.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <limits>
 
@@ -38,6 +40,12 @@ std::uint64_t times(std::uint64_t count, std::uint64_t bytes)
 QString linePlace(std::uint64_t line)
 {
     return tr("line %1").arg(line);
+}
+
+ReadTask::ReadTask(const QString& path, const ReadOptions& options) : m_path(path), m_options(options)
+{
+    if (m_options.references.top.empty())
+        m_options.references.top = QFileInfo(path).absolutePath().toStdString();
 }
 
 void ReadTask::fail(ErrorCode code, const QString& message, const QString& place) const

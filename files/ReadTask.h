@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/References.h"
 #include "files/SceneReader.h"
 #include "files/Text.h"
 
@@ -13,7 +14,7 @@ namespace files
 class ReadTask
 {
 public:
-    ReadTask(const QString& path, const ReadOptions& options) : m_path(path), m_options(options) {}
+    ReadTask(const QString& path, const ReadOptions& options);
 
     const QString& path() const { return m_path; }
     const ReadOptions& options() const { return m_options; }
@@ -30,6 +31,12 @@ public:
     std::vector<Note> warnings() const;
     /// The warnings of a run elsewhere that did the work of this one, in place of those so far.
     void adoptWarnings(std::vector<Note> warnings) { m_warnings = std::move(warnings); }
+
+    /// Why `path` may not be taken by what stands in the file `from`; nothing when it may.
+    std::optional<references::Refusal> refusal(references::Use use, const QString& path, const QString& from) const
+    {
+        return refusalOf(m_options.references, use, path, from);
+    }
 
     /// Hold what is about to be made against the limits.
     void countNodes(std::uint64_t count);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Expected.h"
+#include "files/references/ReferencePolicy.h"
 #include "host/OSGSystem/Node.h"
 
 #include <QString>
@@ -38,6 +39,8 @@ struct ReadOptions {
     /// A scene file is mapped rather than read into memory: for one that nobody cuts short while its tree lives, which
     /// would end the process with SIGBUS.
     bool mapsFile = false;
+    /// Which files it may name. Without a folder of the file that was asked for, that of the file that is read counts.
+    references::Policy references;
     ReadLimits limits;
 };
 

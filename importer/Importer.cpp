@@ -4,9 +4,12 @@
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
+#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/reading/ChildReading.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
+
+#include <QFileInfo>
 
 #include <new>
 
@@ -35,6 +38,7 @@ void Importer::import(const ImportRequest& request)
     }
     m_countsNormals = request.recordsSteps;
     reading::setCancelled(m_session, false);
+    m_session.state<loading::ImportedFile>().path = QFileInfo(request.file).absoluteFilePath();
     m_road = ImportRoad::forRequest(request);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
@@ -64,6 +68,7 @@ void Importer::roadEnded()
     m_road.release()->deleteLater();
     reading::setCancelled(m_session, false);
     m_session.state<kernel::LoadedGeometries>().entries.clear();
+    m_session.state<loading::ImportedFile>() = {};
     importer::judgeEmptiness(result, source);
     if (result.node) {
         tellIdleSettings(result, source);

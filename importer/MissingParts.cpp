@@ -5,6 +5,9 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "importer/plmxml/FileFinder.h"
+#include "standalone/loading/ReferenceCheck.h"
+#include "standalone/session/Session.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -48,6 +51,9 @@ QString reasonFor(const QString& file, const std::vector<MissingPart>& failed)
     for (const MissingPart& part : failed)
         if (part.file == file)
             return part.reason;
+    if (Session* const session = Session::current())
+        if (const auto refusal = loading::refusalOfDocument(*session, file))
+            return files::textOf(*refusal);
     return QFileInfo::exists(file) ? Texts::tr("the file could not be read") : Texts::tr("there is no such file");
 }
 
@@ -78,7 +84,7 @@ std::vector<MissingPart> unreadParts(const osg::NodePtr& root, const std::vector
     std::vector<MissingPart> parts;
     std::map<QString, std::size_t> known;
     osg::traverse(root, [&](const osg::NodePtr& node) {
-        const QString file = QString::fromStdString(unreadFile(node));
+        const QString file = importer::plmxml::withoutClosedMark(QString::fromStdString(unreadFile(node)));
         if (file.isEmpty())
             return osg::Action::Continue;
         const auto [entry, isNew] = known.emplace(file, parts.size());

@@ -10,6 +10,7 @@
 #include "importer/PreparedDocument.h"
 #include "importer/RepeatedParts.h"
 #include "plmxml/znPLMXMLLoaderJob.h"
+#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/startup/StandaloneSession.h"
 
 #include <QFileInfo>
@@ -94,7 +95,10 @@ plmxml::NormaliserOptions PlmxmlRoad::options(bool wantsFacts)
     constexpr std::size_t placesOfMegabyte = 1024; // a place takes about 1 KB with its record and its node
     const std::size_t megabytes = zn::StandaloneSession::require().settings().read.memory.value();
     const std::size_t mostPlaces = std::min(plmxml::PlaceWalk::MaxPlaces, megabytes * placesOfMegabyte);
-    return {request().preferredFormats, {}, wantsFacts, standIn, {}, mostPlaces};
+    const auto allows = [](const QString& path) {
+        return !zn::loading::refusalOfDocument(zn::StandaloneSession::require(), path);
+    };
+    return {request().preferredFormats, allows, wantsFacts, standIn, {}, mostPlaces};
 }
 
 void PlmxmlRoad::endWithout(const QString& reason)

@@ -7,6 +7,7 @@
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "importer/AttributeText.h"
+#include "protocol/Printable.h"
 #include "scene/CoreMaterial.h"
 #include "scene/Mesh.h"
 
@@ -53,7 +54,7 @@ CoreNumbers numberSharedCores(const osg::NodePtr& root)
 
 std::string quoted(const char* text)
 {
-    return text ? " '" + std::string(text) + "'" : std::string();
+    return text ? " '" + protocol::printableLine(text) + "'" : std::string();
 }
 
 std::string describeGeometry(const osg::Geometry& geometry)

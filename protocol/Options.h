@@ -7,10 +7,14 @@ namespace protocol
 namespace option
 {
 
-inline constexpr char ExternalParts[] = "--external-parts"; ///< keep references to part files
-inline constexpr char Set[] = "--set";                      ///< takes name=value; `ptxtessellate` has it as well
-inline constexpr char Folder[] = "-o";                      ///< takes the folder for the outputs of several inputs
-inline constexpr char Jobs[] = "-j";                        ///< takes how many of these are converted at a time
+inline constexpr char ExternalParts[] = "--external-parts";     ///< keep references to part files
+inline constexpr char Set[] = "--set";                          ///< takes name=value; `ptxtessellate` has it as well
+inline constexpr char Folder[] = "-o";                          ///< takes the folder for the outputs of several inputs
+inline constexpr char Jobs[] = "-j";                            ///< takes how many of these are converted at a time
+inline constexpr char References[] = "--references";            ///< takes parts, below or none
+inline constexpr char ReferencesBelow[] = "--references-below"; ///< takes the folder that is meant by below
+inline constexpr char AllowReferences[] = "--allow-references"; ///< takes a folder; may be given several times
+inline constexpr char Sandbox[] = "--sandbox"; ///< takes on, off or require; `ptxtessellate` has it as well
 inline constexpr char HelpSettings[] = "--help-settings";
 inline constexpr char Version[] = "--version";
 inline constexpr char Help[] = "--help";

@@ -129,7 +129,10 @@ GltfBuffer BufferSource::fromUri(const std::string& uri, const QString& place)
     if (uri.find("://") != std::string::npos)
         m_task.fail(ErrorCode::Unsupported, tr("a buffer is not on this computer: %1").arg(textOf(uri)), place);
     const QString relative = QUrl::fromPercentEncoding(QByteArray::fromStdString(uri));
-    return fromFile(QFileInfo(m_task.path()).dir().filePath(relative));
+    const QString path = QDir::cleanPath(QFileInfo(m_task.path()).dir().absoluteFilePath(relative));
+    if (const auto refusal = m_task.refusal(references::Use::Bytes, path, m_task.path()))
+        m_task.failIn(path, ErrorCode::Refused, files::textOf(*refusal), place);
+    return fromFile(path);
 }
 
 GltfBuffer BufferSource::decoded(std::string_view uri, const QString& place)

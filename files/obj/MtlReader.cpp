@@ -139,30 +139,43 @@ void MtlReader::add(const std::string& name, const Values& values)
         m_task.takeMemory(memoryOfLook + name.size());
 }
 
-/// The file that `name` stands for: beside the OBJ file, also when the name carries folders of another machine. Empty
-/// when there is none.
-QString find(const QString& name, const QDir& folder)
+/// A library that an OBJ file names.
+struct FoundLibrary {
+    QString path;                               ///< empty when there is none
+    std::optional<references::Refusal> refusal; ///< where it might be and nobody looks
+};
+
+/// The file that `name` stands for: beside the OBJ file, also when the name carries folders of another machine.
+FoundLibrary find(const QString& name, const QDir& folder, const ReadTask& task)
 {
+    FoundLibrary found;
     const QString slashed = QString(name).replace(QLatin1Char('\\'), QLatin1Char('/'));
     for (const QString& candidate : {slashed, slashed.section(QLatin1Char('/'), -1)}) {
-        QString path = folder.filePath(candidate);
-        if (!candidate.isEmpty() && QFileInfo(path).isFile())
-            return path;
+        const QString path = QDir::cleanPath(folder.absoluteFilePath(candidate));
+        if (candidate.isEmpty())
+            continue;
+        if (const auto refusal = task.refusal(references::Use::Document, path, task.path()))
+            found.refusal = refusal;
+        else if (QFileInfo(path).isFile())
+            return {path, std::nullopt};
     }
-    return {};
+    return found;
 }
 
 void readLibrary(const ObjLibrary& library, const QDir& folder, ReadTask& task, MtlReader& reader)
 {
-    const QString whole = find(library.name, folder);
+    const FoundLibrary whole = find(library.name, folder, task);
     const QStringList names =
-        whole.isEmpty() ? library.name.split(QLatin1Char(' '), Qt::SkipEmptyParts) : QStringList(library.name);
+        whole.path.isEmpty() ? library.name.split(QLatin1Char(' '), Qt::SkipEmptyParts) : QStringList(library.name);
     for (const QString& name : names) {
-        const QString path = find(name, folder);
-        if (path.isEmpty())
-            task.warn(tr("the material library '%1' is missing").arg(name), linePlace(library.line));
+        const FoundLibrary found = find(name, folder, task);
+        if (!found.path.isEmpty())
+            reader.read(found.path);
+        else if (found.refusal)
+            task.warn(tr("the material library '%1' is left out: %2").arg(name, files::textOf(*found.refusal)),
+                      linePlace(library.line));
         else
-            reader.read(path);
+            task.warn(tr("the material library '%1' is missing").arg(name), linePlace(library.line));
     }
 }
 

@@ -27,27 +27,33 @@ const File& Files::open(const QString& path)
     return *kept;
 }
 
-/// Empty when no file is there.
-QString Files::pathOf(const Node& inlined, const File& from) const
+Files::Target Files::targetOf(const Node& inlined, const File& from) const
 {
+    Target target;
     const QDir folder = QFileInfo(from.source.path()).dir();
     for (const std::string& url : inlined.strings("url")) {
         QString name = QString::fromStdString(url);
         if (name.startsWith(QLatin1String("file://")))
             name.remove(0, 7);
-        const QFileInfo info(folder, name);
-        if (!name.isEmpty() && info.isFile())
-            return info.canonicalFilePath();
+        const QFileInfo info(QDir::cleanPath(folder.absoluteFilePath(name)));
+        if (name.isEmpty())
+            continue;
+        if (const auto refusal = m_task.refusal(references::Use::Document, info.filePath(), from.source.path()))
+            target.refusal = refusal;
+        else if (info.isFile())
+            return {info.canonicalFilePath(), std::nullopt};
     }
-    return {};
+    return target;
 }
 
 const File* Files::openInline(const Node& inlined, const File& from)
 {
-    const QString path = pathOf(inlined, from);
+    const auto [path, refusal] = targetOf(inlined, from);
     if (path.isEmpty()) {
         const std::span<const std::string> urls = inlined.strings("url");
-        from.source.warn(tr("the file '%1' is not there").arg(quoted(urls.empty() ? std::string() : urls.front())),
+        const QString name = quoted(urls.empty() ? std::string() : urls.front());
+        from.source.warn(refusal ? tr("the file '%1' is left out: %2").arg(name, files::textOf(*refusal))
+                                 : tr("the file '%1' is not there").arg(name),
                          inlined.offset);
         return nullptr;
     }

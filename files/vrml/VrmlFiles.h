@@ -29,7 +29,13 @@ public:
     const File* openInline(const Node& inlined, const File& from);
 
 private:
-    QString pathOf(const Node& inlined, const File& from) const;
+    /// Where an Inline node leads.
+    struct Target {
+        QString path;                               ///< empty when no file is there
+        std::optional<references::Refusal> refusal; ///< where one might be and nobody looks
+    };
+
+    Target targetOf(const Node& inlined, const File& from) const;
 
     ReadTask& m_task;
     NodeStore m_store;

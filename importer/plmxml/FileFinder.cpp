@@ -60,6 +60,12 @@ QString cleanLocation(const QString& location)
     return isHost && !path.startsWith(QLatin1String("//")) ? QLatin1Char('/') + path : path;
 }
 
+QString withoutClosedMark(const QString& path)
+{
+    const QLatin1String mark(ClosedMark);
+    return path.endsWith(mark) ? path.chopped(mark.size()) : path;
+}
+
 FileFinder::FileFinder(const QString& document, const QStringList& searchPaths, Allows allows)
     : m_folder(QFileInfo(document).absoluteDir()), m_ownFolder(QFileInfo(document).completeBaseName()),
       m_allows(std::move(allows))
@@ -91,8 +97,10 @@ FoundFile FileFinder::find(const QString& location)
 }
 
 /// Nothing may open a pipe or a device because a document names it. Nobody opens a folder.
-FoundFile FileFinder::nowhere(const QString& path)
+FoundFile FileFinder::nowhere(const QString& path) const
 {
+    if (!allows(path))
+        return {path + QLatin1String(ClosedMark), FoundBy::Nowhere, false, true};
     FoundFile none{path, FoundBy::Nowhere, QFileInfo::exists(path)};
     while (QFileInfo::exists(none.path) && !QFileInfo(none.path).isDir())
         none.path += QStringLiteral("/refused");
@@ -113,7 +121,7 @@ FoundFile FileFinder::findName(const QString& name)
 
 bool FileFinder::isTaken(const QString& path) const
 {
-    return !path.isEmpty() && QFileInfo(path).isFile() && (!m_allows || m_allows(path));
+    return !path.isEmpty() && allows(path) && QFileInfo(path).isFile();
 }
 
 /// The path of what `path`, relative to `folder`, stands for when letter case does not count; empty if there is none.

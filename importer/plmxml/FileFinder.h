@@ -26,7 +26,14 @@ struct FoundFile {
         path; ///< absolute; where it would stand when there is none, and a path that is none for one that is refused
     FoundBy by = FoundBy::Nowhere;
     bool isRefused = false; ///< something is there, but no regular file that may be taken
+    bool isClosed = false;  ///< it may not be taken, whether it is there or not
 };
+
+/// Stands behind the path of a file that may not be taken, so that nobody reads it.
+inline constexpr char ClosedMark[] = "/refused by files.references";
+
+/// `path` without that.
+QString withoutClosedMark(const QString& path);
 
 /// The location as a path: slashes, without percent escapes, without "file:", "." and ".."; a relative one stays
 /// relative.
@@ -44,13 +51,15 @@ public:
 
     /// `location` as cleanLocation gives it.
     FoundFile find(const QString& location);
+    /// Whether a file of this absolute path may be taken.
+    bool allows(const QString& path) const { return !m_allows || m_allows(path); }
 
 private:
     bool isTaken(const QString& path) const;
     QString inAnyCase(const QString& folder, const QString& path);
     const QHash<QString, QString>& entriesOf(const QString& folder);
     FoundFile findName(const QString& name);
-    static FoundFile nowhere(const QString& path);
+    FoundFile nowhere(const QString& path) const;
 
     QDir m_folder;
     QString m_ownFolder;

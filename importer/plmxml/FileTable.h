@@ -56,6 +56,8 @@ public:
     /// The index of the document that `element` refers to an element of, for that element alone; None within the same.
     std::uint32_t addElement(const pugi::xml_node& element, const Reference& reference);
 
+    /// Whether a file of this absolute path may be taken.
+    bool allows(const QString& path) const { return m_finder.allows(path); }
     /// One of them.
     ShapeFile& operator[](std::uint32_t index) { return m_files[index]; }
     /// One of them.

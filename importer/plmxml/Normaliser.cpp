@@ -253,7 +253,7 @@ private:
         for (const ShapeFile& file : m_files.files()) {
             facts.files.push_back(toldOf(file));
             if (!file.isThere())
-                m_result.asked.insert(file.found.path, askedTextOf(file));
+                m_result.asked.insert(withoutClosedMark(file.found.path), askedTextOf(file));
         }
     }
 

@@ -169,6 +169,10 @@ private:
     {
         const std::uint32_t file = m_reading.files.add(shape, location.data(), shape.attribute("format").value());
         const QString path = pathOfLoader(QString::fromUtf8(location.data(), static_cast<int>(location.size())));
+        if (!path.isEmpty() && !m_reading.files.allows(path))
+            return false;
+        if (file != FileTable::None && m_reading.files[file].found.isClosed)
+            return false; // the loader would tell another reason
         const QFileInfo info(path);
         if (file == FileTable::None || !m_reading.files[file].isThere())
             return path.isEmpty() || !info.exists() || info.isFile() || info.isDir();

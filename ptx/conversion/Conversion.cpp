@@ -2,8 +2,10 @@
 
 #include "files/scenefile/ConvertedTree.h"
 #include "protocol/FileNames.h"
+#include "protocol/Printable.h"
 #include "ptx/conversion/FormerOutput.h"
 #include "ptx/conversion/InputFile.h"
+#include "ptx/conversion/LockIn.h"
 #include "ptx/conversion/OutputFile.h"
 #include "ptx/core/Limits.h"
 #include "ptx/core/Monitor.h"
@@ -25,8 +27,8 @@ namespace
 class Conversion
 {
 public:
-    Conversion(const core::CommandLine& line, readers::Formats formats)
-        : m_line(line), m_formats(formats), m_log(openLog(line)),
+    Conversion(const core::CommandLine& line, readers::Formats formats, const core::Outcome<std::string>& box)
+        : m_line(line), m_formats(formats), m_box(box), m_log(openLog(line)),
           m_progressFile(line.output + protocol::ProgressSuffix),
           m_rescue(line.output + protocol::PartMarksSuffix, line.attempt), m_output(line.output),
           m_former(line.output, line.input)
@@ -47,6 +49,9 @@ public:
         core::processend::beginAnewAfterCrash(m_rescue, nextAttempt());
         m_former.moveAside();
         tellStart();
+        if (!m_box)
+            return fail(m_box.failure());
+        m_log.info(m_box.value());
         if (!input)
             return fail(input.failure());
         m_inputBytes = input.value().size;
@@ -75,15 +80,16 @@ private:
             readers::chooseFormat(m_formats, m_line.input, input.head, input.size);
         if (!format)
             return format.failure();
-        if (core::Trouble trouble = readers::requireExternalParts(m_line.externalParts, mayNameParts(*format.value())))
+        if (core::Trouble trouble = readers::requireExternalParts(
+                m_line.externalParts, !m_line.externalParts || mayNameParts(*format.value())))
             return trouble;
         if (core::Trouble trouble = m_output.prepare())
             return trouble;
         m_log.info("format " + std::string(format.value()->name) + ", " + std::to_string(m_inputBytes) + " bytes");
         if (format.value()->canLoop)
             limits.limitWork();
-        const model::Job job{m_line.input, m_inputBytes, m_line.externalParts, m_line.settings, limits, m_progress,
-                             m_log,        m_rescue};
+        const model::Job job{m_line.input, m_inputBytes, m_line.externalParts,    m_line.settings, limits, m_progress,
+                             m_log,        m_rescue,     m_line.referencePolicy()};
         core::Outcome<model::Model> model = format.value()->read(job);
         if (!model)
             return model.failure();
@@ -161,12 +167,13 @@ private:
     core::ExitCode fail(const core::Failure& failure)
     {
         m_log.error(failure.message);
-        std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
+        protocol::print(stderr, "ptxconvert: " + failure.message + '\n');
         return failure.code;
     }
 
     const core::CommandLine& m_line;
     readers::Formats m_formats;
+    const core::Outcome<std::string>& m_box; ///< what holds of it
     core::Log m_log;
     core::Progress m_progress;
     core::ProgressFile m_progressFile;
@@ -180,7 +187,8 @@ private:
 
 core::ExitCode convert(const core::CommandLine& line, readers::Formats formats)
 {
-    return Conversion(line, formats).run();
+    const core::Outcome<std::string> box = lockIn(line, formats);
+    return Conversion(line, formats, box).run();
 }
 
 } // namespace ptx::conversion

@@ -3,7 +3,10 @@
 #include "files/ReadReport.h"
 #include "files/ReadRequest.h"
 #include "protocol/FileNames.h"
+#include "protocol/Options.h"
+#include "ptx/box/Box.h"
 #include "ptx/conversion/OutputFile.h"
+#include "ptx/core/CommandLine.h"
 #include "ptx/core/Limits.h"
 #include "ptx/core/Monitor.h"
 #include "ptx/core/ProcessEnd.h"
@@ -13,6 +16,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <new>
+#include <optional>
 #include <system_error>
 
 namespace ptx::conversion
@@ -26,6 +30,7 @@ struct Request {
     std::string output;
     files::ReadOptions options;
     core::Settings settings;
+    core::Sandbox sandbox = core::Sandbox::On;
 };
 
 core::Outcome<Request> requestOf(const std::vector<std::string>& arguments)
@@ -36,6 +41,13 @@ core::Outcome<Request> requestOf(const std::vector<std::string>& arguments)
     Request request{arguments[1], arguments[2], {}, {}};
     for (std::size_t i = firstWord; i < arguments.size(); ++i) {
         const std::string& word = arguments[i];
+        if (word == protocol::option::Sandbox && i + 1 < arguments.size()) {
+            const std::optional<core::Sandbox> wish = core::sandboxOf(arguments[++i]);
+            if (!wish)
+                return core::Failure{core::ExitCode::WrongUse, "\"" + arguments[i] + "\" is no way to lock in"};
+            request.sandbox = *wish;
+            continue;
+        }
         const bool isTaken = word.starts_with("limit.")
                                  ? !request.settings.assign(word)
                                  : files::takeWord(request.options, QString::fromStdString(word));
@@ -83,9 +95,15 @@ public:
     {
     }
 
-    core::ExitCode run(const std::function<core::Outcome<TreeReader>()>& load)
+    core::ExitCode run(const std::function<core::Outcome<TreeReader>()>& load, const std::string& readers)
     {
         core::processend::install(m_log, m_progress, m_output.unfinishedPath());
+        const core::Outcome<std::string> box = lockIn(readers);
+        if (!box) {
+            m_log.error(box.failure().message);
+            return box.failure().code;
+        }
+        m_log.info(box.value());
         core::Limits limits(m_request.settings, sizeOf(m_request.input));
         core::Trouble trouble;
         {
@@ -103,6 +121,18 @@ public:
     }
 
 private:
+    /// Material libraries and scenes within scenes may lie anywhere, and only their readers find their names.
+    core::Outcome<std::string> lockIn(const std::string& readers) const
+    {
+        const files::references::Policy& policy = m_request.options.references;
+        box::Work work{{m_request.input}, policy.folders, m_request.output, readers};
+        if (policy.rule == files::references::Rule::Parts)
+            work.folders.emplace_back("/");
+        else if (!policy.top.empty())
+            work.folders.push_back(policy.top);
+        return box::lock(m_request.sandbox, work);
+    }
+
     core::Trouble read(const std::function<core::Outcome<TreeReader>()>& load)
     {
         m_progress.begin(core::Stage::ReadAndProcess);
@@ -145,14 +175,14 @@ private:
 } // namespace
 
 core::ExitCode readTree(const std::vector<std::string>& arguments,
-                        const std::function<core::Outcome<TreeReader>()>& load)
+                        const std::function<core::Outcome<TreeReader>()>& load, const std::string& readers)
 {
     const core::Outcome<Request> request = requestOf(arguments);
     if (!request) {
         std::fprintf(stderr, "ptxconvert: %s\n", request.failure().message.c_str());
         return request.failure().code;
     }
-    return TreeReading(request.value()).run(load);
+    return TreeReading(request.value()).run(load, readers);
 }
 
 } // namespace ptx::conversion

@@ -20,8 +20,9 @@ using TreeReader = std::function<files::ReadResult(const QString& path, const fi
 /// the report has the error.
 ///
 /// `arguments` are the option that asks for it, the file, the scene file, and any number of words: limits of this run
-/// as --set takes them, others as `files::wordsOf` gives them. `load` is called once.
+/// as --set takes them, --sandbox with its wish, others as `files::wordsOf` gives them. The process locks itself in
+/// first; `load` is called once after that, and may take code from the folder `readers`.
 core::ExitCode readTree(const std::vector<std::string>& arguments,
-                        const std::function<core::Outcome<TreeReader>()>& load);
+                        const std::function<core::Outcome<TreeReader>()>& load, const std::string& readers);
 
 } // namespace ptx::conversion

@@ -4,6 +4,7 @@
 #include "protocol/Options.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <filesystem>
 
@@ -18,6 +19,8 @@ namespace option = protocol::option;
 constexpr char ProgramName[] = "ptxconvert";
 constexpr char Again[] = "--again";
 constexpr std::ptrdiff_t WordsOfAttempt = 3; ///< the option and its numbers
+
+constexpr std::array<const char*, 3> SandboxWords = {"on", "off", "require"};
 
 /// Those that this program ends with.
 struct CodeText {
@@ -96,9 +99,17 @@ private:
         else if (name == option::Set)
             return takeSetting();
         else if (name == option::Folder)
-            return takeFolder();
+            return takeFolder(name, m_line.folder);
         else if (name == option::Jobs)
             return takeJobs();
+        else if (name == option::References)
+            return takeRule();
+        else if (name == option::Sandbox)
+            return takeSandbox();
+        else if (name == option::ReferencesBelow)
+            return takeFolder(name, m_line.references.top);
+        else if (name == option::AllowReferences)
+            return takeFolder(name, m_line.references.folders.emplace_back());
         else if (name == Again)
             return takeAttempt();
         else
@@ -117,11 +128,30 @@ private:
         return std::nullopt;
     }
 
-    Trouble takeFolder()
+    Trouble takeFolder(const std::string& name, std::string& folder)
     {
         if (m_next == m_arguments.size() || m_arguments[m_next].empty())
-            return wrongUse(std::string(option::Folder) + " needs a folder");
-        m_line.folder = absolutePath(m_arguments[m_next++]);
+            return wrongUse(name + " needs a folder");
+        folder = absolutePath(m_arguments[m_next++]);
+        return std::nullopt;
+    }
+
+    Trouble takeRule()
+    {
+        const std::string word = m_next == m_arguments.size() ? std::string() : m_arguments[m_next++];
+        const auto rule = files::references::ruleOf(word);
+        if (!rule)
+            return wrongUse(std::string(option::References) + " needs parts, below or none");
+        m_line.references.rule = *rule;
+        return std::nullopt;
+    }
+
+    Trouble takeSandbox()
+    {
+        const auto sandbox = sandboxOf(m_next == m_arguments.size() ? std::string() : m_arguments[m_next++]);
+        if (!sandbox)
+            return wrongUse(std::string(option::Sandbox) + " needs on, off or require");
+        m_line.sandbox = *sandbox;
         return std::nullopt;
     }
 
@@ -182,6 +212,27 @@ private:
 
 } // namespace
 
+files::references::Policy CommandLine::referencePolicy() const
+{
+    files::references::Policy policy = references;
+    if (policy.top.empty())
+        policy.top = std::filesystem::path(input).parent_path().string();
+    return policy;
+}
+
+const char* word(Sandbox sandbox)
+{
+    return SandboxWords[static_cast<std::size_t>(sandbox)];
+}
+
+std::optional<Sandbox> sandboxOf(std::string_view word)
+{
+    const auto found =
+        std::find_if(SandboxWords.begin(), SandboxWords.end(), [word](const char* each) { return word == each; });
+    return found == SandboxWords.end() ? std::nullopt
+                                       : std::optional(static_cast<Sandbox>(found - SandboxWords.begin()));
+}
+
 Outcome<CommandLine> parseCommandLine(const std::vector<std::string>& arguments)
 {
     Parser parser(arguments);
@@ -205,6 +256,12 @@ const std::vector<OptionRow>& optionTable()
         {option::Set, "name=value", "change a setting; may be given several times"},
         {option::Folder, "DIR", "convert several inputs, each in a process of its own, into this folder"},
         {option::Jobs, "N", "how many of these at a time, from 1 to 1024; one for each core if not given"},
+        {option::References, "RULE",
+         "which part files are read: parts for those wherever INPUT says, below for those below its folder, or none"},
+        {option::ReferencesBelow, "DIR", "the folder that is meant by below, in place of INPUT's own"},
+        {option::AllowReferences, "DIR", "read part files below this folder all the same; may be given several times"},
+        {option::Sandbox, "WISH",
+         "on locks the conversion in as far as the kernel can (without it, too), off does not, require ends without"},
         {option::HelpSettings, nullptr, "list the settings with their ranges and defaults"},
         {option::Version, nullptr, "print the versions of this program and its CAD kernel"},
         {option::Help, nullptr, "print this text"},

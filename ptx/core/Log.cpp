@@ -1,6 +1,7 @@
 #include "ptx/core/Log.h"
 
 #include "protocol/FileNames.h"
+#include "protocol/Printable.h"
 
 #include <fcntl.h>
 
@@ -13,13 +14,13 @@ namespace ptx::core
 namespace
 {
 
-// Names of a hostile file must not forge lines.
+// Names of a hostile file must not forge lines, nor reach the terminal of who reads them.
 std::string onOneLine(std::string_view text)
 {
     std::string result(text);
     std::replace_if(
-        result.begin(), result.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
-    return result;
+        result.begin(), result.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+    return protocol::printableLine(result);
 }
 
 } // namespace
@@ -29,7 +30,8 @@ Log::Log(const std::string& path) : Log(path, O_TRUNC, std::chrono::steady_clock
 Log::Log(const std::string& path, std::chrono::steady_clock::time_point begun) : Log(path, 0, begun) {}
 
 Log::Log(const std::string& path, int openFlag, std::chrono::steady_clock::time_point start)
-    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | openFlag, 0666)), m_start(start)
+    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | openFlag, 0666)),
+      m_start(start)
 {
 }
 

@@ -7,7 +7,7 @@ namespace ptx::core
 {
 
 PartMarks::PartMarks(const std::string& path, const std::string& marks)
-    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600))
+    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600))
 {
     [[maybe_unused]] const auto written = ::pwrite(m_file.get(), marks.data(), marks.size(), 0);
 }

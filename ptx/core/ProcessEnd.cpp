@@ -1,6 +1,7 @@
 #include "ptx/core/ProcessEnd.h"
 
 #include "protocol/FileNames.h"
+#include "protocol/Printable.h"
 
 #include <unistd.h>
 
@@ -225,7 +226,7 @@ void outputStands()
 void end(Log& log, const Failure& failure)
 {
     log.error(failure.message);
-    std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
+    protocol::print(stderr, "ptxconvert: " + failure.message + '\n');
     restoreFiles();
     ::_exit(protocol::number(failure.code));
 }

@@ -8,7 +8,8 @@
 namespace ptx::core
 {
 
-ProgressFile::ProgressFile(const std::string& path) : m_file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666))
+ProgressFile::ProgressFile(const std::string& path)
+    : m_file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666))
 {
 }
 

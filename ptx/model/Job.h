@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/references/ReferencePolicy.h"
 #include "ptx/core/Limits.h"
 #include "ptx/core/Log.h"
 #include "ptx/core/Progress.h"
@@ -22,6 +23,7 @@ struct Job {
     core::Progress& progress;
     core::Log& log;
     core::Rescue& rescue;
+    files::references::Policy references = {}; ///< which files may be named; `top` is set
 };
 
 } // namespace ptx::model

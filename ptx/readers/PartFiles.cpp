@@ -80,9 +80,17 @@ std::string PartFileFinder::forgiving(const std::string& path)
     return isFile(found) ? found.string() : std::string();
 }
 
+std::optional<std::string> PartFileFinder::refusal(const std::string& path) const
+{
+    const auto refusal = m_policy.refusal(files::references::Use::Document, path, m_policy.top);
+    return refusal ? std::optional<std::string>(files::references::sentence(*refusal)) : std::nullopt;
+}
+
 /// The file `path`, or one in which it is packed.
 std::string PartFileFinder::plainOrPacked(const std::string& path)
 {
+    if (refusal(path))
+        return {};
     std::string found = forgiving(path);
     if (!found.empty())
         return found;
@@ -103,7 +111,9 @@ std::string PartFileFinder::find(const std::string& folder, const std::string& w
         return expected.string();
     const fs::path beside = fs::path(folder) / fs::path(text).filename();
     const std::string found = plainOrPacked(beside.string());
-    return found.empty() ? beside.string() : found;
+    if (!found.empty())
+        return found;
+    return refusal(expected.string()) ? expected.string() : beside.string();
 }
 
 std::string canonicalPath(const std::string& path)

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "files/references/ReferencePolicy.h"
+
+#include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace ptx::readers
 {
@@ -13,11 +17,20 @@ namespace ptx::readers
 /// the name alone is looked for in that folder. A STEP file that is not there may lie there packed ("a.stpz" for
 /// "a.stp").
 ///
+/// Where a file may not be read, nobody looks for it.
+///
 /// A folder is listed once, when the first name in letters of another case is looked for in it: what comes into it
 /// later is found under its very name alone.
 class PartFileFinder
 {
 public:
+    /// All files may be read, or those that `policy` allows.
+    PartFileFinder() = default;
+    explicit PartFileFinder(files::references::Policy policy) : m_policy(std::move(policy)) {}
+
+    /// Why the file at `path`, which `find` gave, is not to be read; nothing for one that may be.
+    std::optional<std::string> refusal(const std::string& path) const;
+
     /// @return the absolute path of the file that is named `written` in a file in `folder`; where it would be expected
     /// if there is none
     std::string find(const std::string& folder, const std::string& written);
@@ -30,6 +43,7 @@ private:
     std::string forgiving(const std::string& path);
     std::string plainOrPacked(const std::string& path);
 
+    files::references::Policy m_policy;
     std::unordered_map<std::string, Listing> m_listings;
 };
 

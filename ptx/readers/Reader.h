@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ptx::readers
 {
@@ -31,6 +32,9 @@ struct Format {
     bool (*refersToParts)(const std::string& path) = nullptr;
     /// Whether damaged files of the format can keep the CAD kernel busy for ever: work without progress is limited.
     bool canLoop = false;
+    /// The names that a file gives for its parts, as it writes them, by the same look; null when no file of the format
+    /// does.
+    std::vector<std::string> (*partNames)(const std::string& path) = nullptr;
 };
 
 /// Ends a run that is to keep parts in other files apart (`wanted`) when the file names none. A reader asks as soon as

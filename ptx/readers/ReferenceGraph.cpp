@@ -15,7 +15,8 @@ namespace
 class ReferenceGraph
 {
 public:
-    ReferenceGraph(const std::string& root, const PartNamesOf& namesOf)
+    ReferenceGraph(const std::string& root, const PartNamesOf& namesOf, const files::references::Policy& policy)
+        : m_finder(policy)
     {
         m_queue.push_back(root);
         m_known.insert(root);
@@ -43,7 +44,10 @@ private:
     {
         const std::string folder = std::filesystem::path(file).parent_path().string();
         for (const std::string& name : namesOf(file)) {
-            const std::string part = canonicalPath(m_finder.find(folder, name));
+            const std::string found = m_finder.find(folder, name);
+            if (m_finder.refusal(found))
+                continue;
+            const std::string part = canonicalPath(found);
             std::error_code error;
             if (!std::filesystem::is_regular_file(part, error))
                 continue;
@@ -61,10 +65,11 @@ private:
 
 } // namespace
 
-std::set<std::string> filesLeadingBackTo(const std::string& root, const PartNamesOf& namesOf)
+std::set<std::string> filesLeadingBackTo(const std::string& root, const PartNamesOf& namesOf,
+                                         const files::references::Policy& policy)
 {
     const std::string target = canonicalPath(root);
-    return ReferenceGraph(target, namesOf).leadingTo(target);
+    return ReferenceGraph(target, namesOf, policy).leadingTo(target);
 }
 
 } // namespace ptx::readers

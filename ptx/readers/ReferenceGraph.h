@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/references/ReferencePolicy.h"
+
 #include <functional>
 #include <set>
 #include <string>
@@ -12,7 +14,9 @@ namespace ptx::readers
 using PartNamesOf = std::function<std::vector<std::string>(const std::string& path)>;
 
 /// The files that lead back to `root`, on the roads that begin there; `root` among them if there is such a road at all.
-/// Paths are canonical. Only files that exist are followed, each once.
-std::set<std::string> filesLeadingBackTo(const std::string& root, const PartNamesOf& namesOf);
+/// Paths are canonical. Only files that exist and that `policy` allows are followed, each
+/// once.
+std::set<std::string> filesLeadingBackTo(const std::string& root, const PartNamesOf& namesOf,
+                                         const files::references::Policy& policy = {});
 
 } // namespace ptx::readers

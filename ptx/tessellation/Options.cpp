@@ -51,6 +51,11 @@ core::Trouble take(TessellationOptions& options, const std::string& name, const 
     for (const NumberOption& row : NumberOptions)
         if (name == row.name)
             return assign(options, row, text);
+    if (name == protocol::option::Sandbox) {
+        const auto sandbox = core::sandboxOf(text);
+        options.sandbox = sandbox.value_or(core::Sandbox::On);
+        return sandbox ? core::Trouble() : wrongUse(name + " takes on, off or require, not \"" + text + "\"");
+    }
     if (name != protocol::option::Set)
         return wrongUse("there is no option " + name);
     if (const auto wrong = options.settings.assign(text))
@@ -63,7 +68,7 @@ core::Trouble take(TessellationOptions& options, const std::string& name, const 
 std::string tessellationUsage()
 {
     return "Usage: ptxtessellate [--deviation MM] [--angle DEGREES] [--max-edge-length MM] [--stitch MM]\n"
-           "                     [--set NAME=VALUE]... INPUT OUTPUT\n"
+           "                     [--sandbox on|off|require] [--set NAME=VALUE]... INPUT OUTPUT\n"
            "Meshes the exact surfaces of all geometries of a scene file. OUTPUT gets one child for each geometry, in\n"
            "the order of the first uses, with its mesh or with the reason why there is none as its name.\n"
            "OUTPUT" +

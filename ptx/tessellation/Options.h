@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ptx/core/CommandLine.h"
 #include "ptx/core/Outcome.h"
 #include "ptx/core/Settings.h"
 
@@ -18,6 +19,7 @@ struct TessellationOptions {
     double longestEdge = 0;     ///< mm; 0: any
     double stitchTolerance = 0; ///< mm; 0: no stitching
     core::Settings settings;    ///< of them threads and limits count
+    core::Sandbox sandbox = core::Sandbox::On;
 };
 
 std::string tessellationUsage();

@@ -6,6 +6,8 @@
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "protocol/FileNames.h"
+#include "protocol/Printable.h"
+#include "ptx/box/Box.h"
 #include "ptx/core/Monitor.h"
 #include "ptx/core/PartMarks.h"
 #include "ptx/core/ProcessEnd.h"
@@ -36,8 +38,8 @@ struct Part {
 class Tessellation
 {
 public:
-    explicit Tessellation(const TessellationOptions& options)
-        : m_options(options), m_log(options.output + protocol::LogSuffix),
+    Tessellation(const TessellationOptions& options, const core::Outcome<std::string>& box)
+        : m_options(options), m_box(box), m_log(options.output + protocol::LogSuffix),
           m_progressFile(options.output + protocol::ProgressSuffix)
     {
     }
@@ -45,6 +47,12 @@ public:
     core::ExitCode run()
     {
         core::processend::install(m_log, m_progress, m_options.output);
+        if (!m_box) {
+            m_log.error(m_box.failure().message);
+            protocol::print(stderr, "ptxtessellate: " + m_box.failure().message + '\n');
+            return m_box.failure().code;
+        }
+        m_log.info(m_box.value());
         std::error_code unknown;
         const std::uintmax_t bytes = std::filesystem::file_size(m_options.input, unknown);
         core::Limits limits(m_options.settings, unknown ? 0 : bytes);
@@ -60,7 +68,7 @@ public:
         if (!trouble)
             return core::ExitCode::Success;
         m_log.error(trouble->message);
-        std::fprintf(stderr, "ptxtessellate: %s\n", trouble->message.c_str());
+        protocol::print(stderr, "ptxtessellate: " + trouble->message + '\n');
         return trouble->code;
     }
 
@@ -161,6 +169,7 @@ private:
     }
 
     const TessellationOptions& m_options;
+    const core::Outcome<std::string>& m_box; ///< what holds of it
     core::Log m_log;
     core::Progress m_progress;
     core::ProgressFile m_progressFile;
@@ -174,7 +183,8 @@ private:
 
 core::ExitCode tessellateFile(const TessellationOptions& options)
 {
-    return Tessellation(options).run();
+    const core::Outcome<std::string> box = box::lock(options.sandbox, {{options.input}, {}, options.output, {}});
+    return Tessellation(options, box).run();
 }
 
 } // namespace ptx::tessellation

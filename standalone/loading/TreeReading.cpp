@@ -2,6 +2,7 @@
 
 #include "files/SceneReaders.h"
 #include "host/znUtils/znLog.h"
+#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/loading/SceneFilePolicy.h"
 #include "standalone/session/Session.h"
@@ -16,6 +17,7 @@ files::ReadOptions readOptions(Session& session, const QString& file)
 {
     const Settings& settings = session.settings();
     files::ReadOptions options;
+    options.references = referencePolicy(session);
     options.mapsFile = isMapped(&session, file);
     options.limits.maxMemory = std::uint64_t(settings.read.memory.value()) << 20;
     options.millimetresPerUnit = settings.mesh.unit;
@@ -33,6 +35,10 @@ void log(const files::Note& note)
 
 std::optional<osg::NodePtr> readTree(Session& session, const QString& file)
 {
+    if (const auto refusal = refusalOfDocument(session, file)) {
+        log({files::textOf(*refusal), file, {}});
+        return std::nullopt;
+    }
     const files::ReadResult result = session.state<files::SceneReaders>().read(file, readOptions(session, file));
     for (const files::Note& warning : result.warnings)
         log(warning);

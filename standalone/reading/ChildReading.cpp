@@ -117,6 +117,7 @@ private:
     {
         QStringList words = {m_program, QLatin1String(protocol::option::ReadMesh), m_task.path(), output()};
         words += files::wordsOf(m_task.options());
+        words += kernel::sandboxWords(m_session.settings().convert.sandbox);
         // The reader refuses by its own budget; what the process takes beside that ends it.
         constexpr std::uint64_t processItself = 256;
         words.append(QLatin1String(protocol::setting::MemoryLimit) + QLatin1Char('=') +

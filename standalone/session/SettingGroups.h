@@ -43,6 +43,8 @@ struct FileSettings : SettingGroup {
 
     /// Which scene files are mapped.
     enum class MappedFiles { Own, All, None };
+    /// Which documents that files name are followed; as `files::references::Rule`.
+    enum class References { Parts, Below, None };
 
     /// Where mesh files are read.
     enum class Reading { Child, Process };
@@ -66,6 +68,19 @@ struct FileSettings : SettingGroup {
         {QStringLiteral("child"), QStringLiteral("process")},
         SettingHelp::tr("Where mesh files (OBJ, glTF, PLY, WRL) are read: in a child process, which can be stopped and "
                         "whose crash costs one file, or in this process, which takes no start of another.")};
+    Setting<References> references{
+        m_list,
+        "files.references",
+        References::Parts,
+        {QStringLiteral("parts"), QStringLiteral("below"), QStringLiteral("none")},
+        SettingHelp::tr("Which documents that a file names are read (part files, material libraries, documents within "
+                        "documents): parts are those wherever the file says, below only those in the folder of the "
+                        "imported file and below it. Buffers and pictures come from the folder of the file that names "
+                        "them and below it in any case.")};
+    Setting<QString> referenceFolders{
+        m_list, "files.referenceFolders", QString(),
+        SettingHelp::tr("Folders that files may name others in all the same, with what is below them; a colon between "
+                        "two.")};
     ///@}
 };
 
@@ -86,6 +101,9 @@ struct ReadSettings : SettingGroup {
 struct ConvertSettings : SettingGroup {
     using SettingGroup::SettingGroup;
 
+    /// Whether the converter locks itself in.
+    enum class Sandbox { On, Off, Require };
+
     ///@{
     /// What the help says.
     Setting<bool> pmi{m_list, "convert.pmi", true,
@@ -93,6 +111,13 @@ struct ConvertSettings : SettingGroup {
     Setting<bool> automaticViews{
         m_list, "convert.automatic-views", false,
         SettingHelp::tr("Keep the saved views that a program made by itself (STEP): \"* front\" and the like.")};
+    Setting<Sandbox> sandbox{
+        m_list,
+        "convert.sandbox",
+        Sandbox::On,
+        {QStringLiteral("on"), QStringLiteral("off"), QStringLiteral("require")},
+        SettingHelp::tr("Whether ptxconvert and ptxtessellate lock themselves in before they open a file: on as far as "
+                        "the kernel can, off not at all; with require they do not begin without.")};
     ///@}
 };
 

@@ -6,6 +6,8 @@
 #include "host/znOpenSGExt/AssetAttachment.h"
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
 #include "scene/SceneEdits.h"
+#include "standalone/loading/ReferenceCheck.h"
+#include "standalone/session/Session.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -57,12 +59,28 @@ osg::AttachmentPtr imageFrom(const QString& path, const QImage& picture)
     return image;
 }
 
-osg::MaterialPtr makeEnvironment(const QString& path, QStringList& complaints)
+/// Why the file at `path`, which `asset` names, is not read; empty when it is. A pipe or a device is none.
+QString whyNot(const QString& path, const QString& asset)
+{
+    files::references::Policy policy;
+    if (Session* const session = Session::current())
+        policy = loading::referencePolicy(*session);
+    if (const auto refusal = files::refusalOf(policy, files::references::Use::Bytes, path, asset))
+        return files::textOf(*refusal);
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return QCoreApplication::translate("znAssets", "this is no regular file");
+    return {};
+}
+
+osg::MaterialPtr makeEnvironment(const QString& path, const QString& asset, QStringList& complaints)
 {
     const osg::UberMaterialPtr environment = osg::UberMaterial::create();
     osg::setName(environment, QFileInfo(path).completeBaseName().toStdString());
-    QString complaint;
-    const QImage picture = pictureAt(path, complaint);
+    QString complaint = whyNot(path, asset);
+    const bool isTaken = complaint.isEmpty();
+    if (!isTaken)
+        complaint = path + QStringLiteral(": ") + complaint;
+    const QImage picture = isTaken ? pictureAt(path, complaint) : QImage();
     if (picture.isNull())
         complaints.append(complaint);
     else
@@ -95,7 +113,8 @@ osg::MaterialPtr makeAssetMaterial(const AssetLibrary::Entry& entry, QStringList
     material->setLook(surfaceOf(entry.asset.look));
     if (!entry.asset.environmentImage.empty()) {
         const QString picture = QString::fromStdString(entry.asset.environmentImage);
-        material->setEnvironment(makeEnvironment(QFileInfo(entry.file).dir().filePath(picture), complaints));
+        const QString path = QDir::cleanPath(QFileInfo(entry.file).dir().absoluteFilePath(picture));
+        material->setEnvironment(makeEnvironment(path, entry.file, complaints));
     }
     osg::endEditCP(material, osg::AllFieldsMask, 1);
     return material;

@@ -2,6 +2,7 @@
 
 #include "files/scenefile/SceneFile.h"
 #include "host/znUtils/znLog.h"
+#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/loading/SceneFilePolicy.h"
 #include "standalone/session/Session.h"
@@ -25,9 +26,12 @@ void znOsbLoaderJob::process()
         znLog::error(m_errorText.toUtf8().constData());
     for (const files::Note& warning : result.warnings)
         znLog::error(warning.toString().toUtf8().constData());
-    if (zn::Session* session = zn::Session::current())
+    zn::Session* const session = zn::Session::current();
+    if (session) {
+        zn::loading::dropRefusedReferences(*session, root);
         for (const QString& complaint : zn::takeExtras(*session, root))
             znLog::error((m_file + QStringLiteral(": ") + complaint).toUtf8().constData());
+    }
     if (!m_holdFinish)
         Q_EMIT processingFinished();
 }

@@ -1,5 +1,6 @@
 #include "standalone/znKernel/ConverterCommand.h"
 
+#include "protocol/Options.h"
 #include "standalone/znUtils/InstalledProgram.h"
 
 #include <QCryptographicHash>
@@ -100,6 +101,15 @@ QString convertedName(const QString& input)
 QString converterOption(const char* setting, int value)
 {
     return QStringLiteral("%1=%2").arg(QLatin1String(setting)).arg(value);
+}
+
+QStringList sandboxWords(ConvertSettings::Sandbox sandbox)
+{
+    using Sandbox = ConvertSettings::Sandbox;
+    if (sandbox == Sandbox::On)
+        return {};
+    return {QLatin1String(protocol::option::Sandbox),
+            sandbox == Sandbox::Off ? QStringLiteral("off") : QStringLiteral("require")};
 }
 
 QString converterProgram(const QString& setting)

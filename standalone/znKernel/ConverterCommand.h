@@ -1,5 +1,7 @@
 #pragma once
 
+#include "standalone/session/SettingGroups.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -33,6 +35,9 @@ QStringList filledTemplate(const QString& argumentTemplate, const TemplateValues
 
 /// What the converter's option for settings takes to change `setting`, one of `protocol::setting`.
 QString converterOption(const char* setting, int value);
+
+/// What the converter's programs are told of locking themselves in; nothing where they do it by themselves.
+QStringList sandboxWords(ConvertSettings::Sandbox sandbox);
 
 /// The program that the setting names; without one the installed `ptxconvert`.
 QString converterProgram(const QString& setting);

@@ -3,6 +3,7 @@
 #include "files/scenefile/ConvertedTree.h"
 #include "host/znKernel/znFileIOHelper.h"
 #include "protocol/Options.h"
+#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/session/Session.h"
 #include "standalone/znJobProcessing/JobScheduler.h"
 #include "standalone/znKernel/ConverterCommand.h"
@@ -46,6 +47,22 @@ bool needsSurfaces()
     return remeshes || settings().optimize.keepNurbs;
 }
 
+/// What the converter is told of files that its input names; nothing where it may follow all of them. Below which
+/// folder they have to lie is told by the file that was asked for, not by the one that is converted.
+QStringList referenceWords()
+{
+    using files::references::Rule;
+    const files::references::Policy policy = zn::loading::referencePolicy(zn::Session::require());
+    if (policy.rule == Rule::Parts)
+        return {};
+    QStringList words{QLatin1String(protocol::option::References), QLatin1String(files::references::word(policy.rule))};
+    if (!policy.top.empty())
+        words << QLatin1String(protocol::option::ReferencesBelow) << QString::fromStdString(policy.top);
+    for (const std::string& folder : policy.folders)
+        words << QLatin1String(protocol::option::AllowReferences) << QString::fromStdString(folder);
+    return words;
+}
+
 /// The words that start the converter of all formats. Beside others it works on one core, and where a launcher runs it
 /// within what that was asked for; options that the user chose come later and win.
 QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::kernel::Launcher& launcher)
@@ -70,6 +87,7 @@ QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::
     if (!launcher.isUsed() && znJobs::JobScheduler::instance().hasSiblingProcesses())
         options << zn::kernel::converterOption(setting::Threads, 1);
     options << settings().converter.options.value().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    words << referenceWords() << zn::kernel::sandboxWords(settings().convert.sandbox);
     for (const QString& option : options)
         words << QLatin1String(protocol::option::Set) << option;
     return words << values.input << values.output;

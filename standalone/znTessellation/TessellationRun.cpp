@@ -110,7 +110,8 @@ private:
     QString launch() const
     {
         znJobs::ChildProcess child(nullptr);
-        child.launch(zn::kernel::joinCommand(QStringList(programPath(m_program.path)) + arguments()));
+        child.launch(
+            zn::kernel::joinCommand(QStringList(programPath(m_program.path)) + m_program.options + arguments()));
         if (!child.waitForStarted(-1))
             return tr("%1 cannot be started").arg(child.program());
         const bool hasLimit = m_program.secondsLimit > 0;

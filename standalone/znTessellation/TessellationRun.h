@@ -3,6 +3,7 @@
 #include "scene/Mesh.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -14,6 +15,7 @@ namespace zn::tessellation
 struct TessellationProgram {
     QString path;              ///< of the program; empty for the one that is installed
     double secondsLimit = 600; ///< for one run of it; 0 for no limit
+    QStringList options = {};  ///< further ones
 };
 
 /// What a mesh shall be like; lengths in millimetres.

@@ -9,6 +9,7 @@
 #include "scene/SceneEdits.h"
 #include "scene/Tags.h"
 #include "standalone/session/Session.h"
+#include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znTessellation/TessellationRun.h"
 #include "standalone/znUtils/CallTrace.h"
 
@@ -23,7 +24,8 @@ namespace
 
 zn::tessellation::TessellationProgram programOf(const zn::Settings& settings)
 {
-    return {settings.tessellation.program, settings.tessellation.timeLimit};
+    return {settings.tessellation.program, settings.tessellation.timeLimit,
+            zn::kernel::sandboxWords(settings.convert.sandbox)};
 }
 
 /// What the last `copySettings` of a session took; the defaults before the first one.

@@ -1,5 +1,6 @@
 #include "host/znUtils/znLog.h"
 
+#include "protocol/Printable.h"
 #include "standalone/znUtils/LogSink.h"
 
 #include <cstdio>
@@ -33,5 +34,5 @@ void znLog::error(const char* text)
     if (zn::utils::sink())
         zn::utils::sink()(text);
     else
-        std::fprintf(stderr, "%s\n", text);
+        protocol::print(stderr, std::string(text) + '\n');
 }

@@ -35,7 +35,7 @@ std::vector<Layer> makeLayers()
     const Places leaves{"protocol", vocabulary};
     const Places library = together({"host", "import", "converter", "loader", "optimization", "cad", "plmxml"}, leaves);
     const Places scene = together({"host", "scene"}, leaves);
-    const Places formats = together(scene, {"files/*"});
+    const Places formats = together(scene, {"files/*", "files/references"});
     const Places host = together(scene, {"files", "geometry", "render", "standalone"});
     const Places converter = together(scene, {"files", "ptx"});
     const Places all = together(together(host, library), {"importer", "ptx", "tools"});
@@ -53,6 +53,7 @@ std::vector<Layer> makeLayers()
         {"plmxml", library, Foreign::Portable},
         {"scene", scene},
         {"files/*", formats},
+        {"files/references", {"files/references"}, Foreign::Portable},
         {"files/glb", together(formats, {"files/glb"})},
         {"files/gltf", together(formats, {"files/gltf"})},
         {"files/meshes", together(formats, {"files/gltf", "files/meshes", "files/obj", "files/ply", "files/vrml"})},
@@ -65,7 +66,7 @@ std::vector<Layer> makeLayers()
         {"standalone/startup", host},
         {"standalone/session", together(scene, {"geometry", "standalone/session", "standalone/znUtils"})},
         {"standalone", host, Foreign::Any, {"standalone/startup"}},
-        {"ptx/core", together(leaves, {"ptx/core"})},
+        {"ptx/core", together(leaves, {"ptx/core", "files/references"})},
         {"ptx/readers/*", together(scene, {"files", "ptx/core", "ptx/model", "ptx/readers/*"})},
         {"ptx/readers/jt", converter, Foreign::Any, {"ptx/occt"}},
         {"ptx/readers/stl", converter, Foreign::Any, {"ptx/occt"}},

@@ -8,6 +8,10 @@ TEST(Options, AreThoseOfTheConvertersCommandLine)
 {
     EXPECT_STREQ(option::ExternalParts, "--external-parts");
     EXPECT_STREQ(option::Set, "--set");
+    EXPECT_STREQ(option::References, "--references");
+    EXPECT_STREQ(option::ReferencesBelow, "--references-below");
+    EXPECT_STREQ(option::AllowReferences, "--allow-references");
+    EXPECT_STREQ(option::Sandbox, "--sandbox");
     EXPECT_STREQ(option::HelpSettings, "--help-settings");
     EXPECT_STREQ(option::Version, "--version");
     EXPECT_STREQ(option::Help, "--help");

@@ -19,9 +19,7 @@ ptx::core::Failure unusable(const std::string& path, const std::string& why)
 
 std::string pathOf(const std::string& name)
 {
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (program.parent_path() / PTX_READERS_FROM_PROGRAM / (name + ".so")).lexically_normal().string();
+    return (std::filesystem::path(readersFolder()) / (name + ".so")).string();
 }
 
 std::string loaderText()
@@ -55,6 +53,13 @@ ptx::core::Outcome<void*> loadEntry(const std::string& name, Binding binding)
 }
 
 } // namespace
+
+std::string readersFolder()
+{
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (program.parent_path() / PTX_READERS_FROM_PROGRAM).lexically_normal().string();
+}
 
 ptx::core::Trouble checkBuild(const ptx::readers::Module& module)
 {

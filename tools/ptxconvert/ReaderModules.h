@@ -21,6 +21,9 @@ enum class Binding {
 ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name,
                                                            Binding binding = Binding::AtFirstCall);
 
+/// The folder in which these libraries lie.
+std::string readersFolder();
+
 /// Whether `module` was built with this program; else a sentence.
 ptx::core::Trouble checkBuild(const ptx::readers::Module& module);
 ptx::core::Trouble checkBuild(const MeshModule& module);

@@ -1,4 +1,6 @@
 #include "protocol/Options.h"
+#include "protocol/Printable.h"
+#include "ptx/box/Box.h"
 #include "ptx/conversion/Conversion.h"
 #include "ptx/conversion/TreeReading.h"
 #include "tools/ptxconvert/ReaderModules.h"
@@ -20,7 +22,7 @@ namespace
 
 int fail(const ptx::core::Failure& failure)
 {
-    std::fprintf(stderr, "ptxconvert: %s\n", failure.message.c_str());
+    protocol::print(stderr, "ptxconvert: " + failure.message + '\n');
     return static_cast<int>(failure.code);
 }
 
@@ -36,6 +38,12 @@ std::vector<std::string> argumentsOf(const ptx::core::CommandLine& line)
     std::vector<std::string> arguments;
     if (line.externalParts)
         arguments.emplace_back(protocol::option::ExternalParts);
+    arguments.insert(arguments.end(), {protocol::option::Sandbox, ptx::core::word(line.sandbox)});
+    arguments.insert(arguments.end(), {protocol::option::References, files::references::word(line.references.rule)});
+    if (!line.references.top.empty())
+        arguments.insert(arguments.end(), {protocol::option::ReferencesBelow, line.references.top});
+    for (const std::string& folder : line.references.folders)
+        arguments.insert(arguments.end(), {protocol::option::AllowReferences, folder});
     for (const std::string& assignment : line.assignments)
         arguments.insert(arguments.end(), {protocol::option::Set, assignment});
     arguments.insert(arguments.end(), {"--", line.input, line.output});
@@ -79,7 +87,8 @@ int perform(const ptx::core::CommandLine& line)
     case ptx::core::CommandLine::Task::HelpSettings:
         return print(ptx::core::settingsHelp());
     case ptx::core::CommandLine::Task::Version:
-        return print("ptxconvert " ZN_VERSION "\n" + ptxconvert::readerVersions());
+        return print("ptxconvert " ZN_VERSION "\n" + ptxconvert::readerVersions() +
+                     "sandbox: " + ptx::box::abilities() + '\n');
     case ptx::core::CommandLine::Task::ConvertSeveral:
         return convertSeveral(line);
     case ptx::core::CommandLine::Task::Convert:
@@ -101,13 +110,14 @@ int run(const std::vector<std::string>& arguments)
     // File names are bytes that mean UTF-8, whatever locale the process was started under; numbers stay in "C".
     std::setlocale(LC_CTYPE, "C.UTF-8");
     if (!arguments.empty() && arguments.front() == protocol::option::ReadMesh)
-        return static_cast<int>(ptx::conversion::readTree(arguments, meshReader));
+        return static_cast<int>(ptx::conversion::readTree(arguments, meshReader, ptxconvert::readersFolder()));
     ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
     if (!line) {
-        std::fprintf(stderr, "ptxconvert: %s\n\n%s", line.failure().message.c_str(), ptx::core::usageText().c_str());
+        protocol::print(stderr, "ptxconvert: " + line.failure().message + "\n\n" + ptx::core::usageText());
         return static_cast<int>(ptx::core::ExitCode::WrongUse);
     }
     line.value().arguments = arguments;
+    line.value().readers = ptxconvert::readersFolder();
     return perform(line.value());
 }
 
@@ -116,7 +126,7 @@ int serve(const std::string& socket)
 {
     ptxconvert::prepareReaders();
     const int error = ptxconvert::serve(socket, run);
-    std::fprintf(stderr, "ptxconvert: %s: %s\n", socket.c_str(), std::strerror(error));
+    protocol::print(stderr, "ptxconvert: " + socket + ": " + std::strerror(error) + '\n');
     return static_cast<int>(ptx::core::ExitCode::WrongUse);
 }
 

@@ -1,3 +1,4 @@
+#include "protocol/Printable.h"
 #include "ptx/tessellation/Tessellation.h"
 
 #include <clocale>
@@ -9,8 +10,8 @@ int main(int argc, char** argv)
     std::setlocale(LC_CTYPE, "C.UTF-8");
     const auto options = ptx::tessellation::parseTessellationOptions({argv + 1, argv + argc});
     if (!options) {
-        std::fprintf(stderr, "ptxtessellate: %s\n\n%s", options.failure().message.c_str(),
-                     ptx::tessellation::tessellationUsage().c_str());
+        protocol::print(stderr, "ptxtessellate: " + options.failure().message + "\n\n" +
+                                    ptx::tessellation::tessellationUsage());
         return static_cast<int>(ptx::core::ExitCode::WrongUse);
     }
     return static_cast<int>(ptx::tessellation::tessellateFile(options.value()));

@@ -3,6 +3,7 @@
 #include "importer/MissingParts.h"
 #include "importer/SceneText.h"
 #include "importer/inventory/PartsListFile.h"
+#include "protocol/Printable.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/Ending.h"
 #include "tools/znimport/InputLinks.h"
@@ -59,7 +60,7 @@ int Application::run()
     for (QString& file : m_commandLine.files)
         file = links.openable(file);
     if (m_commandLine.trace)
-        m_trace.emplace([](const std::string& call) { std::fprintf(stderr, "%s\n", call.c_str()); });
+        m_trace.emplace([](const std::string& call) { protocol::print(stderr, call + '\n'); });
     QTimer::singleShot(0, this, &Application::begin);
     QCoreApplication::exec();
     m_cluster.reset();
@@ -82,10 +83,10 @@ int Application::presentScene()
     if (!applyVariant() || !choose())
         return failed;
     if (m_commandLine.variants)
-        std::fputs(describeVariantSets(m_session).c_str(), stdout);
+        protocol::print(stdout, describeVariantSets(m_session));
     if (m_commandLine.tree)
-        std::fputs(zn::describeScene(m_session.sceneRoot(), m_commandLine.treeAttributes).c_str(), stdout);
-    std::fputs(m_partFiles.toUtf8().constData(), stdout);
+        protocol::print(stdout, zn::describeScene(m_session.sceneRoot(), m_commandLine.treeAttributes));
+    protocol::print(stdout, m_partFiles.toStdString());
     return writeOutputs() ? exitCode() : failed;
 }
 

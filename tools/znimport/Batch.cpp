@@ -1,6 +1,7 @@
 #include "tools/znimport/Batch.h"
 
 #include "protocol/Formats.h"
+#include "protocol/Printable.h"
 #include "standalone/startup/BuiltInReaders.h"
 #include "tools/znimport/Ending.h"
 
@@ -114,7 +115,7 @@ void Batch::ended(Run& run)
     m_display.clear();
     for (const QByteArray& line : run.process->readAllStandardError().split('\n'))
         if (line.startsWith("znimport: "))
-            std::fprintf(stderr, "%s\n", line.constData());
+            protocol::print(stderr, line.toStdString() + '\n');
     if (!isWhole)
         complain(QStringLiteral("%1: %2").arg(run.item->name, run.process->errorString()));
     if (!m_interrupt.requested())
@@ -159,13 +160,14 @@ int Batch::tellTable() const
     for (const BatchItem& item : m_plan.items) {
         const BatchEnd* end = m_list->find(item.name);
         if (!end) {
-            std::printf("   -         -            -  %s\n", item.name.toUtf8().constData());
+            std::printf("   -         -            -  %s\n", protocol::printableLine(item.name.toStdString()).c_str());
             continue;
         }
         whole += end->exitCode == succeeded ? 1 : 0;
         written += hasOutput(end->exitCode) ? 1 : 0;
         std::printf("%4d %9.2f %12lld  %s\n", end->exitCode, end->seconds,
-                    static_cast<long long>(QFileInfo(item.output).size()), item.name.toUtf8().constData());
+                    static_cast<long long>(QFileInfo(item.output).size()),
+                    protocol::printableLine(item.name.toStdString()).c_str());
     }
     std::printf("%zu of %zu files imported, %zu of them in part, %zu done before\n", written, m_plan.items.size(),
                 written - whole, m_kept);

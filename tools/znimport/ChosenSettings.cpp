@@ -4,6 +4,7 @@
 #include "standalone/session/Settings.h"
 #include "tools/znimport/CommandLine.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace znimport
@@ -32,12 +33,17 @@ std::optional<QString> applySettings(const CommandLine& line, zn::Settings& sett
         settings.assets.folder.set(*line.assetFolder);
         settings.scene.applyMaterialAssets.set(true);
     }
+    settings.files.referenceFolders.set(line.referenceFolders.join(QDir::listSeparator()));
     for (const auto& [name, value] : line.settings)
         if (!error)
             error = settings.set(name, value);
     if (!line.bomFile.isEmpty())
         settings.converter.options.set(QStringLiteral("%1=1 %2").arg(QLatin1String(protocol::setting::ExactMeasures),
                                                                      settings.converter.options.value()));
+    for (const QString& folder : line.referenceFolders)
+        if (!error && (!QFileInfo(folder).isDir() || folder.contains(QDir::listSeparator())))
+            error = QStringLiteral("--allow-references wants a folder without a colon in its name, and '%1' is none")
+                        .arg(folder);
     return error ? error : temporaryFolderComplaint(settings.files.temporaryFolder);
 }
 

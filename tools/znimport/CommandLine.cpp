@@ -73,6 +73,7 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
         line.jobs = parser.value(QStringLiteral("jobs"));
     if (parser.isSet(QStringLiteral("material-assets")))
         line.assetFolder = parser.value(QStringLiteral("material-assets"));
+    line.referenceFolders = parser.values(QStringLiteral("allow-references"));
 }
 
 void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
@@ -87,8 +88,19 @@ void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
 }
 
 /// The options that mean the same for each file of a batch.
-constexpr const char* batchOptions[] = {"unit", "up",   "scale-into-vertices", "attributes", "attribute-filter", "keep",
-                                        "hide", "show", "material-assets",     "variant",    "prefer",           "set"};
+constexpr const char* batchOptions[] = {"unit",
+                                        "up",
+                                        "scale-into-vertices",
+                                        "attributes",
+                                        "attribute-filter",
+                                        "keep",
+                                        "hide",
+                                        "show",
+                                        "material-assets",
+                                        "variant",
+                                        "prefer",
+                                        "set",
+                                        "allow-references"};
 
 /// Gives a sentence when something does not go with a batch.
 std::optional<QString> readBatch(const QCommandLineParser& parser, CommandLine& line)
@@ -231,6 +243,9 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "nodes", "N", "Ask the cluster for this many nodes; one without it."},
         {nullptr, "partition", "NAME", "Ask this partition of the cluster; its default one without it."},
         {nullptr, "trace", nullptr, "Print each call that goes into the host to the standard error stream."},
+        {nullptr, "allow-references", "DIR",
+         "Let files name others in this folder and below it, whatever files.references says, also pictures and "
+         "buffers; may be given several times."},
         {nullptr, "set", "NAME=VALUE", "Change a setting; may be given several times."},
         {nullptr, "self-check", nullptr,
          "Tell what is installed, import a cube through the converter, and tell what is missing."},

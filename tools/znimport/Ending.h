@@ -1,5 +1,7 @@
 #pragma once
 
+#include "protocol/Printable.h"
+
 #include <QString>
 
 #include <cstdio>
@@ -19,7 +21,7 @@ inline constexpr int interrupted = 130;
 /// Writes a line to the standard error stream.
 inline void complain(const QString& text)
 {
-    std::fprintf(stderr, "znimport: %s\n", text.toUtf8().constData());
+    protocol::print(stderr, "znimport: " + text.toStdString() + '\n');
 }
 
 } // namespace znimport

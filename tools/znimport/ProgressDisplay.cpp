@@ -1,5 +1,6 @@
 #include "tools/znimport/ProgressDisplay.h"
 
+#include "protocol/Printable.h"
 #include <QFileInfo>
 
 namespace znimport
@@ -30,7 +31,7 @@ void ProgressDisplay::show(unsigned percent, const QString& stage)
         line += QStringLiteral(" %1 %").arg(percent);
     if (m_moving)
         line += QStringLiteral("  %1 s").arg(double(m_elapsed.elapsed()) / 1000, 0, 'f', 1);
-    std::fprintf(m_stream, m_moving ? "\r\x1b[K%s" : "%s\n", line.toUtf8().constData());
+    std::fprintf(m_stream, m_moving ? "\r\x1b[K%s" : "%s\n", protocol::printableLine(line.toStdString()).c_str());
     std::fflush(m_stream);
     m_lineShown = m_moving;
 }

@@ -1,15 +1,19 @@
 #include "tools/znimport/SelfCheck.h"
 
 #include "importer/Importer.h"
+#include "protocol/Options.h"
+#include "protocol/Printable.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znUtils/InstalledProgram.h"
 #include "tools/znimport/ChosenSettings.h"
+#include "tools/znimport/Ending.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <array>
@@ -23,7 +27,6 @@ namespace
 
 constexpr int allThere = 0;
 constexpr int somethingMissing = 1;
-constexpr int wrongUse = 2;
 
 constexpr std::size_t cubeTriangles = 12;
 
@@ -65,19 +68,20 @@ public:
         say("Qt", QString::fromUtf8(qVersion()));
         checkProgram("converter", zn::kernel::converterProgram(m_session.settings().converter.program));
         checkProgram("tessellation", tessellationProgram());
+        checkSandbox();
         checkFolder();
         importCube();
         if (m_missing.isEmpty())
             std::puts("everything is there");
         for (const QString& sentence : m_missing)
-            std::printf("missing: %s\n", sentence.toUtf8().constData());
+            protocol::print(stdout, "missing: " + sentence.toStdString() + '\n');
         return m_missing.isEmpty() ? allThere : somethingMissing;
     }
 
 private:
     static void say(const char* subject, const QString& text)
     {
-        std::printf("%-13s %s\n", subject, text.toUtf8().constData());
+        std::printf("%-13s %s\n", subject, protocol::printable(text.toStdString()).c_str());
     }
 
     QString tessellationProgram() const
@@ -95,6 +99,21 @@ private:
         m_missing << QStringLiteral("the program '%1': install it beside znimport or on the PATH, or name it with "
                                     "--set %2.program=PATH")
                          .arg(program, QString::fromUtf8(subject));
+    }
+
+    /// What the converter says of this machine, and what is asked of it.
+    void checkSandbox()
+    {
+        QProcess converter;
+        converter.start(zn::kernel::converterProgram(m_session.settings().converter.program),
+                        {QLatin1String(protocol::option::Version)});
+        converter.waitForFinished();
+        const QString mark = QStringLiteral("sandbox: ");
+        QString found = QStringLiteral("the converter does not tell");
+        for (const QString& line : QString::fromUtf8(converter.readAllStandardOutput()).split(QLatin1Char('\n')))
+            if (line.startsWith(mark))
+                found = line.mid(mark.size());
+        say("sandbox", m_session.settings().convert.sandbox.text() + QStringLiteral("; this machine can: ") + found);
     }
 
     void checkFolder()
@@ -156,7 +175,7 @@ int selfCheck(const CommandLine& commandLine)
 {
     zn::StandaloneSession session;
     if (const auto error = applySettings(commandLine, session.settings())) {
-        std::fprintf(stderr, "znimport: %s\n", error->toUtf8().constData());
+        complain(*error);
         return wrongUse;
     }
     return SelfCheck(session).run();

@@ -1,6 +1,7 @@
 #include "standalone/session/SessionFolder.h"
 #include "tools/znimport/Application.h"
 #include "tools/znimport/Batch.h"
+#include "tools/znimport/Ending.h"
 #include "tools/znimport/SelfCheck.h"
 
 #include <QCoreApplication>
@@ -18,7 +19,8 @@ namespace
 
 int wrongUse(const QString& error)
 {
-    std::fprintf(stderr, "znimport: %s\nTry 'znimport --help'.\n", error.toUtf8().constData());
+    znimport::complain(error);
+    std::fputs("Try 'znimport --help'.\n", stderr);
     return 2;
 }
 
@@ -61,7 +63,7 @@ int main(int argc, char** argv)
     if (parsed.commandLine.helpSettings)
         return print(zn::Settings().helpText());
     if (const auto trouble = zn::SessionFolder::trouble()) {
-        std::fprintf(stderr, "znimport: %s\n", trouble->toUtf8().constData());
+        znimport::complain(*trouble);
         return 1;
     }
     if (parsed.commandLine.selfCheck)

@@ -47,8 +47,8 @@ core::Outcome<model::Model> readJt(const model::Job& job)
     return core::Failure{core::ExitCode::NothingToImport, "the file is a JT file, but it holds no meshes"};
 }
 
-constexpr readers::Format Row = {protocol::format::Jt.name, protocol::format::Jt.extensions, probe, readJt,
-                                 refersToParts};
+constexpr readers::Format Row = {
+    protocol::format::Jt.name, protocol::format::Jt.extensions, probe, readJt, refersToParts, false, partNamesIn};
 
 } // namespace
 

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 
 namespace ptx::jt
@@ -53,7 +54,7 @@ bool isFile(const std::string& path)
 class Assembly
 {
 public:
-    explicit Assembly(const model::Job& job) : m_job(job) {}
+    explicit Assembly(const model::Job& job) : m_job(job), m_finder(job.references) {}
 
     core::Outcome<model::Model> read()
     {
@@ -128,15 +129,16 @@ private:
 
     void keepReferences()
     {
-        const std::set<std::string> circle = readers::filesLeadingBackTo(m_job.input, partNamesIn);
+        const std::set<std::string> circle = readers::filesLeadingBackTo(m_job.input, partNamesIn, m_job.references);
         const std::string folder = fs::path(m_job.input).parent_path().string();
         for (std::size_t i = 0; i < m_model.products.size(); ++i) {
             model::Product& product = m_model.products[i];
             if (product.externalNames.empty())
                 continue;
             std::string path = fileOf(product, folder);
-            if (circle.contains(readers::canonicalPath(path))) {
-                leaveOut(i, path, "it leads back to this file");
+            const std::optional<std::string> refusal = m_finder.refusal(path);
+            if (refusal || circle.contains(readers::canonicalPath(path))) {
+                leaveOut(i, path, refusal.value_or("it leads back to this file"));
                 path.clear();
             } else if (!isFile(path)) {
                 m_job.log.warning("part file " + path + " of \"" + product.name + "\": there is no such file");
@@ -170,6 +172,8 @@ private:
 
     void follow(std::size_t product, const std::string& file)
     {
+        if (const auto refusal = m_finder.refusal(file))
+            return leaveOut(product, file, *refusal);
         const std::string path = readers::canonicalPath(file);
         if (m_around.contains(path))
             return leaveOut(product, file, "it leads round in a circle");

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 #include <variant>
 
@@ -33,7 +34,7 @@ model::Reference referenceOf(const std::vector<model::Product>& products, std::s
     model::Reference best;
     for (const std::string& name : products[product].externalNames) {
         model::Reference next{product, finder.find(folder, name), name};
-        if (isFile(next.file))
+        if (!finder.refusal(next.file) && isFile(next.file))
             return next;
         const bool looksBetter = best.written.find('.') == std::string::npos && name.find('.') != std::string::npos;
         if (best.written.empty() || looksBetter)
@@ -60,7 +61,7 @@ class Inliner
 {
 public:
     Inliner(StepContent& content, const model::Job& job, occt::HealingAhead& ahead)
-        : m_content(content), m_job(job), m_ahead(ahead)
+        : m_content(content), m_job(job), m_ahead(ahead), m_finder(job.references)
     {
     }
 
@@ -101,6 +102,8 @@ private:
 
     void follow(const model::Reference& reference)
     {
+        if (const auto refusal = m_finder.refusal(reference.file))
+            return leaveOut(reference, *refusal);
         const std::string path = readers::canonicalPath(reference.file);
         if (m_around.contains(path))
             return leaveOut(reference, "it leads round in a circle");
@@ -123,7 +126,8 @@ private:
     {
         const std::uint64_t bytes = readers::packed::sizeOf(path);
         m_job.limits.addInput(bytes);
-        const model::Job job{file, bytes, false, m_job.settings, m_job.limits, m_job.progress, m_job.log, m_job.rescue};
+        const model::Job job{file,           bytes,     false,        m_job.settings,  m_job.limits,
+                             m_job.progress, m_job.log, m_job.rescue, m_job.references};
         m_job.log.info("part file " + file);
         core::Outcome<StepContent> part = readStepFile(job, true, m_ahead);
         if (!part)
@@ -162,12 +166,14 @@ private:
 
 void keepReferences(occt::DocumentContent& content, const model::Job& job)
 {
-    const std::set<std::string> circle = readers::filesLeadingBackTo(job.input, recognition::referencesOf);
-    readers::PartFileFinder finder;
+    const std::set<std::string> circle =
+        readers::filesLeadingBackTo(job.input, recognition::referencesOf, job.references);
+    readers::PartFileFinder finder(job.references);
     for (model::Reference& reference : referencesFrom(content.model.products, 0, job.input, finder)) {
         model::Product& product = content.model.products[reference.product];
-        if (circle.contains(readers::canonicalPath(reference.file))) {
-            const std::string why = "it leads back to this file";
+        const std::optional<std::string> refusal = finder.refusal(reference.file);
+        if (refusal || circle.contains(readers::canonicalPath(reference.file))) {
+            const std::string why = refusal.value_or("it leads back to this file");
             product.tags.push_back(osg::scenefile::converted::missingTag({reference.file, why}));
             job.log.warning("part file " + reference.file + " of \"" + product.name + "\" stays out: " + why);
             reference.file.clear();

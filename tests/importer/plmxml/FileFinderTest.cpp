@@ -108,8 +108,16 @@ TEST_F(FileFinderSearchTest, WhatMayNotBeTakenIsNotThere)
 {
     make("a.jt");
     FileFinder finder(path("car.plmxml"), {}, [](const QString&) { return false; });
-    EXPECT_EQ(finder.find(QStringLiteral("a.jt")).by, FoundBy::Nowhere);
-    EXPECT_TRUE(finder.find(QStringLiteral("a.jt")).isRefused);
+    for (const char* location : {"a.jt", "none.jt"}) {
+        const FoundFile found = finder.find(QString::fromUtf8(location));
+        EXPECT_EQ(found.by, FoundBy::Nowhere);
+        EXPECT_TRUE(found.isClosed);
+        EXPECT_FALSE(found.isRefused) << "whether it is there";
+        EXPECT_EQ(found.path, path(location) + QStringLiteral("/refused by files.references"));
+        EXPECT_EQ(importer::plmxml::withoutClosedMark(found.path), path(location));
+        EXPECT_FALSE(QFile::exists(found.path));
+    }
+    EXPECT_EQ(importer::plmxml::withoutClosedMark(path("a.jt")), path("a.jt"));
 }
 
 } // namespace

@@ -54,6 +54,28 @@ TEST(CommandLine, TakesPathsThatLookLikeOptionsBehindTwoDashes)
     EXPECT_EQ(line.value().task, CommandLine::Task::Convert);
 }
 
+TEST(CommandLine, TakesWhatFilesMayNameAndWhetherTheRunIsLockedIn)
+{
+    const Outcome<CommandLine> line =
+        parseCommandLine({"--references", "below", "--allow-references", "/a", "--allow-references", "/b/../c",
+                          "--sandbox", "require", "/in/a.stp", "/out.osb"});
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line.value().references.rule, files::references::Rule::Below);
+    EXPECT_EQ(line.value().references.folders, (std::vector<std::string>{"/a", "/c"}));
+    EXPECT_EQ(line.value().sandbox, Sandbox::Require);
+    EXPECT_EQ(line.value().referencePolicy().top, "/in");
+    EXPECT_EQ(parseCommandLine({"--references-below", "/top", "/in/a.stp", "/out.osb"}).value().referencePolicy().top,
+              "/top");
+    const Outcome<CommandLine> plain = parseCommandLine({"/in/a.stp", "/out.osb"});
+    EXPECT_EQ(plain.value().references.rule, files::references::Rule::Parts);
+    EXPECT_EQ(plain.value().sandbox, Sandbox::On);
+    EXPECT_EQ(complaint({"--references", "all", "/a", "/b"}), "--references needs parts, below or none");
+    EXPECT_EQ(complaint({"--sandbox"}), "--sandbox needs on, off or require");
+    EXPECT_EQ(complaint({"--allow-references", ""}), "--allow-references needs a folder");
+    EXPECT_STREQ(word(Sandbox::Require), "require");
+    EXPECT_STREQ(word(Sandbox::Off), "off");
+}
+
 TEST(CommandLine, HelpNeedsNoPaths)
 {
     EXPECT_EQ(parseCommandLine({"--help"}).value().task, CommandLine::Task::Help);

@@ -73,3 +73,13 @@ TEST(Log, GoesOnWithTheFileAndTheTimeOfAnAttemptBefore)
     EXPECT_EQ(contentOf(folder.file("x.log")), "of before\nError: no way\n");
     EXPECT_GE(log.seconds(), 100);
 }
+
+/// Somebody else may have put it there.
+TEST(Log, ALinkInItsPlaceIsNotWrittenThrough)
+{
+    const TempFolder folder;
+    folder.write("other.txt", "keep");
+    std::filesystem::create_symlink("other.txt", folder.file("x.log"));
+    EXPECT_FALSE(Log(folder.file("x.log")).isOpen());
+    EXPECT_EQ(contentOf(folder.file("other.txt")), "keep");
+}

@@ -63,3 +63,22 @@ TEST(PartFileFinder, WhatComesAfterTheListingIsFoundUnderItsVeryName)
     EXPECT_EQ(finder.find(folder.path(), "second.stp"), second);
     EXPECT_EQ(finder.find(folder.path(), "SECOND.stp"), folder.file("SECOND.stp"));
 }
+
+TEST(PartFileFinder, NobodyLooksWhereAPolicyForbidsIt)
+{
+    const TempFolder top;
+    const TempFolder other;
+    other.write("part.stp", "x");
+    const std::string beside = top.write("beside.stp", "x");
+    files::references::Policy policy;
+    policy.rule = files::references::Rule::Below;
+    policy.top = top.path();
+    PartFileFinder finder(policy);
+    const std::string refused = finder.find(top.path(), other.file("part.stp"));
+    EXPECT_EQ(refused, other.file("part.stp"));
+    EXPECT_EQ(finder.refusal(refused), files::references::sentence(files::references::Refusal::DocumentOutside));
+    EXPECT_EQ(finder.find(top.path(), other.file("PART.STP")), other.file("PART.STP")) << "nor in other letters";
+    EXPECT_EQ(finder.find(top.path(), other.file("beside.stp")), beside) << "the name alone, beside the file";
+    EXPECT_EQ(finder.refusal(beside), std::nullopt);
+    EXPECT_EQ(PartFileFinder().refusal(other.file("part.stp")), std::nullopt);
+}

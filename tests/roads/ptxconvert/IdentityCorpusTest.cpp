@@ -92,6 +92,9 @@ TEST_P(IdentityCorpus, ThreadsAndCopiesChangeNoByte)
             EXPECT_EQ(other.convert(file, {"--set", std::string("threads=") + threads}), code);
             EXPECT_TRUE(code != 0 || contentOf(other.output()) == scene) << threads << " threads";
         }
+        ConvertRun open;
+        EXPECT_EQ(open.convert(file, {"--sandbox", "off"}), code);
+        EXPECT_TRUE(code != 0 || contentOf(open.output()) == scene) << "without the box";
         EXPECT_EQ(copies.convert(file, run.folder().file("copy.osb")), code);
         EXPECT_TRUE(code != 0 || contentOf(run.folder().file("copy.osb")) == scene) << "a copy";
     }

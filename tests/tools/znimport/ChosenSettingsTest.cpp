@@ -23,6 +23,19 @@ TEST(ChosenSettings, OptionsAndAssignmentsAreSet)
     EXPECT_EQ(settings.mesh.unit.value(), 25.4);
 }
 
+TEST(ChosenSettings, FoldersThatFilesMayNameAreSetTogether)
+{
+    znimport::CommandLine line;
+    line.referenceFolders = QStringList{QStringLiteral("/usr"), QStringLiteral("/etc")};
+    zn::Settings settings;
+    EXPECT_EQ(znimport::applySettings(line, settings), std::nullopt);
+    EXPECT_EQ(settings.files.referenceFolders.value(), QStringLiteral("/usr:/etc"));
+    line.referenceFolders = QStringList{QStringLiteral("/no such folder")};
+    EXPECT_EQ(znimport::applySettings(line, settings),
+              QStringLiteral("--allow-references wants a folder without a colon in its name, and '/no such folder' is "
+                             "none"));
+}
+
 TEST(ChosenSettings, AnAssignmentWinsOverAnOption)
 {
     znimport::CommandLine line;

@@ -1,6 +1,7 @@
 #include "tools/ptxconvert/series/Series.h"
 
 #include "protocol/ExitCode.h"
+#include "protocol/Printable.h"
 
 #include <sys/mman.h>
 #include <sys/prctl.h>
@@ -87,7 +88,7 @@ private:
             m_runs[child] = {item, errors, Clock::now()};
             return;
         }
-        std::fprintf(stderr, "ptxconvert: %s: %s\n", m_items[item].input.c_str(), std::strerror(errno));
+        protocol::print(stderr, "ptxconvert: " + m_items[item].input + ": " + std::strerror(errno) + '\n');
         if (errors >= 0)
             close(errors);
         tell(item, protocol::number(protocol::ExitCode::MemoryLimit), 0);
@@ -131,7 +132,7 @@ private:
     void tell(std::size_t item, int code, double seconds)
     {
         m_codes[item] = code;
-        std::printf("%4d %9.2f  %s\n", code, seconds, m_items[item].input.c_str());
+        std::printf("%4d %9.2f  %s\n", code, seconds, protocol::printableLine(m_items[item].input).c_str());
         std::fflush(stdout);
     }
 

@@ -19,8 +19,8 @@ bool refersToParts(const std::string& path)
     return !referencesOf(path).empty();
 }
 
-constexpr readers::Format Row = {protocol::format::Step.name, protocol::format::Step.extensions, probe, nullptr,
-                                 refersToParts};
+constexpr readers::Format Row = {
+    protocol::format::Step.name, protocol::format::Step.extensions, probe, nullptr, refersToParts, false, referencesOf};
 
 } // namespace
 
