@@ -86,6 +86,18 @@ std::uint64_t sizeOf(const std::string& path)
     return error ? 0 : size;
 }
 
+/// Material libraries and scenes within scenes may lie anywhere, and only their readers find their names.
+core::Outcome<std::string> lockInFor(const Request& request, const std::string& readers)
+{
+    const files::references::Policy& policy = request.options.references;
+    box::Work work{{request.input}, policy.folders, request.output, readers};
+    if (policy.rule == files::references::Rule::Parts)
+        work.folders.emplace_back("/");
+    else if (!policy.top.empty())
+        work.folders.push_back(policy.top);
+    return box::lock(request.sandbox, work);
+}
+
 class TreeReading
 {
 public:
@@ -95,15 +107,10 @@ public:
     {
     }
 
-    core::ExitCode run(const std::function<core::Outcome<TreeReader>()>& load, const std::string& readers)
+    core::ExitCode run(const std::function<core::Outcome<TreeReader>()>& load, const std::string& box)
     {
         core::processend::install(m_log, m_progress, m_output.unfinishedPath());
-        const core::Outcome<std::string> box = lockIn(readers);
-        if (!box) {
-            m_log.error(box.failure().message);
-            return box.failure().code;
-        }
-        m_log.info(box.value());
+        m_log.info(box);
         core::Limits limits(m_request.settings, sizeOf(m_request.input));
         core::Trouble trouble;
         {
@@ -121,18 +128,6 @@ public:
     }
 
 private:
-    /// Material libraries and scenes within scenes may lie anywhere, and only their readers find their names.
-    core::Outcome<std::string> lockIn(const std::string& readers) const
-    {
-        const files::references::Policy& policy = m_request.options.references;
-        box::Work work{{m_request.input}, policy.folders, m_request.output, readers};
-        if (policy.rule == files::references::Rule::Parts)
-            work.folders.emplace_back("/");
-        else if (!policy.top.empty())
-            work.folders.push_back(policy.top);
-        return box::lock(m_request.sandbox, work);
-    }
-
     core::Trouble read(const std::function<core::Outcome<TreeReader>()>& load)
     {
         m_progress.begin(core::Stage::ReadAndProcess);
@@ -182,7 +177,13 @@ core::ExitCode readTree(const std::vector<std::string>& arguments,
         std::fprintf(stderr, "ptxconvert: %s\n", request.failure().message.c_str());
         return request.failure().code;
     }
-    return TreeReading(request.value()).run(load, readers);
+    // Nothing is open before, since the box closes it.
+    const core::Outcome<std::string> box = lockInFor(request.value(), readers);
+    if (!box) {
+        std::fprintf(stderr, "ptxconvert: %s\n", box.failure().message.c_str());
+        return box.failure().code;
+    }
+    return TreeReading(request.value()).run(load, box.value());
 }
 
 } // namespace ptx::conversion

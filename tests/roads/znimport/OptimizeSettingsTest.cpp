@@ -156,7 +156,10 @@ TEST_P(OptimizeSettingsCorpusTest, NoneButThoseThatCopyMakesAFileLarger)
 {
     const qint64 bytes = run(m_file, {}).bytes;
     EXPECT_LE(bytes, run(m_file, {text("optimize.mergeMaterials=off")}).bytes);
-    for (const char* name : {"removeEmptyGroups", "mergeGeometries", "solidKernel"})
+    std::vector<const char*> names = {"removeEmptyGroups", "solidKernel"};
+    if (!m_file.endsWith(text(".stp"))) // exact surfaces are meshed anew when they are merged
+        names.push_back("mergeGeometries");
+    for (const char* name : names)
         EXPECT_LE(run(m_file, {text("optimize.") + text(name) + text("=on")}).bytes, bytes) << name;
 }
 

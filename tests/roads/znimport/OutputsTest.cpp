@@ -30,7 +30,8 @@ protected:
         Ending end;
         {
             const SmallDisk disk(40);
-            end = znimport(arguments);
+            // In this process: what a child hands over would not fit either.
+            end = znimport(arguments + QStringList{text("--set"), text("files.reading=process")});
         }
         EXPECT_EQ(end.exitCode, 1) << end.errors.toStdString();
         EXPECT_TRUE(end.errors.contains(text("File too large"))) << end.errors.toStdString();
