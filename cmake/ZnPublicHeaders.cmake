@@ -16,10 +16,12 @@ set(ZN_STANDALONE_HEADERS
   scene/Buffer.h
   scene/ContainerRegistry.h
   scene/Mesh.h
+  scene/ViewTags.h
   files/glb/GlbWriter.h
   files/Error.h
   files/Expected.h
   files/Note.h
+  files/OutputFile.h
   render/Snapshot.h
   render/SnapshotView.h
   files/scenefile/ReadSceneFile.h
@@ -36,6 +38,7 @@ set(ZN_STANDALONE_HEADERS
   standalone/znUtils/LogSink.h)
 
 set(ZN_IMPORTER_HEADERS
+  geometry/WrongNormals.h
   importer/ImportRequest.h
   importer/ImportResult.h
   importer/Importer.h

@@ -9,23 +9,23 @@ namespace files
 namespace
 {
 
-constexpr QLatin1String upAxis("up");
-constexpr QLatin1String millimetres("unit");
-constexpr QLatin1String wrlInMetres("wrl-in-metres");
-constexpr QLatin1String rule("references");
-constexpr QLatin1String topFolder("references-below");
-constexpr QLatin1String openFolder("references-folder");
+const QLatin1String upAxis("up");
+const QLatin1String millimetres("unit");
+const QLatin1String wrlInMetres("wrl-in-metres");
+const QLatin1String rule("references");
+const QLatin1String topFolder("references-below");
+const QLatin1String openFolder("references-folder");
 
 struct NamedLimit {
     QLatin1String name;
     std::uint64_t ReadLimits::*limit;
 };
 
-constexpr NamedLimit namedLimits[] = {{QLatin1String("max-file-bytes"), &ReadLimits::maxFileBytes},
-                                      {QLatin1String("max-nodes"), &ReadLimits::maxNodes},
-                                      {QLatin1String("max-vertices"), &ReadLimits::maxVertices},
-                                      {QLatin1String("max-depth"), &ReadLimits::maxDepth},
-                                      {QLatin1String("max-memory"), &ReadLimits::maxMemory}};
+const NamedLimit namedLimits[] = {{QLatin1String("max-file-bytes"), &ReadLimits::maxFileBytes},
+                                  {QLatin1String("max-nodes"), &ReadLimits::maxNodes},
+                                  {QLatin1String("max-vertices"), &ReadLimits::maxVertices},
+                                  {QLatin1String("max-depth"), &ReadLimits::maxDepth},
+                                  {QLatin1String("max-memory"), &ReadLimits::maxMemory}};
 
 QString word(QLatin1String name, const QString& value)
 {

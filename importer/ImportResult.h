@@ -1,6 +1,6 @@
 #pragma once
 
-#include "geometry/NormalRepair.h"
+#include "geometry/WrongNormals.h"
 #include "host/OSGSystem/Node.h"
 #include "import/filetypes/znCADFileTypes.h"
 #include "importer/SceneText.h"

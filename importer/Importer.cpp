@@ -1,5 +1,6 @@
 #include "importer/Importer.h"
 
+#include "geometry/NormalRepair.h"
 #include "importer/EmptyImport.h"
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"

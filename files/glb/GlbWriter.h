@@ -61,7 +61,7 @@ struct WriteOptions {
     bool variants = true;
     /// Darkens the vertex colours of meshes with `osg::Mesh::occlusion` by it, or gives them such colours.
     bool occlusionAsColors = false;
-    Hidden hidden = Hidden::Shrink;
+    Hidden hidden = Hidden::Shrink; ///< what viewers without `KHR_node_visibility` would draw
     /// Writes vertices in the unit of the file, and transforms without scale: lengths that a transform scales, by its
     /// first axis, are scaled in the vertices below it. A mesh that is seen in several sizes is written in each.
     bool scaleIntoVertices = false;

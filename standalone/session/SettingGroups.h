@@ -258,6 +258,7 @@ struct OptimizeSettings : SettingGroup {
 
 /// What scenes are written with.
 struct ExportSettings : SettingGroup {
+    /// What becomes of hidden nodes that a variant shows; as `files::glb::Hidden`.
     enum class Hidden { Shrink, Keep, LeaveOut };
 
     using SettingGroup::SettingGroup;

@@ -30,13 +30,15 @@ bool makePrivateFolder(const QString& folder)
     return QDir().mkpath(folder) && QFile::setPermissions(folder, readAndWrite | QFileDevice::ExeOwner);
 }
 
-/// Logs of one name come from many sessions, and the names of their copies follow each other in time.
-QString copyName(const QString& logFile)
+/// Logs of one name come from many sessions, and several within a millisecond from one. The names of their copies
+/// follow each other in time.
+QString copyName(const QString& logFile, int number)
 {
     const QString time = QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-    return QStringLiteral("%1-%2-%3")
+    return QStringLiteral("%1-%2-%3-%4")
         .arg(time)
         .arg(QCoreApplication::applicationPid())
+        .arg(number, 4, 10, QLatin1Char('0'))
         .arg(QFileInfo(logFile).fileName());
 }
 
@@ -71,11 +73,12 @@ QString keepLog(const QString& logFile)
     const QString folder = keptLogsFolder();
     if (!QFileInfo(logFile).isFile() || !makePrivateFolder(folder))
         return QString();
-    const QString copy = folder + QLatin1Char('/') + copyName(logFile);
+    const int number = Session::require().state<KeptCount>().logs++;
+    const QString copy = folder + QLatin1Char('/') + copyName(logFile, number);
     if (!QFile::copy(logFile, copy))
         return QString();
     QFile::setPermissions(copy, readAndWrite);
-    if (Session::require().state<KeptCount>().logs++ % logsBetweenLooks == 0)
+    if (number % logsBetweenLooks == 0)
         removeSurplus(folder);
     return copy;
 }

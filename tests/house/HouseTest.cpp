@@ -9,7 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <sstream>
 
 using house::SourceFile;
@@ -71,6 +74,23 @@ TEST(House, EachSourceHasAHeaderOfItsName)
 TEST(House, EachTestMirrorsAUnit)
 {
     EXPECT_THAT(house::testsWithoutUnit(sources()), IsEmpty());
+}
+
+TEST(House, InstalledHeadersIncludeInstalledOnesAlone)
+{
+    std::istringstream list(ZN_INSTALLED_HEADERS);
+    const std::set<std::string> installed{std::istream_iterator<std::string>(list), {}};
+    ASSERT_GT(installed.size(), 30U);
+    std::vector<house::Finding> missing;
+    for (const SourceFile& file : sources()) {
+        if (!installed.contains(file.path))
+            continue;
+        for (const auto& [line, included] : file.includes)
+            if (std::filesystem::exists(std::filesystem::path(ZN_SOURCE_ROOT) / included) &&
+                !installed.contains(included))
+                missing.push_back({file.path, line, included + " is not installed"});
+    }
+    EXPECT_THAT(missing, IsEmpty());
 }
 
 TEST(House, NoLineIsWiderThanThePage)

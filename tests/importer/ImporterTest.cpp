@@ -1,5 +1,6 @@
 #include "importer/Importer.h"
 
+#include "geometry/NormalRepair.h"
 #include "host/OSGSystem/Names.h"
 #include "importer/SceneText.h"
 #include "standalone/startup/StandaloneSession.h"
