@@ -9,6 +9,7 @@
 #include "tests/standalone/znOpenSGUtils/TreeTest.h"
 
 #include <ctime>
+#include <limits>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -105,22 +106,25 @@ TEST_F(GatheringTest, NamesThatSayNothingDoNotCount)
 TEST_F(GatheringTest, WhatIsKeptOrHeldOrSaysSomethingElseStays)
 {
     const osg::NodePtr kept = add(file, osg::Group::create()), tagged = add(file, osg::Group::create()),
-                       hidden = add(file, osg::Group::create()), flat = addPlace(file, placed({1, 1, 0}, {}));
+                       hidden = add(file, osg::Group::create()), flat = addPlace(file, placed({1, 1, 0}, {})),
+                       endless = addPlace(file, placed({1, 1, 1}, {std::numeric_limits<float>::infinity(), 0, 0})),
+                       named = add(file, osg::Group::create());
     const osg::RefPtr<osg::NodePtr> held(add(file, osg::Group::create()));
     osg::setTags(tagged, {"colour"});
+    osg::setTags(named->getCore(), {"of the core"});
     hidden->setActive(false);
     choice.kept = {kept.get()};
-    for (const osg::NodePtr& node : {kept, tagged, hidden, flat, held.get()})
+    for (const osg::NodePtr& node : {kept, tagged, hidden, flat, endless, named, held.get()})
         addPart(node, part());
     const osg::NodePtr keptPart = addPart(file, part(), "kept");
     choice.kept.insert(keptPart.get());
     addPart(file, part(), "a");
     const osg::RefPtr<osg::NodePtr> heldPart(addPart(file, part(), "held"));
     gather();
-    EXPECT_EQ(nodesBelow(), 13u);
+    EXPECT_EQ(nodesBelow(), 17u);
     addPart(file, part(), "b");
     gather();
-    EXPECT_EQ(nodesBelow(), 13u) << "b went into a";
+    EXPECT_EQ(nodesBelow(), 17u) << "b went into a";
 }
 
 TEST_F(GatheringTest, AGeometryOfSeveralPlacesStaysOneAndWhereItIs)

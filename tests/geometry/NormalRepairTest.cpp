@@ -53,7 +53,9 @@ TEST_F(NormalRepairTest, MeshesWithoutNormalsAndFlatTrianglesAreRight)
 
 TEST_F(NormalRepairTest, AWrongCornerGetsAVertexOfItsOwn)
 {
-    const osg::Mesh before = lit(up, near61, near59);
+    osg::Mesh before = lit(up, near61, near59);
+    before.texCoords = std::vector<osg::Vec2f>{{0, 0}, {0.25f, 0}, {0, 1}};
+    before.occlusion = std::vector<float>{1, 0.5f, 0};
     const osg::Mesh mesh = geometry::withRightNormals(before);
     EXPECT_THAT(mesh.triangles.span(), ElementsAre(0, 3, 2));
     EXPECT_EQ(listed(mesh.positions), (Rows{{1, 2, 3}, {5, 2, 3}, {1, 8, 3}, {5, 2, 3}}));
@@ -61,6 +63,9 @@ TEST_F(NormalRepairTest, AWrongCornerGetsAVertexOfItsOwn)
     EXPECT_EQ(mesh.normals[2], near59);
     ASSERT_EQ(mesh.colors.size(), 4u);
     EXPECT_EQ(mesh.colors[3].green, 1);
+    ASSERT_EQ(mesh.texCoords.size(), 4u);
+    EXPECT_EQ(mesh.texCoords[3], mesh.texCoords[1]);
+    EXPECT_THAT(mesh.occlusion.span(), ElementsAre(1, 0.5f, 0, 0.5f));
     EXPECT_TRUE(mesh.brep.empty());
     EXPECT_EQ(mesh.faces, before.faces);
     EXPECT_EQ(counted(mesh), (WrongNormals{0, 0}));

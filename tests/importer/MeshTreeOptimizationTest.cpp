@@ -105,6 +105,20 @@ TEST_F(MeshTreeOptimizationTest, GeometriesAreMergedOnRequest)
     EXPECT_EQ(zn::countScene(root).triangles, 24u);
 }
 
+TEST_F(MeshTreeOptimizationTest, StripsAreMergedAsTriangles)
+{
+    addBox(root, "a", "");
+    auto strip = std::make_shared<osg::Mesh>(osg::GeometryAccess::mesh(*osg::geometryOf(addBox(root, "b", ""))));
+    strip->triangles = {};
+    strip->primitives = std::vector<osg::Primitive>{{osg::Primitive::Kind::Strip, 0, 4}};
+    strip->corners = std::vector<std::uint32_t>{0, 1, 2, 3};
+    osg::exchangeMesh(osg::geometryOf(root->getChild(1)), strip);
+    set("optimize.mergeGeometries");
+    optimize();
+    EXPECT_EQ(zn::countScene(root).nodes, 2u);
+    EXPECT_EQ(zn::countScene(root).triangles, 14u);
+}
+
 TEST_F(MeshTreeOptimizationTest, NumbersOfTheWriterAreNoNames)
 {
     const osg::NodePtr top = addPlace(0), left = addPlace(5), right = addPlace(9);

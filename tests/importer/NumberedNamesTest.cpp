@@ -68,6 +68,16 @@ TEST_F(NumberedNamesTest, OneNameInTenMayBeAnother)
     EXPECT_EQ(count(), 0u);
 }
 
+TEST_F(NumberedNamesTest, OnlyTheCommonestLettersAreTheWritersOwn)
+{
+    osg::NodePtr node = root.get();
+    for (int i = 0; i < 18; ++i)
+        node = add(node, "node_" + std::to_string(i));
+    const osg::NodePtr bolt = add(node, "bolt30");
+    EXPECT_EQ(count(), 18u);
+    EXPECT_FALSE(importer::numberedNodes(root.get()).contains(bolt.get()));
+}
+
 TEST_F(NumberedNamesTest, ANumberAloneAndOneBeyondCountingAreNames)
 {
     add(add(add(root.get(), "1"), "2"), "3");
