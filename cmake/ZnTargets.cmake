@@ -89,7 +89,7 @@ function(zn_fast_allocator program)
   if(NOT ZN_SANITIZE AND NOT ZN_FUZZ)
     find_package(mimalloc 2.0 REQUIRED)
     target_link_libraries(${program} PRIVATE mimalloc)
-    target_sources(${program} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/ThrowingNew.cpp)
+    target_sources(${program} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/FastAllocator.cpp)
   endif()
 endfunction()
 
