@@ -75,16 +75,16 @@ TEST(ConvertBox, PartsInOtherFoldersComeIn)
 TEST(ConvertBox, BelowHoldsPartsBackAndTellsWhy)
 {
     ConvertRun run;
-    std::filesystem::create_directories(run.folder().file("in"));
-    run.folder().write("leaf.stp", boxText("leaf"));
-    run.folder().write("in/top.stp", assemblyOf("../leaf.stp"));
-    const std::string top = run.folder().file("in/top.stp");
+    const TempFolder files; // the output's folder is open in any case
+    std::filesystem::create_directories(files.file("in"));
+    files.write("leaf.stp", boxText("leaf"));
+    files.write("in/top.stp", assemblyOf("../leaf.stp"));
+    const std::string top = files.file("in/top.stp");
     run.convert(top, {"--references", "below"});
     EXPECT_THAT(run.log(), HasSubstr("leaf.stp of \"part\" is left out: refused, as it does not lie below"));
-    EXPECT_EQ(run.convert(top, {"--references", "below", "--references-below", run.folder().file(".")}), 0)
-        << run.log();
+    EXPECT_EQ(run.convert(top, {"--references", "below", "--references-below", files.file(".")}), 0) << run.log();
     EXPECT_TRUE(nodeNamed(run.scene(), "leaf"));
-    EXPECT_EQ(run.convert(top, {"--references", "below", "--allow-references", run.folder().file("")}), 0) << run.log();
+    EXPECT_EQ(run.convert(top, {"--references", "below", "--allow-references", files.file("")}), 0) << run.log();
     EXPECT_TRUE(nodeNamed(run.scene(), "leaf"));
 }
 
