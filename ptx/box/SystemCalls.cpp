@@ -1,5 +1,6 @@
 #include "ptx/box/SystemCalls.h"
 
+#include <fcntl.h>
 #include <sched.h>
 #include <seccomp.h>
 #include <unistd.h>
@@ -20,17 +21,17 @@ constexpr const char* Allowed[] = {
     "brk", "madvise", "mmap", "mprotect", "mremap", "msync", "munmap", "mincore", "membarrier", "get_mempolicy",
     "mbind",
     // files
-    "access", "chmod", "close", "close_range", "copy_file_range", "creat", "dup", "dup2", "dup3", "faccessat",
-    "faccessat2", "fadvise64", "fallocate", "fchmod", "fchmodat", "fcntl", "fdatasync", "flock", "fstat", "fstatfs",
-    "fsync", "ftruncate", "getcwd", "getdents", "getdents64", "lseek", "lstat", "newfstatat", "open", "openat", "pipe",
-    "pipe2", "poll", "ppoll", "pread64", "preadv", "pwrite64", "pwritev", "read", "readahead", "readlink", "readlinkat",
-    "readv", "rename", "renameat", "renameat2", "select", "pselect6", "sendfile", "stat", "statfs", "statx",
-    "sync_file_range", "truncate", "umask", "unlink", "unlinkat", "write", "writev",
+    "access", "close", "close_range", "copy_file_range", "creat", "dup", "dup2", "dup3", "faccessat", "faccessat2",
+    "fadvise64", "fallocate", "fchmod", "fdatasync", "flock", "fstat", "fstatfs", "fsync", "ftruncate", "getcwd",
+    "getdents", "getdents64", "lseek", "lstat", "newfstatat", "open", "openat", "pipe", "pipe2", "poll", "ppoll",
+    "pread64", "preadv", "pwrite64", "pwritev", "read", "readahead", "readlink", "readlinkat", "readv", "rename",
+    "renameat", "renameat2", "select", "pselect6", "sendfile", "stat", "statfs", "statx", "sync_file_range", "truncate",
+    "umask", "unlink", "unlinkat", "write", "writev",
     // processes and threads; copies of this one try work out
     "arch_prctl", "execve", "exit", "exit_group", "fork", "vfork", "futex", "get_robust_list", "set_robust_list",
     "set_tid_address", "rseq", "wait4", "waitid", "getpid", "getppid", "gettid", "getpgid", "getpgrp", "getsid",
-    "prctl", "sched_getaffinity", "sched_setaffinity", "sched_getparam", "sched_getscheduler", "sched_yield",
-    "sched_get_priority_max", "sched_get_priority_min", "getcpu", "restart_syscall",
+    "prctl", "sched_getaffinity", "sched_getparam", "sched_getscheduler", "sched_yield", "sched_get_priority_max",
+    "sched_get_priority_min", "getcpu", "restart_syscall",
     // signals to itself
     "rt_sigaction", "rt_sigpending", "rt_sigprocmask", "rt_sigreturn", "rt_sigsuspend", "rt_sigtimedwait",
     "sigaltstack", "pause",
@@ -44,6 +45,10 @@ constexpr const char* Allowed[] = {
 /// The C library takes others in their place.
 constexpr const char* Unknown[] = {"clone3",       "openat2",     "epoll_create1",
                                    "epoll_pwait2", "futex_waitv", "map_shadow_stack"};
+
+/// Without those by which another process is sent a signal when a file has something to read.
+constexpr int AllowedOfFcntl[] = {F_DUPFD, F_DUPFD_CLOEXEC, F_GETFD,  F_SETFD,     F_GETFL,     F_SETFL,
+                                  F_GETLK, F_SETLK,         F_SETLKW, F_OFD_GETLK, F_OFD_SETLK, F_OFD_SETLKW};
 
 constexpr scmp_datum_t NewSpaces =
     CLONE_NEWNS | CLONE_NEWCGROUP | CLONE_NEWUTS | CLONE_NEWIPC | CLONE_NEWUSER | CLONE_NEWPID | CLONE_NEWNET;
@@ -74,8 +79,12 @@ public:
         const auto self = static_cast<scmp_datum_t>(::getpid());
         keep(seccomp_rule_add(m_context, SCMP_ACT_ALLOW, SCMP_SYS(tgkill), 1, SCMP_A0(SCMP_CMP_EQ, self)));
         keep(seccomp_rule_add(m_context, SCMP_ACT_ALLOW, SCMP_SYS(kill), 1, SCMP_A0(SCMP_CMP_EQ, self)));
-        // Limits of this process alone; tightened ones stay so.
-        keep(seccomp_rule_add(m_context, SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), 1, SCMP_A0(SCMP_CMP_EQ, 0)));
+        for (const int command : AllowedOfFcntl)
+            keep(seccomp_rule_add(m_context, SCMP_ACT_ALLOW, SCMP_SYS(fcntl), 1,
+                                  SCMP_A1(SCMP_CMP_EQ, static_cast<scmp_datum_t>(command))));
+        // Limits and cores of this process alone; tightened limits stay so.
+        for (const int call : {SCMP_SYS(prlimit64), SCMP_SYS(sched_setaffinity)})
+            keep(seccomp_rule_add(m_context, SCMP_ACT_ALLOW, call, 1, SCMP_A0(SCMP_CMP_EQ, 0)));
         // What a terminal is asked for; no characters are put into its input.
         keep(seccomp_rule_add(m_context, SCMP_ACT_ALLOW, SCMP_SYS(ioctl), 1, SCMP_A1(SCMP_CMP_EQ, 0x5401))); // TCGETS
         keep(seccomp_attr_set(m_context, SCMP_FLTATR_CTL_TSYNC, 1));

@@ -44,7 +44,7 @@ public:
     {
         core::Outcome<InputFile> input = lookAtInput(m_line.input);
         if (!m_log.isOpen())
-            return fail({core::ExitCode::OutputFailed, "cannot write " + m_line.output + protocol::LogSuffix});
+            return fail({core::ExitCode::OutputFailed, m_log.trouble()});
         core::processend::install(m_log, m_progress, m_output.unfinishedPath());
         core::processend::beginAnewAfterCrash(m_rescue, nextAttempt());
         m_former.moveAside();
@@ -52,6 +52,7 @@ public:
         if (!m_box)
             return fail(m_box.failure());
         m_log.info(m_box.value());
+        tellWhatIsWithout();
         if (!input)
             return fail(input.failure());
         m_inputBytes = input.value().size;
@@ -154,6 +155,15 @@ private:
         m_log.info("output " + m_line.output);
         for (const std::string& assignment : m_line.assignments)
             m_log.info("set " + assignment);
+    }
+
+    /// A conversion does not fail for want of an audience, nor of the help against a crash that does not come.
+    void tellWhatIsWithout()
+    {
+        if (!m_progressFile.isOpen())
+            m_log.warning(m_progressFile.trouble() + "; no progress is told");
+        if (!m_rescue.trouble().empty())
+            m_log.warning(m_rescue.trouble() + "; after a crash the conversion would not begin anew");
     }
 
     void tellEnd()

@@ -1,9 +1,12 @@
 #include "ptx/conversion/FormerOutput.h"
 
+#include "ptx/core/FileDescriptor.h"
 #include "ptx/core/ProcessEnd.h"
 
 #include <QCryptographicHash>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -75,7 +78,9 @@ void FormerOutput::drop()
     m_isAway = false;
     core::processend::putBack({}, {});
     std::error_code error;
-    fs::permissions(m_output, fs::status(m_aside, error).permissions(), error);
+    // By what is open: in its box the process changes no rights by a name, which may be any file's.
+    if (const core::FileDescriptor made(::open(m_output.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC)); made)
+        ::fchmod(made.get(), static_cast<mode_t>(fs::status(m_aside, error).permissions()));
     fs::remove(m_aside, error);
 }
 

@@ -25,13 +25,15 @@ std::string onOneLine(std::string_view text)
 
 } // namespace
 
-Log::Log(const std::string& path) : Log(path, O_TRUNC, std::chrono::steady_clock::now()) {}
+Log::Log(const std::string& path) : Log(path, FileBeside::Content::Dropped, std::chrono::steady_clock::now()) {}
 
-Log::Log(const std::string& path, std::chrono::steady_clock::time_point begun) : Log(path, 0, begun) {}
+Log::Log(const std::string& path, std::chrono::steady_clock::time_point begun)
+    : Log(path, FileBeside::Content::Kept, begun)
+{
+}
 
-Log::Log(const std::string& path, int openFlag, std::chrono::steady_clock::time_point start)
-    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | openFlag, 0666)),
-      m_start(start)
+Log::Log(const std::string& path, FileBeside::Content content, std::chrono::steady_clock::time_point start)
+    : m_file(path, content, O_APPEND), m_start(start)
 {
 }
 
@@ -77,7 +79,7 @@ void Log::line(std::string_view kind, std::string_view text)
 
 void Log::write(const std::string& text)
 {
-    if (!m_file)
+    if (!isOpen())
         return;
     const std::string whole = text + '\n';
     [[maybe_unused]] const auto written = ::write(m_file.get(), whole.data(), whole.size());

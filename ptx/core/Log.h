@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ptx/core/FileDescriptor.h"
+#include "ptx/core/FileBeside.h"
 
 #include <chrono>
 #include <mutex>
@@ -23,7 +23,9 @@ public:
     /// Goes on with the log of a conversion that began at `begun`.
     Log(const std::string& path, std::chrono::steady_clock::time_point begun);
 
-    bool isOpen() const { return static_cast<bool>(m_file); }
+    bool isOpen() const { return m_file.isOpen(); }
+    /// Why it is not open.
+    const std::string& trouble() const { return m_file.trouble(); }
     /// For signal handlers, which can do no more than `write`.
     int descriptor() const { return m_file.get(); }
 
@@ -36,11 +38,11 @@ public:
     std::chrono::steady_clock::time_point start() const { return m_start; }
 
 private:
-    Log(const std::string& path, int openFlag, std::chrono::steady_clock::time_point start);
+    Log(const std::string& path, FileBeside::Content content, std::chrono::steady_clock::time_point start);
     void line(std::string_view kind, std::string_view text);
     void write(const std::string& text);
 
-    FileDescriptor m_file;
+    FileBeside m_file;
     mutable std::mutex m_mutex;
     std::chrono::steady_clock::time_point m_start;
     int m_warnings = 0;

@@ -1,13 +1,12 @@
 #include "ptx/core/PartMarks.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace ptx::core
 {
 
 PartMarks::PartMarks(const std::string& path, const std::string& marks)
-    : m_file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600))
+    : m_file(path, FileBeside::Content::Dropped, 0, 0600)
 {
     [[maybe_unused]] const auto written = ::pwrite(m_file.get(), marks.data(), marks.size(), 0);
 }

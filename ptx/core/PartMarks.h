@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ptx/core/FileDescriptor.h"
+#include "ptx/core/FileBeside.h"
 
 #include <cstddef>
 #include <string>
@@ -16,11 +16,13 @@ public:
     /// Starts `path` anew with the letters `marks`; those behind them may be set later.
     PartMarks(const std::string& path, const std::string& marks);
 
-    bool isOpen() const { return static_cast<bool>(m_file); }
+    bool isOpen() const { return m_file.isOpen(); }
+    /// Why it is not open.
+    const std::string& trouble() const { return m_file.trouble(); }
     void set(std::size_t part, char mark) const;
 
 private:
-    FileDescriptor m_file;
+    FileBeside m_file;
 };
 
 } // namespace ptx::core

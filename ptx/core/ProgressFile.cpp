@@ -1,6 +1,6 @@
 #include "ptx/core/ProgressFile.h"
 
-#include <fcntl.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -8,21 +8,18 @@
 namespace ptx::core
 {
 
-ProgressFile::ProgressFile(const std::string& path)
-    : m_file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666))
-{
-}
+ProgressFile::ProgressFile(const std::string& path) : m_file(path, FileBeside::Content::Kept) {}
 
 int ProgressFile::percent() const
 {
     char text[Length + 1] = {};
-    const bool isRead = m_file && ::pread(m_file.get(), text, Length, 0) > 0;
+    const bool isRead = isOpen() && ::pread(m_file.get(), text, Length, 0) > 0;
     return isRead ? std::atoi(text) : 0;
 }
 
 void ProgressFile::write(int percent, Stage stage)
 {
-    if (!m_file || (percent == m_percent && stage == m_stage))
+    if (!isOpen() || (percent == m_percent && stage == m_stage))
         return;
     char text[Length + 1];
     std::snprintf(text, sizeof text, "%-4d\n%-24s\n", percent, stageWord(stage));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ptx/core/FileDescriptor.h"
+#include "ptx/core/FileBeside.h"
 #include "ptx/core/Stage.h"
 
 #include <string>
@@ -21,14 +21,16 @@ public:
     /// effect: a conversion does not fail for want of an audience.
     explicit ProgressFile(const std::string& path);
 
-    bool isOpen() const { return static_cast<bool>(m_file); }
+    bool isOpen() const { return m_file.isOpen(); }
+    /// Why it is not open.
+    const std::string& trouble() const { return m_file.trouble(); }
     /// The number in the file; 0 where there is none.
     int percent() const;
     /// Writes unless number and word are those written last.
     void write(int percent, Stage stage);
 
 private:
-    FileDescriptor m_file;
+    FileBeside m_file;
     int m_percent = -1;
     Stage m_stage = Stage::Unknown;
 };

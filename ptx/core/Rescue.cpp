@@ -38,7 +38,8 @@ Rescue::Rescue(const std::string& path, int attempt) : m_path(path), m_attempt(a
 
 Rescue::~Rescue()
 {
-    ::unlink(m_path.c_str());
+    if (m_marks->isOpen())
+        ::unlink(m_path.c_str());
 }
 
 /// Where the thread of the crash is known, what it worked on is to blame; otherwise all that was at work. Work ahead

@@ -24,7 +24,7 @@ public:
     /// `path` is the file of marks, `attempt` how often the conversion began anew so far: 0 starts the file, any other
     /// takes out of it what crashed.
     Rescue(const std::string& path, int attempt);
-    /// Removes the file.
+    /// Removes the file, unless it is somebody else's.
     ~Rescue();
     Rescue(const Rescue&) = delete;
     Rescue& operator=(const Rescue&) = delete;
@@ -64,6 +64,8 @@ public:
     /// @return whether there is anything to leave out
     bool noteCrash() const;
     const std::string& path() const { return m_path; }
+    /// Why there is no file of marks, without which a crash ends the conversion; empty when there is one.
+    const std::string& trouble() const { return m_marks->trouble(); }
 
 private:
     // Places in the file.

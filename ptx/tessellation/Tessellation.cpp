@@ -47,12 +47,13 @@ public:
     core::ExitCode run()
     {
         core::processend::install(m_log, m_progress, m_options.output);
-        if (!m_box) {
-            m_log.error(m_box.failure().message);
-            protocol::print(stderr, "ptxtessellate: " + m_box.failure().message + '\n');
-            return m_box.failure().code;
-        }
+        if (!m_log.isOpen())
+            return fail({core::ExitCode::OutputFailed, m_log.trouble()});
+        if (!m_box)
+            return fail(m_box.failure());
         m_log.info(m_box.value());
+        if (!m_progressFile.isOpen())
+            m_log.warning(m_progressFile.trouble() + "; no progress is told");
         std::error_code unknown;
         const std::uintmax_t bytes = std::filesystem::file_size(m_options.input, unknown);
         core::Limits limits(m_options.settings, unknown ? 0 : bytes);
@@ -65,14 +66,17 @@ public:
                 trouble = limits.memoryFailure();
             }
         }
-        if (!trouble)
-            return core::ExitCode::Success;
-        m_log.error(trouble->message);
-        protocol::print(stderr, "ptxtessellate: " + trouble->message + '\n');
-        return trouble->code;
+        return trouble ? fail(*trouble) : core::ExitCode::Success;
     }
 
 private:
+    core::ExitCode fail(const core::Failure& failure)
+    {
+        m_log.error(failure.message);
+        protocol::print(stderr, "ptxtessellate: " + failure.message + '\n');
+        return failure.code;
+    }
+
     core::Trouble work()
     {
         m_progress.begin(core::Stage::ReadAndProcess);
@@ -114,6 +118,8 @@ private:
     {
         const core::PartMarks marks(m_options.output + protocol::PartMarksSuffix,
                                     std::string(m_parts.size(), protocol::partmark::Waits));
+        if (!marks.isOpen())
+            m_log.warning(marks.trouble() + "; nothing tells which part was at work");
         const std::vector<std::size_t> order = workOrder();
         const unsigned threads = core::threadCount(m_options.settings);
         std::atomic<std::size_t> next{0};

@@ -41,6 +41,22 @@ TEST_F(FakeClusterTest, TheTreeIsThatOfAnImportWithoutTheCluster)
     EXPECT_EQ(leftovers(), QStringList({text("fake")}));
 }
 
+/// Each step locks itself in on its node: nothing of it is told by who starts it.
+TEST_F(FakeClusterTest, ConversionsOnTheNodesAreLockedIn)
+{
+    QProcess converter;
+    converter.start(text(ZN_PTXCONVERT), {text("--version")});
+    ASSERT_TRUE(converter.waitForFinished());
+    if (!converter.readAllStandardOutput().contains("), system calls\n"))
+        GTEST_SKIP() << "this kernel has not all of the box";
+    const Ending here = run({text("--tree"), text("--set"), text("convert.sandbox=off")});
+    const Ending there =
+        run(m_cluster + QStringList{text("--nodes"), text("2"), text("--set"), text("convert.sandbox=require")});
+    EXPECT_EQ(there.exitCode, 0) << there.errors.constData();
+    EXPECT_EQ(there.output, here.output);
+    EXPECT_EQ(steps().filter(text(" --sandbox require ")).size(), 1 + 3) << "the assembly and its parts";
+}
+
 TEST_F(FakeClusterTest, ASmallerNumberOfJobsStays)
 {
     const Ending there = run(m_cluster + QStringList{text("-j"), text("3")});

@@ -63,11 +63,17 @@ std::vector<std::string> wrapped(const std::string& parameters, std::size_t widt
 
 } // namespace
 
-void IgesText::patch(Triple a, Triple b, Triple c, Triple d, int color)
+void IgesText::patch(Triple a, Triple b, Triple c, Triple d, int color, const std::string& label)
 {
-    m_patches.push_back({"128,1,1,1,1,0,0,1,0,0,0.,0.,1.,1.,0.,0.,1.,1.,1.,1.,1.,1." + corner(a) + corner(b) +
-                             corner(c) + corner(d) + ",0.,1.,0.,1.;",
-                         color});
+    m_entities.push_back({128, 0,
+                          "128,1,1,1,1,0,0,1,0,0,0.,0.,1.,1.,0.,0.,1.,1.,1.,1.,1.,1." + corner(a) + corner(b) +
+                              corner(c) + corner(d) + ",0.,1.,0.,1.;",
+                          color, label});
+}
+
+void IgesText::externalFile(const std::string& name)
+{
+    m_entities.push_back({416, 1, "416," + std::to_string(name.size()) + "H" + name + ";", 0, {}});
 }
 
 std::string IgesText::text(bool inInches) const
@@ -83,16 +89,16 @@ std::string IgesText::text(bool inInches) const
                      ",1,0.01,15H20240101.000000,1.E-5,1000.,1Ha,1Hb,11,0,15H20240101.000000;",
                  72))
         global.add(line);
-    for (const Patch& patch : m_patches) {
-        const int entry = directory.lines() + 1;
-        const std::vector<std::string> lines = wrapped(patch.parameters, 64);
-        directory.add(column(128) + column(parameters.lines() + 1) + column(0) + column(0) + column(0) + column(0) +
-                      column(0) + column(0) + "00000000");
-        directory.add(column(128) + column(0) + column(patch.color) + column(static_cast<int>(lines.size())) +
-                      column(0));
+    for (const Entity& entity : m_entities) {
+        const int place = directory.lines() + 1;
+        const std::vector<std::string> lines = wrapped(entity.parameters, 64);
+        directory.add(column(entity.type) + column(parameters.lines() + 1) + column(0) + column(0) + column(0) +
+                      column(0) + column(0) + column(0) + "00000000");
+        directory.add(column(entity.type) + column(0) + column(entity.color) + column(static_cast<int>(lines.size())) +
+                      column(entity.form) + std::string(24 - entity.label.size(), ' ') + entity.label + column(0));
         for (std::string line : lines) {
             line.resize(64, ' ');
-            parameters.add(line + column(entry));
+            parameters.add(line + column(place));
         }
     }
     char counts[64];

@@ -13,19 +13,25 @@ class IgesText
 {
 public:
     /// The four-cornered patch whose corners are a, b (along u), c (along v) and d (opposite to a). The colour numbers
-    /// are those of the format: 2 red, 3 green, 4 blue; 0 none.
-    void patch(Triple a, Triple b, Triple c, Triple d, int color = 0);
+    /// are those of the format: 2 red, 3 green, 4 blue; 0 none. A label has eight bytes at most.
+    void patch(Triple a, Triple b, Triple c, Triple d, int color = 0, const std::string& label = {});
+
+    /// A reference to a whole other file (type 416, form 1), to which nothing refers.
+    void externalFile(const std::string& name);
 
     /// The whole file; the unit is millimetre, or inch.
     std::string text(bool inInches = false) const;
 
 private:
-    struct Patch {
+    struct Entity {
+        int type;
+        int form;
         std::string parameters;
         int color;
+        std::string label;
     };
 
-    std::vector<Patch> m_patches;
+    std::vector<Entity> m_entities;
 };
 
 } // namespace ptxtest

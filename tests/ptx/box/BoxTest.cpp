@@ -182,6 +182,50 @@ TEST_F(Box, NoOtherProcessIsReached)
     EXPECT_EQ(within([] { return errorOf(::kill(-1, 0)); }), EPERM);
 }
 
+/// Rules for files refuse signals as well, in newer kernels alone.
+TEST(BoxOfSystemCalls, ByItselfRefusesSignalsToOthers)
+{
+    const pid_t outside = ::getpid();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool isHeld = !ptx::box::restrictSystemCalls();
+        const int errors[] = {errorOf(::kill(outside, 0)), errorOf(::kill(::getpid(), 0)),
+                              errorOf(::syscall(SYS_tgkill, outside, outside, 0)),
+                              errorOf(::syscall(SYS_tgkill, ::getpid(), ::getpid(), 0))};
+        ::_exit(isHeld && errors[0] == EPERM && errors[1] == 0 && errors[2] == EPERM && errors[3] == 0 ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
+/// By way of a file that has something to read.
+TEST_F(Box, NoOtherProcessIsSentSignalsForAFile)
+{
+    const pid_t outside = ::getpid();
+    const auto ask = [this, outside](int command) {
+        return within([command, outside] {
+            int ends[2];
+            if (::pipe(ends) != 0)
+                return 201;
+            return errorOf(::fcntl(ends[0], command, command == F_SETSIG ? SIGTERM : outside));
+        });
+    };
+    EXPECT_EQ(ask(F_SETOWN), EPERM);
+    EXPECT_EQ(ask(F_SETSIG), EPERM);
+    EXPECT_EQ(ask(F_GETFL), 0);
+}
+
+TEST_F(Box, RightsAndTimesOfOtherFilesStay)
+{
+    const std::string secret = base + "/other/secret.txt";
+    EXPECT_EQ(within([&] { return errorOf(::chmod(secret.c_str(), 0666)); }), EPERM);
+    EXPECT_EQ(within([&] { return errorOf(::fchmodat(AT_FDCWD, secret.c_str(), 0666, 0)); }), EPERM);
+    EXPECT_EQ(within([&] { return errorOf(::chown(secret.c_str(), 1, 1)); }), EPERM);
+    EXPECT_EQ(within([&] { return errorOf(::utimensat(AT_FDCWD, secret.c_str(), nullptr, 0)); }), EPERM);
+    EXPECT_EQ(within([] { return errorOf(::syscall(SYS_sched_setaffinity, ::getppid(), 0, nullptr)); }), EPERM);
+}
+
 TEST_F(Box, KeysRingsAndNameSpacesAreRefused)
 {
     EXPECT_EQ(within([] { return errorOf(::syscall(SYS_keyctl, 0, 0, 0, 0, 0)); }), EPERM);

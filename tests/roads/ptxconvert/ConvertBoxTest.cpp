@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 
 using namespace ptxtest;
@@ -73,16 +75,16 @@ TEST(ConvertBox, PartsInOtherFoldersComeIn)
 TEST(ConvertBox, BelowHoldsPartsBackAndTellsWhy)
 {
     ConvertRun run;
-    std::filesystem::create_directories(run.folder().file("in"));
-    run.folder().write("leaf.stp", boxText("leaf"));
-    run.folder().write("in/top.stp", assemblyOf("../leaf.stp"));
-    const std::string top = run.folder().file("in/top.stp");
+    const TempFolder files; // the output's folder is open in any case
+    std::filesystem::create_directories(files.file("in"));
+    files.write("leaf.stp", boxText("leaf"));
+    files.write("in/top.stp", assemblyOf("../leaf.stp"));
+    const std::string top = files.file("in/top.stp");
     run.convert(top, {"--references", "below"});
     EXPECT_THAT(run.log(), HasSubstr("leaf.stp of \"part\" is left out: refused, as it does not lie below"));
-    EXPECT_EQ(run.convert(top, {"--references", "below", "--references-below", run.folder().file(".")}), 0)
-        << run.log();
+    EXPECT_EQ(run.convert(top, {"--references", "below", "--references-below", files.file(".")}), 0) << run.log();
     EXPECT_TRUE(nodeNamed(run.scene(), "leaf"));
-    EXPECT_EQ(run.convert(top, {"--references", "below", "--allow-references", run.folder().file("")}), 0) << run.log();
+    EXPECT_EQ(run.convert(top, {"--references", "below", "--allow-references", files.file("")}), 0) << run.log();
     EXPECT_TRUE(nodeNamed(run.scene(), "leaf"));
 }
 
@@ -101,4 +103,31 @@ TEST(ConvertBox, TheVersionTellsWhatTheMachineCan)
     ConvertRun run;
     EXPECT_EQ(run.run({QStringLiteral("--version")}), 0);
     EXPECT_THAT(run.standardOutput(), HasSubstr("sandbox: " + ptx::box::abilities() + "\n"));
+}
+
+/// In a folder that others write to anybody may have put it there.
+TEST(ConvertBox, AForeignFileInThePlaceOfTheLogIsNamed)
+{
+    ConvertRun run;
+    run.folder().write("mine.txt", "keep");
+    std::filesystem::create_symlink("mine.txt", run.output() + ".log");
+    EXPECT_EQ(run.convertText("a.stp", boxText("a")), 8);
+    EXPECT_EQ(run.standardError(), "ptxconvert: cannot write " + run.output() + ".log: a link is in the way\n");
+    EXPECT_EQ(contentOf(run.folder().file("mine.txt")), "keep");
+    EXPECT_FALSE(std::filesystem::exists(run.output()));
+}
+
+TEST(ConvertBox, AForeignFileInThePlaceOfProgressAndMarksCostsTheseAlone)
+{
+    ConvertRun run;
+    run.folder().write("mine.txt", "keep");
+    std::filesystem::create_symlink("mine.txt", run.output() + ".tmp");
+    ::mkfifo((run.output() + ".parts").c_str(), 0600);
+    EXPECT_EQ(run.convertText("a.stp", boxText("a")), 0) << run.log();
+    EXPECT_THAT(run.log(), HasSubstr("Warning: cannot write " + run.output() +
+                                     ".tmp: a link is in the way; no progress is told\n"));
+    EXPECT_THAT(run.log(), HasSubstr("Warning: cannot write " + run.output() +
+                                     ".parts: a pipe is in the way; after a crash the conversion would not begin"));
+    EXPECT_EQ(contentOf(run.folder().file("mine.txt")), "keep");
+    EXPECT_TRUE(std::filesystem::exists(run.output() + ".parts"));
 }

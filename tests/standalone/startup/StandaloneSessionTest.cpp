@@ -9,7 +9,11 @@
 
 #include <QFileInfo>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <memory>
+#include <set>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -76,20 +80,34 @@ TEST(StandaloneSession, ItsDestructionSweepsTheContainersAsWell)
 
 TEST(StandaloneSession, ItsTemporaryFolderIsPrivateAndGoesWithIt)
 {
+    const mode_t former = ::umask(0);
     QString folder;
     {
         const zn::StandaloneSession session;
         folder = session.temporaryFolder();
         EXPECT_TRUE(QFileInfo(folder).isDir());
-        EXPECT_EQ(QFileInfo(folder).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther),
-                  QFile::Permissions());
+        struct stat status {
+        };
+        ASSERT_EQ(::stat(folder.toLocal8Bit().constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777U, 0700U);
+        EXPECT_EQ(status.st_uid, ::geteuid());
         EXPECT_EQ(znFile::getTmpDir(), folder.toStdString());
         EXPECT_TRUE(QDir(folder).mkpath(QStringLiteral("sub/deeper")));
         QFile inside(folder + QStringLiteral("/sub/deeper/part.osb"));
         EXPECT_TRUE(inside.open(QIODevice::WriteOnly));
     }
+    ::umask(former);
     EXPECT_FALSE(QFileInfo::exists(folder));
     EXPECT_EQ(znFile::getTmpDir(), QDir::tempPath().toStdString());
+}
+
+/// Who could tell it beforehand would have made a folder of this name.
+TEST(StandaloneSession, TheNameOfItsTemporaryFolderIsAnotherEachTime)
+{
+    std::set<QString> folders;
+    for (int i = 0; i < 3; ++i)
+        folders.insert(zn::StandaloneSession().temporaryFolder());
+    EXPECT_EQ(folders.size(), 3u);
 }
 
 TEST(StandaloneSession, ItsLogCanBeHeardWhileItLives)

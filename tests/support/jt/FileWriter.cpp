@@ -1,5 +1,7 @@
 #include "tests/support/jt/FileWriter.h"
 
+#include <QString>
+
 #include <algorithm>
 #include <bit>
 #include <cstdio>
@@ -63,11 +65,12 @@ void FileWriter::Out::ids(const Ids& ids)
         i32(id);
 }
 
-void FileWriter::Out::text(const std::string& ascii)
+void FileWriter::Out::text(const std::string& utf8)
 {
-    i32(static_cast<std::int64_t>(ascii.size()));
-    for (const char c : ascii)
-        put(static_cast<unsigned char>(c), 2);
+    const QString units = QString::fromStdString(utf8);
+    i32(units.size());
+    for (const QChar unit : units)
+        put(unit.unicode(), 2);
 }
 
 void FileWriter::Out::guid(const std::string& text)

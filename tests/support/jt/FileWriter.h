@@ -87,7 +87,7 @@ private:
         void f32(double value);
         void f64(double value);
         void ids(const Ids& ids);
-        void text(const std::string& ascii);
+        void text(const std::string& utf8);
         void guid(const std::string& text);
         void zeros(int bytes) { data.insert(data.end(), static_cast<std::size_t>(bytes), 0); }
     };
