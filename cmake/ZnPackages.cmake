@@ -30,6 +30,8 @@ set_target_properties(zn_seccomp PROPERTIES
 find_package(assimp 5.2 REQUIRED)
 find_package(TinyGLTF 2.7 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
+find_package(meshoptimizer 0.18 REQUIRED)
+find_package(draco 1.5 REQUIRED)
 find_package(embree 3.13 REQUIRED)
 find_package(pugixml 1.13 REQUIRED)
 include(ZnOpenCascade)

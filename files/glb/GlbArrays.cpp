@@ -191,4 +191,15 @@ void GlbArrays::write(files::OutputFile& output) const
     }
 }
 
+std::vector<std::byte> GlbArrays::bytes() const
+{
+    std::vector<std::byte> result(static_cast<std::size_t>(m_size));
+    std::size_t at = 0;
+    for (const Part& part : m_parts) {
+        part.fill(0, part.count, result.data() + at);
+        at += (part.count * part.elementSize + 3) / 4 * 4;
+    }
+    return result;
+}
+
 } // namespace files::glb

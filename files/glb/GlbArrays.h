@@ -31,6 +31,8 @@ public:
     /// The bytes of all arrays, each filled up to a multiple of four.
     std::uint64_t size() const { return m_size; }
     void write(files::OutputFile& output) const;
+    /// What `write` would write.
+    std::vector<std::byte> bytes() const;
 
 private:
     enum class Use { Positions, Normals, TexCoords, Colors, ShortIndices, Indices };

@@ -5,6 +5,7 @@
 #include "files/OutputFile.h"
 #include "files/Text.h"
 #include "files/glb/GlbNodes.h"
+#include "files/glb/packing/Packing.h"
 
 #include <QtEndian>
 
@@ -77,9 +78,46 @@ private:
     std::uint64_t m_size = 0;
 };
 
-void addExtensions(const GlbNodes& nodes, DocumentText& text)
+/// What makes the file: the document's lists and the bytes, or what packing made of them.
+struct Content {
+    explicit Content(const GlbNodes& from) : nodes(from) {}
+
+    std::uint64_t binarySize() const { return packed ? file.binary.size() : nodes.meshes().arrays().size(); }
+    void writeBinary(files::OutputFile& output) const
+    {
+        if (packed)
+            output.write(file.binary.data(), file.binary.size());
+        else
+            nodes.meshes().arrays().write(output);
+    }
+
+    const GlbNodes& nodes;
+    packing::PackedFile file; ///< empty unless it is packed
+    std::optional<packing::Packed> packed;
+};
+
+/// Refers to `nodes`.
+Content contentOf(const GlbNodes& nodes, const WriteOptions& options)
 {
+    Content content(nodes);
+    const GlbArrays& arrays = nodes.meshes().arrays();
+    if (!options.packing.isOn() || arrays.size() == 0)
+        return content;
+    const auto parsed = [](const JsonList& list) { return packing::Json::parse(list.text()); };
+    content.file = {parsed(nodes.list()), parsed(nodes.meshes().list()), parsed(arrays.accessors()),
+                    parsed(arrays.views()), arrays.bytes()};
+    content.packed = packing::pack(content.file, options.packing, options.millimetresPerUnit);
+    return content;
+}
+
+void addExtensions(const Content& content, DocumentText& text)
+{
+    const GlbNodes& nodes = content.nodes;
     Json used = Json::array();
+    if (content.packed && !content.packed->extensions.empty()) {
+        used = content.packed->extensions;
+        text.add("extensionsRequired", textOf(used));
+    }
     if (nodes.meshes().hasVariants()) {
         used.push_back("KHR_materials_variants");
         text.add("extensions", textOf({{"KHR_materials_variants", nodes.variants().extension()}}));
@@ -104,25 +142,46 @@ Json assetOf(const GlbVariants& variants, const WriteOptions& options)
     return asset;
 }
 
-/// Refers to `nodes`.
-DocumentText documentOf(const GlbNodes& nodes, const WriteOptions& options)
+std::string packedText(const packing::Json& json)
 {
+    return json.dump(-1, ' ', false, packing::Json::error_handler_t::replace);
+}
+
+/// The lists that packing changes, and the buffers.
+void addArrays(const Content& content, DocumentText& text)
+{
+    const GlbArrays& arrays = content.nodes.meshes().arrays();
+    if (content.packed) {
+        text.add("nodes", packedText(content.file.nodes));
+        text.add("meshes", packedText(content.file.meshes));
+        text.add("accessors", packedText(content.file.accessors));
+        text.add("bufferViews", packedText(content.file.bufferViews));
+        text.add("buffers", packedText(content.packed->buffers));
+        return;
+    }
+    text.add("nodes", content.nodes.list());
+    text.add("meshes", content.nodes.meshes().list());
+    text.add("accessors", arrays.accessors());
+    text.add("bufferViews", arrays.views());
+    if (arrays.size() > 0)
+        text.add("buffers", textOf(Json::array({{{"byteLength", arrays.size()}}})));
+}
+
+/// Refers to `content`.
+DocumentText documentOf(const Content& content, const WriteOptions& options)
+{
+    const GlbNodes& nodes = content.nodes;
     const GlbMeshes& meshes = nodes.meshes();
     DocumentText text;
-    addExtensions(nodes, text);
+    addExtensions(content, text);
     text.add("asset", textOf(assetOf(nodes.variants(), options)));
     if (nodes.attributes().hasProducts())
         text.add("extras", nodes.attributes());
     text.add("scene", "0");
     text.add("scenes", '[' + nodes.scene() + ']');
-    text.add("nodes", nodes.list());
-    text.add("meshes", meshes.list());
+    addArrays(content, text);
     text.add("cameras", nodes.cameras().list());
     text.add("materials", meshes.materials().list());
-    text.add("accessors", meshes.arrays().accessors());
-    text.add("bufferViews", meshes.arrays().views());
-    if (meshes.arrays().size() > 0)
-        text.add("buffers", textOf(Json::array({{{"byteLength", meshes.arrays().size()}}})));
     text.finish();
     return text;
 }
@@ -150,9 +209,9 @@ files::Error errorOf(files::ErrorCode code, const QString& message)
 }
 
 /// The size of the file.
-files::Expected<std::uint64_t> writeFile(const DocumentText& document, const GlbArrays& arrays, const QString& path)
+files::Expected<std::uint64_t> writeFile(const DocumentText& document, const Content& content, const QString& path)
 {
-    const std::uint64_t size = fileSize(document, arrays.size());
+    const std::uint64_t size = fileSize(document, content.binarySize());
     if (size > std::numeric_limits<std::uint32_t>::max())
         return errorOf(files::ErrorCode::TooLarge,
                        files::tr("the file would have %1 bytes; a binary glTF file can have 4294967295")
@@ -163,9 +222,9 @@ files::Expected<std::uint64_t> writeFile(const DocumentText& document, const Glb
     writeNumber(output, static_cast<std::uint32_t>(size));
     writeChunkHeader(output, jsonChunk, document.size());
     document.write(output);
-    if (arrays.size() > 0) {
-        writeChunkHeader(output, binaryChunk, arrays.size());
-        arrays.write(output);
+    if (content.binarySize() > 0) {
+        writeChunkHeader(output, binaryChunk, content.binarySize());
+        content.writeBinary(output);
     }
     if (const files::Expected<void> complete = output.commit(); !complete)
         return complete.error();
@@ -185,10 +244,16 @@ files::Result<Written> written(const osg::NodePtr& root, const QString& path, co
     if (!root)
         return errorOf(files::ErrorCode::NothingToWrite, files::tr("there is no tree to write"));
     const GlbNodes nodes(root, options);
-    const files::Expected<std::uint64_t> bytes = writeFile(documentOf(nodes, options), nodes.meshes().arrays(), path);
+    const Content content = contentOf(nodes, options);
+    const files::Expected<std::uint64_t> bytes = writeFile(documentOf(content, options), content, path);
     if (!bytes)
         return bytes.error();
-    return {Written{bytes.value(), nodes.list().size(), nodes.meshes().list().size()}, notesOf(nodes.warnings(), path)};
+    Written numbers{bytes.value(), nodes.list().size(), nodes.meshes().list().size()};
+    if (content.packed) {
+        numbers.nodes = content.file.nodes.size();
+        numbers.error = content.packed->error * options.millimetresPerUnit;
+    }
+    return {numbers, notesOf(nodes.warnings(), path)};
 }
 
 files::Result<Written> writtenOrError(const osg::NodePtr& root, const QString& path, const WriteOptions& options)

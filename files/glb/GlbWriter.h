@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Expected.h"
+#include "files/glb/packing/PackOptions.h"
 #include "host/OSGSystem/Node.h"
 
 #include <QString>
@@ -65,6 +66,7 @@ struct WriteOptions {
     /// Writes vertices in the unit of the file, and transforms without scale: lengths that a transform scales, by its
     /// first axis, are scaled in the vertices below it. A mesh that is seen in several sizes is written in each.
     bool scaleIntoVertices = false;
+    PackOptions packing; ///< what makes the file smaller
 };
 
 /// Numbers of a complete file.
@@ -72,6 +74,7 @@ struct Written {
     std::uint64_t bytes = 0;  ///< the size of the file
     std::uint64_t nodes = 0;  ///< nodes in the file
     std::uint64_t meshes = 0; ///< meshes in the file, a shared one counted once
+    double error = 0;         ///< how far a vertex may have been moved by packing, in millimetres of the scene
 };
 
 /// Writes `root` and what hangs below it to `path`. What stood there before is replaced at one stroke when the new file

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cmath>
 
 namespace files::gltf
 {
@@ -304,6 +305,18 @@ osg::Buffer<std::uint32_t> GltfAccessors::indices(int accessor)
             result[i] = indexAt(from.data + i * from.stride, from.componentType);
         return result;
     });
+}
+
+std::vector<osg::Quaternion> GltfAccessors::rotations(int accessor)
+{
+    checked(accessor, {TINYGLTF_TYPE_VEC4});
+    const auto unit = [](const Components& c) {
+        const float length = std::hypot(std::hypot(c[0], c[1]), std::hypot(c[2], c[3]));
+        return length > 0 ? osg::Quaternion{c[0] / length, c[1] / length, c[2] / length, c[3] / length}
+                          : osg::Quaternion();
+    };
+    const osg::Buffer<osg::Quaternion> all = read<osg::Quaternion>(accessor, unit);
+    return {all.begin(), all.end()};
 }
 
 } // namespace files::gltf

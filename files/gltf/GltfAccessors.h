@@ -24,6 +24,8 @@ public:
     /// Display colours.
     osg::Buffer<osg::Color4f> colors(int accessor);
     osg::Buffer<std::uint32_t> indices(int accessor);
+    /// Unit quaternions; what has no direction turns nothing.
+    std::vector<osg::Quaternion> rotations(int accessor);
     /// The number of elements, without reading them.
     std::size_t count(int accessor) const;
 

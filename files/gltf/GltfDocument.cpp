@@ -2,6 +2,7 @@
 
 #include "files/gltf/GltfFrame.h"
 #include "files/gltf/GltfJson.h"
+#include "files/gltf/packing/Unpacking.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -27,10 +28,10 @@ constexpr std::array<std::string_view, 7> unread = {"images", "textures", "sampl
                                                     "skins",  "cameras",  "buffers"};
 
 /// Extensions that change nothing in what is read, or that are read.
-constexpr std::array<std::string_view, 10> requirable = {
-    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu", "EXT_texture_webp",
-    "EXT_texture_avif",      "MSFT_texture_dds",      "KHR_xmp_json_ld",    "KHR_lights_punctual",
-    "KHR_animation_pointer", "KHR_node_visibility"};
+constexpr std::array<std::string_view, 11> requirable = {
+    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu",     "EXT_texture_webp",
+    "EXT_texture_avif",      "MSFT_texture_dds",      "KHR_xmp_json_ld",        "KHR_lights_punctual",
+    "KHR_animation_pointer", "KHR_node_visibility",   "EXT_mesh_gpu_instancing"};
 
 QString textOf(const std::string& utf8)
 {
@@ -50,7 +51,7 @@ void checkVersion(const Json& json, const ReadTask& task)
 
 bool canRequire(const std::string& extension)
 {
-    return extension.starts_with("KHR_materials_") ||
+    return extension.starts_with("KHR_materials_") || packing::isUnpacked(extension) ||
            std::find(requirable.begin(), requirable.end(), extension) != requirable.end();
 }
 
@@ -106,6 +107,8 @@ GltfBuffer BufferSource::at(const Json& buffer, std::size_t index)
         buffer.is_object() && buffer.contains("byteLength") && buffer["byteLength"].is_number_unsigned();
     if (!isSound)
         m_task.fail(ErrorCode::Damaged, tr("a buffer does not tell its length"), place);
+    if (packing::isPlaceholder(buffer))
+        return {};
     GltfBuffer result;
     if (buffer.contains("uri") && buffer["uri"].is_string())
         result = fromUri(buffer["uri"].get_ref<const std::string&>(), place);
@@ -203,6 +206,7 @@ GltfDocument openGltf(ReadTask& task)
     checkExtensions(json, task);
     GltfDocument document;
     document.buffers = BufferSource(task, file, frame.binary).all(json);
+    packing::unpack(json, document.buffers, task);
     warnOfUnread(json, task);
     document.cameras = readCameras(json, task);
     document.extras = GltfExtras(json, extrasLeftOut, task);

@@ -3,6 +3,7 @@
 #include "files/FileBytes.h"
 #include "files/gltf/GltfCameras.h"
 #include "files/gltf/GltfExtras.h"
+#include "files/gltf/packing/GltfBuffer.h"
 
 #include <tiny_gltf.h>
 
@@ -10,13 +11,6 @@
 
 namespace files::gltf
 {
-
-/// The bytes of one glTF buffer, within a file that was read or decoded from the text.
-struct GltfBuffer {
-    std::shared_ptr<const std::byte[]> owner;
-    const std::byte* data = nullptr;
-    std::size_t size = 0;
-};
 
 /// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins, animations and
 /// extras are empty.

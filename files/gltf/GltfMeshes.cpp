@@ -20,11 +20,6 @@ int attribute(const tinygltf::Primitive& primitive, const char* name)
     return found == primitive.attributes.end() ? -1 : found->second;
 }
 
-bool isCompressed(const tinygltf::Primitive& primitive)
-{
-    return primitive.extensions.contains("KHR_draco_mesh_compression");
-}
-
 } // namespace
 
 GltfMeshes::GltfMeshes(const GltfDocument& document, GltfVariants& variants, ReadTask& task)
@@ -61,8 +56,6 @@ osg::Mesh GltfMeshes::meshOf(const tinygltf::Primitive& primitive, const QString
         m_task.warn(tr("a primitive without positions was left out"), place);
         return mesh;
     }
-    if (isCompressed(primitive))
-        m_task.fail(ErrorCode::Unsupported, tr("this mesh is compressed (KHR_draco_mesh_compression)"), place);
     if (m_accessors.count(positions) > std::numeric_limits<std::uint32_t>::max())
         m_task.fail(ErrorCode::LimitExceeded, tr("a primitive has too many vertices"), place);
     mesh.positions = m_accessors.vectors(positions);

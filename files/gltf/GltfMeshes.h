@@ -22,6 +22,7 @@ public:
 
     /// One geometry for each primitive with something to draw. `place` is that of the node that asks.
     const Geometries& geometries(int mesh, const QString& place);
+    GltfAccessors& accessors() { return m_accessors; }
 
 private:
     osg::Mesh meshOf(const tinygltf::Primitive& primitive, const QString& place);

@@ -1,6 +1,7 @@
 #include "files/gltf/GltfReader.h"
 
 #include "files/SceneBuilding.h"
+#include "files/gltf/GltfInstances.h"
 #include "files/gltf/GltfMeshes.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/MatrixMath.h"
@@ -50,6 +51,8 @@ private:
     osg::Matrix matrixOf(const tinygltf::Node& node, int index) const;
     void addCamera(const osg::NodePtr& parent, int camera);
     void addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& core);
+    void addInstances(const osg::NodePtr& parent, const std::string& name, const std::vector<osg::Matrix>& places,
+                      const GltfMeshes::Geometries& geometries);
 
     const tinygltf::Model& m_model;
     const std::vector<std::optional<GltfCamera>>& m_cameras;
@@ -151,8 +154,12 @@ void GltfTree::add(const Step& step)
     const GltfMeshes::Geometries& geometries =
         from.mesh < 0 ? none : m_meshes.geometries(from.mesh, nodePlace(step.node));
     const osg::Matrix matrix = matrixOf(from, step.node);
+    const std::optional<std::vector<osg::Matrix>> instances =
+        instancesOf(from, m_meshes.accessors(), m_task, nodePlace(step.node));
     m_task.countNodes(1 + geometries.size());
-    const osg::NodePtr node = makeNodeFor(from, matrix, geometries);
+    const osg::NodePtr node = makeNodeFor(from, matrix, instances ? none : geometries);
+    if (instances)
+        addInstances(node, from.name, *instances, geometries);
     m_extras.addToNode(step.node, node);
     m_extras.addMeshToNode(from.mesh, node);
     osg::addChild(step.parent, node);
@@ -160,8 +167,6 @@ void GltfTree::add(const Step& step)
     addCamera(node, from.camera);
     for (const int child : from.children)
         m_queue.push_back({child, node, step.depth + 1});
-    if (from.extensions.contains("EXT_mesh_gpu_instancing"))
-        m_task.warn(tr("the instances of a node were left out"), nodePlace(step.node));
 }
 
 osg::NodePtr GltfTree::makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
@@ -194,6 +199,20 @@ void GltfTree::addGeometry(const osg::NodePtr& parent, const osg::GeometryPtr& c
 {
     const char* name = osg::getName(core);
     osg::addChild(parent, makeNode(name ? name : "", core));
+}
+
+/// Each in a node of its own, named after the node that has them and numbered from 1 on.
+void GltfTree::addInstances(const osg::NodePtr& parent, const std::string& name, const std::vector<osg::Matrix>& places,
+                            const GltfMeshes::Geometries& geometries)
+{
+    m_hasGeometry = m_hasGeometry || (!geometries.empty() && !places.empty());
+    m_task.countNodes(places.size() * geometries.size());
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const osg::NodePtr instance = makeTransform(name + ' ' + std::to_string(i + 1), places[i]);
+        for (const osg::RefPtr<osg::GeometryPtr>& core : geometries)
+            addGeometry(instance, core.get());
+        osg::addChild(parent, instance);
+    }
 }
 
 osg::NodePtr GltfTree::build()

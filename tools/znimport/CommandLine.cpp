@@ -42,6 +42,7 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.unit = parser.value(QStringLiteral("unit"));
     line.up = parser.value(QStringLiteral("up"));
     line.scaleIntoVertices = parser.isSet(QStringLiteral("scale-into-vertices"));
+    line.web = parser.isSet(QStringLiteral("web"));
     line.reportFile = parser.value(QStringLiteral("report"));
     line.bomFile = parser.value(QStringLiteral("bom"));
     line.bomLevels = parser.value(QStringLiteral("bom-levels"));
@@ -91,6 +92,7 @@ void readDocumentOptions(const QCommandLineParser& parser, CommandLine& line)
 constexpr const char* batchOptions[] = {"unit",
                                         "up",
                                         "scale-into-vertices",
+                                        "web",
                                         "attributes",
                                         "attribute-filter",
                                         "keep",
@@ -194,6 +196,9 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "scale-into-vertices", nullptr,
          "Write vertices of .glb files in the unit of the file, and transforms without scale; the same as --set "
          "export.scaleIntoVertices=on."},
+        {nullptr, "web", nullptr,
+         "Write .glb files small, for web pages: positions as integers, normals of 8 bits, compressed (readers have to "
+         "know KHR_mesh_quantization and EXT_meshopt_compression). How far vertices may have moved is told."},
         {nullptr, "attributes", "DETAIL",
          "How much of the attributes is written and shown: none, names (with empty values) or all; all without it."},
         {nullptr, "attribute-filter", "PATTERN",

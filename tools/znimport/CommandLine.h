@@ -39,6 +39,7 @@ struct CommandLine {
     QString unit;                       ///< of a GLB file; empty for metres
     QString up;                         ///< axis of a GLB file; empty for Y
     bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
+    bool web = false;                   ///< GLB files are to be small
     QString attributes;                 ///< how much of them is written; empty for all
     QStringList attributeFilters;       ///< patterns of the names that are written
     QString bomFile;                    ///< of a parts list; empty when none is wanted

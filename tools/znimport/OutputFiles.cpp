@@ -55,6 +55,8 @@ std::optional<QString> spaceComplaint(const CommandLine& line)
         return QStringLiteral("--unit and --up are for .glb files, and --output names none");
     if (line.scaleIntoVertices && !writesGlb)
         return QStringLiteral("--scale-into-vertices is for .glb files, and --output names none");
+    if (line.web && !writesGlb)
+        return QStringLiteral("--web is for .glb files, and --output names none");
     return std::nullopt;
 }
 
@@ -72,6 +74,18 @@ files::glb::Hidden hiddenOf(zn::ExportSettings::Hidden hidden)
                                       : files::glb::Hidden::Shrink;
 }
 
+/// All steps, within 0.05 mm.
+files::glb::PackOptions webOptions()
+{
+    files::glb::PackOptions options;
+    options.quantize = true;
+    options.normalBits = 8;
+    options.weld = true;
+    options.reorder = true;
+    options.compress = true;
+    return options;
+}
+
 /// What the command line and the settings ask of GLB files.
 files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSession& session)
 {
@@ -82,6 +96,8 @@ files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSessi
     options.fold = session.settings().exports.fold;
     options.hidden = hiddenOf(session.settings().exports.hidden);
     options.scaleIntoVertices = line.scaleIntoVertices || session.settings().exports.scaleIntoVertices;
+    if (line.web)
+        options.packing = webOptions();
     return options;
 }
 
@@ -90,10 +106,13 @@ WrittenOutputs writeGlb(const osg::NodePtr& scene, const QString& file, const fi
     WrittenOutputs result;
     const files::Result<files::glb::Written> written = files::glb::write(scene, file, options);
     takeWarnings(written.warnings, result);
-    if (written)
-        result.files << file;
-    else
+    if (!written) {
         result.error = written.error().toString();
+        return result;
+    }
+    result.files << file;
+    if (written->error > 0)
+        result.warnings << QStringLiteral("%1: no vertex was moved by more than %2 mm").arg(file).arg(written->error);
     return result;
 }
 

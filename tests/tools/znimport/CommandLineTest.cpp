@@ -101,11 +101,12 @@ TEST(CommandLine, WrongUseIsToldInASentence)
 
 TEST(CommandLine, ABatchHandsItsOptionsOn)
 {
-    const auto [line, error] =
-        parse({"--batch", "/", "-o", "/tmp", "--unit", "mm", "--set", "a=b", "--set", "c=d", "--scale-into-vertices"});
+    const auto [line, error] = parse({"--batch", "/", "-o", "/tmp", "--unit", "mm", "--set", "a=b", "--set", "c=d",
+                                      "--scale-into-vertices", "--web"});
     ASSERT_FALSE(error) << error->toStdString();
-    EXPECT_EQ(line.batchOptions, QStringList({QStringLiteral("--unit=mm"), QStringLiteral("--scale-into-vertices"),
-                                              QStringLiteral("--set=a=b"), QStringLiteral("--set=c=d")}));
+    EXPECT_EQ(line.batchOptions,
+              QStringList({QStringLiteral("--unit=mm"), QStringLiteral("--scale-into-vertices"),
+                           QStringLiteral("--web"), QStringLiteral("--set=a=b"), QStringLiteral("--set=c=d")}));
 }
 
 TEST(CommandLine, WhatDoesNotGoWithABatchIsRefused)

@@ -36,6 +36,9 @@ TEST(OutputFiles, WishesThatCannotBeWrittenAreToldBeforeTheImport)
     EXPECT_EQ(complaint({"a.obj", "--variant-files", "sets", "--scale-into-vertices"}), QString());
     EXPECT_EQ(complaint({"a.obj", "-o", "a.osb", "--scale-into-vertices"}),
               QStringLiteral("--scale-into-vertices is for .glb files, and --output names none"));
+    EXPECT_EQ(complaint({"a.obj", "-o", "a.glb", "--web"}), QString());
+    EXPECT_EQ(complaint({"a.obj", "-o", "a.osb", "--web"}),
+              QStringLiteral("--web is for .glb files, and --output names none"));
     EXPECT_EQ(complaint({"a.obj", "--report", "a.stp"}), QStringLiteral("--report writes .json files, not 'a.stp'"));
     EXPECT_EQ(complaint({"a.obj", "--size", "640"}), QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '640'"));
     EXPECT_EQ(complaint({"a.obj", "--size", "0x5"}), QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '0x5'"));

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "files/glb/packing/PackedFile.h"
+
+#include <array>
+
+namespace files::glb::packing
+{
+
+/// Numbers for each of the axes.
+using Vector = std::array<double, 3>;
+
+/// A box along the axes.
+struct Box {
+    Vector least;
+    Vector most;
+
+    double longestSide() const;
+};
+
+/// What the nodes of a file do with its meshes.
+struct MeshPlaces {
+    std::vector<double> scales; ///< by mesh: the most that any node enlarges it, 1 for one that no node draws
+    double extent = 0;          ///< the longest side of the box of all that is drawn
+};
+
+/// `boxes` are those of the meshes in their own spaces. What is shrunk because it is hidden counts as it is when it is
+/// shown.
+MeshPlaces placesOfMeshes(const Json& nodes, const std::vector<Box>& boxes);
+
+} // namespace files::glb::packing
