@@ -4,6 +4,7 @@
 #include "files/ReadRequest.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
+#include "protocol/Printable.h"
 #include "ptx/box/Box.h"
 #include "ptx/conversion/OutputFile.h"
 #include "ptx/core/CommandLine.h"
@@ -174,13 +175,13 @@ core::ExitCode readTree(const std::vector<std::string>& arguments,
 {
     const core::Outcome<Request> request = requestOf(arguments);
     if (!request) {
-        std::fprintf(stderr, "ptxconvert: %s\n", request.failure().message.c_str());
+        protocol::print(stderr, "ptxconvert: " + request.failure().message + "\n");
         return request.failure().code;
     }
     // Nothing is open before, since the box closes it.
     const core::Outcome<std::string> box = lockInFor(request.value(), readers);
     if (!box) {
-        std::fprintf(stderr, "ptxconvert: %s\n", box.failure().message.c_str());
+        protocol::print(stderr, "ptxconvert: " + box.failure().message + "\n");
         return box.failure().code;
     }
     return TreeReading(request.value()).run(load, box.value());

@@ -24,7 +24,7 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
     {setting::TimeLimitPerMegabyte, "s", 0, Many, 60, "Wall time that each megabyte of input adds to limit.time."},
     {setting::StallLimit, "s", 0, Many, 300,
      "Time without progress and without work of the processor; 0 switches the limit off."},
-    {setting::WorkLimit, "s", 0, Many, 60,
+    {setting::WorkLimit, "s", 0, Many, 15,
      "Time that the processor works without progress, of formats whose files can keep the CAD kernel busy for ever "
      "(BREP), without what limit.work-per-mb adds; 0 switches the limit off."},
     {setting::WorkLimitPerMegabyte, "s", 0, Many, 30, "Work that each megabyte of input adds to limit.work."},
