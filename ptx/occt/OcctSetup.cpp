@@ -5,6 +5,7 @@
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <Message_Printer.hxx>
+#include <OSD_Parallel.hxx>
 #include <Standard_Version.hxx>
 #include <TopoDS_Iterator.hxx>
 #include <TopoDS_TShape.hxx>
@@ -59,6 +60,10 @@ void setUpOcct()
     XCAFDoc_ShapeTool::SetAutoNaming(false);
     XSAlgo::Init();
     XSAlgo::SetAlgoContainer(noHealing());
+#ifdef __SANITIZE_THREAD__
+    // The thread sanitizer sees what threads hand each other by the locks of the system, and nothing of TBB's.
+    OSD_Parallel::SetUseOcctThreads(true);
+#endif
 }
 
 Handle(TDocStd_Document) newDocument()

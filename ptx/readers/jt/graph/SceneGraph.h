@@ -33,7 +33,7 @@ struct PropertyValue {
     std::string text;
     PropertyType type = PropertyType::Text;
     operator const std::string&() const { return text; }
-    friend bool operator==(const PropertyValue& value, const std::string& text) { return value.text == text; }
+    friend bool operator==(const PropertyValue& value, const std::string& other) { return value.text == other; }
 };
 
 /// Key and value of what a node is given; keys as the file writes them.
