@@ -93,9 +93,29 @@ TEST_F(ReferenceCheck, WithNoneEachNameIsTakenOutAndWithPartsNone)
     import(top, References::None);
     load(top, {path(QStringLiteral("part.stp"))});
     EXPECT_EQ(pathOf(m_tree->getChild(0)), "");
+    EXPECT_EQ(pathOf(m_tree), top.toStdString()) << "its own name is no reference";
     import(top, References::Parts);
     load(top, {QStringLiteral("/elsewhere/part.stp")});
     EXPECT_EQ(pathOf(m_tree->getChild(0)), "/elsewhere/part.stp");
+}
+
+TEST_F(ReferenceCheck, BothFilesOfAReferenceAreLookedAtAndItsTagsStay)
+{
+    import(path(QStringLiteral("top.stp")), References::Below);
+    const osg::RefPtr<osg::NodePtr> root(reference(path(QStringLiteral("top.stp"))));
+    const osg::NodePtr part = reference(path(QStringLiteral("part.stp")));
+    const osg::FileReferencePtr smart = osg::FileReferenceBase::create();
+    smart->setPath("/etc/passwd");
+    osg::fcCast<osg::ExtReference>(part->getCore())->setSmartFile(smart);
+    osg::setTags(part, {"mine"});
+    osg::addChild(root.get(), part);
+    zn::loading::dropRefusedReferences(m_session, root.get());
+    EXPECT_EQ(smart->getPath(), "/etc/passwd") << "no converter made this tree";
+    osg::setTags(root.get(), {osg::scenefile::converted::ConvertedTag});
+    zn::loading::dropRefusedReferences(m_session, root.get());
+    EXPECT_EQ(smart->getPath(), "");
+    EXPECT_EQ(pathOf(part), path(QStringLiteral("part.stp")).toStdString());
+    EXPECT_THAT(osg::tagsOf(part), ElementsAre("mine", testing::HasSubstr("/etc/passwd")));
 }
 
 TEST_F(ReferenceCheck, WithoutAnImportSceneFilesStayAsTheyAre)
