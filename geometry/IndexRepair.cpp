@@ -47,6 +47,7 @@ public:
         repairElements(m_result.mesh.points, 1, tr("points"));
         fit(m_result.mesh.normals, tr("normals"));
         fit(m_result.mesh.texCoords, tr("texture coordinates"));
+        fit(m_result.mesh.texCoords1, tr("texture coordinates"));
         fit(m_result.mesh.colors, tr("colors"));
         fit(m_result.mesh.occlusion, tr("occlusion values"));
         return std::move(m_result);
@@ -113,7 +114,8 @@ bool isSound(const osg::Mesh& mesh)
     const std::size_t vertices = mesh.positions.size();
     return doFacesFit(mesh) && areElements(mesh.triangles, 3, vertices) && areElements(mesh.lines, 2, vertices) &&
            areElements(mesh.points, 1, vertices) && doesFit(mesh.normals, vertices) &&
-           doesFit(mesh.texCoords, vertices) && doesFit(mesh.colors, vertices) && doesFit(mesh.occlusion, vertices);
+           doesFit(mesh.texCoords, vertices) && doesFit(mesh.texCoords1, vertices) && doesFit(mesh.colors, vertices) &&
+           doesFit(mesh.occlusion, vertices);
 }
 
 Repaired repaired(const osg::Mesh& mesh)

@@ -73,8 +73,8 @@ bool fits(Meshes meshes)
 
 MeshMake makeOf(const osg::Mesh& mesh)
 {
-    return {!mesh.normals.empty(), !mesh.texCoords.empty(), !mesh.colors.empty(), !mesh.occlusion.empty(),
-            !mesh.brep.empty()};
+    return {!mesh.normals.empty(), !mesh.texCoords.empty(), !mesh.texCoords1.empty(),
+            !mesh.colors.empty(),  !mesh.occlusion.empty(), !mesh.brep.empty()};
 }
 
 std::optional<osg::Mesh> joined(Meshes meshes)
@@ -85,6 +85,7 @@ std::optional<osg::Mesh> joined(Meshes meshes)
     result.positions = joinedValues(meshes, &osg::Mesh::positions);
     result.normals = joinedValues(meshes, &osg::Mesh::normals);
     result.texCoords = joinedValues(meshes, &osg::Mesh::texCoords);
+    result.texCoords1 = joinedValues(meshes, &osg::Mesh::texCoords1);
     result.colors = joinedValues(meshes, &osg::Mesh::colors);
     result.occlusion = joinedValues(meshes, &osg::Mesh::occlusion);
     result.triangles = joinedIndices(meshes, &osg::Mesh::triangles);

@@ -13,6 +13,7 @@ namespace geometry
 struct MeshMake {
     bool hasNormals = false;
     bool hasTexCoords = false;
+    bool hasTexCoords1 = false;
     bool hasColors = false;
     bool hasOcclusion = false;
     bool hasBrep = false;

@@ -123,6 +123,7 @@ osg::Mesh withRightNormals(const osg::Mesh& mesh)
     osg::Mesh result = mesh;
     result.positions = extended(mesh.positions, copies);
     result.texCoords = extended(mesh.texCoords, copies);
+    result.texCoords1 = extended(mesh.texCoords1, copies);
     result.colors = extended(mesh.colors, copies);
     result.occlusion = extended(mesh.occlusion, copies);
     result.normals = std::move(normals);

@@ -33,12 +33,13 @@ struct Primitive {
     friend bool operator==(const Primitive&, const Primitive&) = default;
 };
 
-/// What a geometry draws. `normals`, `texCoords`, `colors` and `occlusion` are empty or as long as `positions`; indices
-/// count positions. Lengths are millimetres, front faces are counter-clockwise.
+/// What a geometry draws. `normals`, `texCoords`, `texCoords1`, `colors` and `occlusion` are empty or as long as
+/// `positions`; indices count positions. Lengths are millimetres, front faces are counter-clockwise.
 struct Mesh {
     Buffer<Vec3f> positions;         ///< one for each vertex
     Buffer<Vec3f> normals;           ///< directions, not necessarily of length 1
     Buffer<Vec2f> texCoords;         ///< (0, 0) is the lower left corner of the picture
+    Buffer<Vec2f> texCoords1;        ///< the second set, for textures that ask for it
     Buffer<Color4f> colors;          ///< display colours
     Buffer<std::uint32_t> triangles; ///< three a triangle
     Buffer<std::uint32_t> lines;     ///< two a segment

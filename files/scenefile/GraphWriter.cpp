@@ -156,6 +156,7 @@ void GraphWriter::addMesh(const Mesh& mesh)
     const auto positions = planned(mesh.positions, m_meshArrays, MeshChunk);
     const auto normals = planned(mesh.normals, m_meshArrays, MeshChunk);
     const auto texCoords = planned(mesh.texCoords, m_meshArrays, MeshChunk);
+    const auto texCoords1 = planned(mesh.texCoords1, m_meshArrays, MeshChunk);
     const auto colors = planned(mesh.colors, m_meshArrays, MeshChunk);
     const auto triangles = planned(mesh.triangles, m_meshArrays, MeshChunk);
     const auto lines = planned(mesh.lines, m_meshArrays, MeshChunk);
@@ -165,7 +166,7 @@ void GraphWriter::addMesh(const Mesh& mesh)
     const auto brep = planned(mesh.brep, m_breps, BRepChunk);
     m_meshRecords.push_back(fb::CreateMesh(m_builder, pointerTo(positions), pointerTo(normals), pointerTo(texCoords),
                                            pointerTo(colors), pointerTo(triangles), pointerTo(lines), pointerTo(points),
-                                           pointerTo(faces), pointerTo(brep), pointerTo(occlusion)));
+                                           pointerTo(faces), pointerTo(brep), pointerTo(occlusion), pointerTo(texCoords1)));
 }
 
 void GraphWriter::finish()

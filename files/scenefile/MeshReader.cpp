@@ -58,6 +58,7 @@ std::optional<Mesh> meshOf(const ChunkFile& file, const fb::Mesh& record)
     reader.read(record.positions(), ChunkType::Mesh, mesh.positions);
     reader.read(record.normals(), ChunkType::Mesh, mesh.normals);
     reader.read(record.tex_coords(), ChunkType::Mesh, mesh.texCoords);
+    reader.read(record.tex_coords1(), ChunkType::Mesh, mesh.texCoords1);
     reader.read(record.colors(), ChunkType::Mesh, mesh.colors);
     reader.read(record.occlusion(), ChunkType::Mesh, mesh.occlusion);
     reader.read(record.triangles(), ChunkType::Mesh, mesh.triangles);
