@@ -4,6 +4,7 @@
 #include "host/OSGSystem/Transform3D.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "scene/EditScope.h"
+#include "scene/MaterialLook.h"
 #include "scene/SceneEdits.h"
 
 #include <utility>
@@ -63,6 +64,8 @@ osg::SimpleMaterialPtr makeMaterial(const std::string& name, const MaterialLook&
     osg::edit(material, Base::SpecularFieldMask, [&] { material->setSpecular(look.specular); });
     osg::edit(material, Base::ShininessFieldMask, [&] { material->setShininess(look.shininess); });
     osg::edit(material, Base::TransparencyFieldMask, [&] { material->setTransparency(look.transparency); });
+    if (look.surface)
+        osg::setSurface(material, *look.surface);
     return material;
 }
 

@@ -2,9 +2,11 @@
 
 #include "files/SceneReader.h"
 #include "host/OSGSystem/Geometry.h"
+#include "host/OSGSystem/PhysicalSurface.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "scene/Mesh.h"
 
+#include <optional>
 #include <string>
 
 namespace files
@@ -44,6 +46,7 @@ struct MaterialLook {
     osg::Color3f specular;
     float shininess = 1;
     float transparency = 0;
+    std::optional<osg::PhysicalSurface> surface = std::nullopt; ///< where more is known than the rest can say
 };
 
 osg::SimpleMaterialPtr makeMaterial(const std::string& name, const MaterialLook& look);

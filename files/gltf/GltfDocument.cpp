@@ -1,5 +1,6 @@
 #include "files/gltf/GltfDocument.h"
 
+#include "files/ImageFiles.h"
 #include "files/gltf/GltfFrame.h"
 #include "files/gltf/GltfJson.h"
 #include "files/gltf/packing/Unpacking.h"
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <map>
 
 namespace files::gltf
@@ -140,21 +140,10 @@ GltfBuffer BufferSource::fromUri(const std::string& uri, const QString& place)
 
 GltfBuffer BufferSource::decoded(std::string_view uri, const QString& place)
 {
-    constexpr std::string_view marker = ";base64,";
-    const std::size_t start = uri.find(marker);
-    const std::string_view digits = start == std::string_view::npos ? uri : uri.substr(start + marker.size());
-    if (digits.size() > std::size_t(std::numeric_limits<int>::max()))
-        m_task.fail(ErrorCode::LimitExceeded, tr("the data of a buffer are too long within a text"), place);
-    m_task.takeMemory(digits.size() * 2, place);
-    const auto encoded = QByteArray::fromRawData(digits.data(), static_cast<int>(digits.size()));
-    const auto result = QByteArray::fromBase64Encoding(encoded, QByteArray::AbortOnBase64DecodingErrors);
-    if (start == std::string_view::npos || !result)
+    const std::optional<DataAddress> data = decodedAddress(uri, m_task, place);
+    if (!data)
         m_task.fail(ErrorCode::Damaged, tr("the data of a buffer are not in base 64"), place);
-    const auto size = static_cast<std::size_t>(result.decoded.size());
-    auto bytes = std::make_shared_for_overwrite<std::byte[]>(size);
-    std::copy_n(reinterpret_cast<const std::byte*>(result.decoded.constData()), size, bytes.get());
-    const std::byte* data = bytes.get();
-    return {std::move(bytes), data, size};
+    return {data->bytes.owner, data->bytes.owner.get(), data->bytes.size};
 }
 
 GltfBuffer BufferSource::fromFile(const QString& path)
