@@ -3,6 +3,7 @@
 #include "scene/Buffer.h"
 
 #include <cstdint>
+#include <span>
 #include <unordered_map>
 
 namespace osg::scenefile
@@ -27,6 +28,8 @@ public:
     {
         return place(array.data(), array.size() * sizeof(T));
     }
+
+    std::uint64_t place(std::span<const std::byte> bytes) { return place(bytes.data(), bytes.size()); }
 
     const std::vector<Piece>& pieces() const { return m_pieces; }
     /// Of the chunk, in bytes.

@@ -2,6 +2,7 @@
 
 #include "files/scenefile/AttributeCheck.h"
 #include "files/scenefile/SceneErrors.h"
+#include "files/scenefile/SurfaceFields.h"
 
 #include <algorithm>
 
@@ -43,6 +44,10 @@ public:
         each(m_scene.links(), [this](const fb::Link& link) { checkLink(link); });
         each(m_scene.attachments(), [this](const fb::Attachment& attachment) { checkAttachment(attachment); });
         each(m_scene.file_references(), [this](const fb::FileReference& file) { checkFile(file); });
+        each(m_scene.images(), [this](const fb::Image& image) {
+            checkText(image.name(), image);
+            checkText(image.mime_type(), image);
+        });
         each(m_scene.classes(), [this](const fb::ClassName& name) { checkClassName(name); });
         if (m_scene.attributes() && !m_error)
             checkAttributeTable(*m_scene.attributes());
@@ -146,6 +151,8 @@ private:
             checkAttributes(attachment);
         if (attachment.variants())
             checkVariants(*attachment.variants());
+        if (attachment.surface() && !isSound(*attachment.surface(), sizeOf(m_scene.images())))
+            damaged(Text::tr("A surface has values that do not exist"), attachment);
         if (const fb::FileInfo* info = attachment.file_info())
             for (const std::uint32_t text :
                  {info->file_name(), info->format(), info->import_applied_material_assets_url()})

@@ -47,8 +47,8 @@ Ptr numbered(const std::vector<RefPtr<Ptr>>& objects, std::uint32_t number)
 
 } // namespace
 
-GraphReader::GraphReader(const fb::Scene& scene, MeshList meshes, std::shared_ptr<const void> owner)
-    : m_scene(scene), m_meshes(std::move(meshes))
+GraphReader::GraphReader(const fb::Scene& scene, MeshList meshes, ImageList images, std::shared_ptr<const void> owner)
+    : m_scene(scene), m_meshes(std::move(meshes)), m_images(std::move(images))
 {
     const fb::AttributeTable* table = scene.attributes();
     if (!table || !table->uses())
@@ -190,6 +190,11 @@ FileReferencePtr GraphReader::fileReference(std::uint32_t number) const
 std::shared_ptr<const Mesh> GraphReader::mesh(std::uint32_t number) const
 {
     return numbered(m_meshes, number);
+}
+
+EncodedImagePtr GraphReader::image(std::uint32_t number) const
+{
+    return numbered(m_images, number);
 }
 
 std::string GraphReader::text(std::uint32_t index) const

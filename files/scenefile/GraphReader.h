@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/scenefile/ClassWarnings.h"
+#include "files/scenefile/ImageReader.h"
 #include "files/scenefile/MeshReader.h"
 #include "files/scenefile/SceneCodecs.h"
 #include "scene/Attributes.h"
@@ -13,7 +14,7 @@ class GraphReader final : private NumberedObjects
 {
 public:
     /// `owner` keeps the bytes of `scene` alive.
-    GraphReader(const fb::Scene& scene, MeshList meshes, std::shared_ptr<const void> owner);
+    GraphReader(const fb::Scene& scene, MeshList meshes, ImageList images, std::shared_ptr<const void> owner);
 
     /// The root has the count 0.
     NodePtr read();
@@ -27,6 +28,7 @@ private:
     MaterialPtr material(std::uint32_t number) const override;
     FileReferencePtr fileReference(std::uint32_t number) const override;
     std::shared_ptr<const Mesh> mesh(std::uint32_t number) const override;
+    EncodedImagePtr image(std::uint32_t number) const override;
     std::string text(std::uint32_t index) const override;
 
     void readFileReferences();
@@ -46,6 +48,7 @@ private:
 
     const fb::Scene& m_scene;
     MeshList m_meshes;
+    ImageList m_images;
     std::optional<AttributeBlock> m_attributes;
     std::span<const fb::AttributeUse> m_uses; ///< that are not attached yet
     const fb::AttributeRow* m_rowRecords = nullptr;

@@ -2,6 +2,7 @@
 
 #include "files/scenefile/MeshCheck.h"
 #include "files/scenefile/SceneErrors.h"
+#include "files/scenefile/SurfaceFields.h"
 #include "files/scenefile/VariantFields.h"
 #include "scene/Attachments.h"
 #include "scene/SubMaterials.h"
@@ -35,6 +36,7 @@ files::Expected<void> GraphWriter::collect(const NodePtr& root)
     collectFileReferences();
     if (const files::Expected<void> collected = collectMeshes(); !collected)
         return collected;
+    collectImages();
     if (!hasRoomFor(recordBytes))
         return makeError(files::ErrorCode::LimitExceeded, Text::tr("The graph of the scene is too large for the file"));
     finish();
@@ -52,7 +54,8 @@ bool GraphWriter::hasRoomFor(std::uint64_t bytes)
                                   m_materialRecords.size() + m_attachmentRecords.size() + m_meshRecords.size();
     const std::uint64_t pending = m_nodeRecords.size() * sizeof(fb::Node) + m_linkRecords.size() * sizeof(fb::Link) +
                                   m_fileRecords.size() * sizeof(fb::FileReference) +
-                                  offsets * sizeof(flatbuffers::uoffset_t) + m_attributes.bytes();
+                                  m_imageRecords.size() * sizeof(fb::Image) + offsets * sizeof(flatbuffers::uoffset_t) +
+                                  m_attributes.bytes();
     m_full = m_full || m_builder.GetSize() + pending + bytes > m_limit;
     return !m_full;
 }
@@ -114,12 +117,14 @@ void GraphWriter::collectAttachments()
         AttachmentFields fields;
         codec.write(attachment, *this, fields);
         const std::uint64_t variantBytes = fields.variants ? storedSize(*fields.variants) : 0;
-        if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t) + variantBytes))
+        const std::uint64_t surfaceBytes = fields.surface ? storedSize(*fields.surface) : 0;
+        if (!hasRoomFor(recordBytes + fields.tags.size() * sizeof(std::uint32_t) + variantBytes + surfaceBytes))
             return;
         const auto tags = m_builder.CreateVector(fields.tags);
         const auto variants = fields.variants ? storeVariants(*fields.variants, m_builder) : 0;
+        const auto surface = fields.surface ? storeSurface(*fields.surface, m_builder) : 0;
         m_attachmentRecords.push_back(
-            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants));
+            fb::CreateAttachment(m_builder, classPlace, tags, pointerTo(fields.fileInfo), variants, 0, 0, surface));
     }
 }
 
@@ -141,6 +146,16 @@ files::Expected<void> GraphWriter::collectMeshes()
         addMesh(*m_meshes.objects()[i]);
     }
     return {};
+}
+
+void GraphWriter::collectImages()
+{
+    for (std::size_t i = 0; i < m_images.objects().size() && hasRoomFor(recordBytes); ++i) {
+        const EncodedImage& image = *m_images.objects()[i];
+        const fb::Array bytes(m_imageBytes.place(image.bytes()), image.bytes().size(), ImageChunk);
+        const std::uint32_t name = text(image.name());
+        m_imageRecords.emplace_back(bytes, name, text(image.mimeType()));
+    }
 }
 
 template <class T>
@@ -166,7 +181,8 @@ void GraphWriter::addMesh(const Mesh& mesh)
     const auto brep = planned(mesh.brep, m_breps, BRepChunk);
     m_meshRecords.push_back(fb::CreateMesh(m_builder, pointerTo(positions), pointerTo(normals), pointerTo(texCoords),
                                            pointerTo(colors), pointerTo(triangles), pointerTo(lines), pointerTo(points),
-                                           pointerTo(faces), pointerTo(brep), pointerTo(occlusion), pointerTo(texCoords1)));
+                                           pointerTo(faces), pointerTo(brep), pointerTo(occlusion),
+                                           pointerTo(texCoords1)));
 }
 
 void GraphWriter::finish()
@@ -181,8 +197,9 @@ void GraphWriter::finish()
     const auto files = m_builder.CreateVectorOfStructs(m_fileRecords);
     const auto meshes = m_builder.CreateVector(m_meshRecords);
     const auto attributes = m_attributes.store(m_builder);
+    const auto images = m_imageRecords.empty() ? 0 : m_builder.CreateVectorOfStructs(m_imageRecords);
     fb::FinishSceneBuffer(m_builder, fb::CreateScene(m_builder, texts, classes, nodes, links, cores, materials,
-                                                     attachments, files, meshes, attributes));
+                                                     attachments, files, meshes, attributes, images));
 }
 
 /// What a material holds gets its number before it, so that files hold no rings.
@@ -208,6 +225,11 @@ std::uint32_t GraphWriter::fileReference(const FileReferencePtr& file)
 std::uint32_t GraphWriter::mesh(const std::shared_ptr<const Mesh>& mesh)
 {
     return m_meshes.of(mesh.get());
+}
+
+std::uint32_t GraphWriter::image(const EncodedImagePtr& image)
+{
+    return m_images.of(image.get());
 }
 
 std::uint32_t GraphWriter::text(std::string_view text)

@@ -13,8 +13,8 @@
 namespace osg::scenefile
 {
 
-/// The places of the chunks in the table of every file that is written here.
-enum ChunkIndex : std::uint32_t { GraphChunk, MeshChunk, BRepChunk, ChunkTotal };
+/// The places of the chunks in the table of every file that is written here; one without images has no chunk for them.
+enum ChunkIndex : std::uint32_t { GraphChunk, MeshChunk, BRepChunk, ImageChunk, ChunkTotal };
 
 /// Numbers objects from 1 on in the order in which they are first met; null has the number 0.
 template <class T>
@@ -56,6 +56,7 @@ public:
     std::span<const std::byte> graph() const;
     const ArrayPlan& meshArrays() const { return m_meshArrays; }
     const ArrayPlan& breps() const { return m_breps; }
+    const ArrayPlan& images() const { return m_imageBytes; }
     const ClassWarnings& warnings() const { return m_warnings; }
 
 private:
@@ -71,6 +72,7 @@ private:
     std::uint32_t subMaterial(const MaterialPtr& material) override;
     std::uint32_t fileReference(const FileReferencePtr& file) override;
     std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) override;
+    std::uint32_t image(const EncodedImagePtr& image) override;
     std::uint32_t text(std::string_view text) override;
 
     void collectNodes(const NodePtr& root);
@@ -79,6 +81,7 @@ private:
     void collectAttachments();
     void collectFileReferences();
     files::Expected<void> collectMeshes();
+    void collectImages();
     void addMesh(const Mesh& mesh);
     void finish();
 
@@ -104,12 +107,14 @@ private:
     ClassWarnings m_warnings;
     ArrayPlan m_meshArrays;
     ArrayPlan m_breps;
+    ArrayPlan m_imageBytes;
 
     Numbering<NodeCore> m_cores;
     Numbering<Material> m_materials;
     Numbering<Attachment> m_attachments;
     Numbering<FileReference> m_files;
     Numbering<Mesh> m_meshes;
+    Numbering<EncodedImage> m_images;
     std::unordered_set<const FieldContainer*> m_leftOut;
     files::TextNumbers m_texts;
     AttributeRows m_attributes;
@@ -125,6 +130,7 @@ private:
     Offsets<fb::Material> m_materialRecords;
     Offsets<fb::Attachment> m_attachmentRecords;
     Offsets<fb::Mesh> m_meshRecords;
+    std::vector<fb::Image> m_imageRecords;
 };
 
 } // namespace osg::scenefile

@@ -56,8 +56,8 @@ std::optional<std::uint64_t> MeshCheck::scanned(const Buffer<T>& array, const Sc
 std::optional<QString> MeshCheck::defect(const Mesh& mesh)
 {
     if (!fits(mesh.normals, mesh.positions) || !fits(mesh.texCoords, mesh.positions) ||
-        !fits(mesh.texCoords1, mesh.positions) ||
-        !fits(mesh.colors, mesh.positions) || !fits(mesh.occlusion, mesh.positions))
+        !fits(mesh.texCoords1, mesh.positions) || !fits(mesh.colors, mesh.positions) ||
+        !fits(mesh.occlusion, mesh.positions))
         return Text::tr("The arrays of a mesh have different lengths");
     const std::size_t vertices = mesh.positions.size();
     if (auto defect = indexDefect(mesh.triangles, 3, vertices))

@@ -17,7 +17,10 @@ files::Result<NodePtr> readTree(const ChunkFile& file, const SceneFileReadOption
     files::Expected<MeshList> meshes = readMeshes(file, *graph.value());
     if (!meshes)
         return meshes.error();
-    GraphReader reader(*graph.value(), std::move(meshes).value(), file.data().owner);
+    files::Expected<ImageList> images = readImages(file, *graph.value());
+    if (!images)
+        return images.error();
+    GraphReader reader(*graph.value(), std::move(meshes).value(), std::move(images).value(), file.data().owner);
     const NodePtr root = reader.read();
     return {root, reader.warnings().notes()};
 }

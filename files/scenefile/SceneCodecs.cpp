@@ -1,6 +1,7 @@
 #include "files/scenefile/SceneCodecs.h"
 
 #include "files/scenefile/AttributeFields.h"
+#include "files/scenefile/SurfaceFields.h"
 #include "files/scenefile/TransformFields.h"
 #include "files/scenefile/VariantFields.h"
 #include "host/OSGSystem/Edit.h"
@@ -276,6 +277,22 @@ AttachmentPtr readVariants(const fb::Attachment& record, const NumberedObjects& 
     return VariantAttachment::create(record.variants() ? restoreVariants(*record.variants(), objects) : VariantTable());
 }
 
+void writeSurface(const Attachment& attachment, ObjectNumbers& numbers, AttachmentFields& fields)
+{
+    fields.surface = surfaceFields(static_cast<const PhysicalSurfaceAttachment&>(attachment).getSurface(), numbers);
+}
+
+AttachmentPtr readSurface(const fb::Attachment& record, const NumberedObjects& objects)
+{
+    const PhysicalSurfaceAttachmentPtr attachment = PhysicalSurfaceAttachmentBase::create();
+    if (!record.surface())
+        return attachment;
+    beginEditCP(attachment, PhysicalSurfaceAttachmentBase::SurfaceFieldMask, 1);
+    attachment->setSurface(restoreSurface(*record.surface(), objects));
+    endEditCP(attachment, PhysicalSurfaceAttachmentBase::SurfaceFieldMask, 1);
+    return attachment;
+}
+
 /// Writers put attributes into their table (AttributeRows).
 AttachmentPtr readAttributes(const fb::Attachment& record, const NumberedObjects& objects)
 {
@@ -303,6 +320,7 @@ const AttachmentCodec attachments[] = {
     {TagAttachment::_type, writeTags, readTags},
     {FileInfoBase::_type, writeFileInfo, readFileInfo},
     {VariantAttachment::_type, writeVariants, readVariants},
+    {PhysicalSurfaceAttachmentBase::_type, writeSurface, readSurface},
     {AttributeAttachment::_type, nullptr, readAttributes},
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/OSGSystem/EncodedImage.h"
 #include "host/OSGSystem/Material.h"
 #include "host/znOpenSGExt/FileReference.h"
 #include "scene/Mesh.h"
@@ -27,6 +28,7 @@ public:
     virtual std::uint32_t subMaterial(const MaterialPtr& material) = 0;
     virtual std::uint32_t fileReference(const FileReferencePtr& file) = 0;
     virtual std::uint32_t mesh(const std::shared_ptr<const Mesh>& mesh) = 0;
+    virtual std::uint32_t image(const EncodedImagePtr& image) = 0;
     /// The index (not the number) of a text, which must live until the file is written.
     virtual std::uint32_t text(std::string_view text) = 0;
 
@@ -41,6 +43,7 @@ public:
     virtual MaterialPtr material(std::uint32_t number) const = 0;
     virtual FileReferencePtr fileReference(std::uint32_t number) const = 0;
     virtual std::shared_ptr<const Mesh> mesh(std::uint32_t number) const = 0;
+    virtual EncodedImagePtr image(std::uint32_t number) const = 0;
     virtual std::string text(std::uint32_t index) const = 0;
 
 protected:
@@ -82,10 +85,17 @@ struct VariantFields {
     std::vector<Set> sets;
 };
 
+/// As in the file.
+struct SurfaceFields {
+    fb::SurfaceFactors factors;
+    std::vector<fb::Texture> textures;
+};
+
 struct AttachmentFields {
     std::vector<std::uint32_t> tags;
     std::optional<fb::FileInfo> fileInfo;
     std::optional<VariantFields> variants;
+    std::optional<SurfaceFields> surface;
 };
 
 struct CoreCodec {

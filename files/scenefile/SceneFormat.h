@@ -32,6 +32,7 @@ enum class ChunkType : std::uint32_t {
     Graph = 0x48505247, ///< "GRPH"
     Mesh = 0x4853454D,  ///< "MESH"
     BRep = 0x50455242,  ///< "BREP"
+    Image = 0x47414D49, ///< "IMAG"
 };
 
 struct ChunkEntry {

@@ -65,16 +65,17 @@ ChunkEntry writeArrays(files::OutputFile& file, ChunkType type, const ArrayPlan&
 }
 
 /// The header goes last, so that a file is never taken for good before it is.
-void writeTableAndHeader(files::OutputFile& file, const std::array<ChunkEntry, ChunkTotal>& chunks)
+void writeTableAndHeader(files::OutputFile& file, const std::vector<ChunkEntry>& chunks)
 {
     file.pad(chunkAlignment);
     FileHeader header;
-    header.chunkCount = ChunkTotal;
+    const std::uint64_t tableSize = chunks.size() * sizeof(ChunkEntry);
+    header.chunkCount = static_cast<std::uint32_t>(chunks.size());
     header.tableOffset = file.position();
-    header.fileSize = header.tableOffset + sizeof chunks;
-    header.tableChecksum = checksum(&chunks, sizeof chunks);
+    header.fileSize = header.tableOffset + tableSize;
+    header.tableChecksum = checksum(chunks.data(), tableSize);
     header.headerChecksum = checksum(&header, offsetof(FileHeader, headerChecksum));
-    file.write(&chunks, sizeof chunks);
+    file.write(chunks.data(), tableSize);
     file.rewrite(&header, sizeof header);
 }
 
@@ -85,12 +86,14 @@ files::Expected<std::uint64_t> writeChunks(const GraphWriter& graph, const QStri
     files::OutputFile file(path);
     const FileHeader placeholder = {};
     file.write(&placeholder, sizeof placeholder);
-    std::array<ChunkEntry, ChunkTotal> chunks;
+    std::vector<ChunkEntry> chunks(ImageChunk);
     chunks[GraphChunk] = writeGraph(file, graph.graph());
     chunks[MeshChunk] = writeArrays(file, ChunkType::Mesh, graph.meshArrays());
     chunks[BRepChunk] = writeArrays(file, ChunkType::BRep, graph.breps());
+    if (!graph.images().pieces().empty())
+        chunks.push_back(writeArrays(file, ChunkType::Image, graph.images()));
     file.pad(chunkAlignment);
-    const std::uint64_t size = file.position() + sizeof chunks;
+    const std::uint64_t size = file.position() + chunks.size() * sizeof(ChunkEntry);
     writeTableAndHeader(file, chunks);
     if (const files::Expected<void> complete = file.commit(lasting); !complete)
         return makeError(complete.error().code, complete.error().message, file.position());
