@@ -57,8 +57,9 @@ bool isSound(const osg::Mesh& mesh)
                std::all_of(indices.begin(), indices.end(),
                            [&](std::uint32_t index) { return index < mesh.positions.size(); });
     };
-    return fits(mesh.normals, mesh) && fits(mesh.texCoords, mesh) && fits(mesh.colors, mesh) &&
-           fits(mesh.occlusion, mesh) && std::all_of(std::begin(kinds), std::end(kinds), isSoundKind);
+    return fits(mesh.normals, mesh) && fits(mesh.texCoords, mesh) && fits(mesh.texCoords1, mesh) &&
+           fits(mesh.colors, mesh) && fits(mesh.occlusion, mesh) &&
+           std::all_of(std::begin(kinds), std::end(kinds), isSoundKind);
 }
 
 /// The elements of which all corners are somewhere.
@@ -87,6 +88,12 @@ osg::Buffer<osg::Color4f> darkened(const osg::Mesh& mesh)
         darken(colors[i].blue, mesh.occlusion[i]);
     }
     return colors;
+}
+
+/// The sets of texture coordinates that `mesh` has, one bit each.
+unsigned setsOf(const osg::Mesh& mesh)
+{
+    return (mesh.texCoords.empty() ? 0u : 1u) | (mesh.texCoords1.empty() ? 0u : 2u);
 }
 
 } // namespace
@@ -123,7 +130,8 @@ void GlbMeshes::addPrimitives(const Body& body, double scale, Json& primitives)
         throw files::Failure(
             {{files::tr("the arrays of the mesh '%1' do not fit together").arg(nameOf(geometry)), {}, {}},
              files::ErrorCode::InvalidMesh});
-    const Json mappings = variantMappings(material);
+    const unsigned sets = setsOf(mesh);
+    const Json mappings = variantMappings(material, sets);
     for (const Kind& kind : kinds) {
         const osg::Buffer<std::uint32_t> indices = drawable(mesh.*kind.indices, kind.corners, mesh);
         if (indices.empty())
@@ -132,18 +140,33 @@ void GlbMeshes::addPrimitives(const Body& body, double scale, Json& primitives)
         primitive["attributes"] = attributes(mesh, scale);
         primitive["indices"] = m_arrays.indices(indices, mesh.positions.size());
         primitive["mode"] = kind.mode;
-        primitive["material"] = m_materials.number(material);
+        primitive["material"] = m_materials.number(material, sets);
         if (!mappings.empty())
             primitive["extensions"]["KHR_materials_variants"]["mappings"] = mappings;
         primitives.push_back(std::move(primitive));
     }
 }
 
-Json GlbMeshes::variantMappings(const osg::MaterialPtr& material)
+std::string GlbMeshes::materialName(const Body& body)
+{
+    const unsigned sets = setsOf(osg::GeometryAccess::mesh(*body.first));
+    return m_materials.name(m_materials.number(body.second, sets));
+}
+
+QStringList GlbMeshes::warnings() const
+{
+    QStringList warnings = m_warnings + m_materials.textures().warnings();
+    if (const std::size_t count = m_materials.withoutCoordinates(); count > 0)
+        warnings << files::tr("the textures of %1 materials were left out on meshes without texture coordinates")
+                        .arg(static_cast<qulonglong>(count));
+    return warnings;
+}
+
+Json GlbMeshes::variantMappings(const osg::MaterialPtr& material, unsigned sets)
 {
     Json result;
     for (const GlbVariants::Mapping& mapping : m_variants.mappings(material))
-        result.push_back({{"material", m_materials.number(mapping.first)}, {"variants", mapping.second}});
+        result.push_back({{"material", m_materials.number(mapping.first, sets)}, {"variants", mapping.second}});
     m_hasVariants = m_hasVariants || !result.empty();
     return result;
 }
@@ -154,8 +177,11 @@ Json GlbMeshes::attributes(const osg::Mesh& mesh, double scale)
     result["POSITION"] = m_arrays.positions(mesh.positions, scale);
     if (!mesh.normals.empty())
         result["NORMAL"] = m_arrays.normals(mesh.normals);
-    if (!mesh.texCoords.empty())
-        result["TEXCOORD_0"] = m_arrays.texCoords(mesh.texCoords);
+    // The sets of a primitive are numbered from 0 on without a gap.
+    if (setsOf(mesh) != 0)
+        result["TEXCOORD_0"] = m_arrays.texCoords(mesh.texCoords.empty() ? mesh.texCoords1 : mesh.texCoords);
+    if (!mesh.texCoords1.empty())
+        result["TEXCOORD_1"] = m_arrays.texCoords(mesh.texCoords1);
     if (m_options.occlusionAsColors && !mesh.occlusion.empty())
         result["COLOR_0"] = m_arrays.colors(darkened(mesh));
     else if (!mesh.colors.empty())

@@ -19,8 +19,11 @@ namespace files::glb
 class GlbMeshes
 {
 public:
-    /// `variants` must outlive this object.
-    GlbMeshes(const GlbVariants& variants, const WriteOptions& options) : m_variants(variants), m_options(options) {}
+    /// `variants` must outlive this object; `path` is that of the file.
+    GlbMeshes(const GlbVariants& variants, const WriteOptions& options, const QString& path)
+        : m_variants(variants), m_options(options), m_materials(options, path)
+    {
+    }
 
     /// A geometry and the material that it is seen with.
     using Body = std::pair<osg::GeometryPtr, osg::MaterialPtr>;
@@ -38,19 +41,19 @@ public:
     std::optional<std::size_t> number(const Bodies& bodies, double scale, const std::function<std::string()>& fallback);
 
     /// The name in the file of the material of `body`.
-    std::string materialName(const Body& body) { return m_materials.name(m_materials.number(body.second)); }
+    std::string materialName(const Body& body);
 
     const JsonList& list() const { return m_list; }
     const GlbArrays& arrays() const { return m_arrays; }
     const GlbMaterials& materials() const { return m_materials; }
-    const QStringList& warnings() const { return m_warnings; }
+    QStringList warnings() const;
     /// Some mesh is seen with other materials in other variants.
     bool hasVariants() const { return m_hasVariants; }
 
 private:
     std::optional<std::size_t> add(const Bodies& bodies, double scale, const std::function<std::string()>& fallback);
     void addPrimitives(const Body& body, double scale, Json& primitives);
-    Json variantMappings(const osg::MaterialPtr& material);
+    Json variantMappings(const osg::MaterialPtr& material, unsigned sets);
     Json attributes(const osg::Mesh& mesh, double scale);
     osg::Buffer<std::uint32_t> drawable(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
                                         const osg::Mesh& mesh);

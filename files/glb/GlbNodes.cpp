@@ -47,9 +47,9 @@ std::string nameOf(const osg::NodePtr& node)
 
 } // namespace
 
-GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options)
+GlbNodes::GlbNodes(const osg::NodePtr& root, const WriteOptions& options, const QString& path)
     : m_options(options), m_variants(options.variants ? root : osg::NodePtr()),
-      m_fold(m_variants, options.fold, options.hidden != Hidden::LeaveOut), m_meshes(m_variants, options),
+      m_fold(m_variants, options.fold, options.hidden != Hidden::LeaveOut), m_meshes(m_variants, options, path),
       m_cameras(options.millimetresPerUnit), m_idSteps(root)
 {
     const GlbFold::Top top = m_fold.top(root, toFile(options));

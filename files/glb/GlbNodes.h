@@ -17,8 +17,8 @@ namespace files::glb
 class GlbNodes
 {
 public:
-    /// Takes `root` and what is active below it, or shown in a variant.
-    GlbNodes(const osg::NodePtr& root, const WriteOptions& options);
+    /// Takes `root` and what is active below it, or shown in a variant. `path` is that of the file.
+    GlbNodes(const osg::NodePtr& root, const WriteOptions& options, const QString& path);
 
     const JsonList& list() const { return m_list; }
     /// The entry of the list of scenes.

@@ -41,6 +41,16 @@ public:
         addPiece(list.entries());
         addOwn("]");
     }
+    /// The entries of both lists in one; those of `more` are copied.
+    void addJoined(const char* member, const JsonList& list, const JsonList& more)
+    {
+        if (list.size() + more.size() == 0)
+            return;
+        begin(member);
+        addOwn("[");
+        addPiece(list.entries());
+        addOwn((list.size() > 0 && more.size() > 0 ? "," : "") + more.entries() + "]");
+    }
     void add(const char* member, const GlbAttributes& attributes)
     {
         begin(member);
@@ -82,13 +92,16 @@ private:
 struct Content {
     explicit Content(const GlbNodes& from) : nodes(from) {}
 
-    std::uint64_t binarySize() const { return packed ? file.binary.size() : nodes.meshes().arrays().size(); }
+    const GlbTextures& textures() const { return nodes.meshes().materials().textures(); }
+    std::uint64_t arraySize() const { return packed ? file.binary.size() : nodes.meshes().arrays().size(); }
+    std::uint64_t binarySize() const { return arraySize() + textures().size(); }
     void writeBinary(files::OutputFile& output) const
     {
         if (packed)
             output.write(file.binary.data(), file.binary.size());
         else
             nodes.meshes().arrays().write(output);
+        textures().write(output);
     }
 
     const GlbNodes& nodes;
@@ -113,11 +126,18 @@ Content contentOf(const GlbNodes& nodes, const WriteOptions& options)
 void addExtensions(const Content& content, DocumentText& text)
 {
     const GlbNodes& nodes = content.nodes;
+    const GlbMaterials& materials = nodes.meshes().materials();
     Json used = Json::array();
-    if (content.packed && !content.packed->extensions.empty()) {
+    if (content.packed)
         used = content.packed->extensions;
+    for (const std::string& extension : materials.textures().required())
+        used.push_back(extension);
+    if (!used.empty())
         text.add("extensionsRequired", textOf(used));
-    }
+    for (const std::string& extension : materials.extensions())
+        used.push_back(extension);
+    if (materials.textures().hasTransforms())
+        used.push_back("KHR_texture_transform");
     if (nodes.meshes().hasVariants()) {
         used.push_back("KHR_materials_variants");
         text.add("extensions", textOf({{"KHR_materials_variants", nodes.variants().extension()}}));
@@ -147,24 +167,42 @@ std::string packedText(const packing::Json& json)
     return json.dump(-1, ' ', false, packing::Json::error_handler_t::replace);
 }
 
-/// The lists that packing changes, and the buffers.
+/// The lists that packing changes, and the buffers, of which the first one has the pictures behind the arrays.
 void addArrays(const Content& content, DocumentText& text)
 {
     const GlbArrays& arrays = content.nodes.meshes().arrays();
+    const JsonList pictures = content.textures().views(content.arraySize());
     if (content.packed) {
+        packing::Json views = content.file.bufferViews;
+        for (packing::Json& picture : packing::Json::parse(pictures.text()))
+            views.push_back(std::move(picture));
+        packing::Json buffers = content.packed->buffers;
+        buffers[0]["byteLength"] = content.binarySize();
         text.add("nodes", packedText(content.file.nodes));
         text.add("meshes", packedText(content.file.meshes));
         text.add("accessors", packedText(content.file.accessors));
-        text.add("bufferViews", packedText(content.file.bufferViews));
-        text.add("buffers", packedText(content.packed->buffers));
+        text.add("bufferViews", packedText(views));
+        text.add("buffers", packedText(buffers));
         return;
     }
     text.add("nodes", content.nodes.list());
     text.add("meshes", content.nodes.meshes().list());
     text.add("accessors", arrays.accessors());
-    text.add("bufferViews", arrays.views());
-    if (arrays.size() > 0)
-        text.add("buffers", textOf(Json::array({{{"byteLength", arrays.size()}}})));
+    text.addJoined("bufferViews", arrays.views(), pictures);
+    if (content.binarySize() > 0)
+        text.add("buffers", textOf(Json::array({{{"byteLength", content.binarySize()}}})));
+}
+
+void addTextures(const Content& content, DocumentText& text)
+{
+    const GlbTextures& textures = content.textures();
+    const std::size_t views =
+        content.packed ? content.file.bufferViews.size() : content.nodes.meshes().arrays().views().size();
+    const JsonList images = textures.images(views);
+    if (images.size() > 0)
+        text.add("images", images.text());
+    text.add("samplers", textures.samplers());
+    text.add("textures", textures.textures());
 }
 
 /// Refers to `content`.
@@ -182,6 +220,7 @@ DocumentText documentOf(const Content& content, const WriteOptions& options)
     addArrays(content, text);
     text.add("cameras", nodes.cameras().list());
     text.add("materials", meshes.materials().list());
+    addTextures(content, text);
     text.finish();
     return text;
 }
@@ -216,6 +255,8 @@ files::Expected<std::uint64_t> writeFile(const DocumentText& document, const Con
         return errorOf(files::ErrorCode::TooLarge,
                        files::tr("the file would have %1 bytes; a binary glTF file can have 4294967295")
                            .arg(static_cast<qulonglong>(size)));
+    if (const files::Expected<void> pictures = content.textures().writeFiles(); !pictures)
+        return pictures.error();
     files::OutputFile output(path);
     writeNumber(output, magic);
     writeNumber(output, version);
@@ -243,7 +284,7 @@ files::Result<Written> written(const osg::NodePtr& root, const QString& path, co
 {
     if (!root)
         return errorOf(files::ErrorCode::NothingToWrite, files::tr("there is no tree to write"));
-    const GlbNodes nodes(root, options);
+    const GlbNodes nodes(root, options, path);
     const Content content = contentOf(nodes, options);
     const files::Expected<std::uint64_t> bytes = writeFile(documentOf(content, options), content, path);
     if (!bytes)

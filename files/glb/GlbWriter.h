@@ -16,8 +16,8 @@
 /// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that
 /// geometries share are written once. A node draws the geometries below it that have no name or facts of their own. A
 /// mesh is named after its geometry, else after the product; a node that would bear the name of the node above it after
-/// its material too ("bolt · steel"). Materials become metallic-roughness ones that are no metal. Display colours
-/// become linear ones, normals unit vectors. Lines and points become primitives of their own modes.
+/// its material too ("bolt · steel"). Materials become metallic-roughness ones, with their
+/// textures; each image is in the file once. Display colours become linear ones, normals unit vectors. Lines and points become primitives of their own modes.
 ///
 /// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
 /// `asset.extras.variantSets` tells groups and viewpoints, and `extras.variants` of a node the sets that show
@@ -49,6 +49,13 @@ enum class Hidden {
     LeaveOut ///< they are not written, which a warning tells
 };
 
+/// What becomes of the pictures on materials.
+enum class Textures {
+    Embed,    ///< they are in the file
+    External, ///< they stand beside it, in files whose names begin with the name of the file
+    None      ///< they are left out
+};
+
 /// How to write.
 struct WriteOptions {
     /// The length unit of the file. glTF asks for metres; whoever reads a file of another unit has to know it.
@@ -66,6 +73,9 @@ struct WriteOptions {
     /// Writes vertices in the unit of the file, and transforms without scale: lengths that a transform scales, by its
     /// first axis, are scaled in the vertices below it. A mesh that is seen in several sizes is written in each.
     bool scaleIntoVertices = false;
+    Textures textures = Textures::Embed; ///< where the pictures of materials are
+    /// Pixels: pictures with a longer side are made smaller; 0 for none. KTX2 and DDS pictures stay as they are.
+    int mostTextureSide = 0;
     PackOptions packing; ///< what makes the file smaller
 };
 

@@ -3,6 +3,7 @@
 #include "files/ImageFiles.h"
 #include "files/gltf/GltfFrame.h"
 #include "files/gltf/GltfJson.h"
+#include "files/gltf/GltfSurfaces.h"
 #include "files/gltf/packing/Unpacking.h"
 
 #include <QDir>
@@ -157,7 +158,7 @@ GltfBuffer BufferSource::fromFile(const QString& path)
 
 void warnOfUnread(const Json& json, ReadTask& task)
 {
-    for (const char* member : {"textures", "animations", "skins"})
+    for (const char* member : {"animations", "skins"})
         if (const auto list = json.find(member); list != json.end() && !list->empty())
             task.warn(tr("%1 %2 were left out").arg(static_cast<qulonglong>(list->size())).arg(QLatin1String(member)));
 }
@@ -198,6 +199,8 @@ GltfDocument openGltf(ReadTask& task)
     packing::unpack(json, document.buffers, task);
     warnOfUnread(json, task);
     document.cameras = readCameras(json, task);
+    GltfTextures textures(json, document.buffers, task);
+    document.surfaces = readSurfaces(json, textures, task);
     document.extras = GltfExtras(json, extrasLeftOut, task);
     document.model = parseModel(reducedText(std::move(json)), task);
     return document;

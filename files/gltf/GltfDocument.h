@@ -4,6 +4,7 @@
 #include "files/gltf/GltfCameras.h"
 #include "files/gltf/GltfExtras.h"
 #include "files/gltf/packing/GltfBuffer.h"
+#include "host/OSGSystem/PhysicalSurface.h"
 
 #include <tiny_gltf.h>
 
@@ -12,12 +13,13 @@
 namespace files::gltf
 {
 
-/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, skins, animations and
-/// extras are empty.
+/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, samplers, skins, animations
+/// and extras are empty.
 struct GltfDocument {
     tinygltf::Model model;
     std::vector<GltfBuffer> buffers;
     std::vector<std::optional<GltfCamera>> cameras;
+    std::vector<osg::PhysicalSurface> surfaces; ///< of the materials
     GltfExtras extras;
 };
 

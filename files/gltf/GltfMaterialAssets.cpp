@@ -5,6 +5,7 @@
 #include "files/gltf/GltfFrame.h"
 #include "files/gltf/GltfJson.h"
 #include "files/gltf/GltfMaterials.h"
+#include "files/gltf/JsonMembers.h"
 
 #include <nlohmann/json.hpp>
 
@@ -29,22 +30,15 @@ Json materialsOf(const QString& path, const ReadOptions& options)
     return json.is_object() ? json.value("materials", Json()) : Json();
 }
 
-/// Empty when `object` has no text of this name.
-std::string textIn(const Json& object, const char* key)
-{
-    const auto found = object.find(key);
-    return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
-}
-
-MaterialAsset assetOf(const tinygltf::Material& material, const Json& extras)
+MaterialAsset assetOf(const GltfDocument& document, std::size_t index, const Json& extras)
 {
     MaterialAsset asset;
     asset.uuid = textIn(extras, "uuid");
     asset.name = textIn(extras, "name");
     if (asset.name.empty())
-        asset.name = material.name;
+        asset.name = document.model.materials[index].name;
     asset.environmentImage = textIn(extras, "environment");
-    asset.look = lookOfMaterial(material);
+    asset.look = lookOfMaterial(document, index);
     return asset;
 }
 
@@ -58,7 +52,7 @@ std::vector<MaterialAsset> assetsIn(const QString& path, const ReadOptions& opti
         const auto extras = materials[i].find("extras");
         if (extras == materials[i].end() || !extras->is_object())
             continue;
-        if (MaterialAsset asset = assetOf(document.model.materials[i], *extras); !asset.uuid.empty())
+        if (MaterialAsset asset = assetOf(document, i, *extras); !asset.uuid.empty())
             assets.push_back(std::move(asset));
     }
     return assets;

@@ -1,10 +1,10 @@
 #include "files/gltf/GltfMaterials.h"
 
 #include "scene/ColorSpace.h"
+#include "scene/MaterialLook.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string>
 #include <vector>
 
@@ -14,7 +14,6 @@ namespace files::gltf
 namespace
 {
 
-constexpr float largestShininess = 1e6f;
 constexpr float reflectionOfDielectrics = 0.04f;
 
 /// Linear, with alpha.
@@ -94,23 +93,20 @@ float transparencyOf(const tinygltf::Material& material, float alpha)
     return isCutOff ? 1.0f : 0.0f;
 }
 
-float shininessOf(float roughness)
-{
-    const float square = roughness * roughness;
-    return std::clamp(2 / (square * square) - 2, 0.0f, largestShininess);
-}
-
 } // namespace
 
-MaterialLook lookOfMaterial(const tinygltf::Material& material)
+MaterialLook lookOfMaterial(const GltfDocument& document, std::size_t index)
 {
+    const tinygltf::Material& material = document.model.materials[index];
     const Surface surface = surfaceOf(material);
     MaterialLook look;
     look.diffuse = osg::displayFromLinear(colorOf(surface.base));
     look.specular = osg::displayFromLinear(surface.specular);
     look.emission = osg::displayFromLinear(colorOf(factorOf(material.emissiveFactor, {0, 0, 0, 0})));
-    look.shininess = shininessOf(surface.roughness);
+    look.shininess = osg::shininessOfRoughness(surface.roughness);
     look.transparency = transparencyOf(material, surface.base[3]);
+    if (index < document.surfaces.size())
+        look.surface = document.surfaces[index];
     return look;
 }
 

@@ -77,6 +77,8 @@ void GltfMeshes::addVertexData(const tinygltf::Primitive& primitive, const QStri
         mesh.normals = m_accessors.vectors(normals);
     if (const int texCoords = accessorOf("TEXCOORD_0"); texCoords >= 0)
         mesh.texCoords = m_accessors.texCoords(texCoords);
+    if (const int texCoords = accessorOf("TEXCOORD_1"); texCoords >= 0)
+        mesh.texCoords1 = m_accessors.texCoords(texCoords);
     if (const int colors = accessorOf("COLOR_0"); colors >= 0)
         mesh.colors = m_accessors.colors(colors);
 }
@@ -121,7 +123,7 @@ osg::MaterialPtr GltfMeshes::material(int index, const QString& place)
     const auto [entry, isNew] = m_materials.try_emplace(index);
     if (isNew) {
         const tinygltf::Material& from = m_document.model.materials[static_cast<std::size_t>(index)];
-        entry->second = makeMaterial(from.name, lookOfMaterial(from));
+        entry->second = makeMaterial(from.name, lookOfMaterial(m_document, static_cast<std::size_t>(index)));
         m_document.extras.addToMaterial(index, entry->second.get());
     }
     return entry->second.get();
