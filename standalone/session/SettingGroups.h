@@ -260,6 +260,10 @@ struct OptimizeSettings : SettingGroup {
 struct ExportSettings : SettingGroup {
     /// What becomes of hidden nodes that a variant shows; as `files::glb::Hidden`.
     enum class Hidden { Shrink, Keep, LeaveOut };
+    /// Where the pictures of materials are; as `files::glb::Textures`.
+    enum class Textures { Embed, External, None };
+    /// How many bits the components of a normal have.
+    enum class NormalBits { All, Eight, Ten };
 
     using SettingGroup::SettingGroup;
 
@@ -282,6 +286,34 @@ struct ExportSettings : SettingGroup {
     Setting<bool> scaleIntoVertices{
         m_list, "export.scaleIntoVertices", false,
         SettingHelp::tr("Write the vertices of GLB files in the unit of the file, and transforms without scale.")};
+    Setting<Textures> textures{
+        m_list,
+        "export.textures",
+        Textures::Embed,
+        {QStringLiteral("embed"), QStringLiteral("external"), QStringLiteral("none")},
+        SettingHelp::tr("Where the pictures of materials are: embed in the GLB file, external in files beside it.")};
+    Setting<int> maxTexture{
+        m_list, "export.maxTexture", 0, SettingRange{0, 65536, "pixels"},
+        SettingHelp::tr("Make pictures in GLB files smaller whose longer side is longer; 0 for none. Pictures of the "
+                        "kinds KTX2 and DDS stay as they are.")};
+    Setting<bool> quantize{m_list, "export.quantize", false,
+                           SettingHelp::tr("Write positions in GLB files as integers of 16 bits, and texture "
+                                           "coordinates and colors too (KHR_mesh_quantization).")};
+    Setting<double> error{m_list, "export.error", 0.05, SettingRange{1e-6, 1e6, "mm"},
+                          SettingHelp::tr("How far export.quantize may move a vertex; less in small scenes, and a "
+                                          "16384th of the longest side of a large mesh.")};
+    Setting<NormalBits> normalBits{m_list,
+                                   "export.normalBits",
+                                   NormalBits::All,
+                                   {QStringLiteral("all"), QStringLiteral("8"), QStringLiteral("10")},
+                                   SettingHelp::tr("How many bits the components of normals in GLB files have.")};
+    Setting<bool> weld{m_list, "export.weld", false,
+                       SettingHelp::tr("Make one vertex of those of a mesh in a GLB file that are equal.")};
+    Setting<bool> reorder{m_list, "export.reorder", false,
+                          SettingHelp::tr("Put triangles and vertices of GLB files in an order that graphics "
+                                          "processors take quickly.")};
+    Setting<bool> compress{m_list, "export.compress", false,
+                           SettingHelp::tr("Compress vertices and indices of GLB files (EXT_meshopt_compression).")};
     ///@}
 };
 

@@ -74,6 +74,12 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
         line.jobs = parser.value(QStringLiteral("jobs"));
     if (parser.isSet(QStringLiteral("material-assets")))
         line.assetFolder = parser.value(QStringLiteral("material-assets"));
+    line.areTexturesGiven = parser.isSet(QStringLiteral("textures"));
+    if (line.areTexturesGiven)
+        line.settings.emplace_back(QStringLiteral("export.textures"), parser.value(QStringLiteral("textures")));
+    line.isMaxTextureGiven = parser.isSet(QStringLiteral("max-texture"));
+    if (line.isMaxTextureGiven)
+        line.settings.emplace_back(QStringLiteral("export.maxTexture"), parser.value(QStringLiteral("max-texture")));
     line.referenceFolders = parser.values(QStringLiteral("allow-references"));
 }
 
@@ -93,6 +99,8 @@ constexpr const char* batchOptions[] = {"unit",
                                         "up",
                                         "scale-into-vertices",
                                         "web",
+                                        "textures",
+                                        "max-texture",
                                         "attributes",
                                         "attribute-filter",
                                         "keep",
@@ -199,6 +207,13 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "web", nullptr,
          "Write .glb files small, for web pages: positions as integers, normals of 8 bits, compressed (readers have to "
          "know KHR_mesh_quantization and EXT_meshopt_compression). How far vertices may have moved is told."},
+        {nullptr, "textures", "WHERE",
+         "Where .glb files have the pictures of their materials: embed, external (in files beside) or none; the same "
+         "as "
+         "--set export.textures=WHERE."},
+        {nullptr, "max-texture", "N",
+         "Make pictures of .glb files smaller whose longer side has more than N pixels; the same as --set "
+         "export.maxTexture=N."},
         {nullptr, "attributes", "DETAIL",
          "How much of the attributes is written and shown: none, names (with empty values) or all; all without it."},
         {nullptr, "attribute-filter", "PATTERN",

@@ -40,6 +40,8 @@ struct CommandLine {
     QString up;                         ///< axis of a GLB file; empty for Y
     bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
     bool web = false;                   ///< GLB files are to be small
+    bool areTexturesGiven = false;      ///< where the pictures of GLB files are was said
+    bool isMaxTextureGiven = false;     ///< and how large they may be
     QString attributes;                 ///< how much of them is written; empty for all
     QStringList attributeFilters;       ///< patterns of the names that are written
     QString bomFile;                    ///< of a parts list; empty when none is wanted

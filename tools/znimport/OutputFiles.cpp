@@ -1,9 +1,9 @@
 #include "tools/znimport/OutputFiles.h"
 
-#include "files/glb/GlbWriter.h"
 #include "files/scenefile/SceneFile.h"
 #include "standalone/loading/SceneExtras.h"
 #include "standalone/startup/StandaloneSession.h"
+#include "tools/znimport/GlbOptions.h"
 #include "tools/znimport/Pictures.h"
 #include "tools/znimport/VariantFiles.h"
 
@@ -20,85 +20,10 @@ bool hasExtension(const QString& file, const char* extension)
     return QFileInfo(file).suffix().compare(QLatin1String(extension), Qt::CaseInsensitive) == 0;
 }
 
-/// A word of `--unit` and what it means.
-struct Unit {
-    const char* name;
-    double millimetres;
-};
-
-constexpr Unit units[] = {{"mm", 1}, {"cm", 10}, {"m", 1000}, {"in", 25.4}, {"ft", 304.8}};
-
-std::optional<double> millimetresPerUnit(const QString& name)
-{
-    for (const Unit& unit : units)
-        if (name.isEmpty() ? unit.millimetres == 1000 : name == QLatin1String(unit.name))
-            return unit.millimetres;
-    return std::nullopt;
-}
-
-std::optional<files::glb::UpAxis> upAxis(const QString& name)
-{
-    if (name.isEmpty() || name.compare(QLatin1String("y"), Qt::CaseInsensitive) == 0)
-        return files::glb::UpAxis::Y;
-    return name.compare(QLatin1String("z"), Qt::CaseInsensitive) == 0 ? std::optional(files::glb::UpAxis::Z)
-                                                                      : std::nullopt;
-}
-
-std::optional<QString> spaceComplaint(const CommandLine& line)
-{
-    if (!millimetresPerUnit(line.unit))
-        return QStringLiteral("--unit wants mm, cm, m, in or ft, not '%1'").arg(line.unit);
-    if (!upAxis(line.up))
-        return QStringLiteral("--up wants y or z, not '%1'").arg(line.up);
-    const bool writesGlb = hasExtension(line.outputFile, "glb") || !line.variantFilesFolder.isEmpty();
-    if (!(line.unit.isEmpty() && line.up.isEmpty()) && !writesGlb)
-        return QStringLiteral("--unit and --up are for .glb files, and --output names none");
-    if (line.scaleIntoVertices && !writesGlb)
-        return QStringLiteral("--scale-into-vertices is for .glb files, and --output names none");
-    if (line.web && !writesGlb)
-        return QStringLiteral("--web is for .glb files, and --output names none");
-    return std::nullopt;
-}
-
 void takeWarnings(const std::vector<files::Note>& warnings, WrittenOutputs& result)
 {
     for (const files::Note& warning : warnings)
         result.warnings.append(warning.toString());
-}
-
-files::glb::Hidden hiddenOf(zn::ExportSettings::Hidden hidden)
-{
-    using Told = zn::ExportSettings::Hidden;
-    return hidden == Told::Keep       ? files::glb::Hidden::Keep
-           : hidden == Told::LeaveOut ? files::glb::Hidden::LeaveOut
-                                      : files::glb::Hidden::Shrink;
-}
-
-/// All steps, within 0.05 mm.
-files::glb::PackOptions webOptions()
-{
-    files::glb::PackOptions options;
-    options.quantize = true;
-    options.normalBits = 8;
-    options.weld = true;
-    options.reorder = true;
-    options.compress = true;
-    return options;
-}
-
-/// What the command line and the settings ask of GLB files.
-files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSession& session)
-{
-    files::glb::WriteOptions options;
-    options.millimetresPerUnit = millimetresPerUnit(line.unit).value();
-    options.upAxis = upAxis(line.up).value();
-    options.occlusionAsColors = session.settings().exports.occlusionAsColors;
-    options.fold = session.settings().exports.fold;
-    options.hidden = hiddenOf(session.settings().exports.hidden);
-    options.scaleIntoVertices = line.scaleIntoVertices || session.settings().exports.scaleIntoVertices;
-    if (line.web)
-        options.packing = webOptions();
-    return options;
 }
 
 WrittenOutputs writeGlb(const osg::NodePtr& scene, const QString& file, const files::glb::WriteOptions& options)
@@ -146,7 +71,8 @@ std::optional<QString> outputComplaint(const CommandLine& line)
         return QStringLiteral("--output writes .glb and .osb files, not '%1'").arg(line.outputFile);
     if (QFileInfo(line.variantFilesFolder).isFile())
         return QStringLiteral("--variant-files wants a folder, and '%1' is a file").arg(line.variantFilesFolder);
-    if (auto complaint = spaceComplaint(line))
+    const bool writesGlb = hasExtension(line.outputFile, "glb") || !line.variantFilesFolder.isEmpty();
+    if (auto complaint = glbComplaint(line, writesGlb))
         return complaint;
     if (!line.reportFile.isEmpty() && !hasExtension(line.reportFile, "json"))
         return QStringLiteral("--report writes .json files, not '%1'").arg(line.reportFile);
