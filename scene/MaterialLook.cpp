@@ -83,14 +83,14 @@ void setSurface(const MaterialPtr& material, const PhysicalSurface& surface)
 {
     if (!material)
         return;
-    const EditScope edit(material, AttachmentContainer::AttachmentsFieldMask);
+    constexpr FieldMask mask = AttachmentContainer::AttachmentsFieldMask;
     if (const PhysicalSurfaceAttachmentPtr old = attachmentOf(material))
-        material->subAttachment(old, 0);
+        edit(material, mask, [&] { material->subAttachment(old); });
     if (isImplied(surface, lookOf(material).value_or(SurfaceLook())))
         return;
     const PhysicalSurfaceAttachmentPtr attachment = PhysicalSurfaceAttachmentBase::create();
-    attachment->setSurface(surface);
-    material->addAttachment(attachment);
+    edit(attachment, PhysicalSurfaceAttachmentBase::SurfaceFieldMask, [&] { attachment->setSurface(surface); });
+    edit(material, mask, [&] { material->addAttachment(attachment); });
 }
 
 } // namespace osg

@@ -148,6 +148,14 @@ std::size_t GlbArrays::normals(const osg::Buffer<osg::Vec3f>& array)
     return plan<osg::Vec3f, Floats<3>>(array, Use::Normals, accessorOf("VEC3", Float), unitVector);
 }
 
+std::size_t GlbArrays::tangents(const osg::Buffer<osg::Tangent>& array)
+{
+    const auto convert = [](const osg::Tangent& tangent) {
+        return Floats<4>{tangent.direction.x, tangent.direction.y, tangent.direction.z, tangent.side};
+    };
+    return plan<osg::Tangent, Floats<4>>(array, Use::Tangents, accessorOf("VEC4", Float), convert);
+}
+
 std::size_t GlbArrays::texCoords(const osg::Buffer<osg::Vec2f>& array)
 {
     if (const auto accessor = known(array, Use::TexCoords))

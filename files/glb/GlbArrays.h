@@ -3,6 +3,7 @@
 #include "files/OutputFile.h"
 #include "files/glb/GlbJson.h"
 #include "scene/Mesh.h"
+#include "scene/Tangents.h"
 
 #include <functional>
 #include <map>
@@ -17,11 +18,12 @@ namespace files::glb
 class GlbArrays
 {
 public:
-    /// The number of the accessor of an array. Asked again for the same array, it is the same; positions have one for
-    /// each scale that they are multiplied with.
+    /// The number of the accessor of an array. Asked again for the same array, it is the same, but for tangents;
+    /// positions have one for each scale that they are multiplied with.
     std::size_t positions(const osg::Buffer<osg::Vec3f>& array, double scale = 1);
     std::size_t normals(const osg::Buffer<osg::Vec3f>& array);
     std::size_t texCoords(const osg::Buffer<osg::Vec2f>& array);
+    std::size_t tangents(const osg::Buffer<osg::Tangent>& array);
     std::size_t colors(const osg::Buffer<osg::Color4f>& array);
     /// `vertices` is the length of the arrays that the indices count in.
     std::size_t indices(const osg::Buffer<std::uint32_t>& array, std::size_t vertices);
@@ -35,7 +37,7 @@ public:
     std::vector<std::byte> bytes() const;
 
 private:
-    enum class Use { Positions, Normals, TexCoords, Colors, ShortIndices, Indices };
+    enum class Use { Positions, Normals, Tangents, TexCoords, Colors, ShortIndices, Indices };
 
     /// Writes the elements from the first one on to memory.
     using Fill = std::function<void(std::size_t first, std::size_t count, std::byte* target)>;

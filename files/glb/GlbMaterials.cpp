@@ -22,13 +22,28 @@ std::string nameOf(const osg::MaterialPtr& material, const osg::Color3f& color)
 
 } // namespace
 
+const GlbMaterials::Needs& GlbMaterials::needsOf(const osg::MaterialPtr& shown)
+{
+    const auto [entry, isNew] = m_needs.try_emplace(shown);
+    if (!isNew)
+        return entry->second;
+    const osg::PhysicalSurface surface = osg::surfaceOf(shown);
+    entry->second.sets = setsOf(surface);
+    for (const osg::TextureSlot slot : {osg::TextureSlot::ClearcoatNormal, osg::TextureSlot::Normal})
+        if (const auto found = surface.textures.find(slot); found != surface.textures.end())
+            entry->second.normalMapSet = found->second.set;
+    return entry->second;
+}
+
+std::optional<unsigned> GlbMaterials::normalMapSet(const osg::MaterialPtr& material)
+{
+    return m_textures.areWritten() ? needsOf(osg::shownMaterial(material)).normalMapSet : std::nullopt;
+}
+
 std::size_t GlbMaterials::number(const osg::MaterialPtr& material, unsigned sets)
 {
     const osg::MaterialPtr shown = osg::shownMaterial(material);
-    const auto [known, isFirst] = m_neededSets.try_emplace(shown);
-    if (isFirst)
-        known->second = setsOf(osg::surfaceOf(shown));
-    const unsigned needed = known->second;
+    const unsigned needed = needsOf(shown).sets;
     const auto [entry, isNew] = m_numbers.try_emplace({shown, needed & sets}, m_list.size());
     if (!isNew)
         return entry->second;

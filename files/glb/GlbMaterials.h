@@ -6,6 +6,7 @@
 #include "host/OSGSystem/Material.h"
 
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -29,6 +30,8 @@ public:
     /// The number of `material`, which may be null, as a mesh shows it that has these sets of texture coordinates (bit 0
     /// for the first one, bit 1 for the second): a mesh without them is seen without the textures that follow them.
     std::size_t number(const osg::MaterialPtr& material, unsigned sets);
+    /// The set of texture coordinates that a normal map of `material` follows, none without one.
+    std::optional<unsigned> normalMapSet(const osg::MaterialPtr& material);
     /// The name in the file of the material of this number.
     const std::string& name(std::size_t number) const { return m_names[number]; }
     const JsonList& list() const { return m_list; }
@@ -39,7 +42,14 @@ public:
     std::size_t withoutCoordinates() const { return m_withoutCoordinates; }
 
 private:
-    std::map<osg::MaterialPtr, unsigned> m_neededSets;
+    /// What a material asks of meshes.
+    struct Needs {
+        unsigned sets = 0; ///< of texture coordinates, one bit each
+        std::optional<unsigned> normalMapSet;
+    };
+    const Needs& needsOf(const osg::MaterialPtr& shown);
+
+    std::map<osg::MaterialPtr, Needs> m_needs;
     std::map<std::pair<osg::MaterialPtr, unsigned>, std::size_t> m_numbers;
     std::vector<std::string> m_names;
     UniqueNames m_uniqueNames;

@@ -138,6 +138,8 @@ void GlbMeshes::addPrimitives(const Body& body, double scale, Json& primitives)
             continue;
         Json primitive;
         primitive["attributes"] = attributes(mesh, scale);
+        if (const auto accessor = kind.corners == 3 ? tangents(mesh, material) : std::nullopt)
+            primitive["attributes"]["TANGENT"] = *accessor;
         primitive["indices"] = m_arrays.indices(indices, mesh.positions.size());
         primitive["mode"] = kind.mode;
         primitive["material"] = m_materials.number(material, sets);
@@ -187,6 +189,20 @@ Json GlbMeshes::attributes(const osg::Mesh& mesh, double scale)
     else if (!mesh.colors.empty())
         result["COLOR_0"] = m_arrays.colors(mesh.colors);
     return result;
+}
+
+std::optional<std::size_t> GlbMeshes::tangents(const osg::Mesh& mesh, const osg::MaterialPtr& material)
+{
+    std::optional<unsigned> set = m_materials.normalMapSet(material);
+    for (const GlbVariants::Mapping& mapping : m_variants.mappings(material))
+        if (!set)
+            set = m_materials.normalMapSet(mapping.first);
+    if (!set || mesh.normals.empty() || !(setsOf(mesh) >> *set & 1))
+        return std::nullopt;
+    const auto [entry, isNew] = m_tangents.try_emplace({&mesh, *set});
+    if (isNew)
+        entry->second = m_arrays.tangents(osg::tangentsOf(mesh, *set == 0 ? mesh.texCoords : mesh.texCoords1));
+    return entry->second;
 }
 
 /// `indices` without the elements that are nowhere, which a mesh may have but a file may not.

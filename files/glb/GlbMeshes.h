@@ -55,6 +55,8 @@ private:
     void addPrimitives(const Body& body, double scale, Json& primitives);
     Json variantMappings(const osg::MaterialPtr& material, unsigned sets);
     Json attributes(const osg::Mesh& mesh, double scale);
+    /// The accessor of the tangents of `mesh` where `material`, or what takes its place in a variant, has a normal map.
+    std::optional<std::size_t> tangents(const osg::Mesh& mesh, const osg::MaterialPtr& material);
     osg::Buffer<std::uint32_t> drawable(const osg::Buffer<std::uint32_t>& indices, std::size_t corners,
                                         const osg::Mesh& mesh);
 
@@ -63,6 +65,7 @@ private:
     bool m_hasVariants = false;
     std::map<std::pair<Bodies, double>, std::optional<std::size_t>> m_numbers;
     GlbArrays m_arrays;
+    std::map<std::pair<const osg::Mesh*, unsigned>, std::size_t> m_tangents; ///< by mesh and set of coordinates
     GlbMaterials m_materials;
     JsonList m_list;
     QStringList m_warnings;

@@ -103,7 +103,7 @@ GlbTextures::GlbTextures(const WriteOptions& options, const QString& path) : m_o
 
 std::optional<Json> GlbTextures::info(const osg::Texture& texture)
 {
-    if (m_options.textures == Textures::None || !texture.image)
+    if (!areWritten() || !texture.image)
         return std::nullopt;
     const std::optional<std::size_t> source = image(texture.image);
     if (!source)

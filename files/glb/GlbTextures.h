@@ -28,6 +28,7 @@ public:
     /// warning tells. `strength` is that of the slots that have one.
     std::optional<Json> info(const osg::Texture& texture);
 
+    bool areWritten() const { return m_options.textures != Textures::None; }
     const JsonList& textures() const { return m_textures; }
     const JsonList& samplers() const { return m_samplers; }
     /// The extensions without which nobody can show the images.

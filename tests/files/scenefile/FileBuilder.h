@@ -116,6 +116,7 @@ struct Graph {
     std::function<std::vector<flatbuffers::Offset<fb::Attachment>>(flatbuffers::FlatBufferBuilder&)> attachments;
     std::function<std::vector<flatbuffers::Offset<fb::Mesh>>(flatbuffers::FlatBufferBuilder&)> meshes;
     std::function<flatbuffers::Offset<fb::AttributeTable>(flatbuffers::FlatBufferBuilder&)> attributes;
+    std::vector<fb::Image> images;
 
     Bytes bytes() const
     {
@@ -137,9 +138,10 @@ struct Graph {
         const auto fileVector = builder.CreateVectorOfStructs(files);
         const auto meshVector = made(meshes);
         const auto attributeTable = attributes ? attributes(builder) : 0;
+        const auto imageVector = builder.CreateVectorOfStructs(images);
         fb::FinishSceneBuffer(builder, fb::CreateScene(builder, textVector, classVector, nodeVector, linkVector,
                                                        coreVector, materialVector, attachmentVector, fileVector,
-                                                       meshVector, attributeTable));
+                                                       meshVector, attributeTable, imageVector));
         const auto* start = reinterpret_cast<const std::byte*>(builder.GetBufferPointer());
         return {start, start + builder.GetSize()};
     }
