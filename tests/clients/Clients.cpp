@@ -73,6 +73,11 @@ bool optimize(const QString& client, const QString& file, const QString& to)
     return QFileInfo::exists(to);
 }
 
+nlohmann::json surfaces(const QString& file)
+{
+    return jsonOf(outputOf(QStringLiteral("node"), {own("surfaces.mjs"), file}));
+}
+
 nlohmann::json drawn(const QString& file)
 {
     return jsonOf(

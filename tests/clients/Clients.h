@@ -24,6 +24,10 @@ nlohmann::json seen(const QString& client, const QString& file);
 /// Writes the file anew to `to`, by "gltf-transform" or "gltfpack". False when that failed.
 bool optimize(const QString& client, const QString& file, const QString& to);
 
+/// What glTF-Transform knows of the materials of a glTF file, by their names; see surfaces.mjs. Null when it could not
+/// read the file.
+nlohmann::json surfaces(const QString& file);
+
 /// How many points Chromium draws of the file in the page of examples/variants, at first ("") and with each set: of all
 /// colours "points", of those that are mostly of one "red", "green" and "blue". Null when it could not.
 nlohmann::json drawn(const QString& file);

@@ -76,16 +76,19 @@ TEST_F(IndexRepairTest, ValuesThatAreTooManyAreCutOffAndTooFewAreDropped)
     osg::Mesh mesh = fourVertices();
     mesh.normals = std::vector<osg::Vec3f>{{0, 0, 1}, {0, 1, 0}, {1, 0, 0}, {0, 0, -1}, {0, -1, 0}};
     mesh.texCoords = std::vector<osg::Vec2f>(3);
+    mesh.texCoords1 = std::vector<osg::Vec2f>(5);
     mesh.colors = std::vector<osg::Color4f>(4);
     mesh.occlusion = std::vector<float>{0.25f};
     const osg::Mesh& result = verified(mesh);
     EXPECT_THAT(listed(result.normals),
                 ElementsAre(ElementsAre(0, 0, 1), ElementsAre(0, 1, 0), ElementsAre(1, 0, 0), ElementsAre(0, 0, -1)));
     EXPECT_TRUE(result.texCoords.empty());
+    EXPECT_EQ(result.texCoords1.size(), 4u);
     EXPECT_EQ(result.colors.size(), 4u);
     EXPECT_TRUE(result.occlusion.empty());
     EXPECT_THAT(m_log, ElementsAre("Geometry plate: normals without vertices were removed; there were too few texture "
-                                   "coordinates, and they were removed; there were too few occlusion values, and they "
+                                   "coordinates, and they were removed; texture coordinates without vertices were "
+                                   "removed; there were too few occlusion values, and they "
                                    "were removed"));
 }
 

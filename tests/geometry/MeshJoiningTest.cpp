@@ -14,6 +14,7 @@ std::shared_ptr<const osg::Mesh> triangleFrom(float first)
     mesh.positions = std::vector<osg::Vec3f>{{first, 0, 0}, {first, 1, 0}, {first, 0, 1}};
     mesh.normals = std::vector<osg::Vec3f>{{first, 1, 1}, {first, 2, 1}, {first, 3, 1}};
     mesh.texCoords = std::vector<osg::Vec2f>{{first, 0.25f}, {first, 0.5f}, {first, 0.75f}};
+    mesh.texCoords1 = std::vector<osg::Vec2f>{{0.25f, first}, {0.5f, first}, {0.75f, first}};
     mesh.colors = std::vector<osg::Color4f>{{first, 0.1f, 0.2f, 1}, {first, 0.3f, 0.4f, 1}, {first, 0.5f, 0.6f, 1}};
     mesh.occlusion = std::vector<float>{first, first + 0.25f, first + 0.5f};
     mesh.triangles = std::vector<std::uint32_t>{0, 1, 2};
@@ -32,6 +33,9 @@ TEST(MeshJoining, TextureCoordinatesComeAlong)
     EXPECT_THAT(joinedPair().texCoords.span(),
                 ElementsAre(osg::Vec2f{3, 0.25f}, osg::Vec2f{3, 0.5f}, osg::Vec2f{3, 0.75f}, osg::Vec2f{7, 0.25f},
                             osg::Vec2f{7, 0.5f}, osg::Vec2f{7, 0.75f}));
+    EXPECT_THAT(joinedPair().texCoords1.span(),
+                ElementsAre(osg::Vec2f{0.25f, 3}, osg::Vec2f{0.5f, 3}, osg::Vec2f{0.75f, 3}, osg::Vec2f{0.25f, 7},
+                            osg::Vec2f{0.5f, 7}, osg::Vec2f{0.75f, 7}));
 }
 
 TEST(MeshJoining, ColorsComeAlong)
@@ -60,6 +64,6 @@ TEST(MeshJoining, PositionsAndNormalsComeAlongInOneOrder)
 
 TEST(MeshJoining, WhatAMeshHasTellsItsMake)
 {
-    EXPECT_EQ(geometry::makeOf(*triangleFrom(1)), (geometry::MeshMake{true, true, true, true, false}));
+    EXPECT_EQ(geometry::makeOf(*triangleFrom(1)), (geometry::MeshMake{true, true, true, true, true, false}));
     EXPECT_EQ(geometry::makeOf(osg::Mesh()), geometry::MeshMake());
 }

@@ -55,6 +55,7 @@ TEST_F(NormalRepairTest, AWrongCornerGetsAVertexOfItsOwn)
 {
     osg::Mesh before = lit(up, near61, near59);
     before.texCoords = std::vector<osg::Vec2f>{{0, 0}, {0.25f, 0}, {0, 1}};
+    before.texCoords1 = std::vector<osg::Vec2f>{{0, 0}, {0.75f, 0}, {0, 1}};
     before.occlusion = std::vector<float>{1, 0.5f, 0};
     const osg::Mesh mesh = geometry::withRightNormals(before);
     EXPECT_THAT(mesh.triangles.span(), ElementsAre(0, 3, 2));
@@ -65,6 +66,8 @@ TEST_F(NormalRepairTest, AWrongCornerGetsAVertexOfItsOwn)
     EXPECT_EQ(mesh.colors[3].green, 1);
     ASSERT_EQ(mesh.texCoords.size(), 4u);
     EXPECT_EQ(mesh.texCoords[3], mesh.texCoords[1]);
+    ASSERT_EQ(mesh.texCoords1.size(), 4u);
+    EXPECT_EQ(mesh.texCoords1[3], (osg::Vec2f{0.75f, 0}));
     EXPECT_THAT(mesh.occlusion.span(), ElementsAre(1, 0.5f, 0, 0.5f));
     EXPECT_TRUE(mesh.brep.empty());
     EXPECT_EQ(mesh.faces, before.faces);
