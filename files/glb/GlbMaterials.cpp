@@ -57,4 +57,18 @@ std::size_t GlbMaterials::number(const osg::MaterialPtr& material, unsigned sets
     return entry->second;
 }
 
+std::size_t GlbMaterials::edges()
+{
+    if (m_edges)
+        return *m_edges;
+    osg::PhysicalSurface surface;
+    surface.unlit = true;
+    constexpr osg::Color3f dark = {0.1f, 0.1f, 0.1f};
+    m_names.push_back(m_uniqueNames.unique("edges"));
+    Json json = surfaceJson(surface, dark, {}, 0, m_textures, m_extensions);
+    json["name"] = m_names.back();
+    m_edges = m_list.add(json);
+    return *m_edges;
+}
+
 } // namespace files::glb

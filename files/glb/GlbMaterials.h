@@ -30,6 +30,8 @@ public:
     /// The number of `material`, which may be null, as a mesh shows it that has these sets of texture coordinates (bit 0
     /// for the first one, bit 1 for the second): a mesh without them is seen without the textures that follow them.
     std::size_t number(const osg::MaterialPtr& material, unsigned sets);
+    /// The number of the dark material without light that edges have.
+    std::size_t edges();
     /// The set of texture coordinates that a normal map of `material` follows, none without one.
     std::optional<unsigned> normalMapSet(const osg::MaterialPtr& material);
     /// The name in the file of the material of this number.
@@ -57,6 +59,7 @@ private:
     GlbTextures m_textures;
     std::set<std::string> m_extensions;
     std::size_t m_withoutCoordinates = 0;
+    std::optional<std::size_t> m_edges;
 };
 
 } // namespace files::glb

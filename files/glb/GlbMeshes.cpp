@@ -5,6 +5,7 @@
 #include "files/glb/GlbNames.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/ColorSpace.h"
+#include "scene/FeatureEdges.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +22,10 @@ struct Kind {
     std::size_t corners;
     int mode;
 };
+
+constexpr int linesMode = 1;
+/// From which angle on triangles of a mesh without faces have an edge: 30 degrees, in radians.
+constexpr double creaseAngle = 0.5235988;
 
 constexpr Kind kinds[] = {{&osg::Mesh::triangles, 3, 4}, {&osg::Mesh::lines, 2, 1}, {&osg::Mesh::points, 1, 0}};
 
@@ -90,6 +95,15 @@ osg::Buffer<osg::Color4f> darkened(const osg::Mesh& mesh)
     return colors;
 }
 
+/// How many triangles each face has.
+Json faceSizes(const osg::Mesh& mesh)
+{
+    Json sizes = Json::array();
+    for (const osg::FaceRange& face : mesh.faces)
+        sizes.push_back(face.count);
+    return sizes;
+}
+
 /// The sets of texture coordinates that `mesh` has, one bit each.
 unsigned setsOf(const osg::Mesh& mesh)
 {
@@ -145,8 +159,34 @@ void GlbMeshes::addPrimitives(const Body& body, double scale, Json& primitives)
         primitive["material"] = m_materials.number(material, sets);
         if (!mappings.empty())
             primitive["extensions"]["KHR_materials_variants"]["mappings"] = mappings;
+        std::optional<Json> lines = m_options.edges && kind.corners == 3 ? edges(mesh, primitive) : std::nullopt;
+        if (lines && !mesh.faces.empty())
+            primitive["extras"]["faces"] = faceSizes(mesh);
         primitives.push_back(std::move(primitive));
+        if (lines)
+            primitives.push_back(*std::move(lines));
     }
+}
+
+std::optional<Json> GlbMeshes::edges(const osg::Mesh& mesh, const Json& triangles)
+{
+    osg::FeatureEdges found = osg::featureEdges(mesh, creaseAngle);
+    if (found.segments.empty())
+        return std::nullopt;
+    Json list = Json::array();
+    const auto faceOf = [](std::uint32_t face) {
+        return face == osg::FeatureEdge::noFace ? std::int64_t(-1) : std::int64_t(face);
+    };
+    for (const osg::FeatureEdge& edge : found.edges)
+        list.push_back({edge.count, faceOf(edge.face), faceOf(edge.other)});
+    Json primitive;
+    primitive["attributes"] = triangles["attributes"];
+    primitive["attributes"].erase("TANGENT");
+    primitive["indices"] = m_arrays.indices(std::move(found.segments), mesh.positions.size());
+    primitive["mode"] = linesMode;
+    primitive["material"] = m_materials.edges();
+    primitive["extras"]["edges"] = std::move(list);
+    return primitive;
 }
 
 std::string GlbMeshes::materialName(const Body& body)

@@ -53,6 +53,8 @@ public:
 private:
     std::optional<std::size_t> add(const Bodies& bodies, double scale, const std::function<std::string()>& fallback);
     void addPrimitives(const Body& body, double scale, Json& primitives);
+    /// The edges of `mesh`, of whose triangles `triangles` is the primitive; nothing where there are none.
+    std::optional<Json> edges(const osg::Mesh& mesh, const Json& triangles);
     Json variantMappings(const osg::MaterialPtr& material, unsigned sets);
     Json attributes(const osg::Mesh& mesh, double scale);
     /// The accessor of the tangents of `mesh` where `material`, or what takes its place in a variant, has a normal map.

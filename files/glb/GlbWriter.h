@@ -73,6 +73,10 @@ struct WriteOptions {
     /// Writes vertices in the unit of the file, and transforms without scale: lengths that a transform scales, by its
     /// first axis, are scaled in the vertices below it. A mesh that is seen in several sizes is written in each.
     bool scaleIntoVertices = false;
+    /// Adds the edges of triangles (`osg::featureEdges`) to each mesh, as dark lines over the same vertices.
+    /// `extras.edges` of such a primitive lists them, each as how many segments it has and the two faces between which
+    /// it is, -1 for none; `extras.faces` of the triangles tells how many of them each face has.
+    bool edges = false;
     Textures textures = Textures::Embed; ///< where the pictures of materials are
     /// Pixels: pictures with a longer side are made smaller; 0 for none. KTX2 and DDS pictures stay as they are.
     int mostTextureSide = 0;

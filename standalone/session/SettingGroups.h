@@ -286,6 +286,9 @@ struct ExportSettings : SettingGroup {
     Setting<bool> scaleIntoVertices{
         m_list, "export.scaleIntoVertices", false,
         SettingHelp::tr("Write the vertices of GLB files in the unit of the file, and transforms without scale.")};
+    Setting<bool> edges{m_list, "export.edges", false,
+                        SettingHelp::tr("Add the edges between faces to GLB files, as lines: those of exact surfaces, "
+                                        "and of other meshes where triangles meet at more than 30 degrees.")};
     Setting<Textures> textures{
         m_list,
         "export.textures",

@@ -42,6 +42,7 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.unit = parser.value(QStringLiteral("unit"));
     line.up = parser.value(QStringLiteral("up"));
     line.scaleIntoVertices = parser.isSet(QStringLiteral("scale-into-vertices"));
+    line.glbEdges = parser.isSet(QStringLiteral("glb-edges"));
     line.web = parser.isSet(QStringLiteral("web"));
     line.reportFile = parser.value(QStringLiteral("report"));
     line.bomFile = parser.value(QStringLiteral("bom"));
@@ -99,6 +100,7 @@ constexpr const char* batchOptions[] = {"unit",
                                         "up",
                                         "scale-into-vertices",
                                         "web",
+                                        "glb-edges",
                                         "textures",
                                         "max-texture",
                                         "attributes",
@@ -207,6 +209,9 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "web", nullptr,
          "Write .glb files small, for web pages: positions as integers, normals of 8 bits, compressed (readers have to "
          "know KHR_mesh_quantization and EXT_meshopt_compression). How far vertices may have moved is told."},
+        {nullptr, "glb-edges", nullptr,
+         "Add the edges between faces to .glb files, as lines that tell their faces; the same as --set "
+         "export.edges=on."},
         {nullptr, "textures", "WHERE",
          "Where .glb files have the pictures of their materials: embed, external (in files beside) or none; the same "
          "as "

@@ -40,6 +40,7 @@ struct CommandLine {
     QString up;                         ///< axis of a GLB file; empty for Y
     bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
     bool web = false;                   ///< GLB files are to be small
+    bool glbEdges = false;              ///< GLB files are to have edges, whatever the setting says
     bool areTexturesGiven = false;      ///< where the pictures of GLB files are was said
     bool isMaxTextureGiven = false;     ///< and how large they may be
     QString attributes;                 ///< how much of them is written; empty for all

@@ -76,6 +76,7 @@ std::optional<QString> glbComplaint(const CommandLine& line, bool writesGlb)
         return QStringLiteral("--unit and --up are for .glb files, and --output names none");
     const std::pair<bool, const char*> others[] = {{line.scaleIntoVertices, "scale-into-vertices"},
                                                    {line.web, "web"},
+                                                   {line.glbEdges, "glb-edges"},
                                                    {line.areTexturesGiven, "textures"},
                                                    {line.isMaxTextureGiven, "max-texture"}};
     for (const auto& [isGiven, name] : others)
@@ -93,6 +94,7 @@ files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSessi
     options.fold = session.settings().exports.fold;
     options.hidden = hiddenOf(session.settings().exports.hidden);
     options.scaleIntoVertices = line.scaleIntoVertices || session.settings().exports.scaleIntoVertices;
+    options.edges = line.glbEdges || session.settings().exports.edges;
     options.textures = texturesOf(session.settings().exports.textures);
     options.mostTextureSide = session.settings().exports.maxTexture;
     options.packing = packOptions(line.web, session.settings().exports);
