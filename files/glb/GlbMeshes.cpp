@@ -160,7 +160,7 @@ void GlbMeshes::addPrimitives(const Body& body, double scale, Json& primitives)
         if (!mappings.empty())
             primitive["extensions"]["KHR_materials_variants"]["mappings"] = mappings;
         std::optional<Json> lines = m_options.edges && kind.corners == 3 ? edges(mesh, primitive) : std::nullopt;
-        if (lines && !mesh.faces.empty())
+        if (lines && !mesh.faces.empty() && !m_options.packing.reorder)
             primitive["extras"]["faces"] = faceSizes(mesh);
         primitives.push_back(std::move(primitive));
         if (lines)

@@ -75,7 +75,7 @@ struct WriteOptions {
     bool scaleIntoVertices = false;
     /// Adds the edges of triangles (`osg::featureEdges`) to each mesh, as dark lines over the same vertices.
     /// `extras.edges` of such a primitive lists them, each as how many segments it has and the two faces between which
-    /// it is, -1 for none; `extras.faces` of the triangles tells how many of them each face has.
+    /// it is, -1 for none; `extras.faces` of the triangles tells how many of them each face has, unless they are reordered.
     bool edges = false;
     Textures textures = Textures::Embed; ///< where the pictures of materials are
     /// Pixels: pictures with a longer side are made smaller; 0 for none. KTX2 and DDS pictures stay as they are.
