@@ -83,13 +83,17 @@ void setSurface(const MaterialPtr& material, const PhysicalSurface& surface)
 {
     if (!material)
         return;
-    const EditScope edit(material, AttachmentContainer::AttachmentsFieldMask);
-    if (const PhysicalSurfaceAttachmentPtr old = attachmentOf(material))
+    const PhysicalSurfaceAttachmentPtr old = attachmentOf(material);
+    const bool needsOne = !isImplied(surface, lookOf(material).value_or(SurfaceLook()));
+    if (!old && !needsOne)
+        return;
+    const EditScope scope(material, AttachmentContainer::AttachmentsFieldMask);
+    if (old)
         material->subAttachment(old, 0);
-    if (isImplied(surface, lookOf(material).value_or(SurfaceLook())))
+    if (!needsOne)
         return;
     const PhysicalSurfaceAttachmentPtr attachment = PhysicalSurfaceAttachmentBase::create();
-    attachment->setSurface(surface);
+    edit(attachment, PhysicalSurfaceAttachmentBase::SurfaceFieldMask, [&] { attachment->setSurface(surface); });
     material->addAttachment(attachment);
 }
 
