@@ -124,10 +124,10 @@ TEST_F(MaterialTableRunTest, ATableWithAFaultChangesNothingAndIsTold)
     const QString input = writeBoxes();
     const std::pair<const char*, const char*> tables[] = {
         {R"({"rows": [{"material": "Plain", "asset": "oak"}, {"material": "Brushed", "asset": "elm"}]})",
-         "/rows/1/asset: the folder has no asset \"elm\""},
+         "the folder has no asset \"elm\" (/rows/1/asset)"},
         {R"({"rows": [{"material": "Plain", "asset": "oak"}, {"material": "Brushed"}]})",
-         "/rows/1: a row needs the name or the uuid of an \"asset\""},
-        {"{\"rows\": [\n}", "line 2: this is no JSON text"}};
+         "a row needs the name or the uuid of an \"asset\" (/rows/1)"},
+        {"{\"rows\": [\n}", "this is no JSON text (line 2)"}};
     for (const auto& [table, complaint] : tables) {
         write("assets/materials.json", table);
         const Ending ending = run(input);
