@@ -18,8 +18,8 @@ public:
     /// `arrays` have all vertices, and outlive this object; they get texture coordinates if they have none.
     WedgeVertices(osg::MeshArrays& arrays, ReadTask& task);
 
-    /// The vertex at the place of `vertex`, one of the first, for a corner with these coordinates. New ones count against
-    /// the limits of the task.
+    /// The vertex at the place of `vertex`, one of the first, for a corner with these coordinates. New ones count
+    /// against the limits of the task.
     std::uint32_t vertexFor(std::uint32_t vertex, const osg::Vec2f& coordinates, const QString& place);
 
 private:

@@ -36,8 +36,8 @@ bool isWhite(const AppearanceTexture* texture, Painted painted)
     return painted == Painted::ByColors || (texture && texture->hasColors());
 }
 
-/// The look of a Material node, by the lighting model of VRML97: colours of a picture stand instead of the diffuse colour
-/// and of the colours of the mesh, its grey is multiplied by them; alpha stands instead of the transparency.
+/// The look of a Material node, by the lighting model of VRML97: colours of a picture stand instead of the diffuse
+/// colour and of the colours of the mesh, its grey is multiplied by them; alpha stands instead of the transparency.
 MaterialLook lookOf(const Node& material, const AppearanceTexture* texture, Painted painted)
 {
     MaterialLook look;

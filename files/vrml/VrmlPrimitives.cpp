@@ -70,8 +70,8 @@ void appendBand(Shell& shell, const Outline& below, const Outline& above, Laid l
     }
 }
 
-/// The place on the picture of a corner of a box, whose coordinates are 1 or -1, on the face across `axis`: upright on the
-/// four sides, with the upper border at the back on the top, and at the front below.
+/// The place on the picture of a corner of a box, whose coordinates are 1 or -1, on the face across `axis`: upright on
+/// the four sides, with the upper border at the back on the top, and at the front below.
 osg::Vec2f placeOnFace(const std::array<float, 3>& corner, unsigned axis)
 {
     const float side = corner[axis];

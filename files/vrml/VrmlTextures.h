@@ -25,8 +25,8 @@ struct AppearanceTexture {
 class Textures
 {
 public:
-    /// That of an appearance in the file of `source`; null for none and, with a warning, for one that cannot be taken. It
-    /// lives as long as this object.
+    /// That of an appearance in the file of `source`; null for none and, with a warning, for one that cannot be taken.
+    /// It lives as long as this object.
     const AppearanceTexture* of(const Node* appearance, const Source& source);
 
 private:

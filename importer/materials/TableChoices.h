@@ -20,8 +20,8 @@ struct DrawnPlace {
     std::optional<std::size_t> row; ///< of the table; nothing where none fits
 };
 
-/// Finds for each geometry of a tree the row of a table that holds for it: of rows that look at occurrences before those
-/// that look at parts, materials, attributes and colours; the first in the file of those of one kind.
+/// Finds for each geometry of a tree the row of a table that holds for it: of rows that look at occurrences before
+/// those that look at parts, materials, attributes and colours; the first in the file of those of one kind.
 class TableChoices
 {
 public:

@@ -1,4 +1,4 @@
-#include "tests/files/vrml/VrmlTextureTest.h"
+#include "tests/files/vrml/VrmlTexturesTest.h"
 
 #include <QImage>
 
@@ -12,7 +12,7 @@ using osg::TextureSlot;
 using testing::IsEmpty;
 using Wrap = osg::TextureSampler::Wrap;
 
-TEST_F(VrmlTextureTest, TheFirstPictureThatIsThereIsTaken)
+TEST_F(VrmlTexturesTest, TheFirstPictureThatIsThereIsTaken)
 {
     write(QStringLiteral("maps/oak wood.png"), pngOf("oak"));
     const PhysicalSurface surface =
@@ -33,7 +33,7 @@ TEST_F(VrmlTextureTest, TheFirstPictureThatIsThereIsTaken)
               QByteArray("\0\0\0", 3));
 }
 
-TEST_F(VrmlTextureTest, APictureThatCannotBeTakenIsToldOnce)
+TEST_F(VrmlTexturesTest, APictureThatCannotBeTakenIsToldOnce)
 {
     const PhysicalSurface surface =
         surfaceOf(QByteArray(paint) + " texture ImageTexture { url [ \"gone.png\" \"lost.png\" ] }");
@@ -47,7 +47,7 @@ TEST_F(VrmlTextureTest, APictureThatCannotBeTakenIsToldOnce)
     EXPECT_TRUE(warnings()[0].startsWith(QLatin1String("a picture is not on this computer and was left out: http")));
 }
 
-TEST_F(VrmlTextureTest, APictureOutsideTheFolderIsRefused)
+TEST_F(VrmlTexturesTest, APictureOutsideTheFolderIsRefused)
 {
     write(QStringLiteral("secret.png"), pngOf("secret"));
     const files::ReadResult result = read(
@@ -59,7 +59,7 @@ TEST_F(VrmlTextureTest, APictureOutsideTheFolderIsRefused)
 }
 
 /// The lighting model of VRML97.
-TEST_F(VrmlTextureTest, ColoursOfAPictureReplaceTheDiffuseColourAndGreyIsMultiplied)
+TEST_F(VrmlTexturesTest, ColoursOfAPictureReplaceTheDiffuseColourAndGreyIsMultiplied)
 {
     for (const int channels : {1, 2}) {
         surfaceOf(paint + pixelTexture(pixels[channels - 1]));
@@ -73,7 +73,7 @@ TEST_F(VrmlTextureTest, ColoursOfAPictureReplaceTheDiffuseColourAndGreyIsMultipl
     }
 }
 
-TEST_F(VrmlTextureTest, AlphaOfAPictureReplacesTheTransparency)
+TEST_F(VrmlTexturesTest, AlphaOfAPictureReplacesTheTransparency)
 {
     for (const int channels : {1, 3}) {
         const PhysicalSurface surface = surfaceOf(paint + pixelTexture(pixels[channels - 1]));
@@ -90,7 +90,7 @@ TEST_F(VrmlTextureTest, AlphaOfAPictureReplacesTheTransparency)
     EXPECT_EQ(surfaceOf("material Material { }" + pixelTexture(pixels[2])).alphaMode, AlphaMode::Opaque);
 }
 
-TEST_F(VrmlTextureTest, ColoursOfAMeshAreMultipliedByGreyAndReplacedByColours)
+TEST_F(VrmlTexturesTest, ColoursOfAMeshAreMultipliedByGreyAndReplacedByColours)
 {
     const QByteArray colored = QByteArray(TRIANGLE_WITH_COORDINATES)
                                    .replace("coordIndex", "color Color { color [ 1 0 0 0 1 0 0 0 1 ] } coordIndex");
@@ -101,14 +101,14 @@ TEST_F(VrmlTextureTest, ColoursOfAMeshAreMultipliedByGreyAndReplacedByColours)
     EXPECT_EQ(mesh().colors.size(), 0u);
 }
 
-TEST_F(VrmlTextureTest, WithoutAMaterialAPictureIsNotLit)
+TEST_F(VrmlTexturesTest, WithoutAMaterialAPictureIsNotLit)
 {
     EXPECT_TRUE(surfaceOf(pixelTexture(pixels[2])).unlit);
     EXPECT_EQ(material()->getDiffuse(), (Color3f{1, 1, 1}));
     EXPECT_FALSE(surfaceOf(paint + pixelTexture(pixels[2])).unlit);
 }
 
-TEST_F(VrmlTextureTest, FilesTellHowManyChannelsTheyHave)
+TEST_F(VrmlTexturesTest, FilesTellHowManyChannelsTheyHave)
 {
     const auto diffuseWith = [this](const QByteArray& picture) {
         write(QStringLiteral("p.png"), picture);
@@ -146,7 +146,7 @@ TEST_F(VrmlTextureTest, FilesTellHowManyChannelsTheyHave)
     EXPECT_EQ(transparencyWith(pngOf("")), 0.25f);
 }
 
-TEST_F(VrmlTextureTest, PixelsBecomeAPngFile)
+TEST_F(VrmlTexturesTest, PixelsBecomeAPngFile)
 {
     // From below to above.
     const QImage colors =
@@ -170,7 +170,7 @@ TEST_F(VrmlTextureTest, PixelsBecomeAPngFile)
     EXPECT_EQ(surfaceOf(pixelTexture("1 1 3 0")).textures.at(TextureSlot::BaseColor).image->mimeType(), "image/png");
 }
 
-TEST_F(VrmlTextureTest, PixelsThatDoNotMakeAPictureAreTold)
+TEST_F(VrmlTexturesTest, PixelsThatDoNotMakeAPictureAreTold)
 {
     for (const char* const image :
          {"2 2 3 1 2 3", "1 1 5 7", "-1 1 3 7", "1 1 0 7", "2147483647 2147483647 3 7", "1 1 3"}) {
@@ -182,7 +182,7 @@ TEST_F(VrmlTextureTest, PixelsThatDoNotMakeAPictureAreTold)
     EXPECT_THAT(warnings(), IsEmpty()) << "that is the default: no picture";
 }
 
-TEST_F(VrmlTextureTest, AMovieIsLeftOut)
+TEST_F(VrmlTexturesTest, AMovieIsLeftOut)
 {
     EXPECT_THAT(surfaceOf("texture MovieTexture { url \"a.mpg\" }").textures, IsEmpty());
     ASSERT_EQ(warnings().size(), 1);

@@ -15,7 +15,7 @@ inline constexpr const char* paint =
 inline const QByteArray pixels[4] = {"1 1 1 0x80", "1 1 2 0x80FF", "1 1 3 0x804020", "1 1 4 0x804020FF"};
 
 /// Reads a shape with the fields of an appearance.
-class VrmlTextureTest : public VrmlTest
+class VrmlTexturesTest : public VrmlTest
 {
 protected:
     osg::PhysicalSurface surfaceOf(const QByteArray& appearance, const QByteArray& geometry = TRIANGLE_WITH_COORDINATES)

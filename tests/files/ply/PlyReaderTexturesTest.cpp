@@ -22,7 +22,7 @@ constexpr const char* fourPoints = "0 0 0\n1 0 0\n1 1 0\n0 1 0\n";
 constexpr const char* wedges = "property list uchar int vertex_indices\nproperty list uchar float texcoord\n";
 
 /// Reads a PLY text, in a folder with two pictures.
-class PlyTextureTest : public ReaderTest
+class PlyReaderTexturesTest : public ReaderTest
 {
 protected:
     void SetUp() override
@@ -73,7 +73,7 @@ private:
     QStringList m_warnings;
 };
 
-TEST_F(PlyTextureTest, APictureIsTheBaseColour)
+TEST_F(PlyReaderTexturesTest, APictureIsTheBaseColour)
 {
     ASSERT_TRUE(readText("comment made by hand\ncomment TextureFile oak plank.png\r\n",
                          "property float u\nproperty float v\n", "property list uchar int vertex_indices\n", 1,
@@ -85,7 +85,7 @@ TEST_F(PlyTextureTest, APictureIsTheBaseColour)
     EXPECT_EQ(nameOf(root()->getChild(0)), "(none)");
 }
 
-TEST_F(PlyTextureTest, CornersWithDifferentCoordinatesAreVerticesOfTheirOwn)
+TEST_F(PlyReaderTexturesTest, CornersWithDifferentCoordinatesAreVerticesOfTheirOwn)
 {
     ASSERT_TRUE(readText(
         "comment TextureFile oak plank.png\n", "property float nx\nproperty float ny\nproperty float nz\n", wedges, 3,
@@ -99,7 +99,7 @@ TEST_F(PlyTextureTest, CornersWithDifferentCoordinatesAreVerticesOfTheirOwn)
     EXPECT_EQ(mesh().triangles[8], mesh().triangles[3]);
 }
 
-TEST_F(PlyTextureTest, PolygonsKeepTheCoordinatesOfTheirCorners)
+TEST_F(PlyReaderTexturesTest, PolygonsKeepTheCoordinatesOfTheirCorners)
 {
     ASSERT_TRUE(readText("comment TextureFile oak plank.png\n", "", wedges, 1,
                          QByteArray(fourPoints) + "4 0 1 2 3 8 0 0 1 0 1 1 0 1\n"));
@@ -108,7 +108,7 @@ TEST_F(PlyTextureTest, PolygonsKeepTheCoordinatesOfTheirCorners)
     EXPECT_EQ(corners().size(), 6);
 }
 
-TEST_F(PlyTextureTest, WedgesWinOverCoordinatesOfVertices)
+TEST_F(PlyReaderTexturesTest, WedgesWinOverCoordinatesOfVertices)
 {
     ASSERT_TRUE(readText("comment TextureFile oak plank.png\n", "property float s\nproperty float t\n", wedges, 2,
                          "0 0 0 9 9\n1 0 0 9 9\n1 1 0 9 9\n0 1 0 0.25 0.5\n3 0 1 2 6 0 0 1 0 1 1\n3 0 2 3 0\n"));
@@ -116,7 +116,7 @@ TEST_F(PlyTextureTest, WedgesWinOverCoordinatesOfVertices)
     EXPECT_THAT(warnings(), IsEmpty());
 }
 
-TEST_F(PlyTextureTest, WedgesThatDoNotFitTheCornersAreTold)
+TEST_F(PlyReaderTexturesTest, WedgesThatDoNotFitTheCornersAreTold)
 {
     ASSERT_TRUE(readText("comment TextureFile oak plank.png\n", "", wedges, 2,
                          QByteArray(fourPoints) + "3 0 1 2 5 0 0 1 0 1\n3 0 2 3 8 0 0 1 0 1 1 7 7\n"));
@@ -125,7 +125,7 @@ TEST_F(PlyTextureTest, WedgesThatDoNotFitTheCornersAreTold)
     EXPECT_EQ(mesh().positions.size(), 4u);
 }
 
-TEST_F(PlyTextureTest, BinaryWedgesAreReadAsWell)
+TEST_F(PlyReaderTexturesTest, BinaryWedgesAreReadAsWell)
 {
     QByteArray data = "ply\nformat binary_little_endian 1.0\ncomment TextureFile brass.jpg\nelement vertex 3\nproperty "
                       "float x\nproperty float y\nproperty float z\nelement face 1\n" +
@@ -147,7 +147,7 @@ TEST_F(PlyTextureTest, BinaryWedgesAreReadAsWell)
     EXPECT_EQ(pictureOf(), jpegOf("brass"));
 }
 
-TEST_F(PlyTextureTest, EachOfSeveralPicturesHasAGeometry)
+TEST_F(PlyReaderTexturesTest, EachOfSeveralPicturesHasAGeometry)
 {
     ASSERT_TRUE(readText("comment TextureFile oak plank.png\ncomment TextureFile brass.jpg\n", "",
                          QByteArray(wedges) + "property int texnumber\n", 4,
@@ -166,7 +166,7 @@ TEST_F(PlyTextureTest, EachOfSeveralPicturesHasAGeometry)
     EXPECT_EQ(mesh(2).positions.size(), 4u);
 }
 
-TEST_F(PlyTextureTest, APictureThatNoFaceBearsAndOneThatIsNotNamedAreTold)
+TEST_F(PlyReaderTexturesTest, APictureThatNoFaceBearsAndOneThatIsNotNamedAreTold)
 {
     ASSERT_TRUE(readText("comment TextureFile oak plank.png\ncomment TextureFile brass.jpg\n", "",
                          QByteArray(wedges) + "property int texnumber\n", 2,
@@ -179,7 +179,7 @@ TEST_F(PlyTextureTest, APictureThatNoFaceBearsAndOneThatIsNotNamedAreTold)
     EXPECT_THAT(warnings(), ElementsAre(QStringLiteral("1 pictures were left out: no face bears them @ ")));
 }
 
-TEST_F(PlyTextureTest, APictureWithoutCoordinatesAndAMissingOneAreTold)
+TEST_F(PlyReaderTexturesTest, APictureWithoutCoordinatesAndAMissingOneAreTold)
 {
     const QByteArray face = QByteArray(fourPoints) + "3 0 1 2\n";
     const QByteArray list = "property list uchar int vertex_indices\n";
@@ -197,7 +197,7 @@ TEST_F(PlyTextureTest, APictureWithoutCoordinatesAndAMissingOneAreTold)
     EXPECT_THAT(warnings(), IsEmpty());
 }
 
-TEST_F(PlyTextureTest, APictureStandsInsteadOfColoursOfVertices)
+TEST_F(PlyReaderTexturesTest, APictureStandsInsteadOfColoursOfVertices)
 {
     const QByteArray colors = "property uchar red\nproperty uchar green\nproperty uchar blue\n";
     const QByteArray rows = "0 0 0 9 9 9\n1 0 0 9 9 9\n1 1 0 9 9 9\n0 1 0 9 9 9\n3 0 1 2 6 0 0 1 0 1 1\n";
@@ -211,7 +211,7 @@ TEST_F(PlyTextureTest, APictureStandsInsteadOfColoursOfVertices)
     EXPECT_EQ(mesh().texCoords.size(), 4u);
 }
 
-TEST_F(PlyTextureTest, VerticesOfWedgesCountAgainstTheLimits)
+TEST_F(PlyReaderTexturesTest, VerticesOfWedgesCountAgainstTheLimits)
 {
     QByteArray rows = fourPoints;
     for (int i = 0; i < 200; ++i)
@@ -224,7 +224,7 @@ TEST_F(PlyTextureTest, VerticesOfWedgesCountAgainstTheLimits)
     EXPECT_FALSE(readText("", "", wedges, 200, rows, options));
 }
 
-TEST_F(PlyTextureTest, AnIndexOfAFileNeverMeansAVertexOfWedges)
+TEST_F(PlyReaderTexturesTest, AnIndexOfAFileNeverMeansAVertexOfWedges)
 {
     EXPECT_FALSE(
         readText("", "", wedges, 2, QByteArray(fourPoints) + "3 0 1 2 6 0 0 1 0 1 1\n3 0 1 4 6 0.5 0 1 0 1 1\n"));

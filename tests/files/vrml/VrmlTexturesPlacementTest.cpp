@@ -1,4 +1,4 @@
-#include "tests/files/vrml/VrmlTextureTest.h"
+#include "tests/files/vrml/VrmlTexturesTest.h"
 
 namespace
 {
@@ -9,7 +9,7 @@ using osg::TextureSlot;
 using osg::Vec2f;
 using osg::Vec3f;
 using testing::IsEmpty;
-using VrmlPicturePlacementTest = VrmlTextureTest;
+using VrmlTexturesPlacementTest = VrmlTexturesTest;
 
 /// -C x S x R x C x T x Tc, step by step.
 Vec2f transformed(const Vec2f& at, const Vec2f& center, double rotation, const Vec2f& scale, const Vec2f& translation)
@@ -20,7 +20,7 @@ Vec2f transformed(const Vec2f& at, const Vec2f& center, double rotation, const V
     return {float(turnedU * scale.x - center.x), float(turnedV * scale.y - center.y)};
 }
 
-TEST_F(VrmlPicturePlacementTest, ATextureTransformLeadsToTheCoordinatesOfTheStandard)
+TEST_F(VrmlTexturesPlacementTest, ATextureTransformLeadsToTheCoordinatesOfTheStandard)
 {
     struct Row {
         Vec2f center;
@@ -55,14 +55,14 @@ TEST_F(VrmlPicturePlacementTest, ATextureTransformLeadsToTheCoordinatesOfTheStan
     }
 }
 
-TEST_F(VrmlPicturePlacementTest, ATransformThatShearsIsTold)
+TEST_F(VrmlTexturesPlacementTest, ATransformThatShearsIsTold)
 {
     surfaceOf(pixelTexture(pixels[2]) + " textureTransform TextureTransform { rotation 0.5 scale 1 3 }");
     ASSERT_EQ(warnings().size(), 1);
     EXPECT_TRUE(warnings()[0].startsWith(QLatin1String("a picture that is turned and stretched")));
 }
 
-TEST_F(VrmlPicturePlacementTest, FacesWithoutCoordinatesTakeThemFromTheBoxAround)
+TEST_F(VrmlTexturesPlacementTest, FacesWithoutCoordinatesTakeThemFromTheBoxAround)
 {
     const char* const faces = "IndexedFaceSet { coord Coordinate { point [ 1 5 2 1 9 2 1 9 4 1 5 4 99 99 99 ] } "
                               "coordIndex [ 0 1 2 3 ] }";
@@ -76,7 +76,7 @@ TEST_F(VrmlPicturePlacementTest, FacesWithoutCoordinatesTakeThemFromTheBoxAround
     EXPECT_TRUE(mesh().texCoords.empty()) << "nobody looks them up";
 }
 
-TEST_F(VrmlPicturePlacementTest, OfEqualSidesOfTheBoxXComesBeforeY)
+TEST_F(VrmlTexturesPlacementTest, OfEqualSidesOfTheBoxXComesBeforeY)
 {
     surfaceOf(pixelTexture(pixels[2]), "IndexedFaceSet { coord Coordinate { point [ 0 0 0 2 0 0 2 2 0 0 2 0 ] } "
                                        "coordIndex [ 0 1 2 3 ] }");
@@ -84,7 +84,7 @@ TEST_F(VrmlPicturePlacementTest, OfEqualSidesOfTheBoxXComesBeforeY)
     EXPECT_EQ(coordinatesAt({0, 2, 0}, {0, 0, 1}), (Vec2f{0, 1}));
 }
 
-TEST_F(VrmlPicturePlacementTest, AGridIsCoveredOnce)
+TEST_F(VrmlTexturesPlacementTest, AGridIsCoveredOnce)
 {
     surfaceOf(pixelTexture(pixels[2]),
               "ElevationGrid { xDimension 3 zDimension 2 xSpacing 2 zSpacing 5 height [ 0 0 0 0 "
@@ -94,7 +94,7 @@ TEST_F(VrmlPicturePlacementTest, AGridIsCoveredOnce)
     EXPECT_EQ(coordinatesAt({4, 0, 0}, {0, 1, 0}), (Vec2f{1, 0}));
 }
 
-TEST_F(VrmlPicturePlacementTest, ABoxShowsThePictureUprightOnEachSide)
+TEST_F(VrmlTexturesPlacementTest, ABoxShowsThePictureUprightOnEachSide)
 {
     surfaceOf(pixelTexture(pixels[2]), "Box { size 2 4 6 }");
     // The upper right corner of each picture, as seen from outside.
@@ -110,7 +110,7 @@ TEST_F(VrmlPicturePlacementTest, ABoxShowsThePictureUprightOnEachSide)
     EXPECT_TRUE(mesh().texCoords.empty());
 }
 
-TEST_F(VrmlPicturePlacementTest, ACylinderIsWrappedFromTheBackToTheLeft)
+TEST_F(VrmlTexturesPlacementTest, ACylinderIsWrappedFromTheBackToTheLeft)
 {
     surfaceOf(pixelTexture(pixels[2]), "Cylinder { radius 2 height 6 }");
     EXPECT_EQ(coordinatesAt({0, -3, -2}, {0, 0, -1}), (Vec2f{0, 0}));
@@ -124,7 +124,7 @@ TEST_F(VrmlPicturePlacementTest, ACylinderIsWrappedFromTheBackToTheLeft)
     EXPECT_EQ(coordinatesAt({0, -3, 0}, {0, -1, 0}), (Vec2f{0.5f, 0.5f}));
 }
 
-TEST_F(VrmlPicturePlacementTest, AConeAndASphereAreWrappedLikewise)
+TEST_F(VrmlTexturesPlacementTest, AConeAndASphereAreWrappedLikewise)
 {
     surfaceOf(pixelTexture(pixels[2]), "Cone { bottomRadius 3 height 4 }");
     const Vec3f left = {-0.8f, 0.6f, 0};
@@ -138,7 +138,7 @@ TEST_F(VrmlPicturePlacementTest, AConeAndASphereAreWrappedLikewise)
     EXPECT_EQ(coordinatesAt({0, 1, 0}, {0, 1, 0}).y, 1);
 }
 
-TEST_F(VrmlPicturePlacementTest, AShapeThatSaysNotHowThePictureLiesIsTold)
+TEST_F(VrmlTexturesPlacementTest, AShapeThatSaysNotHowThePictureLiesIsTold)
 {
     const PhysicalSurface surface = surfaceOf(paint + pixelTexture(pixels[2]), "Extrusion { }");
     EXPECT_THAT(surface.textures, IsEmpty());
@@ -147,7 +147,7 @@ TEST_F(VrmlPicturePlacementTest, AShapeThatSaysNotHowThePictureLiesIsTold)
     EXPECT_TRUE(warnings()[0].startsWith(QLatin1String("a picture was left out: the shape says not how it lies")));
 }
 
-TEST_F(VrmlPicturePlacementTest, LinesAndPointsShowNoPicture)
+TEST_F(VrmlTexturesPlacementTest, LinesAndPointsShowNoPicture)
 {
     for (const char* const geometry :
          {"IndexedLineSet { coord Coordinate { point [ 0 0 0 1 0 0 ] } coordIndex [ 0 1 ] }",
@@ -157,7 +157,7 @@ TEST_F(VrmlPicturePlacementTest, LinesAndPointsShowNoPicture)
     }
 }
 
-TEST_F(VrmlPicturePlacementTest, AGeometryUsedWithAndWithoutAPictureHasCoordinatesWhereItNeedsThem)
+TEST_F(VrmlTexturesPlacementTest, AGeometryUsedWithAndWithoutAPictureHasCoordinatesWhereItNeedsThem)
 {
     ASSERT_TRUE(readScene("DEF a Shape { appearance DEF p Appearance { " + pixelTexture(pixels[2]) +
                           " } geometry DEF g Box { } } DEF b Shape { geometry USE g } DEF c Shape { appearance USE p "
