@@ -158,8 +158,8 @@ void MtlSurfaces::takeMetal(const MtlMaterial& material, MaterialLook& look, osg
     surface.metalness = bounded(material.metalness.value_or(0.0f));
     const MtlMap* roughness = mapIn(material, roughnessMap);
     const MtlMap* metalness = mapIn(material, metalnessMap);
-    const bool areOne = roughness && metalness && liesAs(*roughness, *metalness) && metalness->channel != 'r' &&
-                        metalness->channel != 'g' && reads(*roughness, 'g') && reads(*metalness, 'b');
+    const bool areOne =
+        roughness && metalness && liesAs(*roughness, *metalness) && reads(*roughness, 'g') && reads(*metalness, 'b');
     const bool isRoughnessAlone = roughness && !metalness && surface.metalness == 0 && reads(*roughness, 'g');
     if (!areOne && !isRoughnessAlone) {
         leaveOut(material, roughnessMap);

@@ -226,8 +226,10 @@ TEST_F(PlyReaderTexturesTest, VerticesOfWedgesCountAgainstTheLimits)
 
 TEST_F(PlyReaderTexturesTest, AnIndexOfAFileNeverMeansAVertexOfWedges)
 {
-    EXPECT_FALSE(
-        readText("", "", wedges, 2, QByteArray(fourPoints) + "3 0 1 2 6 0 0 1 0 1 1\n3 0 1 4 6 0.5 0 1 0 1 1\n"));
+    const QByteArray rows = QByteArray(fourPoints) + "3 0 1 2 6 0 0 1 0 1 1\n3 0 1 2 6 0.5 0 1 0 1 1\n";
+    ASSERT_TRUE(readText("", "", wedges, 2, rows));
+    ASSERT_EQ(mesh().positions.size(), 5u);
+    EXPECT_FALSE(readText("", "", wedges, 3, rows + "3 0 1 4 6 0 0 1 0 1 1\n"));
 }
 
 } // namespace

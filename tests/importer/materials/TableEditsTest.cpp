@@ -229,7 +229,8 @@ TEST_F(TableEditsTest, AnExceptionBelowAGroupTakesTheGroupApart)
 TEST_F(TableEditsTest, AGeometryInAGroupTakenApartIsIndependentOfItsOtherPlaces)
 {
     const osg::NodePtr top = group(root(), "top group", "steel");
-    const osg::NodePtr own = add(root(), "own", "steel");
+    const osg::NodePtr own = add(
+        root(), bookmarkscene::part("own", bookmarkscene::box({0, 0, 0}, {1, 1, 1}), osg::materialOf(top->getCore())));
     const osg::NodePtr inGroup = again(top, "in group", own), bolt = add(top, "bolt", "x");
     EXPECT_THAT(put({{K::Occurrence, "own", "A"}, {K::Occurrence, "bolt", "B"}}), ElementsAre(1u, 1u));
     EXPECT_EQ(seen(own), "A");
