@@ -17,10 +17,10 @@ namespace importer
 namespace
 {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("importer::AssetTableRun", text);
-}
+/// Where the texts of this file stand.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(importer::AssetTableRun)
+};
 
 using Materials = std::vector<osg::RefPtr<osg::MaterialPtr>>;
 
@@ -35,7 +35,7 @@ files::Expected<Materials> assetsOf(const materials::AssetTable& table, const QS
         if (!material)
             material = assets.materialByName(folder, asset);
         if (!material)
-            return files::Error{{tr("the folder has no asset \"%1\"").arg(asset), table.file,
+            return files::Error{{Texts::tr("the folder has no asset \"%1\"").arg(asset), table.file,
                                  materials::placeOf(result.size()) + QStringLiteral("/asset")},
                                 files::ErrorCode::NotFound};
         result.emplace_back(material);
@@ -63,14 +63,17 @@ void tell(zn::ImportResult& result)
     QStringList put, idle;
     for (const zn::MaterialRow& row : result.materialRows) {
         if (row.places > 0)
-            put << tr("\"%1\" at %2 places by %3").arg(row.asset).arg(static_cast<qulonglong>(row.places)).arg(row.row);
+            put << Texts::tr("\"%1\" at %2 places by %3")
+                       .arg(row.asset)
+                       .arg(static_cast<qulonglong>(row.places))
+                       .arg(row.row);
         if (!row.hasMatched)
             idle << row.row;
     }
     if (!put.isEmpty())
-        result.messages << tr("%1: material assets: %2").arg(result.file, put.join(QStringLiteral(", ")));
+        result.messages << Texts::tr("%1: material assets: %2").arg(result.file, put.join(QStringLiteral(", ")));
     if (!idle.isEmpty())
-        result.messages << tr("%1: rows of materials.json that match nothing: %2")
+        result.messages << Texts::tr("%1: rows of materials.json that match nothing: %2")
                                .arg(result.file, idle.join(QStringLiteral(", ")));
 }
 
@@ -101,7 +104,7 @@ void applyAssetTable(zn::StandaloneSession& session, zn::ImportResult& result)
         result.materialRows = applied(table.value(), assets.value(), result.node.get());
         tell(result);
     } catch (const std::bad_alloc&) {
-        fail(result, tr("%1: there is not enough memory to put material assets on it").arg(result.file));
+        fail(result, Texts::tr("%1: there is not enough memory to put material assets on it").arg(result.file));
     }
 }
 

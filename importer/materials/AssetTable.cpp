@@ -18,12 +18,12 @@ namespace importer::materials
 namespace
 {
 
-using Json = nlohmann::json;
+/// Where the texts of this file stand.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(importer::materials::AssetTable)
+};
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("importer::AssetTable", text);
-}
+using Json = nlohmann::json;
 
 /// The members of rows, in the order of RowKind.
 constexpr std::array<const char*, rowKinds> kindNames = {"occurrence", "part", "material", "attribute", "color"};
@@ -54,10 +54,10 @@ AssetTable TableReader::read()
 {
     const Json json = parsed();
     if (!json.is_object() || !json.contains(rowsMember) || !json[rowsMember].is_array())
-        fail(tr("a table of materials is an object with a list \"rows\""), QStringLiteral("/"));
+        fail(Texts::tr("a table of materials is an object with a list \"rows\""), QStringLiteral("/"));
     for (const auto& item : json.items())
         if (item.key() != rowsMember)
-            fail(tr("\"%1\" is not known").arg(QString::fromStdString(item.key())), QStringLiteral("/"));
+            fail(Texts::tr("\"%1\" is not known").arg(QString::fromStdString(item.key())), QStringLiteral("/"));
     AssetTable table;
     table.file = m_task.path();
     for (const Json& entry : json[rowsMember])
@@ -74,7 +74,7 @@ Json TableReader::parsed()
     } catch (const Json::parse_error& error) {
         const std::string_view before = text.substr(0, error.byte > 0 ? error.byte - 1 : 0);
         const auto line = 1 + std::count(before.begin(), before.end(), '\n');
-        fail(tr("this is no JSON text"), files::linePlace(static_cast<std::uint64_t>(line)));
+        fail(Texts::tr("this is no JSON text"), files::linePlace(static_cast<std::uint64_t>(line)));
     }
 }
 
@@ -90,7 +90,7 @@ std::string TableReader::color(const std::string& text)
 void TableReader::member(const std::string& name, const Json& value, const QString& place, TableRow& row) const
 {
     if (!value.is_string() || value.get_ref<const std::string&>().empty())
-        fail(tr("this is no text, or an empty one"), place);
+        fail(Texts::tr("this is no text, or an empty one"), place);
     const std::string& text = value.get_ref<const std::string&>();
     if (name == assetMember) {
         row.asset = text;
@@ -98,28 +98,29 @@ void TableReader::member(const std::string& name, const Json& value, const QStri
     }
     const auto* const kind = std::find(kindNames.begin(), kindNames.end(), name);
     if (kind == kindNames.end())
-        fail(tr("\"%1\" is not known").arg(QString::fromStdString(name)), place);
+        fail(Texts::tr("\"%1\" is not known").arg(QString::fromStdString(name)), place);
     if (!row.pattern.empty())
-        fail(tr("a row looks at one thing only"), place);
+        fail(Texts::tr("a row looks at one thing only"), place);
     row.kind = static_cast<RowKind>(kind - kindNames.begin());
     row.pattern = row.kind == RowKind::Color ? color(text) : text;
     if (row.pattern.empty())
-        fail(tr("a colour is written as \"#rrggbb\""), place);
+        fail(Texts::tr("a colour is written as \"#rrggbb\""), place);
     if (row.kind == RowKind::Attribute && text.find('=') == std::string::npos)
-        fail(tr("an attribute is written as \"name=value\""), place);
+        fail(Texts::tr("an attribute is written as \"name=value\""), place);
 }
 
 TableRow TableReader::row(const Json& json, const QString& place) const
 {
     if (!json.is_object())
-        fail(tr("a row is an object"), place);
+        fail(Texts::tr("a row is an object"), place);
     TableRow result;
     for (const auto& item : json.items())
         member(item.key(), item.value(), place + QLatin1Char('/') + QString::fromStdString(item.key()), result);
     if (result.asset.empty())
-        fail(tr("a row needs the name or the uuid of an \"asset\""), place);
+        fail(Texts::tr("a row needs the name or the uuid of an \"asset\""), place);
     if (result.pattern.empty())
-        fail(tr("a row needs one of \"occurrence\", \"part\", \"material\", \"attribute\" and \"color\""), place);
+        fail(Texts::tr("a row needs one of \"occurrence\", \"part\", \"material\", \"attribute\" and \"color\""),
+             place);
     return result;
 }
 
@@ -132,7 +133,8 @@ files::Expected<AssetTable> readAssetTable(const QString& file)
     } catch (const files::Failure& failure) {
         return failure.error();
     } catch (const std::bad_alloc&) {
-        return files::Error{{tr("There is not enough memory for the file."), file, {}}, files::ErrorCode::OutOfMemory};
+        return files::Error{{Texts::tr("There is not enough memory for the file."), file, {}},
+                            files::ErrorCode::OutOfMemory};
     }
 }
 
