@@ -55,6 +55,18 @@ osg::EncodedImagePtr ImageFiles::at(const QString& path, const QString& place)
     return entry->second;
 }
 
+osg::EncodedImagePtr ImageFiles::firstAt(const std::vector<QString>& paths, const QString& place)
+{
+    for (const QString& path : paths) {
+        const QString file = placeOf(path);
+        if (m_task.refusal(references::Use::Bytes, file, m_from) || !QFileInfo(file).isFile())
+            continue;
+        if (osg::EncodedImagePtr image = at(path, place))
+            return image;
+    }
+    return at(paths.front(), place);
+}
+
 osg::EncodedImagePtr ImageFiles::atAddress(const std::string& address, const std::string& mimeType,
                                            const std::string& name, const QString& place)
 {
@@ -64,11 +76,11 @@ osg::EncodedImagePtr ImageFiles::atAddress(const std::string& address, const std
         if (data && data->bytes.size > 0)
             return osg::EncodedImage::share(data->bytes.owner, {data->bytes.owner.get(), data->bytes.size},
                                             mimeType.empty() ? data->mimeType : mimeType, name);
-        m_task.warn(tr("the data of a picture are not in base 64; it was left out"), place);
+        m_task.warnIn(m_from, tr("the data of a picture are not in base 64; it was left out"), place);
         return nullptr;
     }
     if (text.contains(QLatin1String("://"))) {
-        m_task.warn(tr("a picture is not on this computer and was left out: %1").arg(text), place);
+        m_task.warnIn(m_from, tr("a picture is not on this computer and was left out: %1").arg(text), place);
         return nullptr;
     }
     return at(QUrl::fromPercentEncoding(QByteArray::fromStdString(address)), place);

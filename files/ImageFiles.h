@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace files
 {
@@ -33,6 +34,9 @@ public:
     /// ("C:\pictures\oak.png") stands for its file name beside the file, if that exists.
     /// @param place where the file names it, for warnings
     osg::EncodedImagePtr at(const QString& path, const QString& place);
+    /// The picture at the first of `paths`, of which there is one or more, that is there and may be taken. Where there
+    /// is none, the warning names the first.
+    osg::EncodedImagePtr firstAt(const std::vector<QString>& paths, const QString& place);
     /// The picture at `address`, percent-encoded as in glTF: a "data:" address or a relative path.
     osg::EncodedImagePtr atAddress(const std::string& address, const std::string& mimeType, const std::string& name,
                                    const QString& place);

@@ -41,6 +41,14 @@ struct TreeStep {
     SceneCounts after;  ///< what it held when it had ended
 };
 
+/// What a row of the table of material assets has done.
+struct MaterialRow {
+    QString row;             ///< what it looks for, as the table has it: `part "Bolt*"`
+    QString asset;           ///< the name or the uuid of its asset
+    std::size_t places = 0;  ///< of geometries, and choices of switch materials, that bear the asset by this row
+    bool hasMatched = false; ///< something is what it looks for, be it that another row is weightier there
+};
+
 /// What became of one file.
 struct ImportResult {
     QString file;                                               ///< the path that the request names
@@ -54,6 +62,8 @@ struct ImportResult {
     bool cancelled = false;              ///< ended by Importer::cancel()
     /// Nodes that said nothing and were taken out in the end, see the setting scene.fold.
     std::size_t folded = 0;
+    /// Of the table "materials.json" in the folder of material assets; empty where none was put on the tree.
+    std::vector<MaterialRow> materialRows;
     /// What a PLMXML document holds; null for another file, for one that could not be read, and, unless the request
     /// wants it, for one that the loader could read as it stands.
     std::shared_ptr<const DocumentStructure> document;

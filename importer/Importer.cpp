@@ -1,6 +1,7 @@
 #include "importer/Importer.h"
 
 #include "geometry/NormalRepair.h"
+#include "importer/AssetTableRun.h"
 #include "importer/EmptyImport.h"
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
@@ -71,6 +72,7 @@ void Importer::roadEnded()
     m_session.state<kernel::LoadedGeometries>().entries.clear();
     m_session.state<loading::ImportedFile>() = {};
     importer::judgeEmptiness(result, source);
+    importer::applyAssetTable(m_session, result);
     if (result.node) {
         tellIdleSettings(result, source);
         lookAtNormals(result);

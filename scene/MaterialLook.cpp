@@ -83,14 +83,18 @@ void setSurface(const MaterialPtr& material, const PhysicalSurface& surface)
 {
     if (!material)
         return;
-    constexpr FieldMask mask = AttachmentContainer::AttachmentsFieldMask;
-    if (const PhysicalSurfaceAttachmentPtr old = attachmentOf(material))
-        edit(material, mask, [&] { material->subAttachment(old); });
-    if (isImplied(surface, lookOf(material).value_or(SurfaceLook())))
+    const PhysicalSurfaceAttachmentPtr old = attachmentOf(material);
+    const bool needsOne = !isImplied(surface, lookOf(material).value_or(SurfaceLook()));
+    if (!old && !needsOne)
+        return;
+    const EditScope scope(material, AttachmentContainer::AttachmentsFieldMask);
+    if (old)
+        material->subAttachment(old, 0);
+    if (!needsOne)
         return;
     const PhysicalSurfaceAttachmentPtr attachment = PhysicalSurfaceAttachmentBase::create();
     edit(attachment, PhysicalSurfaceAttachmentBase::SurfaceFieldMask, [&] { attachment->setSurface(surface); });
-    edit(material, mask, [&] { material->addAttachment(attachment); });
+    material->addAttachment(attachment);
 }
 
 } // namespace osg

@@ -154,6 +154,29 @@
     </message>
 </context>
 <context>
+    <name>importer::AssetTableRun</name>
+    <message>
+        <source>the folder has no asset &quot;%1&quot;</source>
+        <translation>im Ordner gibt es kein Asset „%1“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; at %2 places by %3</source>
+        <translation>„%1“ an %2 Stellen durch %3</translation>
+    </message>
+    <message>
+        <source>%1: material assets: %2</source>
+        <translation>%1: Material-Assets: %2</translation>
+    </message>
+    <message>
+        <source>%1: rows of materials.json that match nothing: %2</source>
+        <translation>%1: Zeilen von materials.json, zu denen nichts passt: %2</translation>
+    </message>
+    <message>
+        <source>%1: there is not enough memory to put material assets on it</source>
+        <translation>%1: der Speicher reicht nicht, um Material-Assets zuzuweisen</translation>
+    </message>
+</context>
+<context>
     <name>importer::ConvertedRoad</name>
     <message>
         <source>Starting</source>
@@ -506,6 +529,53 @@
     <message>
         <source>%1 gave none</source>
         <translation>%1 hat keine gegeben</translation>
+    </message>
+</context>
+<context>
+    <name>importer::materials::AssetTable</name>
+    <message>
+        <source>There is not enough memory for the file.</source>
+        <translation>Der Speicher reicht für die Datei nicht.</translation>
+    </message>
+    <message>
+        <source>a table of materials is an object with a list &quot;rows&quot;</source>
+        <translation>eine Materialtabelle ist ein Objekt mit einer Liste „rows“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not known</source>
+        <translation>„%1“ ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>this is no JSON text</source>
+        <translation>das ist kein JSON-Text</translation>
+    </message>
+    <message>
+        <source>this is no text, or an empty one</source>
+        <translation>das ist kein Text, oder ein leerer</translation>
+    </message>
+    <message>
+        <source>a row looks at one thing only</source>
+        <translation>eine Zeile fragt nur nach einem</translation>
+    </message>
+    <message>
+        <source>a colour is written as &quot;#rrggbb&quot;</source>
+        <translation>eine Farbe schreibt man als „#rrggbb“</translation>
+    </message>
+    <message>
+        <source>an attribute is written as &quot;name=value&quot;</source>
+        <translation>ein Attribut schreibt man als „Name=Wert“</translation>
+    </message>
+    <message>
+        <source>a row is an object</source>
+        <translation>eine Zeile ist ein Objekt</translation>
+    </message>
+    <message>
+        <source>a row needs the name or the uuid of an &quot;asset&quot;</source>
+        <translation>eine Zeile braucht den Namen oder die uuid eines „asset“</translation>
+    </message>
+    <message>
+        <source>a row needs one of &quot;occurrence&quot;, &quot;part&quot;, &quot;material&quot;, &quot;attribute&quot; and &quot;color&quot;</source>
+        <translation>eine Zeile braucht „occurrence“, „part“, „material“, „attribute“ oder „color“</translation>
     </message>
 </context>
 <context>

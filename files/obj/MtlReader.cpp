@@ -18,19 +18,30 @@ namespace
 /// In the table, and in the tree where it is used.
 constexpr std::uint64_t memoryOfLook = 1024;
 
-/// The values that the statements of one material give.
-struct Values {
-    MaterialLook look;
-    std::optional<float> opacity;
-    std::optional<float> transparency;
-};
+constexpr std::uint64_t memoryOfMap = 512;
 
 /// `d` wins over `Tr`, which some programs write with the meaning of `d`.
-MaterialLook lookOf(const Values& values)
+MtlMaterial finished(MtlMaterial material)
 {
-    MaterialLook look = values.look;
-    look.transparency = values.opacity ? 1.0f - *values.opacity : values.transparency.value_or(0.0f);
-    return look;
+    MaterialLook& look = material.look;
+    look.diffuse = material.diffuse.value_or(look.diffuse);
+    look.emission = material.emission.value_or(look.emission);
+    look.transparency = material.opacity ? 1.0f - *material.opacity : material.transparency.value_or(0.0f);
+    return material;
+}
+
+/// By which a map is known: `map_Bump` and `bump` are one.
+std::string keyOfMap(std::string_view keyword)
+{
+    const std::string key = QString::fromLatin1(keyword.data(), int(keyword.size())).toLower().toStdString();
+    return key == "map_bump" ? "bump" : key;
+}
+
+/// `map_aat` switches the smoothing of edges.
+bool isMap(const std::string& key)
+{
+    static const std::set<std::string> others = {"bump", "norm", "disp", "decal", "refl"};
+    return key.starts_with("map_") ? key != "map_aat" : others.count(key) > 0;
 }
 
 /// Reads one library after the other.
@@ -40,21 +51,23 @@ public:
     explicit MtlReader(ReadTask& task) : m_task(task) {}
 
     void read(const QString& file);
-    MtlLooks take() { return std::move(m_looks); }
+    MtlMaterials take() { return std::move(m_materials); }
 
 private:
-    bool statement(TextLines& lines, Values& values);
+    bool statement(TextLines& lines, MtlMaterial& material);
+    bool number(TextLines& lines, MtlMaterial& material);
+    bool map(TextLines& lines, MtlMaterial& material);
     std::optional<float> takeNumber(TextLines& lines) { return numberOf(lines.takeWord()); }
     template <class Target>
     bool setNumber(TextLines& lines, Target& target);
-    bool setColor(TextLines& lines, osg::Color3f& color);
-    bool setOpacity(TextLines& lines, Values& values);
-    void add(const std::string& name, const Values& values);
+    template <class Target>
+    bool setColor(TextLines& lines, Target& color);
+    bool setOpacity(TextLines& lines, MtlMaterial& material);
+    void add(const std::string& name, const MtlMaterial& material);
 
     ReadTask& m_task;
-    MtlLooks m_looks;
+    MtlMaterials m_materials;
     std::set<QString> m_read;
-    std::uint64_t m_textures = 0;
 };
 
 template <class Target>
@@ -67,44 +80,65 @@ bool MtlReader::setNumber(TextLines& lines, Target& target)
 }
 
 /// One number stands for three.
-bool MtlReader::setColor(TextLines& lines, osg::Color3f& color)
+template <class Target>
+bool MtlReader::setColor(TextLines& lines, Target& color)
 {
     const std::optional<float> red = takeNumber(lines);
     const std::optional<float> green = takeNumber(lines);
     const std::optional<float> blue = takeNumber(lines);
     if (!red || green.has_value() != blue.has_value())
         return false;
-    color = {*red, green.value_or(*red), blue.value_or(*red)};
+    color = osg::Color3f{*red, green.value_or(*red), blue.value_or(*red)};
     return true;
 }
 
 /// `d` may have a word before its number.
-bool MtlReader::setOpacity(TextLines& lines, Values& values)
+bool MtlReader::setOpacity(TextLines& lines, MtlMaterial& material)
 {
-    return lines.rest().starts_with("-halo") ? (lines.takeWord(), setNumber(lines, values.opacity))
-                                             : setNumber(lines, values.opacity);
+    return lines.rest().starts_with("-halo") ? (lines.takeWord(), setNumber(lines, material.opacity))
+                                             : setNumber(lines, material.opacity);
 }
 
 /// False when the values of a statement make no sense.
-bool MtlReader::statement(TextLines& lines, Values& values)
+bool MtlReader::statement(TextLines& lines, MtlMaterial& material)
 {
     const std::string_view keyword = lines.keyword();
     if (keyword == "Ka")
-        return setColor(lines, values.look.ambient);
+        return setColor(lines, material.look.ambient);
     if (keyword == "Kd")
-        return setColor(lines, values.look.diffuse);
+        return setColor(lines, material.diffuse);
     if (keyword == "Ks")
-        return setColor(lines, values.look.specular);
+        return setColor(lines, material.look.specular);
     if (keyword == "Ke")
-        return setColor(lines, values.look.emission);
+        return setColor(lines, material.emission);
+    if (keyword == "Ps")
+        return setColor(lines, material.sheen);
     if (keyword == "Ns")
-        return setNumber(lines, values.look.shininess);
+        return material.hasShininess = setNumber(lines, material.look.shininess);
     if (keyword == "d")
-        return setOpacity(lines, values);
-    if (keyword == "Tr")
-        return setNumber(lines, values.transparency);
-    if (keyword.starts_with("map_"))
-        ++m_textures;
+        return setOpacity(lines, material);
+    return isMap(keyOfMap(keyword)) ? map(lines, material) : number(lines, material);
+}
+
+bool MtlReader::number(TextLines& lines, MtlMaterial& material)
+{
+    static const std::map<std::string_view, std::optional<float> MtlMaterial::*> numbers = {
+        {"Tr", &MtlMaterial::transparency}, {"Pr", &MtlMaterial::roughness},           {"Pm", &MtlMaterial::metalness},
+        {"Pc", &MtlMaterial::clearcoat},    {"Pcr", &MtlMaterial::clearcoatRoughness},
+    };
+    const auto known = numbers.find(lines.keyword());
+    return known == numbers.end() || setNumber(lines, material.*known->second);
+}
+
+bool MtlReader::map(TextLines& lines, MtlMaterial& material)
+{
+    std::optional<MtlMap> map = mapOf(lines.rest());
+    if (!map)
+        return false;
+    m_task.takeMemory(memoryOfMap + lines.rest().size(), linePlace(lines.number()));
+    map->statement = textOf(lines.keyword());
+    map->line = lines.number();
+    material.maps.insert_or_assign(keyOfMap(lines.keyword()), std::move(*map));
     return true;
 }
 
@@ -116,26 +150,28 @@ void MtlReader::read(const QString& file)
     const FileBytes bytes = readFile(m_task, file);
     TextLines lines(bytes.text());
     std::string name;
-    Values values;
-    m_textures = 0;
+    MtlMaterial material;
+    material.library = file;
+    const MtlMaterial none = material;
     while (lines.next()) {
         if (lines.keyword() == "newmtl") {
-            add(name, values);
+            add(name, material);
             name = textOf(lines.rest()).toStdString();
-            values = Values();
-        } else if (!statement(lines, values)) {
-            m_task.warnIn(file, tr("a value of '%1' is no number").arg(textOf(lines.keyword())),
+            material = none;
+        } else if (!statement(lines, material)) {
+            m_task.warnIn(file,
+                          isMap(keyOfMap(lines.keyword()))
+                              ? tr("'%1' has no file name, or an option without its value").arg(textOf(lines.keyword()))
+                              : tr("a value of '%1' is no number").arg(textOf(lines.keyword())),
                           linePlace(lines.number()));
         }
     }
-    add(name, values);
-    if (m_textures > 0)
-        m_task.warnIn(file, tr("%1 textures were left out").arg(m_textures));
+    add(name, material);
 }
 
-void MtlReader::add(const std::string& name, const Values& values)
+void MtlReader::add(const std::string& name, const MtlMaterial& material)
 {
-    if (!name.empty() && m_looks.try_emplace(name, lookOf(values)).second)
+    if (!name.empty() && m_materials.try_emplace(name, finished(material)).second)
         m_task.takeMemory(memoryOfLook + name.size());
 }
 
@@ -181,7 +217,7 @@ void readLibrary(const ObjLibrary& library, const QDir& folder, ReadTask& task, 
 
 } // namespace
 
-MtlLooks readMtl(const std::vector<ObjLibrary>& libraries, ReadTask& task)
+MtlMaterials readMtl(const std::vector<ObjLibrary>& libraries, ReadTask& task)
 {
     const QDir folder = QFileInfo(task.path()).dir();
     MtlReader reader(task);

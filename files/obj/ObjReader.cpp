@@ -2,6 +2,7 @@
 
 #include "files/FileBytes.h"
 #include "files/obj/MtlReader.h"
+#include "files/obj/MtlSurfaces.h"
 #include "files/obj/ObjParsing.h"
 #include "scene/SceneEdits.h"
 
@@ -37,8 +38,9 @@ osg::NodePtr added(const osg::NodePtr& parent, const osg::NodePtr& child)
 class ObjTree
 {
 public:
-    ObjTree(const osg::NodePtr& place, const MtlLooks& looks, const std::vector<osg::Mesh>& meshes, ReadTask& task)
-        : m_place(place), m_looks(looks), m_meshes(meshes), m_task(task)
+    ObjTree(const osg::NodePtr& place, const MtlMaterials& library, const std::vector<osg::Mesh>& meshes,
+            ReadTask& task)
+        : m_place(place), m_library(library), m_surfaces(task), m_meshes(meshes), m_task(task)
     {
     }
 
@@ -54,7 +56,8 @@ private:
     osg::MaterialPtr material(const std::string& name);
 
     osg::NodePtr m_place;
-    const MtlLooks& m_looks;
+    const MtlMaterials& m_library;
+    MtlSurfaces m_surfaces;
     const std::vector<osg::Mesh>& m_meshes;
     ReadTask& m_task;
     std::map<Home, unsigned> m_inGroup;
@@ -71,6 +74,7 @@ void ObjTree::build(const std::vector<ObjSection>& sections)
     }
     for (std::size_t i = 0; i < sections.size(); ++i)
         add(sections[i], m_meshes[i]);
+    m_surfaces.tellWhatIsMissing();
 }
 
 /// True when the one geometry of an object or a group can stand for it.
@@ -127,11 +131,11 @@ osg::MaterialPtr ObjTree::material(const std::string& name)
         return {};
     const auto [entry, isNew] = m_materials.try_emplace(name);
     if (isNew) {
-        const auto look = m_looks.find(name);
-        const bool isKnown = look != m_looks.end();
+        const auto known = m_library.find(name);
+        const bool isKnown = known != m_library.end();
         if (!isKnown)
             m_task.warn(tr("no material library has the material '%1'").arg(QString::fromStdString(name)));
-        entry->second = makeMaterial(name, isKnown ? look->second : MaterialLook());
+        entry->second = makeMaterial(name, isKnown ? m_surfaces.lookOf(known->second) : MaterialLook());
     }
     return entry->second.get();
 }
@@ -141,11 +145,11 @@ osg::MaterialPtr ObjTree::material(const std::string& name)
 osg::NodePtr readObj(ReadTask& task)
 {
     ObjText obj = checkObj(readFile(task, task.path()).text(), task);
-    const MtlLooks looks = readMtl(obj.libraries, task);
+    const MtlMaterials library = readMtl(obj.libraries, task);
     const std::vector<ObjSection> sections = namesOf(obj.sections);
     const std::vector<osg::Mesh> meshes = parseObj(std::move(obj), task);
     FreshTree tree(makeGroup({}));
-    ObjTree(placeForContent(tree.root(), task.options()), looks, meshes, task).build(sections);
+    ObjTree(placeForContent(tree.root(), task.options()), library, meshes, task).build(sections);
     return tree.take();
 }
 

@@ -48,6 +48,7 @@ private:
     void format(std::string_view line);
     void element(std::string_view line);
     void property(std::string_view line);
+    void comment(std::string_view line);
     PlyType takeType(std::string_view& line);
     [[noreturn]] void fail(const QString& message) const
     {
@@ -92,7 +93,9 @@ void HeaderReader::statement(std::string_view line)
         element(line);
     else if (keyword == "property")
         property(line);
-    else if (keyword != "comment" && keyword != "obj_info" && !keyword.empty())
+    else if (keyword == "comment")
+        comment(line);
+    else if (keyword != "obj_info" && !keyword.empty())
         fail(tr("'%1' is not known")
                  .arg(QString::fromUtf8(keyword.data(), int(std::min<std::size_t>(keyword.size(), 40)))));
 }
@@ -142,6 +145,15 @@ void HeaderReader::property(std::string_view line)
     result.type = takeType(line);
     result.name = takeWord(line);
     m_header.elements.back().properties.push_back(std::move(result));
+}
+
+void HeaderReader::comment(std::string_view line)
+{
+    if (takeWord(line) != "TextureFile")
+        return;
+    line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+    if (!line.empty())
+        m_header.textures.push_back(QString::fromUtf8(line.data(), int(line.size())));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "files/ReadTask.h"
 
+#include <QString>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,8 +36,9 @@ enum class PlyFormat { Text, LittleEndian, BigEndian };
 struct PlyHeader {
     PlyFormat format = PlyFormat::Text;
     std::vector<PlyElement> elements;
-    std::size_t size = 0;    ///< of the header in bytes; the data follow
-    std::uint64_t lines = 0; ///< of the header
+    std::vector<QString> textures; ///< of comments "TextureFile NAME", as the file has them
+    std::size_t size = 0;          ///< of the header in bytes; the data follow
+    std::uint64_t lines = 0;       ///< of the header
 };
 
 /// Fails through `task` with the line when `file` does not begin with a sound header.

@@ -5,6 +5,8 @@
 #include "files/vrml/VrmlSweeps.h"
 
 #include <algorithm>
+#include <array>
+#include <limits>
 #include <numeric>
 
 namespace files::vrml
@@ -60,23 +62,69 @@ FaceSet lookOf(const Node& node)
     return set;
 }
 
-osg::Mesh faceSet(const Node& node, const Source& source)
+/// A picture is laid flat upon the two longest sides of the box around the corners, the first of equal ones: its width
+/// is the length of the longest.
+std::vector<osg::Vec2f> coordinatesInBox(std::span<const osg::Vec3f> points, std::span<const std::int32_t> corners)
+{
+    using Sides = std::array<float, 3>;
+    const auto sidesOf = [](const osg::Vec3f& point) { return Sides{point.x, point.y, point.z}; };
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    Sides lowest = {infinity, infinity, infinity}, size = {};
+    for (const std::int32_t corner : corners)
+        if (corner >= 0 && static_cast<std::size_t>(corner) < points.size())
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                lowest[axis] = std::min(lowest[axis], sidesOf(points[std::size_t(corner)])[axis]);
+    for (const std::int32_t corner : corners)
+        if (corner >= 0 && static_cast<std::size_t>(corner) < points.size())
+            for (std::size_t axis = 0; axis < 3; ++axis)
+                size[axis] = std::max(size[axis], sidesOf(points[std::size_t(corner)])[axis] - lowest[axis]);
+    std::array<std::size_t, 3> axes = {0, 1, 2};
+    std::stable_sort(axes.begin(), axes.end(), [&](std::size_t a, std::size_t b) { return size[a] > size[b]; });
+    const float width = size[axes[0]];
+    std::vector<osg::Vec2f> result(points.size());
+    for (std::size_t i = 0; i < points.size() && width > 0; ++i) {
+        const Sides sides = sidesOf(points[i]);
+        result[i] = {(sides[axes[0]] - lowest[axes[0]]) / width, (sides[axes[1]] - lowest[axes[1]]) / width};
+    }
+    return result;
+}
+
+/// A picture is laid over the whole of a grid, whose points have heights over a plane that begins at 0.
+std::vector<osg::Vec2f> coordinatesOnGrid(const std::vector<osg::Vec3f>& points)
+{
+    std::vector<osg::Vec2f> result;
+    const osg::Vec3f last = points.empty() ? osg::Vec3f() : points.back();
+    for (const osg::Vec3f& point : points)
+        result.push_back({last.x > 0 ? point.x / last.x : 0, last.z > 0 ? point.z / last.z : 0});
+    return result;
+}
+
+osg::Mesh faceSet(const Node& node, bool isTextured, const Source& source)
 {
     FaceSet set = lookOf(node);
     set.points = pointsOf(node);
     set.corners = node.ints("coordIndex");
     set.normals.index = node.ints("normalIndex");
     set.colors.index = node.ints("colorIndex");
-    set.texCoords.index = node.ints("texCoordIndex");
+    if (isTextured && !node.node("texCoord")) {
+        source.task().takeMemory(set.points.size() * sizeof(osg::Vec2f), source.place(node.offset));
+        set.texCoords.values = coordinatesInBox(set.points, set.corners);
+    } else {
+        set.texCoords.index = node.ints("texCoordIndex");
+    }
     return makeMesh(std::move(set), source);
 }
 
-osg::Mesh elevationGrid(const Node& node, const Source& source)
+osg::Mesh elevationGrid(const Node& node, bool isTextured, const Source& source)
 {
     const Sweep grid = gridSweep(node, source);
     FaceSet set = lookOf(node);
     set.points = grid.points;
     set.corners = grid.corners;
+    if (isTextured && !node.node("texCoord")) {
+        source.task().takeMemory(set.points.size() * sizeof(osg::Vec2f), source.place(node.offset));
+        set.texCoords.values = coordinatesOnGrid(set.points);
+    }
     return makeMesh(std::move(set), source);
 }
 
@@ -186,21 +234,21 @@ osg::Vec3f vectorOf(std::span<const float> numbers, const osg::Vec3f& otherwise)
     return numbers.size() < 3 ? otherwise : osg::Vec3f{numbers[0], numbers[1], numbers[2]};
 }
 
-osg::Mesh meshOf(const Node& geometry, const Source& source)
+osg::Mesh meshOf(const Node& geometry, bool isTextured, const Source& source)
 {
     switch (geometry.kind()) {
     case NodeKind::IndexedFaceSet:
-        return faceSet(geometry, source);
+        return faceSet(geometry, isTextured, source);
     case NodeKind::IndexedLineSet:
         return lineSet(geometry, source);
     case NodeKind::PointSet:
         return pointSet(geometry, source);
     case NodeKind::ElevationGrid:
-        return elevationGrid(geometry, source);
+        return elevationGrid(geometry, isTextured, source);
     case NodeKind::Extrusion:
         return extrusion(geometry, source);
     default:
-        return primitiveMesh(geometry, source);
+        return primitiveMesh(geometry, isTextured, source);
     }
 }
 

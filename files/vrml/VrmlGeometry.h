@@ -8,7 +8,9 @@ namespace files::vrml
 {
 
 /// The mesh of a node that is a geometry; an empty one for other nodes and where nothing could be made, with a warning.
-osg::Mesh meshOf(const Node& geometry, const Source& source);
+/// @param isTextured whether a picture is laid upon it: then it has the texture coordinates of its kind where the file
+///        gives none, except for an Extrusion
+osg::Mesh meshOf(const Node& geometry, bool isTextured, const Source& source);
 
 /// Vectors of the numbers of a node's field.
 std::vector<osg::Vec3f> vectorsOf(std::span<const float> numbers);

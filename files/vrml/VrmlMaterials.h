@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/vrml/VrmlNodes.h"
+#include "files/vrml/VrmlTextures.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 
 #include <map>
@@ -21,11 +22,13 @@ class Materials
 {
 public:
     /// Named after the Material node, or after the Appearance. The path of a texture becomes the tag "texture=PATH".
-    /// Null where there is no material.
-    osg::MaterialPtr get(const Node* appearance, Painted painted);
+    /// Null where there is no material and no texture.
+    /// @param texture what is seen of the appearance's texture; null for nothing
+    osg::MaterialPtr get(const Node* appearance, const AppearanceTexture* texture, Painted painted);
 
 private:
-    std::map<std::tuple<const Node*, const Node*, Painted>, osg::RefPtr<osg::SimpleMaterialPtr>> m_made;
+    using Key = std::tuple<const Node*, const Node*, const AppearanceTexture*, Painted>;
+    std::map<Key, osg::RefPtr<osg::SimpleMaterialPtr>> m_made;
 };
 
 } // namespace files::vrml

@@ -59,6 +59,9 @@ void addLooks(Types& types)
         "SFFloat ambientIntensity SFColor diffuseColor SFColor emissiveColor SFFloat shininess SFColor specularColor "
         "SFFloat transparency");
     add(types, NodeKind::ImageTexture, "ImageTexture", "MFString url SFBool repeatS SFBool repeatT");
+    add(types, NodeKind::PixelTexture, "PixelTexture", "SFImage image SFBool repeatS SFBool repeatT");
+    add(types, NodeKind::TextureTransform, "TextureTransform",
+        "SFVec2f center SFFloat rotation SFVec2f scale SFVec2f translation");
 }
 
 void addGeometries(Types& types)
@@ -93,7 +96,7 @@ Types makeTypes()
     addGroups(types);
     addLooks(types);
     addGeometries(types);
-    for (const char* name : {"Text", "MovieTexture", "PixelTexture"})
+    for (const char* name : {"Text", "MovieTexture"})
         add(types, NodeKind::LeftOut, name, {});
     for (const char* name : {"AudioClip",
                              "Background",
@@ -115,7 +118,6 @@ Types makeTypes()
                              "Sound",
                              "SphereSensor",
                              "SpotLight",
-                             "TextureTransform",
                              "TimeSensor",
                              "TouchSensor",
                              "VisibilitySensor",

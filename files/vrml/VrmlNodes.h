@@ -40,6 +40,8 @@ enum class NodeKind {
     Appearance,
     Material,
     ImageTexture,
+    PixelTexture,
+    TextureTransform,
     IndexedFaceSet,
     IndexedLineSet,
     PointSet,

@@ -129,25 +129,35 @@ void Tree::addShape(const Node& node, const osg::NodePtr& parent)
     osg::addChild(parent, makeNode(node.name.empty() && geometry ? geometry->name : node.name, core));
 }
 
-const osg::Mesh& Tree::meshFor(const Node& geometry)
+const osg::Mesh& Tree::meshFor(const Node& geometry, bool isTextured)
 {
-    const auto [entry, isNew] = m_meshes.try_emplace(&geometry);
+    const auto [entry, isNew] = m_meshes.try_emplace({&geometry, isTextured});
     if (isNew)
-        entry->second = meshOf(geometry, source());
+        entry->second = meshOf(geometry, isTextured, source());
     return entry->second;
 }
 
+/// Lines and points show no picture.
 osg::NodeCorePtr Tree::makeShape(const Node& node)
 {
     const Node* geometry = node.node("geometry");
     if (!geometry)
         return {};
-    const osg::Mesh& mesh = meshFor(*geometry);
+    const Node* appearance = node.node("appearance");
+    const bool canHavePicture = geometry->kind() != NodeKind::IndexedLineSet && geometry->kind() != NodeKind::PointSet;
+    const AppearanceTexture* texture = canHavePicture ? m_textures.of(appearance, source()) : nullptr;
+    osg::Mesh mesh = meshFor(*geometry, texture);
     if (mesh.positions.empty())
         return {};
+    if (texture && mesh.texCoords.empty()) {
+        source().warn(tr("a picture was left out: the shape says not how it lies"), node.offset);
+        texture = nullptr;
+    }
+    if (texture && texture->hasColors())
+        mesh.colors = {};
     const Painted otherwise = mesh.triangles.empty() ? Painted::AsLines : Painted::ByMaterial;
     const Painted painted = mesh.colors.empty() ? otherwise : Painted::ByColors;
-    return makeGeometry(geometry->name, mesh, m_materials.get(node.node("appearance"), painted));
+    return makeGeometry(geometry->name, std::move(mesh), m_materials.get(appearance, texture, painted));
 }
 
 osg::NodeCorePtr Tree::makeCamera(const Node& node) const

@@ -4,8 +4,10 @@
 #include "files/vrml/VrmlFiles.h"
 #include "files/vrml/VrmlMaterials.h"
 
+#include <map>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 
 namespace files::vrml
 {
@@ -30,16 +32,17 @@ private:
     template <class Make>
     osg::NodeCorePtr coreOf(const Node& node, Make make);
     osg::NodeCorePtr makeShape(const Node& node);
-    const osg::Mesh& meshFor(const Node& geometry);
+    const osg::Mesh& meshFor(const Node& geometry, bool isTextured);
     osg::NodeCorePtr makeCamera(const Node& node) const;
     const Source& source() const { return m_open.back()->source; }
 
     Files& m_files;
     ReadTask& m_task;
+    Textures m_textures;
     Materials m_materials;
     std::vector<const File*> m_open; ///< the file whose nodes are added, and those that took it in
     std::unordered_map<const Node*, osg::RefPtr<osg::NodeCorePtr>> m_cores; ///< null for a shape without a mesh
-    std::unordered_map<const Node*, osg::Mesh> m_meshes;
+    std::map<std::pair<const Node*, bool>, osg::Mesh> m_meshes; ///< by node, and whether a picture is laid upon it
     std::uint64_t m_depth = 0;
     bool m_hasGeometry = false;
 };

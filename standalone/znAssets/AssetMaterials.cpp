@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGExt/AssetAttachment.h"
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
+#include "scene/MaterialLook.h"
 #include "scene/SceneEdits.h"
 #include "standalone/loading/ReferenceCheck.h"
 #include "standalone/session/Session.h"
@@ -117,6 +118,8 @@ osg::MaterialPtr makeAssetMaterial(const AssetLibrary::Entry& entry, QStringList
         material->setEnvironment(makeEnvironment(path, entry.file, complaints));
     }
     osg::endEditCP(material, osg::AllFieldsMask, 1);
+    if (entry.asset.look.surface)
+        osg::setSurface(material, *entry.asset.look.surface);
     return material;
 }
 

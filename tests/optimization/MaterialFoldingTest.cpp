@@ -1,7 +1,9 @@
 #include "optimization/MaterialFolding.h"
 
+#include "scene/MaterialLook.h"
 #include "scene/Tags.h"
 #include "tests/optimization/MaterialTest.h"
+#include "tests/scene/SurfaceDifferences.h"
 
 #include <limits>
 #include <map>
@@ -38,6 +40,12 @@ namespace
 class MaterialFoldingTest : public MaterialTest
 {
 protected:
+    static osg::SimpleMaterialPtr textured(const osg::PhysicalSurface& surface)
+    {
+        const osg::SimpleMaterialPtr material = simple("oak");
+        osg::setSurface(material, surface);
+        return material;
+    }
     static unsigned idOf(const osg::MaterialPtr& material) { return material->getContainerId(); }
 
     MaterialFolding folding;
@@ -54,6 +62,32 @@ TEST_F(MaterialFoldingTest, TheLowestIdStaysWhateverTheOrderOfTheNodes)
     folding.optimizeMaterials(root);
     for (const osg::NodePtr& node : nodes)
         EXPECT_EQ(idOf(materialOf(node)), staying);
+}
+
+TEST_F(MaterialFoldingTest, MaterialsOfEqualSurfacesFold)
+{
+    for (const surfacedifferences::Difference& difference : surfacedifferences::all()) {
+        osg::PhysicalSurface surface = surfacedifferences::surface();
+        difference.make(surface);
+        const osg::NodePtr first = addGeometry(root, textured(surface)), second = addGeometry(root, textured(surface));
+        folding.optimizeMaterials(root);
+        EXPECT_EQ(idOf(materialOf(first)), idOf(materialOf(second))) << difference.what;
+        root->subChild(first);
+        root->subChild(second);
+    }
+}
+
+TEST_F(MaterialFoldingTest, EachSingleDifferenceOfSurfacesKeepsMaterialsApart)
+{
+    const osg::NodePtr plain = addGeometry(root, textured(surfacedifferences::surface()));
+    for (const surfacedifferences::Difference& difference : surfacedifferences::all()) {
+        osg::PhysicalSurface surface = surfacedifferences::surface();
+        difference.make(surface);
+        const osg::NodePtr other = addGeometry(root, textured(surface));
+        folding.optimizeMaterials(root);
+        EXPECT_NE(idOf(materialOf(plain)), idOf(materialOf(other))) << difference.what;
+        root->subChild(other);
+    }
 }
 
 TEST_F(MaterialFoldingTest, TheEntriesOfAFoldedMaterialGoWithItsLastUse)

@@ -53,6 +53,14 @@ QJsonObject jsonOf(const zn::LeftOutContent& content)
     return object;
 }
 
+QJsonObject jsonOf(const zn::MaterialRow& row)
+{
+    return {{QStringLiteral("row"), row.row},
+            {QStringLiteral("asset"), row.asset},
+            {QStringLiteral("places"), static_cast<double>(row.places)},
+            {QStringLiteral("matched"), row.hasMatched}};
+}
+
 template <class T>
 QJsonArray jsonOf(const std::vector<T>& values)
 {
@@ -136,6 +144,8 @@ void Report::add(const zn::ImportResult& result)
             QJsonObject{{QStringLiteral("offPlane"), static_cast<double>(result.wrongNormals->offPlane)},
                         {QStringLiteral("inverted"), static_cast<double>(result.wrongNormals->inverted)},
                         {QStringLiteral("repaired"), result.repairedNormals}};
+    if (!result.materialRows.empty())
+        file[QStringLiteral("materialTable")] = jsonOf(result.materialRows);
     addAttributeCounts(result.node, file);
     if (!result.error.isEmpty())
         file[QStringLiteral("error")] = result.error;

@@ -232,12 +232,13 @@ TEST_F(ObjReaderTest, ALibraryWithTheFoldersOfAnotherMachineIsFoundBesideTheFile
 TEST_F(ObjReaderTest, SeveralLibrariesInOneStatementAreAllRead)
 {
     write(QStringLiteral("a.mtl"), "newmtl a\nKd 0.1 0.2 0.3\n");
-    write(QStringLiteral("b.mtl"), "newmtl b\nKd 0.4\nmap_Kd wood.png\nKs x\n");
+    write(QStringLiteral("b.mtl"), "newmtl b\nKd 0.4\nmap_Ks wood.png\nKs x\n");
     const auto result =
         read(write(QStringLiteral("two.obj"), "mtllib a.mtl b.mtl\nv 0 0 1\nv 1 0 1\nv 0 1 1\no A\nusemtl a\nf 1 2 3\n"
                                               "o B\nusemtl b\nf 3 2 1\n"));
-    EXPECT_THAT(texts(result.warnings), ElementsAre(QStringLiteral("a value of 'Ks' is no number @ line 4"),
-                                                    QStringLiteral("1 textures were left out @ ")));
+    EXPECT_THAT(texts(result.warnings),
+                ElementsAre(QStringLiteral("a value of 'Ks' is no number @ line 4"),
+                            QStringLiteral("1 textures were left out, of the statements map_Ks @ ")));
     EXPECT_EQ(material(node({"A"}))->getDiffuse(), (Color3f{0.1f, 0.2f, 0.3f}));
     EXPECT_EQ(material(node({"B"}))->getDiffuse(), (Color3f{0.4f, 0.4f, 0.4f}));
 }

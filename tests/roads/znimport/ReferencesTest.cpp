@@ -102,6 +102,21 @@ std::string fileNaming(const std::string& format, const std::string& name)
            name + "'/></Part></ProductDef></PLMXML>";
 }
 
+/// A triangle that bears the picture `name`, for OBJ by the library "input.mtl".
+std::string fileWithPicture(std::string_view format, const std::string& name)
+{
+    if (format == "obj")
+        return "mtllib input.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nusemtl red\nf 1/1 2/1 3/1\n";
+    if (format == "wrl")
+        return "#VRML V2.0 utf8\nShape { appearance Appearance { texture ImageTexture { url \"" + name +
+               "\" } } geometry Sphere { } }\n";
+    return "ply\nformat ascii 1.0\ncomment TextureFile " + name +
+           "\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\nproperty float u\nproperty float "
+           "v\n"
+           "element face 1\nproperty list uchar int vertex_indices\nend_header\n"
+           "0 0 0 0 0\n1 0 0 1 0\n0 1 0 0 1\n3 0 1 2\n";
+}
+
 /// What comes of a name.
 enum class End {
     In,      ///< the named file came in
@@ -200,6 +215,24 @@ TEST_F(References, EachWayOutHasItsEndInEachFormat)
                 EXPECT_EQ(endOf(format, ending), expected)
                     << format << ", " << escape.name << ", " << rule << ": " << ending.errors.toStdString();
             }
+}
+
+TEST_F(References, PicturesEndAsBuffersDoInEachFormat)
+{
+    for (const char* folder : {"top/sub/oak.png", "outside/oak.png"})
+        write(folder, "\x89PNG\r\n\x1a\n");
+    fs::create_symlink("../outside/oak.png", path("top/link.png").toStdString());
+    ::mkfifo(path("top/pipe.png").toStdString().c_str(), 0600);
+    for (const char* format : {"obj", "wrl", "ply"})
+        for (const Escape& escape : Escapes) {
+            const std::string name = filled(escape.way, "oak.png", outside());
+            write("top/input.mtl", QByteArray::fromStdString("newmtl red\nmap_Kd " + name + "\n"));
+            write((std::string("top/input.") + format).c_str(),
+                  QByteArray::fromStdString(fileWithPicture(format, name)));
+            const Ending ending = znimport({path((std::string("top/input.") + format).c_str()), text("--tree")});
+            EXPECT_EQ(endOf(format, ending), escape.bytes)
+                << format << ", " << escape.name << ": " << ending.errors.toStdString();
+        }
 }
 
 TEST_F(References, PercentSignsAndLettersOfAnotherCaseAreNoWayOut)
