@@ -1,6 +1,7 @@
 #include "importer/Importer.h"
 
 #include "geometry/NormalRepair.h"
+#include "importer/BoxMapping.h"
 #include "importer/EmptyImport.h"
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
@@ -74,6 +75,7 @@ void Importer::roadEnded()
     if (result.node) {
         tellIdleSettings(result, source);
         lookAtNormals(result);
+        mapBoxes(result);
     }
     if (result.node && m_session.settings().scene.fold)
         result.folded = importer::foldTree(m_session, result.node);
@@ -100,6 +102,15 @@ void Importer::lookAtNormals(ImportResult& result) const
         result.repairedNormals = repairs;
     } catch (const std::bad_alloc&) {
         result.messages << tr("%1: there is not enough memory to look at its normals").arg(result.file);
+    }
+}
+
+void Importer::mapBoxes(ImportResult& result) const
+{
+    try {
+        importer::mapBoxes(result.node, m_session.settings().mesh.uv);
+    } catch (const std::bad_alloc&) {
+        result.messages << tr("%1: there is not enough memory for texture coordinates").arg(result.file);
     }
 }
 
