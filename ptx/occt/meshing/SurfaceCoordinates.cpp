@@ -146,8 +146,8 @@ void SurfaceCoordinates::scale(double u, double v)
     m_map = [u, v](const gp_Pnt2d& at) { return gp_XY(u * at.X(), v * at.Y()); };
 }
 
-/// The point at v is v and the distance of v = 0 away from the tip, and the unrolled angle is u sin(semi-angle). Without
-/// differences of large numbers, for cones that are nearly cylinders.
+/// The point at v is v and the distance of v = 0 away from the tip, and the unrolled angle is u sin(semi-angle).
+/// Without differences of large numbers, for cones that are nearly cylinders.
 void SurfaceCoordinates::unroll(double radius, double semiAngle, double middle)
 {
     const double sine = std::sin(semiAngle);

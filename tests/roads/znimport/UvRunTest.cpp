@@ -2,6 +2,7 @@
 
 #include "files/scenefile/SceneFile.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "scene/MaterialLook.h"
 #include "tests/files/glb/GlbFile.h"
 #include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
@@ -36,28 +37,26 @@ protected:
         return result;
     }
 
-    /// A CAD file of two boxes, of the materials "Brushed" and "Plain".
+    /// A CAD file of two boxes, of the materials "Checkered", which has a texture, and "Plain".
     QString writeBoxes() const
     {
         const osg::ExtReferencePtr core = osg::ExtReferenceBase::create();
         core->setState(2);
         const osg::RefPtr<osg::NodePtr> root(osg::makeNodeFor(core));
-        for (const char* name : {"Brushed", "Plain"})
-            root->addChild(bookmarkscene::part(name, bookmarkscene::box({0, 0, 0}, {10, 20, 30}),
-                                               bookmarkscene::paint(name, {0, 0, 0})));
+        const osg::SimpleMaterialPtr checkered = bookmarkscene::paint("Checkered", {1, 1, 1});
+        const QByteArray picture =
+            QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGP4z8"
+                                   "AAAAMBAQDJ/pLvAAAAAElFTkSuQmCC");
+        osg::PhysicalSurface surface;
+        const auto* bytes = reinterpret_cast<const std::byte*>(picture.constData());
+        surface.textures[osg::TextureSlot::BaseColor].image =
+            osg::EncodedImage::share(std::vector<std::byte>(bytes, bytes + picture.size()), "image/png", "red");
+        osg::setSurface(checkered, surface);
+        for (const auto& material : {checkered, bookmarkscene::paint("Plain", {0, 0, 0})})
+            root->addChild(
+                bookmarkscene::part(osg::getName(material), bookmarkscene::box({0, 0, 0}, {10, 20, 30}), material));
         EXPECT_TRUE(osg::scenefile::writeSceneFile(root, path("made.osb")));
         return writeCad("boxes.stp", path("made.osb"));
-    }
-    /// An asset of the name "Brushed" with a picture.
-    QString writeAssets() const
-    {
-        EXPECT_TRUE(QDir().mkpath(path("assets")));
-        write("assets/brushed.gltf",
-              R"({"asset":{"version":"2.0"},"textures":[{"source":0}],"images":[{"uri":"data:image/png;base64,)"
-              R"(iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGP4z8AAAAMBAQDJ/pLvAAAAAElFTkSuQmCC"}],)"
-              R"("materials":[{"pbrMetallicRoughness":{"baseColorTexture":{"index":0}},)"
-              R"("extras":{"uuid":"u1","name":"Brushed"}}]})");
-        return path("assets");
     }
 };
 
@@ -73,20 +72,26 @@ TEST_F(UvRunTest, CadFilesWithoutTexturesStayAsTheyAre)
     EXPECT_EQ(std::count(have.begin(), have.end(), true), 0);
 }
 
-TEST_F(UvRunTest, BoxesAndSurfacesGiveThemToAll)
+TEST_F(UvRunTest, BoxesGiveThemToAll)
 {
-    for (const char* kind : {"box", "surface"}) {
-        const GlbFile file = plate({text("--uv"), text(kind)});
-        const std::vector<bool> have = haveCoordinates(file);
-        EXPECT_FALSE(have.empty());
-        EXPECT_EQ(std::count(have.begin(), have.end(), false), 0) << kind;
-    }
+    const std::vector<bool> have = haveCoordinates(plate({text("--uv"), text("box")}));
+    EXPECT_FALSE(have.empty());
+    EXPECT_EQ(std::count(have.begin(), have.end(), false), 0);
 }
 
-TEST_F(UvRunTest, AutoGivesThemWhereAnAssetWithAPictureLands)
+TEST_F(UvRunTest, SurfacesGiveThemToExactPartsAlone)
 {
-    const QStringList options = withScriptedChild(
-        {writeBoxes(), text("--material-assets"), writeAssets(), text("--set"), text("scene.fold=off")});
+    const QStringList surface{text("--uv"), text("surface")};
+    const std::vector<bool> exact = haveCoordinates(made(QStringList{text(EXAMPLE_MODELS "/flywheel.step")} + surface));
+    EXPECT_GT(exact.size(), 4u);
+    EXPECT_EQ(std::count(exact.begin(), exact.end(), false), 0);
+    const std::vector<bool> tessellated = haveCoordinates(plate(surface));
+    EXPECT_EQ(std::count(tessellated.begin(), tessellated.end(), true), 0);
+}
+
+TEST_F(UvRunTest, AutoGivesThemWhereATextureLands)
+{
+    const QStringList options = withScriptedChild({writeBoxes()});
     const GlbFile file = made(options);
     ASSERT_EQ(file.json["materials"].size(), 2u);
     EXPECT_TRUE(file.json["materials"][0]["pbrMetallicRoughness"].contains("baseColorTexture"));

@@ -140,24 +140,24 @@ void expectPolesInTheMiddle(const osg::Mesh& mesh, float osg::Vec2f::*coordinate
 
 } // namespace
 
-TEST(FaceCoordinates, PlanesAreTrueToScale)
+TEST(NodeCoordinates, PlanesAreTrueToScale)
 {
     expectTrueToScale(BRepPrimAPI_MakeBox(30, 50, 70).Shape());
 }
 
-TEST(FaceCoordinates, CylindersAreTrueToScale)
+TEST(NodeCoordinates, CylindersAreTrueToScale)
 {
     expectTrueToScale(BRepPrimAPI_MakeCylinder(25, 60).Shape());
 }
 
-TEST(FaceCoordinates, ConesAreTrueToScale)
+TEST(NodeCoordinates, ConesAreTrueToScale)
 {
     expectTrueToScale(BRepPrimAPI_MakeCone(40, 0, 30).Shape());
     expectTrueToScale(BRepPrimAPI_MakeCone(10, 40, 90).Shape());
     expectTrueToScale(BRepPrimAPI_MakeCone(40, 39.9999, 90).Shape());
 }
 
-TEST(FaceCoordinates, SoAreFacesInsideOutAndMirrored)
+TEST(NodeCoordinates, SoAreFacesInsideOutAndMirrored)
 {
     for (const TopoDS_Shape& shape : {BRepPrimAPI_MakeBox(30, 50, 70).Shape(), BRepPrimAPI_MakeCylinder(25, 60).Shape(),
                                       BRepPrimAPI_MakeCone(40, 10, 30).Shape()}) {
@@ -167,14 +167,14 @@ TEST(FaceCoordinates, SoAreFacesInsideOutAndMirrored)
     }
 }
 
-TEST(FaceCoordinates, APlaceThatScalesCounts)
+TEST(NodeCoordinates, APlaceThatScalesCounts)
 {
     gp_Trsf larger;
     larger.SetScaleFactor(3);
     expectTrueToScale(BRepPrimAPI_MakeCylinder(25, 60).Shape().Moved(TopLoc_Location(larger), false));
 }
 
-TEST(FaceCoordinates, AConeIsUnrolledAroundItsTipAndUprightInItsMiddle)
+TEST(NodeCoordinates, AConeIsUnrolledAroundItsTipAndUprightInItsMiddle)
 {
     // 40 mm from the tip to the radius of 20 at v = 0; half of each angle is left when it is unrolled.
     const Handle(Geom_Surface) cone = new Geom_ConicalSurface(gp_Ax3(), pi / 6, 20);
@@ -188,7 +188,7 @@ TEST(FaceCoordinates, AConeIsUnrolledAroundItsTipAndUprightInItsMiddle)
     }
 }
 
-TEST(FaceCoordinates, HalvesOfACylinderGoOnFromEachOther)
+TEST(NodeCoordinates, HalvesOfACylinderGoOnFromEachOther)
 {
     const Handle(Geom_Surface) cylinder = new Geom_CylindricalSurface(gp_Ax3(), 10);
     const osg::Mesh first = meshOf(faceOf(cylinder, 0, pi, 0, 40));
@@ -206,7 +206,7 @@ TEST(FaceCoordinates, HalvesOfACylinderGoOnFromEachOther)
             EXPECT_NEAR(value, pi * 0.01, 1e-6);
 }
 
-TEST(FaceCoordinates, ASphereIsTrueAlongMeridiansAndInTheMeanAround)
+TEST(NodeCoordinates, ASphereIsTrueAlongMeridiansAndInTheMeanAround)
 {
     const osg::Mesh mesh = meshOf(BRepPrimAPI_MakeSphere(50).Shape());
     expectFiniteAndUnmirrored(mesh);
@@ -220,7 +220,7 @@ TEST(FaceCoordinates, ASphereIsTrueAlongMeridiansAndInTheMeanAround)
     EXPECT_NEAR(meanOf(TextureScale::ofAll(mesh), &TextureScale::v), 1000, 20);
 }
 
-TEST(FaceCoordinates, TrianglesAtPolesStandUpright)
+TEST(NodeCoordinates, TrianglesAtPolesStandUpright)
 {
     const TopoDS_Shape sphere = BRepPrimAPI_MakeSphere(50).Shape();
     for (const TopoDS_Shape& shape : {sphere, BRepBuilderAPI_NurbsConvert(sphere).Shape()}) {
@@ -238,7 +238,7 @@ TEST(FaceCoordinates, TrianglesAtPolesStandUpright)
     }
 }
 
-TEST(FaceCoordinates, LinesAlongVMayMeetToo)
+TEST(NodeCoordinates, LinesAlongVMayMeetToo)
 {
     const TopoDS_Shape sphere = BRepBuilderAPI_NurbsConvert(BRepPrimAPI_MakeSphere(50).Shape()).Shape();
     const TopoDS_Face face = TopoDS::Face(TopExp_Explorer(sphere, TopAbs_FACE).Current());
@@ -251,7 +251,7 @@ TEST(FaceCoordinates, LinesAlongVMayMeetToo)
     expectPolesInTheMiddle(mesh, &osg::Vec2f::y);
 }
 
-TEST(FaceCoordinates, ATorusIsTrueAroundTheTubeAndInTheMeanAroundTheAxis)
+TEST(NodeCoordinates, ATorusIsTrueAroundTheTubeAndInTheMeanAroundTheAxis)
 {
     const osg::Mesh mesh = meshOf(BRepPrimAPI_MakeTorus(60, 20).Shape());
     expectFiniteAndUnmirrored(mesh);
@@ -272,7 +272,7 @@ TEST(FaceCoordinates, ATorusIsTrueAroundTheTubeAndInTheMeanAroundTheAxis)
     EXPECT_NEAR(most - least, 2 * pi * (0.06 + 0.02 * 2 / pi), 1e-5);
 }
 
-TEST(FaceCoordinates, SplinesAreMeasuredAlongTheirLines)
+TEST(NodeCoordinates, SplinesAreMeasuredAlongTheirLines)
 {
     const Handle(Geom_BSplineCurve) curve = waveCurve();
     const TopoDS_Shape sheet = BRepPrimAPI_MakePrism(BRepBuilderAPI_MakeEdge(curve).Edge(), gp_Vec(0, 0, 50)).Shape();
@@ -298,7 +298,7 @@ TEST(FaceCoordinates, SplinesAreMeasuredAlongTheirLines)
     }
 }
 
-TEST(FaceCoordinates, ATwistedSplineHasTheMeanOfItsLines)
+TEST(NodeCoordinates, ATwistedSplineHasTheMeanOfItsLines)
 {
     // Twice as long at one end as at the other.
     TColgp_Array2OfPnt poles(1, 2, 1, 2);
@@ -316,7 +316,7 @@ TEST(FaceCoordinates, ATwistedSplineHasTheMeanOfItsLines)
     EXPECT_NEAR(most - least, 0.15, 1e-6);
 }
 
-TEST(FaceCoordinates, OthersStayAsTheyWere)
+TEST(NodeCoordinates, OthersStayAsTheyWere)
 {
     for (const TopoDS_Shape& shape : {BRepPrimAPI_MakeSphere(50).Shape(), BRepPrimAPI_MakeCone(40, 0, 30).Shape()}) {
         const osg::Mesh without = meshOf(shape, Coordinates::None);
@@ -332,7 +332,7 @@ TEST(FaceCoordinates, OthersStayAsTheyWere)
     }
 }
 
-TEST(FaceCoordinates, AMeshWithoutParametersHasNone)
+TEST(NodeCoordinates, AMeshWithoutParametersHasNone)
 {
     const Handle(Poly_Triangulation) triangles = new Poly_Triangulation(3, 1, false);
     triangles->SetNode(1, gp_Pnt(0, 0, 0));
