@@ -1,5 +1,6 @@
 #include "geometry/NormalRepair.h"
 
+#include "geometry/VertexCopies.h"
 #include "scene/GeometryWalk.h"
 #include "scene/SceneEdits.h"
 
@@ -75,18 +76,6 @@ void eachLitTriangle(const osg::Mesh& mesh, Visit visit)
     }
 }
 
-/// `values` and copies of some of them behind.
-template <class T>
-osg::Buffer<T> extended(const osg::Buffer<T>& values, const std::vector<std::uint32_t>& copies)
-{
-    if (values.empty() || copies.empty())
-        return values;
-    std::vector<T> all(values.begin(), values.end());
-    for (const std::uint32_t index : copies)
-        all.push_back(values[index]);
-    return all;
-}
-
 void add(WrongNormals& sum, const WrongNormals& more)
 {
     sum.offPlane += more.offPlane;
@@ -121,11 +110,7 @@ osg::Mesh withRightNormals(const osg::Mesh& mesh)
             }
     });
     osg::Mesh result = mesh;
-    result.positions = extended(mesh.positions, copies);
-    result.texCoords = extended(mesh.texCoords, copies);
-    result.texCoords1 = extended(mesh.texCoords1, copies);
-    result.colors = extended(mesh.colors, copies);
-    result.occlusion = extended(mesh.occlusion, copies);
+    appendVertexCopies(result, copies);
     result.normals = std::move(normals);
     result.triangles = std::move(triangles);
     result.brep = {};

@@ -15,47 +15,49 @@ namespace
 class VertexTransfer
 {
 public:
-    VertexTransfer(const osg::Mesh& from, const osg::Mesh& to)
-        : m_from(from), m_positions(to.positions.begin(), to.positions.end()),
-          m_normals(to.normals.begin(), to.normals.end()), m_texCoords(to.texCoords.begin(), to.texCoords.end())
-    {
-    }
+    VertexTransfer(const osg::Mesh& from, osg::Mesh& to) : m_from(from), m_to(to) {}
 
     osg::Buffer<std::uint32_t> taken(const osg::Buffer<std::uint32_t>& indices)
     {
         std::vector<std::uint32_t> result;
-        for (const std::uint32_t index : indices)
-            result.push_back(taken(index));
+        for (const std::uint32_t index : indices) {
+            const auto next = static_cast<std::uint32_t>(m_to.positions.size() + m_vertices.size());
+            const auto [entry, isNew] = m_numbers.try_emplace(index, next);
+            if (isNew)
+                m_vertices.push_back(index);
+            result.push_back(entry->second);
+        }
         return result;
     }
 
-    void finish(osg::Mesh& mesh)
+    void finish()
     {
-        if (m_numbers.empty())
+        if (m_vertices.empty())
             return;
-        mesh.positions = std::move(m_positions);
-        if (!mesh.normals.empty())
-            mesh.normals = std::move(m_normals);
-        if (!mesh.texCoords.empty())
-            mesh.texCoords = std::move(m_texCoords);
+        append(&osg::Mesh::positions, osg::Vec3f());
+        if (!m_to.normals.empty())
+            append(&osg::Mesh::normals, osg::Vec3f{0, 0, 1});
+        if (!m_to.texCoords.empty())
+            append(&osg::Mesh::texCoords, osg::Vec2f());
+        if (!m_to.texCoords1.empty())
+            append(&osg::Mesh::texCoords1, osg::Vec2f());
     }
 
 private:
-    std::uint32_t taken(std::uint32_t index)
+    /// The values of the vertices that were taken, `otherwise` where they have none.
+    template <class T>
+    void append(osg::Buffer<T> osg::Mesh::*values, const T& otherwise)
     {
-        const auto [entry, isNew] = m_numbers.try_emplace(index, static_cast<std::uint32_t>(m_positions.size()));
-        if (isNew) {
-            m_positions.push_back(m_from.positions[index]);
-            m_normals.push_back(m_from.normals.empty() ? osg::Vec3f{0, 0, 1} : m_from.normals[index]);
-            m_texCoords.push_back(m_from.texCoords.empty() ? osg::Vec2f{0, 0} : m_from.texCoords[index]);
-        }
-        return entry->second;
+        const osg::Buffer<T>& known = m_from.*values;
+        std::vector<T> all((m_to.*values).begin(), (m_to.*values).end());
+        for (const std::uint32_t index : m_vertices)
+            all.push_back(known.empty() ? otherwise : known[index]);
+        m_to.*values = std::move(all);
     }
 
     const osg::Mesh& m_from;
-    std::vector<osg::Vec3f> m_positions;
-    std::vector<osg::Vec3f> m_normals;
-    std::vector<osg::Vec2f> m_texCoords;
+    osg::Mesh& m_to;
+    std::vector<std::uint32_t> m_vertices; ///< in the order in which they follow those of the other mesh
     std::unordered_map<std::uint32_t, std::uint32_t> m_numbers;
 };
 
@@ -69,14 +71,14 @@ osg::Mesh remeshed(const osg::Mesh& old, const osg::Mesh& made)
     result.triangles = made.triangles;
     result.faces = made.faces;
     result.brep = old.brep;
-    if (old.lines.empty() && old.points.empty() && old.texCoords.empty())
+    if (old.lines.empty() && old.points.empty() && old.texCoords.empty() && old.texCoords1.empty())
         return result;
     const osg::Mesh sound = repaired(old).mesh;
     transferTexCoords(sound, result);
     VertexTransfer transfer(sound, result);
     result.lines = transfer.taken(sound.lines);
     result.points = transfer.taken(sound.points);
-    transfer.finish(result);
+    transfer.finish();
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include "geometry/TextureTransfer.h"
 
+#include "geometry/VertexCopies.h"
 #include "geometry/rays/EmbreeHandles.h"
 #include "scene/EigenValues.h"
 
@@ -24,6 +25,19 @@ constexpr float inwards = 1e-3F;
 constexpr float seamStep = 5e-3F;
 
 using Weights = Eigen::Vector3f;
+/// (u, v) of the first set and of the second, 0 for one that there is not.
+using Coordinates = Eigen::Vector4f;
+
+/// Of the vertex `index`.
+Coordinates coordinatesOf(const osg::Mesh& mesh, std::uint32_t index)
+{
+    Coordinates result = Coordinates::Zero();
+    if (!mesh.texCoords.empty())
+        result.head<2>() << mesh.texCoords[index].x, mesh.texCoords[index].y;
+    if (!mesh.texCoords1.empty())
+        result.tail<2>() << mesh.texCoords1[index].x, mesh.texCoords1[index].y;
+    return result;
+}
 
 /// The weights of the corners at the place of a triangle that is closest to `point` (Ericson, Real-Time Collision
 /// Detection, 5.1.5).
@@ -94,14 +108,12 @@ public:
     }
 
     /// At the place of `triangle` that is closest to `point`.
-    Eigen::Vector2f texCoord(std::uint32_t triangle, const Eigen::Vector3f& point) const
+    Coordinates coordinates(std::uint32_t triangle, const Eigen::Vector3f& point) const
     {
         const Weights weights = closestPlace(point, corners(triangle));
-        Eigen::Vector2f result(0, 0);
-        for (int i = 0; i < 3; ++i) {
-            const osg::Vec2f& value = m_mesh.texCoords[m_mesh.triangles[3 * triangle + static_cast<unsigned>(i)]];
-            result += weights[i] * Eigen::Vector2f(value.x, value.y);
-        }
+        Coordinates result = Coordinates::Zero();
+        for (int i = 0; i < 3; ++i)
+            result += weights[i] * coordinatesOf(m_mesh, m_mesh.triangles[3 * triangle + static_cast<unsigned>(i)]);
         return result;
     }
 
@@ -144,56 +156,65 @@ private:
 class TexturedVertices
 {
 public:
-    TexturedVertices(const osg::Mesh& mesh, float tolerance)
-        : m_tolerance(tolerance), m_positions(mesh.positions.begin(), mesh.positions.end()),
-          m_normals(mesh.normals.begin(), mesh.normals.end()), m_texCoords(mesh.positions.size(), osg::Vec2f{0, 0}),
-          m_isUsed(mesh.positions.size(), false), m_next(mesh.positions.size(), 0)
+    TexturedVertices(std::size_t count, const Coordinates& tolerance)
+        : m_count(count), m_tolerance(tolerance), m_values(count, Coordinates::Zero()), m_isUsed(count, false),
+          m_next(count, 0)
     {
     }
 
-    /// The vertex that is `vertex` with this texture coordinate.
-    std::uint32_t taken(std::uint32_t vertex, const Eigen::Vector2f& value)
+    /// The vertex that is `vertex` with these texture coordinates.
+    std::uint32_t taken(std::uint32_t vertex, const Coordinates& value)
     {
-        while (m_isUsed[vertex] && !isNear(m_texCoords[vertex], value)) {
+        while (m_isUsed[vertex] && !isNear(m_values[vertex], value)) {
             if (m_next[vertex] == 0)
                 m_next[vertex] = doubled(vertex);
             vertex = m_next[vertex];
         }
         if (!m_isUsed[vertex])
-            m_texCoords[vertex] = {value.x(), value.y()};
+            m_values[vertex] = value;
         m_isUsed[vertex] = true;
         return vertex;
     }
 
-    void finish(osg::Mesh& mesh)
+    /// Gives `mesh`, which the vertices are those of, the doubled ones, and all of them the sets that `old` has.
+    void finish(const osg::Mesh& old, osg::Mesh& mesh) const
     {
-        mesh.positions = std::move(m_positions);
-        mesh.normals = std::move(m_normals);
-        mesh.texCoords = std::move(m_texCoords);
+        appendVertexCopies(mesh, m_copies);
+        if (!old.texCoords.empty())
+            mesh.texCoords = values(0);
+        if (!old.texCoords1.empty())
+            mesh.texCoords1 = values(2);
     }
 
 private:
-    bool isNear(const osg::Vec2f& a, const Eigen::Vector2f& b) const
+    bool isNear(const Coordinates& a, const Coordinates& b) const
     {
-        return std::abs(a.x - b.x()) <= m_tolerance && std::abs(a.y - b.y()) <= m_tolerance;
+        return ((a - b).cwiseAbs().array() <= m_tolerance.array()).all();
     }
 
     std::uint32_t doubled(std::uint32_t vertex)
     {
-        m_positions.push_back(osg::Vec3f(m_positions[vertex]));
-        if (!m_normals.empty())
-            m_normals.push_back(osg::Vec3f(m_normals[vertex]));
-        m_texCoords.push_back({0, 0});
+        m_copies.push_back(vertex < m_count ? vertex : m_copies[vertex - m_count]);
+        m_values.push_back(Coordinates::Zero());
         m_isUsed.push_back(false);
         m_next.push_back(0);
-        return static_cast<std::uint32_t>(m_positions.size() - 1);
+        return static_cast<std::uint32_t>(m_values.size() - 1);
     }
 
-    float m_tolerance;
-    std::vector<osg::Vec3f> m_positions;
-    std::vector<osg::Vec3f> m_normals;
-    std::vector<osg::Vec2f> m_texCoords;
-    std::vector<bool> m_isUsed;        ///< whether the vertex has its texture coordinate
+    std::vector<osg::Vec2f> values(Eigen::Index first) const
+    {
+        std::vector<osg::Vec2f> result;
+        result.reserve(m_values.size());
+        for (const Coordinates& value : m_values)
+            result.push_back({value[first], value[first + 1]});
+        return result;
+    }
+
+    std::size_t m_count; ///< without copies
+    Coordinates m_tolerance;
+    std::vector<std::uint32_t> m_copies; ///< of which vertices
+    std::vector<Coordinates> m_values;
+    std::vector<bool> m_isUsed;        ///< whether the vertex has its texture coordinates
     std::vector<std::uint32_t> m_next; ///< the same vertex on another side of a seam, 0 if there is none yet
 };
 
@@ -206,16 +227,23 @@ float rangeOf(const osg::Buffer<osg::Vec2f>& values)
     return box.isEmpty() ? 0 : box.sizes().maxCoeff();
 }
 
+/// The largest difference that is none, of each coordinate.
+Coordinates toleranceFor(const osg::Mesh& mesh)
+{
+    const float first = seamStep * rangeOf(mesh.texCoords), second = seamStep * rangeOf(mesh.texCoords1);
+    return {first, first, second, second};
+}
+
 } // namespace
 
 void transferTexCoords(const osg::Mesh& old, osg::Mesh& made)
 {
-    if (old.texCoords.empty() || old.triangles.empty() || made.triangles.empty())
+    if ((old.texCoords.empty() && old.texCoords1.empty()) || old.triangles.empty() || made.triangles.empty())
         return;
     const TexturedSurface surface(old);
     if (!surface.isReady())
         return;
-    TexturedVertices vertices(made, seamStep * rangeOf(old.texCoords));
+    TexturedVertices vertices(made.positions.size(), toleranceFor(old));
     std::vector<std::uint32_t> triangles(made.triangles.begin(), made.triangles.end());
     for (std::size_t first = 0; first + 2 < triangles.size(); first += 3) {
         std::array<Eigen::Vector3f, 3> corners;
@@ -224,12 +252,12 @@ void transferTexCoords(const osg::Mesh& old, osg::Mesh& made)
         const Eigen::Vector3f middle = (corners[0] + corners[1] + corners[2]) / 3;
         for (std::size_t i = 0; i < 3; ++i) {
             const auto closest = surface.closest(corners[i] + inwards * (middle - corners[i]));
-            const Eigen::Vector2f value = closest ? surface.texCoord(*closest, corners[i]) : Eigen::Vector2f(0, 0);
+            const Coordinates value = closest ? surface.coordinates(*closest, corners[i]) : Coordinates::Zero();
             triangles[first + i] = vertices.taken(triangles[first + i], value);
         }
     }
     made.triangles = std::move(triangles);
-    vertices.finish(made);
+    vertices.finish(old, made);
 }
 
 } // namespace geometry

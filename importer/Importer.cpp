@@ -2,6 +2,7 @@
 
 #include "geometry/NormalRepair.h"
 #include "importer/AssetTableRun.h"
+#include "importer/BoxMapping.h"
 #include "importer/EmptyImport.h"
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
@@ -76,6 +77,7 @@ void Importer::roadEnded()
     if (result.node) {
         tellIdleSettings(result, source);
         lookAtNormals(result);
+        mapBoxes(result);
     }
     if (result.node && m_session.settings().scene.fold)
         result.folded = importer::foldTree(m_session, result.node);
@@ -102,6 +104,15 @@ void Importer::lookAtNormals(ImportResult& result) const
         result.repairedNormals = repairs;
     } catch (const std::bad_alloc&) {
         result.messages << tr("%1: there is not enough memory to look at its normals").arg(result.file);
+    }
+}
+
+void Importer::mapBoxes(ImportResult& result) const
+{
+    try {
+        importer::mapBoxes(result.node, m_session.settings().mesh.uv);
+    } catch (const std::bad_alloc&) {
+        result.messages << tr("%1: there is not enough memory for texture coordinates").arg(result.file);
     }
 }
 

@@ -60,6 +60,7 @@ private:
     void roadEnded();
     void tellIdleSettings(ImportResult& result, importer::Source source) const;
     void lookAtNormals(ImportResult& result) const;
+    void mapBoxes(ImportResult& result) const;
 
     zn::StandaloneSession& m_session;
     std::unique_ptr<importer::ImportRoad> m_road;

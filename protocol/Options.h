@@ -15,6 +15,7 @@ inline constexpr char References[] = "--references";            ///< takes parts
 inline constexpr char ReferencesBelow[] = "--references-below"; ///< takes the folder that is meant by below
 inline constexpr char AllowReferences[] = "--allow-references"; ///< takes a folder; may be given several times
 inline constexpr char Sandbox[] = "--sandbox"; ///< takes on, off or require; `ptxtessellate` has it as well
+inline constexpr char Uv[] = "--uv";           ///< takes surface or none
 inline constexpr char HelpSettings[] = "--help-settings";
 inline constexpr char Version[] = "--version";
 inline constexpr char Help[] = "--help";
@@ -63,6 +64,7 @@ inline constexpr char MeshUnit[] = "mesh.unit";
 inline constexpr char MeshLevel[] = "mesh.level";
 inline constexpr char Pmi[] = "convert.pmi";
 inline constexpr char AutomaticViews[] = "convert.automatic-views";
+inline constexpr char SurfaceUv[] = "convert.uv";
 inline constexpr char KeepBrep[] = "keep-brep";
 inline constexpr char ExactMeasures[] = "exact-measures";
 

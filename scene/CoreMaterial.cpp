@@ -32,6 +32,12 @@ MaterialPtr materialOf(const NodeCorePtr& core)
     return drawable ? drawable->getMaterial() : MaterialPtr();
 }
 
+MaterialPtr materialBelow(const NodePtr& node, const MaterialPtr& above)
+{
+    const auto group = above ? MaterialGroupPtr() : fcCast<MaterialGroup>(node->getCore());
+    return group ? group->getMaterial() : above;
+}
+
 bool setMaterial(const NodeCorePtr& core, const MaterialPtr& material)
 {
     return give<MaterialGroup>(fcCast<MaterialGroup>(core), MaterialGroupBase::MaterialFieldMask, material) ||

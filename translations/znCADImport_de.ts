@@ -664,6 +664,10 @@
         <source>%1: there is not enough memory to look at its normals</source>
         <translation>%1: der Speicher reicht nicht, um die Normalen zu prüfen</translation>
     </message>
+    <message>
+        <source>%1: there is not enough memory for texture coordinates</source>
+        <translation>%1: der Speicher reicht nicht für Texturkoordinaten</translation>
+    </message>
 </context>
 <context>
     <name>zn::LeftOutContent</name>

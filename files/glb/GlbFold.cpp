@@ -2,10 +2,10 @@
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Geometry.h"
-#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Names.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "host/znOpenSGUberCamera/UberCamera.h"
+#include "scene/CoreMaterial.h"
 #include "scene/MatrixMath.h"
 #include "scene/Tags.h"
 
@@ -55,12 +55,6 @@ osg::Matrix matrixOf(const osg::NodeCorePtr& core)
     return transform ? transform->getMatrix() : osg::Matrix();
 }
 
-osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr& above)
-{
-    const auto group = above ? osg::MaterialGroupPtr() : osg::fcCast<osg::MaterialGroup>(node->getCore());
-    return group ? group->getMaterial() : above;
-}
-
 bool isAnnotations(const osg::NodePtr& node)
 {
     const std::vector<std::string>& tags = osg::tagsOf(node);
@@ -107,7 +101,8 @@ bool GlbFold::isLink(const Chain& chain, const osg::NodePtr& child) const
 
 GlbFold::Chain GlbFold::chain(const osg::NodePtr& node, const osg::MaterialPtr& above) const
 {
-    Chain chain{node, node, materialBelow(node, above), osg::attributeAttachment(node, osg::AttributeOwner::Occurrence),
+    Chain chain{node, node, osg::materialBelow(node, above),
+                osg::attributeAttachment(node, osg::AttributeOwner::Occurrence),
                 osg::attributeAttachment(node, osg::AttributeOwner::Product)};
     while (m_isOn && osg::fcCast<osg::Group>(chain.last->getCore())) {
         const std::optional<unsigned> only = onlyChild(chain.last);
@@ -115,7 +110,7 @@ GlbFold::Chain GlbFold::chain(const osg::NodePtr& node, const osg::MaterialPtr& 
         if (!child || !isLink(chain, child))
             break;
         chain.last = child;
-        chain.material = materialBelow(child, chain.material);
+        chain.material = osg::materialBelow(child, chain.material);
         if (!chain.occurrence)
             chain.occurrence = osg::attributeAttachment(child, osg::AttributeOwner::Occurrence);
         if (!chain.product)
@@ -179,14 +174,14 @@ GlbFold::Top GlbFold::top(const osg::NodePtr& root, const osg::Matrix& unit) con
         const osg::Matrix own = matrixOf(top.root->getCore());
         if (!own.isIdentity()) {
             if ((top.above * own).isIdentity() && hasShownChild(top.root))
-                top = {{}, {}, materialBelow(top.root, top.material), top.root};
+                top = {{}, {}, osg::materialBelow(top.root, top.material), top.root};
             break;
         }
         const std::optional<unsigned> only = hasAttributes(top.root) ? std::nullopt : onlyChild(top.root);
         const osg::NodePtr child = only ? top.root->getChild(*only) : osg::NodePtr();
         if (!child || !passes(top, child))
             break;
-        top.material = materialBelow(top.root, top.material);
+        top.material = osg::materialBelow(top.root, top.material);
         top.root = child;
     }
     return top;

@@ -15,9 +15,6 @@ namespace files::glb
 /// The matrix of a transform; the identity for all other cores.
 osg::Matrix matrixOf(const osg::NodeCorePtr& core);
 
-/// The material that is seen below `node`: the topmost material group rules all below it.
-osg::MaterialPtr materialBelow(const osg::NodePtr& node, const osg::MaterialPtr& above);
-
 /// Tells an annotation's node, which says so in the file.
 bool isAnnotations(const osg::NodePtr& node);
 

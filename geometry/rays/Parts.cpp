@@ -1,8 +1,8 @@
 #include "geometry/rays/Parts.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/Transform.h"
+#include "scene/CoreMaterial.h"
 #include "scene/Tags.h"
 
 #include <algorithm>
@@ -66,12 +66,11 @@ bool hasTag(const osg::NodePtr& node, std::string_view tag)
     return !tag.empty() && std::find(tags.begin(), tags.end(), tag) != tags.end();
 }
 
-void inheritFrom(const osg::NodeCorePtr& core, Inherited& inherited)
+void inheritFrom(const osg::NodePtr& node, Inherited& inherited)
 {
-    if (const auto transform = osg::fcCast<osg::Transform>(core))
+    if (const auto transform = osg::fcCast<osg::Transform>(node->getCore()))
         inherited.placement = inherited.placement * toAffine(transform->getMatrix());
-    if (const auto group = osg::fcCast<osg::MaterialGroup>(core); group && !inherited.material)
-        inherited.material = group->getMaterial();
+    inherited.material = osg::materialBelow(node, inherited.material);
 }
 
 class Collector
@@ -130,10 +129,9 @@ PartList collectParts(const osg::NodePtr& root, std::size_t maxParts, const Watc
         pending.pop_back();
         if (!step.node->isActive())
             continue;
-        const osg::NodeCorePtr core = step.node->getCore();
-        inheritFrom(core, step.inherited);
+        inheritFrom(step.node, step.inherited);
         step.inherited.isForward = step.inherited.isForward || hasTag(step.node, forward);
-        if (const auto geometry = osg::fcCast<osg::Geometry>(core))
+        if (const auto geometry = osg::fcCast<osg::Geometry>(step.node->getCore()))
             collector.add(geometry, step.inherited);
         list.tooMany = list.parts.size() > maxParts;
         pushChildren(*step.node, step.inherited, pending);

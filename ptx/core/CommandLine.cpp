@@ -94,6 +94,8 @@ private:
             m_line.task = CommandLine::Task::Help;
         else if (name == option::Version)
             m_line.task = CommandLine::Task::Version;
+        else if (name == option::Uv)
+            return takeUv();
         else if (name == option::HelpSettings)
             m_line.task = CommandLine::Task::HelpSettings;
         else if (name == option::Set)
@@ -121,7 +123,11 @@ private:
     {
         if (m_next == m_arguments.size())
             return wrongUse(std::string(option::Set) + " needs name=value");
-        const std::string& assignment = m_arguments[m_next++];
+        return assign(m_arguments[m_next++]);
+    }
+
+    Trouble assign(const std::string& assignment)
+    {
         if (const auto wrong = m_line.settings.assign(assignment))
             return wrongUse(*wrong);
         m_line.assignments.push_back(assignment);
@@ -153,6 +159,14 @@ private:
             return wrongUse(std::string(option::Sandbox) + " needs on, off or require");
         m_line.sandbox = *sandbox;
         return std::nullopt;
+    }
+
+    Trouble takeUv()
+    {
+        const std::string word = m_next == m_arguments.size() ? std::string() : m_arguments[m_next++];
+        if (word != "surface" && word != "none")
+            return wrongUse(std::string(option::Uv) + " needs surface or none");
+        return assign(std::string(protocol::setting::SurfaceUv) + (word == "surface" ? "=1" : "=0"));
     }
 
     Trouble takeJobs()
@@ -262,6 +276,8 @@ const std::vector<OptionRow>& optionTable()
         {option::AllowReferences, "DIR", "read part files below this folder all the same; may be given several times"},
         {option::Sandbox, "WISH",
          "on locks the conversion in as far as the kernel can (without it, too), off does not, require ends without"},
+        {option::Uv, "KIND",
+         "texture coordinates of exact surfaces: surface for their own parameters, a picture for each metre, or none"},
         {option::HelpSettings, nullptr, "list the settings with their ranges and defaults"},
         {option::Version, nullptr, "print the versions of this program and its CAD kernel"},
         {option::Help, nullptr, "print this text"},

@@ -55,6 +55,8 @@ constexpr std::array<SettingRow, static_cast<std::size_t>(Setting::Count)> Rows 
      "coarsest."},
     {setting::Pmi, "0/1", 0, 1, 1, "Read what is drawn beside parts: dimensions, tolerances, notes (STEP)."},
     {setting::AutomaticViews, "0/1", 0, 1, 0, "Keep the saved views that a program made by itself (STEP)."},
+    {setting::SurfaceUv, "0/1", 0, 1, 0,
+     "Give faces of exact surfaces texture coordinates: their own parameters by length, a picture for each metre."},
     {setting::KeepBrep, "0/1", 0, 1, 0,
      "Keep the exact surfaces of each part in the scene file, for a later mesh of them."},
     {setting::ExactMeasures, "0/1", 0, 1, 0,

@@ -34,6 +34,7 @@ enum class Setting : int {
     MeshLevel,
     Pmi,
     AutomaticViews,
+    SurfaceUv,
     KeepBrep,
     ExactMeasures,
     Count

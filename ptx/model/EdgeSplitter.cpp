@@ -28,6 +28,11 @@ osg::Vec3f middle(const osg::Vec3f& a, const osg::Vec3f& b)
     return {(a.x + b.x) * 0.5f, (a.y + b.y) * 0.5f, (a.z + b.z) * 0.5f};
 }
 
+osg::Vec2f middle(const osg::Vec2f& a, const osg::Vec2f& b)
+{
+    return {(a.x + b.x) * 0.5f, (a.y + b.y) * 0.5f};
+}
+
 osg::Vec3f normalized(const osg::Vec3f& v, const osg::Vec3f& otherwise)
 {
     const float length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
@@ -39,7 +44,8 @@ class Splitter
 public:
     Splitter(const osg::Mesh& mesh, float longest)
         : m_positions(mesh.positions.begin(), mesh.positions.end()),
-          m_normals(mesh.normals.begin(), mesh.normals.end()), m_limit(double(longest) * longest)
+          m_normals(mesh.normals.begin(), mesh.normals.end()),
+          m_texCoords(mesh.texCoords.begin(), mesh.texCoords.end()), m_limit(double(longest) * longest)
     {
     }
 
@@ -54,6 +60,7 @@ public:
         auto result = std::make_shared<osg::Mesh>(mesh);
         result->positions = std::move(m_positions);
         result->normals = std::move(m_normals);
+        result->texCoords = std::move(m_texCoords);
         result->triangles = std::move(m_triangles);
         result->faces = std::move(faces);
         return result;
@@ -111,12 +118,15 @@ private:
             m_positions.push_back(middle(m_positions[a], m_positions[b]));
             if (!m_normals.empty())
                 m_normals.push_back(normalized(middle(m_normals[a], m_normals[b]), m_normals[a]));
+            if (!m_texCoords.empty())
+                m_texCoords.push_back(middle(m_texCoords[a], m_texCoords[b]));
         }
         return entry->second;
     }
 
     std::vector<osg::Vec3f> m_positions;
     std::vector<osg::Vec3f> m_normals;
+    std::vector<osg::Vec2f> m_texCoords;
     std::vector<std::uint32_t> m_triangles;
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::uint32_t> m_halves;
     double m_limit;

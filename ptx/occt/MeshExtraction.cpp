@@ -2,7 +2,6 @@
 
 #include "ptx/model/MeshBuilder.h"
 #include "ptx/occt/meshing/BrepBlob.h"
-#include "ptx/occt/meshing/FaceMesh.h"
 
 #include <BRepAdaptor_Curve.hxx>
 #include <BRep_Builder.hxx>
@@ -29,8 +28,9 @@ using occt::meshing::Mark;
 class Extractor
 {
 public:
-    Extractor(const occt::meshing::ShapeBody& body, const occt::meshing::Tolerance& tolerance, bool keepBrep)
-        : m_body(body), m_tolerance(tolerance), m_keepBrep(keepBrep)
+    Extractor(const occt::meshing::ShapeBody& body, const occt::meshing::Tolerance& tolerance,
+              const PieceWishes& wishes)
+        : m_body(body), m_tolerance(tolerance), m_wishes(wishes)
     {
     }
 
@@ -43,7 +43,7 @@ public:
         for (auto& [mark, group] : m_groups) {
             const bool hasMesh = !group.builder.isEmpty();
             addPiece(mark, group.builder);
-            if (hasMesh && m_keepBrep)
+            if (hasMesh && m_wishes.keepBrep)
                 addBrep(group.faces);
         }
         for (auto& [mark, builder] : m_wireBuilders)
@@ -62,10 +62,14 @@ private:
     {
         ++m_result.faces;
         FaceGroup& group = m_groups[markOf(face)];
-        if (!occt::meshing::appendFaceMesh(face, group.builder))
+        if (!occt::meshing::appendFaceMesh(face, group.builder, m_wishes.coordinates)) {
             ++m_result.emptyFaces;
-        else if (m_keepBrep)
+            return;
+        }
+        if (m_wishes.keepBrep)
             group.faces.push_back(face);
+        if (m_wishes.coordinates == occt::meshing::Coordinates::Surface && !occt::meshing::hasParameters(face))
+            ++m_result.facesWithoutParameters;
     }
 
     void addEdge(const TopoDS_Edge& edge)
@@ -119,7 +123,7 @@ private:
 
     const occt::meshing::ShapeBody& m_body;
     const occt::meshing::Tolerance& m_tolerance;
-    bool m_keepBrep;
+    const PieceWishes& m_wishes;
     std::map<Mark, FaceGroup> m_groups;
     std::map<Mark, model::MeshBuilder> m_wireBuilders; // apart: lines have no normals
     PartResult m_result;
@@ -127,9 +131,10 @@ private:
 
 } // namespace
 
-PartResult extract(const occt::meshing::ShapeBody& body, const occt::meshing::Tolerance& tolerance, bool keepBrep)
+PartResult extract(const occt::meshing::ShapeBody& body, const occt::meshing::Tolerance& tolerance,
+                   const PieceWishes& wishes)
 {
-    return Extractor(body, tolerance, keepBrep).extract();
+    return Extractor(body, tolerance, wishes).extract();
 }
 
 } // namespace ptx::occt

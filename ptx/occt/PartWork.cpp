@@ -52,6 +52,13 @@ occt::meshing::Tolerance tessellateWithin(const occt::meshing::ShapeBody& part, 
     return tolerance;
 }
 
+PieceWishes wishesOf(const core::Settings& settings)
+{
+    using occt::meshing::Coordinates;
+    return {settings.isOn(core::Setting::KeepBrep),
+            settings.isOn(core::Setting::SurfaceUv) ? Coordinates::Surface : Coordinates::None};
+}
+
 void splitPieces(PartResult& result, const occt::meshing::ShapeBody& part, const model::Job& job,
                  const PartBudget& budget)
 {
@@ -111,7 +118,7 @@ PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const
     const core::Trouble trouble = guarded("meshing", [&]() -> core::Trouble {
         const occt::meshing::Tolerance tolerance = tessellateWithin(part, job, budget);
         orientByMesh(part, tolerance.deviation);
-        result = extract(part, tolerance, job.settings.isOn(core::Setting::KeepBrep));
+        result = extract(part, tolerance, wishesOf(job.settings));
         splitPieces(result, part, job, budget);
         if (job.settings.isOn(core::Setting::ExactMeasures))
             result.body.measures = exactMeasures(part.shape);
@@ -123,6 +130,10 @@ PartResult meshPart(occt::meshing::ShapeBody& part, const model::Job& job, const
         warn(job, part,
              std::to_string(result.emptyFaces) + " of " + std::to_string(result.faces) +
                  " faces and free edges got no mesh");
+    if (result.facesWithoutParameters > 0)
+        warn(job, part,
+             std::to_string(result.facesWithoutParameters) + " of " + std::to_string(result.faces) +
+                 " faces have no parameters, and there are no texture coordinates beside them");
     return result;
 }
 

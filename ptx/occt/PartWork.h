@@ -15,7 +15,8 @@ class HealingAhead;
 struct PartResult {
     model::Body body;
     std::size_t faces = 0;
-    std::size_t emptyFaces = 0; ///< faces that OCCT found no mesh for
+    std::size_t emptyFaces = 0;             ///< faces that OCCT found no mesh for
+    std::size_t facesWithoutParameters = 0; ///< of those with a mesh, when texture coordinates of surfaces are wanted
     std::size_t triangles = 0;
 };
 

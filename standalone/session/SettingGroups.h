@@ -103,6 +103,8 @@ struct ConvertSettings : SettingGroup {
 
     /// Whether the converter locks itself in.
     enum class Sandbox { On, Off, Require };
+    /// Which texture coordinates exact surfaces get.
+    enum class Uv { None, Surface };
 
     ///@{
     /// What the help says.
@@ -111,6 +113,13 @@ struct ConvertSettings : SettingGroup {
     Setting<bool> automaticViews{
         m_list, "convert.automatic-views", false,
         SettingHelp::tr("Keep the saved views that a program made by itself (STEP): \"* front\" and the like.")};
+    Setting<Uv> uv{
+        m_list,
+        "convert.uv",
+        Uv::None,
+        {QStringLiteral("none"), QStringLiteral("surface")},
+        SettingHelp::tr("Texture coordinates of exact surfaces (STEP, IGES, BREP): with surface their own parameters, "
+                        "by length, so that a picture lies once on each metre.")};
     Setting<Sandbox> sandbox{
         m_list,
         "convert.sandbox",
@@ -127,6 +136,8 @@ struct MeshSettings : SettingGroup {
 
     /// An axis that points up.
     enum class Axis { Y, Z };
+    /// Which meshes without texture coordinates get some.
+    enum class Uv { Auto, Box, None };
 
     ///@{
     /// What the help says.
@@ -146,6 +157,14 @@ struct MeshSettings : SettingGroup {
         SettingHelp::tr(
             "Mend normals that are more than 60 degrees off their triangles, and turn triangles round whose "
             "normals are on their backs. Meshes that change lose their exact surfaces.")};
+    Setting<Uv> uv{
+        m_list,
+        "mesh.uv",
+        Uv::Auto,
+        {QStringLiteral("auto"), QStringLiteral("box"), QStringLiteral("none")},
+        SettingHelp::tr("Which meshes without texture coordinates get those of a box around them: with auto those that "
+                        "a material with a texture comes on, with box all, with none no one. A picture lies once on "
+                        "each metre of the part's own space; of the scene's with optimize.flushTransformations.")};
     Setting<bool> wrlInMetres{
         m_list, "mesh.wrlInMetres", false,
         SettingHelp::tr("Take WRL files by their standard: metres, and Y points up. CAD systems write "

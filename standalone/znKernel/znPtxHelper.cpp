@@ -81,6 +81,8 @@ QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::
         options << zn::kernel::converterOption(setting::Pmi, 0);
     if (settings().convert.automaticViews)
         options << zn::kernel::converterOption(setting::AutomaticViews, 1);
+    if (settings().convert.uv == zn::ConvertSettings::Uv::Surface)
+        options << zn::kernel::converterOption(setting::SurfaceUv, 1);
     if (const int level = settings().mesh.level; level > 0)
         options << zn::kernel::converterOption(setting::MeshLevel, level);
     options << launcher.converterOptions();

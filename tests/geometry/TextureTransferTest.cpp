@@ -123,6 +123,31 @@ TEST(TextureTransfer, NoTriangleSpansTheSeam)
     }
 }
 
+TEST(TextureTransfer, BothSetsComeAlongAndSeamsOfEitherSplit)
+{
+    osg::Mesh old = sheet(onCylinder, 60, 3);
+    std::vector<osg::Vec2f> upwards; // without a seam
+    for (const osg::Vec3f& place : old.positions)
+        upwards.push_back({place.z / 40, 3});
+    old.texCoords1 = upwards;
+    const osg::Mesh made = welded(bare(sheet(onCylinder, 24, 4)));
+    const osg::Mesh both = transferred(old, made);
+    ASSERT_EQ(both.texCoords1.size(), both.positions.size());
+    for (const std::uint32_t i : both.triangles) {
+        EXPECT_NEAR(both.texCoords1[i].x, both.positions[i].z / 40, 1e-5F);
+        EXPECT_NEAR(both.texCoords1[i].y, 3, 1e-5F);
+    }
+    osg::Mesh first = old;
+    first.texCoords1 = {};
+    EXPECT_EQ(both.texCoords, transferred(first, made).texCoords);
+    osg::Mesh second = old;
+    std::swap(second.texCoords, second.texCoords1);
+    second.texCoords = {};
+    const osg::Mesh alone = transferred(second, made);
+    EXPECT_TRUE(alone.texCoords.empty());
+    EXPECT_EQ(alone.texCoords1, both.texCoords) << "its seam splits as that of the first set does";
+}
+
 TEST(TextureTransfer, SidesOfAThinPlateKeepTheirOwnPictures)
 {
     osg::Mesh old = sheet(onPlate, 2, 2);

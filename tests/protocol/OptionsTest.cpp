@@ -35,6 +35,7 @@ TEST(Options, SettingsThatHostsChangeKeepTheirNames)
     EXPECT_STREQ(setting::MeshLevel, "mesh.level");
     EXPECT_STREQ(setting::Pmi, "convert.pmi");
     EXPECT_STREQ(setting::AutomaticViews, "convert.automatic-views");
+    EXPECT_STREQ(setting::SurfaceUv, "convert.uv");
     EXPECT_STREQ(setting::KeepBrep, "keep-brep");
     EXPECT_STREQ(setting::ExactMeasures, "exact-measures");
 }

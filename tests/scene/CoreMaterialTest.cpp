@@ -4,6 +4,7 @@
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/Transform.h"
+#include "host/OSGSystem/TreeFunctions.h"
 #include "scene/EditAudit.h"
 #include "tests/scene/SceneGraphTest.h"
 
@@ -45,6 +46,20 @@ TEST_F(CoreMaterialTest, OtherCoresAndNullHoldNone)
     EXPECT_FALSE(osg::setMaterial(transform.get(), m_paint.get()));
     EXPECT_FALSE(osg::setMaterial(osg::NodeCorePtr(), m_paint.get()));
     EXPECT_EQ(m_paint->getRefCount(), 1u);
+}
+
+TEST_F(CoreMaterialTest, TheTopmostGroupWithAMaterialRulesWhatIsBelow)
+{
+    const osg::RefPtr<osg::NodePtr> group(osg::makeNodeFor(m_group.get()));
+    const osg::RefPtr<osg::NodePtr> geometry(osg::makeNodeFor(m_geometry.get()));
+    const osg::RefPtr<osg::SimpleMaterialPtr> above(osg::SimpleMaterialBase::create());
+    m_geometry->setMaterial(m_paint.get());
+    EXPECT_FALSE(osg::materialBelow(geometry, osg::MaterialPtr()));
+    EXPECT_FALSE(osg::materialBelow(group, osg::MaterialPtr()));
+    m_group->setMaterial(m_paint.get());
+    EXPECT_TRUE(osg::materialBelow(group, osg::MaterialPtr()) == m_paint.get());
+    EXPECT_TRUE(osg::materialBelow(group, above.get()) == above.get());
+    EXPECT_TRUE(osg::materialBelow(geometry, above.get()) == above.get());
 }
 
 TEST_F(CoreMaterialTest, AMaterialIsGivenWithinTheBracketOfItsField)

@@ -22,6 +22,18 @@ std::optional<QString> temporaryFolderComplaint(const QString& folder)
     return QStringLiteral("files.temporaryFolder: %1 is no folder that takes files").arg(folder);
 }
 
+/// Gives a sentence when `kind` is none.
+std::optional<QString> chooseUv(const QString& kind, zn::Settings& settings)
+{
+    const bool isSurface = kind == QLatin1String("surface");
+    if (!isSurface && settings.mesh.uv.setText(kind))
+        return QStringLiteral("--uv wants auto, box, surface or none, not '%1'").arg(kind);
+    if (isSurface)
+        settings.mesh.uv.set(zn::MeshSettings::Uv::Auto);
+    settings.convert.uv.set(isSurface ? zn::ConvertSettings::Uv::Surface : zn::ConvertSettings::Uv::None);
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<QString> applySettings(const CommandLine& line, zn::Settings& settings)
@@ -33,6 +45,8 @@ std::optional<QString> applySettings(const CommandLine& line, zn::Settings& sett
         settings.assets.folder.set(*line.assetFolder);
         settings.scene.applyMaterialAssets.set(true);
     }
+    if (!error && line.uv)
+        error = chooseUv(*line.uv, settings);
     settings.files.referenceFolders.set(line.referenceFolders.join(QDir::listSeparator()));
     for (const auto& [name, value] : line.settings)
         if (!error)

@@ -81,6 +81,8 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
     line.isMaxTextureGiven = parser.isSet(QStringLiteral("max-texture"));
     if (line.isMaxTextureGiven)
         line.settings.emplace_back(QStringLiteral("export.maxTexture"), parser.value(QStringLiteral("max-texture")));
+    if (parser.isSet(QStringLiteral("uv")))
+        line.uv = parser.value(QStringLiteral("uv"));
     line.referenceFolders = parser.values(QStringLiteral("allow-references"));
 }
 
@@ -109,6 +111,7 @@ constexpr const char* batchOptions[] = {"unit",
                                         "hide",
                                         "show",
                                         "material-assets",
+                                        "uv",
                                         "variant",
                                         "prefer",
                                         "set",
@@ -239,6 +242,10 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "material-assets", "FOLDER",
          "Put the assets of this folder on materials of the same name; the same as --set assets.folder=FOLDER --set "
          "scene.applyMaterialAssets=on."},
+        {nullptr, "uv", "KIND",
+         "Texture coordinates to make: auto, those of a box for meshes without any that a material with a texture "
+         "comes on; box, for all without any; surface, those of exact surfaces, and auto for others; none. The same as "
+         "--set mesh.uv=... --set convert.uv=..."},
         {nullptr, "snapshot", "OUT.png", "Draw a picture of the scene into this file."},
         {nullptr, "size", "WIDTHxHEIGHT", "Size of the picture in pixels; 1280x800 without it."},
         {nullptr, "view", "VIEW",

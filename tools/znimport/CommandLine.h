@@ -52,6 +52,7 @@ struct CommandLine {
     QString show;                       ///< what is shown that is hidden at first; empty for nothing
     QString jobs;                       ///< how many conversions run at a time; null when it was not said
     std::optional<QString> assetFolder; ///< of the material assets to apply
+    std::optional<QString> uv;          ///< which texture coordinates are made
     QStringList referenceFolders;       ///< where files may name others, as given
     QString cluster;                    ///< the scheduler that conversions run on; empty to run them here
     int clusterNodes = 0;               ///< 0 leaves it to the scheduler

@@ -1,6 +1,7 @@
 #include "ptx/occt/meshing/FaceMesh.h"
 
 #include "ptx/model/MeshBuilder.h"
+#include "ptx/occt/meshing/NodeCoordinates.h"
 
 #include <BRep_Tool.hxx>
 #include <GeomLProp_SLProps.hxx>
@@ -10,6 +11,8 @@
 #include <TopoDS_Face.hxx>
 #include <gp_Trsf.hxx>
 
+#include <cmath>
+#include <optional>
 #include <vector>
 
 namespace ptx::occt::meshing
@@ -34,7 +37,7 @@ bool isNear(const gp_XYZ& normal, const gp_XYZ& plane)
 class FaceAppender
 {
 public:
-    FaceAppender(const TopoDS_Face& face, const Poly_Triangulation& mesh, const gp_Trsf& place,
+    FaceAppender(const TopoDS_Face& face, const Poly_Triangulation& mesh, const gp_Trsf& place, Coordinates coordinates,
                  model::MeshBuilder& builder)
         : m_mesh(mesh), m_builder(builder), m_place(place),
           m_isReversed((face.Orientation() == TopAbs_REVERSED) != (place.VectorialPart().Determinant() < 0)),
@@ -43,8 +46,11 @@ public:
         TopLoc_Location location;
         const Handle(Geom_Surface)& surface = BRep_Tool::Surface(face, location);
         m_hasSurface = !surface.IsNull() && mesh.HasUVNodes();
-        if (m_hasSurface)
-            m_properties.SetSurface(surface);
+        if (!m_hasSurface)
+            return;
+        m_properties.SetSurface(surface);
+        if (coordinates == Coordinates::Surface)
+            m_coordinates.emplace(surface, mesh, m_isReversed, std::abs(place.ScaleFactor()));
     }
 
     void append()
@@ -53,6 +59,8 @@ public:
         for (int i = 1; i <= m_mesh.NbNodes(); ++i) {
             m_normals.push_back(normalAt(i, sums));
             m_first = std::min(m_first, addVertex(i, m_normals.back().direction));
+            if (m_coordinates)
+                m_builder.addTexCoord(m_coordinates->of(i));
         }
         for (int i = 1; i <= m_mesh.NbTriangles(); ++i)
             appendTriangle(i);
@@ -121,17 +129,31 @@ private:
 
     const NodeNormal& normalOf(int node) const { return m_normals[static_cast<std::size_t>(node) - 1]; }
 
-    // The vertex of a node for this triangle: one of its own where the surface's normal is that of another side.
-    std::uint32_t vertexFor(const Triangle& all, int node)
+    gp_XYZ normalFor(const Triangle& all, int node) const
     {
         const NodeNormal& normal = normalOf(node);
         if (normal.isRegular || isNear(normal.direction, all.normal))
-            return m_first + static_cast<std::uint32_t>(node - 1);
+            return normal.direction;
         gp_XYZ around(0, 0, 0);
         for (const int other : all.nodes)
             if (other != node && normalOf(other).isRegular)
                 around += normalOf(other).direction;
-        return addVertex(node, around.Modulus() > gp::Resolution() ? around : all.normal);
+        return around.Modulus() > gp::Resolution() ? around : all.normal;
+    }
+
+    // The vertex of a corner: one of its own where the surface's normal is that of another side, and at poles of the
+    // texture.
+    std::uint32_t vertexFor(const Triangle& all, int corner)
+    {
+        const int node = all.nodes[corner];
+        const NodeNormal& normal = normalOf(node);
+        const bool isPole = m_coordinates && m_coordinates->isPole(node);
+        if (!isPole && (normal.isRegular || isNear(normal.direction, all.normal)))
+            return m_first + static_cast<std::uint32_t>(node - 1);
+        const std::uint32_t own = addVertex(node, normalFor(all, node));
+        if (m_coordinates)
+            m_builder.addTexCoord(m_coordinates->ofCorner(all.nodes, corner));
+        return own;
     }
 
     void appendTriangle(int index)
@@ -139,7 +161,7 @@ private:
         const Triangle all = triangle(index);
         std::uint32_t corners[3];
         for (int i = 0; i < 3; ++i)
-            corners[i] = vertexFor(all, all.nodes[i]);
+            corners[i] = vertexFor(all, i);
         if (m_isReversed)
             std::swap(corners[1], corners[2]);
         m_builder.addTriangle(corners[0], corners[1], corners[2]);
@@ -152,13 +174,14 @@ private:
     bool m_hasSurface = false;
     bool m_isReversed;
     bool m_isFlipped;
+    std::optional<NodeCoordinates> m_coordinates;
     std::vector<NodeNormal> m_normals; ///< of the nodes, in their order
     std::uint32_t m_first = static_cast<std::uint32_t>(-1);
 };
 
 } // namespace
 
-bool appendFaceMesh(const TopoDS_Face& face, model::MeshBuilder& builder)
+bool appendFaceMesh(const TopoDS_Face& face, model::MeshBuilder& builder, Coordinates coordinates)
 {
     TopLoc_Location location;
     const Handle(Poly_Triangulation)& mesh = BRep_Tool::Triangulation(face, location);
@@ -168,8 +191,15 @@ bool appendFaceMesh(const TopoDS_Face& face, model::MeshBuilder& builder)
     if (!builder.hasRoomFor(static_cast<std::size_t>(mesh->NbNodes()) + 3 * std::size_t(mesh->NbTriangles())))
         return false;
     const gp_Trsf place = location.Transformation();
-    FaceAppender(face, *mesh, place, builder).append();
+    FaceAppender(face, *mesh, place, coordinates, builder).append();
     return true;
+}
+
+bool hasParameters(const TopoDS_Face& face)
+{
+    TopLoc_Location location;
+    const Handle(Poly_Triangulation)& mesh = BRep_Tool::Triangulation(face, location);
+    return !mesh.IsNull() && mesh->HasUVNodes() && !BRep_Tool::Surface(face, location).IsNull();
 }
 
 } // namespace ptx::occt::meshing

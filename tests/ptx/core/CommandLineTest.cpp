@@ -76,6 +76,18 @@ TEST(CommandLine, TakesWhatFilesMayNameAndWhetherTheRunIsLockedIn)
     EXPECT_STREQ(word(Sandbox::Off), "off");
 }
 
+TEST(CommandLine, TextureCoordinatesAreASettingAsWell)
+{
+    const Outcome<CommandLine> line = parseCommandLine({"--uv", "surface", "/a", "/b"});
+    EXPECT_TRUE(line.value().settings.isOn(Setting::SurfaceUv));
+    EXPECT_EQ(line.value().assignments, std::vector<std::string>{"convert.uv=1"}) << "which goes on to many";
+    EXPECT_FALSE(parseCommandLine({"/a", "/b"}).value().settings.isOn(Setting::SurfaceUv));
+    const Outcome<CommandLine> none = parseCommandLine({"--set", "convert.uv=1", "--uv", "none", "/a", "/b"});
+    EXPECT_FALSE(none.value().settings.isOn(Setting::SurfaceUv));
+    EXPECT_EQ(complaint({"--uv", "box", "/a", "/b"}), "--uv needs surface or none");
+    EXPECT_EQ(complaint({"--uv"}), "--uv needs surface or none");
+}
+
 TEST(CommandLine, HelpNeedsNoPaths)
 {
     EXPECT_EQ(parseCommandLine({"--help"}).value().task, CommandLine::Task::Help);

@@ -55,6 +55,22 @@ double area(const osg::Mesh& mesh)
 
 } // namespace
 
+TEST(EdgeSplitter, TextureCoordinatesAreHalvedWithTheirEdges)
+{
+    MeshBuilder builder;
+    for (const osg::Vec2f& place : {osg::Vec2f{0, 0}, osg::Vec2f{8, 0}, osg::Vec2f{0, 8}}) {
+        builder.addVertex({place.x, place.y, 3}, {0, 0, 1});
+        builder.addTexCoord({1 + place.x / 4, place.y / 2});
+    }
+    builder.addTriangle(0, 1, 2);
+    builder.endFace();
+    const auto mesh = splitEdges(*builder.take(), 1.5f);
+    ASSERT_GT(mesh->positions.size(), 20u);
+    ASSERT_EQ(mesh->texCoords.size(), mesh->positions.size());
+    for (std::size_t i = 0; i < mesh->positions.size(); ++i)
+        EXPECT_EQ(mesh->texCoords[i], (osg::Vec2f{1 + mesh->positions[i].x / 4, mesh->positions[i].y / 2}));
+}
+
 TEST(EdgeSplitter, NoEdgeStaysLongerThanAsked)
 {
     const auto mesh = splitEdges(*tent(), 1.5f);

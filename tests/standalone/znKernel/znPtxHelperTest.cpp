@@ -73,6 +73,14 @@ TEST_F(znPtxHelperTest, TheConverterIsToldWhenAutomaticViewsAreWanted)
                            QStringLiteral("--set"), QStringLiteral("convert.automatic-views=0")}));
 }
 
+TEST_F(znPtxHelperTest, TheConverterIsToldWhenTextureCoordinatesOfSurfacesAreWanted)
+{
+    EXPECT_FALSE(command(QStringLiteral("a.stp"), false).first.join(QLatin1Char(' ')).contains(QLatin1String("uv")));
+    set("convert.uv", QStringLiteral("surface"));
+    EXPECT_EQ(command(QStringLiteral("a.stp"), false).first.mid(1, 2),
+              QStringList({QStringLiteral("--set"), QStringLiteral("convert.uv=1")}));
+}
+
 /// Whichever starts last of those that run one at a time has nobody beside it.
 TEST_F(znPtxHelperTest, AConverterBesideOthersIsGivenOneCore)
 {

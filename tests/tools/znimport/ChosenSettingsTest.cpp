@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace
 {
 
@@ -34,6 +36,29 @@ TEST(ChosenSettings, FoldersThatFilesMayNameAreSetTogether)
     EXPECT_EQ(znimport::applySettings(line, settings),
               QStringLiteral("--allow-references wants a folder without a colon in its name, and '/no such folder' is "
                              "none"));
+}
+
+TEST(ChosenSettings, TextureCoordinatesOfBothKindsAreChosenTogether)
+{
+    using Box = zn::MeshSettings::Uv;
+    using Surface = zn::ConvertSettings::Uv;
+    const std::tuple<const char*, Box, Surface> kinds[] = {{"auto", Box::Auto, Surface::None},
+                                                           {"box", Box::Box, Surface::None},
+                                                           {"surface", Box::Auto, Surface::Surface},
+                                                           {"none", Box::None, Surface::None}};
+    zn::Settings settings;
+    EXPECT_EQ(settings.mesh.uv.value(), Box::Auto);
+    EXPECT_EQ(settings.convert.uv.value(), Surface::None);
+    znimport::CommandLine line;
+    for (const auto& [kind, box, surface] : kinds) {
+        line.uv = QString::fromUtf8(kind);
+        EXPECT_EQ(znimport::applySettings(line, settings), std::nullopt);
+        EXPECT_EQ(settings.mesh.uv.value(), box) << kind;
+        EXPECT_EQ(settings.convert.uv.value(), surface) << kind;
+    }
+    line.uv = QStringLiteral("sphere");
+    EXPECT_EQ(znimport::applySettings(line, settings),
+              QStringLiteral("--uv wants auto, box, surface or none, not 'sphere'"));
 }
 
 TEST(ChosenSettings, AnAssignmentWinsOverAnOption)
