@@ -75,7 +75,8 @@ TEST_F(znPtxHelperTest, TheConverterIsToldWhenAutomaticViewsAreWanted)
 
 TEST_F(znPtxHelperTest, TheConverterIsToldWhenTextureCoordinatesOfSurfacesAreWanted)
 {
-    EXPECT_FALSE(command(QStringLiteral("a.stp"), false).first.join(QLatin1Char(' ')).contains(QLatin1String("uv")));
+    EXPECT_FALSE(
+        command(QStringLiteral("a.stp"), false).first.join(QLatin1Char(' ')).contains(QLatin1String("convert.uv")));
     set("convert.uv", QStringLiteral("surface"));
     EXPECT_EQ(command(QStringLiteral("a.stp"), false).first.mid(1, 2),
               QStringList({QStringLiteral("--set"), QStringLiteral("convert.uv=1")}));
