@@ -31,8 +31,9 @@ struct FeatureEdges {
 /// The edges of the triangles of `mesh`. Vertices at the same place are one. With faces (`Mesh::faces`) they are where
 /// triangles of different faces meet, so that what lies within one face, the seam of a cylinder for example, is none;
 /// without, where two triangles turn from each other by more than `creaseAngle` (radians). Where only one triangle is,
-/// or more than two are, there is an edge in any case. What hangs together between the same two faces is one edge. Triangles without
-/// area, and with vertices that are not finite or not there, are passed over. Time grows with the triangles.
+/// or more than two are, there is an edge in any case. What hangs together between the same two faces is one edge.
+/// Triangles without area, and with vertices that are not finite or not there, are passed over. Time grows with the
+/// triangles.
 FeatureEdges featureEdges(const Mesh& mesh, double creaseAngle);
 
 } // namespace osg

@@ -19,8 +19,8 @@ float shininessOfRoughness(float roughness);
 
 /// What a look amounts to without more being known: no metal, both sides seen, blended where it is transparent.
 PhysicalSurface impliedSurface(const SurfaceLook& look);
-/// The physically based surface of a material: that of its attachment, or what its look amounts to. Where the surface is
-/// blended, the transparency of the look is its opacity. That of a default look for what has none.
+/// The physically based surface of a material: that of its attachment, or what its look amounts to. Where the surface
+/// is blended, the transparency of the look is its opacity. That of a default look for what has none.
 PhysicalSurface surfaceOf(const MaterialPtr& material);
 /// Attaches `surface` to a material whose look stands already, unless it is what the look amounts to; an attachment
 /// that was there goes. Within brackets of the fields that change. Null is ignored.

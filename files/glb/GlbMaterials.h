@@ -16,8 +16,8 @@ namespace files::glb
 
 /// The materials of a file, each written once.
 ///
-/// A material is its physically based surface (`osg::surfaceOf`), with the diffuse colour as base colour and with its
-/// emission. What has no more than a look is no metal, its roughness is (2 / (s + 2))^(1/4) of the shininess s, and both
+/// A material is its physically based surface (`osg::surfaceOf`), with the diffuse colour as base colour and its
+/// emission. What has no more than a look is no metal, its roughness is (2 / (s + 2))^(1/4) of the shininess s, both
 /// sides are seen, because the surfaces of CAD data are often turned inside out. A switch material is what it shows.
 /// What has no look is a light grey. A material without a name, or with the code of its colour for one, is named by a
 /// word for its colour and the code; the second of a name gets " 2" behind it.
@@ -27,8 +27,8 @@ public:
     /// The arguments are those of the file.
     GlbMaterials(const WriteOptions& options, const QString& path) : m_textures(options, path) {}
 
-    /// The number of `material`, which may be null, as a mesh shows it that has these sets of texture coordinates (bit 0
-    /// for the first one, bit 1 for the second): a mesh without them is seen without the textures that follow them.
+    /// The number of `material`, which may be null, as a mesh shows it that has these sets of texture coordinates (bit
+    /// 0 for the first one, bit 1 for the second): a mesh without them is seen without the textures that follow them.
     std::size_t number(const osg::MaterialPtr& material, unsigned sets);
     /// The number of the dark material without light that edges have.
     std::size_t edges();

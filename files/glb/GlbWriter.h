@@ -16,8 +16,9 @@
 /// `metresPerUnit` and `upAxis`. A geometry core becomes one mesh however many nodes share it, and arrays that
 /// geometries share are written once. A node draws the geometries below it that have no name or facts of their own. A
 /// mesh is named after its geometry, else after the product; a node that would bear the name of the node above it after
-/// its material too ("bolt · steel"). Materials become metallic-roughness ones, with their
-/// textures; each image is in the file once. Display colours become linear ones, normals unit vectors. Lines and points become primitives of their own modes.
+/// its material too ("bolt · steel"). Materials become metallic-roughness ones, with
+/// their textures; each image is in the file once. Display colours become linear ones, normals unit vectors. Lines and
+/// points become primitives of their own modes.
 ///
 /// Variants that the root carries (`osg::VariantAttachment`) become `KHR_materials_variants`, one variant a set;
 /// `asset.extras.variantSets` tells groups and viewpoints, and `extras.variants` of a node the sets that show
@@ -75,7 +76,8 @@ struct WriteOptions {
     bool scaleIntoVertices = false;
     /// Adds the edges of triangles (`osg::featureEdges`) to each mesh, as dark lines over the same vertices.
     /// `extras.edges` of such a primitive lists them, each as how many segments it has and the two faces between which
-    /// it is, -1 for none; `extras.faces` of the triangles tells how many of them each face has, unless they are reordered.
+    /// it is, -1 for none; `extras.faces` of the triangles tells how many of them each face has, unless they are
+    /// reordered.
     bool edges = false;
     Textures textures = Textures::Embed; ///< where the pictures of materials are
     /// Pixels: pictures with a longer side are made smaller; 0 for none. KTX2 and DDS pictures stay as they are.

@@ -13,8 +13,8 @@
 namespace files::gltf
 {
 
-/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, samplers, skins, animations
-/// and extras are empty.
+/// A glTF document. The model has the structure; its own buffers, cameras, images, textures, samplers, skins,
+/// animations and extras are empty.
 struct GltfDocument {
     tinygltf::Model model;
     std::vector<GltfBuffer> buffers;

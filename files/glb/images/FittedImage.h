@@ -22,8 +22,8 @@ struct FittedImage {
 inline constexpr std::int64_t mostPixels = std::int64_t(1) << 28;
 
 /// `image` as it is if glTF knows its kind (PNG, JPEG, and by extensions WebP, KTX2 and DDS) and neither side is longer
-/// than `mostSide` pixels (0 for any length); else decoded, made smaller and encoded as it was, or as PNG. A KTX2 or DDS
-/// picture stays as it is, for it is not decoded here. The error says why there is no such picture.
+/// than `mostSide` pixels (0 for any length); else decoded, made smaller and encoded as it was, or as PNG. A KTX2 or
+/// DDS picture stays as it is, for it is not decoded here. The error says why there is no such picture.
 files::Expected<FittedImage> fitted(const osg::EncodedImagePtr& image, int mostSide);
 
 } // namespace files::glb::images

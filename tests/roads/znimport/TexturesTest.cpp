@@ -30,7 +30,8 @@ protected:
                             {"buffer": 0, "byteOffset": 36, "byteLength": 24},
                             {"buffer": 0, "byteOffset": 60, "byteLength": 6}],
             "accessors": [
-                {"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3", "min": [0, 0, 0], "max": [1, 1, 0]},
+                {"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3", "min": [0, 0, 0],
+                 "max": [1, 1, 0]},
                 {"bufferView": 1, "componentType": 5126, "count": 3, "type": "VEC2"},
                 {"bufferView": 2, "componentType": 5123, "count": 3, "type": "SCALAR"}]})");
         const qint64 start = binary.size();
