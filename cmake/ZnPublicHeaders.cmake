@@ -23,7 +23,9 @@ set(ZN_STANDALONE_HEADERS
   files/Expected.h
   files/Note.h
   files/OutputFile.h
+  render/Background.h
   render/Snapshot.h
+  render/SnapshotLook.h
   render/SnapshotView.h
   files/scenefile/ReadSceneFile.h
   files/scenefile/SceneFile.h

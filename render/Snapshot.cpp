@@ -2,7 +2,9 @@
 
 #include "files/OutputFile.h"
 #include "geometry/rays/LightColor.h"
+#include "render/StudioSet.h"
 #include "render/TileCrew.h"
+#include "render/studio/HdrFile.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -92,18 +94,23 @@ StrokeRadii strokeRadii(const Camera& camera, const SnapshotOptions& options)
     return {lineRadius * pixelSize, pointRadius * pixelSize};
 }
 
-QImage paint(const RayScene& scene, const Camera& camera, const PartList& list, const SnapshotOptions& options,
-             Watch& watch)
+QImage paint(const RayScene& scene, const Camera& camera, const PartList& list, const StudioSet* studio,
+             const SnapshotOptions& options, Watch& watch)
 {
     const Sky sky(scene, options.ambientSamples);
     const Ground ground(list.bounds);
     const bool hasGround =
         !options.eye && options.view == View::Iso && options.backdrop.contactShadow && options.ambientSamples > 0;
-    const float middle = luminance(backdropLight(options.backdrop, options.height / 2, options.height));
-    const Painter painter(scene, camera, sky, hasGround ? &ground : nullptr, middle);
-    QImage image(options.width, options.height, QImage::Format_RGB32);
+    const BackdropLight backdrop(options.backdrop, {options.width, options.height});
+    std::optional<studio::StudioShading> shading;
+    if (studio)
+        shading.emplace(scene, list, studio->materials, studio->environment);
+    const Painter painter(scene, camera, sky, hasGround ? &ground : nullptr, shading ? &*shading : nullptr,
+                          {options.height, luminance(backdrop.middle())});
+    const bool isClear = options.backdrop.isTransparent;
+    QImage image(options.width, options.height, isClear ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     if (!image.isNull())
-        drawTiles({scene, camera, sky, painter, options}, image, threadsFor(options), watch);
+        drawTiles({scene, camera, sky, painter, backdrop, options}, image, threadsFor(options), watch);
     return image;
 }
 
@@ -115,7 +122,7 @@ SnapshotResult deviceFailure(const RayDevice& device)
     return failed(SnapshotFault::RayTracer, message);
 }
 
-SnapshotResult renderParts(PartList& list, const SnapshotOptions& options, Watch& watch)
+SnapshotResult renderParts(PartList& list, const StudioSet* studio, const SnapshotOptions& options, Watch& watch)
 {
     const Eigen::Vector3d center = list.bounds.center();
     const double scale = moveToStage(list);
@@ -137,10 +144,35 @@ SnapshotResult renderParts(PartList& list, const SnapshotOptions& options, Watch
         return cancelledResult();
     SnapshotResult result;
     result.leftOut = list.leftOut;
-    result.image = paint(scene, camera, list, options, watch);
+    result.image = paint(scene, camera, list, studio, options, watch);
     if (result.image.isNull())
         throw std::bad_alloc();
     return watch.cancelled() ? cancelledResult() : result;
+}
+
+SnapshotResult environmentFailure(const files::Error& error)
+{
+    SnapshotResult result = failed(SnapshotFault::Environment, error.toString());
+    result.error.file = error.file;
+    return result;
+}
+
+QStringList warningsOf(const PartList& list, const StudioSet* studio)
+{
+    QStringList warnings;
+    if (list.leftOut > 0)
+        warnings << QCoreApplication::translate("Snapshot",
+                                                "%n geometries are not drawn: their places have no finite values",
+                                                nullptr, static_cast<int>(list.leftOut));
+    return studio ? warnings + studio->materials.warnings() : warnings;
+}
+
+/// What the studio look takes away.
+SnapshotOptions settled(SnapshotOptions options)
+{
+    if (options.look == SnapshotLook::Studio)
+        options.featureLines = false;
+    return options;
 }
 
 SnapshotResult renderTree(const osg::NodePtr& root, const SnapshotOptions& options)
@@ -155,7 +187,11 @@ SnapshotResult renderTree(const osg::NodePtr& root, const SnapshotOptions& optio
                       text("The scene has more than %1 geometries to draw").arg(qulonglong(options.limits.maxParts)));
     if (list.parts.empty())
         return failed(SnapshotFault::NothingToDraw, whyNothing(root, list));
-    SnapshotResult result = renderParts(list, options, watch);
+    const files::Expected<std::unique_ptr<StudioSet>> studio = studioSetFor(list, options, threadsFor(options));
+    if (!studio)
+        return environmentFailure(studio.error());
+    SnapshotResult result = renderParts(list, studio->get(), options, watch);
+    result.warnings = warningsOf(list, studio->get());
     if (!result.error)
         watch.report(1);
     return result;
@@ -189,18 +225,28 @@ SnapshotResult renderSnapshot(const osg::NodePtr& root, const SnapshotOptions& o
         return result;
     }
     try {
-        return renderTree(root, options);
+        return renderTree(root, settled(options));
     } catch (const std::bad_alloc&) {
         return failed(SnapshotFault::OutOfMemory, text("There is not enough memory for the picture"));
     }
 }
 
-SnapshotError writeSnapshot(const osg::NodePtr& root, const QString& path, const SnapshotOptions& options)
+std::optional<QString> environmentComplaint(const QString& file)
+{
+    const auto read = studio::readHdrFile(file, SnapshotLimits().maxEnvironmentPixels);
+    return read ? std::nullopt : std::optional(read.error().toString());
+}
+
+SnapshotError writeSnapshot(const osg::NodePtr& root, const QString& path, const SnapshotOptions& options,
+                            QStringList* warnings)
 {
     SnapshotResult result = renderSnapshot(root, options);
+    if (warnings)
+        *warnings = result.warnings;
     if (!result.error)
         return writePng(result.image, path);
-    result.error.file = path;
+    if (result.error.file.isEmpty())
+        result.error.file = path;
     return result.error;
 }
 

@@ -25,11 +25,11 @@ struct Offset {
     int x, y;
 };
 
-QRgb toPixel(const Eigen::Vector3f& light)
+QRgb toPixel(const Eigen::Vector3f& light, float alpha = 1)
 {
     const Eigen::Vector3f display =
         light.unaryExpr([](float c) { return std::min(osg::displayFromLinear(c), 1.0f) * 255 + 0.5f; });
-    return qRgb(int(display.x()), int(display.y()), int(display.z()));
+    return qRgba(int(display.x()), int(display.y()), int(display.z()), int(alpha * 255 + 0.5f));
 }
 
 /// From 1 for equal normals quickly down to 0 for perpendicular ones: the power of 8 of their cosine.
@@ -46,15 +46,6 @@ int wrapped(int value)
 
 } // namespace
 
-Eigen::Vector3f backdropLight(const Backdrop& backdrop, int row, int height)
-{
-    const float down = (float(row) + 0.5f) / float(height);
-    const osg::Color3f& a = backdrop.top;
-    const osg::Color3f& b = backdrop.bottom;
-    return toLight(osg::Color3f{a.red + (b.red - a.red) * down, a.green + (b.green - a.green) * down,
-                                a.blue + (b.blue - a.blue) * down});
-}
-
 Tile::Tile(const PictureScene& scene, const QRect& area)
     : m_scene(scene), m_area(area), m_width(area.width() + 2 * apron), m_height(area.height() + 2 * apron),
       m_samples(scene.options.samples), m_columns(m_width * m_samples),
@@ -70,7 +61,7 @@ void Tile::draw(const Canvas& canvas, const Watch& watch)
     for (int y = apron; y < m_height - apron && !watch.cancelled(); ++y) {
         QRgb* line = canvas.line(m_area.y() + y - apron) + m_area.x();
         for (int x = apron; x < m_width - apron; ++x)
-            line[x - apron] = toPixel(lightOf(x, y));
+            line[x - apron] = colorOf(x, y);
     }
 }
 
@@ -177,7 +168,7 @@ void Tile::addSample(int x, int y, const Sample& sample)
     const int skyCount = (m_scene.sky.raysPerPixel() + sample.count - 1) / sample.count;
     const SkyRays skyRays = {wrapped(pictureY) * Sky::patternSide + wrapped(pictureX), sample.index * skyCount,
                              skyCount};
-    const Eigen::Vector3f backdrop = backdropLight(m_scene.options.backdrop, pictureY, m_scene.options.height);
+    const Eigen::Vector3f backdrop = m_scene.backdrop.at(pictureX, pictureY);
     const Sight sight = m_scene.painter.see(rayOf(sample.column, sample.row),
                                             m_hits[sampleIndex(sample.column, sample.row)], backdrop, skyRays);
     Pixel& sum = m_pixels[pixelIndex(x, y)];
@@ -188,14 +179,22 @@ void Tile::addSample(int x, int y, const Sample& sample)
     sum.light += sight.light * (1 / float(sample.count));
     sum.openness += sight.openness;
     sum.weight += sight.weight;
+    sum.clear += sight.clear / float(sample.count);
+    sum.clearAmbient += sight.clearAmbient / float(sample.count);
 }
 
-Eigen::Vector3f Tile::lightOf(int x, int y) const
+QRgb Tile::colorOf(int x, int y) const
 {
-    const Light& light = pixel(x, y).light;
-    const Eigen::Vector3f sum = light.fixed + light.ambient * evenOpenness(x, y);
+    const Pixel& here = pixel(x, y);
+    const Light& light = here.light;
+    const float openness = evenOpenness(x, y);
+    const Eigen::Vector3f sum = light.fixed + light.ambient * openness;
     const float line = m_scene.options.featureLines ? lineCover(x, y) : 0;
-    return sum * (1 - line) + lineLight * line;
+    const Eigen::Vector3f all = sum * (1 - line) + lineLight * line;
+    if (!m_scene.options.backdrop.isTransparent)
+        return toPixel(all);
+    const float alpha = std::clamp(1 - (here.clear + here.clearAmbient * openness) * (1 - line), 0.0f, 1.0f);
+    return alpha > 0 ? toPixel(all / alpha, alpha) : 0;
 }
 
 float Tile::evenOpenness(int x, int y) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geometry/rays/Watch.h"
+#include "render/BackdropLight.h"
 #include "render/FeatureLines.h"
 #include "render/Rays.h"
 #include "render/Snapshot.h"
@@ -21,6 +22,7 @@ struct PictureScene {
     const Camera& camera;
     const Sky& sky;
     const Painter& painter;
+    const BackdropLight& backdrop;
     const SnapshotOptions& options;
 };
 
@@ -31,9 +33,6 @@ struct Canvas {
 
     QRgb* line(int y) const { return reinterpret_cast<QRgb*>(pixels + y * bytesPerLine); }
 };
-
-/// The light of the background in a row of a picture.
-Eigen::Vector3f backdropLight(const Backdrop& backdrop, int row, int height);
 
 /// A rectangle of a picture.
 ///
@@ -60,6 +59,7 @@ private:
         Light light;          ///< the mean
         float openness = 0;   ///< a sum, each with its weight
         float weight = 0;
+        float clear = 0, clearAmbient = 0; ///< the mean of what counts of the background
         Eigen::Vector3f position = {0, 0, 0};
         Eigen::Vector3f normal = {0, 0, 0};
     };
@@ -82,7 +82,7 @@ private:
     void addSample(int x, int y, const Sample& sample);
     Ray rayOf(int column, int row) const;
     int probeColumn(int i) const;
-    Eigen::Vector3f lightOf(int x, int y) const;
+    QRgb colorOf(int x, int y) const;
     float evenOpenness(int x, int y) const;
     float lineCover(int x, int y) const;
     float strongestLine(int column, int row) const;

@@ -3,6 +3,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Transform.h"
 #include "scene/CoreMaterial.h"
+#include "scene/SubMaterials.h"
 #include "scene/Tags.h"
 
 #include <algorithm>
@@ -89,8 +90,9 @@ public:
             return;
         }
         m_list.bounds.extend(box);
-        const osg::MaterialPtr material = inherited.material ? inherited.material : geometry->getMaterial();
-        m_list.parts.push_back({shape, lookOf(material), inherited.placement, inherited.isForward});
+        const osg::MaterialPtr material =
+            osg::shownMaterial(inherited.material ? inherited.material : geometry->getMaterial());
+        m_list.parts.push_back({shape, lookOf(material), material, inherited.placement, inherited.isForward});
     }
 
     PartList& list() { return m_list; }

@@ -28,6 +28,7 @@ struct Shape {
 struct Part {
     std::uint32_t shape = 0; ///< index into the shapes
     Look look;
+    osg::MaterialPtr material; ///< that the look is of: what a switch material shows; null for none
     Eigen::Affine3d placement; ///< out of the coordinates of the mesh; finite
     bool isForward = false;    ///< it is seen before the parts that are not, wherever it is
 };

@@ -132,7 +132,10 @@ RayScene::RayScene(const RayDevice& device, const PartList& list, const Eigen::V
     for (std::size_t i = 0; i < list.parts.size() && !watch.cancelled() && !device.hasFailed(); ++i) {
         const Part& part = list.parts[i];
         const Eigen::Translation3d nudge(towardsEye.cast<double>() * (nudgeStep * double(i % nudges)));
+        const std::size_t first = m_placed.size();
         add(part, list.shapes[part.shape], nudge * invertible(part.placement), radii);
+        for (std::size_t placed = first; placed < m_placed.size(); ++placed)
+            m_placed[placed].part = static_cast<std::uint32_t>(i);
         if (i % partsAReport == 0)
             watch.report(0.2 * double(i) / double(list.parts.size()));
     }

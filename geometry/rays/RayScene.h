@@ -14,6 +14,7 @@ namespace geometry::rays
 
 /// One use of a surface or of strokes on the stage; the other of the two is null.
 struct Placed {
+    std::uint32_t part = 0; ///< which of the parts it is a use of
     const Surface* surface = nullptr;
     const Strokes* strokes = nullptr;
     Look look;

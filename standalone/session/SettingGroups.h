@@ -339,6 +339,24 @@ struct ExportSettings : SettingGroup {
     ///@}
 };
 
+/// How pictures are drawn.
+struct PictureSettings : SettingGroup {
+    /// As `render::SnapshotLook`.
+    enum class Look { Plain, Studio };
+
+    using SettingGroup::SettingGroup;
+
+    ///@{
+    /// What the help says.
+    Setting<Look> look{m_list,
+                       "picture.look",
+                       Look::Plain,
+                       {QStringLiteral("plain"), QStringLiteral("studio")},
+                       SettingHelp::tr("How pictures show surfaces: plain with their diffuse colors and lines at creases, "
+                                       "studio with metalness, roughness and textures in the light of a studio.")};
+    ///@}
+};
+
 /// How exact surfaces are meshed anew.
 struct TessellationSettings : SettingGroup {
     using SettingGroup::SettingGroup;

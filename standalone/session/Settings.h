@@ -41,6 +41,7 @@ public:
     OptimizeSettings optimize{m_all};
     ///@}
     ExportSettings exports{m_all}; ///< those whose names begin with "export"
+    PictureSettings pictures{m_all}; ///< those whose names begin with "picture"
     ///@{
     /// The settings whose names begin with this word.
     TessellationSettings tessellation{m_all};

@@ -51,6 +51,9 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.snapshotSize = valueOr(parser, "size", "1280x800");
     line.snapshotView = valueOr(parser, "view", "iso");
     line.isViewGiven = parser.isSet(QStringLiteral("view"));
+    line.look = parser.value(QStringLiteral("look"));
+    line.environmentFile = parser.value(QStringLiteral("environment"));
+    line.background = parser.value(QStringLiteral("background"));
     line.variantFilesFolder = parser.value(QStringLiteral("variant-files"));
     line.areAnnotationsInFront = parser.isSet(QStringLiteral("pmi-in-front"));
     line.variantFolder = parser.value(QStringLiteral("snapshot-variants"));
@@ -252,6 +255,15 @@ const std::vector<OptionRow>& optionTable()
          "Where the picture looks from: iso, front, back, left, right, top or bottom, or saved:NAME for the view of "
          "the "
          "variant set of that name; iso without it."},
+        {nullptr, "look", "LOOK",
+         "How pictures show surfaces: plain, or studio, with metalness, roughness and textures; the same as --set "
+         "picture.look=LOOK."},
+        {nullptr, "environment", "FILE.hdr",
+         "Radiance picture of the light all around, for pictures with --look studio; a studio without colours is "
+         "around without it."},
+        {nullptr, "background", "BACKGROUND",
+         "What stands behind the scene in pictures: a color (#rrggbb or a name), transparent, or the file of a picture; "
+         "a soft grey without it."},
         {nullptr, "pmi-in-front", nullptr,
          "Draw annotations before all parts, also those that are behind some; without it where a saved view says so."},
         {nullptr, "variants", nullptr, "Print the variant sets with their groups and viewpoints."},

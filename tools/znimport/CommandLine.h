@@ -31,6 +31,9 @@ struct CommandLine {
     QString snapshotFile;             ///< empty when no picture is wanted
     QString snapshotSize;
     QString snapshotView;
+    QString look;            ///< of pictures; empty for what the setting says
+    QString environmentFile; ///< of the light in pictures; empty for that of a studio
+    QString background;      ///< of pictures; empty for a soft grey
     bool isViewGiven = false;
     QString variantFilesFolder;         ///< for a GLB file of each variant set; empty when none is wanted
     bool areAnnotationsInFront = false; ///< in pictures, whatever their view says

@@ -1,6 +1,7 @@
 #include "tools/znimport/Pictures.h"
 
 #include "files/scenefile/ConvertedTree.h"
+#include "render/Background.h"
 #include "render/Snapshot.h"
 #include "scene/ViewTags.h"
 #include "standalone/startup/StandaloneSession.h"
@@ -46,6 +47,29 @@ std::optional<std::pair<int, int>> sizeFromText(const QString& text)
     return std::pair(width, height);
 }
 
+render::BackgroundChoice backgroundOf(const CommandLine& line)
+{
+    if (line.background.isEmpty())
+        return {render::Backdrop(), QString()};
+    return render::backgroundFromText(line.background);
+}
+
+/// The sentence that says what is wrong with the light and the background that are wanted.
+std::optional<QString> surroundingsComplaint(const CommandLine& line)
+{
+    const bool isDrawn = !line.snapshotFile.isEmpty() || !line.variantFolder.isEmpty();
+    if (!isDrawn && !(line.look.isEmpty() && line.environmentFile.isEmpty() && line.background.isEmpty()))
+        return QStringLiteral("--look, --environment and --background are for pictures, and --snapshot names none");
+    if (!line.look.isEmpty())
+        if (const render::LookChoice look = render::lookFromText(line.look); !look.look)
+            return QStringLiteral("--look: ") + look.error;
+    if (!line.environmentFile.isEmpty())
+        if (const auto error = render::environmentComplaint(line.environmentFile))
+            return QStringLiteral("--environment: ") + *error;
+    const render::BackgroundChoice background = backgroundOf(line);
+    return background.backdrop ? std::nullopt : std::optional(QStringLiteral("--background: ") + background.error);
+}
+
 /// How the session looks at the scene.
 struct Look {
     render::Eye eye;
@@ -73,6 +97,7 @@ struct Drawing {
     osg::NodePtr scene;
     const std::function<void(unsigned)>& progress;
     const std::atomic<bool>& cancel;
+    render::Backdrop backdrop;
     std::optional<Look> savedLook = std::nullopt; ///< of the saved view that the command line names
 };
 
@@ -82,6 +107,14 @@ std::optional<Look> lookFor(const Drawing& drawing)
     if (drawing.savedLook || drawing.line.isViewGiven)
         return drawing.savedLook;
     return sessionLook(drawing.session);
+}
+
+render::SnapshotLook snapshotLook(const Drawing& drawing)
+{
+    if (!drawing.line.look.isEmpty())
+        return render::lookFromText(drawing.line.look).look.value_or(render::SnapshotLook::Plain);
+    return drawing.session.settings().pictures.look == zn::PictureSettings::Look::Studio ? render::SnapshotLook::Studio
+                                                                                       : render::SnapshotLook::Plain;
 }
 
 render::SnapshotOptions optionsOf(const Drawing& drawing)
@@ -96,6 +129,9 @@ render::SnapshotOptions optionsOf(const Drawing& drawing)
     options.width = size.first;
     options.height = size.second;
     options.view = render::viewFromText(drawing.line.snapshotView).view.value_or(render::View::Iso);
+    options.look = snapshotLook(drawing);
+    options.environmentFile = drawing.line.environmentFile;
+    options.backdrop = drawing.backdrop;
     options.progress = [&drawing](double done) { drawing.progress(static_cast<unsigned>(100 * done)); };
     options.cancel = &drawing.cancel;
     return options;
@@ -103,7 +139,10 @@ render::SnapshotOptions optionsOf(const Drawing& drawing)
 
 void draw(const Drawing& drawing, const QString& file, DrawnPictures& result)
 {
-    const render::SnapshotError error = render::writeSnapshot(drawing.scene, file, optionsOf(drawing));
+    QStringList warnings;
+    const render::SnapshotError error = render::writeSnapshot(drawing.scene, file, optionsOf(drawing), &warnings);
+    for (const QString& warning : warnings)
+        result.warnings << file + QStringLiteral(": ") + warning;
     if (error)
         result.error = (error.file.isEmpty() ? file : error.file) + QStringLiteral(": ") + error.message;
     else
@@ -156,6 +195,8 @@ std::optional<QString> pictureComplaint(const CommandLine& line)
         return QStringLiteral("--snapshot-variants wants a folder, and '%1' is a file").arg(line.variantFolder);
     if (!sizeFromText(line.snapshotSize))
         return QStringLiteral("--size wants WIDTHxHEIGHT in pixels, not '%1'").arg(line.snapshotSize);
+    if (const auto complaint = surroundingsComplaint(line))
+        return complaint;
     if (wantsSavedView(line))
         return savedViewName(line).isEmpty() ? std::optional(QStringLiteral("--view: saved: wants the name of a view"))
                                              : std::nullopt;
@@ -167,10 +208,15 @@ std::optional<QString> pictureComplaint(const CommandLine& line)
 DrawnPictures drawPictures(const CommandLine& line, zn::StandaloneSession& session, const osg::NodePtr& scene,
                            const std::function<void(unsigned)>& progress, const std::atomic<bool>& cancel)
 {
-    Drawing drawing{line, session, scene, progress, cancel};
     DrawnPictures result;
     if (line.snapshotFile.isEmpty() && line.variantFolder.isEmpty())
         return result;
+    render::BackgroundChoice background = backgroundOf(line);
+    if (!background.backdrop) {
+        result.error = background.error;
+        return result;
+    }
+    Drawing drawing{line, session, scene, progress, cancel, std::move(*background.backdrop)};
     {
         const KeptLook look(session);
         takeSavedView(drawing, result);
