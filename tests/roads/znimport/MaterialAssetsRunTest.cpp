@@ -3,6 +3,7 @@
 #include "files/scenefile/SceneFile.h"
 #include "host/znOpenSGExt/ExtReference.h"
 #include "tests/files/glb/GlbFile.h"
+#include "tests/gltf-validator/GltfValidator.h"
 #include "tests/roads/znimport/ToolRun.h"
 #include "tests/support/BookmarkScene.h"
 
@@ -137,6 +138,27 @@ TEST_F(MaterialTableRunTest, ATableWithAFaultChangesNothingAndIsTold)
         EXPECT_EQ(materials(), (std::vector<std::string>{"Brushed", "Plain"})) << table;
         EXPECT_EQ(reported()["state"], "partial");
     }
+}
+
+/// Textures of assets land on parts of exact surfaces, which had no coordinates.
+TEST_F(MaterialAssetsRunTest, TheExampleLibraryDressesTheFlywheel)
+{
+    const QString models = text(EXAMPLE_MODELS);
+    const Ending ending = znimport({models + text("/flywheel.step"), text("--material-assets"),
+                                    models + text("/../materials"), text("-o"), path("dressed.glb")});
+    ASSERT_EQ(ending.exitCode, 0) << ending.errors.toStdString();
+    EXPECT_FALSE(ending.errors.contains(text("match nothing"))) << ending.errors.toStdString();
+    if (gltfvalidator::isInstalled()) {
+        EXPECT_EQ(gltfvalidator::validate(path("dressed.glb")).errors, QStringList());
+    }
+    const nlohmann::json dressed = GlbFile(path("dressed.glb")).json;
+    EXPECT_EQ(dressed["images"].size(), 2u);
+    std::map<std::string, bool> hasCoordinates;
+    for (const nlohmann::json& mesh : dressed["meshes"])
+        hasCoordinates[mesh["name"]] = mesh["primitives"][0]["attributes"].contains("TEXCOORD_0");
+    EXPECT_TRUE(hasCoordinates["shaft"]);
+    EXPECT_TRUE(hasCoordinates["base plate"]);
+    EXPECT_FALSE(hasCoordinates["washer"]) << "brass has no texture";
 }
 
 TEST_F(MaterialAssetsRunTest, AMissingFolderIsWrongUse)
