@@ -225,12 +225,12 @@ void StudioShading::addReflection(StudioSight& light, const StudioPlace& place, 
     const Eigen::Vector3f behind = Eigen::Vector3f::Constant(1 - alpha) + through * alpha;
     const float most = behind.maxCoeff();
     light.covered = 1 - most;
-    if (light.covered <= 0)
-        return;
-    light.open *= alpha / light.covered;
-    light.fixed *= alpha / light.covered;
     if (most > 0)
         light.tint = behind / most;
+    if (light.covered > 0) {
+        light.open *= alpha / light.covered;
+        light.fixed *= alpha / light.covered;
+    }
 }
 
 StudioSight StudioShading::light(const StudioPlace& place) const

@@ -101,8 +101,8 @@ TEST_F(HdrFile, TheUpperBorderIsUpAndTheMiddleIsX)
         return Eigen::Vector3f(column == 1 || column == 2 ? 1.0f : 0.0f, column >= 2 ? 1.0f : 0.0f,
                                row == 0 ? 1.0f : 0.0f);
     }));
-    expectLight(picture.at({0, 0, 1}), 0.5f, 0.5f, 1);
-    expectLight(picture.at({0, 0, -1}), 0.5f, 0.5f, 0);
+    expectLight(picture.at({0, 0, 1}), 1, 0.5f, 1);
+    expectLight(picture.at({0, 0, -1}), 1, 0.5f, 0);
     expectLight(picture.at({1, 0, 0}), 1, 0.5f, 0.5f);
     expectLight(picture.at({-1, 0, 0}), 0, 0.5f, 0.5f);
     expectLight(picture.at({0, -1, 0}), 0.5f, 1, 0.5f);

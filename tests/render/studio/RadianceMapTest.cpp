@@ -41,7 +41,7 @@ TEST(RadianceMap, GivesBackWhatWasSetAroundEachDirection)
 {
     const RadianceMap map = mapOfDirections(64);
     for (const Eigen::Vector3f& direction : directions())
-        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.012f)
+        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.02f)
             << direction.transpose();
 }
 
@@ -67,7 +67,7 @@ TEST(RadianceMap, HalvesKeepDirections)
     const RadianceMap map = mapOfDirections(64).halved();
     EXPECT_EQ(map.side(), 32);
     for (const Eigen::Vector3f& direction : directions())
-        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.03f) << direction.transpose();
+        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.04f) << direction.transpose();
 }
 
 } // namespace render::studio
