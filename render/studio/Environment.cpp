@@ -123,8 +123,7 @@ RadianceMap roughMap(const Maker& maker, const std::vector<RadianceMap>& halving
     const std::vector<LobeSample> samples =
         lobeSamples(roughness, plan.samples, halvings.front().side(), halvings.size());
     return maker.filled(plan.side, [&](int column, int row) {
-        const Eigen::Vector3f axis =
-            RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, plan.side);
+        const Eigen::Vector3f axis = RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, plan.side);
         const Eigen::Matrix3f frame = frameAround(axis);
         Eigen::Vector3f sum = Eigen::Vector3f::Zero();
         float weights = 0;
@@ -150,8 +149,7 @@ RadianceMap gatheredMap(const Maker& maker, const RadianceMap& source)
                           RadianceMap::weightAt(x, y, source.side())});
     }
     return maker.filled(gatheredSide, [&](int column, int row) {
-        const Eigen::Vector3f normal =
-            RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, gatheredSide);
+        const Eigen::Vector3f normal = RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, gatheredSide);
         Eigen::Vector3f sum = Eigen::Vector3f::Zero();
         float weights = 0;
         for (const Piece& piece : pieces) {

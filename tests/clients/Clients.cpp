@@ -82,8 +82,8 @@ nlohmann::json drawn(const QString& file)
 
 bool drawChart(const QString& chart, const QString& light, const QString& picture)
 {
-    outputOf(QStringLiteral("node"), {own("chart.mjs"), QStandardPaths::findExecutable(QStringLiteral("chromium")),
-                                      chart, light, picture});
+    outputOf(QStringLiteral("node"),
+             {own("chart.mjs"), QStandardPaths::findExecutable(QStringLiteral("chromium")), chart, light, picture});
     return QFileInfo::exists(picture);
 }
 

@@ -54,7 +54,8 @@ QByteArray lampLight()
         const auto lamp = [&](const Eigen::Vector3f& axis, float power) {
             return std::pow(std::max(direction.dot(axis.normalized()), 0.0f), power);
         };
-        const Eigen::Vector3f sky = Eigen::Vector3f(0.30f, 0.24f, 0.18f) * (1 - up) + Eigen::Vector3f(0.35f, 0.45f, 0.60f) * up;
+        const Eigen::Vector3f sky =
+            Eigen::Vector3f(0.30f, 0.24f, 0.18f) * (1 - up) + Eigen::Vector3f(0.35f, 0.45f, 0.60f) * up;
         return Eigen::Vector3f(sky + Eigen::Vector3f(2.0f, 1.7f, 1.3f) * lamp({-1, -1, 1}, 24) +
                                Eigen::Vector3f(0.8f, 1.0f, 1.4f) * lamp({1, -0.4f, 0.2f}, 40));
     });
@@ -76,7 +77,8 @@ Eigen::Vector3d labOf(QRgb pixel)
 double difference(const QImage& a, const QImage& b, const Ball& ball)
 {
     const double scale = height / (2.0 * halfHeight), extent = 0.95 * radius * scale;
-    const double middleX = width / 2.0 + double(ball.place.x) * scale, middleY = height / 2.0 - double(ball.place.z) * scale;
+    const double middleX = width / 2.0 + double(ball.place.x) * scale,
+                 middleY = height / 2.0 - double(ball.place.z) * scale;
     double sum = 0;
     int points = 0;
     for (int y = 0; y < height; ++y)

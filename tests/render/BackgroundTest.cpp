@@ -70,7 +70,9 @@ TEST_F(Background, BordersAndClearThingsAreHalfThere)
     const QRgb whole = draw(red, optionsWith(QStringLiteral("transparent"))).pixel(100, 50);
     EXPECT_NEAR(qRed(pixel), qRed(whole), 2) << "colours are not mixed with what is not there";
     const Root round = nodeOf(ball(10), material({1, 0, 0}));
-    EXPECT_GT(count(draw(round, optionsWith(QStringLiteral("transparent"))), [](QRgb p) { return qAlpha(p) > 20 && qAlpha(p) < 235; }), 50);
+    EXPECT_GT(count(draw(round, optionsWith(QStringLiteral("transparent"))),
+                    [](QRgb p) { return qAlpha(p) > 20 && qAlpha(p) < 235; }),
+              50);
 }
 
 TEST_F(Background, TheShadowOfTheModelIsDarkAndClear)
