@@ -51,8 +51,7 @@ Eigen::Vector3f BackdropLight::at(int column, int row) const
         return gradient(row);
     const QRgb pixel =
         m_picture.pixel(std::clamp(column, 0, m_picture.width() - 1), std::clamp(row, 0, m_picture.height() - 1));
-    return toLight(
-        osg::Color3f{float(qRed(pixel)) / 255, float(qGreen(pixel)) / 255, float(qBlue(pixel)) / 255});
+    return toLight(osg::Color3f{float(qRed(pixel)) / 255, float(qGreen(pixel)) / 255, float(qBlue(pixel)) / 255});
 }
 
 Eigen::Vector3f BackdropLight::middle() const

@@ -26,7 +26,8 @@ BackgroundChoice pictureOf(const QString& path, std::size_t maxPixels)
     QImageReader reader(path);
     const QSize size = reader.size();
     if (!reader.canRead() || size.isEmpty())
-        return refused(text("The background \"%1\" is no picture that can be read: %2").arg(path, reader.errorString()));
+        return refused(
+            text("The background \"%1\" is no picture that can be read: %2").arg(path, reader.errorString()));
     if (std::size_t(size.width()) * std::size_t(size.height()) > maxPixels)
         return refused(text("The background \"%1\" has %2x%3 pixels, and %4 are possible")
                            .arg(path)
@@ -36,7 +37,8 @@ BackgroundChoice pictureOf(const QString& path, std::size_t maxPixels)
     Backdrop backdrop;
     backdrop.picture = reader.read();
     if (backdrop.picture.isNull())
-        return refused(text("The background \"%1\" is no picture that can be read: %2").arg(path, reader.errorString()));
+        return refused(
+            text("The background \"%1\" is no picture that can be read: %2").arg(path, reader.errorString()));
     return {backdrop, QString()};
 }
 

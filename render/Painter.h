@@ -35,7 +35,7 @@ struct Sight {
 
 /// What the light of a place depends on beside the scene.
 struct PictureFacts {
-    int height = 1;            ///< pixels
+    int height = 1;              ///< pixels
     float backdropLuminance = 1; ///< in the middle of the background
 };
 

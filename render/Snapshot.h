@@ -22,16 +22,16 @@ namespace render
 struct Backdrop {
     osg::Color3f top = {0.975f, 0.980f, 0.985f};    ///< at the upper edge
     osg::Color3f bottom = {0.800f, 0.820f, 0.840f}; ///< at the lower edge
-    bool contactShadow = true; ///< the shadow of the model on a ground below it; the iso view has it
-    QImage picture = {};       ///< in place of the colours unless it is null: scaled to cover, the middle kept
+    bool contactShadow = true;  ///< the shadow of the model on a ground below it; the iso view has it
+    QImage picture = {};        ///< in place of the colours unless it is null: scaled to cover, the middle kept
     bool isTransparent = false; ///< nothing stands behind the scene, and the picture says how much of it is covered
 };
 
 /// What a picture may cost at most.
 struct SnapshotLimits {
-    int maxSide = 16384;               ///< pixels
-    std::size_t maxPixels = 100000000; ///< pixels
-    std::size_t maxParts = 20000000;   ///< drawn geometries, each use of a shared one counted
+    int maxSide = 16384;                                     ///< pixels
+    std::size_t maxPixels = 100000000;                       ///< pixels
+    std::size_t maxParts = 20000000;                         ///< drawn geometries, each use of a shared one counted
     std::size_t maxTexturePixels = std::size_t(1) << 28;     ///< of all textures together; what is beyond is left out
     std::size_t maxEnvironmentPixels = std::size_t(1) << 26; ///< of the environment
 };
@@ -43,7 +43,7 @@ struct SnapshotOptions {
     View view = View::Iso; ///< where the eye is, if `eye` does not say otherwise
     /// Looks from here in place of `view`. Nothing is fitted then, and there is no ground.
     std::optional<Eye> eye;
-    Backdrop backdrop;       ///< what stands behind the scene
+    Backdrop backdrop;                       ///< what stands behind the scene
     SnapshotLook look = SnapshotLook::Plain; ///< how surfaces are drawn
     /// A Radiance picture (.hdr) of the light all around, for the studio look; its upper border is up (+Z), its middle
     /// +X and a quarter to the right of it -Y. Empty for the light of a studio without colours.

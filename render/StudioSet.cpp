@@ -31,9 +31,8 @@ files::Expected<std::unique_ptr<StudioSet>> studioSetFor(const geometry::rays::P
         light = [&picture](const Eigen::Vector3f& direction) { return picture.at(direction); };
         detail = picture.width;
     }
-    return std::make_unique<StudioSet>(
-        StudioSet{studio::MaterialTable(list, options.limits.maxTexturePixels),
-                  studio::Environment(light, detail, threads, options.cancel)});
+    return std::make_unique<StudioSet>(StudioSet{studio::MaterialTable(list, options.limits.maxTexturePixels),
+                                                 studio::Environment(light, detail, threads, options.cancel)});
 }
 
 } // namespace render

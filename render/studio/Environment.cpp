@@ -17,14 +17,14 @@ namespace
 {
 
 constexpr int leastSide = 64, mostSide = 1024;
-constexpr int gatheredSide = 32;
+constexpr int gatheredSide = 64, gatheredFromSide = 32;
 
 /// How a level of roughness is made.
 struct LevelPlan {
     int side, samples;
 };
 constexpr std::array<LevelPlan, 8> levelPlans = {
-    {{256, 64}, {128, 128}, {64, 192}, {64, 256}, {64, 256}, {64, 256}, {64, 256}, {64, 256}}};
+    {{256, 96}, {128, 128}, {64, 192}, {64, 256}, {64, 256}, {64, 256}, {64, 256}, {64, 256}}};
 
 int sideFor(int detail)
 {
@@ -111,7 +111,7 @@ std::vector<LobeSample> lobeSamples(float roughness, int count, int side, std::s
         const float bend = half.z() * half.z() * (alpha * alpha - 1) + 1;
         const float density = alpha * alpha / (4 * pi * bend * bend);
         const float size = 1 / (float(count) * density), valueSize = 4 * pi / float(side * side);
-        const float level = std::clamp(std::log2(size / valueSize) / 2 + 1, 0.0f, float(levels - 1));
+        const float level = std::clamp(std::log2(size / valueSize) / 2, 0.0f, float(levels - 1));
         samples.push_back({direction, direction.z(), std::size_t(std::lround(level))});
     }
     return samples;
@@ -123,8 +123,7 @@ RadianceMap roughMap(const Maker& maker, const std::vector<RadianceMap>& halving
     const std::vector<LobeSample> samples =
         lobeSamples(roughness, plan.samples, halvings.front().side(), halvings.size());
     return maker.filled(plan.side, [&](int column, int row) {
-        const Eigen::Vector3f axis =
-            RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, plan.side);
+        const Eigen::Vector3f axis = RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, plan.side);
         const Eigen::Matrix3f frame = frameAround(axis);
         Eigen::Vector3f sum = Eigen::Vector3f::Zero();
         float weights = 0;
@@ -150,8 +149,7 @@ RadianceMap gatheredMap(const Maker& maker, const RadianceMap& source)
                           RadianceMap::weightAt(x, y, source.side())});
     }
     return maker.filled(gatheredSide, [&](int column, int row) {
-        const Eigen::Vector3f normal =
-            RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, gatheredSide);
+        const Eigen::Vector3f normal = RadianceMap::directionAt(float(column) + 0.5f, float(row) + 0.5f, gatheredSide);
         Eigen::Vector3f sum = Eigen::Vector3f::Zero();
         float weights = 0;
         for (const Piece& piece : pieces) {
@@ -173,7 +171,7 @@ Environment::Environment(const RadianceFunction& light, int detail, int threads,
     while (halvings.back().side() > 2)
         halvings.push_back(halvings.back().halved());
     for (const RadianceMap& map : halvings)
-        if (map.side() == leastSide)
+        if (map.side() == gatheredFromSide)
             m_gathered = gatheredMap(maker, map);
     m_levels.push_back(halvings.front());
     for (std::size_t i = 0; i < levelPlans.size(); ++i)

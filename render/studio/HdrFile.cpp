@@ -147,8 +147,8 @@ private:
     {
         const int width = m_picture.width;
         const Rgbe first = nextPixel(row);
-        const bool isPacked = width >= leastPacked && width <= mostPacked && first[0] == 2 && first[1] == 2 &&
-                              first[2] < 128;
+        const bool isPacked =
+            width >= leastPacked && width <= mostPacked && first[0] == 2 && first[1] == 2 && first[2] < 128;
         if (!isPacked)
             return readPlainRow(row, first);
         if ((int(first[2]) << 8 | first[3]) != width)

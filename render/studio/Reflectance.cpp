@@ -11,7 +11,7 @@ namespace render::studio
 namespace
 {
 
-constexpr int samples = 256;
+constexpr int samples = 1024;
 /// The mean of Schlick's (1 - cosine)^5 over a half-sphere.
 constexpr float meanGrazing = 1.0f / 21;
 
@@ -24,19 +24,18 @@ float visibility(float alpha, float facing, float lit)
     return 0.5f / (fromEye + fromLight);
 }
 
-DirectionalAlbedo integrate(float roughness, float facing)
+DirectionalAlbedo integrate(const std::vector<Eigen::Vector3f>& halves, float alpha, float facing)
 {
-    const float alpha = roughness * roughness;
     const Eigen::Vector3f eye(std::sqrt(1 - facing * facing), 0, facing);
     DirectionalAlbedo sum;
-    for (int i = 0; i < samples; ++i) {
-        const Eigen::Vector3f half = halfVector(i, samples, alpha);
+    for (const Eigen::Vector3f& half : halves) {
         const float toHalf = eye.dot(half);
         const float lit = 2 * toHalf * half.z() - eye.z();
         if (lit <= 0 || toHalf <= 0)
             continue;
         const float part = 4 * visibility(alpha, facing, lit) * lit * toHalf / half.z() / float(samples);
-        const float grazing = std::pow(1 - toHalf, 5.0f);
+        const float away = 1 - std::min(toHalf, 1.0f), away2 = away * away;
+        const float grazing = away2 * away2 * away;
         sum.scale += (1 - grazing) * part;
         sum.bias += grazing * part;
     }
@@ -47,10 +46,14 @@ DirectionalAlbedo integrate(float roughness, float facing)
 
 AlbedoTable::AlbedoTable()
 {
-    for (int row = 0; row < side; ++row)
+    for (int row = 0; row < side; ++row) {
+        const float roughness = float(row) / float(side - 1), alpha = roughness * roughness;
+        std::vector<Eigen::Vector3f> halves;
+        for (int i = 0; i < samples; ++i)
+            halves.push_back(halfVector(i, samples, alpha));
         for (int column = 0; column < side; ++column)
-            m_values.push_back(
-                integrate(float(row) / float(side - 1), std::max(float(column) / float(side - 1), 1e-3f)));
+            m_values.push_back(integrate(halves, alpha, std::max(float(column) / float(side - 1), 1e-3f)));
+    }
 }
 
 DirectionalAlbedo AlbedoTable::at(float roughness, float facing) const

@@ -64,9 +64,9 @@ Eigen::Vector4f vertexColor(const osg::Mesh& mesh, const geometry::rays::Hit& hi
         const osg::Color4f& corner = mesh.colors[corners[i]];
         const osg::Color3f light = osg::linearFromDisplay(osg::Color3f{corner.red, corner.green, corner.blue});
         const float alpha = std::isfinite(corner.alpha) ? std::clamp(corner.alpha, 0.0f, 1.0f) : 1.0f;
-        sum += Eigen::Vector4f(std::min(light.red, 1.0f), std::min(light.green, 1.0f), std::min(light.blue, 1.0f),
-                               alpha) *
-               weights[i];
+        sum +=
+            Eigen::Vector4f(std::min(light.red, 1.0f), std::min(light.green, 1.0f), std::min(light.blue, 1.0f), alpha) *
+            weights[i];
     }
     return sum;
 }
@@ -103,8 +103,7 @@ TexturePlace StudioShading::texturePlace(const StudioPlace& place) const
 {
     const geometry::rays::Placed& placed = m_scene.placed(place.hit.placed);
     const float slant = std::max(std::abs(place.flatNormal.dot(place.towardsEye)), leastSlant);
-    return {placed.surface->mesh(), place.hit, m_list.parts[placed.part].placement,
-            place.pixelSize / std::sqrt(slant)};
+    return {placed.surface->mesh(), place.hit, m_list.parts[placed.part].placement, place.pixelSize / std::sqrt(slant)};
 }
 
 /// Fronts run counter-clockwise in the mesh, also where its placement mirrors it.
@@ -179,8 +178,8 @@ StudioShading::Local StudioShading::localOf(const StudioPlace& place, const Stud
     local.open = occlusion ? std::clamp(1 + occlusion->strength() * (open - 1), 0.0f, 1.0f) : 1;
     local.coat = surface.clearcoat * channel(material, Slot::Clearcoat, 0, textures);
     local.coatRoughness = surface.clearcoatRoughness * channel(material, Slot::ClearcoatRoughness, 1, textures);
-    local.coatNormal = local.coat > 0 ? mappedNormal(place, material.texture(Slot::ClearcoatNormal), textures)
-                                      : place.normal;
+    local.coatNormal =
+        local.coat > 0 ? mappedNormal(place, material.texture(Slot::ClearcoatNormal), textures) : place.normal;
     return local;
 }
 
@@ -202,7 +201,8 @@ void StudioShading::addReflection(StudioSight& light, const StudioPlace& place, 
     const Scattering dielectric = scatteringOf(albedo, local.reflectance, local.grazing);
     const Scattering metal = scatteringOf(albedo, local.base.color, 1);
     const Eigen::Vector3f into =
-        local.base.color.cwiseProduct((Eigen::Vector3f::Ones() - dielectric.single - dielectric.multiple).cwiseMax(0.0f)) *
+        local.base.color.cwiseProduct(
+            (Eigen::Vector3f::Ones() - dielectric.single - dielectric.multiple).cwiseMax(0.0f)) *
         (1 - local.metalness);
     const Eigen::Vector3f single = dielectric.single * (1 - local.metalness) + metal.single * local.metalness;
     const Eigen::Vector3f multiple = dielectric.multiple * (1 - local.metalness) + metal.multiple * local.metalness;
@@ -225,12 +225,12 @@ void StudioShading::addReflection(StudioSight& light, const StudioPlace& place, 
     const Eigen::Vector3f behind = Eigen::Vector3f::Constant(1 - alpha) + through * alpha;
     const float most = behind.maxCoeff();
     light.covered = 1 - most;
-    if (light.covered <= 0)
-        return;
-    light.open *= alpha / light.covered;
-    light.fixed *= alpha / light.covered;
     if (most > 0)
         light.tint = behind / most;
+    if (light.covered > 0) {
+        light.open *= alpha / light.covered;
+        light.fixed *= alpha / light.covered;
+    }
 }
 
 StudioSight StudioShading::light(const StudioPlace& place) const

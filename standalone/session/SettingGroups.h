@@ -348,12 +348,13 @@ struct PictureSettings : SettingGroup {
 
     ///@{
     /// What the help says.
-    Setting<Look> look{m_list,
-                       "picture.look",
-                       Look::Plain,
-                       {QStringLiteral("plain"), QStringLiteral("studio")},
-                       SettingHelp::tr("How pictures show surfaces: plain with their diffuse colors and lines at creases, "
-                                       "studio with metalness, roughness and textures in the light of a studio.")};
+    Setting<Look> look{
+        m_list,
+        "picture.look",
+        Look::Plain,
+        {QStringLiteral("plain"), QStringLiteral("studio")},
+        SettingHelp::tr("How pictures show surfaces: plain with their diffuse colors and lines at creases, "
+                        "studio with metalness, roughness and textures in the light of a studio.")};
     ///@}
 };
 

@@ -40,7 +40,7 @@ public:
     ClusterSettings cluster{m_all};
     OptimizeSettings optimize{m_all};
     ///@}
-    ExportSettings exports{m_all}; ///< those whose names begin with "export"
+    ExportSettings exports{m_all};   ///< those whose names begin with "export"
     PictureSettings pictures{m_all}; ///< those whose names begin with "picture"
     ///@{
     /// The settings whose names begin with this word.

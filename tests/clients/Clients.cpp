@@ -85,4 +85,11 @@ nlohmann::json drawn(const QString& file)
                                           QStringLiteral(ZN_VARIANTS_PAGE), file}));
 }
 
+bool drawChart(const QString& chart, const QString& light, const QString& picture)
+{
+    outputOf(QStringLiteral("node"),
+             {own("chart.mjs"), QStandardPaths::findExecutable(QStringLiteral("chromium")), chart, light, picture});
+    return QFileInfo::exists(picture);
+}
+
 } // namespace clients

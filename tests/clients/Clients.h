@@ -32,4 +32,8 @@ nlohmann::json surfaces(const QString& file);
 /// colours "points", of those that are mostly of one "red", "green" and "blue". Null when it could not.
 nlohmann::json drawn(const QString& file);
 
+/// Lets Chromium draw the balls of `chart` (see chart.mjs) in the light of the Radiance picture `light` into the file
+/// `picture`. False when it could not.
+bool drawChart(const QString& chart, const QString& light, const QString& picture);
+
 } // namespace clients

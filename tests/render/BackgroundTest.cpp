@@ -53,7 +53,7 @@ TEST_F(Background, TransparentPicturesSayWhatIsCovered)
     for (const SnapshotLook look : {SnapshotLook::Plain, SnapshotLook::Studio}) {
         SnapshotOptions options = optionsWith(QStringLiteral("Transparent"));
         options.look = look;
-        const QImage image = draw(redWall(), options);
+        const QImage image = draw(Root(redWall()), options);
         EXPECT_EQ(image.format(), QImage::Format_ARGB32);
         EXPECT_EQ(image.pixel(2, 2), 0u);
         EXPECT_EQ(qAlpha(image.pixel(100, 50)), 255);
@@ -66,10 +66,13 @@ TEST_F(Background, BordersAndClearThingsAreHalfThere)
     const Root root = nodeOf(wall(0, 10), material({1, 0, 0}, 0.5f));
     const QRgb pixel = draw(root, optionsWith(QStringLiteral("transparent"))).pixel(100, 50);
     EXPECT_NEAR(qAlpha(pixel), 128, 1);
-    const QRgb whole = draw(redWall(), optionsWith(QStringLiteral("transparent"))).pixel(100, 50);
+    const Root red = redWall();
+    const QRgb whole = draw(red, optionsWith(QStringLiteral("transparent"))).pixel(100, 50);
     EXPECT_NEAR(qRed(pixel), qRed(whole), 2) << "colours are not mixed with what is not there";
-    const QImage ball = draw(nodeOf(StudioTest::ball(10), material({1, 0, 0})), optionsWith(QStringLiteral("transparent")));
-    EXPECT_GT(count(ball, [](QRgb p) { return qAlpha(p) > 20 && qAlpha(p) < 235; }), 50);
+    const Root round = nodeOf(ball(10), material({1, 0, 0}));
+    EXPECT_GT(count(draw(round, optionsWith(QStringLiteral("transparent"))),
+                    [](QRgb p) { return qAlpha(p) > 20 && qAlpha(p) < 235; }),
+              50);
 }
 
 TEST_F(Background, TheShadowOfTheModelIsDarkAndClear)
@@ -77,10 +80,11 @@ TEST_F(Background, TheShadowOfTheModelIsDarkAndClear)
     SnapshotOptions options = optionsWith(QStringLiteral("transparent"));
     options.view = View::Iso;
     options.ambientSamples = 18;
-    const QImage image = draw(nodeOf(box({0, 0, 0}, {10, 10, 10}), material({1, 1, 1})), options);
+    const Root root = nodeOf(box({0, 0, 0}, {10, 10, 10}), material({1, 1, 1}));
+    const QImage image = draw(root, options);
     EXPECT_GT(count(image, [](QRgb p) { return qAlpha(p) > 10 && qAlpha(p) < 240 && qGray(p) < 5; }), 100);
     options.backdrop.contactShadow = false;
-    const QImage without = draw(nodeOf(box({0, 0, 0}, {10, 10, 10}), material({1, 1, 1})), options);
+    const QImage without = draw(root, options);
     EXPECT_EQ(count(without, [](QRgb p) { return qAlpha(p) > 10 && qAlpha(p) < 240 && qGray(p) < 5; }), 0);
 }
 
@@ -88,7 +92,7 @@ TEST_F(Background, LinesAreCoveredToo)
 {
     SnapshotOptions options = optionsWith(QStringLiteral("transparent"));
     options.featureLines = true;
-    const QImage image = draw(redWall(), options);
+    const QImage image = draw(Root(redWall()), options);
     const int edge = qAlpha(image.pixel(60, 50)), outside = qAlpha(image.pixel(59, 50));
     EXPECT_GT(edge, 200);
     EXPECT_GT(outside, 0) << "half of the line lies beside the wall";
@@ -104,7 +108,7 @@ TEST_F(Background, APictureIsScaledToCover)
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("back.png"));
     ASSERT_TRUE(columns.save(file));
-    const QImage image = draw(redWall(), optionsWith(file));
+    const QImage image = draw(Root(redWall()), optionsWith(file));
     expectColor(image.pixel(5, 5), 0, 255, 0, 2);
     expectColor(image.pixel(195, 95), 0, 0, 255, 2);
     EXPECT_EQ(count(image, [](QRgb p) { return qRed(p) > 200 && qGreen(p) > 200; }), 0);

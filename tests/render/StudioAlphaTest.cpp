@@ -73,8 +73,8 @@ TEST_F(StudioAlphaPicture, VertexColorsBlendToo)
 TEST_F(StudioAlphaPicture, WhatIsBehindAMaskIsSeen)
 {
     const osg::MaterialPtr red = surfaceMaterial(dull(), {1, 0, 0});
-    const Root root = group({nodeOf(pictureWall(0), surfaceMaterial(clearSurface(osg::AlphaMode::Mask))),
-                             nodeOf(pictureWall(5), red)});
+    const Root root = group(
+        {nodeOf(pictureWall(0), surfaceMaterial(clearSurface(osg::AlphaMode::Mask))), nodeOf(pictureWall(5), red)});
     expectColor(at(draw(root, studioOptions(evenLight())), 0.25, 0.5), 255, 0, 0, 2);
 }
 
@@ -119,9 +119,9 @@ TEST_F(StudioAlphaPicture, TwoTintsAreMultiplied)
     glass.transmission = 1;
     glass.specular = 0;
     const osg::Color3f half = osg::displayFromLinear(osg::Color3f{1, 0.5f, 1});
-    const Root root = group({nodeOf(pictureWall(0), surfaceMaterial(glass, half)),
-                             nodeOf(pictureWall(3), surfaceMaterial(glass, half)),
-                             nodeOf(pictureWall(6), surfaceMaterial(dull()))});
+    const Root root =
+        group({nodeOf(pictureWall(0), surfaceMaterial(glass, half)),
+               nodeOf(pictureWall(3), surfaceMaterial(glass, half)), nodeOf(pictureWall(6), surfaceMaterial(dull()))});
     expectLight(middle(draw(root, studioOptions(evenLight()))), 1, 0.25, 1);
 }
 

@@ -41,7 +41,8 @@ protected:
     static const studio::HdrTestFile& directedLight()
     {
         static const studio::HdrTestFile file(studio::hdrBytes(128, 64, [](int column, int row) {
-            const double above = EIGEN_PI * (0.5 - (row + 0.5) / 64), around = 2 * EIGEN_PI * ((column + 0.5) / 128 - 0.5);
+            const double above = EIGEN_PI * (0.5 - (row + 0.5) / 64),
+                         around = 2 * EIGEN_PI * ((column + 0.5) / 128 - 0.5);
             const Eigen::Vector3d direction(std::cos(above) * std::cos(around), -std::cos(above) * std::sin(around),
                                             std::sin(above));
             return Eigen::Vector3f((direction.cast<float>() + Eigen::Vector3f::Ones()) / 2);
@@ -118,14 +119,14 @@ protected:
     }
 
     /// A place of the wall, from its lower left corner (0, 0) to its upper right one (1, 1).
-    static QRgb at(const QImage& image, double u, double v)
-    {
-        return image.pixel(int(60 + 80 * u), int(90 - 80 * v));
-    }
+    static QRgb at(const QImage& image, double u, double v) { return image.pixel(int(60 + 80 * u), int(90 - 80 * v)); }
     static QRgb middle(const QImage& image) { return at(image, 0.5, 0.5); }
 
     /// An amount of light as a picture has it.
-    static int display(double light) { return int(std::lround(255 * osg::displayFromLinear(float(std::min(light, 1.0))))); }
+    static int display(double light)
+    {
+        return int(std::lround(255 * osg::displayFromLinear(float(std::min(light, 1.0)))));
+    }
 
     static void expectLight(QRgb pixel, double red, double green, double blue, int tolerance = 3)
     {

@@ -20,9 +20,11 @@ protected:
     static std::string quartersOf(const QImage& image)
     {
         std::string result;
-        for (const auto& [u, v] : {std::pair(0.3, 0.7), std::pair(0.7, 0.7), std::pair(0.3, 0.3), std::pair(0.7, 0.3)}) {
+        for (const auto& [u, v] :
+             {std::pair(0.3, 0.7), std::pair(0.7, 0.7), std::pair(0.3, 0.3), std::pair(0.7, 0.3)}) {
             const QRgb pixel = at(image, u, v);
-            const int bright = (qRed(pixel) > 200 ? 1 : 0) + (qGreen(pixel) > 200 ? 1 : 0) + (qBlue(pixel) > 200 ? 1 : 0);
+            const int bright =
+                (qRed(pixel) > 200 ? 1 : 0) + (qGreen(pixel) > 200 ? 1 : 0) + (qBlue(pixel) > 200 ? 1 : 0);
             result += bright > 1 ? 'w' : qRed(pixel) > 200 ? 'r' : qGreen(pixel) > 200 ? 'g' : 'b';
         }
         return result;

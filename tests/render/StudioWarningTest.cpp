@@ -121,8 +121,8 @@ TEST_F(StudioWarning, SheenIsToldOnceForAllMaterials)
 {
     osg::PhysicalSurface surface = dull();
     surface.sheenColor = {1, 0, 0};
-    const Root root = group({nodeOf(pictureWall(0), surfaceMaterial(surface)),
-                             nodeOf(pictureWall(5), surfaceMaterial(surface))});
+    const Root root =
+        group({nodeOf(pictureWall(0), surfaceMaterial(surface)), nodeOf(pictureWall(5), surfaceMaterial(surface))});
     const SnapshotResult result = renderSnapshot(root, studioOptions(evenLight()));
     ASSERT_EQ(result.warnings.size(), 1);
     EXPECT_TRUE(result.warnings[0].contains(QStringLiteral("2"))) << result.warnings[0].toStdString();

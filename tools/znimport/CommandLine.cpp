@@ -259,11 +259,12 @@ const std::vector<OptionRow>& optionTable()
          "How pictures show surfaces: plain, or studio, with metalness, roughness and textures; the same as --set "
          "picture.look=LOOK."},
         {nullptr, "environment", "FILE.hdr",
-         "Radiance picture of the light all around, for pictures with --look studio; a studio without colours is "
+         "Radiance picture of the light all around, for pictures with --look studio; a studio without colors is "
          "around without it."},
         {nullptr, "background", "BACKGROUND",
-         "What stands behind the scene in pictures: a color (#rrggbb or a name), transparent, or the file of a picture; "
-         "a soft grey without it."},
+         "What stands behind the scene in pictures: a color (#rrggbb or a name), transparent, or the file of a "
+         "picture; "
+         "a soft gray without it."},
         {nullptr, "pmi-in-front", nullptr,
          "Draw annotations before all parts, also those that are behind some; without it where a saved view says so."},
         {nullptr, "variants", nullptr, "Print the variant sets with their groups and viewpoints."},

@@ -63,6 +63,9 @@ std::optional<QString> surroundingsComplaint(const CommandLine& line)
     if (!line.look.isEmpty())
         if (const render::LookChoice look = render::lookFromText(line.look); !look.look)
             return QStringLiteral("--look: ") + look.error;
+    if (!line.environmentFile.isEmpty() &&
+        render::lookFromText(line.look).look == std::optional(render::SnapshotLook::Plain))
+        return QStringLiteral("--environment is for pictures with --look studio");
     if (!line.environmentFile.isEmpty())
         if (const auto error = render::environmentComplaint(line.environmentFile))
             return QStringLiteral("--environment: ") + *error;
@@ -114,7 +117,7 @@ render::SnapshotLook snapshotLook(const Drawing& drawing)
     if (!drawing.line.look.isEmpty())
         return render::lookFromText(drawing.line.look).look.value_or(render::SnapshotLook::Plain);
     return drawing.session.settings().pictures.look == zn::PictureSettings::Look::Studio ? render::SnapshotLook::Studio
-                                                                                       : render::SnapshotLook::Plain;
+                                                                                         : render::SnapshotLook::Plain;
 }
 
 render::SnapshotOptions optionsOf(const Drawing& drawing)
@@ -139,8 +142,11 @@ render::SnapshotOptions optionsOf(const Drawing& drawing)
 
 void draw(const Drawing& drawing, const QString& file, DrawnPictures& result)
 {
+    const render::SnapshotOptions options = optionsOf(drawing);
+    if (!options.environmentFile.isEmpty() && options.look != render::SnapshotLook::Studio)
+        result.warnings << QStringLiteral("--environment has no effect without --look studio");
     QStringList warnings;
-    const render::SnapshotError error = render::writeSnapshot(drawing.scene, file, optionsOf(drawing), &warnings);
+    const render::SnapshotError error = render::writeSnapshot(drawing.scene, file, options, &warnings);
     for (const QString& warning : warnings)
         result.warnings << file + QStringLiteral(": ") + warning;
     if (error)

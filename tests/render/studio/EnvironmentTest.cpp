@@ -86,8 +86,7 @@ TEST(Environment, RoughSurfacesSeeTheMeanOfTheirLobe)
 TEST(Environment, DullSurfacesGatherByTheCosine)
 {
     // Light of the upper half alone: half of it upright, all of it upwards.
-    const Environment above =
-        environment([](const Eigen::Vector3f& d) { return grey(d.z() > 0 ? 1.0f : 0.0f); });
+    const Environment above = environment([](const Eigen::Vector3f& d) { return grey(d.z() > 0 ? 1.0f : 0.0f); });
     EXPECT_NEAR(above.gathered({0, 0, 1}).x(), 1, 0.02f);
     EXPECT_NEAR(above.gathered({1, 0, 0}).x(), 0.5f, 0.02f);
     EXPECT_NEAR(above.gathered({0, 0, -1}).x(), 0, 0.02f);

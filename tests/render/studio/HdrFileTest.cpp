@@ -69,10 +69,10 @@ TEST_F(HdrFile, APixelWithoutExponentIsBlackAndTheBrightestIsLimited)
 TEST_F(HdrFile, PackedRowsHaveRunsAndPiecesOfEachChannel)
 {
     QByteArray packed = hdrHeader(8, 1) + bytes({2, 2, 0, 8});
-    packed += bytes({128 + 8, 128});                      // red: eight times
-    packed += bytes({3, 1, 2, 3, 128 + 5, 64});           // green: three and a run
-    packed += bytes({8, 0, 10, 20, 30, 40, 50, 60, 70});  // blue
-    packed += bytes({128 + 4, 129, 128 + 4, 130});        // exponents
+    packed += bytes({128 + 8, 128});                     // red: eight times
+    packed += bytes({3, 1, 2, 3, 128 + 5, 64});          // green: three and a run
+    packed += bytes({8, 0, 10, 20, 30, 40, 50, 60, 70}); // blue
+    packed += bytes({128 + 4, 129, 128 + 4, 130});       // exponents
     const HdrPicture picture = read(packed);
     ASSERT_EQ(picture.pixels.size(), 8u);
     expectLight(picture.pixels[1], 1, 2 / 128.0f, 10 / 128.0f);
@@ -101,8 +101,8 @@ TEST_F(HdrFile, TheUpperBorderIsUpAndTheMiddleIsX)
         return Eigen::Vector3f(column == 1 || column == 2 ? 1.0f : 0.0f, column >= 2 ? 1.0f : 0.0f,
                                row == 0 ? 1.0f : 0.0f);
     }));
-    expectLight(picture.at({0, 0, 1}), 0.5f, 0.5f, 1);
-    expectLight(picture.at({0, 0, -1}), 0.5f, 0.5f, 0);
+    expectLight(picture.at({0, 0, 1}), 1, 0.5f, 1);
+    expectLight(picture.at({0, 0, -1}), 1, 0.5f, 0);
     expectLight(picture.at({1, 0, 0}), 1, 0.5f, 0.5f);
     expectLight(picture.at({-1, 0, 0}), 0, 0.5f, 0.5f);
     expectLight(picture.at({0, -1, 0}), 0.5f, 1, 0.5f);
@@ -113,7 +113,8 @@ TEST_F(HdrFile, WhatIsNoPictureOrNotThereIsRefused)
 {
     expectRefused({}, files::ErrorCode::UnknownFormat, "no Radiance picture");
     expectRefused("\x89PNG", files::ErrorCode::UnknownFormat, "no Radiance picture");
-    expectRefused("#?RADIANCE\nFORMAT=32-bit_rle_xyze\n\n-Y 1 +X 1\n", files::ErrorCode::Unsupported, "32-bit_rle_xyze");
+    expectRefused("#?RADIANCE\nFORMAT=32-bit_rle_xyze\n\n-Y 1 +X 1\n", files::ErrorCode::Unsupported,
+                  "32-bit_rle_xyze");
     expectRefused("#?RADIANCE\n\n+Y 1 +X 1\n....", files::ErrorCode::Unsupported, "from top to bottom");
     EXPECT_EQ(readHdrFile(QStringLiteral("nowhere/light.hdr"), plenty).error().code, files::ErrorCode::NotFound);
     const QTemporaryDir folder;

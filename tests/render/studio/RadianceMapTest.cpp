@@ -24,8 +24,8 @@ RadianceMap mapOfDirections(int side)
 /// All over the sphere, and where the square has its edges and corners.
 std::vector<Eigen::Vector3f> directions()
 {
-    std::vector<Eigen::Vector3f> result = {{1, 0, 0},     {-1, 0, 0},      {0, 1, 0},      {0, -1, 0},
-                                           {0, 0, 1},     {0, 0, -1},      {1, 0, -1},     {0, -1, -1},
+    std::vector<Eigen::Vector3f> result = {{1, 0, 0},      {-1, 0, 0},        {0, 1, 0},       {0, -1, 0},
+                                           {0, 0, 1},      {0, 0, -1},        {1, 0, -1},      {0, -1, -1},
                                            {1, 1e-4f, -1}, {1e-4f, 1, -0.5f}, {-1e-4f, 1, -2}, {1, 1, 0}};
     for (int i = 0; i < 200; ++i) {
         const float z = 1 - (float(i) + 0.5f) / 100, turn = 2.4f * float(i);
@@ -41,8 +41,7 @@ TEST(RadianceMap, GivesBackWhatWasSetAroundEachDirection)
 {
     const RadianceMap map = mapOfDirections(64);
     for (const Eigen::Vector3f& direction : directions())
-        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.012f)
-            << direction.transpose();
+        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.02f) << direction.transpose();
 }
 
 TEST(RadianceMap, WeightsAddUpToTheirPartsOfTheSphere)
@@ -67,7 +66,7 @@ TEST(RadianceMap, HalvesKeepDirections)
     const RadianceMap map = mapOfDirections(64).halved();
     EXPECT_EQ(map.side(), 32);
     for (const Eigen::Vector3f& direction : directions())
-        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.03f) << direction.transpose();
+        EXPECT_LT((map.at(direction).normalized() - direction.normalized()).norm(), 0.04f) << direction.transpose();
 }
 
 } // namespace render::studio

@@ -45,4 +45,23 @@ TEST(OutputFiles, WishesThatCannotBeWrittenAreToldBeforeTheImport)
     EXPECT_TRUE(complaint({"a.obj", "--view", "inside"}).contains(QStringLiteral("iso")));
 }
 
+TEST(OutputFiles, LooksAndBackgroundsOfPicturesAreToldBeforeTheImport)
+{
+    const auto complaint = [](std::initializer_list<const char*> words) {
+        return outputComplaint(parse(words).commandLine).value_or(QString());
+    };
+    EXPECT_EQ(complaint({"a.obj", "--snapshot", "a.png", "--look", "Studio", "--background", "#102030"}), QString());
+    EXPECT_EQ(complaint({"a.obj", "--snapshot-variants", "sets", "--background", "transparent"}), QString());
+    EXPECT_TRUE(complaint({"a.obj", "--snapshot", "a.png", "--look", "shiny"}).contains(QStringLiteral("shiny")));
+    EXPECT_TRUE(complaint({"a.obj", "--snapshot", "a.png", "--background", "no/such.png"})
+                    .contains(QStringLiteral("--background: ")));
+    EXPECT_TRUE(complaint({"a.obj", "--snapshot", "a.png", "--environment", "no/such.hdr"})
+                    .contains(QStringLiteral("no/such.hdr")));
+    EXPECT_EQ(complaint({"a.obj", "--snapshot", "a.png", "--look", "plain", "--environment", "x.hdr"}),
+              QStringLiteral("--environment is for pictures with --look studio"));
+    for (const char* option : {"--look", "--background", "--environment"})
+        EXPECT_EQ(complaint({"a.obj", option, "plain"}),
+                  QStringLiteral("--look, --environment and --background are for pictures, and --snapshot names none"));
+}
+
 } // namespace
