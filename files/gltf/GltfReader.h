@@ -14,8 +14,10 @@ namespace files::gltf
 /// triangles and lines. Linear colours become display colours.
 /// Extras become attributes (GltfExtras).
 ///
-/// Left out: textures, lights, skins, morph targets, animations, other scenes, the back side of single-sided
-/// materials, and extensions. What a file requires of these is an error.
+/// Materials keep their physically based surface with its textures (GltfSurfaces).
+///
+/// Left out: lights, skins, morph targets, animations, other scenes, and other extensions. What a file requires of these
+/// is an error.
 osg::NodePtr readGltf(ReadTask& task);
 
 } // namespace files::gltf

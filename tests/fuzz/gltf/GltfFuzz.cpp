@@ -1,0 +1,88 @@
+// Any bytes as a glTF file: an error or a tree, nothing left alive. Pictures on its materials are made smaller, as for a
+// GLB file.
+//
+// zn_gltf_fuzz -dict=<this folder>/gltf.dict <a folder for findings> <this folder>/corpus
+
+#include "files/SceneReaders.h"
+#include "files/glb/images/FittedImage.h"
+#include "files/gltf/GltfReader.h"
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/Geometry.h"
+#include "scene/ContainerRegistry.h"
+#include "scene/MaterialLook.h"
+#include "tests/files/scenefile/TreeWalk.h"
+
+#include <cstdlib>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace
+{
+
+void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+/// A file in memory, under a name without an extension.
+class InputFile
+{
+public:
+    InputFile() : m_file(memfd_create("input", MFD_CLOEXEC)) { require(m_file >= 0); }
+
+    void write(const std::uint8_t* data, std::size_t size) const
+    {
+        require(ftruncate(m_file, 0) == 0 && pwrite(m_file, data, size, 0) == static_cast<ssize_t>(size));
+    }
+
+    QString name() const { return QStringLiteral("/proc/self/fd/%1").arg(m_file); }
+
+private:
+    int m_file;
+};
+
+/// Small enough for a small memory and a short time.
+files::ReadOptions limits()
+{
+    files::ReadOptions options;
+    options.limits.maxFileBytes = 1 << 22;
+    options.limits.maxNodes = 1 << 13;
+    options.limits.maxVertices = 1 << 20;
+    return options;
+}
+
+/// Makes the pictures on what is drawn at and below `root` smaller, as a GLB file may ask.
+void fitPictures(const osg::NodePtr& root)
+{
+    std::vector<osg::NodePtr> nodes = {root};
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const auto geometry = osg::fcCast<osg::Geometry>(nodes[i]->getCore());
+        const osg::PhysicalSurface surface = osg::surfaceOf(geometry ? geometry->getMaterial() : osg::MaterialPtr());
+        for (const auto& [slot, texture] : surface.textures)
+            (void)files::glb::images::fitted(texture.image, 4);
+        for (unsigned child = 0; child < nodes[i]->getNChildren(); ++child)
+            nodes.push_back(nodes[i]->getChild(child));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const InputFile file;
+    file.write(data, size);
+    files::SceneReaders readers;
+    readers.add({QStringLiteral("glTF"), {QString()}, files::gltf::readGltf});
+    const files::ReadResult result = readers.read(file.name(), limits());
+    require(!result || result.value());
+    if (result) {
+        const osg::RefPtr<osg::NodePtr> root(result.value());
+        fitPictures(root.get());
+        touchEverything(root);
+    }
+    require(osg::livingContainerCount() == 0);
+    osg::sweepContainers();
+    return 0;
+}
