@@ -99,10 +99,11 @@ struct SnapshotResult {
 /// display needed.
 ///
 /// The standard views are parallel projections, the iso view has a mild perspective. In the plain look surfaces have
-/// their material's diffuse colour or their vertex colours, are lit from both sides and darkened where they are hidden from the sky, as
-/// the mesh tells (`osg::Mesh::occlusion`) or else as rays find; lines and points are thin flat strokes, darkened or
-/// lightened where they would not stand out from the backdrop. Triangles with positions that are not finite or with
-/// indices out of range are left out. Vertex arrays are read in place. The tree must not change meanwhile.
+/// their material's diffuse colour or their vertex colours, are lit from both sides and darkened where they are hidden
+/// from the sky, as the mesh tells (`osg::Mesh::occlusion`) or else as rays find; lines and points are thin flat
+/// strokes, darkened or lightened where they would not stand out from the backdrop. Triangles with positions that are
+/// not finite or with indices out of range are left out. Vertex arrays are read in place. The tree must not change
+/// meanwhile.
 ///
 /// In the studio look surfaces are as `osg::PhysicalSurface` and its textures say, times the vertex colours, in the
 /// light of an environment, and nothing but that light is drawn of it; sheen is left out, and what is transmitted goes

@@ -16,8 +16,8 @@ namespace files::gltf
 ///
 /// Materials keep their physically based surface with its textures (GltfSurfaces).
 ///
-/// Left out: lights, skins, morph targets, animations, other scenes, and other extensions. What a file requires of these
-/// is an error.
+/// Left out: lights, skins, morph targets, animations, other scenes, and other extensions. What a file requires of
+/// these is an error.
 osg::NodePtr readGltf(ReadTask& task);
 
 } // namespace files::gltf

@@ -1,5 +1,5 @@
-// Any bytes as a glTF file: an error or a tree, nothing left alive. Pictures on its materials are made smaller, as for a
-// GLB file.
+// Any bytes as a glTF file: an error or a tree, nothing left alive. Pictures on its materials are made smaller, as for
+// a GLB file.
 //
 // zn_gltf_fuzz -dict=<this folder>/gltf.dict <a folder for findings> <this folder>/corpus
 
