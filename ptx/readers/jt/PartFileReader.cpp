@@ -103,6 +103,10 @@ private:
                 product.name = fs::path(path).stem().string();
         if (skippedPmi > 0)
             model::tagFile(model, {osg::scenefile::converted::leftOutTag({path, "segments of PMI", skippedPmi})});
+        if (const std::size_t textures = file.graph.textures; textures > 0) {
+            m_job.log.warning(std::to_string(textures) + " pictures of materials are not read");
+            model::tagFile(model, {osg::scenefile::converted::leftOutTag({path, "pictures of materials", textures})});
+        }
         return model;
     }
 

@@ -264,6 +264,11 @@ void FileWriter::shortMaterial(Id id, const std::array<float, 4>& diffuse)
     add(m_nodes, sceneGuid("10dd1030"), AttributeBase, to.data);
 }
 
+void FileWriter::texture(Id id)
+{
+    add(m_nodes, sceneGuid("10dd1073"), AttributeBase, baseAttribute(id, 8, 0).data);
+}
+
 void FileWriter::move(Id id, double x, double y, double z)
 {
     transform(id, {{12, x}, {13, y}, {14, z}});

@@ -49,6 +49,8 @@ public:
                   int dataFlags = 0);
     /// Version 8 with ambient, emission and specular in their short forms.
     void shortMaterial(Id id, const std::array<float, 4>& diffuse);
+    /// A picture for materials, with nothing in it.
+    void texture(Id id);
     void move(Id id, double x, double y, double z);
     /// Elements of the placement by their number, 0 to 15.
     void transform(Id id, const std::map<unsigned, double>& elements, unsigned state = 8);

@@ -15,7 +15,7 @@ struct Row {
 };
 
 // In the order of their GUIDs.
-constexpr std::array<Row, 26> Rows = {{
+constexpr std::array<Row, 27> Rows = {{
     {"10dd1019-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::FloatAtom},
     {"10dd101b-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Group},
     {"10dd102a-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Instance},
@@ -29,6 +29,7 @@ constexpr std::array<Row, 26> Rows = {{
     {"10dd104c-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Lod},
     {"10dd1059-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Shape},
     {"10dd106e-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::StringAtom},
+    {"10dd1073-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Texture},
     {"10dd1077-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Shape},
     {"10dd107f-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Shape},
     {"10dd1083-2ac8-11d1-9b6b-0080c7bb5997", ElementKind::Transform},

@@ -18,6 +18,7 @@ enum class ElementKind {
     MetaData,
     Shape,
     Material,
+    Texture,
     Transform,
     StringAtom,
     IntegerAtom,

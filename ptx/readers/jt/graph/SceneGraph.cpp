@@ -46,6 +46,8 @@ private:
             m_graph.nodes.try_emplace(id, readNode(element.data, m_major, kind, element.base));
         } else if (kind == ElementKind::Material || kind == ElementKind::Transform) {
             m_graph.attributes.try_emplace(id, readAttribute(element.data, m_major, kind));
+        } else if (kind == ElementKind::Texture) {
+            ++m_graph.textures;
         }
         checkElement(element, id);
     }

@@ -6,6 +6,7 @@
 #include "ptx/readers/jt/graph/Placement.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -73,6 +74,7 @@ struct SceneGraph {
     Id root = 0;
     std::unordered_map<Id, SceneNode> nodes;
     std::unordered_map<Id, Attribute> attributes;
+    std::size_t textures = 0; ///< elements with pictures for materials, which are not read
     std::vector<std::string> warnings;
     container::Damage damage;
 

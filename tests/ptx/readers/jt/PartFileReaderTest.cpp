@@ -97,6 +97,17 @@ TEST_F(JtPartFiles, MissingAndDamagedFilesAreLeftOutWithTheirReason)
     EXPECT_THAT(log(), HasSubstr("of \"place 0\" is left out: there is no such file"));
 }
 
+TEST_F(JtPartFiles, PicturesOfMaterialsAreCounted)
+{
+    FileWriter bolt = partOf(5);
+    bolt.texture(90);
+    bolt.texture(91);
+    const ptx::model::Model model = read(bolt);
+    EXPECT_THAT(place(model, 0).tags,
+                ElementsAre("ptx::left-out=2 pictures of materials\n" + folder().file("input.jt")));
+    EXPECT_THAT(log(), HasSubstr("2 pictures of materials are not read"));
+}
+
 TEST_F(JtPartFiles, EachFileTellsHowMuchPmiOfItIsLeftOut)
 {
     FileWriter bolt = partOf(5);
