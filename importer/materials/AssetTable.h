@@ -18,14 +18,14 @@ inline constexpr std::size_t rowKinds = 5;
 
 /// Which asset is put on what. Texts are UTF-8.
 struct TableRow {
-    RowKind kind = RowKind::Material;
-    std::string pattern; ///< see `osg::matchesPattern`; "#rrggbb" in small letters for a colour
-    std::string asset;   ///< its uuid or its name
+    RowKind kind = RowKind::Material; ///< what it looks at
+    std::string pattern;              ///< see `osg::matchesPattern`; "#rrggbb" in small letters for a colour
+    std::string asset;                ///< its uuid or its name
 };
 
 /// A file "materials.json" in a folder of material assets.
 struct AssetTable {
-    QString file;
+    QString file;               ///< where it stands
     std::vector<TableRow> rows; ///< in the order of the file
 };
 

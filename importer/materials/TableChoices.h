@@ -14,7 +14,7 @@ namespace importer::materials
 
 /// A geometry at one of its places.
 struct DrawnPlace {
-    osg::NodePtr node;
+    osg::NodePtr node;              ///< that of the geometry
     osg::NodePtr group;             ///< the topmost with a material above it, whose material rules; null for none
     osg::MaterialPtr material;      ///< that it is drawn with; null for none
     std::optional<std::size_t> row; ///< of the table; nothing where none fits
