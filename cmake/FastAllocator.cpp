@@ -1,6 +1,7 @@
-// How programs of ours use mimalloc. It is a C library, whose own operators end the program when memory is out: C cannot
-// throw. And it keeps what was freed for 25 ms, by which time a reader's tables are still there when its parts are
-// healed: less than 2 ms later they are not, which takes a tenth from the peak and no time.
+// How programs of ours use mimalloc. It is a C library, whose own operators end the program when memory is
+// out: C cannot throw. And it keeps what was freed for 25 ms, by which time a reader's tables are still there
+// when its parts are healed: less than 2 ms later they are not, which takes a tenth from the peak and no
+// time.
 
 #include <mimalloc.h>
 
