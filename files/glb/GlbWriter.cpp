@@ -5,7 +5,10 @@
 #include "files/OutputFile.h"
 #include "files/Text.h"
 #include "files/glb/GlbNodes.h"
+#include "files/glb/gathering/Gathering.h"
+#include "files/glb/packing/EqualArrays.h"
 #include "files/glb/packing/Packing.h"
+#include "files/glb/packing/PositionGrid.h"
 
 #include <QtEndian>
 
@@ -109,18 +112,37 @@ struct Content {
     std::optional<packing::Packed> packed;
 };
 
+/// The longest side that merged parts may have together, in the unit of the file.
+double largestMerged(const WriteOptions& options)
+{
+    return options.packing.quantize ? packing::largestMerged(options.packing.error / options.millimetresPerUnit)
+                                    : std::numeric_limits<double>::infinity();
+}
+
 /// Refers to `nodes`.
 Content contentOf(const GlbNodes& nodes, const WriteOptions& options)
 {
     Content content(nodes);
     const GlbArrays& arrays = nodes.meshes().arrays();
-    if (!options.packing.isOn() || arrays.size() == 0)
+    if (!(options.packing.isOn() || options.gathering.isOn()) || arrays.size() == 0)
         return content;
     const auto parsed = [](const JsonList& list) { return packing::Json::parse(list.text()); };
-    content.file = {parsed(nodes.list()), parsed(nodes.meshes().list()), parsed(arrays.accessors()),
-                    parsed(arrays.views()), arrays.bytes()};
+    content.file = {packing::Json::parse(nodes.scene()),
+                    parsed(nodes.list()),
+                    parsed(nodes.meshes().list()),
+                    parsed(nodes.meshes().materials().list()),
+                    parsed(arrays.accessors()),
+                    parsed(arrays.views()),
+                    arrays.bytes()};
+    packing::shareEqualArrays(content.file);
+    gathering::gather(content.file, options.gathering, largestMerged(options));
     content.packed = packing::pack(content.file, options.packing, options.millimetresPerUnit);
     return content;
+}
+
+std::string packedText(const packing::Json& json)
+{
+    return json.dump(-1, ' ', false, packing::Json::error_handler_t::replace);
 }
 
 void addExtensions(const Content& content, DocumentText& text)
@@ -160,11 +182,6 @@ Json assetOf(const GlbVariants& variants, const WriteOptions& options)
     if (Json sets = variants.sets(); !sets.empty())
         asset["extras"]["variantSets"] = std::move(sets);
     return asset;
-}
-
-std::string packedText(const packing::Json& json)
-{
-    return json.dump(-1, ' ', false, packing::Json::error_handler_t::replace);
 }
 
 /// The lists that packing changes, and the buffers, of which the first one has the pictures behind the arrays.
@@ -209,17 +226,19 @@ void addTextures(const Content& content, DocumentText& text)
 DocumentText documentOf(const Content& content, const WriteOptions& options)
 {
     const GlbNodes& nodes = content.nodes;
-    const GlbMeshes& meshes = nodes.meshes();
     DocumentText text;
     addExtensions(content, text);
     text.add("asset", textOf(assetOf(nodes.variants(), options)));
     if (nodes.attributes().hasProducts())
         text.add("extras", nodes.attributes());
     text.add("scene", "0");
-    text.add("scenes", '[' + nodes.scene() + ']');
+    text.add("scenes", '[' + (content.packed ? packedText(content.file.scene) : nodes.scene()) + ']');
     addArrays(content, text);
     text.add("cameras", nodes.cameras().list());
-    text.add("materials", meshes.materials().list());
+    if (content.packed)
+        text.add("materials", packedText(content.file.materials));
+    else
+        text.add("materials", nodes.meshes().materials().list());
     addTextures(content, text);
     text.finish();
     return text;
@@ -292,6 +311,7 @@ files::Result<Written> written(const osg::NodePtr& root, const QString& path, co
     Written numbers{bytes.value(), nodes.list().size(), nodes.meshes().list().size()};
     if (content.packed) {
         numbers.nodes = content.file.nodes.size();
+        numbers.meshes = content.file.meshes.size();
         numbers.error = content.packed->error * options.millimetresPerUnit;
     }
     return {numbers, notesOf(nodes.warnings(), path)};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/Expected.h"
+#include "files/glb/gathering/GatherOptions.h"
 #include "files/glb/packing/PackOptions.h"
 #include "host/OSGSystem/Node.h"
 
@@ -82,7 +83,8 @@ struct WriteOptions {
     Textures textures = Textures::Embed; ///< where the pictures of materials are
     /// Pixels: pictures with a longer side are made smaller; 0 for none. KTX2 and DDS pictures stay as they are.
     int mostTextureSide = 0;
-    PackOptions packing; ///< what makes the file smaller
+    PackOptions packing;     ///< what makes the file smaller
+    GatherOptions gathering; ///< what makes it quicker to draw
 };
 
 /// Numbers of a complete file.

@@ -24,8 +24,8 @@ constexpr std::array<std::string_view, 6> ownMembers = {"annotations", "external
 /// The lists whose entries may have extras that are read.
 constexpr std::array<std::string_view, 5> readLists = {"cameras", "materials", "meshes", "nodes", "scenes"};
 
-/// Keeps the extras of the document, of its asset, nodes, meshes, cameras, materials and scenes, and whatever is in
-/// these.
+/// Keeps the extras of the document, of its asset, nodes, meshes and their primitives, cameras, materials and scenes,
+/// and whatever is in these.
 class Filter
 {
 public:
@@ -37,12 +37,14 @@ public:
             return true;
         m_depth = 0;
         if (depth == 1)
+            m_hasPrimitives = key == "meshes";
+        if (depth == 1)
             m_readDepth = key == "asset"                                                          ? 2
                           : std::find(readLists.begin(), readLists.end(), key) != readLists.end() ? 3
                                                                                                   : 0;
         if (key != "extras")
             return true;
-        if (depth == 1 || depth == m_readDepth)
+        if (depth == 1 || depth == m_readDepth || (m_hasPrimitives && depth == primitiveDepth))
             m_depth = depth;
         else
             ++m_leftOut;
@@ -50,9 +52,12 @@ public:
     }
 
 private:
+    static constexpr int primitiveDepth = 5;
+
     std::size_t& m_leftOut;
-    int m_depth = 0;     ///< of the extras around the place; 0 outside
-    int m_readDepth = 0; ///< where extras are read in the present member of the document; 0 for nowhere
+    bool m_hasPrimitives = false; ///< in the present member of the document
+    int m_depth = 0;              ///< of the extras around the place; 0 outside
+    int m_readDepth = 0;          ///< where extras are read in the present member of the document; 0 for nowhere
 };
 
 Json takeMember(Json& object, const char* name)
@@ -103,11 +108,14 @@ public:
                 takeVariants(index, extras);
                 show(index, takeMember(extras, "shown"), node);
             }
+            if (m_isOurs)
+                takeParts(index, extras);
             if (m_isOurs && takeMember(extras, "annotations") == true)
                 m_extras.m_annotations.insert(index);
             m_extras.m_nodes[index] = nodeExtras(extras);
         });
         each("meshes", [this](int index, Json& extras, const Json&) { m_extras.m_meshes[index] = withOwn(extras); });
+        takeRanges();
         each("cameras", [this](int index, Json& extras, const Json&) { m_extras.m_cameras[index] = withOwn(extras); });
         each("materials",
              [this](int index, Json& extras, const Json&) { m_extras.m_materials[index] = withOwn(extras); });
@@ -194,6 +202,61 @@ private:
         for (const auto& [name, isShown] : variants.items())
             if (variants.is_object() && isShown.is_boolean())
                 m_extras.m_nodeVariants[index][name] = isShown.get<bool>();
+    }
+
+    void takeParts(int index, Json& extras)
+    {
+        for (const char* member : {"instances", "parts"})
+            for (Json& entry : takeMember(extras, member)) {
+                GltfPart part;
+                part.name = textIn(entry, "name");
+                for (const Json& name : takeMember(entry, "path"))
+                    part.path.push_back(name.is_string() ? name.get<std::string>() : std::string());
+                for (const char* known : {"name", "mesh"})
+                    takeMember(entry, known);
+                NodeExtras own = nodeExtras(entry);
+                part.product = own.product;
+                part.occurrence = own.occurrence;
+                m_extras.m_parts[index].push_back(std::move(part));
+            }
+    }
+
+    /// Of the primitives, whose other extras nobody reads.
+    void takeRanges()
+    {
+        const auto meshes = m_document.find("meshes");
+        if (meshes == m_document.end() || !meshes->is_array())
+            return;
+        for (std::size_t mesh = 0; mesh < meshes->size(); ++mesh) {
+            const auto primitives =
+                (*meshes)[mesh].is_object() ? (*meshes)[mesh].find("primitives") : (*meshes)[mesh].end();
+            if (!(*meshes)[mesh].is_object() || primitives == (*meshes)[mesh].end() || !primitives->is_array())
+                continue;
+            for (std::size_t i = 0; i < primitives->size(); ++i) {
+                Json extras = takeMember((*primitives)[i], "extras");
+                if (extras.is_null())
+                    continue;
+                std::vector<GltfPartRange> ranges = rangesIn(m_isOurs ? takeMember(extras, "parts") : Json());
+                if (ranges.empty())
+                    ++m_leftOut;
+                else
+                    m_extras.m_ranges[{int(mesh), i}] = std::move(ranges);
+            }
+        }
+    }
+
+    /// None when some entry is no range.
+    static std::vector<GltfPartRange> rangesIn(const Json& list)
+    {
+        std::vector<GltfPartRange> ranges;
+        for (const Json& entry : list) {
+            if (!entry.is_array() || entry.size() < 2 || !entry[0].is_number_unsigned() ||
+                !entry[1].is_number_unsigned())
+                return {};
+            ranges.push_back({entry[0].get<std::size_t>(), entry[1].get<std::size_t>(),
+                              entry.size() > 2 ? textIn(entry[2], "material") : std::string()});
+        }
+        return ranges;
     }
 
     NodeExtras nodeExtras(Json& extras)

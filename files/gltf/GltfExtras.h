@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/gltf/GltfJson.h"
+#include "files/gltf/GltfParts.h"
 #include "host/OSGSystem/Material.h"
 #include "host/OSGSystem/Node.h"
 #include "scene/Attributes.h"
@@ -51,6 +52,20 @@ public:
     /// A node of ours that is written small because it is hidden. The document has its true transform by now.
     bool isShrunk(int index) const { return m_shrunk.contains(index); }
 
+    /// The parts that a node of ours draws, in the order of its instances or as the ranges of its primitives number
+    /// them; null for other nodes.
+    const std::vector<GltfPart>* partsOfNode(int index) const
+    {
+        const auto found = m_parts.find(index);
+        return found == m_parts.end() ? nullptr : &found->second;
+    }
+    /// Which part has which elements of a primitive; null for one that has none.
+    const std::vector<GltfPartRange>* rangesOfPrimitive(int mesh, std::size_t primitive) const
+    {
+        const auto found = m_ranges.find({mesh, primitive});
+        return found == m_ranges.end() ? nullptr : &found->second;
+    }
+
     /// Gives `node` those of a node of the document. An index without any is fine, here and below.
     void addToNode(int index, const osg::NodePtr& node) const;
     /// Gives `node` those of a mesh as those of its product, unless it has a product.
@@ -77,6 +92,8 @@ private:
     std::vector<GltfVariantSet> m_variantSets;
     std::unordered_map<int, std::map<std::string, bool>> m_nodeVariants;
     std::unordered_set<int> m_shrunk;
+    std::unordered_map<int, std::vector<GltfPart>> m_parts;
+    std::map<std::pair<int, std::size_t>, std::vector<GltfPartRange>> m_ranges;
     Held m_document;
     double m_millimetresPerUnit = 1000;
     UpAxis m_upAxis = UpAxis::Y;

@@ -20,6 +20,17 @@ int attribute(const tinygltf::Primitive& primitive, const char* name)
     return found == primitive.attributes.end() ? -1 : found->second;
 }
 
+/// Whether `ranges` are of `parts` parts and have `elements` elements together.
+bool fit(const std::vector<GltfPartRange>& ranges, std::size_t parts, std::size_t elements)
+{
+    for (const GltfPartRange& range : ranges) {
+        if (range.part >= parts || range.elements > elements)
+            return false;
+        elements -= range.elements;
+    }
+    return elements == 0;
+}
+
 } // namespace
 
 GltfMeshes::GltfMeshes(const GltfDocument& document, GltfVariants& variants, ReadTask& task)
@@ -46,6 +57,50 @@ const GltfMeshes::Geometries& GltfMeshes::geometries(int mesh, const QString& pl
         entry->second.emplace_back(makeGeometry(from.name, std::move(content), look));
     }
     return entry->second;
+}
+
+std::optional<std::vector<GltfMeshes::Geometries>> GltfMeshes::parts(int mesh, std::size_t count, const QString& place)
+{
+    std::vector<Geometries> parts(count);
+    const Geometries& wholes = geometries(mesh, place);
+    const tinygltf::Mesh& from = m_document.model.meshes[static_cast<std::size_t>(mesh)];
+    if (wholes.size() != from.primitives.size())
+        return std::nullopt;
+    for (std::size_t i = 0; i < wholes.size(); ++i) {
+        const std::vector<GltfPartRange>* ranges = m_document.extras.rangesOfPrimitive(mesh, i);
+        const osg::Mesh& whole = osg::GeometryAccess::mesh(*wholes[i].get());
+        const std::size_t corners = gltfCorners(from.primitives[i].mode);
+        const std::size_t indices = whole.triangles.size() + whole.lines.size() + whole.points.size();
+        if (!ranges || !fit(*ranges, count, indices / corners))
+            return std::nullopt;
+        m_task.takeMemory(indices * (sizeof(std::uint32_t) + sizeof(osg::Vec3f) * 2), place);
+        std::size_t first = 0;
+        for (const GltfPartRange& range : *ranges) {
+            osg::Mesh content = meshOfPart(whole, first, range.elements * corners);
+            first += range.elements * corners;
+            const osg::MaterialPtr look =
+                materialInstead(range.material, content, wholes[i].get()->getMaterial(), place);
+            parts[range.part].emplace_back(makeGeometry(from.name, std::move(content), look));
+        }
+    }
+    return parts;
+}
+
+osg::MaterialPtr GltfMeshes::materialInstead(const std::string& name, osg::Mesh& mesh,
+                                             const osg::MaterialPtr& otherwise, const QString& place)
+{
+    if (name.empty())
+        return otherwise;
+    if (m_materialNames.empty())
+        for (std::size_t i = 0; i < m_document.model.materials.size(); ++i)
+            m_materialNames.try_emplace(m_document.model.materials[i].name, static_cast<int>(i));
+    const auto found = m_materialNames.find(name);
+    const bool isOneColor = std::all_of(mesh.colors.begin(), mesh.colors.end(),
+                                        [&](const osg::Color4f& color) { return color == mesh.colors[0]; });
+    if (found == m_materialNames.end() || !isOneColor)
+        return otherwise;
+    mesh.colors = {};
+    return material(found->second, place);
 }
 
 osg::Mesh GltfMeshes::meshOf(const tinygltf::Primitive& primitive, const QString& place)

@@ -44,8 +44,11 @@ private:
     std::string sceneName() const;
     std::vector<int> rootNodes();
     std::vector<int> nodesWithoutParent() const;
+    void failIfTooDeep(std::uint64_t depth, int node) const;
     const tinygltf::Node& enter(const Step& step);
     void add(const Step& step);
+    using Instances = std::optional<std::vector<osg::Matrix>>;
+    bool addParts(const Step& step, const tinygltf::Node& from, const osg::Matrix& matrix, const Instances& instances);
     osg::NodePtr makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
                              const GltfMeshes::Geometries& geometries);
     osg::Matrix matrixOf(const tinygltf::Node& node, int index) const;
@@ -60,6 +63,7 @@ private:
     ReadTask& m_task;
     GltfVariants m_variants;
     GltfMeshes m_meshes;
+    GltfPartPlaces m_parts;
     std::vector<bool> m_seen;
     std::vector<Step> m_queue;
     bool m_hasGeometry = false;
@@ -133,6 +137,13 @@ std::vector<int> GltfTree::rootNodes()
     return m_model.scenes[scene].nodes;
 }
 
+void GltfTree::failIfTooDeep(std::uint64_t depth, int node) const
+{
+    if (depth > m_task.options().limits.maxDepth)
+        m_task.fail(ErrorCode::LimitExceeded, tr("the tree is deeper than %1").arg(m_task.options().limits.maxDepth),
+                    nodePlace(node));
+}
+
 /// A node that is met twice is its own ancestor or has two parents; glTF allows neither.
 const tinygltf::Node& GltfTree::enter(const Step& step)
 {
@@ -140,9 +151,7 @@ const tinygltf::Node& GltfTree::enter(const Step& step)
         m_task.fail(ErrorCode::Damaged, tr("this node does not exist"), nodePlace(step.node));
     if (m_seen[static_cast<std::size_t>(step.node)])
         m_task.fail(ErrorCode::Damaged, tr("this node hangs below itself or below two others"), nodePlace(step.node));
-    if (step.depth > m_task.options().limits.maxDepth)
-        m_task.fail(ErrorCode::LimitExceeded, tr("the tree is deeper than %1").arg(m_task.options().limits.maxDepth),
-                    nodePlace(step.node));
+    failIfTooDeep(step.depth, step.node);
     m_seen[static_cast<std::size_t>(step.node)] = true;
     return m_model.nodes[static_cast<std::size_t>(step.node)];
 }
@@ -154,8 +163,9 @@ void GltfTree::add(const Step& step)
     const GltfMeshes::Geometries& geometries =
         from.mesh < 0 ? none : m_meshes.geometries(from.mesh, nodePlace(step.node));
     const osg::Matrix matrix = matrixOf(from, step.node);
-    const std::optional<std::vector<osg::Matrix>> instances =
-        instancesOf(from, m_meshes.accessors(), m_task, nodePlace(step.node));
+    const Instances instances = instancesOf(from, m_meshes.accessors(), m_task, nodePlace(step.node));
+    if (addParts(step, from, matrix, instances))
+        return;
     m_task.countNodes(1 + geometries.size());
     const osg::NodePtr node = makeNodeFor(from, matrix, instances ? none : geometries);
     if (instances)
@@ -167,6 +177,30 @@ void GltfTree::add(const Step& step)
     addCamera(node, from.camera);
     for (const int child : from.children)
         m_queue.push_back({child, node, step.depth + 1});
+}
+
+/// What a node of ours draws together becomes the parts that it was, if the node tells them.
+bool GltfTree::addParts(const Step& step, const tinygltf::Node& from, const osg::Matrix& matrix,
+                        const Instances& instances)
+{
+    const std::vector<GltfPart>* parts = m_extras.partsOfNode(step.node);
+    if (!parts || from.mesh < 0 || !from.children.empty() || from.camera >= 0)
+        return false;
+    const QString place = nodePlace(step.node);
+    const GltfMeshes::Geometries& whole = m_meshes.geometries(from.mesh, place);
+    std::optional<std::vector<GltfMeshes::Geometries>> pieces;
+    if (!instances)
+        pieces = m_meshes.parts(from.mesh, parts->size(), place);
+    if (instances ? instances->size() != parts->size() : !pieces)
+        return false;
+    for (std::size_t i = 0; i < parts->size(); ++i) {
+        const GltfMeshes::Geometries& own = instances ? whole : (*pieces)[i];
+        failIfTooDeep(step.depth + (*parts)[i].path.size(), step.node);
+        m_task.countNodes(1 + own.size() + (*parts)[i].path.size());
+        m_hasGeometry = m_hasGeometry || !own.empty();
+        m_parts.add(step.parent, instances ? matrix * (*instances)[i] : matrix, (*parts)[i], own);
+    }
+    return true;
 }
 
 osg::NodePtr GltfTree::makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
@@ -226,6 +260,7 @@ osg::NodePtr GltfTree::build()
         m_queue.push_back({node, place, 3});
     for (std::size_t i = 0; i < m_queue.size(); ++i)
         add(Step(m_queue[i]));
+    m_parts.finish();
     if (!m_hasGeometry)
         m_task.fail(ErrorCode::Empty, tr("there is no mesh in the scene of this file"));
     m_variants.attach(tree.root());

@@ -44,6 +44,8 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.scaleIntoVertices = parser.isSet(QStringLiteral("scale-into-vertices"));
     line.glbEdges = parser.isSet(QStringLiteral("glb-edges"));
     line.web = parser.isSet(QStringLiteral("web"));
+    line.instances = parser.isSet(QStringLiteral("instances"));
+    line.mergeBelow = parser.value(QStringLiteral("merge-below"));
     line.reportFile = parser.value(QStringLiteral("report"));
     line.bomFile = parser.value(QStringLiteral("bom"));
     line.bomLevels = parser.value(QStringLiteral("bom-levels"));
@@ -105,6 +107,8 @@ constexpr const char* batchOptions[] = {"unit",
                                         "up",
                                         "scale-into-vertices",
                                         "web",
+                                        "instances",
+                                        "merge-below",
                                         "glb-edges",
                                         "textures",
                                         "max-texture",
@@ -214,7 +218,15 @@ const std::vector<OptionRow>& optionTable()
          "export.scaleIntoVertices=on."},
         {nullptr, "web", nullptr,
          "Write .glb files small, for web pages: positions as integers, normals of 8 bits, compressed (readers have to "
-         "know KHR_mesh_quantization and EXT_meshopt_compression). How far vertices may have moved is told."},
+         "know KHR_mesh_quantization, EXT_meshopt_compression and EXT_mesh_gpu_instancing), with few draw calls. How "
+         "far vertices may have moved is told."},
+        {nullptr, "instances", nullptr,
+         "Let one node of a .glb file draw a mesh at all of its places (EXT_mesh_gpu_instancing); the same as --set "
+         "export.instances=on."},
+        {nullptr, "merge-below", "N",
+         "Make one mesh of those in a .glb file that have fewer than N triangles at all of their places, with a "
+         "primitive for each material and a table of the parts; 0 for none; 10000 with --web. The same as --set "
+         "export.mergeBelow=N."},
         {nullptr, "glb-edges", nullptr,
          "Add the edges between faces to .glb files, as lines that tell their faces; the same as --set "
          "export.edges=on."},

@@ -43,6 +43,8 @@ struct CommandLine {
     QString up;                         ///< axis of a GLB file; empty for Y
     bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
     bool web = false;                   ///< GLB files are to be small
+    bool instances = false;             ///< GLB files are to have one node for a mesh at several places
+    QString mergeBelow;                 ///< triangles of the meshes in GLB files that become one; empty for none given
     bool glbEdges = false;              ///< GLB files are to have edges, whatever the setting says
     bool areTexturesGiven = false;      ///< where the pictures of GLB files are was said
     bool isMaxTextureGiven = false;     ///< and how large they may be

@@ -1,14 +1,9 @@
 #pragma once
 
-#include "files/glb/packing/PackedFile.h"
-
-#include <array>
+#include "files/glb/packing/Affine.h"
 
 namespace files::glb::packing
 {
-
-/// Numbers for each of the axes.
-using Vector = std::array<double, 3>;
 
 /// A box along the axes.
 struct Box {
@@ -24,8 +19,17 @@ struct MeshPlaces {
     double extent = 0;          ///< the longest side of the box of all that is drawn
 };
 
-/// `boxes` are those of the meshes in their own spaces. What is shrunk because it is hidden counts as it is when it is
-/// shown.
-MeshPlaces placesOfMeshes(const Json& nodes, const std::vector<Box>& boxes);
+/// Includes the corners of `box`, which `place` brings into the space of `all`.
+void include(Box& all, const Affine& place, const Box& box);
+
+/// A box that holds nothing.
+Box emptyBox();
+
+/// The box of the vertices of `mesh` of `file`.
+Box boxOf(const PackedFile& file, const Json& mesh);
+
+/// `boxes` are those of the meshes of `file` in their own spaces. What is shrunk because it is hidden counts as it is
+/// when it is shown.
+MeshPlaces placesOfMeshes(const PackedFile& file, const std::vector<Box>& boxes);
 
 } // namespace files::glb::packing

@@ -1,10 +1,9 @@
 #include "files/glb/packing/Packing.h"
 
+#include "files/glb/packing/InstanceArrays.h"
 #include "files/glb/packing/VertexOrder.h"
 
 #include <algorithm>
-#include <cstring>
-#include <limits>
 #include <map>
 #include <tuple>
 
@@ -17,12 +16,19 @@ namespace
 /// In a scene that is smaller than this many errors, less is allowed: it would fall together.
 constexpr double errorsOfScene = 2048;
 
-/// The primitives with the same attributes on the same grid, and the accessors of their indices.
+/// The accessor of indices, and how they are used.
+struct IndexUse {
+    std::size_t accessor = 0;
+    bool areTriangles = false;
+    std::vector<std::size_t> parts;
+};
+
+/// The primitives with the same attributes on the same grid, and their indices.
 struct VertexSet {
     Json attributes;
     PositionGrid grid;
-    std::vector<std::pair<std::size_t, bool>> indices; ///< and whether they are triangles
-    std::vector<std::size_t> newIndices;               ///< in the packed file
+    std::vector<IndexUse> indices;
+    std::vector<std::size_t> newIndices; ///< in the packed file
     std::vector<Json*> primitives;
     std::vector<std::size_t> listOfPrimitive;
 };
@@ -36,11 +42,9 @@ public:
     Packed run(double millimetres);
 
 private:
-    Box boxOf(const Json& mesh) const;
     void planGrids(double millimetres);
     std::vector<VertexSet> vertexSets();
     void add(VertexSet& set);
-    IndexList indexList(std::size_t accessor, bool areTriangles) const;
     void placeMeshes();
     std::vector<std::string> extensions() const;
 
@@ -51,18 +55,20 @@ private:
     PackedStreams m_streams;
 };
 
-Box Packer::boxOf(const Json& mesh) const
+/// How many indices each part of merged triangles has; empty for others.
+std::vector<std::size_t> partsOf(const Json& primitive)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    Box box = {{infinity, infinity, infinity}, {-infinity, -infinity, -infinity}};
-    for (const Json& primitive : mesh.at("primitives")) {
-        const Json& accessor = m_file.accessors.at(primitive.at("attributes").at("POSITION").get<std::size_t>());
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            box.least[axis] = std::min(box.least[axis], accessor.at("min").at(axis).get<double>());
-            box.most[axis] = std::max(box.most[axis], accessor.at("max").at(axis).get<double>());
-        }
-    }
-    return box;
+    const Json::json_pointer parts("/extras/parts");
+    std::vector<std::size_t> sizes;
+    if (primitive.contains(parts))
+        for (const Json& part : primitive.at(parts))
+            sizes.push_back(part.at(1).get<std::size_t>() * 3);
+    return sizes;
+}
+
+bool isMerged(const Json& mesh)
+{
+    return mesh.at("primitives").at(0).contains(Json::json_pointer("/extras/parts"));
 }
 
 void Packer::planGrids(double millimetres)
@@ -72,11 +78,12 @@ void Packer::planGrids(double millimetres)
         return;
     std::vector<Box> boxes;
     for (const Json& mesh : m_file.meshes)
-        boxes.push_back(boxOf(mesh));
-    const MeshPlaces places = placesOfMeshes(m_file.nodes, boxes);
+        boxes.push_back(boxOf(m_file, mesh));
+    const MeshPlaces places = placesOfMeshes(m_file, boxes);
     const double allowed = std::min(m_options.error / millimetres, places.extent / errorsOfScene);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        m_grids[i] = gridFor(boxes[i], allowed / places.scales[i]);
+        m_grids[i] =
+            gridFor(boxes[i], allowed / places.scales[i], isMerged(m_file.meshes[i]) ? GridOf::Merged : GridOf::Part);
         m_error = std::max(m_error, m_grids[i].error() * places.scales[i]);
     }
 }
@@ -98,28 +105,12 @@ std::vector<VertexSet> Packer::vertexSets()
             const auto [list, isNewList] =
                 lists.try_emplace({number->second, accessor, areTriangles}, set.indices.size());
             if (isNewList)
-                set.indices.emplace_back(accessor, areTriangles);
+                set.indices.push_back(
+                    {accessor, areTriangles, areTriangles ? partsOf(primitive) : std::vector<std::size_t>()});
             set.primitives.push_back(&primitive);
             set.listOfPrimitive.push_back(list->second);
         }
     return sets;
-}
-
-IndexList Packer::indexList(std::size_t accessor, bool areTriangles) const
-{
-    const Json& from = m_file.accessors[accessor];
-    const bool isShort = from.at("componentType").get<int>() == 5123;
-    const std::byte* bytes = elementsOf(m_file, from);
-    IndexList list = {areTriangles, std::vector<std::uint32_t>(from.at("count").get<std::size_t>())};
-    for (std::size_t i = 0; i < list.indices.size(); ++i) {
-        std::uint16_t narrow = 0;
-        if (isShort)
-            std::memcpy(&narrow, bytes + i * sizeof(narrow), sizeof(narrow));
-        else
-            std::memcpy(&list.indices[i], bytes + i * sizeof(std::uint32_t), sizeof(std::uint32_t));
-        list.indices[i] += narrow;
-    }
-    return list;
 }
 
 void Packer::add(VertexSet& set)
@@ -128,8 +119,8 @@ void Packer::add(VertexSet& set)
     for (const auto& [name, accessor] : set.attributes.items())
         streams.push_back(streamOf(name, m_file, m_file.accessors[accessor.get<std::size_t>()], set.grid, m_options));
     std::vector<IndexList> lists;
-    for (const auto& [accessor, areTriangles] : set.indices)
-        lists.push_back(indexList(accessor, areTriangles));
+    for (const IndexUse& use : set.indices)
+        lists.push_back({use.areTriangles, indicesOf(m_file, m_file.accessors[use.accessor]), use.parts});
     orderVertices(streams, lists, m_options);
     const std::size_t vertices = streams.front().count();
     for (VertexStream& stream : streams)
@@ -164,12 +155,17 @@ void addTransform(Json& node, const PositionGrid& grid)
 void Packer::placeMeshes()
 {
     const std::size_t count = m_file.nodes.size();
+    InstanceArrays instances(m_file, m_streams);
     for (std::size_t i = 0; i < count; ++i) {
         Json& node = m_file.nodes[i];
         const auto mesh = node.find("mesh");
-        if (mesh == node.end() || !m_grids[mesh->get<std::size_t>()].isOn())
+        if (mesh == node.end())
             continue;
         const PositionGrid& grid = m_grids[mesh->get<std::size_t>()];
+        if (isInstanced(node))
+            instances.pack(node, grid);
+        if (!grid.isOn() || isInstanced(node))
+            continue;
         if (canTakeTransform(node)) {
             addTransform(node, grid);
             continue;
@@ -185,6 +181,8 @@ void Packer::placeMeshes()
 std::vector<std::string> Packer::extensions() const
 {
     std::vector<std::string> names;
+    if (std::any_of(m_file.nodes.begin(), m_file.nodes.end(), isInstanced))
+        names.emplace_back(instancing);
     if (m_options.quantize || m_options.normalBits > 0)
         names.emplace_back("KHR_mesh_quantization");
     if (m_options.compress)

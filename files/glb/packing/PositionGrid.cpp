@@ -11,6 +11,9 @@ namespace
 {
 
 constexpr double steps = 16384;
+/// 16 bits hold a box of so many errors: a step is 2 / sqrt(3) of them, less up to a tenth for its two digits. That is
+/// more than sqrt(3) times what may be merged.
+constexpr double mostSteps = 68000;
 
 /// Down to two digits: short numbers make short documents.
 double twoDigits(double value)
@@ -35,9 +38,19 @@ double PositionGrid::error() const
     return step / 2 * std::numbers::sqrt3;
 }
 
-PositionGrid gridFor(const Box& box, double error)
+Affine PositionGrid::toMesh() const
 {
-    const double allowed = std::max(error, box.longestSide() / steps);
+    // As readers take it, which have floats.
+    const double size = static_cast<float>(step);
+    Affine place = {{{size, 0, 0}, {0, size, 0}, {0, 0, size}, {0, 0, 0}}};
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        place[3][axis] = size * static_cast<double>(origin[axis]);
+    return place;
+}
+
+PositionGrid gridFor(const Box& box, double error, GridOf of)
+{
+    const double allowed = std::max(error, box.longestSide() / (of == GridOf::Merged ? mostSteps : steps));
     if (!(allowed > 0) || !std::isfinite(allowed))
         return {};
     PositionGrid grid;

@@ -9,6 +9,8 @@ namespace files::glb::packing
 struct IndexList {
     bool areTriangles = false;
     std::vector<std::uint32_t> indices;
+    /// How many indices each part has, one part after the other; empty for a single one. Triangles stay in their part.
+    std::vector<std::size_t> parts = {};
 };
 
 /// Makes one vertex of those that are equal in all streams, and leaves out those that no index needs, when `options`

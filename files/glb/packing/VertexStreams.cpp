@@ -18,11 +18,6 @@ enum Type { SignedByte = 5120, UnsignedByte, SignedShort, UnsignedShort, Float =
 
 using Floats = std::vector<float>;
 
-std::size_t componentsOf(const Json& accessor)
-{
-    return static_cast<std::size_t>(accessor.at("type").get<std::string>().back() - '0');
-}
-
 /// Elements of `components` integers of type T, each filled up to `width` bytes. `convert` has the number and its axis.
 template <class T, class Convert>
 std::vector<std::byte> converted(std::span<const float> values, std::size_t components, std::size_t width,
@@ -118,18 +113,11 @@ void addShares(VertexStream& stream, std::span<const float> values, std::size_t 
 
 } // namespace
 
-const std::byte* elementsOf(const PackedFile& file, const Json& accessor)
-{
-    const Json& view = file.bufferViews.at(accessor.at("bufferView").get<std::size_t>());
-    return file.binary.data() + view.value("byteOffset", std::size_t(0)) + accessor.value("byteOffset", std::size_t(0));
-}
-
 VertexStream streamOf(const std::string& name, const PackedFile& file, const Json& accessor, const PositionGrid& grid,
                       const PackOptions& options)
 {
     const std::size_t components = componentsOf(accessor);
-    Floats values(accessor.at("count").get<std::size_t>() * components);
-    std::memcpy(values.data(), elementsOf(file, accessor), values.size() * sizeof(float));
+    const Floats values = floatsOf(file, accessor);
     VertexStream stream;
     stream.name = name;
     stream.accessor = {{"type", accessor.at("type")}};
@@ -140,7 +128,8 @@ VertexStream streamOf(const std::string& name, const PackedFile& file, const Jso
     else if (name.starts_with("TEXCOORD_") && options.quantize && areShares(values))
         addShares<std::uint16_t>(stream, values, components, UnsignedShort);
     else if (name.starts_with("COLOR_") && options.quantize && areShares(values))
-        addShares<std::uint8_t>(stream, values, components, UnsignedByte);
+        accessor.contains(isFine) ? addShares<std::uint16_t>(stream, values, components, UnsignedShort)
+                                  : addShares<std::uint8_t>(stream, values, components, UnsignedByte);
     else
         addFloats(stream, values, components);
     return stream;

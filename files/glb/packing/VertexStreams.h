@@ -18,9 +18,6 @@ struct VertexStream {
     std::size_t count() const { return bytes.size() / width; }
 };
 
-/// The elements of `accessor` in `file`, which are close together.
-const std::byte* elementsOf(const PackedFile& file, const Json& accessor);
-
 /// The attribute `name`, which `accessor` of `file` tells as floats, in the form that `options` ask for. Positions lie
 /// on `grid`.
 VertexStream streamOf(const std::string& name, const PackedFile& file, const Json& accessor, const PositionGrid& grid,

@@ -8,7 +8,14 @@ namespace
 using files::glb::packing::Box;
 using files::glb::packing::Json;
 using files::glb::packing::MeshPlaces;
-using files::glb::packing::placesOfMeshes;
+using files::glb::packing::PackedFile;
+
+MeshPlaces placesOfMeshes(const Json& nodes, const std::vector<Box>& boxes)
+{
+    PackedFile file;
+    file.nodes = nodes;
+    return files::glb::packing::placesOfMeshes(file, boxes);
+}
 
 const std::vector<Box> boxes = {{{0, 0, 0}, {2, 3, 4}}, {{0, 0, 0}, {1, 1, 1}}};
 
