@@ -44,6 +44,17 @@ std::uint64_t elementCount(const PackedFile& file, const Json& mesh)
     return elements;
 }
 
+/// Whether `primitive` is seen through, in some variant at least.
+bool isBlended(const PackedFile& file, const Json& primitive)
+{
+    const auto blends = [&](const Json& user) {
+        return file.materials.at(user.at("material").get<std::size_t>()).value("alphaMode", std::string()) == "BLEND";
+    };
+    const Json::json_pointer mappings("/extensions/KHR_materials_variants/mappings");
+    return blends(primitive) || (primitive.contains(mappings) &&
+                                 std::any_of(primitive.at(mappings).begin(), primitive.at(mappings).end(), blends));
+}
+
 class Gatherer
 {
 public:
@@ -57,6 +68,8 @@ public:
             m_boxes.push_back(packing::boxOf(file, mesh));
             for (std::vector<std::string>& keys = m_keys.emplace_back(); const Json& primitive : mesh.at("primitives"))
                 keys.push_back(mergeKey(file, m_groups, primitive));
+            m_areBlended.push_back(std::any_of(mesh.at("primitives").begin(), mesh.at("primitives").end(),
+                                               [&](const Json& primitive) { return isBlended(file, primitive); }));
         }
         m_copiesLeft /= 10;
     }
@@ -85,6 +98,7 @@ private:
     std::vector<std::uint64_t> m_elements;
     std::vector<packing::Box> m_boxes;
     std::vector<std::vector<std::string>> m_keys; ///< of the primitives
+    std::vector<bool> m_areBlended;
     ///@}
 };
 
@@ -107,7 +121,8 @@ std::map<std::size_t, Region> Gatherer::regions()
         same.push_back(known.try_emplace(mesh.at("primitives").dump(), same.size()).first->second);
     std::map<std::size_t, std::map<std::size_t, Draws>> drawn;
     for (const std::size_t node : m_forest.order())
-        if (const auto mesh = m_file.nodes[node].find("mesh"); mesh != m_file.nodes[node].end())
+        if (const auto mesh = m_file.nodes[node].find("mesh");
+            mesh != m_file.nodes[node].end() && !m_areBlended[mesh->get<std::size_t>()])
             drawn[m_forest.region(node)][same[mesh->get<std::size_t>()]].push_back({node, mesh->get<std::size_t>()});
     std::map<std::size_t, Region> regions;
     for (const auto& [head, meshes] : drawn)

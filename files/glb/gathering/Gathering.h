@@ -8,7 +8,8 @@ namespace files::glb::gathering
 {
 
 /// Draws parts together as `options` say. `file` is as `packing::pack` takes it. What hangs below a node that variant
-/// sets show or hide stays below it. No box of a merged mesh has a side longer than `largest` in the scene, in the unit
+/// sets show or hide stays below it. What is seen through stays as it is, because viewers sort such nodes by their
+/// distance. No box of a merged mesh has a side longer than `largest` in the scene, in the unit
 /// of the file.
 ///
 /// The nodes of parts that are drawn together go, and those above that have nothing left and no extras. A node with

@@ -134,22 +134,30 @@ void Packer::add(VertexSet& set)
     }
 }
 
-/// A node that says nothing else about its place takes the transform itself.
-bool canTakeTransform(const Json& node)
+/// A node takes the transform of the grid itself where its place stays what it is: it has nothing else below it, and the
+/// grid has the origin of the mesh, or the node has no place.
+bool canTakeTransform(const Json& node, const PositionGrid& grid)
 {
-    constexpr const char* others[] = {"children", "camera", "matrix", "translation", "rotation", "scale"};
-    return std::none_of(std::begin(others), std::end(others),
-                        [&](const char* member) { return node.contains(member); }) &&
-           !node.contains(Json::json_pointer("/extras/shown"));
+    const auto has = [&](const char* member) { return node.contains(member); };
+    const bool isPlaced = has("matrix") || has("translation") || has("rotation") || has("scale");
+    return !has("children") && !has("camera") && !node.contains(Json::json_pointer("/extras/shown")) &&
+           (grid.isSigned || !isPlaced);
 }
 
 void addTransform(Json& node, const PositionGrid& grid)
 {
-    node["scale"] = {grid.step, grid.step, grid.step};
+    if (const auto matrix = node.find("matrix"); matrix != node.end()) {
+        for (std::size_t i = 0; i < 12; ++i)
+            (*matrix)[i] = (*matrix)[i].get<double>() * grid.step;
+        return;
+    }
+    Json& scale = node["scale"];
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        scale[axis] = (scale.size() > axis ? scale[axis].get<double>() : 1.0) * grid.step;
     if (grid.isSigned)
         return;
-    for (const std::int64_t steps : grid.origin)
-        node["translation"].push_back(static_cast<double>(static_cast<float>(grid.step) * static_cast<double>(steps)));
+    const Affine place = grid.toMesh();
+    node["translation"] = {place[3][0], place[3][1], place[3][2]};
 }
 
 void Packer::placeMeshes()
@@ -166,7 +174,7 @@ void Packer::placeMeshes()
             instances.pack(node, grid);
         if (!grid.isOn() || isInstanced(node))
             continue;
-        if (canTakeTransform(node)) {
+        if (canTakeTransform(node, grid)) {
             addTransform(node, grid);
             continue;
         }

@@ -135,6 +135,30 @@ TEST_F(PackingTest, NodesKeepTheirTransformsAndMeshesHangBelow)
     EXPECT_NEAR(nodes[2]["scale"][0].get<double>(), 0.057, 1e-9);
 }
 
+TEST_F(PackingTest, NodesTakeTheGridThemselvesWhereTheirPlaceStays)
+{
+    options.fold = true;
+    for (const float away : {0.0f, 1e5f}) {
+        const osg::NodePtr node =
+            add(files::makeTransform(away > 0 ? "far" : "near", osg::translationMatrix({7, 8, 9})));
+        osg::addChild(node, files::makeNode("", geometry("plate", plate(3, 200, away))));
+    }
+    const GlbFile file = written();
+    const nlohmann::json& nodes = file.json["nodes"];
+    ASSERT_EQ(nodes.size(), 4u);
+    EXPECT_EQ(nodes[1]["name"], "near");
+    EXPECT_TRUE(nodes[1].contains("mesh"));
+    EXPECT_NEAR(nodes[1]["matrix"][0].get<double>(), 0.057, 1e-9);
+    EXPECT_EQ(nodes[1]["matrix"][13], 8);
+    EXPECT_EQ(nodes[2]["name"], "far");
+    EXPECT_EQ(nodes[2]["matrix"][0], 1);
+    EXPECT_EQ(nodes[2]["children"], nlohmann::json::parse("[3]"));
+    EXPECT_TRUE(nodes[3].contains("mesh"));
+    const Seen seen = readAgain();
+    EXPECT_NEAR(seen.most.x, 1e5 + 207, 0.06);
+    EXPECT_NEAR(seen.least.x, 7, 0.06);
+}
+
 TEST_F(PackingTest, EnlargedMeshesHaveAFinerGrid)
 {
     const osg::NodePtr node = add(files::makeTransform("large", osg::scaleMatrix({4, 4, 4})));
@@ -251,9 +275,12 @@ double secondsFor(unsigned side)
 
 TEST(PackingTime, TwiceTheVerticesTakeTwiceTheTime)
 {
-    const auto least = [](unsigned side) { return std::min({secondsFor(side), secondsFor(side), secondsFor(side)}); };
-    const double once = least(400);
-    const double twice = least(566);
+    double once = 1e9;
+    double twice = 1e9;
+    for (int run = 0; run < 5; ++run) { // in turns: what else the machine does slows both
+        once = std::min(once, secondsFor(400));
+        twice = std::min(twice, secondsFor(566));
+    }
     RecordProperty("megabytesPerSecond", int(400 * 400 * 24 / once / 1e6));
     EXPECT_LT(twice, once * 2.3);
 }

@@ -9,6 +9,8 @@ namespace
 
 using files::glb::packing::Box;
 using files::glb::packing::gridFor;
+using files::glb::packing::GridOf;
+using files::glb::packing::largestMerged;
 using files::glb::packing::PositionGrid;
 
 TEST(PositionGrid, StepLetsNoVertexMoveFurtherThanTheError)
@@ -45,6 +47,28 @@ TEST(PositionGrid, MeshesWithoutSizeHaveNoGridWithoutAnError)
 {
     EXPECT_FALSE(gridFor({{1, 2, 3}, {1, 2, 3}}, 0).isOn());
     EXPECT_TRUE(gridFor({{1, 2, 3}, {1, 2, 3}}, 0.05).isOn());
+}
+
+TEST(PositionGrid, MergedMeshesAreAsFineAsTheirPartsWouldBe)
+{
+    const double error = 0.05;
+    const Box box = {{-100, 0, 0}, {largestMerged(error) - 100, 10, 10}};
+    EXPECT_GT(gridFor(box, error).error(), error);
+    const PositionGrid grid = gridFor(box, error, GridOf::Merged);
+    EXPECT_LE(grid.error(), error);
+    const double diagonal = largestMerged(error) * std::sqrt(3.0);
+    EXPECT_LE(gridFor({{0, 0, 0}, {diagonal, 1, 1}}, error, GridOf::Merged).error(), error);
+    EXPECT_LT(diagonal / grid.step, 65535);
+}
+
+TEST(PositionGrid, NumbersLeadBackIntoTheMesh)
+{
+    const PositionGrid grid = gridFor({{9000, -50, 0}, {9100, 50, 10}}, 0.05);
+    const files::glb::packing::Affine place = grid.toMesh();
+    EXPECT_NEAR(place[3][0], 9000, 0.06);
+    EXPECT_NEAR(place[3][1], -50, 0.06);
+    EXPECT_DOUBLE_EQ(place[0][0], static_cast<float>(grid.step));
+    EXPECT_EQ(place[0][1], 0);
 }
 
 } // namespace

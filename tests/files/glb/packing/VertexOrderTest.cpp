@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace
@@ -93,6 +94,40 @@ TEST(VertexOrder, ReorderingKeepsTrianglesAndTheirSides)
     std::sort(triangles.begin(), triangles.end());
     EXPECT_EQ(triangles, (std::vector<std::vector<std::int32_t>>{{10, 20, 30}, {20, 30, 40}, {30, 50, 40}}));
     EXPECT_EQ(lists[0].indices[0], 0u); // the first vertex is fetched first
+}
+
+TEST(VertexOrder, TrianglesStayInTheirPart)
+{
+    // Two strips of which the triangles take turns, so that a single list would be put in another order.
+    std::vector<std::int32_t> vertices;
+    Indices indices;
+    for (std::uint32_t part = 0; part < 2; ++part)
+        for (std::uint32_t i = 0; i < 20; ++i) {
+            const std::uint32_t first = (i * 7 + part * 3) % 20;
+            indices.insert(indices.end(), {first, first + 1, first + 2});
+        }
+    for (std::int32_t i = 0; i < 22; ++i)
+        vertices.push_back(i);
+    std::vector<VertexStream> streams = {stream(vertices)};
+    std::vector<IndexList> lists = {{true, indices, {60, 60}}};
+    const auto trianglesOf = [&](std::size_t begin) {
+        std::vector<std::vector<std::int32_t>> triangles;
+        const std::vector<std::int32_t> all = corners(lists[0], streams[0]);
+        for (std::size_t i = begin; i < begin + 60; i += 3) {
+            triangles.push_back({all[i], all[i + 1], all[i + 2]});
+            std::sort(triangles.back().begin(), triangles.back().end());
+        }
+        std::sort(triangles.begin(), triangles.end());
+        return triangles;
+    };
+    const auto first = trianglesOf(0);
+    const auto second = trianglesOf(60);
+    PackOptions options;
+    options.reorder = true;
+    orderVertices(streams, lists, options);
+    EXPECT_EQ(trianglesOf(0), first);
+    EXPECT_EQ(trianglesOf(60), second);
+    EXPECT_NE(lists[0].indices, indices);
 }
 
 TEST(VertexOrder, NothingChangesUnasked)

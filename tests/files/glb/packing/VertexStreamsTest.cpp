@@ -117,4 +117,17 @@ TEST_F(VertexStreamsTest, SharesBecomeIntegersAndOthersStay)
     EXPECT_EQ(made("COLOR_0", "VEC4", {1, 0.2f, 0, 0.5f}).accessor["componentType"], 5126);
 }
 
+TEST_F(VertexStreamsTest, ColoursOfMaterialsHaveSixteenBits)
+{
+    options.quantize = true;
+    PackedFile file;
+    file.accessors = Json::array();
+    file.bufferViews = Json::array();
+    addFloats(file, std::vector<float>{0.0003f, 0, 1, 1}, "VEC4");
+    file.accessors[0][isFine] = true;
+    const VertexStream stream = streamOf("COLOR_0", file, file.accessors[0], {}, options);
+    EXPECT_EQ(numbers<std::uint16_t>(stream), (std::vector<std::uint16_t>{20, 0, 65535, 65535}));
+    EXPECT_FALSE(stream.accessor.contains(isFine));
+}
+
 } // namespace
