@@ -204,14 +204,22 @@ private:
                 m_extras.m_nodeVariants[index][name] = isShown.get<bool>();
     }
 
+    static std::optional<std::uint64_t> numberIn(const Json& value)
+    {
+        return value.is_number_unsigned() ? std::optional(value.get<std::uint64_t>()) : std::nullopt;
+    }
+
     void takeParts(int index, Json& extras)
     {
+        if (const auto group = numberIn(takeMember(extras, "group")))
+            m_extras.m_groups[index] = *group;
         for (const char* member : {"instances", "parts"})
             for (Json& entry : takeMember(extras, member)) {
                 GltfPart part;
                 part.name = textIn(entry, "name");
                 for (const Json& name : takeMember(entry, "path"))
                     part.path.push_back(name.is_string() ? name.get<std::string>() : std::string());
+                part.group = numberIn(takeMember(entry, "group"));
                 for (const char* known : {"name", "mesh"})
                     takeMember(entry, known);
                 NodeExtras own = nodeExtras(entry);

@@ -59,6 +59,12 @@ public:
         const auto found = m_parts.find(index);
         return found == m_parts.end() ? nullptr : &found->second;
     }
+    /// The number of a node of ours that parts belong to.
+    std::optional<std::uint64_t> groupOfNode(int index) const
+    {
+        const auto found = m_groups.find(index);
+        return found == m_groups.end() ? std::nullopt : std::optional(found->second);
+    }
     /// Which part has which elements of a primitive; null for one that has none.
     const std::vector<GltfPartRange>* rangesOfPrimitive(int mesh, std::size_t primitive) const
     {
@@ -93,6 +99,7 @@ private:
     std::unordered_map<int, std::map<std::string, bool>> m_nodeVariants;
     std::unordered_set<int> m_shrunk;
     std::unordered_map<int, std::vector<GltfPart>> m_parts;
+    std::unordered_map<int, std::uint64_t> m_groups;
     std::map<std::pair<int, std::size_t>, std::vector<GltfPartRange>> m_ranges;
     Held m_document;
     double m_millimetresPerUnit = 1000;

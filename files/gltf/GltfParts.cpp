@@ -100,14 +100,32 @@ osg::NodePtr GltfPartPlaces::childOf(const osg::NodePtr& node, const std::string
     return group;
 }
 
+/// To the node that the group of the part numbers, if it has one that is below its anchor.
+bool GltfPartPlaces::descendToGroup(const Placed& placed, osg::NodePtr& parent, osg::Matrix& above) const
+{
+    const auto group = placed.part->group ? m_groups.find(*placed.part->group) : m_groups.end();
+    if (group == m_groups.end())
+        return false;
+    osg::Matrix place;
+    for (osg::NodePtr node = group->second; node != placed.anchor; node = node->getParent()) {
+        if (!node->getParent())
+            return false;
+        place = matrixOf(node) * place;
+    }
+    parent = group->second;
+    above = place;
+    return true;
+}
+
 void GltfPartPlaces::add(const Placed& placed)
 {
     osg::NodePtr parent = placed.anchor;
     osg::Matrix above;
-    for (const std::string& name : placed.part->path) {
-        parent = childOf(parent, name);
-        above = above * matrixOf(parent);
-    }
+    if (!descendToGroup(placed, parent, above))
+        for (const std::string& name : placed.part->path) {
+            parent = childOf(parent, name);
+            above = above * matrixOf(parent);
+        }
     std::optional<osg::Matrix> back = osg::inverted(above);
     if (!back) {
         parent = placed.anchor;

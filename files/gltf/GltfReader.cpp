@@ -170,6 +170,8 @@ void GltfTree::add(const Step& step)
     const osg::NodePtr node = makeNodeFor(from, matrix, instances ? none : geometries);
     if (instances)
         addInstances(node, from.name, *instances, geometries);
+    if (const auto group = m_extras.groupOfNode(step.node))
+        m_parts.addGroup(*group, node);
     m_extras.addToNode(step.node, node);
     m_extras.addMeshToNode(from.mesh, node);
     osg::addChild(step.parent, node);
@@ -184,13 +186,12 @@ bool GltfTree::addParts(const Step& step, const tinygltf::Node& from, const osg:
                         const Instances& instances)
 {
     const std::vector<GltfPart>* parts = m_extras.partsOfNode(step.node);
-    if (!parts || from.mesh < 0 || !from.children.empty() || from.camera >= 0)
+    if (!parts || parts->empty() || from.mesh < 0 || !from.children.empty() || from.camera >= 0)
         return false;
     const QString place = nodePlace(step.node);
-    const GltfMeshes::Geometries& whole = m_meshes.geometries(from.mesh, place);
-    std::optional<std::vector<GltfMeshes::Geometries>> pieces;
-    if (!instances)
-        pieces = m_meshes.parts(from.mesh, parts->size(), place);
+    const std::optional<std::vector<GltfMeshes::Geometries>> pieces =
+        m_meshes.parts(from.mesh, instances ? 1 : parts->size(), place);
+    const GltfMeshes::Geometries& whole = pieces ? pieces->front() : m_meshes.geometries(from.mesh, place);
     if (instances ? instances->size() != parts->size() : !pieces)
         return false;
     for (std::size_t i = 0; i < parts->size(); ++i) {

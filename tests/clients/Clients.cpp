@@ -67,6 +67,11 @@ nlohmann::json seen(const QString& client, const QString& file)
     return start < 0 ? nlohmann::json() : jsonOf(output.mid(start + 5, output.indexOf('\n', start) - start - 5));
 }
 
+nlohmann::json gathered(const QString& file)
+{
+    return jsonOf(outputOf(QStringLiteral("node"), {own("web.mjs"), file}));
+}
+
 bool optimize(const QString& client, const QString& file, const QString& to)
 {
     outputOf(QStringLiteral("node"), {own("optimize.mjs"), client, file, to});

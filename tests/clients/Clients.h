@@ -21,7 +21,11 @@ bool isInstalled(const QString& client);
 /// two minutes at most.
 nlohmann::json seen(const QString& client, const QString& file);
 
-/// Writes the file anew to `to`, by "gltf-transform" or "gltfpack". False when that failed.
+/// What glTF-Transform has of a file with instances and merged parts; see web.mjs. Null when it could not read the file.
+nlohmann::json gathered(const QString& file);
+
+/// Writes the file anew to `to`, by "gltf-transform", "gltfpack" or, as small as that makes it, "gltfpack-small". False
+/// when that failed.
 bool optimize(const QString& client, const QString& file, const QString& to);
 
 /// What glTF-Transform knows of the materials of a glTF file, by their names; see surfaces.mjs. Null when it could not

@@ -1,14 +1,14 @@
-// usage: node optimize.mjs gltf-transform|gltfpack IN.glb OUT.glb
+// usage: node optimize.mjs gltf-transform|gltfpack|gltfpack-small IN.glb OUT.glb
 // Rewrites a file as its users do: glTF-Transform with the steps of its "optimize" that change nodes, meshes and
-// materials, gltfpack with names, materials and extras kept.
+// materials, gltfpack with names, materials and extras kept, as small as it makes them or without loss.
 import { execFileSync } from 'node:child_process';
 import { dirname, join as pathOf } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
 const [tool, from, to] = process.argv.slice(2);
-if (tool === 'gltfpack') {
+if (tool.startsWith('gltfpack')) {
     const program = pathOf(dirname(fileURLToPath(import.meta.url)), 'node_modules/.bin/gltfpack');
-    execFileSync('node', [program, '-i', from, '-o', to, '-kn', '-km', '-ke', '-noq']);
+    execFileSync('node', [program, '-i', from, '-o', to, '-kn', '-km', '-ke', tool === 'gltfpack' ? '-noq' : '-cc']);
 } else {
     const { NodeIO } = await import('@gltf-transform/core');
     const { ALL_EXTENSIONS } = await import('@gltf-transform/extensions');

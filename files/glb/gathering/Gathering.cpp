@@ -80,6 +80,7 @@ private:
     std::map<std::size_t, Region> regions();
     Region regionOf(const std::map<std::size_t, Draws>& meshes);
     std::set<std::size_t> meshesToMerge(const std::map<std::size_t, Draws>& meshes);
+    bool canMergeWithin(std::size_t mesh) const;
     void merge(const Draws& draws);
     void mergeChunk(const Draws& chunk);
     void instance(const Draws& draws);
@@ -92,6 +93,7 @@ private:
     double m_largest;
     NodeForest m_forest;
     MaterialGroups m_groups;
+    std::map<std::size_t, std::size_t> m_groupNumbers; ///< by the node that a part belongs to
     Trimming m_trimming;
     std::uint64_t m_copiesLeft = 0; ///< triangles of meshes at further places that may yet become vertices
     ///@{ By mesh.
@@ -146,7 +148,7 @@ Region Gatherer::regionOf(const std::map<std::size_t, Draws>& meshes)
 }
 
 /// Those that are small, unless they have nothing in common with another one that is: at several places instances save
-/// as many calls, and bytes. In a merged mesh each place has vertices of its own; where instances could draw them, those
+/// as many calls, and bytes; at one place it may be with itself. In a merged mesh each place has vertices of its own; where instances could draw them, those
 /// with the fewest copies come first, and all copies together are a tenth of what the file has without.
 std::set<std::size_t> Gatherer::meshesToMerge(const std::map<std::size_t, Draws>& meshes)
 {
@@ -165,9 +167,16 @@ std::set<std::size_t> Gatherer::meshesToMerge(const std::map<std::size_t, Draws>
     }
     std::set<std::size_t> merged;
     for (const auto& [key, those] : users)
-        if (those.size() > 1 || !m_options.instances)
-            merged.insert(those.begin(), those.end());
+        for (const std::size_t mesh : those)
+            if (those.size() > 1 || !m_options.instances || (meshes.at(mesh).size() == 1 && canMergeWithin(mesh)))
+                merged.insert(mesh);
     return merged;
+}
+
+/// Whether primitives of `mesh` can become one.
+bool Gatherer::canMergeWithin(std::size_t mesh) const
+{
+    return std::set<std::string>(m_keys[mesh].begin(), m_keys[mesh].end()).size() < m_keys[mesh].size();
 }
 
 /// In pieces no larger than allowed, as the draws follow each other in the tree.
@@ -229,7 +238,17 @@ void Gatherer::instance(const Draws& draws)
         }
     if (placed.size() < 2)
         return;
-    Json node = instancesNode(m_file, draws.front().mesh, places);
+    std::size_t mesh = placed.front().mesh;
+    if (m_options.mergeBelow > 0 && canMergeWithin(mesh)) {
+        MergedMesh merged(m_groups);
+        merged.add(m_file, m_file.meshes[mesh], packing::identityAffine, 0);
+        Json own = merged.take(m_file);
+        if (const auto name = m_file.meshes[mesh].find("name"); name != m_file.meshes[mesh].end())
+            own["name"] = *name;
+        mesh = m_file.meshes.size();
+        m_file.meshes.push_back(std::move(own));
+    }
+    Json node = instancesNode(m_file, mesh, places);
     Json& instances = node["extras"]["instances"];
     for (const Draw& draw : placed)
         instances.push_back(entryOf(draw, anchor));
@@ -258,6 +277,12 @@ Json Gatherer::entryOf(const Draw& draw, std::size_t anchor)
         entry["mesh"] = *name;
     if (std::vector<std::string> path = m_forest.path(draw.node, anchor); !path.empty())
         entry["path"] = std::move(path);
+    const std::size_t holder = holderOf(draw);
+    if (holder != anchor && m_forest.isAmbiguous(holder, anchor)) {
+        const auto [group, isNew] = m_groupNumbers.try_emplace(holder, m_groupNumbers.size());
+        m_file.nodes[holder]["extras"]["group"] = group->second;
+        entry["group"] = group->second;
+    }
     return entry;
 }
 

@@ -1,6 +1,8 @@
 #include "files/glb/gathering/NodeForest.h"
 
 #include <algorithm>
+#include <map>
+#include <string>
 
 namespace files::glb::gathering
 {
@@ -21,10 +23,11 @@ bool isHead(const Json& node)
 
 NodeForest::NodeForest(const Json& scene, const Json& nodes)
     : m_nodes(nodes), m_ranks(nodes.size(), none), m_parents(nodes.size(), none), m_regions(nodes.size(), none),
-      m_depths(nodes.size(), 0)
+      m_depths(nodes.size(), 0), m_hasTwin(nodes.size())
 {
     std::vector<std::size_t> open;
     const auto enter = [&](const Json& list, std::size_t parent) {
+        findTwins(list);
         for (auto child = list.rbegin(); child != list.rend(); ++child) {
             const auto index = child->get<std::size_t>();
             m_parents[index] = parent;
@@ -72,6 +75,25 @@ std::vector<std::string> NodeForest::path(std::size_t node, std::size_t above) c
             names.push_back(name->get<std::string>());
     std::reverse(names.begin(), names.end());
     return names;
+}
+
+void NodeForest::findTwins(const Json& siblings)
+{
+    std::map<std::string, std::size_t> known;
+    for (const Json& sibling : siblings) {
+        const auto index = sibling.get<std::size_t>();
+        const auto [first, isNew] = known.try_emplace(m_nodes[index].value("name", std::string()), index);
+        if (!isNew)
+            m_hasTwin[index] = m_hasTwin[first->second] = true;
+    }
+}
+
+bool NodeForest::isAmbiguous(std::size_t node, std::size_t above) const
+{
+    for (; node != above; node = m_parents[node])
+        if (m_hasTwin[node])
+            return true;
+    return false;
 }
 
 } // namespace files::glb::gathering

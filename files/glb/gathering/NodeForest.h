@@ -3,6 +3,7 @@
 #include "files/glb/packing/Affine.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace files::glb::gathering
@@ -36,8 +37,14 @@ public:
     /// The names of the nodes between `node` and `above`, from above on; those without one are passed over.
     std::vector<std::string> path(std::size_t node, std::size_t above) const;
 
+    /// Whether some node from `node` up to the one below `above` has the name of a sibling, so that `path` may mean
+    /// others too.
+    bool isAmbiguous(std::size_t node, std::size_t above) const;
+
 private:
     std::size_t depth(std::size_t node) const { return node == none ? 0 : m_depths[node]; }
+
+    void findTwins(const Json& siblings);
 
     const Json& m_nodes;
     std::vector<std::size_t> m_order;
@@ -45,6 +52,7 @@ private:
     std::vector<std::size_t> m_parents;
     std::vector<std::size_t> m_regions;
     std::vector<std::size_t> m_depths; ///< 1 for roots
+    std::vector<bool> m_hasTwin;       ///< a sibling of the same name
 };
 
 } // namespace files::glb::gathering

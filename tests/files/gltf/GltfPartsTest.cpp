@@ -161,6 +161,35 @@ TEST_F(GltfGatheredTest, FilesHaveOneCallForEachGroup)
     EXPECT_EQ(json["extensionsRequired"], nlohmann::json::parse(R"(["EXT_mesh_gpu_instancing"])"));
 }
 
+TEST_F(GltfGatheredTest, PartsBelowNodesOfOneNameFindTheirs)
+{
+    options.fold = true;
+    options.gathering = {true, 0};
+    const osg::GeometryPtr bolt = geometry("bolt", triangle());
+    for (const float x : {-50.0f, 50.0f}) {
+        const osg::NodePtr bracket = add(files::makeTransform("bracket", osg::translationMatrix({x, 0, 0})));
+        for (const float y : {0.0f, 9.0f})
+            addPart(bracket, y > 0 ? "high" : "low", {0, y, 7}, bolt);
+    }
+    const GlbFile file = written();
+    const files::ReadResult read = ::readScene(pathOf(QString::fromUtf8("Größe 大小.glb")), {});
+    ASSERT_TRUE(read);
+    const osg::RefPtr<osg::NodePtr> kept(read.value());
+    osg::NodePtr top = read.value();
+    while (top->getNChildren() == 1)
+        top = top->getChild(0);
+    ASSERT_EQ(top->getNChildren(), 2u);
+    for (unsigned i = 0; i < 2; ++i) {
+        const osg::NodePtr bracket = top->getChild(i);
+        EXPECT_STREQ(osg::getName(bracket), "bracket");
+        ASSERT_EQ(bracket->getNChildren(), 2u);
+        const auto place = osg::fcCast<osg::Transform>(bracket->getChild(0)->getCore());
+        ASSERT_TRUE(place);
+        EXPECT_NEAR(place->getMatrix()[12], 0, 1e-4);
+        EXPECT_NEAR(place->getMatrix()[14], 7, 1e-4);
+    }
+}
+
 /// Changes a written file and reads it.
 class GltfGatheredDamageTest : public GltfGatheredTest
 {

@@ -77,6 +77,18 @@ TEST_F(GatheringTest, RepeatedMeshesBecomeInstancesBelowWhatIsAboveAll)
     EXPECT_EQ(file.meshes.size(), 2u);
 }
 
+TEST_F(GatheringTest, GroupsTellNodesOfOneNameApart)
+{
+    makeAssembly();
+    file.nodes[1]["name"] = "right";
+    run({true, 0});
+    const Json& instances = (*nodeWith("instances"))["extras"]["instances"];
+    EXPECT_EQ(instances[0]["group"], 0);
+    EXPECT_EQ(instances[1]["group"], 1);
+    EXPECT_EQ(file.nodes[1]["extras"], Json::parse(R"({"group": 0})"));
+    EXPECT_EQ(file.nodes[2]["extras"], Json::parse(R"({"group": 1, "attributes": {"a": 1}})"));
+}
+
 TEST_F(GatheringTest, EqualMeshesOfOtherNamesAreInstancesOfOne)
 {
     makeAssembly();
@@ -161,6 +173,29 @@ TEST_F(GatheringTest, NothingIsMergedThatSavesNoCall)
     run({true, 100}); // the plate is alone in its material
     EXPECT_EQ(names("instances").size(), 2u);
     EXPECT_FALSE(nodeWith("parts"));
+}
+
+TEST_F(GatheringTest, PrimitivesOfOneMeshBecomeOne)
+{
+    makeAssembly();
+    for (Json& mesh : file.meshes)
+        mesh["primitives"].push_back(gathered::triangles(file, 2, 3, mesh["name"] == "bolt" ? 1 : 2));
+    run({true, 100});
+    EXPECT_EQ(gathered::draws(file), 2u);
+    ASSERT_EQ(names("instances").size(), 2u);
+    const Json& bolt = file.meshes[(*nodeWith("instances"))["mesh"].get<std::size_t>()];
+    EXPECT_EQ(bolt["name"], "bolt");
+    EXPECT_EQ(bolt["primitives"][0]["extras"]["parts"],
+              Json::parse(R"([[0, 1, {"material": "white"}], [0, 3, {"material": "red"}]])"));
+    EXPECT_EQ(names("parts"), (Names{"plate"}));
+}
+
+TEST_F(GatheringTest, InstancesAloneLeavePrimitivesAsTheyAre)
+{
+    makeAssembly();
+    file.meshes[0]["primitives"].push_back(gathered::triangles(file, 2, 3, 1));
+    run({true, 0});
+    EXPECT_EQ(gathered::draws(file), 3u);
 }
 
 TEST_F(GatheringTest, CopiesMayAddATenthWhereInstancesCouldDrawThem)

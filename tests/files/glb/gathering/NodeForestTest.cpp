@@ -69,4 +69,17 @@ TEST(NodeForest, PathsHaveTheNamesBetween)
     EXPECT_TRUE(forest.path(5, 5).empty());
 }
 
+TEST(NodeForest, SiblingsOfOneNameMakePathsAmbiguous)
+{
+    const Json twins = Json::parse(R"([
+        {"name": "top", "children": [1, 2, 3]}, {"name": "twin", "children": [4]}, {"name": "other", "children": [5]},
+        {"name": "twin"}, {"name": "below"}, {"name": "twin"}])");
+    const NodeForest forest(Json::parse(R"({"nodes": [0]})"), twins);
+    for (const std::size_t node : {1u, 3u, 4u})
+        EXPECT_TRUE(forest.isAmbiguous(node, 0)) << node;
+    for (const std::size_t node : {0u, 2u, 5u})
+        EXPECT_FALSE(forest.isAmbiguous(node, 0)) << node;
+    EXPECT_FALSE(forest.isAmbiguous(4, 1));
+}
+
 } // namespace
