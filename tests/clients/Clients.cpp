@@ -52,6 +52,8 @@ bool isInstalled(const QString& client)
         return !QStandardPaths::findExecutable(client).isEmpty();
     if (client == QLatin1String("chromium"))
         return !QStandardPaths::findExecutable(client).isEmpty() && hasPackage("three");
+    if (client == QLatin1String("meshopt") || client == QLatin1String("draco"))
+        return hasPackage("@gltf-transform/functions") && hasPackage("meshoptimizer") && hasPackage("draco3dgltf");
     return client == QLatin1String("gltf-transform") ? hasPackage("@gltf-transform/functions")
                                                      : hasPackage(client.toUtf8().constData()) && hasPackage("three");
 }

@@ -13,7 +13,8 @@ namespace clients
 /// Those that tell what they see of a file: "blender", "three", "gltf-transform" and "gltfpack".
 QStringList names();
 
-/// Whether the client, or "chromium" with the package three, is on this machine.
+/// Whether the client is on this machine, or "chromium" with the package three, or what "meshopt" and "draco" of
+/// `optimize` take.
 bool isInstalled(const QString& client);
 
 /// What the client has of the GLB file: "objects", "meshObjects", "meshes", "triangles" as drawn, "materials", the
@@ -24,8 +25,8 @@ nlohmann::json seen(const QString& client, const QString& file);
 /// What glTF-Transform has of a file with instances and merged parts; see web.mjs. Null when it could not read the file.
 nlohmann::json gathered(const QString& file);
 
-/// Writes the file anew to `to`, by "gltf-transform", "gltfpack" or, as small as that makes it, "gltfpack-small". False
-/// when that failed.
+/// Writes the file anew to `to`, by "gltf-transform", "gltfpack" or, as small as that makes it, "gltfpack-small"; or with
+/// nothing but the compression "meshopt" or "draco" of glTF-Transform. False when that failed.
 bool optimize(const QString& client, const QString& file, const QString& to);
 
 /// What glTF-Transform knows of the materials of a glTF file, by their names; see surfaces.mjs. Null when it could not

@@ -107,4 +107,40 @@ TEST_F(WebClientTest, FilesAreSmallAndQuickToDrawAndLoseNothing)
     EXPECT_LE(mean, 0.25);
 }
 
+class PackedByOthersTest : public WebClientTest, public testing::WithParamInterface<const char*>
+{
+};
+
+/// Positions have 14 bits there.
+TEST_P(PackedByOthersTest, ComesInAgainAsItWas)
+{
+    const QString corpus = qEnvironmentVariable("ZN_CORPUS");
+    if (corpus.isEmpty() || !clients::isInstalled(QLatin1String("draco")))
+        GTEST_SKIP() << "ZN_CORPUS or " << GetParam() << " is not there";
+    std::size_t files = 0;
+    for (const char* name : {"step/SCDR.stp", "step/nist_ctc_02_asme1_ap203.stp", "jt/butterflyvalve_v9.5.jt",
+                             "obj/spider.obj", "gltf/DamagedHelmet.glb"}) {
+        const QString input = corpus + QLatin1Char('/') + QLatin1String(name);
+        if (!QFile::exists(input))
+            continue;
+        SCOPED_TRACE(name);
+        ++files;
+        const json plain = imported(input, "plain.glb");
+        ASSERT_TRUE(clients::optimize(QLatin1String(GetParam()), path("plain.glb"), path("packed.glb")));
+        const json again = imported(path("packed.glb"), "again.glb");
+        ASSERT_TRUE(plain.is_object() && again.is_object());
+        // Draco leaves out those without an area, so that another reader tells how many are there.
+        EXPECT_EQ(again["triangles"], clients::gathered(path("packed.glb"))["triangles"]);
+        for (std::size_t i = 0; i < 6; ++i) {
+            const double side = plain["box"][i % 3 + 3].get<double>() - plain["box"][i % 3].get<double>();
+            EXPECT_NEAR(again["box"][i].get<double>(), plain["box"][i].get<double>(), side / 4096) << i;
+        }
+        QFile::remove(path("packed.glb"));
+    }
+    if (files == 0)
+        GTEST_SKIP() << "none of the files is there";
+}
+
+INSTANTIATE_TEST_SUITE_P(, PackedByOthersTest, testing::Values("gltfpack-small", "meshopt", "draco"));
+
 } // namespace

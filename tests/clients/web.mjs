@@ -1,8 +1,7 @@
 // usage: node web.mjs FILE.glb
 // Prints what glTF-Transform has of a file with its instances, and of the tables that tell gathered parts apart, as one
 // line of JSON: the box, triangles as drawn, draw calls, those of what is seen through or
-// shown by variants, the names that nodes and tables have, and
-// the bytes of the file without its extras.
+// shown by variants, the names that nodes and tables have, and the bytes of the file without its extras.
 import { readFileSync } from 'node:fs';
 import { NodeIO } from '@gltf-transform/core';
 import { ALL_EXTENSIONS } from '@gltf-transform/extensions';
@@ -10,7 +9,9 @@ import { MeshoptDecoder } from 'three/addons/libs/meshopt_decoder.module.js';
 
 await MeshoptDecoder.ready;
 const file = process.argv[2];
-const io = new NodeIO().registerExtensions(ALL_EXTENSIONS).registerDependencies({ 'meshopt.decoder': MeshoptDecoder });
+const draco = await import('draco3dgltf').then(({ default: each }) => each.createDecoderModule(), () => undefined);
+const io = new NodeIO().registerExtensions(ALL_EXTENSIONS)
+    .registerDependencies({ 'meshopt.decoder': MeshoptDecoder, 'draco3d.decoder': draco });
 const root = (await io.read(file)).getRoot();
 
 const times = (a, b) => a.map((_, i) => [0, 1, 2, 3].reduce((sum, k) => sum + a[4 * k + i % 4] * b[4 * (i >> 2) + k], 0));
