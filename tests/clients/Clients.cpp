@@ -74,6 +74,11 @@ nlohmann::json gathered(const QString& file)
     return jsonOf(outputOf(QStringLiteral("node"), {own("web.mjs"), file}));
 }
 
+nlohmann::json picked(const QString& file)
+{
+    return jsonOf(outputOf(QStringLiteral("node"), {own("pick.mjs"), file}));
+}
+
 bool optimize(const QString& client, const QString& file, const QString& to)
 {
     outputOf(QStringLiteral("node"), {own("optimize.mjs"), client, file, to});

@@ -107,6 +107,52 @@ TEST_F(WebClientTest, FilesAreSmallAndQuickToDrawAndLoseNothing)
     EXPECT_LE(mean, 0.25);
 }
 
+/// Three squares of one mesh, "a", "b" and "c", side by side; or of meshes of different sizes.
+QByteArray squares(bool areEqual)
+{
+    QByteArray positions;
+    QByteArray accessors;
+    QByteArray views;
+    QByteArray meshes;
+    QByteArray nodes;
+    for (int i = 0; i < 3; ++i) {
+        const float size = areEqual ? 1.0f : 1.0f + 0.5f * float(i);
+        for (const auto& [x, z] : {std::pair(0.0f, 0.0f), {0.0f, size}, {size, size}, {0, 0}, {size, size}, {size, 0}})
+            for (const float number : {x, 0.0f, z})
+                positions.append(reinterpret_cast<const char*>(&number), sizeof(number));
+        const QByteArray comma = i > 0 ? "," : "";
+        const QByteArray number = QByteArray::number(i);
+        const QByteArray side = QByteArray::number(double(size));
+        accessors += comma + R"({"componentType": 5126, "count": 6, "type": "VEC3", "min": [0, 0, 0], "max": [)" +
+                     side + ", 0, " + side + R"(], "bufferView": )" + number + "}";
+        views += comma + R"({"buffer": 0, "byteLength": 72, "byteOffset": )" + QByteArray::number(72 * i) + "}";
+        meshes += comma + R"({"primitives": [{"attributes": {"POSITION": )" + number + "}}]}";
+        nodes += comma + R"({"name": ")" + char('a' + i) + R"(", "mesh": )" + (areEqual ? QByteArray("0") : number) +
+                 R"(, "translation": [)" + QByteArray::number(5 * i) + ", 0, 0]}";
+    }
+    return R"({"asset": {"version": "2.0"}, "scenes": [{"nodes": [0, 1, 2]}], "scene": 0, "nodes": [)" + nodes +
+           R"(], "meshes": [)" + meshes + R"(], "accessors": [)" + accessors + R"(], "bufferViews": [)" + views +
+           R"(], "buffers": [{"byteLength": 216, "uri": "data:application/octet-stream;base64,)" +
+           positions.toBase64() + R"("}]})";
+}
+
+TEST_F(WebClientTest, PartsAreFoundWhereABrowserPicksThem)
+{
+    if (!clients::isInstalled(QStringLiteral("three")))
+        GTEST_SKIP() << "three is not installed";
+    for (const bool areEqual : {true, false}) {
+        QFile input(path("squares.gltf"));
+        ASSERT_TRUE(input.open(QIODevice::WriteOnly));
+        input.write(squares(areEqual));
+        input.close();
+        QProcess znimport;
+        znimport.start(QStringLiteral(ZNIMPORT),
+                       {input.fileName(), QStringLiteral("-o"), path("web.glb"), QStringLiteral("--web")});
+        ASSERT_TRUE(znimport.waitForFinished(60'000));
+        EXPECT_EQ(clients::picked(path("web.glb")), json::parse(R"(["a", "b", "c"])")) << areEqual;
+    }
+}
+
 class PackedByOthersTest : public WebClientTest, public testing::WithParamInterface<const char*>
 {
 };
