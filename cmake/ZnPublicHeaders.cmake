@@ -18,6 +18,7 @@ set(ZN_STANDALONE_HEADERS
   scene/Mesh.h
   scene/ViewTags.h
   files/glb/GlbWriter.h
+  files/glb/gathering/GatherOptions.h
   files/glb/packing/PackOptions.h
   files/Error.h
   files/Expected.h

@@ -47,7 +47,8 @@ public:
     void addGroup(std::uint64_t number, const osg::NodePtr& node) { m_groups.try_emplace(number, node); }
 
     /// Adds the nodes of all parts, when the rest of the tree is complete. A part hangs below the nodes that its path
-    /// names or its group numbers. Where there is none of that name, or several, it is a group that all such parts share.
+    /// names or its group numbers. Where there is none of that name, or several, it is a group that all such parts
+    /// share.
     void finish();
 
 private:

@@ -22,15 +22,16 @@ bool isInstalled(const QString& client);
 /// two minutes at most.
 nlohmann::json seen(const QString& client, const QString& file);
 
-/// What glTF-Transform has of a file with instances and merged parts; see web.mjs. Null when it could not read the file.
+/// What glTF-Transform has of a file with instances and merged parts; see web.mjs. Null when it could not read the
+/// file.
 nlohmann::json gathered(const QString& file);
 
 /// The names of the parts that rays hit which three.js shoots at each part of a file; see pick.mjs. Null when it could
 /// not.
 nlohmann::json picked(const QString& file);
 
-/// Writes the file anew to `to`, by "gltf-transform", "gltfpack" or, as small as that makes it, "gltfpack-small"; or with
-/// nothing but the compression "meshopt" or "draco" of glTF-Transform. False when that failed.
+/// Writes the file anew to `to`, by "gltf-transform", "gltfpack" or, as small as that makes it, "gltfpack-small"; or
+/// with nothing but the compression "meshopt" or "draco" of glTF-Transform. False when that failed.
 bool optimize(const QString& client, const QString& file, const QString& to);
 
 /// What glTF-Transform knows of the materials of a glTF file, by their names; see surfaces.mjs. Null when it could not

@@ -147,9 +147,10 @@ Region Gatherer::regionOf(const std::map<std::size_t, Draws>& meshes)
     return region;
 }
 
-/// Those that are small, unless they have nothing in common with another one that is: at several places instances save
-/// as many calls, and bytes; at one place it may be with itself. In a merged mesh each place has vertices of its own; where instances could draw them, those
-/// with the fewest copies come first, and all copies together are a tenth of what the file has without.
+/// Those that are small, unless they have nothing in common with another one that is: at several places instances
+/// save as many calls, and bytes; at one place it may be with itself. In a merged mesh each place has vertices of its
+/// own; where instances could draw them, those with the fewest copies come first, and all copies together are a tenth
+/// of what the file has without.
 std::set<std::size_t> Gatherer::meshesToMerge(const std::map<std::size_t, Draws>& meshes)
 {
     std::vector<std::pair<std::uint64_t, std::size_t>> small; ///< triangles of copies, and the mesh

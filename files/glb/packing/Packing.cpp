@@ -134,8 +134,8 @@ void Packer::add(VertexSet& set)
     }
 }
 
-/// A node takes the transform of the grid itself where its place stays what it is: it has nothing else below it, and the
-/// grid has the origin of the mesh, or the node has no place.
+/// A node takes the transform of the grid itself where its place stays what it is: it has nothing else below it, and
+/// the grid has the origin of the mesh, or the node has no place.
 bool canTakeTransform(const Json& node, const PositionGrid& grid)
 {
     const auto has = [&](const char* member) { return node.contains(member); };

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <ctime>
 #include <limits>
 
 namespace
@@ -263,6 +265,40 @@ TEST_F(GatheringTest, NothingChangesWhenNothingIsAskedFor)
     const Json before = file.nodes;
     run({});
     EXPECT_EQ(file.nodes, before);
+}
+
+/// Seconds for parts in assemblies of ten, of which every other one has a mesh of its own, and that of all of them.
+double secondsFor(std::size_t assemblies)
+{
+    PackedFile file = gathered::emptyFile();
+    for (std::size_t mesh = 0; mesh < assemblies * 5; ++mesh)
+        gathered::addMesh(file, "part", {gathered::triangles(file, 1 + float(mesh), 20)});
+    file.nodes.push_back({{"children", Json::array()}});
+    for (std::size_t i = 0; i < assemblies; ++i) {
+        file.nodes[0]["children"].push_back(file.nodes.size());
+        const std::size_t assembly = file.nodes.size();
+        file.nodes.push_back({{"name", "assembly"}, {"translation", {i, 0, 0}}});
+        for (std::size_t part = 0; part < 10; ++part) {
+            file.nodes[assembly]["children"].push_back(file.nodes.size());
+            file.nodes.push_back({{"name", "part"}, {"mesh", part % 2 == 0 ? i * 5 + part / 2 : part / 2}});
+        }
+    }
+    const std::clock_t start = std::clock();
+    gather(file, {true, 10000}, anySize);
+    EXPECT_LE(gathered::draws(file), 6u);
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+TEST(GatheringTime, TwiceThePartsTakeTwiceTheTime)
+{
+    double once = 1e9;
+    double twice = 1e9;
+    for (int run = 0; run < 5; ++run) { // in turns: what else the machine does slows both
+        once = std::min(once, secondsFor(600));
+        twice = std::min(twice, secondsFor(1200));
+    }
+    RecordProperty("microsecondsPerPart", int(twice * 1e6 / 12000));
+    EXPECT_LT(twice, once * 2.3);
 }
 
 } // namespace
