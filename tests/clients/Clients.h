@@ -18,8 +18,8 @@ QStringList names();
 bool isInstalled(const QString& client);
 
 /// What the client has of the GLB file: "objects", "meshObjects", "meshes", "triangles" as drawn, "materials", the
-/// "box" in the axes of the file and, of Blender, objects with "numbered" names. Null when it could not read it. Waits
-/// two minutes at most.
+/// "box" in the axes of the file and, of Blender, objects with "numbered" names, "looseEdges", and meshes with
+/// "customNormals". Null when it could not read it. Waits two minutes at most.
 nlohmann::json seen(const QString& client, const QString& file);
 
 /// What glTF-Transform has of a file with instances and merged parts; see web.mjs. Null when it could not read the

@@ -151,6 +151,24 @@ TEST_F(ClientsTest, ABrowserSwitchesTheSetsInThePageOfTheExample)
     EXPECT_GT(drawn["night"]["blue"], 2000);
 }
 
+TEST_F(ClientsTest, BlenderHasEdgesAsLooseOnesAndNormalsAsTheyAre)
+{
+    if (!clients::isInstalled(text("blender")))
+        GTEST_SKIP() << "Blender is not installed";
+    osg::Mesh bent = triangle();
+    bent.normals = std::vector<osg::Vec3f>{{0, 0.6f, 0.8f}, {0, 0, 1}, {0.6f, 0, 0.8f}};
+    add(files::makeNode("bent", geometry("bent", bent)));
+    const json plain = clients::seen(text("blender"), file());
+    ASSERT_TRUE(plain.is_object());
+    EXPECT_EQ(plain["looseEdges"], 0);
+    EXPECT_EQ(plain["customNormals"], 1);
+    options.edges = true;
+    const json edges = clients::seen(text("blender"), file());
+    EXPECT_EQ(edges["looseEdges"], 3 * 12 + 3) << "three different blocks, and a triangle";
+    EXPECT_EQ(edges["customNormals"], 1);
+    EXPECT_EQ(edges["triangles"], plain["triangles"]);
+}
+
 /// Twelve files, as znimport writes them: what clients see agrees, and the table of docs/glb.md is printed.
 class ClientsCorpusTest : public testing::TestWithParam<const char*>
 {

@@ -33,6 +33,8 @@ print("seen " + json.dumps({
     "materials": len({slot.material.name for each in objects for slot in each.material_slots if slot.material}),
     # "bolt.001" is what Blender makes of the second "bolt"
     "numbered": sum(each.name[-4:-3] == "." and each.name[-3:].isdigit() for each in bpy.context.scene.objects),
+    "looseEdges": sum(edge.is_loose for mesh in {each.data for each in objects} for edge in mesh.edges),
+    "customNormals": sum(mesh.has_custom_normals for mesh in {each.data for each in objects}),
     # in the axes of a glTF file
     "box": [round(value, 6) for value in (least[0], least[2], -most[1], most[0], most[2], -least[1])],
 }))
