@@ -18,6 +18,7 @@ set(ZN_STANDALONE_HEADERS
   scene/Mesh.h
   scene/ViewTags.h
   files/glb/GlbWriter.h
+  files/glb/levels/LevelOptions.h
   files/glb/packing/PackOptions.h
   files/Error.h
   files/Expected.h

@@ -44,6 +44,9 @@ struct CommandLine {
     bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
     bool web = false;                   ///< GLB files are to be small
     bool glbEdges = false;              ///< GLB files are to have edges, whatever the setting says
+    bool isLodGiven = false;            ///< levels of detail of GLB files were said
+    bool lodFiles = false;              ///< and that they are files of their own
+    bool isSimplifyGiven = false;       ///< how far GLB files may be simplified was said
     bool areTexturesGiven = false;      ///< where the pictures of GLB files are was said
     bool isMaxTextureGiven = false;     ///< and how large they may be
     QString attributes;                 ///< how much of them is written; empty for all

@@ -64,6 +64,12 @@ files::glb::PackOptions packOptions(bool web, const zn::ExportSettings& settings
     return options;
 }
 
+/// The text of the shares has been checked.
+files::glb::LevelOptions levelOptions(const zn::ExportSettings& settings)
+{
+    return {settings.simplify, files::glb::levelShares(settings.lod).value(), settings.lodFiles};
+}
+
 } // namespace
 
 std::optional<QString> glbComplaint(const CommandLine& line, bool writesGlb)
@@ -77,11 +83,27 @@ std::optional<QString> glbComplaint(const CommandLine& line, bool writesGlb)
     const std::pair<bool, const char*> others[] = {{line.scaleIntoVertices, "scale-into-vertices"},
                                                    {line.web, "web"},
                                                    {line.glbEdges, "glb-edges"},
+                                                   {line.isLodGiven, "lod"},
+                                                   {line.lodFiles, "lod-files"},
+                                                   {line.isSimplifyGiven, "simplify"},
                                                    {line.areTexturesGiven, "textures"},
                                                    {line.isMaxTextureGiven, "max-texture"}};
     for (const auto& [isGiven, name] : others)
         if (isGiven && !writesGlb)
             return QStringLiteral("--%1 is for .glb files, and --output names none").arg(QLatin1String(name));
+    return std::nullopt;
+}
+
+std::optional<QString> levelComplaint(zn::StandaloneSession& session)
+{
+    const zn::ExportSettings& settings = session.settings().exports;
+    const QString& shares = settings.lod;
+    if (!files::glb::levelShares(shares))
+        return QStringLiteral("--lod (export.lod) wants at most 9 shares of the triangles between 0 and 1, each less "
+                              "than the one before, such as 0.5,0.1, not '%1'")
+            .arg(shares);
+    if (settings.lodFiles && shares.isEmpty())
+        return QStringLiteral("--lod-files (export.lodFiles) wants --lod, which says how many files there are");
     return std::nullopt;
 }
 
@@ -98,6 +120,7 @@ files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSessi
     options.textures = texturesOf(session.settings().exports.textures);
     options.mostTextureSide = session.settings().exports.maxTexture;
     options.packing = packOptions(line.web, session.settings().exports);
+    options.levels = levelOptions(session.settings().exports);
     return options;
 }
 

@@ -13,6 +13,8 @@ namespace
 /// Column by column, the last one the translation.
 using Affine = std::array<Vector, 4>;
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr Box nothing = {{infinity, infinity, infinity}, {-infinity, -infinity, -infinity}};
 constexpr Affine identity = {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0}}};
 
 Vector transformed(const Affine& m, const Vector& v, double w)
@@ -98,9 +100,12 @@ void include(Box& all, const Affine& place, const Box& box)
 std::vector<std::size_t> rootsOf(const Json& nodes)
 {
     std::vector<bool> isChild(nodes.size());
-    for (const Json& node : nodes)
+    for (const Json& node : nodes) {
         for (const Json& child : node.value("children", Json::array()))
             isChild[child.get<std::size_t>()] = true;
+        for (const std::size_t level : levelsOf(node))
+            isChild[level] = true;
+    }
     std::vector<std::size_t> roots;
     for (std::size_t i = 0; i < isChild.size(); ++i)
         if (!isChild[i])
@@ -115,10 +120,32 @@ double Box::longestSide() const
     return std::max({most[0] - least[0], most[1] - least[1], most[2] - least[2]});
 }
 
+std::vector<Box> boxesOf(const PackedFile& file)
+{
+    std::vector<Box> boxes;
+    for (const Json& mesh : file.meshes) {
+        Box box = nothing;
+        for (const Json& primitive : mesh.at("primitives")) {
+            const Json& accessor = file.accessors.at(primitive.at("attributes").at("POSITION").get<std::size_t>());
+            for (std::size_t axis = 0; axis < 3; ++axis) {
+                box.least[axis] = std::min(box.least[axis], accessor.at("min").at(axis).get<double>());
+                box.most[axis] = std::max(box.most[axis], accessor.at("max").at(axis).get<double>());
+            }
+        }
+        boxes.push_back(box);
+    }
+    return boxes;
+}
+
+std::vector<std::size_t> levelsOf(const Json& node)
+{
+    const Json::json_pointer ids("/extensions/MSFT_lod/ids");
+    return node.contains(ids) ? node.at(ids).get<std::vector<std::size_t>>() : std::vector<std::size_t>();
+}
+
 MeshPlaces placesOfMeshes(const Json& nodes, const std::vector<Box>& boxes)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    Box all = {{infinity, infinity, infinity}, {-infinity, -infinity, -infinity}};
+    Box all = nothing;
     std::vector<double> scales(boxes.size(), 0);
     std::vector<std::pair<std::size_t, Affine>> open;
     for (const std::size_t root : rootsOf(nodes))
@@ -133,6 +160,8 @@ MeshPlaces placesOfMeshes(const Json& nodes, const std::vector<Box>& boxes)
             scale = std::max(scale, stretch(place));
             include(all, place, boxes[mesh->get<std::size_t>()]);
         }
+        for (const std::size_t level : levelsOf(node))
+            open.emplace_back(level, above);
         if (const auto children = node.find("children"); children != node.end())
             for (const Json& child : *children)
                 open.emplace_back(child.get<std::size_t>(), place);

@@ -18,6 +18,12 @@ struct Box {
     double longestSide() const;
 };
 
+/// The boxes of the meshes of `file` in their own spaces, as the accessors of their positions tell them.
+std::vector<Box> boxesOf(const PackedFile& file);
+
+/// The numbers of the nodes that take the place of `node` from afar (`MSFT_lod`), the finest first.
+std::vector<std::size_t> levelsOf(const Json& node);
+
 /// What the nodes of a file do with its meshes.
 struct MeshPlaces {
     std::vector<double> scales; ///< by mesh: the most that any node enlarges it, 1 for one that no node draws
@@ -25,7 +31,7 @@ struct MeshPlaces {
 };
 
 /// `boxes` are those of the meshes in their own spaces. What is shrunk because it is hidden counts as it is when it is
-/// shown.
+/// shown, and the lower levels of a node where it stands.
 MeshPlaces placesOfMeshes(const Json& nodes, const std::vector<Box>& boxes);
 
 } // namespace files::glb::packing

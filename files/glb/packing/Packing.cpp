@@ -3,9 +3,9 @@
 #include "files/glb/packing/VertexOrder.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <map>
+#include <numeric>
 #include <tuple>
 
 namespace files::glb::packing
@@ -36,11 +36,9 @@ public:
     Packed run(double millimetres);
 
 private:
-    Box boxOf(const Json& mesh) const;
     void planGrids(double millimetres);
     std::vector<VertexSet> vertexSets();
     void add(VertexSet& set);
-    IndexList indexList(std::size_t accessor, bool areTriangles) const;
     void placeMeshes();
     std::vector<std::string> extensions() const;
 
@@ -51,18 +49,15 @@ private:
     PackedStreams m_streams;
 };
 
-Box Packer::boxOf(const Json& mesh) const
+/// Of each mesh the one that it is a lower level of, or itself.
+std::vector<std::size_t> finestMeshes(const PackedFile& file)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    Box box = {{infinity, infinity, infinity}, {-infinity, -infinity, -infinity}};
-    for (const Json& primitive : mesh.at("primitives")) {
-        const Json& accessor = m_file.accessors.at(primitive.at("attributes").at("POSITION").get<std::size_t>());
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            box.least[axis] = std::min(box.least[axis], accessor.at("min").at(axis).get<double>());
-            box.most[axis] = std::max(box.most[axis], accessor.at("max").at(axis).get<double>());
-        }
-    }
-    return box;
+    std::vector<std::size_t> finest(file.meshes.size());
+    std::iota(finest.begin(), finest.end(), std::size_t(0));
+    for (const Json& node : file.nodes)
+        for (const std::size_t level : levelsOf(node))
+            finest[file.nodes[level].at("mesh").get<std::size_t>()] = node.at("mesh").get<std::size_t>();
+    return finest;
 }
 
 void Packer::planGrids(double millimetres)
@@ -70,13 +65,12 @@ void Packer::planGrids(double millimetres)
     m_grids.resize(m_file.meshes.size());
     if (!m_options.quantize)
         return;
-    std::vector<Box> boxes;
-    for (const Json& mesh : m_file.meshes)
-        boxes.push_back(boxOf(mesh));
+    const std::vector<Box> boxes = boxesOf(m_file);
+    const std::vector<std::size_t> finest = finestMeshes(m_file);
     const MeshPlaces places = placesOfMeshes(m_file.nodes, boxes);
     const double allowed = std::min(m_options.error / millimetres, places.extent / errorsOfScene);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        m_grids[i] = gridFor(boxes[i], allowed / places.scales[i]);
+        m_grids[i] = gridFor(boxes[finest[i]], allowed / places.scales[finest[i]]);
         m_error = std::max(m_error, m_grids[i].error() * places.scales[i]);
     }
 }
@@ -105,23 +99,6 @@ std::vector<VertexSet> Packer::vertexSets()
     return sets;
 }
 
-IndexList Packer::indexList(std::size_t accessor, bool areTriangles) const
-{
-    const Json& from = m_file.accessors[accessor];
-    const bool isShort = from.at("componentType").get<int>() == 5123;
-    const std::byte* bytes = elementsOf(m_file, from);
-    IndexList list = {areTriangles, std::vector<std::uint32_t>(from.at("count").get<std::size_t>())};
-    for (std::size_t i = 0; i < list.indices.size(); ++i) {
-        std::uint16_t narrow = 0;
-        if (isShort)
-            std::memcpy(&narrow, bytes + i * sizeof(narrow), sizeof(narrow));
-        else
-            std::memcpy(&list.indices[i], bytes + i * sizeof(std::uint32_t), sizeof(std::uint32_t));
-        list.indices[i] += narrow;
-    }
-    return list;
-}
-
 void Packer::add(VertexSet& set)
 {
     std::vector<VertexStream> streams;
@@ -129,8 +106,11 @@ void Packer::add(VertexSet& set)
         streams.push_back(streamOf(name, m_file, m_file.accessors[accessor.get<std::size_t>()], set.grid, m_options));
     std::vector<IndexList> lists;
     for (const auto& [accessor, areTriangles] : set.indices)
-        lists.push_back(indexList(accessor, areTriangles));
+        lists.push_back({areTriangles, indicesOf(m_file, m_file.accessors[accessor])});
     orderVertices(streams, lists, m_options);
+    for (VertexStream& stream : streams)
+        if (stream.name == "POSITION")
+            tellBounds(stream);
     const std::size_t vertices = streams.front().count();
     for (VertexStream& stream : streams)
         set.attributes[stream.name] =

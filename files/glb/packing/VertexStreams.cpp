@@ -18,11 +18,6 @@ enum Type { SignedByte = 5120, UnsignedByte, SignedShort, UnsignedShort, Float =
 
 using Floats = std::vector<float>;
 
-std::size_t componentsOf(const Json& accessor)
-{
-    return static_cast<std::size_t>(accessor.at("type").get<std::string>().back() - '0');
-}
-
 /// Elements of `components` integers of type T, each filled up to `width` bytes. `convert` has the number and its axis.
 template <class T, class Convert>
 std::vector<std::byte> converted(std::span<const float> values, std::size_t components, std::size_t width,
@@ -43,11 +38,10 @@ auto normalized()
     return [](float value, std::size_t) { return std::round(value * float(std::numeric_limits<T>::max())); };
 }
 
-/// What `numbers` on the grid have as bounds, which the accessor of positions has to tell.
 template <class T>
-void addBounds(VertexStream& stream, std::size_t components)
+void addBounds(VertexStream& stream)
 {
-    for (std::size_t axis = 0; axis < components; ++axis) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
         T least = std::numeric_limits<T>::max();
         T most = std::numeric_limits<T>::lowest();
         for (std::size_t at = axis * sizeof(T); at < stream.bytes.size(); at += stream.width) {
@@ -70,7 +64,6 @@ void addPositions(VertexStream& stream, std::span<const float> values, const Pos
     stream.accessor["componentType"] = int(grid.isSigned ? SignedShort : UnsignedShort);
     stream.bytes =
         grid.isSigned ? converted<std::int16_t>(values, 3, 8, onGrid) : converted<std::uint16_t>(values, 3, 8, onGrid);
-    grid.isSigned ? addBounds<std::int16_t>(stream, 3) : addBounds<std::uint16_t>(stream, 3);
 }
 
 void addNormals(VertexStream& stream, std::span<const float> values, const PackOptions& options)
@@ -103,8 +96,6 @@ void addFloats(VertexStream& stream, std::span<const float> values, std::size_t 
     stream.accessor["componentType"] = int(Float);
     stream.bytes.resize(values.size_bytes());
     std::memcpy(stream.bytes.data(), values.data(), values.size_bytes());
-    if (stream.name == "POSITION")
-        addBounds<float>(stream, components);
 }
 
 template <class T>
@@ -118,10 +109,31 @@ void addShares(VertexStream& stream, std::span<const float> values, std::size_t 
 
 } // namespace
 
+std::size_t componentsOf(const Json& accessor)
+{
+    return static_cast<std::size_t>(accessor.at("type").get<std::string>().back() - '0');
+}
+
 const std::byte* elementsOf(const PackedFile& file, const Json& accessor)
 {
     const Json& view = file.bufferViews.at(accessor.at("bufferView").get<std::size_t>());
     return file.binary.data() + view.value("byteOffset", std::size_t(0)) + accessor.value("byteOffset", std::size_t(0));
+}
+
+std::vector<std::uint32_t> indicesOf(const PackedFile& file, const Json& accessor)
+{
+    const bool isShort = accessor.at("componentType").get<int>() == UnsignedShort;
+    const std::byte* bytes = elementsOf(file, accessor);
+    std::vector<std::uint32_t> indices(accessor.at("count").get<std::size_t>());
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        std::uint16_t narrow = 0;
+        if (isShort)
+            std::memcpy(&narrow, bytes + i * sizeof(narrow), sizeof(narrow));
+        else
+            std::memcpy(&indices[i], bytes + i * sizeof(std::uint32_t), sizeof(std::uint32_t));
+        indices[i] += narrow;
+    }
+    return indices;
 }
 
 VertexStream streamOf(const std::string& name, const PackedFile& file, const Json& accessor, const PositionGrid& grid,
@@ -144,6 +156,15 @@ VertexStream streamOf(const std::string& name, const PackedFile& file, const Jso
     else
         addFloats(stream, values, components);
     return stream;
+}
+
+void tellBounds(VertexStream& positions)
+{
+    const int type = positions.accessor.at("componentType").get<int>();
+    if (type == Float)
+        addBounds<float>(positions);
+    else
+        type == SignedShort ? addBounds<std::int16_t>(positions) : addBounds<std::uint16_t>(positions);
 }
 
 } // namespace files::glb::packing

@@ -18,12 +18,21 @@ struct VertexStream {
     std::size_t count() const { return bytes.size() / width; }
 };
 
+/// How many numbers an element of `accessor` has.
+std::size_t componentsOf(const Json& accessor);
+
 /// The elements of `accessor` in `file`, which are close together.
 const std::byte* elementsOf(const PackedFile& file, const Json& accessor);
+
+/// The numbers of `accessor` in `file`, which has indices of 2 or 4 bytes.
+std::vector<std::uint32_t> indicesOf(const PackedFile& file, const Json& accessor);
 
 /// The attribute `name`, which `accessor` of `file` tells as floats, in the form that `options` ask for. Positions lie
 /// on `grid`.
 VertexStream streamOf(const std::string& name, const PackedFile& file, const Json& accessor, const PositionGrid& grid,
                       const PackOptions& options);
+
+/// Tells the bounds of positions in their accessor, which has to have them.
+void tellBounds(VertexStream& positions);
 
 } // namespace files::glb::packing
