@@ -19,6 +19,7 @@ set(ZN_STANDALONE_HEADERS
   scene/ViewTags.h
   files/glb/GlbWriter.h
   files/glb/gathering/GatherOptions.h
+  files/glb/levels/LevelOptions.h
   files/glb/packing/PackOptions.h
   files/Error.h
   files/Expected.h

@@ -56,17 +56,24 @@ OutputFile::OutputFile(const QString& target) : m_wanted(target), m_target(behin
 
 OutputFile::~OutputFile()
 {
-    if (m_file.isOpen()) {
+    discard();
+}
+
+void OutputFile::discard()
+{
+    if (m_isUnfinished) {
         m_file.close();
         m_file.remove();
     }
+    m_isUnfinished = false;
 }
 
 bool OutputFile::create()
 {
     for (int attempt = 0; attempt < 100; ++attempt) {
         m_file.setFileName(unfinishedName(m_target, attempt));
-        if (m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        m_isUnfinished = m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly);
+        if (m_isUnfinished)
             return true;
         if (!m_file.exists())
             return false;
@@ -111,11 +118,18 @@ void OutputFile::rewrite(const void* data, std::uint64_t size)
     write(data, size);
 }
 
+Expected<void> OutputFile::complete(Lasting lasting)
+{
+    if (!m_error && m_file.isOpen())
+        flush(lasting);
+    if (m_error)
+        discard();
+    return m_error ? Expected<void>(*m_error) : Expected<void>();
+}
+
 Expected<void> OutputFile::commit(Lasting lasting)
 {
-    if (!m_error)
-        flush(lasting);
-    if (!m_error)
+    if (complete(lasting))
         rename();
     return m_error ? Expected<void>(*m_error) : Expected<void>();
 }
@@ -132,18 +146,16 @@ void OutputFile::flush(Lasting lasting)
     m_file.close();
     if (m_file.error() != QFileDevice::NoError)
         fail(ErrorCode::WriteFailed, m_file.errorString());
-    if (m_error)
-        m_file.remove();
 }
 
 void OutputFile::rename()
 {
     const QByteArray from = QFile::encodeName(m_file.fileName());
     const QByteArray to = QFile::encodeName(m_target);
-    if (std::rename(from.constData(), to.constData()) == 0)
-        return;
-    fail(ErrorCode::CannotCreate, QString::fromLocal8Bit(std::strerror(errno)));
-    m_file.remove();
+    m_isUnfinished = std::rename(from.constData(), to.constData()) != 0;
+    if (m_isUnfinished)
+        fail(ErrorCode::CannotCreate, QString::fromLocal8Bit(std::strerror(errno)));
+    discard();
 }
 
 void OutputFile::fail(ErrorCode code, const QString& message)

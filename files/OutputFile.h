@@ -35,11 +35,15 @@ public:
     void pad(std::uint64_t alignment, char filler = '\0');
     /// Writes at the start of the file instead.
     void rewrite(const void* data, std::uint64_t size);
+    /// The file that this one takes the place of: the wanted one, or what that leads to when it is a link.
+    const QString& target() const { return m_target; }
     /// How far the file is written.
     std::uint64_t position() const { return m_position; }
     /// Whether what is written has to outlive a crash of the whole system: an empty file could stand in the place of
     /// the one before otherwise. It takes as long as the disk takes the bytes.
     enum class Lasting { Yes, No };
+    /// Nothing more is written: what waits goes to the disk, and the file keeps its other name until `commit`.
+    Expected<void> complete(Lasting lasting = Lasting::Yes);
     /// The file takes the name of its target, unless something failed. The error names the target and no place.
     Expected<void> commit(Lasting lasting = Lasting::Yes);
 
@@ -47,11 +51,13 @@ private:
     bool create();
     void flush(Lasting lasting);
     void rename();
+    void discard();
     void fail(ErrorCode code, const QString& message);
 
     QString m_wanted;
     QString m_target; ///< the file itself where the one that is wanted is a link
     QFile m_file;
+    bool m_isUnfinished = false; ///< it is there by its other name
     std::uint64_t m_position = 0;
     std::optional<Error> m_error;
 };

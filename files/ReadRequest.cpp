@@ -12,6 +12,7 @@ namespace
 const QLatin1String upAxis("up");
 const QLatin1String millimetres("unit");
 const QLatin1String wrlInMetres("wrl-in-metres");
+const QLatin1String levelOfDetail("level");
 const QLatin1String rule("references");
 const QLatin1String topFolder("references-below");
 const QLatin1String openFolder("references-folder");
@@ -62,6 +63,13 @@ bool takeUnit(double& unit, const QString& value)
     return isNumber && std::isfinite(unit) && unit > 0;
 }
 
+bool takeLevel(int& level, const QString& value)
+{
+    bool isNumber = false;
+    level = value.toInt(&isNumber);
+    return isNumber && level >= 0;
+}
+
 bool takeReference(references::Policy& policy, const QString& name, const QString& value)
 {
     if (name == topFolder)
@@ -80,12 +88,13 @@ bool takeReference(references::Policy& policy, const QString& name, const QStrin
 QStringList wordsOf(const ReadOptions& options)
 {
     // Names every member, so that a new one cannot be forgotten here. How a scene file is read is the host's business.
-    const auto& [up, unit, inMetres, mapsFile, policy, limits] = options;
+    const auto& [up, unit, inMetres, level, mapsFile, policy, limits] = options;
     [[maybe_unused]] const auto& [bytes, nodes, vertices, depth, memory] = limits;
     (void)mapsFile;
     QStringList words = {word(upAxis, up == UpAxis::Y ? QStringLiteral("y") : QStringLiteral("z")),
                          word(millimetres, QString::number(unit, 'g', 17)),
-                         word(wrlInMetres, inMetres ? QStringLiteral("1") : QStringLiteral("0"))};
+                         word(wrlInMetres, inMetres ? QStringLiteral("1") : QStringLiteral("0")),
+                         word(levelOfDetail, QString::number(level))};
     for (const NamedLimit& named : namedLimits)
         words.append(word(named.name, QString::number(limits.*named.limit)));
     words.append(word(rule, QLatin1String(references::word(policy.rule))));
@@ -108,6 +117,8 @@ bool takeWord(ReadOptions& options, const QString& word)
         return takeUnit(options.millimetresPerUnit, value);
     if (name == wrlInMetres)
         return takeSwitch(options.vrmlInMetres, value);
+    if (name == levelOfDetail)
+        return takeLevel(options.level, value);
     if (name == rule || name == topFolder || name == openFolder)
         return takeReference(options.references, name, value);
     return takeLimit(options.limits, name, value);

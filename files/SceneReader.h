@@ -36,6 +36,9 @@ struct ReadOptions {
     double millimetresPerUnit = 1.0; ///< of formats that do not fix it (OBJ, PLY, VRML)
     /// VRML files mean what their standard says: metres, Y up. Otherwise unit and axis are those above.
     bool vrmlInMetres = false;
+    /// Which level of detail is read of nodes that have several (glTF); 0 is the finest, and one that a node does not
+    /// have its coarsest.
+    int level = 0;
     /// A scene file is mapped rather than read into memory: for one that nobody cuts short while its tree lives, which
     /// would end the process with SIGBUS.
     bool mapsFile = false;

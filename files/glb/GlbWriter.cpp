@@ -2,10 +2,11 @@
 
 #include "files/Failure.h"
 #include "files/GlbLayout.h"
-#include "files/OutputFile.h"
+#include "files/OutputSet.h"
 #include "files/Text.h"
 #include "files/glb/GlbNodes.h"
 #include "files/glb/gathering/Gathering.h"
+#include "files/glb/levels/Levels.h"
 #include "files/glb/packing/EqualArrays.h"
 #include "files/glb/packing/Packing.h"
 #include "files/glb/packing/PositionGrid.h"
@@ -110,6 +111,7 @@ struct Content {
     const GlbNodes& nodes;
     packing::PackedFile file; ///< empty unless it is packed
     std::optional<packing::Packed> packed;
+    levels::Levels levels;
 };
 
 /// The longest side that merged parts may have together, in the unit of the file.
@@ -124,7 +126,7 @@ Content contentOf(const GlbNodes& nodes, const WriteOptions& options)
 {
     Content content(nodes);
     const GlbArrays& arrays = nodes.meshes().arrays();
-    if (!(options.packing.isOn() || options.gathering.isOn()) || arrays.size() == 0)
+    if (!(options.packing.isOn() || options.gathering.isOn() || options.levels.isOn()) || arrays.size() == 0)
         return content;
     const auto parsed = [](const JsonList& list) { return packing::Json::parse(list.text()); };
     content.file = {packing::Json::parse(nodes.scene()),
@@ -136,8 +138,18 @@ Content contentOf(const GlbNodes& nodes, const WriteOptions& options)
                     arrays.bytes()};
     packing::shareEqualArrays(content.file);
     gathering::gather(content.file, options.gathering, largestMerged(options));
-    content.packed = packing::pack(content.file, options.packing, options.millimetresPerUnit);
+    content.levels = levels::makeLevels(content.file, options.levels, options.millimetresPerUnit);
     return content;
+}
+
+/// Takes the steps that `options` ask for. Fewer triangles leave vertices over, which are dropped with equal ones.
+void pack(Content& content, const WriteOptions& options)
+{
+    if (content.file.meshes.empty())
+        return;
+    PackOptions packing = options.packing;
+    packing.weld = packing.weld || options.levels.simplify > 0 || options.levels.asFiles;
+    content.packed = packing::pack(content.file, packing, options.millimetresPerUnit);
 }
 
 std::string packedText(const packing::Json& json)
@@ -166,6 +178,8 @@ void addExtensions(const Content& content, DocumentText& text)
     }
     if (nodes.hasHidden())
         used.push_back("KHR_node_visibility");
+    if (content.levels.hasNodes)
+        used.push_back("MSFT_lod");
     if (!used.empty())
         text.add("extensionsUsed", textOf(used));
 }
@@ -267,16 +281,14 @@ files::Error errorOf(files::ErrorCode code, const QString& message)
 }
 
 /// The size of the file.
-files::Expected<std::uint64_t> writeFile(const DocumentText& document, const Content& content, const QString& path)
+files::Expected<std::uint64_t> writeFile(const Content& content, const WriteOptions& options, files::OutputFile& output)
 {
+    const DocumentText document = documentOf(content, options);
     const std::uint64_t size = fileSize(document, content.binarySize());
     if (size > std::numeric_limits<std::uint32_t>::max())
         return errorOf(files::ErrorCode::TooLarge,
                        files::tr("the file would have %1 bytes; a binary glTF file can have 4294967295")
                            .arg(static_cast<qulonglong>(size)));
-    if (const files::Expected<void> pictures = content.textures().writeFiles(); !pictures)
-        return pictures.error();
-    files::OutputFile output(path);
     writeNumber(output, magic);
     writeNumber(output, version);
     writeNumber(output, static_cast<std::uint32_t>(size));
@@ -286,9 +298,51 @@ files::Expected<std::uint64_t> writeFile(const DocumentText& document, const Con
         writeChunkHeader(output, binaryChunk, content.binarySize());
         content.writeBinary(output);
     }
-    if (const files::Expected<void> complete = output.commit(); !complete)
+    if (const files::Expected<void> complete = output.complete(); !complete)
         return complete.error();
     return size;
+}
+
+/// The file of each level, from a copy of `content` before it is packed.
+files::Expected<void> writeLevels(const Content& content, const WriteOptions& options, const QString& path,
+                                  files::OutputSet& outputs)
+{
+    for (std::size_t level = 0; level < content.levels.meshes.size(); ++level) {
+        Content file(content.nodes);
+        file.file = content.file;
+        file.file.meshes = content.levels.meshes[level];
+        pack(file, options);
+        if (const auto size = writeFile(file, options, outputs.add(levelPath(path, level + 1))); !size)
+            return size.error();
+    }
+    return {};
+}
+
+std::vector<WrittenLevel> levelsOf(const levels::Levels& levels, const QString& path)
+{
+    std::vector<WrittenLevel> result;
+    for (const levels::LevelNumbers& numbers : levels.numbers) {
+        const bool isFile = !result.empty() && !levels.meshes.empty();
+        result.push_back({isFile ? levelPath(path, result.size()) : path, numbers.triangles, numbers.error});
+    }
+    return result;
+}
+
+Written numbersOf(const Content& content, const WriteOptions& options, const QString& path, std::uint64_t bytes)
+{
+    Written numbers;
+    numbers.bytes = bytes;
+    numbers.nodes = content.nodes.list().size();
+    numbers.meshes = content.nodes.meshes().list().size();
+    if (!content.packed)
+        return numbers;
+    numbers.nodes = content.file.nodes.size();
+    numbers.meshes = content.file.meshes.size();
+    numbers.error = content.packed->error * options.millimetresPerUnit;
+    numbers.levels = levelsOf(content.levels, path);
+    numbers.trianglesBefore = content.levels.trianglesBefore;
+    numbers.levelsLeftOut = content.levels.leftOut;
+    return numbers;
 }
 
 std::vector<files::Note> notesOf(const QStringList& texts, const QString& path)
@@ -304,17 +358,20 @@ files::Result<Written> written(const osg::NodePtr& root, const QString& path, co
     if (!root)
         return errorOf(files::ErrorCode::NothingToWrite, files::tr("there is no tree to write"));
     const GlbNodes nodes(root, options, path);
-    const Content content = contentOf(nodes, options);
-    const files::Expected<std::uint64_t> bytes = writeFile(documentOf(content, options), content, path);
+    Content content = contentOf(nodes, options);
+    files::OutputSet outputs;
+    files::OutputFile& output = outputs.add(path);
+    if (const files::Expected<void> levels = writeLevels(content, options, path, outputs); !levels)
+        return levels.error();
+    pack(content, options);
+    const files::Expected<std::uint64_t> bytes = writeFile(content, options, output);
     if (!bytes)
         return bytes.error();
-    Written numbers{bytes.value(), nodes.list().size(), nodes.meshes().list().size()};
-    if (content.packed) {
-        numbers.nodes = content.file.nodes.size();
-        numbers.meshes = content.file.meshes.size();
-        numbers.error = content.packed->error * options.millimetresPerUnit;
-    }
-    return {numbers, notesOf(nodes.warnings(), path)};
+    if (const files::Expected<void> pictures = content.textures().writeFiles(); !pictures)
+        return pictures.error();
+    if (const files::Expected<void> complete = outputs.commit(); !complete)
+        return complete.error();
+    return {numbersOf(content, options, path, bytes.value()), notesOf(nodes.warnings(), path)};
 }
 
 files::Result<Written> writtenOrError(const osg::NodePtr& root, const QString& path, const WriteOptions& options)

@@ -2,12 +2,14 @@
 
 #include "files/Expected.h"
 #include "files/glb/gathering/GatherOptions.h"
+#include "files/glb/levels/LevelOptions.h"
 #include "files/glb/packing/PackOptions.h"
 #include "host/OSGSystem/Node.h"
 
 #include <QString>
 
 #include <cstdint>
+#include <vector>
 
 /// Writes trees as binary glTF 2.0 files.
 ///
@@ -85,6 +87,16 @@ struct WriteOptions {
     int mostTextureSide = 0;
     PackOptions packing;     ///< what makes the file smaller
     GatherOptions gathering; ///< what makes it quicker to draw
+    LevelOptions levels;     ///< what makes triangles fewer
+};
+
+/// Numbers of a level of detail of a complete file, with the finest meshes for the first one.
+struct WrittenLevel {
+    QString path;                ///< of the file that has it
+    std::uint64_t triangles = 0; ///< of all meshes, a shared one counted once
+    /// How far surfaces are from what they were before `LevelOptions::simplify`, in millimetres of the scene. Measured
+    /// in both directions from points on the triangles that are about as close as vertices are.
+    double error = 0;
 };
 
 /// Numbers of a complete file.
@@ -93,10 +105,16 @@ struct Written {
     std::uint64_t nodes = 0;  ///< nodes in the file
     std::uint64_t meshes = 0; ///< meshes in the file, a shared one counted once
     double error = 0;         ///< how far a vertex may have been moved by packing, in millimetres of the scene
+    /// What `WriteOptions::levels` came to, the finest level first; empty when they are off.
+    std::vector<WrittenLevel> levels;
+    std::uint64_t trianglesBefore = 0; ///< of all meshes before `LevelOptions::simplify`; 0 when `levels` is empty
+    /// How many levels of meshes there are not: they would not have had a tenth fewer triangles than the one before.
+    std::uint64_t levelsLeftOut = 0;
 };
 
 /// Writes `root` and what hangs below it to `path`. What stood there before is replaced at one stroke when the new file
-/// is complete; on failure it stays as it was and nothing new is left in the folder. Throws nothing. The warnings tell
+/// is complete; on failure it stays as it was and nothing new is left in the folder. The same goes for the files of
+/// levels beside it, all of which come or none. Throws nothing. The warnings tell
 /// what is not in the file as it is in the tree.
 files::Result<Written> write(const osg::NodePtr& root, const QString& path, const WriteOptions& options = {});
 

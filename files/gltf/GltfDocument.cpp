@@ -29,10 +29,10 @@ constexpr std::array<std::string_view, 7> unread = {"images", "textures", "sampl
                                                     "skins",  "cameras",  "buffers"};
 
 /// Extensions that change nothing in what is read, or that are read.
-constexpr std::array<std::string_view, 11> requirable = {
-    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu",     "EXT_texture_webp",
-    "EXT_texture_avif",      "MSFT_texture_dds",      "KHR_xmp_json_ld",        "KHR_lights_punctual",
-    "KHR_animation_pointer", "KHR_node_visibility",   "EXT_mesh_gpu_instancing"};
+constexpr std::array<std::string_view, 12> requirable = {
+    "KHR_mesh_quantization", "KHR_texture_transform", "KHR_texture_basisu",      "EXT_texture_webp",
+    "EXT_texture_avif",      "MSFT_texture_dds",      "KHR_xmp_json_ld",         "KHR_lights_punctual",
+    "KHR_animation_pointer", "KHR_node_visibility",   "EXT_mesh_gpu_instancing", "MSFT_lod"};
 
 QString textOf(const std::string& utf8)
 {

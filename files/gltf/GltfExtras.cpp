@@ -161,9 +161,13 @@ private:
         const auto found = m_document.find(list);
         if (found == m_document.end() || !found->is_array())
             return;
+        const Json::json_pointer levels("/extensions/MSFT_lod");
         int index = 0;
         for (Json& element : *found) {
-            if (Json extras = takeMember(element, "extras"); !extras.is_null())
+            Json extras = takeMember(element, "extras");
+            if (extras.is_object() && element.contains(levels))
+                extras.erase("MSFT_screencoverage");
+            if (!extras.is_null())
                 visit(index, extras, element);
             ++index;
         }

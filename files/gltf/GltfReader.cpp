@@ -2,6 +2,7 @@
 
 #include "files/SceneBuilding.h"
 #include "files/gltf/GltfInstances.h"
+#include "files/gltf/GltfLevels.h"
 #include "files/gltf/GltfMeshes.h"
 #include "host/OSGSystem/Names.h"
 #include "scene/MatrixMath.h"
@@ -34,7 +35,8 @@ class GltfTree
 public:
     GltfTree(const GltfDocument& document, ReadTask& task)
         : m_model(document.model), m_cameras(document.cameras), m_extras(document.extras), m_task(task),
-          m_variants(document, task), m_meshes(document, m_variants, task), m_seen(document.model.nodes.size())
+          m_variants(document, task), m_meshes(document, m_variants, task), m_levels(document.model, task),
+          m_seen(document.model.nodes.size())
     {
     }
 
@@ -45,11 +47,12 @@ private:
     std::vector<int> rootNodes();
     std::vector<int> nodesWithoutParent() const;
     void failIfTooDeep(std::uint64_t depth, int node) const;
-    const tinygltf::Node& enter(const Step& step);
+    void enter(const Step& step);
     void add(const Step& step);
+    const tinygltf::Node& node(int index) const;
     using Instances = std::optional<std::vector<osg::Matrix>>;
-    bool addParts(const Step& step, const tinygltf::Node& from, const osg::Matrix& matrix, const Instances& instances);
-    osg::NodePtr makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
+    bool addParts(const Step& step, int index, const osg::Matrix& matrix, const Instances& instances);
+    osg::NodePtr makeNodeFor(const tinygltf::Node& node, const std::string& name, const osg::Matrix& matrix,
                              const GltfMeshes::Geometries& geometries);
     osg::Matrix matrixOf(const tinygltf::Node& node, int index) const;
     void addCamera(const osg::NodePtr& parent, int camera);
@@ -64,6 +67,7 @@ private:
     GltfVariants m_variants;
     GltfMeshes m_meshes;
     GltfPartPlaces m_parts;
+    GltfLevels m_levels;
     std::vector<bool> m_seen;
     std::vector<Step> m_queue;
     bool m_hasGeometry = false;
@@ -118,7 +122,7 @@ std::vector<int> GltfTree::nodesWithoutParent() const
                 isChild[static_cast<std::size_t>(child)] = true;
     std::vector<int> result;
     for (std::size_t i = 0; i < isChild.size(); ++i)
-        if (!isChild[i])
+        if (!isChild[i] && !m_levels.isLevel(static_cast<int>(i)))
             result.push_back(static_cast<int>(i));
     return result;
 }
@@ -145,7 +149,7 @@ void GltfTree::failIfTooDeep(std::uint64_t depth, int node) const
 }
 
 /// A node that is met twice is its own ancestor or has two parents; glTF allows neither.
-const tinygltf::Node& GltfTree::enter(const Step& step)
+void GltfTree::enter(const Step& step)
 {
     if (step.node < 0 || static_cast<std::size_t>(step.node) >= m_seen.size())
         m_task.fail(ErrorCode::Damaged, tr("this node does not exist"), nodePlace(step.node));
@@ -153,23 +157,32 @@ const tinygltf::Node& GltfTree::enter(const Step& step)
         m_task.fail(ErrorCode::Damaged, tr("this node hangs below itself or below two others"), nodePlace(step.node));
     failIfTooDeep(step.depth, step.node);
     m_seen[static_cast<std::size_t>(step.node)] = true;
-    return m_model.nodes[static_cast<std::size_t>(step.node)];
 }
 
+const tinygltf::Node& GltfTree::node(int index) const
+{
+    return m_model.nodes[static_cast<std::size_t>(index)];
+}
+
+/// A level of detail without a name is called as the node that it takes the place of, whose facts it has, too.
 void GltfTree::add(const Step& step)
 {
     static const GltfMeshes::Geometries none;
-    const tinygltf::Node& from = enter(step);
-    const GltfMeshes::Geometries& geometries =
-        from.mesh < 0 ? none : m_meshes.geometries(from.mesh, nodePlace(step.node));
-    const osg::Matrix matrix = matrixOf(from, step.node);
-    const Instances instances = instancesOf(from, m_meshes.accessors(), m_task, nodePlace(step.node));
-    if (addParts(step, from, matrix, instances))
+    enter(step);
+    const int index = m_levels.shown(step.node);
+    if (index != step.node)
+        enter({index, step.parent, step.depth});
+    const tinygltf::Node& from = this->node(index);
+    const std::string& name = from.name.empty() ? this->node(step.node).name : from.name;
+    const GltfMeshes::Geometries& geometries = from.mesh < 0 ? none : m_meshes.geometries(from.mesh, nodePlace(index));
+    const osg::Matrix matrix = matrixOf(from, index);
+    const Instances instances = instancesOf(from, m_meshes.accessors(), m_task, nodePlace(index));
+    if (addParts(step, index, matrix, instances))
         return;
     m_task.countNodes(1 + geometries.size());
-    const osg::NodePtr node = makeNodeFor(from, matrix, instances ? none : geometries);
+    const osg::NodePtr node = makeNodeFor(from, name, matrix, instances ? none : geometries);
     if (instances)
-        addInstances(node, from.name, *instances, geometries);
+        addInstances(node, name, *instances, geometries);
     if (const auto group = m_extras.groupOfNode(step.node))
         m_parts.addGroup(*group, node);
     m_extras.addToNode(step.node, node);
@@ -182,13 +195,13 @@ void GltfTree::add(const Step& step)
 }
 
 /// What a node of ours draws together becomes the parts that it was, if the node tells them.
-bool GltfTree::addParts(const Step& step, const tinygltf::Node& from, const osg::Matrix& matrix,
-                        const Instances& instances)
+bool GltfTree::addParts(const Step& step, int index, const osg::Matrix& matrix, const Instances& instances)
 {
+    const tinygltf::Node& from = node(index);
     const std::vector<GltfPart>* parts = m_extras.partsOfNode(step.node);
     if (!parts || parts->empty() || from.mesh < 0 || !from.children.empty() || from.camera >= 0)
         return false;
-    const QString place = nodePlace(step.node);
+    const QString place = nodePlace(index);
     const std::optional<std::vector<GltfMeshes::Geometries>> pieces =
         m_meshes.parts(from.mesh, instances ? 1 : parts->size(), place);
     const GltfMeshes::Geometries& whole = pieces ? pieces->front() : m_meshes.geometries(from.mesh, place);
@@ -204,13 +217,13 @@ bool GltfTree::addParts(const Step& step, const tinygltf::Node& from, const osg:
     return true;
 }
 
-osg::NodePtr GltfTree::makeNodeFor(const tinygltf::Node& node, const osg::Matrix& matrix,
+osg::NodePtr GltfTree::makeNodeFor(const tinygltf::Node& node, const std::string& name, const osg::Matrix& matrix,
                                    const GltfMeshes::Geometries& geometries)
 {
     m_hasGeometry = m_hasGeometry || !geometries.empty();
     if (node.children.empty() && node.camera < 0 && matrix.isIdentity() && geometries.size() == 1)
-        return makeNode(node.name, geometries.front().get());
-    const osg::NodePtr result = matrix.isIdentity() ? makeGroup(node.name) : makeTransform(node.name, matrix);
+        return makeNode(name, geometries.front().get());
+    const osg::NodePtr result = matrix.isIdentity() ? makeGroup(name) : makeTransform(name, matrix);
     for (const osg::RefPtr<osg::GeometryPtr>& core : geometries)
         addGeometry(result, core.get());
     return result;

@@ -23,6 +23,7 @@ files::ReadOptions readOptions(Session& session, const QString& file)
     options.millimetresPerUnit = settings.mesh.unit;
     options.upAxis = settings.mesh.up == MeshSettings::Axis::Y ? files::UpAxis::Y : files::UpAxis::Z;
     options.vrmlInMetres = settings.mesh.wrlInMetres;
+    options.level = settings.mesh.level;
     return options;
 }
 

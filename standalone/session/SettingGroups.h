@@ -150,8 +150,8 @@ struct MeshSettings : SettingGroup {
                      SettingHelp::tr("Which axis points up in a file that does not say so (OBJ, PLY, WRL).")};
     Setting<int> level{
         m_list, "mesh.level", 0, SettingRange{0, 9},
-        SettingHelp::tr("Which level of detail is taken of files that hold several (JT): 0 is the finest; a part with "
-                        "fewer levels gives its coarsest.")};
+        SettingHelp::tr("Which level of detail is taken of files that hold several (JT, glTF): 0 is the finest; a part "
+                        "with fewer levels gives its coarsest.")};
     Setting<bool> repairNormals{
         m_list, "mesh.repairNormals", false,
         SettingHelp::tr(
@@ -336,6 +336,22 @@ struct ExportSettings : SettingGroup {
                                           "processors take quickly.")};
     Setting<bool> compress{m_list, "export.compress", false,
                            SettingHelp::tr("Compress vertices and indices of GLB files (EXT_meshopt_compression).")};
+    Setting<bool> instances{m_list, "export.instances", false,
+                            SettingHelp::tr("Let one node of a GLB file draw a mesh at all of its places "
+                                            "(EXT_mesh_gpu_instancing). Names and attributes are in its extras.")};
+    Setting<int> mergeBelow{
+        m_list, "export.mergeBelow", 0, SettingRange{0, 1000000000, "triangles"},
+        SettingHelp::tr("Make one mesh of those in a GLB file that have fewer triangles at all of their places, with a "
+                        "primitive for each material; 0 for none. Names and attributes are in the extras.")};
+    Setting<QString> lod{m_list, "export.lod", QString(),
+                         SettingHelp::tr("Levels of detail in GLB files (MSFT_lod): the share of the triangles that "
+                                         "each has, such as 0.5,0.1; empty for none.")};
+    Setting<bool> lodFiles{m_list, "export.lodFiles", false,
+                           SettingHelp::tr("Write each level of export.lod as a GLB file beside the first one, such "
+                                           "as OUT.lod1.glb, instead of into it.")};
+    Setting<double> simplify{m_list, "export.simplify", 0, SettingRange{0, 1e6, "mm"},
+                             SettingHelp::tr("How far the surfaces of GLB files may be from those of the scene, to "
+                                             "have fewer triangles; 0 leaves the triangles as they are.")};
     ///@}
 };
 

@@ -13,6 +13,7 @@ files::ReadOptions unusual()
     options.upAxis = files::UpAxis::Y;
     options.millimetresPerUnit = 25.4 / 3;
     options.vrmlInMetres = true;
+    options.level = 3;
     options.limits = {11, 12, 13, 14, 15};
     return options;
 }
@@ -25,6 +26,7 @@ TEST(ReadRequestTest, EachOptionArrivesExactly)
     EXPECT_EQ(arrived.upAxis, files::UpAxis::Y);
     EXPECT_EQ(arrived.millimetresPerUnit, 25.4 / 3);
     EXPECT_TRUE(arrived.vrmlInMetres);
+    EXPECT_EQ(arrived.level, 3);
     EXPECT_EQ(arrived.limits.maxFileBytes, 11u);
     EXPECT_EQ(arrived.limits.maxNodes, 12u);
     EXPECT_EQ(arrived.limits.maxVertices, 13u);
@@ -39,6 +41,7 @@ TEST(ReadRequestTest, OptionsThatAreOffArriveToo)
         EXPECT_TRUE(files::takeWord(arrived, word)) << word.toStdString();
     EXPECT_EQ(arrived.upAxis, files::UpAxis::Z);
     EXPECT_FALSE(arrived.vrmlInMetres);
+    EXPECT_EQ(arrived.level, 0);
     EXPECT_EQ(arrived.millimetresPerUnit, 1.0);
     EXPECT_EQ(arrived.limits.maxFileBytes, (std::uint64_t(1) << 32) - 1);
 }
@@ -47,7 +50,7 @@ TEST(ReadRequestTest, OtherWordsAreRefused)
 {
     files::ReadOptions options;
     for (const char* word : {"", "up", "up=x", "unit=0", "unit=-1", "unit=nan", "unit=1mm", "wrl-in-metres=2",
-                             "max-nodes=", "max-nodes=-1", "max-nothing=3", "=3"})
+                             "level=-1", "level=x", "max-nodes=", "max-nodes=-1", "max-nothing=3", "=3"})
         EXPECT_FALSE(files::takeWord(options, QString::fromLatin1(word))) << word;
 }
 

@@ -54,7 +54,7 @@ std::vector<Layer> makeLayers()
         {"scene", scene},
         {"files/*", formats},
         {"files/references", {"files/references"}, Foreign::Portable},
-        {"files/glb", together(formats, {"files/glb"})},
+        {"files/glb", together(formats, {"files/glb", "geometry/rays"})},
         {"files/gltf", together(formats, {"files/gltf"})},
         {"files/meshes", together(formats, {"files/gltf", "files/meshes", "files/obj", "files/ply", "files/vrml"})},
         {"files/obj", together(formats, {"files/obj"})},

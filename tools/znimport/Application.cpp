@@ -6,6 +6,7 @@
 #include "protocol/Printable.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/Ending.h"
+#include "tools/znimport/GlbOptions.h"
 #include "tools/znimport/InputLinks.h"
 #include "tools/znimport/OutputFiles.h"
 #include "tools/znimport/StructureText.h"
@@ -49,6 +50,10 @@ int Application::run()
         return wrongUse;
     }
     if (const auto error = applySettings(m_commandLine, m_session.settings())) {
+        complain(*error);
+        return wrongUse;
+    }
+    if (const auto error = levelComplaint(m_session)) {
         complain(*error);
         return wrongUse;
     }

@@ -45,7 +45,6 @@ void readOutputs(const QCommandLineParser& parser, CommandLine& line)
     line.glbEdges = parser.isSet(QStringLiteral("glb-edges"));
     line.web = parser.isSet(QStringLiteral("web"));
     line.instances = parser.isSet(QStringLiteral("instances"));
-    line.mergeBelow = parser.value(QStringLiteral("merge-below"));
     line.reportFile = parser.value(QStringLiteral("report"));
     line.bomFile = parser.value(QStringLiteral("bom"));
     line.bomLevels = parser.value(QStringLiteral("bom-levels"));
@@ -80,12 +79,24 @@ void readShortcuts(const QCommandLineParser& parser, CommandLine& line)
         line.jobs = parser.value(QStringLiteral("jobs"));
     if (parser.isSet(QStringLiteral("material-assets")))
         line.assetFolder = parser.value(QStringLiteral("material-assets"));
+    line.isLodGiven = parser.isSet(QStringLiteral("lod"));
+    if (line.isLodGiven)
+        line.settings.emplace_back(QStringLiteral("export.lod"), parser.value(QStringLiteral("lod")));
+    line.lodFiles = parser.isSet(QStringLiteral("lod-files"));
+    if (line.lodFiles)
+        line.settings.emplace_back(QStringLiteral("export.lodFiles"), QStringLiteral("on"));
+    line.isSimplifyGiven = parser.isSet(QStringLiteral("simplify"));
+    if (line.isSimplifyGiven)
+        line.settings.emplace_back(QStringLiteral("export.simplify"), parser.value(QStringLiteral("simplify")));
     line.areTexturesGiven = parser.isSet(QStringLiteral("textures"));
     if (line.areTexturesGiven)
         line.settings.emplace_back(QStringLiteral("export.textures"), parser.value(QStringLiteral("textures")));
     line.isMaxTextureGiven = parser.isSet(QStringLiteral("max-texture"));
     if (line.isMaxTextureGiven)
         line.settings.emplace_back(QStringLiteral("export.maxTexture"), parser.value(QStringLiteral("max-texture")));
+    line.isMergeBelowGiven = parser.isSet(QStringLiteral("merge-below"));
+    if (line.isMergeBelowGiven)
+        line.settings.emplace_back(QStringLiteral("export.mergeBelow"), parser.value(QStringLiteral("merge-below")));
     if (parser.isSet(QStringLiteral("uv")))
         line.uv = parser.value(QStringLiteral("uv"));
     line.referenceFolders = parser.values(QStringLiteral("allow-references"));
@@ -110,6 +121,9 @@ constexpr const char* batchOptions[] = {"unit",
                                         "instances",
                                         "merge-below",
                                         "glb-edges",
+                                        "lod",
+                                        "lod-files",
+                                        "simplify",
                                         "textures",
                                         "max-texture",
                                         "attributes",
@@ -230,6 +244,15 @@ const std::vector<OptionRow>& optionTable()
         {nullptr, "glb-edges", nullptr,
          "Add the edges between faces to .glb files, as lines that tell their faces; the same as --set "
          "export.edges=on."},
+        {nullptr, "simplify", "ERROR",
+         "Write .glb files with fewer triangles, within ERROR millimetres of the scene; how far they are off is "
+         "measured and told. The same as --set export.simplify=ERROR."},
+        {nullptr, "lod", "SHARES",
+         "Add levels of detail to .glb files (MSFT_lod), by the share of the triangles that each has, such as 0.5,0.1; "
+         "the same as --set export.lod=SHARES."},
+        {nullptr, "lod-files", nullptr,
+         "Write each level of --lod as a file beside that of --output, such as OUT.lod1.glb; the same as --set "
+         "export.lodFiles=on."},
         {nullptr, "textures", "WHERE",
          "Where .glb files have the pictures of their materials: embed, external (in files beside) or none; the same "
          "as "

@@ -44,8 +44,11 @@ struct CommandLine {
     bool scaleIntoVertices = false;     ///< of GLB files, whatever the setting says
     bool web = false;                   ///< GLB files are to be small
     bool instances = false;             ///< GLB files are to have one node for a mesh at several places
-    QString mergeBelow;                 ///< triangles of the meshes in GLB files that become one; empty for none given
+    bool isMergeBelowGiven = false;     ///< which meshes of GLB files become one was said
     bool glbEdges = false;              ///< GLB files are to have edges, whatever the setting says
+    bool isLodGiven = false;            ///< levels of detail of GLB files were said
+    bool lodFiles = false;              ///< and that they are files of their own
+    bool isSimplifyGiven = false;       ///< how far GLB files may be simplified was said
     bool areTexturesGiven = false;      ///< where the pictures of GLB files are was said
     bool isMaxTextureGiven = false;     ///< and how large they may be
     QString attributes;                 ///< how much of them is written; empty for all

@@ -67,15 +67,20 @@ files::glb::PackOptions packOptions(bool web, const zn::ExportSettings& settings
 /// So `--web` gathers what is small: it takes fewer draw calls, and hardly more bytes.
 constexpr std::uint64_t mergeBelowOfWeb = 10000;
 
-files::glb::GatherOptions gatherOptions(const CommandLine& line)
+files::glb::GatherOptions gatherOptions(const CommandLine& line, const zn::ExportSettings& settings)
 {
     files::glb::GatherOptions options;
-    options.instances = line.web || line.instances;
-    if (!line.mergeBelow.isEmpty())
-        options.mergeBelow = line.mergeBelow.toULongLong();
-    else
-        options.mergeBelow = line.web ? mergeBelowOfWeb : 0;
+    options.instances = line.web || line.instances || settings.instances;
+    options.mergeBelow = static_cast<std::uint64_t>(settings.mergeBelow);
+    if (line.web && options.mergeBelow == 0 && !line.isMergeBelowGiven)
+        options.mergeBelow = mergeBelowOfWeb;
     return options;
+}
+
+/// The text of the shares has been checked.
+files::glb::LevelOptions levelOptions(const zn::ExportSettings& settings)
+{
+    return {settings.simplify, files::glb::levelShares(settings.lod).value(), settings.lodFiles};
 }
 
 } // namespace
@@ -91,13 +96,29 @@ std::optional<QString> glbComplaint(const CommandLine& line, bool writesGlb)
     const std::pair<bool, const char*> others[] = {{line.scaleIntoVertices, "scale-into-vertices"},
                                                    {line.web, "web"},
                                                    {line.instances, "instances"},
-                                                   {!line.mergeBelow.isEmpty(), "merge-below"},
+                                                   {line.isMergeBelowGiven, "merge-below"},
                                                    {line.glbEdges, "glb-edges"},
+                                                   {line.isLodGiven, "lod"},
+                                                   {line.lodFiles, "lod-files"},
+                                                   {line.isSimplifyGiven, "simplify"},
                                                    {line.areTexturesGiven, "textures"},
                                                    {line.isMaxTextureGiven, "max-texture"}};
     for (const auto& [isGiven, name] : others)
         if (isGiven && !writesGlb)
             return QStringLiteral("--%1 is for .glb files, and --output names none").arg(QLatin1String(name));
+    return std::nullopt;
+}
+
+std::optional<QString> levelComplaint(zn::StandaloneSession& session)
+{
+    const zn::ExportSettings& settings = session.settings().exports;
+    const QString& shares = settings.lod;
+    if (!files::glb::levelShares(shares))
+        return QStringLiteral("--lod (export.lod) wants at most 9 shares of the triangles between 0 and 1, each less "
+                              "than the one before, such as 0.5,0.1, not '%1'")
+            .arg(shares);
+    if (settings.lodFiles && shares.isEmpty())
+        return QStringLiteral("--lod-files (export.lodFiles) wants --lod, which says how many files there are");
     return std::nullopt;
 }
 
@@ -114,7 +135,8 @@ files::glb::WriteOptions glbOptions(const CommandLine& line, zn::StandaloneSessi
     options.textures = texturesOf(session.settings().exports.textures);
     options.mostTextureSide = session.settings().exports.maxTexture;
     options.packing = packOptions(line.web, session.settings().exports);
-    options.gathering = gatherOptions(line);
+    options.gathering = gatherOptions(line, session.settings().exports);
+    options.levels = levelOptions(session.settings().exports);
     return options;
 }
 

@@ -26,6 +26,30 @@ void takeWarnings(const std::vector<files::Note>& warnings, WrittenOutputs& resu
         result.warnings.append(warning.toString());
 }
 
+/// What became of triangles, and of how far surfaces are off by it. Files of levels are outputs, too.
+void tellLevels(const files::glb::Written& written, const QString& file, WrittenOutputs& result)
+{
+    std::uint64_t before = written.trianglesBefore;
+    for (std::size_t level = 0; level < written.levels.size(); ++level) {
+        const files::glb::WrittenLevel& told = written.levels[level];
+        if (told.path != file)
+            result.files << told.path;
+        if (level > 0 || told.triangles < before)
+            result.warnings << QStringLiteral("%1: %2%3 of %4 triangles; no surface is off by more than %5 mm")
+                                   .arg(told.path)
+                                   .arg(level > 0 ? QStringLiteral("level %1 has ").arg(level) : QString())
+                                   .arg(told.triangles)
+                                   .arg(before)
+                                   .arg(told.error);
+        before = level == 0 ? told.triangles : before;
+    }
+    if (written.levelsLeftOut > 0)
+        result.warnings << QStringLiteral("%1: %2 levels of meshes were left out, as they would not have a tenth fewer "
+                                          "triangles than the ones before")
+                               .arg(file)
+                               .arg(written.levelsLeftOut);
+}
+
 WrittenOutputs writeGlb(const osg::NodePtr& scene, const QString& file, const files::glb::WriteOptions& options)
 {
     WrittenOutputs result;
@@ -36,6 +60,7 @@ WrittenOutputs writeGlb(const osg::NodePtr& scene, const QString& file, const fi
         return result;
     }
     result.files << file;
+    tellLevels(written.value(), file, result);
     if (written->error > 0)
         result.warnings << QStringLiteral("%1: no vertex was moved by more than %2 mm").arg(file).arg(written->error);
     return result;

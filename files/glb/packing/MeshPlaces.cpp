@@ -35,9 +35,12 @@ double stretch(const Affine& m)
 std::vector<std::size_t> rootsOf(const Json& nodes)
 {
     std::vector<bool> isChild(nodes.size());
-    for (const Json& node : nodes)
+    for (const Json& node : nodes) {
         for (const Json& child : node.value("children", Json::array()))
             isChild[child.get<std::size_t>()] = true;
+        for (const std::size_t level : levelsOf(node))
+            isChild[level] = true;
+    }
     std::vector<std::size_t> roots;
     for (std::size_t i = 0; i < isChild.size(); ++i)
         if (!isChild[i])
@@ -85,6 +88,20 @@ Box boxOf(const PackedFile& file, const Json& mesh)
     return box;
 }
 
+std::vector<Box> boxesOf(const PackedFile& file)
+{
+    std::vector<Box> boxes;
+    for (const Json& mesh : file.meshes)
+        boxes.push_back(boxOf(file, mesh));
+    return boxes;
+}
+
+std::vector<std::size_t> levelsOf(const Json& node)
+{
+    const Json::json_pointer ids("/extensions/MSFT_lod/ids");
+    return node.contains(ids) ? node.at(ids).get<std::vector<std::size_t>>() : std::vector<std::size_t>();
+}
+
 MeshPlaces placesOfMeshes(const PackedFile& file, const std::vector<Box>& boxes)
 {
     Box all = emptyBox();
@@ -105,6 +122,8 @@ MeshPlaces placesOfMeshes(const PackedFile& file, const std::vector<Box>& boxes)
                 include(all, at, boxes[mesh->get<std::size_t>()]);
             }
         }
+        for (const std::size_t level : levelsOf(node))
+            open.emplace_back(level, above);
         if (const auto children = node.find("children"); children != node.end())
             for (const Json& child : *children)
                 open.emplace_back(child.get<std::size_t>(), place);

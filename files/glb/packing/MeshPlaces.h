@@ -13,6 +13,12 @@ struct Box {
     double longestSide() const;
 };
 
+/// The boxes of the meshes of `file` in their own spaces, as the accessors of their positions tell them.
+std::vector<Box> boxesOf(const PackedFile& file);
+
+/// The numbers of the nodes that take the place of `node` from afar (`MSFT_lod`), the finest first.
+std::vector<std::size_t> levelsOf(const Json& node);
+
 /// What the nodes of a file do with its meshes.
 struct MeshPlaces {
     std::vector<double> scales; ///< by mesh: the most that any node enlarges it, 1 for one that no node draws
@@ -29,7 +35,7 @@ Box emptyBox();
 Box boxOf(const PackedFile& file, const Json& mesh);
 
 /// `boxes` are those of the meshes of `file` in their own spaces. What is shrunk because it is hidden counts as it is
-/// when it is shown.
+/// when it is shown, and the lower levels of a node where it stands.
 MeshPlaces placesOfMeshes(const PackedFile& file, const std::vector<Box>& boxes);
 
 } // namespace files::glb::packing

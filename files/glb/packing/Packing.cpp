@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <tuple>
 
 namespace files::glb::packing
@@ -71,19 +72,29 @@ bool isMerged(const Json& mesh)
     return mesh.at("primitives").at(0).contains(Json::json_pointer("/extras/parts"));
 }
 
+/// Of each mesh the one that it is a lower level of, or itself.
+std::vector<std::size_t> finestMeshes(const PackedFile& file)
+{
+    std::vector<std::size_t> finest(file.meshes.size());
+    std::iota(finest.begin(), finest.end(), std::size_t(0));
+    for (const Json& node : file.nodes)
+        for (const std::size_t level : levelsOf(node))
+            finest[file.nodes[level].at("mesh").get<std::size_t>()] = node.at("mesh").get<std::size_t>();
+    return finest;
+}
+
 void Packer::planGrids(double millimetres)
 {
     m_grids.resize(m_file.meshes.size());
     if (!m_options.quantize)
         return;
-    std::vector<Box> boxes;
-    for (const Json& mesh : m_file.meshes)
-        boxes.push_back(boxOf(m_file, mesh));
+    const std::vector<Box> boxes = boxesOf(m_file);
+    const std::vector<std::size_t> finest = finestMeshes(m_file);
     const MeshPlaces places = placesOfMeshes(m_file, boxes);
     const double allowed = std::min(m_options.error / millimetres, places.extent / errorsOfScene);
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        m_grids[i] =
-            gridFor(boxes[i], allowed / places.scales[i], isMerged(m_file.meshes[i]) ? GridOf::Merged : GridOf::Part);
+        m_grids[i] = gridFor(boxes[finest[i]], allowed / places.scales[finest[i]],
+                             isMerged(m_file.meshes[finest[i]]) ? GridOf::Merged : GridOf::Part);
         m_error = std::max(m_error, m_grids[i].error() * places.scales[i]);
     }
 }
@@ -122,6 +133,9 @@ void Packer::add(VertexSet& set)
     for (const IndexUse& use : set.indices)
         lists.push_back({use.areTriangles, indicesOf(m_file, m_file.accessors[use.accessor]), use.parts});
     orderVertices(streams, lists, m_options);
+    for (VertexStream& stream : streams)
+        if (stream.name == "POSITION")
+            tellBounds(stream);
     const std::size_t vertices = streams.front().count();
     for (VertexStream& stream : streams)
         set.attributes[stream.name] =

@@ -38,11 +38,10 @@ auto normalized()
     return [](float value, std::size_t) { return std::round(value * float(std::numeric_limits<T>::max())); };
 }
 
-/// What `numbers` on the grid have as bounds, which the accessor of positions has to tell.
 template <class T>
-void addBounds(VertexStream& stream, std::size_t components)
+void addBounds(VertexStream& stream)
 {
-    for (std::size_t axis = 0; axis < components; ++axis) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
         T least = std::numeric_limits<T>::max();
         T most = std::numeric_limits<T>::lowest();
         for (std::size_t at = axis * sizeof(T); at < stream.bytes.size(); at += stream.width) {
@@ -65,7 +64,6 @@ void addPositions(VertexStream& stream, std::span<const float> values, const Pos
     stream.accessor["componentType"] = int(grid.isSigned ? SignedShort : UnsignedShort);
     stream.bytes =
         grid.isSigned ? converted<std::int16_t>(values, 3, 8, onGrid) : converted<std::uint16_t>(values, 3, 8, onGrid);
-    grid.isSigned ? addBounds<std::int16_t>(stream, 3) : addBounds<std::uint16_t>(stream, 3);
 }
 
 void addNormals(VertexStream& stream, std::span<const float> values, const PackOptions& options)
@@ -98,8 +96,6 @@ void addFloats(VertexStream& stream, std::span<const float> values, std::size_t 
     stream.accessor["componentType"] = int(Float);
     stream.bytes.resize(values.size_bytes());
     std::memcpy(stream.bytes.data(), values.data(), values.size_bytes());
-    if (stream.name == "POSITION")
-        addBounds<float>(stream, components);
 }
 
 template <class T>
@@ -133,6 +129,15 @@ VertexStream streamOf(const std::string& name, const PackedFile& file, const Jso
     else
         addFloats(stream, values, components);
     return stream;
+}
+
+void tellBounds(VertexStream& positions)
+{
+    const int type = positions.accessor.at("componentType").get<int>();
+    if (type == Float)
+        addBounds<float>(positions);
+    else
+        type == SignedShort ? addBounds<std::int16_t>(positions) : addBounds<std::uint16_t>(positions);
 }
 
 } // namespace files::glb::packing

@@ -23,4 +23,7 @@ struct VertexStream {
 VertexStream streamOf(const std::string& name, const PackedFile& file, const Json& accessor, const PositionGrid& grid,
                       const PackOptions& options);
 
+/// Tells the bounds of positions in their accessor, which has to have them.
+void tellBounds(VertexStream& positions);
+
 } // namespace files::glb::packing

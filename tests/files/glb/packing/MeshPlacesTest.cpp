@@ -56,6 +56,31 @@ TEST(MeshPlaces, WhatIsShrunkCountsAsItIsShown)
     EXPECT_DOUBLE_EQ(placesOfMeshes(nodes, boxes).scales[0], 2);
 }
 
+TEST(MeshPlaces, LevelsOfANodeStandWhereItStands)
+{
+    const Json nodes = Json::parse(R"([
+        {"scale": [3, 3, 3], "translation": [50, 0, 0], "children": [1]},
+        {"mesh": 0, "scale": [2, 2, 2], "extensions": {"MSFT_lod": {"ids": [2]}}}, {"mesh": 1, "scale": [2, 2, 2]}])");
+    EXPECT_EQ(files::glb::packing::levelsOf(nodes[1]), std::vector<std::size_t>{2});
+    EXPECT_TRUE(files::glb::packing::levelsOf(nodes[0]).empty());
+    const MeshPlaces places = placesOfMeshes(nodes, boxes);
+    EXPECT_DOUBLE_EQ(places.scales[1], 6);
+    EXPECT_DOUBLE_EQ(places.extent, 24); // and not from 0 to 62
+}
+
+TEST(MeshPlaces, BoxesAreThoseOfAllPrimitives)
+{
+    files::glb::packing::PackedFile file;
+    file.meshes = Json::parse(R"([{"primitives": [{"attributes": {"POSITION": 0}}, {"attributes": {"POSITION": 1}}]},
+                                  {"primitives": [{"attributes": {"POSITION": 1}}]}])");
+    file.accessors = Json::parse(R"([{"min": [0, 1, 2], "max": [3, 4, 5]}, {"min": [-1, 2, 3], "max": [1, 9, 4]}])");
+    const std::vector<Box> all = boxesOf(file);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].least, (files::glb::packing::Vector{-1, 1, 2}));
+    EXPECT_EQ(all[0].most, (files::glb::packing::Vector{3, 9, 5}));
+    EXPECT_EQ(all[1].longestSide(), 7);
+}
+
 TEST(MeshPlaces, MeshesThatNothingDrawsHaveScaleOne)
 {
     EXPECT_EQ(placesOfMeshes(Json::array(), boxes).scales, (std::vector<double>{1, 1}));
