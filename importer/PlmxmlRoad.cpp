@@ -139,17 +139,23 @@ void PlmxmlRoad::follow(znPLMXMLLoaderJob& job)
     connect(&job, &znPLMXMLLoaderJob::loadingChildFileFinished, this, &PlmxmlRoad::directPartEnded);
 }
 
-/// One that begins after the cancel ends at once. The text that names the part files may come from another process,
-/// which is not trusted to keep to what may be read.
 void PlmxmlRoad::followConversion(znPtxConverterJob* conversion)
 {
     m_conversions.append(conversion);
     connect(conversion, &znAbstractJob::starting, this, &PlmxmlRoad::tellFoundParts);
-    connect(conversion, &znAbstractJob::started, this, [this, conversion] {
-        if (m_result.cancelled ||
-            zn::loading::refusalOfDocument(zn::StandaloneSession::require(), conversion->getInputFile()))
-            conversion->abort();
-    });
+    connect(conversion, &znAbstractJob::started, this, [this, conversion] { abortUnwanted(*conversion); });
+}
+
+/// One that begins after the cancel ends at once. The text that names the part files may come from another process,
+/// which is not trusted to keep to what may be read.
+void PlmxmlRoad::abortUnwanted(znPtxConverterJob& conversion)
+{
+    const QString file = conversion.getInputFile();
+    const auto refusal = zn::loading::refusalOfDocument(zn::StandaloneSession::require(), file);
+    if (refusal)
+        addMessage(file + QStringLiteral(": ") + files::textOf(*refusal));
+    if (refusal || m_result.cancelled)
+        conversion.abort();
 }
 
 /// Once all of a document are found, which is when work on the first begins.

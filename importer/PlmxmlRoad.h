@@ -49,6 +49,7 @@ private:
     void abortJobs() override;
     void follow(znPLMXMLLoaderJob& job);
     void followConversion(znPtxConverterJob* conversion);
+    void abortUnwanted(znPtxConverterJob& conversion);
     void tellFoundParts();
     void directPartBegins(const QString& file);
     void directPartEnded(const QString& file, znCADFileTypes::JobState state);
