@@ -109,7 +109,6 @@ osg::NodePtr NestedDocuments::load(const files::ReadTask& task, const Open& want
     plmxml::NormaliserOptions options = m_options;
     options.root = wanted.id;
     const QString file = wanted.id.isEmpty() ? QFileInfo(task.path()).absoluteFilePath() : wanted.file;
-    options.elementsFolder = m_elements.folder();
     const PreparedDocument document(file, PreparedDocument::read(file, options), options.rules, m_elements);
     if (document.refusal())
         task.fail(files::ErrorCode::Damaged, *document.refusal());

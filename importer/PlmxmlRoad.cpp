@@ -84,12 +84,12 @@ void PlmxmlRoad::load()
     m_queue.startProcessing();
 }
 
-/// False when there is nothing to import, which ends the road.
+/// False when there is nothing to import, or nobody wants it any more, which ends the road.
 bool PlmxmlRoad::prepare()
 {
     m_result.document = m_document->facts();
-    if (m_document->refusal()) {
-        endWithout(*m_document->refusal());
+    if (m_result.cancelled || m_document->refusal()) {
+        endWithout(m_document->refusal().value_or(QString()));
         return false;
     }
     for (const QString& remark : m_document->remarks())

@@ -31,8 +31,8 @@ class PreparedDocument;
 ///
 /// The job is given the document as the loader reads it (PreparedDocument); names and messages tell the original.
 ///
-/// The loader job itself cannot be aborted: a cancelled import ends the reading, or aborts the conversions, and what came
-/// in until then is the result.
+/// The loader job itself cannot be aborted: a cancelled import ends the reading, or aborts the conversions, and what
+/// came in until then is the result.
 class PlmxmlRoad : public ImportRoad
 {
     Q_OBJECT

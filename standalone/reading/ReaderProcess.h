@@ -37,7 +37,7 @@ class ReaderProcess
 public:
     /// What the child is to do.
     struct Work {
-        const char* option;       ///< the kind of read, of `protocol::option`
+        const char* option = "";  ///< the kind of read, of `protocol::option`
         QString input;            ///< the file
         QString output;           ///< the name of the file to make of it, without folder
         QStringList words;        ///< options of that kind

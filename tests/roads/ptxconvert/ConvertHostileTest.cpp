@@ -81,8 +81,9 @@ protected:
     /// What the reading of a product structure prints.
     std::string document(const QString& sandbox, const QStringList& rules)
     {
-        QStringList arguments = {QStringLiteral("--read-document"), QString::fromStdString(m_folder.file("input/a.brep")),
-                                 QString::fromStdString(m_folder.file("out/text")), QStringLiteral("--sandbox"), sandbox};
+        QStringList arguments = {
+            QStringLiteral("--read-document"), QString::fromStdString(m_folder.file("input/a.brep")),
+            QString::fromStdString(m_folder.file("out/text")), QStringLiteral("--sandbox"), sandbox};
         return words(QString::fromStdString(m_folder.file("bin/ptxconvert")), arguments + rules, false);
     }
 

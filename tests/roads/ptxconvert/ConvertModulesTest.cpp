@@ -91,9 +91,9 @@ TEST(ConvertModules, AProgramWithoutItsReadersNamesTheMissingOneAndReadsTheRest)
     EXPECT_FALSE(std::filesystem::exists(run.output()));
     EXPECT_EQ(convert("a.stl").code, 0);
     EXPECT_TRUE(std::filesystem::exists(run.output()));
-    const Ended document = runWith(QString::fromStdString(moved),
-                                   {QStringLiteral("--read-document"), QString::fromStdString(run.folder().file("a.stp")),
-                                    QString::fromStdString(run.output())});
+    const Ended document = runWith(QString::fromStdString(moved), {QStringLiteral("--read-document"),
+                                                                   QString::fromStdString(run.folder().file("a.stp")),
+                                                                   QString::fromStdString(run.output())});
     EXPECT_EQ(document.code, 6);
     EXPECT_THAT(contentOf(run.output() + ".log"), HasSubstr("ptxplmxml.so cannot be used: "));
     const Ended versions = runWith(QString::fromStdString(moved), {QStringLiteral("--version")});
