@@ -53,7 +53,7 @@ files::Expected<ReadDocument> readHere(const zn::Session& session, const QString
 std::optional<NormalisedDocument> contentOf(const zn::reading::ReaderProcess& process, std::uint64_t memory)
 {
     QFile file(process.output() + QLatin1String(protocol::NotesSuffix));
-    if (!file.open(QIODevice::ReadOnly) || static_cast<std::uint64_t>(file.size()) > memory)
+    if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const uchar* const bytes = file.map(0, file.size());
     if (!bytes)

@@ -43,11 +43,13 @@ protected:
     }
 
     /// The same by a script that leaves this report, and a text.
-    Outcome readReport(const QByteArray& report)
+    Outcome readReport(const QByteArray& report, const QByteArray& end = "exit 0")
     {
         return readBy("echo text > \"$3\"; cp '" + QFile::encodeName(write(QStringLiteral("report"), report)) +
-                      "' \"$3.notes\"");
+                      "' \"$3.notes\"; " + end);
     }
+
+    using Way = importer::plmxml::NormalisedDocument::Way;
 
     static void expectFailure(const Outcome& outcome, const char* reason)
     {
@@ -91,10 +93,32 @@ TEST_F(DocumentReadingEndTest, AReportThatIsNoneIsRefused)
     EXPECT_EQ(textless.error().code, ErrorCode::WriteFailed);
 }
 
-TEST_F(DocumentReadingEndTest, AReportLargerThanTheMemoryIsRefused)
+TEST_F(DocumentReadingEndTest, AReportThatWouldTakeMoreThanTheMemoryIsRefused)
 {
+    importer::plmxml::NormalisedDocument document;
+    document.way = Way::AsText;
+    document.isRead = true;
+    document.structure.parts.resize((std::size_t(70) << 20) / sizeof(importer::plmxml::StructurePart));
+    const QByteArray report = QByteArray::fromStdString(reportOf(document));
+    EXPECT_TRUE(readReport(report));
     m_session.settings().read.memory.set(64);
-    expectFailure(readBy("truncate -s 65M \"$3.notes\""), "made of it is not whole");
+    expectFailure(readReport(report), "made of it is not whole");
+}
+
+TEST_F(DocumentReadingEndTest, AReportOfAProgramThatFailedIsNotBelieved)
+{
+    const QByteArray report = QByteArray::fromStdString(importer::plmxml::reportOf({}));
+    EXPECT_TRUE(readReport(report));
+    expectFailure(readReport(report, "kill -ABRT $$"), "signal 6");
+}
+
+TEST_F(DocumentReadingEndTest, AfterACancelNoReadBegins)
+{
+    zn::reading::setCancelled(m_session, true);
+    const Outcome outcome = readBy("touch '" + QFile::encodeName(path(QStringLiteral("ran"))) + "'");
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().code, ErrorCode::Cancelled);
+    EXPECT_FALSE(QFile::exists(path(QStringLiteral("ran"))));
 }
 
 TEST_F(DocumentReadingEndTest, AProgramThatCannotBeStartedIsNamed)

@@ -88,11 +88,12 @@ TEST_F(PlmxmlReadingTest, DocumentsThatCannotBeImportedGiveTheSameErrors)
 /// As when the process that read the document was taken over: what it names is held against the rules once more.
 TEST_F(PlmxmlReadingTest, ARefusedPartThatComesThroughAllTheSameIsNotConverted)
 {
-    writePart(QStringLiteral("part.stp"), {"head"}, line("append", QStringLiteral("runs"), "run") + "wait 600000\n");
+    writePart(QStringLiteral("part.stp"), {"head"}, line("append", QStringLiteral("runs"), "run") + "wait 40000\n");
     QObject::connect(&m_importer, &zn::Importer::progressChanged, [this](unsigned, const QString& text) {
         if (text == QStringLiteral("Reading document"))
             set("files.references", QStringLiteral("none"));
     });
+    m_longestImport = 20000;
     const zn::ImportResult result = importParts({"part.stp"});
     EXPECT_FALSE(result.cancelled);
     EXPECT_EQ(result.state, znCADFileTypes::JobPartial);

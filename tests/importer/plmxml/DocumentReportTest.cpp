@@ -103,6 +103,13 @@ TEST(DocumentReportTest, EveryPieceOfAReportIsNone)
     EXPECT_FALSE(documentOf(whole + '\0', Memory));
 }
 
+TEST(DocumentReportTest, AReportOfAnotherLayoutIsNone)
+{
+    std::string bytes = reportOf(full());
+    bytes[0] = static_cast<char>(bytes[0] + 1);
+    EXPECT_FALSE(documentOf(bytes, Memory));
+}
+
 /// Each byte of a report in turn made the largest: no end of the process, and no index out of its list.
 TEST(DocumentReportTest, DamagedReportsAreRefusedOrSound)
 {
@@ -159,6 +166,16 @@ TEST(DocumentReportTest, IndicesThatLeadOutOfTheirListsAreRefused)
     EXPECT_TRUE(isRefused([](NormalisedDocument& d) { d.structure.graphs[1] = {Nothing}; }));
     EXPECT_TRUE(isRefused([](NormalisedDocument& d) { d.structure.overrides[0].path = {3}; }));
     EXPECT_TRUE(isRefused([](NormalisedDocument& d) { d.structure.overrides[0].material = 2; }));
+}
+
+TEST(DocumentReportTest, NumbersThatAreNoValuesAreRefused)
+{
+    EXPECT_TRUE(isRefused([](NormalisedDocument& d) { d.structure.placements[0].visibility = Visibility{3}; }));
+    EXPECT_TRUE(isRefused([](NormalisedDocument& d) { d.way = NormalisedDocument::Way{3}; }));
+    EXPECT_TRUE(isRefused([](NormalisedDocument& d) { d.refusal.why = Refusal::Why{6}; }));
+    std::string bytes = reportOf(full());
+    bytes.back() = 2; // whether the last file was refused
+    EXPECT_FALSE(documentOf(bytes, Memory));
 }
 
 TEST(DocumentReportTest, CountsWithoutTheFirstOfWhatWasCountedAreRefused)
