@@ -172,6 +172,21 @@ TEST_F(DocumentReadingTest, AWayThroughAFolderThatIsClosedIsFoundAlike)
     EXPECT_EQ(m_last.facts.files[0].foundBy, QStringLiteral("letter case"));
 }
 
+TEST_F(DocumentReadingTest, FoldersBesideThatOfANestedDocumentAreLookedThroughAlike)
+{
+    writeBelow(QStringLiteral("sub/none.jt"));
+    writeBelow(QStringLiteral("other/Part.jt"));
+    NormaliserOptions options;
+    options.wantsFacts = true;
+    options.rules = {
+        {files::references::Rule::Below, m_folder.path().toStdString(), {}}, path(QStringLiteral("top.plmxml")), {}};
+    expectSame(write(QStringLiteral("sub/car.plmxml"),
+                     "<PLMXML><Instance partRef='#p'/>" + part("../other/part.jt") + "</PLMXML>"),
+               options);
+    ASSERT_EQ(m_last.facts.files.size(), 1u);
+    EXPECT_EQ(m_last.facts.files[0].foundBy, QStringLiteral("letter case"));
+}
+
 TEST_F(DocumentReadingTest, PreferredFormatsRootsAndElementsAreThoseOfTheChild)
 {
     writeBelow(QStringLiteral("a.jt"));
