@@ -25,7 +25,7 @@ if(TARGET znimport)
   install(TARGETS znimport ptxconvert ptxtessellate
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Tools)
   install(TARGETS ptxlaunch RUNTIME DESTINATION ${CMAKE_INSTALL_LIBDIR}/znCADImport COMPONENT Tools)
-  install(TARGETS ptxstep ptxiges ptxbrep ptxmesh
+  install(TARGETS ptxstep ptxiges ptxbrep ptxmesh ptxplmxml
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/znCADImport COMPONENT Tools)
   foreach(program znimport ptxconvert)
     install(FILES ${PROJECT_BINARY_DIR}/tools/manual/${program}.1

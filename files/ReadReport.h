@@ -12,9 +12,6 @@ namespace files
 
 /// What a read has to tell beside its tree, as bytes that one process hands to another.
 struct ReadReport {
-    /// Behind the name of the scene file that holds the tree.
-    static constexpr char suffix[] = ".notes";
-
     std::optional<Error> error; ///< why there is no tree
     std::vector<Note> warnings; ///< in their order
 

@@ -1,7 +1,9 @@
 #include "files/ReadRequest.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace files
 {
@@ -16,6 +18,8 @@ const QLatin1String levelOfDetail("level");
 const QLatin1String rule("references");
 const QLatin1String topFolder("references-below");
 const QLatin1String openFolder("references-folder");
+const QLatin1String importedFile("imported");
+const QLatin1String ownFolder("own-folder");
 
 struct NamedLimit {
     QLatin1String name;
@@ -76,11 +80,27 @@ bool takeReference(references::Policy& policy, const QString& name, const QStrin
         policy.top = value.toStdString();
     else if (name == openFolder)
         policy.folders.push_back(value.toStdString());
-    else if (const std::optional<references::Rule> found = references::ruleOf(value.toStdString()))
+    else if (const auto found = references::ruleOf(value.toStdString()); found && name == rule)
         policy.rule = *found;
     else
         return false;
     return true;
+}
+
+QStringList wordsOf(const references::Policy& policy)
+{
+    QStringList words = {word(rule, QLatin1String(references::word(policy.rule))),
+                         word(topFolder, QString::fromStdString(policy.top))};
+    for (const std::string& folder : policy.folders)
+        words.append(word(openFolder, QString::fromStdString(folder)));
+    return words;
+}
+
+/// Name and value; no name without a sign of equality.
+std::pair<QString, QString> takenApart(const QString& word)
+{
+    const int equals = word.indexOf(QLatin1Char('='));
+    return {word.left(std::max(equals, 0)), word.mid(equals + 1)};
 }
 
 } // namespace
@@ -97,20 +117,29 @@ QStringList wordsOf(const ReadOptions& options)
                          word(levelOfDetail, QString::number(level))};
     for (const NamedLimit& named : namedLimits)
         words.append(word(named.name, QString::number(limits.*named.limit)));
-    words.append(word(rule, QLatin1String(references::word(policy.rule))));
-    words.append(word(topFolder, QString::fromStdString(policy.top)));
-    for (const std::string& folder : policy.folders)
-        words.append(word(openFolder, QString::fromStdString(folder)));
-    return words;
+    return words + wordsOf(policy);
+}
+
+QStringList wordsOf(const DocumentRules& rules)
+{
+    return wordsOf(rules.policy) << word(importedFile, rules.imported) << word(ownFolder, rules.ownFolder);
+}
+
+bool takeWord(DocumentRules& rules, const QString& word)
+{
+    const auto [name, value] = takenApart(word);
+    if (name == importedFile)
+        rules.imported = value;
+    else if (name == ownFolder)
+        rules.ownFolder = value;
+    else
+        return takeReference(rules.policy, name, value);
+    return true;
 }
 
 bool takeWord(ReadOptions& options, const QString& word)
 {
-    const int equals = word.indexOf(QLatin1Char('='));
-    const QString name = word.left(equals);
-    const QString value = word.mid(equals + 1);
-    if (equals < 0)
-        return false;
+    const auto [name, value] = takenApart(word);
     if (name == upAxis)
         return takeAxis(options.upAxis, value);
     if (name == millimetres)
@@ -119,9 +148,7 @@ bool takeWord(ReadOptions& options, const QString& word)
         return takeSwitch(options.vrmlInMetres, value);
     if (name == levelOfDetail)
         return takeLevel(options.level, value);
-    if (name == rule || name == topFolder || name == openFolder)
-        return takeReference(options.references, name, value);
-    return takeLimit(options.limits, name, value);
+    return takeReference(options.references, name, value) || takeLimit(options.limits, name, value);
 }
 
 } // namespace files

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/References.h"
 #include "files/SceneReader.h"
 
 #include <QStringList>
@@ -11,7 +12,13 @@ namespace files
 /// in them, numbers exactly.
 QStringList wordsOf(const ReadOptions& options);
 
-/// Takes one such word into `options`. @return false when it is none
+/// The same of the rules for documents.
+QStringList wordsOf(const DocumentRules& rules);
+
+///@{
+/// Takes one such word. @return false when it is none
 bool takeWord(ReadOptions& options, const QString& word);
+bool takeWord(DocumentRules& rules, const QString& word);
+///@}
 
 } // namespace files

@@ -2,6 +2,7 @@
 
 #include "files/Text.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace files
@@ -14,6 +15,16 @@ std::optional<references::Refusal> refusalOf(references::Policy policy, referenc
     if (policy.top.empty())
         policy.top = folder;
     return policy.refusal(use, QFileInfo(path).absoluteFilePath().toStdString(), folder);
+}
+
+std::optional<references::Refusal> DocumentRules::refusal(const QString& path) const
+{
+    const QString file = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    if (imported.isEmpty() || file == QDir::cleanPath(imported))
+        return std::nullopt;
+    if (!ownFolder.isEmpty() && file.startsWith(ownFolder + QLatin1Char('/')))
+        return std::nullopt;
+    return refusalOf(policy, references::Use::Document, file, imported);
 }
 
 QString textOf(references::Refusal refusal)

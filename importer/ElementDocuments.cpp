@@ -23,40 +23,29 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(importer::ElementDocuments)
 };
 
-QString textOf(const ElementDocuments::Element& element)
-{
-    return element.document + QLatin1Char('#') + element.id;
-}
-
 } // namespace
 
 ElementDocuments::ElementDocuments() = default;
 ElementDocuments::~ElementDocuments() = default;
 
-QString ElementDocuments::standInFor(const QString& document, const QString& id)
-{
-    const Element element{document, id};
-    const auto known = m_standIns.find(textOf(element));
-    if (known != m_standIns.end())
-        return known.value();
-    const QString path = makeFile(document);
-    m_elements.insert(path, element);
-    m_standIns.insert(textOf(element), path);
-    return path;
-}
-
-/// In a folder of its own, so that it is called like the document.
-QString ElementDocuments::makeFile(const QString& document)
+QString ElementDocuments::folder()
 {
     if (!m_folder)
         m_folder = std::make_unique<QTemporaryDir>(zn::StandaloneSession::require().temporaryFolder() +
                                                    QStringLiteral("/elements-XXXXXX"));
-    const QString folder = QString::number(m_elements.size());
-    const QString path = m_folder->filePath(folder + QLatin1Char('/') + QFileInfo(document).completeBaseName() +
-                                            QStringLiteral(".plmxml"));
-    if (m_elements.size() < maxCount && QDir(m_folder->path()).mkdir(folder))
-        QFile(path).open(QIODevice::WriteOnly);
-    return path;
+    return m_folder->path();
+}
+
+void ElementDocuments::add(const std::vector<Element>& elements, const files::DocumentRules& rules)
+{
+    for (const Element& element : elements) {
+        const QString path = element.standIn(folder());
+        if (m_elements.contains(path) || rules.refusal(element.document))
+            continue;
+        if (m_elements.size() < maxCount && QDir().mkdir(QFileInfo(path).path()))
+            QFile(path).open(QIODevice::WriteOnly);
+        m_elements.insert(path, element);
+    }
 }
 
 std::optional<ElementDocuments::Element> ElementDocuments::find(const QString& path) const
@@ -67,7 +56,7 @@ std::optional<ElementDocuments::Element> ElementDocuments::find(const QString& p
 
 QString ElementDocuments::aboutElements(QString line) const
 {
-    if (!m_folder)
+    if (m_elements.isEmpty())
         return line;
     const QString extension = QStringLiteral(".plmxml");
     const QString folder = m_folder->path() + QLatin1Char('/');
@@ -75,7 +64,7 @@ QString ElementDocuments::aboutElements(QString line) const
         for (int end = line.indexOf(extension, begin); end >= 0; end = line.indexOf(extension, end + 1)) {
             const int length = end + extension.size() - begin;
             if (const std::optional<Element> element = find(line.mid(begin, length))) {
-                line.replace(begin, length, textOf(*element));
+                line.replace(begin, length, element->text());
                 break;
             }
         }
@@ -90,7 +79,7 @@ void ElementDocuments::tellElements(std::vector<zn::MissingPart>& missing) const
             continue;
         if (!QFileInfo::exists(part.file))
             part.reason = Texts::tr("the import names more than %1 elements of other documents").arg(maxCount);
-        part.file = textOf(*element);
+        part.file = element->text();
     }
 }
 
@@ -104,7 +93,7 @@ void ElementDocuments::nameElements(const osg::NodePtr& root) const
         const auto element = file ? find(QString::fromStdString(file->getPath())) : std::nullopt;
         if (element) {
             osg::beginEditCP(file, osg::FileReference::PathFieldMask, 1);
-            file->setPath(textOf(*element).toStdString());
+            file->setPath(element->text().toStdString());
             osg::endEditCP(file, osg::FileReference::PathFieldMask, 1);
         }
         return osg::Action::Continue;

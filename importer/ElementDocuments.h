@@ -1,7 +1,9 @@
 #pragma once
 
+#include "files/References.h"
 #include "host/OSGSystem/Node.h"
 #include "importer/ImportResult.h"
+#include "importer/plmxml/DocumentElement.h"
 
 #include <QHash>
 #include <QString>
@@ -20,11 +22,7 @@ namespace importer
 class ElementDocuments
 {
 public:
-    /// An element of a document.
-    struct Element {
-        QString document; ///< path
-        QString id;       ///< within it
-    };
+    using Element = plmxml::DocumentElement;
 
     /// Beyond so many elements there are no more files: what stands in for these is missing.
     static constexpr int maxCount = 1000;
@@ -32,8 +30,11 @@ public:
     ElementDocuments();
     ~ElementDocuments();
 
-    /// The path that stands in for an element; always the same for the same one.
-    QString standInFor(const QString& document, const QString& id);
+    /// Where files stand in for elements.
+    QString folder();
+    /// Makes the files of `elements`. Those of documents that may not be read by `rules` are left out: who named them
+    /// is not trusted.
+    void add(const std::vector<Element>& elements, const files::DocumentRules& rules);
     /// What a path stands in for; nothing for other files.
     std::optional<Element> find(const QString& path) const;
 
@@ -45,11 +46,8 @@ public:
     void nameElements(const osg::NodePtr& root) const;
 
 private:
-    QString makeFile(const QString& document);
-
     std::unique_ptr<QTemporaryDir> m_folder;
     QHash<QString, Element> m_elements; ///< by the paths that stand in for them
-    QHash<QString, QString> m_standIns; ///< by element
 };
 
 } // namespace importer

@@ -8,7 +8,7 @@
 #include "importer/ImportRoad.h"
 #include "importer/TreeFold.h"
 #include "standalone/loading/ReferenceCheck.h"
-#include "standalone/reading/ChildReading.h"
+#include "standalone/reading/ReaderProcess.h"
 #include "standalone/startup/StandaloneSession.h"
 #include "standalone/znKernel/LoadedGeometries.h"
 
@@ -30,6 +30,11 @@ Importer::Importer(zn::StandaloneSession& session, QObject* parent) : QObject(pa
 
 Importer::~Importer()
 {
+    // Reads that are under way have nobody left to tell.
+    if (m_road) {
+        reading::setCancelled(m_session, true);
+        reading::setCancelled(m_session, false);
+    }
     m_session.setLogSink({});
 }
 

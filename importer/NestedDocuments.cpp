@@ -48,8 +48,7 @@ void runToItsEnd(znPLMXMLLoaderJob& job)
 } // namespace
 
 NestedDocuments::NestedDocuments(zn::StandaloneSession& session, const QString& outermost,
-                                 plmxml::NormaliserOptions options, const ElementDocuments& elements,
-                                 std::size_t& nodesLeft)
+                                 plmxml::NormaliserOptions options, ElementDocuments& elements, std::size_t& nodesLeft)
     : m_session(session), m_readersBefore(session.state<files::SceneReaders>()), m_open{{canonical(outermost), {}}},
       m_options(std::move(options)), m_elements(elements), m_nodesLeft(nodesLeft)
 {
@@ -110,7 +109,7 @@ osg::NodePtr NestedDocuments::load(const files::ReadTask& task, const Open& want
     plmxml::NormaliserOptions options = m_options;
     options.root = wanted.id;
     const QString file = wanted.id.isEmpty() ? QFileInfo(task.path()).absoluteFilePath() : wanted.file;
-    const PreparedDocument document(file, options);
+    const PreparedDocument document(file, PreparedDocument::read(file, options), options.rules, m_elements);
     if (document.refusal())
         task.fail(files::ErrorCode::Damaged, *document.refusal());
     for (const QString& remark : document.remarks())

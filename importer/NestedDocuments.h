@@ -36,9 +36,9 @@ public:
     /// are taken from `nodesLeft`, which must outlive this. What is added to the session's readers meanwhile goes with
     /// this.
     ///
-    /// @param elements finds the element that a part file stands in for; must outlive this
+    /// @param elements finds the element that a part file stands in for, and makes such files; must outlive this
     NestedDocuments(zn::StandaloneSession& session, const QString& outermost, plmxml::NormaliserOptions options,
-                    const ElementDocuments& elements, std::size_t& nodesLeft);
+                    ElementDocuments& elements, std::size_t& nodesLeft);
     ~NestedDocuments() override;
 
 Q_SIGNALS:
@@ -65,7 +65,7 @@ private:
     QList<Open> m_open; ///< the documents that are being read, the outermost first
     int m_count = 1;
     plmxml::NormaliserOptions m_options;
-    const ElementDocuments& m_elements;
+    ElementDocuments& m_elements;
     std::size_t& m_nodesLeft;
 };
 

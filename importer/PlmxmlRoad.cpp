@@ -46,10 +46,26 @@ PlmxmlRoad::PlmxmlRoad(const zn::ImportRequest& request)
 
 PlmxmlRoad::~PlmxmlRoad() = default;
 
+/// The reading runs the event loop, which is that of the caller by then.
 void PlmxmlRoad::start()
 {
-    if (!prepare())
-        return;
+    QMetaObject::invokeMethod(this, &PlmxmlRoad::read, Qt::QueuedConnection);
+}
+
+void PlmxmlRoad::read()
+{
+    const QPointer<PlmxmlRoad> self(this);
+    const plmxml::NormaliserOptions how = options(request().wantsStructure);
+    files::Expected<ReadDocument> outcome = PreparedDocument::read(QString(m_file), how);
+    if (!self)
+        return; // the importer went meanwhile
+    m_document = std::make_unique<PreparedDocument>(m_file, std::move(outcome), how.rules, m_elements);
+    if (prepare())
+        load();
+}
+
+void PlmxmlRoad::load()
+{
     auto* const job = new znPLMXMLLoaderJob(m_document->path().toStdString(), &m_queue);
     job->setParent(&m_queue);
     auto* const parts = new PartImports(*job);
@@ -68,13 +84,12 @@ void PlmxmlRoad::start()
     m_queue.startProcessing();
 }
 
-/// False when there is nothing to import, which ends the road.
+/// False when there is nothing to import, or nobody wants it any more, which ends the road.
 bool PlmxmlRoad::prepare()
 {
-    m_document = std::make_unique<PreparedDocument>(m_file, options(request().wantsStructure));
     m_result.document = m_document->facts();
-    if (m_document->refusal()) {
-        endWithout(*m_document->refusal());
+    if (m_result.cancelled || m_document->refusal()) {
+        endWithout(m_document->refusal().value_or(QString()));
         return false;
     }
     for (const QString& remark : m_document->remarks())
@@ -89,22 +104,22 @@ bool PlmxmlRoad::prepare()
 
 plmxml::NormaliserOptions PlmxmlRoad::options(bool wantsFacts)
 {
-    const auto standIn = [this](const QString& document, const QString& id) {
-        return m_elements.standInFor(document, id);
-    };
     constexpr std::size_t placesOfMegabyte = 1024; // a place takes about 1 KB with its record and its node
     const std::size_t megabytes = zn::StandaloneSession::require().settings().read.memory.value();
     const std::size_t mostPlaces = std::min(plmxml::PlaceWalk::MaxPlaces, megabytes * placesOfMegabyte);
-    const auto allows = [](const QString& path) {
-        return !zn::loading::refusalOfDocument(zn::StandaloneSession::require(), path);
-    };
-    return {request().preferredFormats, allows, wantsFacts, standIn, {}, mostPlaces};
+    return {request().preferredFormats,
+            zn::loading::documentRules(zn::StandaloneSession::require()),
+            wantsFacts,
+            m_elements.folder(),
+            {},
+            mostPlaces};
 }
 
 void PlmxmlRoad::endWithout(const QString& reason)
 {
     m_result.state = znCADFileTypes::JobFailed;
-    m_result.error = m_file + QStringLiteral(": ") + reason;
+    if (!m_result.cancelled)
+        m_result.error = m_file + QStringLiteral(": ") + reason;
     QMetaObject::invokeMethod(this, &ImportRoad::ended, Qt::QueuedConnection);
 }
 
@@ -124,15 +139,23 @@ void PlmxmlRoad::follow(znPLMXMLLoaderJob& job)
     connect(&job, &znPLMXMLLoaderJob::loadingChildFileFinished, this, &PlmxmlRoad::directPartEnded);
 }
 
-/// One that begins after the cancel ends at once.
 void PlmxmlRoad::followConversion(znPtxConverterJob* conversion)
 {
     m_conversions.append(conversion);
     connect(conversion, &znAbstractJob::starting, this, &PlmxmlRoad::tellFoundParts);
-    connect(conversion, &znAbstractJob::started, this, [this, conversion] {
-        if (m_result.cancelled)
-            conversion->abort();
-    });
+    connect(conversion, &znAbstractJob::started, this, [this, conversion] { abortUnwanted(*conversion); });
+}
+
+/// One that begins after the cancel ends at once. The text that names the part files may come from another process,
+/// which is not trusted to keep to what may be read.
+void PlmxmlRoad::abortUnwanted(znPtxConverterJob& conversion)
+{
+    const QString file = conversion.getInputFile();
+    const auto refusal = zn::loading::refusalOfDocument(zn::StandaloneSession::require(), file);
+    if (refusal)
+        addMessage(file + QStringLiteral(": ") + files::textOf(*refusal));
+    if (refusal || m_result.cancelled)
+        conversion.abort();
 }
 
 /// Once all of a document are found, which is when work on the first begins.

@@ -31,8 +31,8 @@ class PreparedDocument;
 ///
 /// The job is given the document as the loader reads it (PreparedDocument); names and messages tell the original.
 ///
-/// The loader job itself cannot be aborted: a cancelled import aborts the conversions, and what came in until then is
-/// the result.
+/// The loader job itself cannot be aborted: a cancelled import ends the reading, or aborts the conversions, and what
+/// came in until then is the result.
 class PlmxmlRoad : public ImportRoad
 {
     Q_OBJECT
@@ -49,6 +49,7 @@ private:
     void abortJobs() override;
     void follow(znPLMXMLLoaderJob& job);
     void followConversion(znPtxConverterJob* conversion);
+    void abortUnwanted(znPtxConverterJob& conversion);
     void tellFoundParts();
     void directPartBegins(const QString& file);
     void directPartEnded(const QString& file, znCADFileTypes::JobState state);
@@ -57,7 +58,9 @@ private:
     void loaded(const PartImports& parts);
     QString whyWithoutTree(const znPLMXMLLoaderJob& job) const;
     void endWithout(const QString& reason);
+    void read();
     bool prepare();
+    void load();
     plmxml::NormaliserOptions options(bool wantsFacts);
 
     QString m_file;

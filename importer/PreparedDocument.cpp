@@ -4,6 +4,7 @@
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/Edit.h"
 #include "host/znOpenSGExt/ExtReference.h"
+#include "importer/ElementDocuments.h"
 #include "importer/plmxml/TreeNotes.h"
 #include "standalone/startup/StandaloneSession.h"
 
@@ -11,6 +12,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+
+#include <utility>
 
 namespace importer
 {
@@ -35,6 +38,15 @@ void nameFile(const osg::NodePtr& root, const QString& file)
     osg::endEditCP(source, osg::FileReference::PathFieldMask, 1);
 }
 
+/// With the extension that all know.
+QString nameFor(const QString& file)
+{
+    const QFileInfo info(file);
+    if (info.suffix().compare(QLatin1String("plmxml"), Qt::CaseInsensitive) == 0)
+        return file;
+    return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".plmxml");
+}
+
 QString number(double count)
 {
     return QString::number(count, 'f', 0);
@@ -53,38 +65,35 @@ QString leftOutText(const zn::DocumentStructure& facts)
 
 } // namespace
 
-PreparedDocument::PreparedDocument(const QString& file, const plmxml::NormaliserOptions& options)
-    : m_file(file), m_path(file), m_document(plmxml::normalise(file, options))
+files::Expected<ReadDocument> PreparedDocument::read(const QString& file, const plmxml::NormaliserOptions& options)
 {
-    using Way = plmxml::NormalisedDocument::Way;
+    return readDocument(zn::StandaloneSession::require(), file, QFileInfo(nameFor(file)).fileName(), options);
+}
+
+PreparedDocument::PreparedDocument(const QString& file, files::Expected<ReadDocument> outcome,
+                                   const files::DocumentRules& rules, ElementDocuments& elements)
+    : m_file(file), m_path(file)
+{
+    if (!outcome) {
+        m_refusal = outcome.error().message;
+        return;
+    }
+    m_document = std::move(outcome->content);
+    m_folder = std::move(outcome->folder);
+    if (m_folder)
+        m_path = outcome->text;
+    elements.add(m_document.elements, rules);
     if (m_document.isRead)
         m_facts = std::make_shared<const zn::DocumentStructure>(m_document.facts);
-    if (m_document.way == Way::Refuse)
-        m_refusal = m_document.reason;
-    else if (m_document.way == Way::AsText)
-        write(m_document.text);
-    m_document.text = std::string();
+    if (m_document.way == plmxml::NormalisedDocument::Way::Refuse)
+        m_refusal = plmxml::describe(m_document.refusal);
 }
 
 PreparedDocument::~PreparedDocument() = default;
 
-void PreparedDocument::write(const std::string& text)
-{
-    m_folder = std::make_unique<QTemporaryDir>(zn::StandaloneSession::require().temporaryFolder() +
-                                               QStringLiteral("/document-XXXXXX"));
-    m_path = m_folder->filePath(QFileInfo(nameForJobs()).fileName());
-    QFile out(m_path);
-    const auto size = static_cast<qint64>(text.size());
-    if (!m_folder->isValid() || !out.open(QIODevice::WriteOnly) || out.write(text.data(), size) != size || !out.flush())
-        m_refusal = Texts::tr("the document in the form that is read cannot be written: %1").arg(out.errorString());
-}
-
 QString PreparedDocument::nameForJobs() const
 {
-    const QFileInfo info(m_file);
-    if (info.suffix().compare(QLatin1String("plmxml"), Qt::CaseInsensitive) == 0)
-        return m_file;
-    return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".plmxml");
+    return nameFor(m_file);
 }
 
 QStringList PreparedDocument::remarks() const
@@ -157,7 +166,7 @@ void PreparedDocument::tellWhatWasAsked(std::vector<zn::MissingPart>& missing) c
         return;
     for (zn::MissingPart& part : missing)
         if (const auto asked = m_document.asked.find(part.file); asked != m_document.asked.end())
-            part.reason += QStringLiteral("; ") + asked.value();
+            part.reason += QStringLiteral("; ") + plmxml::describe(asked.value());
 }
 
 std::optional<QString> PreparedDocument::keep(const QString& file) const

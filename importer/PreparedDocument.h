@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
+#include "importer/DocumentReading.h"
 #include "importer/ImportResult.h"
-#include "importer/plmxml/Normaliser.h"
 
 #include <QString>
 #include <QStringList>
@@ -10,21 +10,28 @@
 #include <memory>
 #include <optional>
 
-class QTemporaryDir;
-
 namespace importer
 {
+
+class ElementDocuments;
 
 /// A PLMXML document on its way to the loader. One that the loader would not read whole is written a second time, in
 /// the loader's form, into the session's folder; what comes of it is given the names of the original again.
 class PreparedDocument
 {
 public:
-    /// Reads `file`, an absolute path. What is written stays as long as this lives.
-    PreparedDocument(const QString& file, const plmxml::NormaliserOptions& options);
+    /// Reads `file`, an absolute path, for a prepared document. While a child reads, the event loop runs (see
+    /// `readDocument`): whoever called may be gone afterwards.
+    static files::Expected<ReadDocument> read(const QString& file, const plmxml::NormaliserOptions& options);
+
+    /// Of `file`, with what was read of it; `elements` makes the files that stand in for elements of other documents.
+    /// What was written stays as long as this lives.
+    PreparedDocument(const QString& file, files::Expected<ReadDocument> outcome, const files::DocumentRules& rules,
+                     ElementDocuments& elements);
     ~PreparedDocument();
 
-    /// Why there is nothing to import; nothing for a document that the loader can be given.
+    /// Why there is nothing to import, as when the reading was cancelled; nothing for a document that the loader can be
+    /// given.
     const std::optional<QString>& refusal() const { return m_refusal; }
     /// What the loader is to read.
     const QString& path() const { return m_path; }
@@ -47,8 +54,6 @@ public:
     std::optional<QString> keep(const QString& file) const;
 
 private:
-    void write(const std::string& text);
-
     QString m_file;
     QString m_path;
     std::optional<QString> m_refusal;

@@ -15,6 +15,9 @@ inline constexpr char LogSuffix[] = ".log";
 /// Begins the text of the line of a log that tells why the run failed.
 inline constexpr char LogErrorMark[] = "Error: ";
 
+/// What the name of the file with what a read for a host has to tell beside has behind the name of the output.
+inline constexpr char NotesSuffix[] = ".notes";
+
 /// What the name of the file of part marks has behind the name of the output.
 inline constexpr char PartMarksSuffix[] = ".parts";
 

@@ -23,6 +23,8 @@ inline constexpr char Help[] = "--help";
 inline constexpr char Serve[] = "--serve";
 /// Alone in front of a mesh file, the scene file to make, and words of options: reads on behalf of a host.
 inline constexpr char ReadMesh[] = "--read-mesh";
+/// The same in front of a product structure, the text to make in the form of its loader, and words of options.
+inline constexpr char ReadDocument[] = "--read-document";
 
 } // namespace option
 

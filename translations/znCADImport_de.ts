@@ -2,21 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
-    <name>ChildReading</name>
-    <message>
-        <source>the reading was cancelled</source>
-        <translation>das Lesen wurde abgebrochen</translation>
-    </message>
-    <message>
-        <source>%1 cannot be started</source>
-        <translation>%1 lässt sich nicht starten</translation>
-    </message>
-    <message>
-        <source>ptxconvert is not installed: mesh files are read by this process</source>
-        <translation>ptxconvert ist nicht installiert: Netzdateien liest dieser Prozess</translation>
-    </message>
-</context>
-<context>
     <name>ConverterFailure</name>
     <message>
         <source>The converter ended well.</source>
@@ -154,6 +139,25 @@
     </message>
 </context>
 <context>
+    <name>ReaderProcess</name>
+    <message>
+        <source>the reading was cancelled</source>
+        <translation>das Lesen wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>%1 lässt sich nicht starten</translation>
+    </message>
+    <message>
+        <source>what %1 made of it is not whole</source>
+        <translation>was %1 daraus gemacht hat, ist nicht vollständig</translation>
+    </message>
+    <message>
+        <source>ptxconvert is not installed: files are read by this process</source>
+        <translation>ptxconvert ist nicht installiert: Dateien liest dieser Prozess</translation>
+    </message>
+</context>
+<context>
     <name>importer::AssetTableRun</name>
     <message>
         <source>the folder has no asset &quot;%1&quot;</source>
@@ -252,6 +256,13 @@
     <message>
         <source>the file cannot be read: %1</source>
         <translation>die Datei ist nicht lesbar: %1</translation>
+    </message>
+</context>
+<context>
+    <name>importer::DocumentReading</name>
+    <message>
+        <source>the document in the form that is read cannot be written: %1</source>
+        <translation>das Dokument lässt sich in der Form, die gelesen wird, nicht schreiben: %1</translation>
     </message>
 </context>
 <context>
@@ -379,10 +390,6 @@
 </context>
 <context>
     <name>importer::PreparedDocument</name>
-    <message>
-        <source>the document in the form that is read cannot be written: %1</source>
-        <translation>das Dokument lässt sich in der Form, die gelesen wird, nicht schreiben: %1</translation>
-    </message>
     <message>
         <source>the document names no file with a shape; its structure has %1 places</source>
         <translation>das Dokument nennt keine Datei mit einer Form; seine Struktur hat %1 Stellen</translation>
@@ -590,7 +597,7 @@
     </message>
 </context>
 <context>
-    <name>importer::plmxml::Normaliser</name>
+    <name>importer::plmxml::Refusal</name>
     <message>
         <source>the document has no element &quot;%1&quot; that a structure begins with</source>
         <translation>das Dokument hat kein Element &quot;%1&quot;, mit dem eine Struktur beginnt</translation>
@@ -603,9 +610,6 @@
         <source>there is not enough memory for this document</source>
         <translation>Der Speicher reicht für dieses Dokument nicht</translation>
     </message>
-</context>
-<context>
-    <name>importer::plmxml::StructureFault</name>
     <message>
         <source>%1 &quot;%2&quot; in line %3</source>
         <translation>%1 &quot;%2&quot; in Zeile %3</translation>

@@ -34,6 +34,8 @@ ChildRun importOf(const QString& file)
     return runInChild([file] {
         zn::StandaloneSession session;
         session.settings().set(QStringLiteral("import.PLMXML.referencedFiles"), QStringLiteral("off"));
+        // The time and memory of this process are what counts.
+        session.settings().set(QStringLiteral("files.reading"), QStringLiteral("process"));
         zn::Importer importer(session);
         QEventLoop loop;
         QObject::connect(&importer, &zn::Importer::finished, &loop, &QEventLoop::quit);

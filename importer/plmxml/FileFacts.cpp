@@ -57,10 +57,15 @@ zn::StructureFile toldOf(const ShapeFile& file)
     return told;
 }
 
-QString askedTextOf(const ShapeFile& file)
+AskedFile askedOf(const ShapeFile& file)
 {
-    const QString where = Texts::tr("line %1 names it \"%2\"").arg(file.line).arg(file.withId(file.written));
-    return file.found.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
+    return {file.withId(file.written), file.line, file.found.isRefused};
+}
+
+QString describe(const AskedFile& asked)
+{
+    const QString where = Texts::tr("line %1 names it \"%2\"").arg(asked.line).arg(asked.written);
+    return asked.isRefused ? Texts::tr("what is there is no regular file; %1").arg(where) : where;
 }
 
 } // namespace importer::plmxml

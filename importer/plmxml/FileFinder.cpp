@@ -66,9 +66,9 @@ QString withoutClosedMark(const QString& path)
     return path.endsWith(mark) ? path.chopped(mark.size()) : path;
 }
 
-FileFinder::FileFinder(const QString& document, const QStringList& searchPaths, Allows allows)
+FileFinder::FileFinder(const QString& document, const QStringList& searchPaths, files::DocumentRules rules)
     : m_folder(QFileInfo(document).absoluteDir()), m_ownFolder(QFileInfo(document).completeBaseName()),
-      m_allows(std::move(allows))
+      m_rules(std::move(rules))
 {
     for (const QString& path : searchPaths)
         if (const QString clean = cleanLocation(path); !clean.isEmpty() && !isForeign(clean))
@@ -135,12 +135,16 @@ QString FileFinder::inAnyCase(const QString& folder, const QString& path)
             at = QFileInfo(at).path();
             continue;
         }
+        // Folders whose names may not be listed are passed like others.
+        if (const QString exact = at + QLatin1Char('/') + step; QFileInfo::exists(exact)) {
+            at = exact;
+            continue;
+        }
         const QHash<QString, QString>& entries = entriesOf(at);
-        const QString exact = at + QLatin1Char('/') + step;
         const auto found = entries.find(step.toLower());
         if (found == entries.end())
             return {};
-        at = QFileInfo::exists(exact) ? exact : at + QLatin1Char('/') + found.value();
+        at += QLatin1Char('/') + found.value();
     }
     return at;
 }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "files/References.h"
+
 #include <QDir>
 #include <QHash>
 #include <QString>
 #include <QStringList>
-
-#include <functional>
 
 namespace importer::plmxml
 {
@@ -43,16 +43,13 @@ QString cleanLocation(const QString& location);
 class FileFinder
 {
 public:
-    /// Whether a file of this absolute path may be taken.
-    using Allows = std::function<bool(const QString& path)>;
-
     /// For `document`, whose search paths are `searchPaths` as it gives them.
-    FileFinder(const QString& document, const QStringList& searchPaths, Allows allows = {});
+    FileFinder(const QString& document, const QStringList& searchPaths, files::DocumentRules rules = {});
 
     /// `location` as cleanLocation gives it.
     FoundFile find(const QString& location);
     /// Whether a file of this absolute path may be taken.
-    bool allows(const QString& path) const { return !m_allows || m_allows(path); }
+    bool allows(const QString& path) const { return !m_rules.refusal(path); }
 
 private:
     bool isTaken(const QString& path) const;
@@ -64,7 +61,7 @@ private:
     QDir m_folder;
     QString m_ownFolder;
     QStringList m_searchPaths;
-    Allows m_allows;
+    files::DocumentRules m_rules;
     QHash<QString, QHash<QString, QString>> m_entries; ///< of folders: names by their small letters
 };
 

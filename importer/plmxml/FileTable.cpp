@@ -24,6 +24,17 @@ std::uint32_t FileTable::addElement(const pugi::xml_node& element, const Referen
                                   : add(element, text(reference.file), QStringLiteral("PLMXML"), text(reference.id));
 }
 
+std::vector<DocumentElement> FileTable::exchangeElements(const QString& folder)
+{
+    std::vector<DocumentElement> elements;
+    for (ShapeFile& file : m_files)
+        if (!file.id.isEmpty() && file.isThere() && file.places > 0) {
+            elements.push_back({file.found.path, file.id});
+            file.standIn = elements.back().standIn(folder);
+        }
+    return elements;
+}
+
 std::uint32_t FileTable::add(const pugi::xml_node& element, const QString& written, const QString& format,
                              const QString& id)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "importer/plmxml/DocumentElement.h"
 #include "importer/plmxml/DocumentStructure.h"
 #include "importer/plmxml/FileFinder.h"
 #include "importer/plmxml/FileFormats.h"
@@ -62,14 +63,8 @@ public:
     ShapeFile& operator[](std::uint32_t index) { return m_files[index]; }
     /// One of them.
     const ShapeFile& operator[](std::uint32_t index) const { return m_files[index]; }
-    /// Reads `standIn(path, id)` in place of each document of which a single element is shown.
-    template <class StandIn>
-    void exchangeElements(const StandIn& standIn)
-    {
-        for (ShapeFile& file : m_files)
-            if (!file.id.isEmpty() && file.isThere() && file.places > 0)
-                file.standIn = standIn(file.found.path, file.id);
-    }
+    /// Has a file in `folder` read in place of each document of which a single element is shown. Gives the elements.
+    std::vector<DocumentElement> exchangeElements(const QString& folder);
     /// All, in the order in which they were added.
     const std::vector<ShapeFile>& files() const { return m_files; }
 

@@ -1,7 +1,6 @@
 #include "importer/plmxml/Normaliser.h"
 
 #include "importer/plmxml/ElementTree.h"
-#include "importer/plmxml/FileFacts.h"
 #include "importer/plmxml/GraphTree.h"
 #include "importer/plmxml/LeftOutShapes.h"
 #include "importer/plmxml/OccurrenceTree.h"
@@ -14,8 +13,6 @@
 #include "importer/plmxml/UserTexts.h"
 #include "importer/plmxml/Views.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <memory>
 #include <new>
@@ -26,14 +23,6 @@ namespace importer::plmxml
 
 namespace
 {
-
-/// Where the texts of this file stand.
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(importer::plmxml::Normaliser)
-};
-
-/// Of an id in a sentence.
-constexpr int longestShownId = 100;
 
 QStringList searchPathsOf(const SourceDocument& document)
 {
@@ -55,7 +44,7 @@ public:
     Normaliser(const SourceDocument& document, const QString& file, const NormaliserOptions& options,
                NormalisedDocument& result)
         : m_file(file), m_index(document), m_references(m_index), m_languages(document, m_references),
-          m_formats(options.preferredFormats), m_finder(file, searchPathsOf(document), options.allowsFile),
+          m_formats(options.preferredFormats), m_finder(file, searchPathsOf(document), options.rules),
           m_files(document, m_finder, m_formats), m_options(options),
           m_result(result), m_reading{document, m_index, m_references, m_languages, m_files, result.facts}
     {
@@ -84,9 +73,9 @@ public:
         if (m_result.hasAllFacts)
             noteTheRest();
         if (m_result.facts.roots == 0)
-            refuse(whyWithoutPlace(isWhole));
+            refuse(isWhole ? Refusal{} : Refusal{Refusal::Why::NoElement, {}, m_options.root});
         else if (fault)
-            refuse(describe(*fault, m_index, m_result.structure));
+            refuse(refusalOf(*fault, m_index, m_result.structure));
         else if (!fits)
             write();
         tellFindings();
@@ -214,27 +203,18 @@ private:
         return fitsLoader(m_reading, m_file, m_view, overrides.finish(), m_result.structure);
     }
 
-    void refuse(const QString& reason)
+    void refuse(const Refusal& refusal)
     {
         m_result.way = NormalisedDocument::Way::Refuse;
-        m_result.reason = reason;
-    }
-
-    QString whyWithoutPlace(bool isWhole) const
-    {
-        if (!isWhole)
-            return Texts::tr("the document has no element \"%1\" that a structure begins with")
-                .arg(m_options.root.left(longestShownId));
-        return Texts::tr("the document places no part: it has no instance, no part and no occurrence at the "
-                         "top of a product structure");
+        m_result.refusal = refusal;
     }
 
     void write()
     {
         m_result.way = NormalisedDocument::Way::AsText;
         m_result.facts.isNormalised = true;
-        if (m_options.standIn)
-            m_files.exchangeElements(m_options.standIn);
+        if (!m_options.elementsFolder.isEmpty())
+            m_result.elements = m_files.exchangeElements(m_options.elementsFolder);
         for (StructurePlacement& placement : m_result.structure.placements)
             placement.hasNode = true;
         // The loader takes parts that are at the top, too, but gives their places no node.
@@ -253,7 +233,7 @@ private:
         for (const ShapeFile& file : m_files.files()) {
             facts.files.push_back(toldOf(file));
             if (!file.isThere())
-                m_result.asked.insert(withoutClosedMark(file.found.path), askedTextOf(file));
+                m_result.asked.insert(withoutClosedMark(file.found.path), askedOf(file));
         }
     }
 
@@ -283,7 +263,7 @@ NormalisedDocument normalise(const QString& file, const NormaliserOptions& optio
     } catch (const std::bad_alloc&) {
         NormalisedDocument refused;
         refused.way = NormalisedDocument::Way::Refuse;
-        refused.reason = Texts::tr("there is not enough memory for this document");
+        refused.refusal.why = Refusal::Why::NoMemory;
         return refused;
     }
 }

@@ -15,7 +15,7 @@ namespace importer::plmxml
 inline constexpr std::uint32_t Nothing = ~std::uint32_t(0);
 
 /// What a document says of a place's visibility.
-enum class Visibility : std::uint8_t { AsAbove, Shown, Hidden };
+enum class Visibility : std::uint8_t { AsAbove, Shown, Hidden, Last = Hidden };
 
 /// A file of a part, moved within it.
 struct ShapePiece {

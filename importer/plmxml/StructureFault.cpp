@@ -1,9 +1,6 @@
 #include "importer/plmxml/StructureFault.h"
 
-#include "importer/plmxml/PlaceWalk.h"
 #include "importer/plmxml/References.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -12,11 +9,6 @@ namespace importer::plmxml
 
 namespace
 {
-
-/// Where the texts of this file stand.
-struct Texts {
-    Q_DECLARE_TR_FUNCTIONS(importer::plmxml::StructureFault)
-};
 
 /// Of the kinds that placements are made of.
 pugi::xml_node elementOf(const ElementIndex& index, const StructurePlacement& placement)
@@ -32,33 +24,17 @@ pugi::xml_node elementOf(const ElementIndex& index, const StructurePlacement& pl
     return {};
 }
 
-/// Large ones roughly.
-QString countText(double places)
-{
-    constexpr double exact = 1e9;
-    return places < exact ? QString::number(places, 'f', 0) : QString::number(places, 'g', 3);
-}
-
 } // namespace
 
-QString describe(const StructureFault& fault, const ElementIndex& index, const Structure& structure)
+Refusal refusalOf(const StructureFault& fault, const ElementIndex& index, const Structure& structure)
 {
     const pugi::xml_node element = elementOf(index, structure.placements[fault.placement]);
-    const QString where =
-        Texts::tr("%1 \"%2\" in line %3")
-            .arg(shownText(index.document().nameOf(element)), shownText(element.attribute("id").value()))
-            .arg(index.document().lineOf(element));
-    switch (fault.kind) {
-    case StructureFault::Kind::Ring:
-        return Texts::tr("the structure contains itself: %1 leads back to a part that is around it").arg(where);
-    case StructureFault::Kind::TooDeep:
-        return Texts::tr("the structure is deeper than %1 levels at %2").arg(PlaceWalk::MaxDepth).arg(where);
-    case StructureFault::Kind::TooLarge:
-        break;
-    }
-    return Texts::tr("the structure has more than %1 places; %2 places a part that is at %3 of them")
-        .arg(fault.allowed)
-        .arg(where, countText(fault.places));
+    return {fault.kind,
+            shownText(index.document().nameOf(element)),
+            shownText(element.attribute("id").value()),
+            index.document().lineOf(element),
+            fault.allowed,
+            fault.places};
 }
 
 } // namespace importer::plmxml

@@ -33,11 +33,11 @@ public:
 
     std::optional<StructureFault> fault() const
     {
-        using Kind = StructureFault::Kind;
+        using Why = Refusal::Why;
         if (m_tooDeep != Nothing)
-            return StructureFault{Kind::TooDeep, m_tooDeep};
+            return StructureFault{Why::TooDeep, m_tooDeep};
         if (m_facts.occurrences > m_allowed)
-            return StructureFault{Kind::TooLarge, m_most, m_mostPlaces, m_allowed};
+            return StructureFault{Why::TooLarge, m_most, m_mostPlaces, m_allowed};
         return std::nullopt;
     }
 
@@ -104,7 +104,7 @@ std::optional<StructureFault> surveyPlaces(const Structure& structure, FileTable
     const PartOrder order(structure);
     std::optional<StructureFault> fault;
     if (order.ring() != Nothing) {
-        fault = StructureFault{StructureFault::Kind::Ring, order.ring()};
+        fault = StructureFault{Refusal::Why::Ring, order.ring()};
     } else {
         Counter counter(structure, files, facts, mostPlaces);
         counter.count(order);

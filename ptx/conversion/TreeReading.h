@@ -19,9 +19,8 @@ using TreeReader = std::function<files::ReadResult(const QString& path, const fi
 /// as it is to a scene file and what there is to tell to a `files::ReadReport` beside it. When the file has no tree
 /// the report has the error.
 ///
-/// `arguments` are the option that asks for it, the file, the scene file, and any number of words: limits of this run
-/// as --set takes them, --sandbox with its wish, others as `files::wordsOf` gives them. The process locks itself in
-/// first; `load` is called once after that, and may take code from the folder `readers`.
+/// `arguments` are as `hostRequestOf` takes them, with the words that `files::wordsOf` gives. The process locks itself
+/// in first; `load` is called once after that, and may take code from the folder `readers`.
 core::ExitCode readTree(const std::vector<std::string>& arguments,
                         const std::function<core::Outcome<TreeReader>()>& load, const std::string& readers);
 

@@ -21,9 +21,7 @@ struct Module {
     core::Outcome<model::Model> (*read)(const model::Job& job); ///< as Format::read
 };
 
-/// What the libraries export, each under its own name.
-using ModuleEntry = const Module*();
-
+/// A module of this build.
 constexpr Module moduleOf(const char* kernel, core::Outcome<model::Model> (*read)(const model::Job& job))
 {
     return {ZN_VERSION, sizeof(model::Job), sizeof(model::Model), kernel, read};

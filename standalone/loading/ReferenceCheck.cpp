@@ -69,14 +69,15 @@ Policy referencePolicy(Session& session)
     return policy;
 }
 
+files::DocumentRules documentRules(Session& session)
+{
+    return {referencePolicy(session), session.state<ImportedFile>().path,
+            QDir::cleanPath(QFileInfo(session.temporaryFolder()).absoluteFilePath())};
+}
+
 std::optional<files::references::Refusal> refusalOfDocument(Session& session, const QString& path)
 {
-    const QString imported = session.state<ImportedFile>().path;
-    const QString file = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    if (imported.isEmpty() || file == QDir::cleanPath(imported) ||
-        file.startsWith(QDir::cleanPath(QFileInfo(session.temporaryFolder()).absoluteFilePath()) + QLatin1Char('/')))
-        return std::nullopt;
-    return files::refusalOf(referencePolicy(session), files::references::Use::Document, file, imported);
+    return documentRules(session).refusal(path);
 }
 
 void dropRefusedReferences(Session& session, const osg::NodePtr& root)

@@ -19,6 +19,9 @@ struct ImportedFile {
 /// Which files a file may name, by the settings of `session`.
 files::references::Policy referencePolicy(Session& session);
 
+/// Which documents the running import of `session` reads; all without one.
+files::DocumentRules documentRules(Session& session);
+
 /// Why the document `path` may not be read within the running import; nothing when it may, and without one. What lies
 /// in the session's own folder was put there by the import itself.
 std::optional<files::references::Refusal> refusalOfDocument(Session& session, const QString& path);

@@ -66,8 +66,9 @@ struct FileSettings : SettingGroup {
         "files.reading",
         Reading::Child,
         {QStringLiteral("child"), QStringLiteral("process")},
-        SettingHelp::tr("Where mesh files (OBJ, glTF, PLY, WRL) are read: in a child process, which can be stopped and "
-                        "whose crash costs one file, or in this process, which takes no start of another.")};
+        SettingHelp::tr("Where mesh files (OBJ, glTF, PLY, WRL) and product structures (PLMXML) are read: in a child "
+                        "process, which can be stopped and whose crash costs one file, or in this process, which takes "
+                        "no start of another.")};
     Setting<References> references{
         m_list,
         "files.references",

@@ -37,13 +37,30 @@ TEST(ReadRequestTest, EachOptionArrivesExactly)
 TEST(ReadRequestTest, OptionsThatAreOffArriveToo)
 {
     files::ReadOptions arrived = unusual();
-    for (const QString& word : files::wordsOf({}))
+    for (const QString& word : files::wordsOf(files::ReadOptions()))
         EXPECT_TRUE(files::takeWord(arrived, word)) << word.toStdString();
     EXPECT_EQ(arrived.upAxis, files::UpAxis::Z);
     EXPECT_FALSE(arrived.vrmlInMetres);
     EXPECT_EQ(arrived.level, 0);
     EXPECT_EQ(arrived.millimetresPerUnit, 1.0);
     EXPECT_EQ(arrived.limits.maxFileBytes, (std::uint64_t(1) << 32) - 1);
+}
+
+TEST(ReadRequestTest, TheRulesForDocumentsArriveExactly)
+{
+    using files::references::Rule;
+    const files::DocumentRules rules{
+        {Rule::Below, "/top = ä", {"/a b", "/c"}}, QStringLiteral("/top = ä/car.plmxml"), QStringLiteral("/own")};
+    files::DocumentRules arrived;
+    for (const QString& word : files::wordsOf(rules))
+        EXPECT_TRUE(files::takeWord(arrived, word)) << word.toStdString();
+    EXPECT_EQ(arrived.policy.rule, Rule::Below);
+    EXPECT_EQ(arrived.policy.top, rules.policy.top);
+    EXPECT_EQ(arrived.policy.folders, rules.policy.folders);
+    EXPECT_EQ(arrived.imported, rules.imported);
+    EXPECT_EQ(arrived.ownFolder, rules.ownFolder);
+    for (const char* word : {"", "imported", "references=all", "up=y", "=parts"})
+        EXPECT_FALSE(files::takeWord(arrived, QString::fromLatin1(word))) << word;
 }
 
 TEST(ReadRequestTest, OtherWordsAreRefused)

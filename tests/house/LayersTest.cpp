@@ -176,5 +176,10 @@ TEST(Layers, ImporterAndToolsSeeNoTestsAndTheConvertersInsidesWhereTheyMust)
     EXPECT_FALSE(mayInclude("tools/znimport/a.cpp", "bench/scenegraph/Tree.h"));
     EXPECT_TRUE(mayInclude("tools/ptxconvert/main.cpp", "ptx/conversion/Conversion.h"));
     EXPECT_FALSE(mayInclude("tools/ptxconvert/main.cpp", "importer/Importer.h"));
+    EXPECT_FALSE(mayInclude("tools/ptxconvert/main.cpp", "importer/plmxml/Normaliser.h"));
+    EXPECT_TRUE(mayInclude("tools/ptxconvert/documents/a.cpp", "importer/plmxml/Normaliser.h"));
+    EXPECT_FALSE(mayInclude("tools/ptxconvert/documents/a.cpp", "importer/Importer.h"));
+    EXPECT_FALSE(mayInclude("importer/plmxml/a.cpp", "importer/Importer.h"));
+    EXPECT_FALSE(mayInclude("importer/plmxml/a.cpp", "standalone/session/Session.h"));
     EXPECT_TRUE(mayInclude("tools/manual/a.cpp", "ptx/core/CommandLine.h"));
 }

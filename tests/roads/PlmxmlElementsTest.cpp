@@ -137,6 +137,23 @@ TEST_F(PlmxmlElementsTest, AChainOfElementsEndsAtTheLimit)
     EXPECT_EQ(result.missing[0].reason, QStringLiteral("more than 16 documents are nested"));
 }
 
+TEST_F(PlmxmlElementsTest, ElementsOfDocumentsThatMayNotBeReadHaveNoFile)
+{
+    importer::ElementDocuments elements;
+    const importer::ElementDocuments::Element inside{path(QStringLiteral("car.plmxml")), QStringLiteral("x")};
+    const importer::ElementDocuments::Element outside{QStringLiteral("/elsewhere/car.plmxml"), QStringLiteral("x")};
+    files::DocumentRules rules{
+        {files::references::Rule::Below, m_folder.path().toStdString(), {}}, inside.document, {}};
+    elements.add({inside, outside, inside}, rules);
+    const QString folder = elements.folder();
+    EXPECT_TRUE(elements.find(inside.standIn(folder)));
+    EXPECT_TRUE(QFile::exists(inside.standIn(folder)));
+    EXPECT_FALSE(elements.find(outside.standIn(folder)));
+    EXPECT_FALSE(QFile::exists(outside.standIn(folder)));
+    EXPECT_EQ(QFileInfo(inside.standIn(folder)).fileName(), QStringLiteral("car.plmxml"));
+    EXPECT_NE(QFileInfo(inside.standIn(folder)).path(), QFileInfo(outside.standIn(folder)).path());
+}
+
 TEST_F(PlmxmlElementsTest, MoreElementsThanAnImportMayHaveAreMissing)
 {
     writeOther();

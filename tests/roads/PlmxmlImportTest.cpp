@@ -221,12 +221,16 @@ TEST_F(PlmxmlImportTest, ConversionsThatBeginAfterTheCancelEndAtOnce)
 TEST_F(PlmxmlImportTest, ACancelBeforeTheDocumentIsReadLeavesNothing)
 {
     const QString file = documentOf({"none.stp"});
-    QTimer::singleShot(0, [this] { m_importer.cancel(); });
-    const zn::ImportResult result = import(file);
-    EXPECT_TRUE(result.cancelled);
-    EXPECT_EQ(result.state, JobFailed);
-    EXPECT_EQ(result.error, QString());
-    EXPECT_THAT(result.missing, IsEmpty());
+    for (const char* reading : {"child", "process"}) {
+        set("files.reading", QString::fromLatin1(reading));
+        QTimer::singleShot(0, [this] { m_importer.cancel(); });
+        const zn::ImportResult result = import(file);
+        EXPECT_TRUE(result.cancelled);
+        EXPECT_EQ(result.state, JobFailed);
+        EXPECT_EQ(result.error, QString());
+        EXPECT_THAT(result.missing, IsEmpty());
+        EXPECT_FALSE(result.node);
+    }
 }
 
 TEST_F(PlmxmlImportTest, NodesOfAnExportBearItsAttributesNamesAndSwitches)

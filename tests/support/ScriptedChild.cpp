@@ -1,6 +1,7 @@
 // A process that does what a script tells it, so that tests can have any run of a child process they like.
 //
-//     zn_scripted_child [--script TEXT] [--external-parts] [--set NAME=VALUE]... [INPUT [OUTPUT]]
+//     zn_scripted_child [--script TEXT] [--external-parts] [--set NAME=VALUE]... [--references... VALUE]...
+//                       [INPUT [OUTPUT]]
 //
 // The script is TEXT, where ';' ends a line as well; otherwise the environment variable ZN_CHILD_SCRIPT; otherwise the
 // content of INPUT. One command a line, blanks part words, "double quotes" hold a word with blanks together,
@@ -89,7 +90,7 @@ CommandLine parseArguments(int argc, char** argv)
         const bool hasValue = std::next(word) != line.all.end();
         if (*word == "--external-parts") {
             line.externalParts = true;
-        } else if (*word == "--set" && hasValue) {
+        } else if ((*word == "--set" || word->starts_with("--references")) && hasValue) {
             ++word;
         } else if (*word == "--script" && hasValue) {
             line.hasScript = true;

@@ -52,6 +52,18 @@ ptx::core::Outcome<void*> loadEntry(const std::string& name, Binding binding)
     return entry;
 }
 
+template <class Module>
+ptx::core::Outcome<const Module*> load(const std::string& name, Binding binding)
+{
+    const ptx::core::Outcome<void*> entry = loadEntry(name, binding);
+    if (!entry)
+        return entry.failure();
+    const Module* module = reinterpret_cast<const Module* (*)()>(entry.value())();
+    if (const ptx::core::Trouble trouble = ptxconvert::checkBuild(*module))
+        return unusable(pathOf(name), trouble->message);
+    return module;
+}
+
 } // namespace
 
 std::string readersFolder()
@@ -75,27 +87,24 @@ ptx::core::Trouble checkBuild(const MeshModule& module)
     return checkBuild(module.version, own.version, isAlike);
 }
 
+ptx::core::Trouble checkBuild(const DocumentModule& module)
+{
+    return checkBuild(module.version, ZN_VERSION, module.bytesOfResult == sizeof(ptx::conversion::ReadDocument));
+}
+
 ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name, Binding binding)
 {
-    const ptx::core::Outcome<void*> entry = loadEntry(name, binding);
-    if (!entry)
-        return entry.failure();
-    const ptx::readers::Module* module = reinterpret_cast<ptx::readers::ModuleEntry*>(entry.value())();
-    if (const ptx::core::Trouble trouble = checkBuild(*module))
-        return unusable(pathOf(name), trouble->message);
-    return module;
+    return load<ptx::readers::Module>(name, binding);
 }
 
 ptx::core::Outcome<const MeshModule*> loadMeshReader()
 {
-    constexpr const char* name = "ptxmesh";
-    const ptx::core::Outcome<void*> entry = loadEntry(name, Binding::AtFirstCall);
-    if (!entry)
-        return entry.failure();
-    const MeshModule* module = reinterpret_cast<MeshModuleEntry*>(entry.value())();
-    if (const ptx::core::Trouble trouble = checkBuild(*module))
-        return unusable(pathOf(name), trouble->message);
-    return module;
+    return load<MeshModule>("ptxmesh", Binding::AtFirstCall);
+}
+
+ptx::core::Outcome<const DocumentModule*> loadDocumentReader()
+{
+    return load<DocumentModule>("ptxplmxml", Binding::AtFirstCall);
 }
 
 } // namespace ptxconvert

@@ -2,6 +2,7 @@
 
 #include "ptx/core/Outcome.h"
 #include "ptx/readers/Module.h"
+#include "tools/ptxconvert/documents/DocumentModule.h"
 #include "tools/ptxconvert/meshes/MeshModule.h"
 
 #include <string>
@@ -27,8 +28,12 @@ std::string readersFolder();
 /// Whether `module` was built with this program; else a sentence.
 ptx::core::Trouble checkBuild(const ptx::readers::Module& module);
 ptx::core::Trouble checkBuild(const MeshModule& module);
+ptx::core::Trouble checkBuild(const DocumentModule& module);
 
-/// The reader of mesh files, which is a library as well: most conversions have no use for what it is linked with.
+///@{
+/// The readers for hosts, which are libraries as well: most conversions have no use for what these are linked with.
 ptx::core::Outcome<const MeshModule*> loadMeshReader();
+ptx::core::Outcome<const DocumentModule*> loadDocumentReader();
+///@}
 
 } // namespace ptxconvert

@@ -2,6 +2,7 @@
 #include "protocol/Printable.h"
 #include "ptx/box/Box.h"
 #include "ptx/conversion/Conversion.h"
+#include "ptx/conversion/DocumentReading.h"
 #include "ptx/conversion/TreeReading.h"
 #include "tools/ptxconvert/ReaderModules.h"
 #include "tools/ptxconvert/ReaderTable.h"
@@ -97,6 +98,14 @@ int perform(const ptx::core::CommandLine& line)
     return static_cast<int>(ptx::conversion::convert(line, ptxconvert::formats()));
 }
 
+ptx::core::Outcome<ptx::conversion::DocumentReader> documentReader()
+{
+    const ptx::core::Outcome<const ptxconvert::DocumentModule*> module = ptxconvert::loadDocumentReader();
+    if (!module)
+        return module.failure();
+    return ptx::conversion::DocumentReader(module.value()->read);
+}
+
 ptx::core::Outcome<ptx::conversion::TreeReader> meshReader()
 {
     const ptx::core::Outcome<const ptxconvert::MeshModule*> module = ptxconvert::loadMeshReader();
@@ -111,6 +120,8 @@ int run(const std::vector<std::string>& arguments)
     std::setlocale(LC_CTYPE, "C.UTF-8");
     if (!arguments.empty() && arguments.front() == protocol::option::ReadMesh)
         return static_cast<int>(ptx::conversion::readTree(arguments, meshReader, ptxconvert::readersFolder()));
+    if (!arguments.empty() && arguments.front() == protocol::option::ReadDocument)
+        return static_cast<int>(ptx::conversion::readDocument(arguments, documentReader, ptxconvert::readersFolder()));
     ptx::core::Outcome<ptx::core::CommandLine> line = ptx::core::parseCommandLine(arguments);
     if (!line) {
         protocol::print(stderr, "ptxconvert: " + line.failure().message + "\n\n" + ptx::core::usageText());

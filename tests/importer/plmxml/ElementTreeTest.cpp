@@ -70,8 +70,8 @@ TEST_F(ElementTreeTest, WhatBeginsNothingIsRefused)
 {
     for (const char* id : {"gone", "f", "a b"}) {
         EXPECT_EQ(normaliseBelow(id, graph()).way, Way::Refuse);
-        EXPECT_EQ(m_result.reason, QStringLiteral("the document has no element \"%1\" that a structure begins with")
-                                       .arg(QString::fromUtf8(id)));
+        EXPECT_EQ(reason(), QStringLiteral("the document has no element \"%1\" that a structure begins with")
+                                .arg(QString::fromUtf8(id)));
     }
 }
 
@@ -92,14 +92,13 @@ TEST_F(ElementTreeTest, WhatStandsInForAnElementOfAnotherDocumentIsRead)
          "<Occurrence id='b' name='B' partRef='other.plmxml#y' instancedRef=''/>"
          "<Occurrence id='c' name='C' instanceRefs='#i'/><Occurrence id='d' instancedRef='none.plmxml#x'/>"
          "</ProductView><ProductRevision id='x'/><Instance id='i' partRef='whole.plmxml#x'/></PLMXML>");
-    std::vector<std::string> asked;
-    const auto standIn = [&asked](const QString& document, const QString& id) {
-        asked.push_back(QFileInfo(document).fileName().toStdString() + " " + id.toStdString());
-        return QStringLiteral("/in/%1.plmxml").arg(asked.size());
-    };
-    m_result = importer::plmxml::normalise(path("car.plmxml"), {{}, {}, true, standIn, {}});
-    EXPECT_THAT(asked, ElementsAre("other.plmxml x", "other.plmxml y", "whole.plmxml x"));
-    EXPECT_THAT(m_result.text, HasSubstr("location=\"/in/2.plmxml\""));
+    m_result = importer::plmxml::normalise(path("car.plmxml"), {{}, {}, true, QStringLiteral("/in")});
+    std::vector<std::string> elements;
+    for (const importer::plmxml::DocumentElement& element : m_result.elements) {
+        elements.push_back(QFileInfo(element.document).fileName().toStdString() + " " + element.id.toStdString());
+        EXPECT_THAT(m_result.text, HasSubstr("location=\"" + element.standIn(QStringLiteral("/in")).toStdString()));
+    }
+    EXPECT_THAT(elements, ElementsAre("other.plmxml x", "other.plmxml y", "whole.plmxml x"));
     EXPECT_THAT(files(), ElementsAre("none.plmxml#x 1", "other.plmxml#x 1", "other.plmxml#y 1", "whole.plmxml#x 1"));
     EXPECT_EQ(m_result.facts.danglingCount, 0u);
 }

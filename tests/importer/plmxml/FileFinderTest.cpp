@@ -107,7 +107,7 @@ TEST_F(FileFinderSearchTest, OnlyRegularFilesAreTaken)
 TEST_F(FileFinderSearchTest, WhatMayNotBeTakenIsNotThere)
 {
     make("a.jt");
-    FileFinder finder(path("car.plmxml"), {}, [](const QString&) { return false; });
+    FileFinder finder(path("car.plmxml"), {}, {{files::references::Rule::None, {}}, path("car.plmxml"), {}});
     for (const char* location : {"a.jt", "none.jt"}) {
         const FoundFile found = finder.find(QString::fromUtf8(location));
         EXPECT_EQ(found.by, FoundBy::Nowhere);

@@ -63,7 +63,7 @@ TEST_F(NormaliserFilesTest, TheBestIsNamedWhenAllAreMissing)
 {
     normalisePart(representation("STL", "a.stl") + representation("JT", "sub\\a.jt"));
     EXPECT_THAT(files(), ElementsAre("a.stl 0 missing", "sub/a.jt 1"));
-    EXPECT_EQ(m_result.asked[path("sub/a.jt")], QStringLiteral("line 1 names it \"sub\\a.jt\""));
+    EXPECT_EQ(describe(m_result.asked[path("sub/a.jt")]), QStringLiteral("line 1 names it \"sub\\a.jt\""));
 }
 
 TEST_F(NormaliserFilesTest, PreferredFormatsComeFirst)

@@ -35,6 +35,9 @@ protected:
         return m_result;
     }
 
+    /// Why it was refused.
+    QString reason() const { return describe(m_result.refusal); }
+
     /// "name x y z" of each place, in the numbers of the document, depth first; hidden ones in brackets.
     std::vector<std::string> places() const
     {

@@ -178,7 +178,7 @@ TEST_F(NormaliserTreeTest, OfElementsWithOneIdTheFirstCounts)
 TEST_F(NormaliserTreeTest, ADocumentThatPlacesNothingIsRefused)
 {
     EXPECT_EQ(normalise("<Header/>").way, Way::Refuse);
-    EXPECT_FALSE(m_result.reason.isEmpty());
+    EXPECT_EQ(m_result.refusal.why, importer::plmxml::Refusal::Why::NoPlace);
     EXPECT_EQ(normalise("<ProductDef><InstanceGraph rootRefs='gone'/></ProductDef>").way, Way::Refuse);
     EXPECT_EQ(m_result.facts.danglingCount, 0u) << "nothing was looked up";
 }

@@ -92,8 +92,8 @@ TEST_F(SurveyTest, ARingIsRefusedWithElementAndLine)
                                       "<Instance id='x'/>\n<ProductInstance id='c' partRef='#p'/>"))
                   .way,
               Way::Refuse);
-    EXPECT_EQ(m_result.reason, QStringLiteral("the structure contains itself: ProductInstance \"c\" in line 7 leads "
-                                              "back to a part that is around it"));
+    EXPECT_EQ(reason(), QStringLiteral("the structure contains itself: ProductInstance \"c\" in line 7 leads "
+                                       "back to a part that is around it"));
     EXPECT_TRUE(m_result.facts.isCut);
 }
 
@@ -111,13 +111,13 @@ TEST_F(SurveyTest, DoublingLevelsAreRefusedAtOnceWithElementAndLine)
     timer.start();
     EXPECT_EQ(normalise(document("a0", doubled(900))).way, Way::Refuse);
     EXPECT_LT(timer.elapsed(), 1000);
-    EXPECT_EQ(m_result.reason, QStringLiteral("the structure has more than 20000000 places; Instance \"b899\" in line "
-                                              "2701 places a part that is at 4.23e+270 of them"));
+    EXPECT_EQ(reason(), QStringLiteral("the structure has more than 20000000 places; Instance \"b899\" in line "
+                                       "2701 places a part that is at 4.23e+270 of them"));
     EXPECT_EQ(normalise(document("a0", doubled(24))).way, Way::AsText) << "just below";
     EXPECT_EQ(m_result.facts.occurrences, (1 << 24) - 1);
     EXPECT_EQ(normalise(document("a0", doubled(25))).way, Way::Refuse) << "just above";
-    EXPECT_THAT(m_result.reason.toStdString(), StartsWith("the structure has more than 20000000 places; Instance "
-                                                          "\"b24\" in line 76 places a part that is at 16777216 "));
+    EXPECT_THAT(reason().toStdString(), StartsWith("the structure has more than 20000000 places; Instance "
+                                                   "\"b24\" in line 76 places a part that is at 16777216 "));
 }
 
 TEST_F(SurveyTest, AsManyPlacesAsAreAskedForAreAllowed)
@@ -130,7 +130,7 @@ TEST_F(SurveyTest, AsManyPlacesAsAreAskedForAreAllowed)
     options.mostPlaces = 1022;
     const auto refused = importer::plmxml::normalise(path("car.plmxml"), options);
     EXPECT_EQ(refused.way, Way::Refuse);
-    EXPECT_THAT(refused.reason.toStdString(), StartsWith("the structure has more than 1022 places; "));
+    EXPECT_THAT(describe(refused.refusal).toStdString(), StartsWith("the structure has more than 1022 places; "));
 }
 
 TEST_F(SurveyTest, DoublingLevelsAreRefusedWhereNobodyAsksForFactsToo)
@@ -162,8 +162,7 @@ TEST_F(SurveyTest, ChainsAreRefusedBeyondTheDeepestLevelWithElementAndLine)
     EXPECT_NE(normalise(chain(1000)).way, Way::Refuse);
     EXPECT_EQ(m_result.facts.depth, 1000u);
     EXPECT_EQ(normalise(chain(1001)).way, Way::Refuse);
-    EXPECT_EQ(m_result.reason,
-              QStringLiteral("the structure is deeper than 1000 levels at Instance \"a1000\" in line 1002"));
+    EXPECT_EQ(reason(), QStringLiteral("the structure is deeper than 1000 levels at Instance \"a1000\" in line 1002"));
 }
 
 } // namespace

@@ -22,7 +22,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// A copy of the program, in whose folder of readers the one for BREP files is another.
+/// A copy of the program, in whose folder of readers those for BREP files and product structures are others.
 class ConvertHostile : public testing::Test
 {
 protected:
@@ -33,7 +33,8 @@ protected:
         const fs::path readers = (fs::path(m_folder.file("bin")) / READERS_FROM_PROGRAM).lexically_normal();
         fs::create_directories(readers);
         fs::copy_file(ConvertRun::program().toStdString(), m_folder.file("bin/ptxconvert"));
-        fs::copy_file(HOSTILE_READER, readers / "ptxbrep.so");
+        for (const char* name : {"ptxbrep.so", "ptxplmxml.so"})
+            fs::copy_file(HOSTILE_READER, readers / name);
         for (const char* name : {"input/secret", "input/first", "input/second", "other/secret", "out/secret"})
             m_folder.write(name, "secret");
         // The loader takes a blank in the path of what is preloaded for the end of it.
@@ -75,6 +76,15 @@ protected:
     {
         const QString program = QString::fromStdString(m_folder.file("bin/ptxconvert"));
         return words(program, arguments(sandbox, "input/a.brep"), false);
+    }
+
+    /// What the reading of a product structure prints.
+    std::string document(const QString& sandbox, const QStringList& rules)
+    {
+        QStringList arguments = {
+            QStringLiteral("--read-document"), QString::fromStdString(m_folder.file("input/a.brep")),
+            QString::fromStdString(m_folder.file("out/text")), QStringLiteral("--sandbox"), sandbox};
+        return words(QString::fromStdString(m_folder.file("bin/ptxconvert")), arguments + rules, false);
     }
 
     /// What meshing anew prints, of exact surfaces that a conversion kept.
@@ -150,4 +160,25 @@ TEST_F(ConvertHostile, MeshingAnewThatWantsOutIsRefusedEachWay)
 TEST_F(ConvertHostile, WithoutTheBoxMeshingAnewGetsOutEachWay)
 {
     EXPECT_THAT(meshing(QStringLiteral("off")), HasSubstr(allOf("when called:", false)));
+}
+
+/// Part files may lie anywhere, but are looked for alone.
+TEST_F(ConvertHostile, AReaderOfProductStructuresListsFoldersAndIsRefusedEachOtherWay)
+{
+    if (ptx::box::fileRulesVersion() == 0)
+        GTEST_SKIP() << "this kernel has no rules for files";
+    std::string list = allOf("when called:", true);
+    const std::string listing = "read-list=";
+    list.replace(list.find(listing), listing.size() + std::string("Permission denied").size(), listing + "done");
+    EXPECT_THAT(document(QStringLiteral("require"), {}), HasSubstr(list));
+    const QString top = QStringLiteral("references-below=") + QString::fromStdString(m_folder.file("input"));
+    m_folder.write("input/first", "secret");
+    m_folder.write("input/second", "secret");
+    EXPECT_THAT(document(QStringLiteral("require"), {QStringLiteral("references=below"), top}),
+                HasSubstr(allOf("when called:", true)));
+}
+
+TEST_F(ConvertHostile, WithoutTheBoxAReaderOfProductStructuresGetsOutEachWay)
+{
+    EXPECT_THAT(document(QStringLiteral("off"), {}), HasSubstr(allOf("when called:", false)));
 }

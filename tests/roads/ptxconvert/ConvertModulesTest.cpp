@@ -91,6 +91,30 @@ TEST(ConvertModules, AProgramWithoutItsReadersNamesTheMissingOneAndReadsTheRest)
     EXPECT_FALSE(std::filesystem::exists(run.output()));
     EXPECT_EQ(convert("a.stl").code, 0);
     EXPECT_TRUE(std::filesystem::exists(run.output()));
+    const Ended document = runWith(QString::fromStdString(moved), {QStringLiteral("--read-document"),
+                                                                   QString::fromStdString(run.folder().file("a.stp")),
+                                                                   QString::fromStdString(run.output())});
+    EXPECT_EQ(document.code, 6);
+    EXPECT_THAT(contentOf(run.output() + ".log"), HasSubstr("ptxplmxml.so cannot be used: "));
     const Ended versions = runWith(QString::fromStdString(moved), {QStringLiteral("--version")});
     EXPECT_THAT(versions.output, HasSubstr("STEP: the reader "));
+}
+
+TEST(ConvertModules, AReadForAHostTakesItsOwnWordsAlone)
+{
+    ConvertRun run;
+    run.folder().write("a.plmxml", "<PLMXML><Instance partRef='#p'/><Part id='p'/></PLMXML>");
+    const auto read = [&run](const QStringList& words) {
+        return runWith(ConvertRun::program(), QStringList{QStringLiteral("--read-document"),
+                                                          QString::fromStdString(run.folder().file("a.plmxml")),
+                                                          QString::fromStdString(run.folder().file("text"))} +
+                                                  words);
+    };
+    EXPECT_EQ(read({QStringLiteral("facts=1"), QStringLiteral("limit.time=100")}).code, 0);
+    EXPECT_THAT(contentOf(run.folder().file("text")), HasSubstr("<InstanceGraph"));
+    EXPECT_TRUE(std::filesystem::exists(run.folder().file("text.notes")));
+    EXPECT_EQ(read({QStringLiteral("facts=2")}).code, 2);
+    EXPECT_THAT(contentOf(run.folder().file("text.log")), HasSubstr("\"facts=2\" is no option of reading"));
+    for (const char* word : {"limit.time=x", "--sandbox", "unit=1"})
+        EXPECT_EQ(read({QString::fromLatin1(word)}).code, 2) << word;
 }

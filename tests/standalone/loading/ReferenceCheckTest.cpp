@@ -136,6 +136,12 @@ TEST_F(ReferenceCheck, TheImportedFileAndWhatTheImportMadeItselfMayBeRead)
     EXPECT_EQ(zn::loading::refusalOfDocument(m_session, path(QStringLiteral("part.stl"))), Refusal::NotFollowed);
 }
 
+TEST_F(ReferenceCheck, RulesWithoutAFolderOfTheirOwnOpenNone)
+{
+    const files::DocumentRules rules{{files::references::Rule::None, {}}, path(QStringLiteral("top.plmxml")), {}};
+    EXPECT_EQ(rules.refusal(path(QStringLiteral("part.stl"))), Refusal::NotFollowed);
+}
+
 TEST_F(ReferenceCheck, TheSettingsBecomeThePolicy)
 {
     import(path(QStringLiteral("top.stp")), References::Below);

@@ -91,7 +91,7 @@ TEST_F(ChildReadingEndTest, WithoutTheProgramThisProcessReadsAndTheLogTellsOnce)
     EXPECT_TRUE(readByProgram({}));
     EXPECT_TRUE(readByProgram({}));
     EXPECT_EQ(m_readsHere, 2);
-    EXPECT_THAT(m_log, testing::ElementsAre("ptxconvert is not installed: mesh files are read by this process"));
+    EXPECT_THAT(m_log, testing::ElementsAre("ptxconvert is not installed: files are read by this process"));
 }
 
 TEST_F(ChildReadingEndTest, AProgramThatCannotBeStartedIsNamed)

@@ -4,6 +4,7 @@
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SwitchMaterial.h"
+#include "host/znOpenSGExt/ExtReference.h"
 #include "scene/Attachments.h"
 #include "scene/Mesh.h"
 
@@ -70,6 +71,8 @@ private:
     {
         if (!sameHolder(a, b, place + "core"))
             return;
+        if (const auto reference = osg::fcCast<osg::ExtReference>(a))
+            return sameReference(*reference, *osg::fcCast<osg::ExtReference>(b), place);
         const auto one = osg::fcCast<osg::Geometry>(a);
         const auto other = osg::fcCast<osg::Geometry>(b);
         if (!one || !other) {
@@ -78,6 +81,14 @@ private:
         }
         EXPECT_TRUE(osg::GeometryAccess::mesh(*one) == osg::GeometryAccess::mesh(*other)) << place << "mesh";
         sameMaterial(one->getMaterial(), other->getMaterial(), place + "material/");
+    }
+
+    static void sameReference(const osg::ExtReference& a, const osg::ExtReference& b, const std::string& place)
+    {
+        const auto pathOf = [](const osg::FileReferencePtr& file) { return file ? file->getPath() : "no file"; };
+        EXPECT_EQ(a.getState(), b.getState()) << place;
+        EXPECT_EQ(pathOf(a.getSourceFile()), pathOf(b.getSourceFile())) << place;
+        EXPECT_EQ(pathOf(a.getSmartFile()), pathOf(b.getSmartFile())) << place;
     }
 
     void sameMaterial(const osg::MaterialPtr& a, const osg::MaterialPtr& b, const std::string& place)

@@ -18,9 +18,6 @@ struct MeshModule {
     files::ReadResult (*read)(const QString& path, const files::ReadOptions& options); ///< as SceneReaders::read
 };
 
-/// What the library exports.
-using MeshModuleEntry = const MeshModule*();
-
 constexpr MeshModule meshModuleOf(files::ReadResult (*read)(const QString& path, const files::ReadOptions& options))
 {
     return {ZN_VERSION, sizeof(files::ReadOptions), sizeof(files::ReadResult), read};
@@ -28,4 +25,5 @@ constexpr MeshModule meshModuleOf(files::ReadResult (*read)(const QString& path,
 
 } // namespace ptxconvert
 
+/// What the library exports.
 extern "C" __attribute__((visibility("default"))) const ptxconvert::MeshModule* ptxmesh();

@@ -6,6 +6,7 @@
 // "input", PTX_HOSTILE_PROCESS a process that is none of its own.
 
 #include "ptx/readers/Module.h"
+#include "tools/ptxconvert/documents/DocumentModule.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>
@@ -139,6 +140,17 @@ ptx::core::Outcome<ptx::model::Model> read(const ptx::model::Job& job)
 
 const ptx::readers::Module module = ptx::readers::moduleOf("none", &read);
 
+[[noreturn]] void endWithWords()
+{
+    const std::string list = tried("when called:") + '\n';
+    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, list.data(), list.size());
+    ::_exit(7);
+}
+
+const ptxconvert::DocumentModule documents{
+    ZN_VERSION, sizeof(ptx::conversion::ReadDocument),
+    [](const QString&, const QStringList&) -> ptx::conversion::ReadDocument { endWithWords(); }};
+
 } // namespace
 
 /// BinTools::Read(TopoDS_Shape&, std::istream&, const Message_ProgressRange&).
@@ -146,12 +158,15 @@ const ptx::readers::Module module = ptx::readers::moduleOf("none", &read);
 
 void readSurfaces()
 {
-    const std::string list = tried("when called:") + '\n';
-    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, list.data(), list.size());
-    ::_exit(7);
+    endWithWords();
 }
 
 extern "C" const ptx::readers::Module* ptxbrep()
 {
     return &module;
+}
+
+const ptxconvert::DocumentModule* ptxplmxml()
+{
+    return &documents;
 }
