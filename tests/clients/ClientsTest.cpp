@@ -6,6 +6,7 @@
 #include "scene/MatrixMath.h"
 #include "scene/VariantTable.h"
 #include "tests/files/glb/GlbTest.h"
+#include "tests/files/glb/levels/LevelShapes.h"
 #include "tests/support/BuiltInReading.h"
 
 #include <QProcess>
@@ -111,6 +112,22 @@ TEST_P(EachClientTest, DrawsTheHiddenOneWhereItIsKept)
     const json seen = clients::seen(text(GetParam()), file());
     ASSERT_TRUE(seen.is_object());
     EXPECT_NEAR(seen["box"][4].get<double>(), 0.14, 2e-6);
+}
+
+/// Whoever does not know levels of detail draws the finest one, but for Blender, which draws nodes of no scene.
+TEST_P(EachClientTest, SeesNoLevelBesideTheFinestUnlessItDrawsNodesOfNoScene)
+{
+    add(files::makeNode("ball", geometry("ball", levelshapes::ball(20, 50))));
+    options.levels.shares = {0.5, 0.1};
+    const QString leveled = file();
+    ASSERT_EQ(result->levels.size(), 3u);
+    const json seen = clients::seen(text(GetParam()), leveled);
+    ASSERT_TRUE(seen.is_object());
+    const bool drawsAll = text(GetParam()) == text("blender");
+    EXPECT_EQ(seen["meshObjects"], drawsAll ? 7 : 5);
+    const std::uint64_t blocks = 3 * 12; // which have no lower levels, and are told in each
+    const std::uint64_t below = result->levels[1].triangles + result->levels[2].triangles - 2 * blocks;
+    EXPECT_EQ(seen["triangles"], 48 + 1520 + (drawsAll ? below : 0));
 }
 
 INSTANTIATE_TEST_SUITE_P(, EachClientTest, testing::Values("blender", "three", "gltf-transform", "gltfpack"));

@@ -36,9 +36,11 @@ async function seenByTransform(file) {
     const root = (await new NodeIO().registerExtensions(ALL_EXTENSIONS).read(file)).getRoot();
     const count = (mesh) => mesh.listPrimitives().filter((each) => each.getMode() === 4)
         .reduce((sum, each) => sum + (each.getIndices() ?? each.getAttribute('POSITION')).getCount() / 3, 0);
-    const drawn = root.listNodes().filter((node) => node.getMesh());
+    const nodes = [];
+    root.getDefaultScene().traverse((node) => nodes.push(node));
+    const drawn = nodes.filter((node) => node.getMesh());
     const { min, max } = getBounds(root.getDefaultScene());
-    return { objects: root.listNodes().length, meshObjects: drawn.length, meshes: root.listMeshes().length,
+    return { objects: nodes.length, meshObjects: drawn.length, meshes: root.listMeshes().length,
              triangles: drawn.reduce((sum, node) => sum + count(node.getMesh()), 0),
              materials: root.listMaterials().length, box: rounded([...min, ...max]) };
 }

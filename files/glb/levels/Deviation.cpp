@@ -19,7 +19,7 @@ using geometry::rays::NearestTriangles;
 using Triple = std::array<std::uint32_t, 3>;
 
 /// A surface of fewer triangles is measured as if it had as many.
-constexpr std::size_t fewestCells = 200;
+constexpr std::size_t fewestTriangles = 800;
 
 /// The same for a triangle whichever of its corners comes first.
 Triple turned(const Triangles& triangles, std::size_t first)
@@ -57,16 +57,19 @@ Corners onLongestSide(const Corners& t)
 int stepsOf(double length, double spacing)
 {
     constexpr double most = 64;
-    return spacing > 0 ? static_cast<int>(std::clamp(std::ceil(length / spacing), 2.0, most)) : 2;
+    return spacing > 0 ? static_cast<int>(std::clamp(std::ceil(length / spacing), 1.0, most)) : 1;
 }
 
-/// Calls `visit` with points of the triangle in rows along its longest side, the corners left out.
+/// Calls `visit` with points of the triangle in rows along its longest side, the corners left out; a small one has its
+/// middle alone.
 template <class Visit>
 void visitPoints(const Corners& triangle, double spacing, Visit visit)
 {
     const Corners t = onLongestSide(triangle);
     const double length = (t[1] - t[0]).norm();
     const int rows = stepsOf(length > 0 ? areaOf(t) * 2 / length : 0, spacing), most = stepsOf(length, spacing);
+    if (rows == 1 && most == 1)
+        visit((t[0] + t[1] + t[2]) / 3);
     for (int row = 0; row < rows; ++row) {
         const double up = double(row) / rows;
         const int steps = std::max(1, static_cast<int>(std::lround(most * (1 - up))));
@@ -119,7 +122,7 @@ Deviation::Deviation(const geometry::rays::RayDevice& device, const Surface& sur
     double area = 0;
     for (std::size_t i = 0; i < count; ++i)
         area += areaOf(m_nearest.corners(i));
-    m_spacing = std::sqrt(area / double(std::max(count, fewestCells)));
+    m_spacing = 2 * std::sqrt(area / double(std::max(count, fewestTriangles)));
 }
 
 double Deviation::of(const Triangles& triangles, double limit) const

@@ -1,7 +1,9 @@
 #include "files/glb/levels/Levels.h"
 
 #include "host/OSGSystem/Geometry.h"
+#include "host/OSGSystem/SwitchMaterial.h"
 #include "scene/MatrixMath.h"
+#include "scene/VariantTable.h"
 #include "tests/files/glb/GlbTest.h"
 #include "tests/files/glb/levels/LevelShapes.h"
 #include "tests/support/BuiltInReading.h"
@@ -372,6 +374,36 @@ TEST_F(LevelsTest, FacesAreToldOfTrianglesThatHaveThem)
     file = written();
     EXPECT_FALSE(file.primitive(0).contains("extras"));
     EXPECT_EQ(file.primitive(0, 1)["mode"], 1);
+}
+
+/// The ball is red by day and green by night, when alone it is there.
+TEST_F(LevelsTest, LevelsHaveTheVariantsOfTheMeshAndHiddenNodesKeepTheirState)
+{
+    const osg::SwitchMaterialPtr paint = osg::SwitchMaterialBase::create();
+    osg::setName(paint, "paint");
+    for (const char* name : {"red", "green"})
+        paint->addMaterial(files::makeMaterial(name, {}));
+    const osg::NodePtr ball = at("ball", 100, geometry("ball", levelshapes::ball(20, 20), paint));
+    at("square", 0, geometry("square", levelshapes::plane(1, 20)));
+    osg::VariantTable table;
+    table.groups = {"light"};
+    table.sets = {{"day", "light", "", {}, {{"paint", "red"}}, {{{0}, "!Disable"}}},
+                  {"night", "light", "", {}, {{"paint", "green"}}, {{{0}, "!Enable"}}}};
+    root.get()->addAttachment(osg::VariantAttachment::create(table));
+    ball->setActive(false);
+    options.levels.shares = {0.5};
+    const GlbFile file = written();
+    const std::vector<std::size_t> meshes = meshesOf(file);
+    ASSERT_EQ(meshes.size(), 2u);
+    const Json& variants = file.primitive(meshes[0])["extensions"]["KHR_materials_variants"];
+    EXPECT_EQ(variants["mappings"].size(), 2u);
+    EXPECT_EQ(file.primitive(meshes[1])["extensions"]["KHR_materials_variants"], variants);
+    for (const Json& node : file.json["nodes"]) {
+        const bool isHidden = node.contains(Json::json_pointer("/extensions/KHR_node_visibility"));
+        EXPECT_FALSE(isHidden && node["extensions"].contains("MSFT_lod"));
+    }
+    const Seen shown = readAgain(1);
+    EXPECT_NEAR(shown.most.x, 120, 0.5) << "small, or not in its place";
 }
 
 TEST_F(LevelsTest, WithoutTrianglesThereAreNoLevels)
