@@ -6,6 +6,10 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/resource.h>
+
+#include <ctime>
+
 namespace
 {
 
@@ -183,6 +187,22 @@ TEST_F(PlyReaderTest, LimitsOfTheOptionsAreKept)
               QStringLiteral("LimitExceeded p.ply: more than 15 vertices (line 25)"));
     options.limits.maxVertices = 16;
     EXPECT_EQ(errorOf(write(QStringLiteral("p.ply"), painted), options), QStringLiteral("none"));
+}
+
+TEST_F(PlyReaderTest, CountsThatNoByteBacksTakeNoMemory)
+{
+    for (const char* count : {"1000000000", "4000000000"})
+        for (const char* format : {"ascii", "binary_little_endian"}) {
+            const QByteArray text = QByteArray("ply\nformat ") + format + " 1.0\nelement vertex " + count +
+                                    "\nproperty float x\nproperty float y\nproperty float z\nend_header\n0 0 0\n";
+            const std::clock_t start = std::clock();
+            EXPECT_NE(errorOf(write(QStringLiteral("claims.ply"), text), {}), QStringLiteral("none"))
+                << count << format;
+            EXPECT_LT(double(std::clock() - start) / CLOCKS_PER_SEC, 1) << count << format;
+        }
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    EXPECT_LT(used.ru_maxrss, 1'000'000) << "kilobytes at the most";
 }
 
 struct Damage {
