@@ -3,6 +3,7 @@
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "scene/MatrixMath.h"
 #include "tests/files/glb/GlbTest.h"
+#include "tests/files/glb/levels/LevelShapes.h"
 #include "tests/support/BuiltInReading.h"
 
 #include <algorithm>
@@ -112,25 +113,6 @@ protected:
         addPart(root.get(), "plate", {0, 100, 0}, geometry("plate", triangle(), material("brass", 0.9f)));
     }
 
-    /// A flat plate with 2 * side * side triangles, a hundred wide.
-    static osg::Mesh grid(unsigned side)
-    {
-        std::vector<osg::Vec3f> positions;
-        std::vector<std::uint32_t> triangles;
-        for (unsigned row = 0; row <= side; ++row)
-            for (unsigned column = 0; column <= side; ++column)
-                positions.push_back({100 * float(column) / float(side), 100 * float(row) / float(side), 0});
-        for (std::uint32_t row = 0; row < side; ++row)
-            for (std::uint32_t column = 0; column < side; ++column) {
-                const std::uint32_t a = row * (side + 1) + column, b = a + side + 1;
-                triangles.insert(triangles.end(), {a, a + 1, b + 1, a, b + 1, b});
-            }
-        osg::Mesh mesh;
-        mesh.positions = positions;
-        mesh.triangles = triangles;
-        return mesh;
-    }
-
     nlohmann::json json;
 };
 
@@ -213,10 +195,10 @@ TEST_F(GltfGatheredTest, LevelsHaveTheirPartsToo)
 {
     options.fold = true;
     options.levels.shares = {0.5};
-    const osg::GeometryPtr plate = geometry("plate", grid(10), material("steel", 0.1f));
+    const osg::GeometryPtr plate = geometry("plate", levelshapes::plane(10, 100), material("steel", 0.1f));
     addPart(root.get(), "left", {0, 0, 0}, plate);
     addPart(root.get(), "right", {500, 0, 0}, plate);
-    addPart(root.get(), "small", {0, 500, 0}, geometry("small", grid(8), material("brass", 0.9f)));
+    addPart(root.get(), "small", {0, 500, 0}, geometry("small", levelshapes::plane(8, 100), material("brass", 0.9f)));
     for (const auto& [instances, below] : {std::pair(true, 0u), std::pair(false, 10000u)}) {
         options.gathering = {instances, below};
         readAgain();

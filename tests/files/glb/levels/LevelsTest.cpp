@@ -5,6 +5,7 @@
 #include "scene/MatrixMath.h"
 #include "scene/VariantTable.h"
 #include "tests/files/glb/GlbTest.h"
+#include "tests/files/glb/SeenTree.h"
 #include "tests/files/glb/levels/LevelShapes.h"
 #include "tests/support/BuiltInReading.h"
 
@@ -65,42 +66,17 @@ protected:
             meshes.push_back(drawn(file, id.get<std::size_t>()));
         return meshes;
     }
-
-    struct Seen {
-        std::size_t triangles = 0;
-        osg::Vec3f least = {1e9f, 1e9f, 1e9f};
-        osg::Vec3f most = {-1e9f, -1e9f, -1e9f};
-        QStringList names;
-    };
-    static void look(const osg::NodePtr& node, osg::Matrix above, Seen& seen)
-    {
-        if (const char* name = osg::getName(node))
-            seen.names << QString::fromUtf8(name);
-        if (const auto transform = osg::fcCast<osg::Transform>(node->getCore()))
-            above = above * transform->getMatrix();
-        if (const auto core = osg::fcCast<osg::Geometry>(node->getCore())) {
-            const osg::Mesh& mesh = osg::GeometryAccess::mesh(*core);
-            seen.triangles += mesh.triangles.size() / 3;
-            for (const std::uint32_t index : mesh.triangles) {
-                const osg::Vec3f v = osg::transformPoint(above, mesh.positions[index]);
-                seen.least = {std::min(seen.least.x, v.x), std::min(seen.least.y, v.y), std::min(seen.least.z, v.z)};
-                seen.most = {std::max(seen.most.x, v.x), std::max(seen.most.y, v.y), std::max(seen.most.z, v.z)};
-            }
-        }
-        for (unsigned i = 0; i < node->getNChildren(); ++i)
-            look(node->getChild(i), above, seen);
-    }
-    Seen readAgain(int level, const QString& name = QString::fromUtf8("Größe 大小.glb")) const
+    SeenTree readAgain(int level, const QString& name = QString::fromUtf8("Größe 大小.glb")) const
     {
         files::ReadOptions reading;
         reading.level = level;
         const files::ReadResult read = ::readScene(pathOf(name), reading);
         EXPECT_TRUE(read) << (read ? "" : read.error().toString().toStdString());
         EXPECT_TRUE(read.warnings.empty());
-        Seen seen;
+        SeenTree seen;
         if (read) {
             const osg::RefPtr<osg::NodePtr> kept(read.value());
-            look(read.value(), {}, seen);
+            seen.look(read.value());
         }
         return seen;
     }
@@ -245,7 +221,7 @@ TEST_F(LevelsTest, QuantizedLevelsLieOnOneGridAndShareVertices)
     for (const std::size_t level : {1, 2})
         EXPECT_EQ(file.primitive(meshes[level])["attributes"], file.primitive(meshes[0])["attributes"]);
     for (const int level : {0, 1, 2}) {
-        const Seen seen = readAgain(level);
+        const SeenTree seen = readAgain(level);
         EXPECT_EQ(seen.triangles, result->levels[static_cast<std::size_t>(level)].triangles);
         EXPECT_NEAR(seen.most.x, 700, 0.051);
         EXPECT_NEAR(seen.least.x, -30, level == 0 ? 0.06 : 4.1);
@@ -261,7 +237,7 @@ TEST_F(LevelsTest, EachLevelIsReadAgainInItsPlace)
     options.levels.shares = {0.5, 0.1};
     (void)written();
     for (const int level : {0, 1, 2, 9}) {
-        const Seen seen = readAgain(level);
+        const SeenTree seen = readAgain(level);
         EXPECT_EQ(seen.triangles, result->levels[std::min<std::size_t>(2, static_cast<std::size_t>(level))].triangles);
         EXPECT_NEAR(seen.most.x, 220, 1e-3);
         EXPECT_NEAR(seen.least.x, 80, 3);
@@ -402,7 +378,7 @@ TEST_F(LevelsTest, LevelsHaveTheVariantsOfTheMeshAndHiddenNodesKeepTheirState)
         const bool isHidden = node.contains(Json::json_pointer("/extensions/KHR_node_visibility"));
         EXPECT_FALSE(isHidden && node["extensions"].contains("MSFT_lod"));
     }
-    const Seen shown = readAgain(1);
+    const SeenTree shown = readAgain(1);
     EXPECT_NEAR(shown.most.x, 120, 0.5) << "small, or not in its place";
 }
 

@@ -2,6 +2,7 @@
 
 #include "files/glb/packing/VertexStreams.h"
 #include "tests/files/glb/GlbTest.h"
+#include "tests/files/glb/SeenTree.h"
 #include "tests/support/BuiltInReading.h"
 
 #include "host/OSGSystem/Geometry.h"
@@ -44,40 +45,14 @@ protected:
         return mesh;
     }
 
-    struct Seen {
-        std::size_t triangles = 0;
-        osg::Vec3f least = {1e9f, 1e9f, 1e9f};
-        osg::Vec3f most = {-1e9f, -1e9f, -1e9f};
-        QStringList names;
-    };
-
-    static void look(const osg::NodePtr& node, osg::Matrix above, Seen& seen)
+    SeenTree readAgain() const
     {
-        if (const char* name = osg::getName(node))
-            seen.names << QString::fromUtf8(name);
-        if (const auto transform = osg::fcCast<osg::Transform>(node->getCore()))
-            above = above * transform->getMatrix();
-        if (const auto core = osg::fcCast<osg::Geometry>(node->getCore())) {
-            const osg::Mesh& mesh = osg::GeometryAccess::mesh(*core);
-            seen.triangles += mesh.triangles.size() / 3;
-            for (const osg::Vec3f& position : mesh.positions) {
-                const osg::Vec3f v = osg::transformPoint(above, position);
-                seen.least = {std::min(seen.least.x, v.x), std::min(seen.least.y, v.y), std::min(seen.least.z, v.z)};
-                seen.most = {std::max(seen.most.x, v.x), std::max(seen.most.y, v.y), std::max(seen.most.z, v.z)};
-            }
-        }
-        for (unsigned i = 0; i < node->getNChildren(); ++i)
-            look(node->getChild(i), above, seen);
-    }
-
-    Seen readAgain() const
-    {
-        Seen seen;
+        SeenTree seen;
         const files::ReadResult read = ::readScene(pathOf(QString::fromUtf8("Größe 大小.glb")), {});
         EXPECT_TRUE(read) << (read ? "" : read.error().toString().toStdString());
         if (read) {
             const osg::RefPtr<osg::NodePtr> kept(read.value());
-            look(read.value(), {}, seen);
+            seen.look(read.value());
         }
         return seen;
     }
@@ -100,7 +75,7 @@ TEST_F(PackingTest, PackedFilesGiveTheSameTrianglesBoxAndNamesWithinTheError)
               nlohmann::json::parse(R"(["KHR_mesh_quantization", "EXT_meshopt_compression"])"));
     EXPECT_GT(result->error, 0.04);
     EXPECT_LE(result->error, 0.05);
-    const Seen seen = readAgain();
+    const SeenTree seen = readAgain();
     EXPECT_EQ(seen.triangles, 1600u);
     EXPECT_NEAR(seen.least.x, 0, 0.0501);
     EXPECT_NEAR(seen.most.x, 700, 0.0501);
@@ -154,7 +129,7 @@ TEST_F(PackingTest, NodesTakeTheGridThemselvesWhereTheirPlaceStays)
     EXPECT_EQ(nodes[2]["matrix"][0], 1);
     EXPECT_EQ(nodes[2]["children"], nlohmann::json::parse("[3]"));
     EXPECT_TRUE(nodes[3].contains("mesh"));
-    const Seen seen = readAgain();
+    const SeenTree seen = readAgain();
     EXPECT_NEAR(seen.most.x, 1e5 + 207, 0.06);
     EXPECT_NEAR(seen.least.x, 7, 0.06);
 }
@@ -198,7 +173,7 @@ TEST_F(PackingTest, StepsStandForThemselves)
         const GlbFile file = written();
         EXPECT_EQ(file.json.contains("extensionsRequired"), step != 2 && step != 3) << step;
         EXPECT_EQ(result->error > 0, step == 0) << step;
-        const Seen seen = readAgain();
+        const SeenTree seen = readAgain();
         EXPECT_EQ(seen.triangles, 800u) << step;
         EXPECT_NEAR(seen.most.x, 200, step == 0 ? 0.0501 : 1e-5) << step;
     }
