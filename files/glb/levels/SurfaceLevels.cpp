@@ -5,8 +5,8 @@
 #include "files/glb/levels/Deviation.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
+#include <optional>
 #include <span>
 
 namespace files::glb::levels
@@ -19,24 +19,32 @@ using geometry::rays::RayDevice;
 using packing::Json;
 using packing::PackedFile;
 
-/// Of the size of a surface: triangles that are farther away than this are no likeness of it.
+/// Of the size of a surface: triangles that are measured farther away than this are no likeness of it.
 constexpr double mostErrorOfLevel = 0.05;
 
-/// Fewer triangles whose measured distance is `error` at most; empty when there are none. What the reduction takes for
-/// its error is none of the distances, and often less.
-Triangles within(const Surface& surface, const Deviation& deviation, double error)
+/// Triangles and how far they are off.
+struct Measured {
+    Triangles triangles;
+    double error = 0;
+};
+
+/// Fewer triangles than `triangles`, down to `most`, whose measured distance is `error` at most; nothing when there are
+/// none. What the reduction takes for its error is none of the distances, and often less.
+std::optional<Measured> within(const Surface& surface, const Deviation& deviation, const Triangles& triangles,
+                               std::size_t most, double error)
 {
     constexpr int attempts = 12;
     constexpr double lessEachTime = 0.6;
     double aim = error;
     for (int attempt = 0; attempt < attempts; ++attempt, aim *= lessEachTime) {
-        Triangles fewer = reduced(surface, surface.triangles, 0, aim);
-        if (fewer.size() == surface.triangles.size())
-            return {};
-        if (deviation.of(fewer, error) <= error)
+        Measured fewer = {reduced(surface, triangles, most, aim)};
+        if (fewer.triangles.size() == triangles.size())
+            return std::nullopt;
+        fewer.error = deviation.of(fewer.triangles, error);
+        if (fewer.error <= error)
             return fewer;
     }
-    return {};
+    return std::nullopt;
 }
 
 void checkDevice(const RayDevice& device)
@@ -54,29 +62,25 @@ void checkDevice(const RayDevice& device)
 /// Of a primitive that is one surface.
 std::vector<Detail> detailsOfSurface(PackedFile& file, const Json& primitive, const Wish& wish, const RayDevice& device)
 {
-    constexpr double unlimited = std::numeric_limits<double>::infinity();
     const auto own = primitive.at("indices").get<std::size_t>();
     std::vector<Detail> details = {{own, file.accessors[own].at("count").get<std::uint64_t>() / 3, 0}};
     const Surface surface = surfaceOf(file, primitive);
     const Deviation deviation(device, surface);
-    const auto take = [&](const Triangles& triangles) {
-        const double error = deviation.of(triangles, unlimited);
-        details.push_back({packing::addIndices(file, surface.inFile(triangles)), triangles.size() / 3, error});
+    const auto detailOf = [&](const Measured& fewer) {
+        const std::size_t indices = packing::addIndices(file, surface.inFile(fewer.triangles));
+        return Detail{indices, fewer.triangles.size() / 3, fewer.error};
     };
     Triangles finest = surface.triangles;
     if (wish.error > 0)
-        if (Triangles fewer = within(surface, deviation, wish.error); !fewer.empty()) {
-            take(fewer);
-            details.erase(details.begin());
-            finest = std::move(fewer);
+        if (std::optional<Measured> fewer = within(surface, deviation, finest, 0, wish.error)) {
+            details.front() = detailOf(*fewer);
+            finest = std::move(fewer->triangles);
         }
     for (const double share : wish.shares) {
         const auto most = static_cast<std::size_t>(share * double(details.front().triangles));
-        const Triangles fewer = reduced(surface, finest, most, sizeOf(surface) * mostErrorOfLevel);
-        if (!fewer.empty() && fewer.size() / 3 < details.back().triangles)
-            take(fewer);
-        else
-            details.push_back(Detail(details.back()));
+        const auto fewer = within(surface, deviation, finest, most, sizeOf(surface) * mostErrorOfLevel);
+        const bool saves = fewer && fewer->triangles.size() / 3 < details.back().triangles;
+        details.push_back(saves ? detailOf(*fewer) : Detail(details.back()));
     }
     checkDevice(device);
     return details;

@@ -178,6 +178,20 @@ TEST_F(LevelsTest, MeshesBecomeSimplerWithinTheError)
     EXPECT_GT(result->levels[0].triangles, once * 2);
 }
 
+/// Two meshes over the same arrays, which share what is made of them.
+TEST_F(LevelsTest, AShapeOfSeveralMaterialsIsWithinTheErrorWhereItIsLargest)
+{
+    const osg::Mesh ball = levelshapes::ball(40, 20);
+    const auto colored = [&](const char* name) { return geometry(name, ball, files::makeMaterial(name, {})); };
+    at("large", 300, colored("red"), 10);
+    at("small", 100, colored("green"), 0.1f);
+    options.levels.simplify = 0.5;
+    const GlbFile file = written();
+    ASSERT_EQ(file.json["meshes"].size(), 2u);
+    ASSERT_EQ(file.primitive(0)["indices"], file.primitive(1)["indices"]);
+    EXPECT_LE(result->levels[0].error, 0.5);
+}
+
 TEST_F(LevelsTest, LevelsOfSimplifiedMeshesAreMeasuredAgainstWhatWasThere)
 {
     at("ball", 100, geometry("ball", levelshapes::ball(40, 20)));
