@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 namespace files::glb::levels
 {
@@ -127,8 +126,6 @@ Deviation::Deviation(const geometry::rays::RayDevice& device, const Surface& sur
 
 double Deviation::of(const Triangles& triangles, double limit) const
 {
-    if (triangles.empty() || m_surface.triangles.empty())
-        return std::numeric_limits<double>::infinity();
     const NearestTriangles others(m_device, m_surface.positions, triangles);
     Largest largest = {limit};
     measure(m_surface, m_surface.triangles, triangles, others, m_spacing, largest);
