@@ -15,8 +15,8 @@ public:
 
     /// The largest distance between the surface and `triangles`: of the vertices of either, and of points on the
     /// triangles, to the nearest point of the other. The points are about as close as the vertices of the surface
-    /// would be if all its triangles had one size, and there were 800 at least. Ends at the first distance beyond `limit`; infinite
-    /// when one of the two is empty.
+    /// would be if all its triangles had one size, and there were 800 at least. Ends at the first distance beyond
+    /// `limit`; infinite when one of the two is empty.
     double of(const Triangles& triangles, double limit) const;
 
 private:
