@@ -22,6 +22,7 @@ namespace importer
 class ElementDocuments
 {
 public:
+    /// An element of a document that another one refers to.
     using Element = plmxml::DocumentElement;
 
     /// Beyond so many elements there are no more files: what stands in for these is missing.
