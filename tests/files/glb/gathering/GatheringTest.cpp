@@ -172,7 +172,8 @@ TEST_F(GatheringTest, TrianglesAtAllPlacesCount)
 TEST_F(GatheringTest, NothingIsMergedThatSavesNoCall)
 {
     makeAssembly();
-    run({true, 100}); // the plate is alone in its material
+    file.meshes[1]["primitives"][0] = gathered::triangles(file, 9, 30, 2);
+    run({true, 100}); // each is alone in its material
     EXPECT_EQ(names("instances").size(), 2u);
     EXPECT_FALSE(nodeWith("parts"));
 }
@@ -236,7 +237,7 @@ TEST_F(GatheringTest, MergedMeshesAreNoLargerThanAllowed)
     file.nodes = Json::parse(R"([{"children": [1, 2, 3, 4, 5], "scale": [2, 2, 2]}])");
     for (const double x : {0, 1, 20, 21})
         file.nodes.push_back({{"mesh", 0}, {"translation", {x, 0, 0}}});
-    gathered::addMesh(file, "large", {gathered::triangles(file, 100)});
+    gathered::addMesh(file, "large", {gathered::triangles(file, 100), gathered::triangles(file, 90)});
     file.nodes.push_back({{"mesh", 1}, {"name", "large"}});
     run({false, 100}, 4.5);
     std::size_t merged = 0;
@@ -247,6 +248,7 @@ TEST_F(GatheringTest, MergedMeshesAreNoLargerThanAllowed)
         }
     EXPECT_EQ(merged, 2u);
     EXPECT_EQ(file.nodes[1]["name"], "large");
+    EXPECT_EQ(file.meshes[file.nodes[1]["mesh"].get<std::size_t>()]["primitives"].size(), 2u);
 }
 
 TEST_F(GatheringTest, RootsWithoutOneAboveGatherInTheScene)
