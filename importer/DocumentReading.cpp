@@ -64,7 +64,8 @@ std::optional<NormalisedDocument> contentOf(const zn::reading::ReaderProcess& pr
 files::Expected<ReadDocument> readByChild(zn::Session& session, const QString& file, const QString& textName,
                                           const plmxml::NormaliserOptions& options, const QString& program)
 {
-    const std::uint64_t memory = std::uint64_t(session.settings().read.memory.value()) << 20;
+    const std::uint64_t memory =
+        zn::reading::memoryOfNextRead(session, std::uint64_t(session.settings().read.memory.value()) << 20);
     zn::reading::ReaderProcess process(session, program);
     if (const auto run = process.run(
             {protocol::option::ReadDocument, file, QStringLiteral("text"), plmxml::wordsOf(options), memory});

@@ -21,6 +21,8 @@ inline constexpr char Version[] = "--version";
 inline constexpr char Help[] = "--help";
 /// Takes a path; alone on the command line. The program becomes the server of `ptxlaunch` there.
 inline constexpr char Serve[] = "--serve";
+/// The same, for reads on behalf of a host in place of conversions.
+inline constexpr char ServeReads[] = "--serve-reads";
 /// Alone in front of a mesh file, the scene file to make, and words of options: reads on behalf of a host.
 inline constexpr char ReadMesh[] = "--read-mesh";
 /// The same in front of a product structure, the text to make in the form of its loader, and words of options.

@@ -38,9 +38,11 @@ osg::NodePtr readTree(Session& session, const files::ReadTask& task, const QStri
 osg::NodePtr readByChild(Session& session, files::ReadTask& task, const QString& program)
 {
     ReaderProcess process(session, program);
+    files::ReadOptions options = task.options();
+    options.limits.maxMemory = memoryOfNextRead(session, options.limits.maxMemory);
     const QString output = QStringLiteral("scene") + QLatin1String(protocol::SceneFileSuffix);
-    if (const auto run = process.run({protocol::option::ReadMesh, task.path(), output, files::wordsOf(task.options()),
-                                      task.options().limits.maxMemory});
+    if (const auto run = process.run(
+            {protocol::option::ReadMesh, task.path(), output, files::wordsOf(options), options.limits.maxMemory});
         !run)
         task.fail(run.error());
     const std::optional<files::ReadReport> told = reportOf(process);

@@ -4,15 +4,18 @@
 #include "protocol/ExitCode.h"
 #include "protocol/FileNames.h"
 #include "protocol/Options.h"
+#include "standalone/reading/CopiedProcess.h"
 #include "standalone/session/Session.h"
 #include "standalone/znJobProcessing/ChildProcess.h"
 #include "standalone/znKernel/ConverterCommand.h"
 #include "standalone/znKernel/ConverterFailure.h"
+#include "standalone/znKernel/ConverterServer.h"
 #include "standalone/znUtils/InstalledProgram.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QSocketNotifier>
 
 #include <optional>
 #include <vector>
@@ -34,22 +37,16 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(ReaderProcess)
 };
 
-/// Waits for a child while the events go on.
+/// Waits while the events go on, until somebody ends it or reads are cancelled.
 class Wait
 {
 public:
-    Wait(ReadState& state, znJobs::ChildProcess& child) : m_state(state)
-    {
-        QObject::connect(&child, &QProcess::stateChanged, &m_loop, [this](QProcess::ProcessState now) {
-            if (now == QProcess::NotRunning)
-                m_loop.quit();
-        });
-        m_state.waits.push_back(&m_loop);
-    }
+    explicit Wait(ReadState& state) : m_state(state) { m_state.waits.push_back(&m_loop); }
     ~Wait() { m_state.waits.pop_back(); }
     Wait(const Wait&) = delete;
     Wait& operator=(const Wait&) = delete;
 
+    QEventLoop& loop() { return m_loop; }
     void untilQuit() { m_loop.exec(); }
 
 private:
@@ -85,6 +82,11 @@ void setCancelled(Session& session, bool isCancelled)
             wait->quit();
 }
 
+std::uint64_t memoryOfNextRead(Session& session, std::uint64_t memory)
+{
+    return memory / (session.state<ReadState>().waits.size() + 1);
+}
+
 ReaderProcess::ReaderProcess(Session& session, const QString& program)
     : m_session(session), m_program(program),
       m_folder(std::make_unique<QTemporaryDir>(session.temporaryFolder() + QStringLiteral("/reading-XXXXXX")))
@@ -109,12 +111,41 @@ files::Expected<void> ReaderProcess::run(const Work& work)
     return {};
 }
 
+/// The work begins anew where the server of copies goes away.
 files::Expected<int> ReaderProcess::exitCode() const
+{
+    const std::optional<int> code = codeOfCopy();
+    if (code || m_session.state<ReadState>().isCancelled)
+        return code.value_or(0);
+    return codeOfProgram();
+}
+
+/// Nothing where there is no copy, or none any more.
+std::optional<int> ReaderProcess::codeOfCopy() const
+{
+    if (!m_session.settings().converter.server)
+        return std::nullopt;
+    const QString socket = m_session.state<kernel::ConverterServers>().socketForRead(m_program);
+    const std::unique_ptr<CopiedProcess> copy = CopiedProcess::start(socket, words());
+    if (!copy)
+        return std::nullopt;
+    Wait wait(m_session.state<ReadState>());
+    const QSocketNotifier end(copy->descriptor(), QSocketNotifier::Read);
+    QObject::connect(&end, &QSocketNotifier::activated, &wait.loop(), &QEventLoop::quit);
+    wait.untilQuit();
+    return m_session.state<ReadState>().isCancelled ? copy->kill() : copy->exitCode();
+}
+
+files::Expected<int> ReaderProcess::codeOfProgram() const
 {
     znJobs::ChildProcess child(nullptr);
     {
-        Wait wait(m_session.state<ReadState>(), child);
-        child.launch(kernel::joinCommand(command()));
+        Wait wait(m_session.state<ReadState>());
+        QObject::connect(&child, &QProcess::stateChanged, &wait.loop(), [&wait](QProcess::ProcessState now) {
+            if (now == QProcess::NotRunning)
+                wait.loop().quit();
+        });
+        child.launch(kernel::joinCommand(QStringList(m_program) + words()));
         if (!child.waitForStarted(-1))
             return error(files::ErrorCode::ReaderFailed, Texts::tr("%1 cannot be started").arg(m_program));
         if (child.state() != QProcess::NotRunning)
@@ -127,9 +158,10 @@ files::Expected<int> ReaderProcess::exitCode() const
     return *code;
 }
 
-QStringList ReaderProcess::command() const
+/// What the program is given.
+QStringList ReaderProcess::words() const
 {
-    QStringList words = {m_program, QLatin1String(m_work.option), m_work.input, output()};
+    QStringList words = {QLatin1String(m_work.option), m_work.input, output()};
     words += m_work.words;
     words += kernel::sandboxWords(m_session.settings().convert.sandbox);
     // The reader refuses by its own budget; what the process takes beside that ends it.

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace zn
@@ -30,6 +31,9 @@ bool readsInChild(Session& session, const QString& program);
 /// Ends the reads of `session` that children do now and refuses further ones (`ErrorCode::Cancelled`) until it is
 /// called with false. Reads in this process cannot be ended.
 void setCancelled(Session& session, bool isCancelled);
+
+/// What a read that begins now may take where one may take `memory`: those that run at the same time share it evenly.
+std::uint64_t memoryOfNextRead(Session& session, std::uint64_t memory);
 
 /// One read by a child. Nothing is left of it once this is gone, neither files nor a process, however it ended.
 class ReaderProcess
@@ -63,7 +67,9 @@ public:
 private:
     files::Error error(files::ErrorCode code, const QString& message) const;
     files::Expected<int> exitCode() const;
-    QStringList command() const;
+    std::optional<int> codeOfCopy() const;
+    files::Expected<int> codeOfProgram() const;
+    QStringList words() const;
 
     Session& m_session;
     QString m_program;

@@ -94,7 +94,8 @@ struct ReadSettings : SettingGroup {
     Setting<int> memory{
         m_list, "read.memory", 8192, SettingRange{64, 1e6, "MB"},
         SettingHelp::tr("How much memory reading one file may take before it is refused (OBJ, glTF, PLY, WRL, scene "
-                        "files and PLMXML). A small file gets less: 256 MB, and 1 KB for each of its bytes.")};
+                        "files and PLMXML); reads that run at the same time share it. A small file gets "
+                        "less: 256 MB, and 1 KB for each of its bytes.")};
     ///@}
 };
 
@@ -196,8 +197,9 @@ struct ConverterSettings : SettingGroup {
                         "(MB), {seconds} and {minutes} follow from the size of the input, {input} and {output} are "
                         "the files. Empty to start it here.")};
     Setting<bool> server{m_list, "converter.server", true,
-                         SettingHelp::tr("Whether many conversions that need the CAD kernel are made by copies of one "
-                                         "converter that has loaded it.")};
+                         SettingHelp::tr("Whether many conversions that need the CAD kernel, and many reads in "
+                                         "processes of their own, are done by copies of one converter that has loaded "
+                                         "what they need.")};
     ///@}
 };
 

@@ -28,7 +28,7 @@ bool needsKernel(const QString& input)
     });
 }
 
-/// It lies where the converter has its readers; empty when it is not there.
+/// It lies where the converter has its readers; empty when it is not there, as beside programs of others.
 QString programOfCopies(const QString& converter)
 {
     const QFileInfo program(QFileInfo(converter).absolutePath() +
@@ -38,27 +38,35 @@ QString programOfCopies(const QString& converter)
 
 } // namespace
 
-ConverterServer::ConverterServer() = default;
+ConverterServer::ConverterServer(const char* option, const char* name) : m_option(option), m_name(name) {}
 ConverterServer::~ConverterServer() = default;
 
-QStringList ConverterServer::wordsFor(const QString& program, const QString& input)
+QString ConverterServer::nextSocket(const QString& program)
 {
-    if (!needsKernel(input) || ++m_conversions <= FirstConversions)
-        return {};
-    const QString copies = programOfCopies(program);
-    if (copies.isEmpty())
+    if (++m_pieces <= FirstPieces || programOfCopies(program).isEmpty())
         return {};
     if (!m_process)
         start(program);
-    return {copies, m_socket};
+    return m_socket;
 }
 
-/// A server that does not come, or goes, costs nothing: conversions start by themselves then.
+/// A server that does not come, or goes, costs nothing: each piece starts by itself then.
 void ConverterServer::start(const QString& program)
 {
-    m_socket = Session::require().temporaryFolder() + QStringLiteral("/converter");
+    m_socket = Session::require().temporaryFolder() + QLatin1Char('/') + QLatin1String(m_name);
     m_process = std::make_unique<znJobs::ChildProcess>(nullptr);
-    m_process->launch(joinCommand({program, QLatin1String(protocol::option::Serve), m_socket}));
+    m_process->launch(joinCommand({program, QLatin1String(m_option), m_socket}));
+}
+
+ConverterServers::ConverterServers()
+    : m_conversions(protocol::option::Serve, "converter"), m_reads(protocol::option::ServeReads, "reader")
+{
+}
+
+QStringList ConverterServers::wordsForConversion(const QString& program, const QString& input)
+{
+    const QString socket = needsKernel(input) ? m_conversions.nextSocket(program) : QString();
+    return socket.isEmpty() ? QStringList() : QStringList{programOfCopies(program), socket};
 }
 
 } // namespace zn::kernel

@@ -70,7 +70,7 @@ QStringList commonConverter(const zn::kernel::TemplateValues& values, const zn::
     const QString program = zn::kernel::converterProgram(settings().converter.program);
     QStringList words;
     if (settings().converter.server && settings().converter.program.value().isEmpty() && !launcher.isUsed())
-        words = zn::Session::require().state<zn::kernel::ConverterServer>().wordsFor(program, values.input);
+        words = zn::Session::require().state<zn::kernel::ConverterServers>().wordsForConversion(program, values.input);
     words << program;
     if (values.externalParts)
         words.append(QLatin1String(protocol::option::ExternalParts));

@@ -239,6 +239,7 @@ TEST_F(DocumentReadingEndTest, ASmallDocumentCostsLittleMore)
         }
         return fewest;
     };
+    m_session.settings().converter.server.set(false); // the price of a start
     const double here = least(Reading::Process);
     const double there = least(Reading::Child);
     std::cout << here << " ms of processor time here, " << there << " ms in a child\n";

@@ -97,14 +97,14 @@ ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& na
     return load<ptx::readers::Module>(name, binding);
 }
 
-ptx::core::Outcome<const MeshModule*> loadMeshReader()
+ptx::core::Outcome<const MeshModule*> loadMeshReader(Binding binding)
 {
-    return load<MeshModule>("ptxmesh", Binding::AtFirstCall);
+    return load<MeshModule>("ptxmesh", binding);
 }
 
-ptx::core::Outcome<const DocumentModule*> loadDocumentReader()
+ptx::core::Outcome<const DocumentModule*> loadDocumentReader(Binding binding)
 {
-    return load<DocumentModule>("ptxplmxml", Binding::AtFirstCall);
+    return load<DocumentModule>("ptxplmxml", binding);
 }
 
 } // namespace ptxconvert

@@ -32,8 +32,8 @@ ptx::core::Trouble checkBuild(const DocumentModule& module);
 
 ///@{
 /// The readers for hosts, which are libraries as well: most conversions have no use for what these are linked with.
-ptx::core::Outcome<const MeshModule*> loadMeshReader();
-ptx::core::Outcome<const DocumentModule*> loadDocumentReader();
+ptx::core::Outcome<const MeshModule*> loadMeshReader(Binding binding = Binding::AtFirstCall);
+ptx::core::Outcome<const DocumentModule*> loadDocumentReader(Binding binding = Binding::AtFirstCall);
 ///@}
 
 } // namespace ptxconvert

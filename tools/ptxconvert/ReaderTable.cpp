@@ -76,4 +76,10 @@ void prepareReaders()
         (void)loadReader(library, Binding::AtOnce);
 }
 
+void prepareReadersForHosts()
+{
+    (void)loadMeshReader(Binding::AtOnce);
+    (void)loadDocumentReader(Binding::AtOnce);
+}
+
 } // namespace ptxconvert

@@ -17,8 +17,11 @@ bool needsModule(const std::string& file);
 /// be used.
 std::string readerVersions();
 
-/// Loads all readers that are libraries of their own, so that copies of this process need not. What cannot be loaded
-/// now is told by the copy that needs it.
+///@{
+/// Loads all readers of CAD formats or all readers for hosts that are libraries of their own, so that copies of this
+/// process need not. What cannot be loaded now is told by the copy that needs it.
 void prepareReaders();
+void prepareReadersForHosts();
+///@}
 
 } // namespace ptxconvert

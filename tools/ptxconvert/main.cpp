@@ -132,10 +132,9 @@ int run(const std::vector<std::string>& arguments)
     return perform(line.value());
 }
 
-/// Readers are loaded once, by the server; a conversion is a copy of it.
+/// Readers are loaded once, by the server; what is asked of it is done by a copy.
 int serve(const std::string& socket)
 {
-    ptxconvert::prepareReaders();
     const int error = ptxconvert::serve(socket, run);
     protocol::print(stderr, "ptxconvert: " + socket + ": " + std::strerror(error) + '\n');
     return static_cast<int>(ptx::core::ExitCode::WrongUse);
@@ -145,7 +144,13 @@ int serve(const std::string& socket)
 
 int main(int argc, char** argv)
 {
-    if (argc == 3 && std::strcmp(argv[1], protocol::option::Serve) == 0)
+    if (argc == 3 && std::strcmp(argv[1], protocol::option::Serve) == 0) {
+        ptxconvert::prepareReaders();
         return serve(argv[2]);
+    }
+    if (argc == 3 && std::strcmp(argv[1], protocol::option::ServeReads) == 0) {
+        ptxconvert::prepareReadersForHosts();
+        return serve(argv[2]);
+    }
     return run({argv + 1, argv + argc});
 }

@@ -5,13 +5,12 @@
 // hands the arguments, the environment, the folder and the standard streams to the server at SOCKET, passes signals on,
 // and ends as the process ends. Where there is no server, or it goes away, PROGRAM is started as usual.
 
-#include "protocol/LaunchRequest.h"
+#include "protocol/launch/LaunchSocket.h"
 
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/signalfd.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,7 +18,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 namespace
 {
@@ -36,18 +34,6 @@ sigset_t passedOn()
     return set;
 }
 
-/// The server; -1 without one.
-int connected(const char* path)
-{
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (std::strlen(path) >= sizeof address.sun_path)
-        return -1;
-    std::strcpy(address.sun_path, path);
-    const int server = socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0);
-    return connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 ? server : -1;
-}
-
 bool request(int server, char** arguments)
 {
     protocol::LaunchRequest wanted;
@@ -59,24 +45,7 @@ bool request(int server, char** arguments)
         wanted.arguments.emplace_back(*arguments);
     for (char** variable = environ; *variable; ++variable)
         wanted.environment.emplace_back(*variable);
-    std::string bytes = protocol::encoded(wanted);
-    if (bytes.size() > protocol::MostBytesOfLaunch)
-        return false;
-
-    const int streams[protocol::LaunchedStreams] = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
-    alignas(cmsghdr) char control[CMSG_SPACE(sizeof streams)] = {};
-    iovec content{bytes.data(), bytes.size()};
-    msghdr message{};
-    message.msg_iov = &content;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-    cmsghdr* const header = CMSG_FIRSTHDR(&message);
-    header->cmsg_level = SOL_SOCKET;
-    header->cmsg_type = SCM_RIGHTS;
-    header->cmsg_len = CMSG_LEN(sizeof streams);
-    std::memcpy(CMSG_DATA(header), streams, sizeof streams);
-    return sendmsg(server, &message, MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
+    return protocol::launch::send(server, wanted, {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO});
 }
 
 void passOn(int signals, int server)
@@ -132,7 +101,8 @@ int main(int argc, char** argv)
     sigset_t before;
     sigprocmask(SIG_BLOCK, &set, &before);
     int status = 0;
-    if (const int server = connected(argv[1]); server >= 0 && request(server, argv + 3) && awaitEnd(server, status))
+    if (const int server = protocol::launch::connectedTo(argv[1]);
+        server >= 0 && request(server, argv + 3) && awaitEnd(server, status))
         endLike(status);
     sigprocmask(SIG_SETMASK, &before, nullptr);
     execvp(argv[2], argv + 2);

@@ -197,6 +197,7 @@ TEST_F(ChildReadingEndTest, ASmallFileCostsLittleMore)
         }
         return fewest;
     };
+    m_session.settings().converter.server.set(false); // the price of a start
     const double here = least(zn::FileSettings::Reading::Process);
     const double there = least(zn::FileSettings::Reading::Child);
     std::cout << here << " ms of processor time here, " << there << " ms in a child\n";

@@ -14,6 +14,7 @@ namespace
 {
 
 using zn::kernel::ConverterServer;
+using zn::kernel::ConverterServers;
 
 class ConverterServerTest : public SessionTest
 {
@@ -31,7 +32,7 @@ protected:
 
     static void makeTheFirst()
     {
-        for (int i = 0; i < ConverterServer::FirstConversions; ++i)
+        for (int i = 0; i < ConverterServer::FirstPieces; ++i)
             EXPECT_FALSE(isCopied("/a.stp")) << i;
     }
 
@@ -106,9 +107,9 @@ TEST(ConverterServerEnd, ItGoesWithTheSession)
     {
         zn::StandaloneSession session;
         socket = session.temporaryFolder() + QStringLiteral("/converter");
-        auto& server = session.state<ConverterServer>();
-        for (int i = 0; i <= ConverterServer::FirstConversions; ++i)
-            server.wordsFor(zn::installedProgram(QStringLiteral("ptxconvert")), QStringLiteral("/a.stp"));
+        auto& server = session.state<ConverterServers>();
+        for (int i = 0; i <= ConverterServer::FirstPieces; ++i)
+            server.wordsForConversion(zn::installedProgram(QStringLiteral("ptxconvert")), QStringLiteral("/a.stp"));
         QElapsedTimer timer;
         for (timer.start(); !isServed(socket) && timer.elapsed() < 30000;)
             QThread::msleep(5);
