@@ -3,6 +3,7 @@
 #include "standalone/znJobProcessing/JobRecord.h"
 
 #include <algorithm>
+#include <chrono>
 
 using znJobs::JobRecord;
 
@@ -11,7 +12,7 @@ znAbstractTimerJob::znAbstractTimerJob(int interval, QObject* parent) : znAbstra
     std::unique_ptr<QTimer>& delay = JobRecord::of(*this)->delay;
     delay = std::make_unique<QTimer>();
     delay->setSingleShot(true);
-    delay->setInterval(std::max(interval, 0));
+    delay->setInterval(std::chrono::floor<std::chrono::milliseconds>(std::chrono::microseconds(std::max(interval, 0))));
     connect(delay.get(), &QTimer::timeout, this, [this] { work(); });
 }
 

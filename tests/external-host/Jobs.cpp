@@ -77,7 +77,7 @@ znAbstractTimerJob::~znAbstractTimerJob() = default;
 void znAbstractTimerJob::run()
 {
     if (beginRun())
-        QTimer::singleShot(property("interval").toInt(), this, [this] { work(); });
+        QTimer::singleShot(property("interval").toInt() / 1000, this, [this] { work(); });
 }
 
 unsigned int znParallelJobManager::getMaxNumProcesses() const

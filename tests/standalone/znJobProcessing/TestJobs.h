@@ -61,7 +61,7 @@ public:
 class TimerJob : public FunctionJob<znAbstractTimerJob>
 {
 public:
-    explicit TimerJob(Body body = {}, QObject* parent = nullptr) : FunctionJob(std::move(body), 3, parent) {}
+    explicit TimerJob(Body body = {}, QObject* parent = nullptr) : FunctionJob(std::move(body), 3000, parent) {}
 };
 
 /// Writes the signals of jobs into one list, in the order in which they come.

@@ -1,9 +1,11 @@
 #include "tests/standalone/znJobProcessing/TestJobs.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 
@@ -19,6 +21,44 @@ TEST(AbstractTimerJob, RunAnnouncesTheStartAndWorksFromTheEventLoop)
     ASSERT_TRUE(waitUntil([&] { return log.lines.size() == 3; }));
     EXPECT_EQ(log.lines,
               QStringList({QStringLiteral("starting"), QStringLiteral("started"), QStringLiteral("finished 0")}));
+}
+
+/// The processor may rest longer, and never less.
+TEST(AbstractTimerJob, TheIntervalIsInMicroseconds)
+{
+    const auto millisecondsOf = [](int interval) {
+        FunctionJob<znAbstractTimerJob> job({}, interval, nullptr);
+        QSignalSpy started(&job, &znAbstractJob::started);
+        QElapsedTimer timer;
+        timer.start();
+        job.run();
+        EXPECT_TRUE(waitUntil([&] { return !started.isEmpty(); }));
+        return timer.elapsed();
+    };
+    qint64 least = 1000;
+    for (int i = 0; i < 5; ++i)
+        least = std::min(least, millisecondsOf(100));
+    EXPECT_LT(least, 50);
+    EXPECT_GE(millisecondsOf(80'000), 76) << "a timer of Qt may come 5 % early";
+}
+
+/// What the events of the start asked for is done before the work.
+TEST(AbstractTimerJob, EventsThatWaitGoFirst)
+{
+    bool hasTurned = false;
+    bool hadTurned = false;
+    FunctionJob<znAbstractTimerJob> job(
+        [&](auto& self) {
+            hadTurned = hasTurned;
+            self.end();
+        },
+        100, nullptr);
+    QSignalSpy finished(&job, &znAbstractJob::finished);
+    job.run();
+    QMetaObject::invokeMethod(
+        &job, [&] { hasTurned = true; }, Qt::QueuedConnection);
+    ASSERT_TRUE(waitUntil([&] { return finished.size() == 1; }));
+    EXPECT_TRUE(hadTurned);
 }
 
 TEST(AbstractTimerJob, SecondRunBeforeTheTimerIsRefused)

@@ -160,7 +160,7 @@ TEST_F(JobQueue, DestroyedQueueStopsARunningJobAndStillDeletesIt)
 {
     auto own = std::make_unique<znJobQueue>();
     own->setDeleteFinishedOrFailedJobs(true);
-    const QPointer<znAbstractTimerJob> job(new FunctionJob<znAbstractTimerJob>({}, 60000, nullptr));
+    const QPointer<znAbstractTimerJob> job(new FunctionJob<znAbstractTimerJob>({}, 60'000'000, nullptr));
     QSignalSpy ends(job, &znAbstractJob::finished);
     QSignalSpy starts(job, &znAbstractJob::starting);
     own->addJob(job);

@@ -336,7 +336,7 @@ TEST_F(JobQueue, AbortAllJobsInASlotOnStartingEndsATimerJobUnworked)
 TEST_F(JobQueue, AbortAllJobsEndsAJobThatWaitsForItsTimerAndWhoseOwnAbortDoesNothing)
 {
     struct Unstoppable : FunctionJob<znAbstractTimerJob> {
-        Unstoppable() : FunctionJob({}, 60000, nullptr) {}
+        Unstoppable() : FunctionJob({}, 60'000'000, nullptr) {}
         void abort() override {}
     };
     Unstoppable job;
