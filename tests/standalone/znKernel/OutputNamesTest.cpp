@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <cerrno>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -82,7 +83,8 @@ TEST_F(OutputNamesTest, ProcessesThatAskAtOnceGetNamesOfTheirOwn)
         children.push_back(child);
     }
     for (const pid_t child : children)
-        ::waitpid(child, nullptr, 0);
+        while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+        }
     const QStringList marks = QDir(m_folder.path()).entryList({QStringLiteral("*.osb.tmp")}, QDir::Files);
     EXPECT_EQ(marks.size(), processes * each);
 }
