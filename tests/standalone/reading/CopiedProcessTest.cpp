@@ -154,6 +154,43 @@ TEST_F(CopiedProcessTest, WhereTheServerDiesReadsStartByThemselves)
     keep(read(path(QStringLiteral("first.obj"))));
 }
 
+TEST_F(CopiedProcessTest, TheSignalThatEndsACopyIsTold)
+{
+    makeTheFirst();
+    const int serving = server();
+    ASSERT_NE(serving, 0);
+    const QString file = writeLargeObj(200'000);
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        for (const int copy : childrenOf(serving))
+            ::kill(copy, SIGKILL);
+    });
+    look.start(1);
+    const files::ReadResult result = read(file);
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code, ErrorCode::ReaderFailed);
+    EXPECT_THAT(result.error().message.toStdString(), testing::HasSubstr("signal 9"));
+}
+
+TEST_F(CopiedProcessTest, WhereTheServerDiesDuringAReadItBeginsAnew)
+{
+    makeTheFirst();
+    const int serving = server();
+    ASSERT_NE(serving, 0);
+    const QString file = writeLargeObj(100'000);
+    bool wasReading = false;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        if (wasReading || childrenOf(serving).empty())
+            return;
+        wasReading = true;
+        ::kill(serving, SIGKILL);
+    });
+    look.start(1);
+    keep(read(file));
+    EXPECT_TRUE(wasReading);
+}
+
 TEST_F(CopiedProcessTest, ReadsAtTheSameTimeShareTheMemory)
 {
     constexpr std::uint64_t all = 900;
