@@ -130,9 +130,8 @@ TEST_F(TreeReading, AFileThatTheImportMayNotReadIsNotOpened)
     const QString file = probe();
     EXPECT_EQ(readTree(m_session, file), std::nullopt);
     EXPECT_FALSE(isRead);
-    EXPECT_THAT(m_log, ElementsAre(HasSubstr(
-                           file.toStdString() + ": " +
-                           files::textOf(files::references::Refusal::NotFollowed).toStdString())));
+    EXPECT_THAT(m_log, ElementsAre(HasSubstr(file.toStdString() + ": " +
+                                             files::textOf(files::references::Refusal::NotFollowed).toStdString())));
 }
 
 TEST_F(TreeReading, AFailureIsToldBehindTheWarnings)
