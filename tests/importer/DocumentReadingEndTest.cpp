@@ -10,7 +10,6 @@
 
 #include <cerrno>
 #include <iostream>
-#include <memory>
 #include <sys/resource.h>
 #include <sys/wait.h>
 
@@ -194,23 +193,6 @@ TEST_F(DocumentReadingEndTest, TheImporterCancelsARead)
     EXPECT_TRUE(result.cancelled);
     EXPECT_EQ(result.state, znCADFileTypes::JobFailed);
     EXPECT_FALSE(result.node);
-}
-
-TEST_F(DocumentReadingEndTest, AnImporterMayGoWhileADocumentIsRead)
-{
-    auto importer = std::make_unique<zn::Importer>(m_session);
-    QEventLoop loop;
-    bool wasReading = false;
-    QTimer::singleShot(150, [&] {
-        wasReading = hasChildren();
-        importer.reset();
-        QTimer::singleShot(0, &loop, &QEventLoop::quit);
-    });
-    importer->import({writeLarge(500'000)});
-    loop.exec();
-    EXPECT_TRUE(wasReading);
-    EXPECT_FALSE(hasChildren());
-    EXPECT_TRUE(readByProgram(zn::reading::installedReader())) << "others read on";
 }
 
 /// Of this process and of those that it has waited for, in ms.
