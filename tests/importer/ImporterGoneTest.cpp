@@ -3,19 +3,19 @@
 #include "importer/Importer.h"
 #include "standalone/loading/ReferenceCheck.h"
 #include "tests/importer/DocumentReadingFixture.h"
+#include "tests/standalone/reading/ReaderChildren.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
 
-#include <cerrno>
 #include <functional>
 #include <memory>
-#include <sys/wait.h>
 
 namespace
 {
 
+using readerchildren::hasChildren;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -28,9 +28,6 @@ protected:
         EXPECT_FALSE(hasChildren());
         DocumentReadingFixture::TearDown();
     }
-
-    /// Whether a process of ours is at work.
-    static bool hasChildren() { return ::waitpid(-1, nullptr, WNOHANG) != -1 || errno != ECHILD; }
 
     QString writeLargeObj(const QString& name) const
     {
