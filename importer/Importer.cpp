@@ -6,36 +6,48 @@
 #include "importer/EmptyImport.h"
 #include "importer/IdleSettings.h"
 #include "importer/ImportRoad.h"
+#include "importer/LeftRoads.h"
+#include "importer/RunningImport.h"
 #include "importer/TreeFold.h"
-#include "standalone/loading/ReferenceCheck.h"
 #include "standalone/reading/ReaderProcess.h"
 #include "standalone/startup/StandaloneSession.h"
-#include "standalone/znKernel/LoadedGeometries.h"
-
-#include <QFileInfo>
 
 #include <new>
+#include <utility>
 
 using importer::ImportRoad;
 
 namespace zn
 {
 
+namespace
+{
+
+/// Who receives the log of a session: the importer that was made last.
+struct LogReceiver {
+    Importer* importer = nullptr;
+};
+
+} // namespace
+
 Importer::Importer(zn::StandaloneSession& session, QObject* parent) : QObject(parent), m_session(session)
 {
     qRegisterMetaType<ImportResult>();
     qRegisterMetaType<PartCounts>();
+    m_session.state<LogReceiver>().importer = this;
     m_session.setLogSink([this](const char* line) { receiveLog(QString::fromUtf8(line)); });
 }
 
 Importer::~Importer()
 {
-    // Reads that are under way have nobody left to tell.
-    if (m_road) {
-        reading::setCancelled(m_session, true);
-        reading::setCancelled(m_session, false);
+    if (m_session.state<LogReceiver>().importer == this) {
+        m_session.state<LogReceiver>().importer = nullptr;
+        m_session.setLogSink({});
     }
-    m_session.setLogSink({});
+    if (!m_hasBegun)
+        return;
+    m_road->disconnect(this);
+    m_session.state<importer::LeftRoads>().take(m_session, std::move(m_road));
 }
 
 void Importer::import(const ImportRequest& request)
@@ -45,12 +57,21 @@ void Importer::import(const ImportRequest& request)
         return;
     }
     m_countsNormals = request.recordsSteps;
-    reading::setCancelled(m_session, false);
-    m_session.state<loading::ImportedFile>().path = QFileInfo(request.file).absoluteFilePath();
     m_road = ImportRoad::forRequest(request);
     connect(m_road.get(), &ImportRoad::progressChanged, this, &Importer::progressChanged);
     connect(m_road.get(), &ImportRoad::partsChanged, this, &Importer::partsChanged);
     connect(m_road.get(), &ImportRoad::ended, this, &Importer::roadEnded);
+    const auto& left = m_session.state<importer::LeftRoads>();
+    if (left.isEmpty())
+        begin(request.file);
+    else
+        connect(&left, &importer::LeftRoads::emptied, m_road.get(), [this, file = request.file] { begin(file); });
+}
+
+void Importer::begin(const QString& file)
+{
+    m_hasBegun = true;
+    importer::beginImport(m_session, file);
     m_road->start();
 }
 
@@ -58,13 +79,17 @@ void Importer::cancel()
 {
     if (!m_road)
         return;
-    reading::setCancelled(m_session, true);
+    if (m_hasBegun)
+        reading::setCancelled(m_session, true);
     m_road->cancel();
+    const bool waited = m_session.state<importer::LeftRoads>().disconnect(m_road.get());
+    if (waited)
+        QMetaObject::invokeMethod(m_road.get(), &ImportRoad::ended, Qt::QueuedConnection);
 }
 
 void Importer::receiveLog(const QString& line)
 {
-    if (m_road)
+    if (m_hasBegun)
         m_road->addMessage(line);
     Q_EMIT message(line);
 }
@@ -74,9 +99,8 @@ void Importer::roadEnded()
     ImportResult result = m_road->takeResult();
     const importer::Source source = m_road->source();
     m_road.release()->deleteLater();
-    reading::setCancelled(m_session, false);
-    m_session.state<kernel::LoadedGeometries>().entries.clear();
-    m_session.state<loading::ImportedFile>() = {};
+    if (std::exchange(m_hasBegun, false))
+        importer::endImport(m_session);
     importer::judgeEmptiness(result, source);
     importer::applyAssetTable(m_session, result);
     if (result.node) {

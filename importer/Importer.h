@@ -25,8 +25,8 @@ namespace zn
 /// Imports files into the scene of a session, one after the other: it picks the jobs that a file needs by its name,
 /// runs them in turn, and says what came of it.
 ///
-/// While it lives it receives the session's log and hands each line on. For each `import` comes one `finished`, from
-/// the event loop.
+/// While it lives it receives the session's log, of several the one that was made last, and hands each line on. For
+/// each `import` comes one `finished`, from the event loop.
 class Importer : public QObject
 {
     Q_OBJECT
@@ -34,9 +34,12 @@ class Importer : public QObject
 public:
     /// `session` must outlive it. Made and used on the thread of the application object, as the jobs are.
     explicit Importer(zn::StandaloneSession& session, QObject* parent = nullptr);
+    /// A running import is cancelled: it ends as soon as its jobs let it, tells nobody and leaves nothing in the scene.
+    /// That may be done from any slot; `session` must stay until the event loop in which the import began is back.
     ~Importer() override;
 
-    /// Begins the import of the file that `request` names. Refused with a warning while another one runs.
+    /// Begins the import of the file that `request` names; where one whose importer is gone has not come to its end,
+    /// after that. Refused with a warning while another one of this importer runs.
     void import(const ImportRequest& request);
 
     /// Ends the running import as soon as its jobs let it; its result says that it was cancelled.
@@ -57,6 +60,7 @@ Q_SIGNALS:
 
 private:
     void receiveLog(const QString& line);
+    void begin(const QString& file);
     void roadEnded();
     void tellIdleSettings(ImportResult& result, importer::Source source) const;
     void lookAtNormals(ImportResult& result) const;
@@ -64,6 +68,7 @@ private:
 
     zn::StandaloneSession& m_session;
     std::unique_ptr<importer::ImportRoad> m_road;
+    bool m_hasBegun = false;      ///< the road, which may have to wait
     bool m_countsNormals = false; ///< of the file that is imported
 };
 

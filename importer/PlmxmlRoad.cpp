@@ -54,11 +54,8 @@ void PlmxmlRoad::start()
 
 void PlmxmlRoad::read()
 {
-    const QPointer<PlmxmlRoad> self(this);
     const plmxml::NormaliserOptions how = options(request().wantsStructure);
-    files::Expected<ReadDocument> outcome = PreparedDocument::read(QString(m_file), how);
-    if (!self)
-        return; // the importer went meanwhile
+    files::Expected<ReadDocument> outcome = PreparedDocument::read(m_file, how);
     m_document = std::make_unique<PreparedDocument>(m_file, std::move(outcome), how.rules, m_elements);
     if (prepare())
         load();

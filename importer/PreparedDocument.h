@@ -21,7 +21,7 @@ class PreparedDocument
 {
 public:
     /// Reads `file`, an absolute path, for a prepared document. While a child reads, the event loop runs (see
-    /// `readDocument`): whoever called may be gone afterwards.
+    /// `readDocument`).
     static files::Expected<ReadDocument> read(const QString& file, const plmxml::NormaliserOptions& options);
 
     /// Of `file`, with what was read of it; `elements` makes the files that stand in for elements of other documents.

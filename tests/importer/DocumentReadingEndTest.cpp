@@ -3,21 +3,19 @@
 #include "importer/Importer.h"
 #include "importer/plmxml/DocumentReport.h"
 #include "tests/importer/DocumentReadingFixture.h"
+#include "tests/standalone/reading/ReaderChildren.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
 
-#include <cerrno>
 #include <iostream>
-#include <memory>
-#include <sys/resource.h>
-#include <sys/wait.h>
 
 namespace
 {
 
 using files::ErrorCode;
+using readerchildren::hasChildren;
 using testing::HasSubstr;
 
 class DocumentReadingEndTest : public DocumentReadingFixture
@@ -29,12 +27,10 @@ protected:
         DocumentReadingFixture::TearDown();
     }
 
-    /// Reads a document by a script in place of the program, which is called with the paths as $2 and $3.
+    /// Reads a document by a script in place of the program.
     Outcome readBy(const QByteArray& script)
     {
-        const QString program = write(QStringLiteral("reader"), "#!/bin/sh\n" + script + "\n");
-        QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return readByProgram(program);
+        return readByProgram(readerchildren::writeReader(path(QStringLiteral("reader")), script));
     }
 
     Outcome readByProgram(const QString& program)
@@ -58,8 +54,6 @@ protected:
         EXPECT_THAT(outcome.error().toString().toStdString(), HasSubstr(reason));
         EXPECT_THAT(outcome.error().file.toStdString(), HasSubstr("large.plmxml"));
     }
-
-    static bool hasChildren() { return ::waitpid(-1, nullptr, WNOHANG) != -1 || errno != ECHILD; }
 };
 
 TEST_F(DocumentReadingEndTest, ACrashCostsTheDocumentAndSaysSo)
@@ -196,48 +190,12 @@ TEST_F(DocumentReadingEndTest, TheImporterCancelsARead)
     EXPECT_FALSE(result.node);
 }
 
-TEST_F(DocumentReadingEndTest, AnImporterMayGoWhileADocumentIsRead)
-{
-    auto importer = std::make_unique<zn::Importer>(m_session);
-    QEventLoop loop;
-    bool wasReading = false;
-    QTimer::singleShot(150, [&] {
-        wasReading = hasChildren();
-        importer.reset();
-        QTimer::singleShot(0, &loop, &QEventLoop::quit);
-    });
-    importer->import({writeLarge(500'000)});
-    loop.exec();
-    EXPECT_TRUE(wasReading);
-    EXPECT_FALSE(hasChildren());
-    EXPECT_TRUE(readByProgram(zn::reading::installedReader())) << "others read on";
-}
-
-/// Of this process and of those that it has waited for, in ms.
-double processorTime()
-{
-    const auto milliseconds = [](int who) {
-        rusage used{};
-        ::getrusage(who, &used);
-        return double(used.ru_utime.tv_sec + used.ru_stime.tv_sec) * 1e3 +
-               double(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e3;
-    };
-    return milliseconds(RUSAGE_SELF) + milliseconds(RUSAGE_CHILDREN);
-}
-
-/// The least of several reads: others who work on the machine make each dearer.
 TEST_F(DocumentReadingEndTest, ASmallDocumentCostsLittleMore)
 {
     const QString file = writeLarge(3);
     const auto least = [&](Reading reading) {
         m_session.settings().files.reading.set(reading);
-        double fewest = 1e9;
-        for (int i = 0; i < 15; ++i) {
-            const double before = processorTime();
-            EXPECT_TRUE(read(file));
-            fewest = std::min(fewest, processorTime() - before);
-        }
-        return fewest;
+        return readerchildren::leastTime([&] { EXPECT_TRUE(read(file)); });
     };
     m_session.settings().converter.server.set(false); // the price of a start
     const double here = least(Reading::Process);

@@ -1,8 +1,12 @@
 #include "tools/ptxconvert/ReaderModules.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
@@ -39,10 +43,27 @@ ptx::core::Trouble checkBuild(std::string_view version, std::string_view own, bo
     return std::nullopt;
 }
 
+/// Whether the end of a library is missing, where its table of sections stands. The loader maps what the beginning
+/// promises, and a page behind the end of the file would end the process with SIGBUS.
+bool isCutShort(const std::string& path)
+{
+    ElfW(Ehdr) header = {};
+    std::ifstream file(path, std::ios::binary);
+    if (!file.read(reinterpret_cast<char*>(&header), sizeof header) ||
+        std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0)
+        return false; // the loader knows what it is
+    const std::uint64_t bytesOfTable = std::uint64_t(header.e_shnum) * header.e_shentsize;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    return !error && (header.e_shoff > size || bytesOfTable > size - header.e_shoff);
+}
+
 /// What the library exports under its own name.
 ptx::core::Outcome<void*> loadEntry(const std::string& name, Binding binding)
 {
     const std::string path = pathOf(name);
+    if (isCutShort(path))
+        return unusable(path, "the file is cut short");
     void* library = dlopen(path.c_str(), (binding == Binding::AtOnce ? RTLD_NOW : RTLD_LAZY) | RTLD_LOCAL);
     if (!library)
         return unusable(path, loaderText());

@@ -17,8 +17,8 @@ enum class Binding {
 };
 
 /// The reader in the library `name` ("ptxstep"), which is loaded at the first call and stays. It lies in a folder that
-/// is found from where the program itself is. A library that is missing, cannot be loaded or is of another build is a
-/// failure that names the file.
+/// is found from where the program itself is. A library that is missing, cut short, cannot be loaded or is of another
+/// build is a failure that names the file.
 ptx::core::Outcome<const ptx::readers::Module*> loadReader(const std::string& name,
                                                            Binding binding = Binding::AtFirstCall);
 

@@ -8,6 +8,7 @@
 #include "standalone/znUtils/InstalledProgram.h"
 #include "tools/znimport/ChosenSettings.h"
 #include "tools/znimport/Ending.h"
+#include "tools/znimport/Interrupt.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -71,6 +72,10 @@ public:
         checkSandbox();
         checkFolder();
         importCube();
+        if (m_interrupt.requested()) {
+            complain(QStringLiteral("interrupted"));
+            return interrupted;
+        }
         if (m_missing.isEmpty())
             std::puts("everything is there");
         for (const QString& sentence : m_missing)
@@ -133,7 +138,9 @@ private:
         const QByteArray text = cubeText();
         if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
             return cubeFailed(file.errorString());
-        judge(import(file.fileName()));
+        const zn::ImportResult result = import(file.fileName());
+        if (!m_interrupt.requested())
+            judge(result);
     }
 
     zn::ImportResult import(const QString& file)
@@ -144,6 +151,7 @@ private:
             ended = result;
             QCoreApplication::quit();
         });
+        QObject::connect(&m_interrupt, &Interrupt::stopRequested, &importer, &zn::Importer::cancel);
         importer.import({file});
         QCoreApplication::exec();
         return ended;
@@ -166,6 +174,7 @@ private:
     }
 
     zn::StandaloneSession& m_session;
+    Interrupt m_interrupt;
     QStringList m_missing;
 };
 

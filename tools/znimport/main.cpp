@@ -2,6 +2,7 @@
 #include "tools/znimport/Application.h"
 #include "tools/znimport/Batch.h"
 #include "tools/znimport/Ending.h"
+#include "tools/znimport/Interrupt.h"
 #include "tools/znimport/SelfCheck.h"
 
 #include <QCoreApplication>
@@ -42,6 +43,7 @@ int print(const QString& text)
 
 int main(int argc, char** argv)
 {
+    znimport::Interrupt::catchSignals();
     useUtf8();
     // A write beyond the limit of file sizes is a failure like a full disk, and no reason to end without a word.
     std::signal(SIGXFSZ, SIG_IGN);

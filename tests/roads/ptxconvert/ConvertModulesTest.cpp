@@ -8,10 +8,12 @@
 #include <QProcess>
 
 #include <filesystem>
+#include <utility>
 
 using namespace ptxtest;
 using testing::HasSubstr;
 using testing::Not;
+namespace fs = std::filesystem;
 
 namespace
 {
@@ -46,6 +48,50 @@ Ended runWith(const QString& program, const QStringList& arguments, const QStrin
             process.readAllStandardError().toStdString()};
 }
 
+/// A copy of the program, with readers beside it as the test puts them there.
+class MovedProgram
+{
+public:
+    MovedProgram() : m_readers((fs::path(m_folder.file("bin")) / READERS_FROM_PROGRAM).lexically_normal())
+    {
+        fs::create_directory(m_folder.file("bin"));
+        fs::create_directories(m_readers);
+        fs::copy_file(ConvertRun::program().toStdString(), program());
+        m_folder.write("a.stp", boxText());
+        m_folder.write("a.stl", Triangle);
+    }
+
+    void putReader(const std::string& name, const fs::path& library) const
+    {
+        fs::copy_file(library, m_readers / name, fs::copy_options::overwrite_existing);
+    }
+    /// The first `share` of the real one.
+    void putPartOfReader(const std::string& name, double share) const
+    {
+        putReader(name, fs::path(READERS) / name);
+        const fs::path copy = m_readers / name;
+        fs::resize_file(copy, static_cast<std::uintmax_t>(share * static_cast<double>(fs::file_size(copy))));
+    }
+    std::string pathOfReader(const std::string& name) const { return (m_readers / name).string(); }
+
+    Ended run(const QStringList& arguments) const { return runWith(QString::fromStdString(program()), arguments); }
+    Ended convert(const std::string& input) const { return run({file(input), file("a.osb")}); }
+    Ended readForHost(const char* option) const
+    {
+        return run({QString::fromLatin1(option), file("a.stl"), file("a.osb")});
+    }
+
+    std::string log() const { return contentOf(m_folder.file("a.osb.log")); }
+    bool hasOutput() const { return fs::exists(m_folder.file("a.osb")); }
+
+private:
+    std::string program() const { return m_folder.file("bin/ptxconvert"); }
+    QString file(const std::string& name) const { return QString::fromStdString(m_folder.file(name)); }
+
+    TempFolder m_folder;
+    fs::path m_readers;
+};
+
 } // namespace
 
 TEST(ConvertModules, TheProgramItselfIsLinkedToNoneOfTheCadKernel)
@@ -75,29 +121,76 @@ TEST(ConvertModules, OnlyFilesOfItsFormatsLoadTheKernel)
 
 TEST(ConvertModules, AProgramWithoutItsReadersNamesTheMissingOneAndReadsTheRest)
 {
-    ConvertRun run;
-    const std::string moved = run.folder().file("bin") + "/ptxconvert";
-    std::filesystem::create_directory(run.folder().file("bin"));
-    std::filesystem::copy_file(ConvertRun::program().toStdString(), moved);
-    run.folder().write("a.stp", boxText());
-    run.folder().write("a.stl", Triangle);
-    const auto convert = [&](const std::string& input) {
-        return runWith(QString::fromStdString(moved),
-                       {QString::fromStdString(run.folder().file(input)), QString::fromStdString(run.output())});
-    };
-    const Ended step = convert("a.stp");
+    const MovedProgram moved;
+    const Ended step = moved.convert("a.stp");
     EXPECT_EQ(step.code, 6);
-    EXPECT_THAT(step.errors, HasSubstr("ptxstep.so cannot be used: "));
-    EXPECT_FALSE(std::filesystem::exists(run.output()));
-    EXPECT_EQ(convert("a.stl").code, 0);
-    EXPECT_TRUE(std::filesystem::exists(run.output()));
-    const Ended document = runWith(QString::fromStdString(moved), {QStringLiteral("--read-document"),
-                                                                   QString::fromStdString(run.folder().file("a.stp")),
-                                                                   QString::fromStdString(run.output())});
-    EXPECT_EQ(document.code, 6);
-    EXPECT_THAT(contentOf(run.output() + ".log"), HasSubstr("ptxplmxml.so cannot be used: "));
-    const Ended versions = runWith(QString::fromStdString(moved), {QStringLiteral("--version")});
-    EXPECT_THAT(versions.output, HasSubstr("STEP: the reader "));
+    EXPECT_THAT(step.errors, HasSubstr(moved.pathOfReader("ptxstep.so") + " cannot be used: "));
+    EXPECT_FALSE(moved.hasOutput());
+    EXPECT_EQ(moved.readForHost("--read-document").code, 6);
+    EXPECT_THAT(moved.log(), HasSubstr("ptxplmxml.so cannot be used: "));
+    EXPECT_EQ(moved.readForHost("--read-mesh").code, 6);
+    EXPECT_THAT(moved.log(), HasSubstr("ptxmesh.so cannot be used: "));
+    EXPECT_THAT(moved.run({QStringLiteral("--version")}).output, HasSubstr("STEP: the reader "));
+    EXPECT_EQ(moved.convert("a.stl").code, 0);
+    EXPECT_TRUE(moved.hasOutput());
+}
+
+TEST(ConvertModules, AReaderOfAnotherVersionIsNotCalled)
+{
+    const MovedProgram moved;
+    moved.putReader("ptxstep.so", OTHER_BUILD);
+    const Ended step = moved.convert("a.stp");
+    EXPECT_EQ(step.code, 6);
+    EXPECT_THAT(step.errors,
+                HasSubstr(moved.pathOfReader("ptxstep.so") +
+                          " cannot be used: it belongs to version 0.0.9, the program is version " ZN_VERSION));
+    EXPECT_FALSE(moved.hasOutput());
+    EXPECT_EQ(moved.convert("a.stl").code, 0);
+}
+
+TEST(ConvertModules, AReaderOfAnotherBuildIsNotCalled)
+{
+    const MovedProgram moved;
+    moved.putReader("ptxmesh.so", OTHER_BUILD);
+    moved.putReader("ptxplmxml.so", OTHER_BUILD);
+    for (const auto& [option, reader] : {std::pair("--read-mesh", "ptxmesh.so"), {"--read-document", "ptxplmxml.so"}}) {
+        EXPECT_EQ(moved.readForHost(option).code, 6) << option;
+        EXPECT_THAT(moved.log(), HasSubstr(moved.pathOfReader(reader) +
+                                           " cannot be used: it comes from another build than the program"));
+        EXPECT_FALSE(moved.hasOutput());
+    }
+}
+
+TEST(ConvertModules, AFileThatIsNoReaderIsNamed)
+{
+    const MovedProgram moved;
+    const TempFolder folder;
+    for (const char* content :
+         {"", "no library, but a text that is longer than the beginning of one would be, by far\n"}) {
+        moved.putReader("ptxstep.so", folder.write("text", content));
+        const Ended step = moved.convert("a.stp");
+        EXPECT_EQ(step.code, 6) << content;
+        EXPECT_THAT(step.errors, HasSubstr(moved.pathOfReader("ptxstep.so") + " cannot be used: "));
+        EXPECT_THAT(step.errors, Not(HasSubstr("cut short"))) << "it is nothing that could be whole";
+    }
+    moved.putReader("ptxiges.so", OTHER_BUILD);
+    EXPECT_THAT(moved.run({QStringLiteral("--version")}).output,
+                HasSubstr("IGES: the reader " + moved.pathOfReader("ptxiges.so") + " cannot be used: "))
+        << "it is a library, but of other readers";
+}
+
+TEST(ConvertModules, AReaderThatIsCutShortIsNamedAndNotLoaded)
+{
+    const MovedProgram moved;
+    for (const double share : {0.01, 0.5, 0.999}) {
+        moved.putPartOfReader("ptxstep.so", share);
+        const Ended step = moved.convert("a.stp");
+        EXPECT_EQ(step.code, 6) << share;
+        EXPECT_THAT(step.errors,
+                    HasSubstr(moved.pathOfReader("ptxstep.so") + " cannot be used: the file is cut short"));
+    }
+    moved.putPartOfReader("ptxstep.so", 1);
+    EXPECT_EQ(moved.convert("a.stp").code, 0);
 }
 
 TEST(ConvertModules, AReadForAHostTakesItsOwnWordsAlone)
@@ -112,7 +205,7 @@ TEST(ConvertModules, AReadForAHostTakesItsOwnWordsAlone)
     };
     EXPECT_EQ(read({QStringLiteral("facts=1"), QStringLiteral("limit.time=100")}).code, 0);
     EXPECT_THAT(contentOf(run.folder().file("text")), HasSubstr("<InstanceGraph"));
-    EXPECT_TRUE(std::filesystem::exists(run.folder().file("text.notes")));
+    EXPECT_TRUE(fs::exists(run.folder().file("text.notes")));
     EXPECT_EQ(read({QStringLiteral("facts=2")}).code, 2);
     EXPECT_THAT(contentOf(run.folder().file("text.log")), HasSubstr("\"facts=2\" is no option of reading"));
     for (const char* word : {"limit.time=x", "--sandbox", "unit=1"})

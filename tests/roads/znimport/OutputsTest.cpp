@@ -120,6 +120,7 @@ TEST_F(OutputsTest, ANameThatIsNoTextOpensWithWhatLiesBesideIt)
     ASSERT_TRUE(shell.waitForFinished(60000));
     EXPECT_EQ(shell.exitCode(), 0) << shell.readAllStandardError().constData();
     EXPECT_FALSE(contentOf(path("r.json")).contains("m.mtl' is missing"));
+    EXPECT_EQ(::unlink(strange.constData()), 0) << "the folder could not go with it";
 }
 
 } // namespace

@@ -1,21 +1,20 @@
 #include "standalone/reading/ChildReading.h"
 
 #include "host/znKernel/znFileIO.h"
+#include "tests/standalone/reading/ReaderChildren.h"
 #include "tests/standalone/reading/ReadingTest.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTimer>
 
-#include <cerrno>
 #include <iostream>
-#include <sys/resource.h>
-#include <sys/wait.h>
 
 namespace
 {
 
 using files::ErrorCode;
+using readerchildren::hasChildren;
 using testing::HasSubstr;
 
 class ChildReadingEndTest : public ReadingTest
@@ -24,9 +23,7 @@ protected:
     /// Reads a triangle by a script in place of the program.
     files::ReadResult readBy(const QByteArray& script)
     {
-        const QString program = write(QStringLiteral("reader"), "#!/bin/sh\n" + script + "\n");
-        QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return readByProgram(program);
+        return readByProgram(readerchildren::writeReader(path(QStringLiteral("reader")), script));
     }
 
     files::ReadResult readByProgram(const QString& program)
@@ -46,8 +43,6 @@ protected:
             m_roots.emplace_back(result.value());
         return result;
     }
-
-    static bool hasChildren() { return ::waitpid(-1, nullptr, WNOHANG) != -1 || errno != ECHILD; }
 
     std::vector<osg::RefPtr<osg::NodePtr>> m_roots;
     int m_readsHere = 0;
@@ -169,33 +164,16 @@ TEST_F(ChildReadingEndTest, ACancelEndsWhatTheReaderHasStarted)
     EXPECT_FALSE(lives());
 }
 
-/// Of this process and of those that it has waited for, in ms.
-double processorTime()
-{
-    const auto milliseconds = [](int who) {
-        rusage used{};
-        ::getrusage(who, &used);
-        return double(used.ru_utime.tv_sec + used.ru_stime.tv_sec) * 1e3 +
-               double(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e3;
-    };
-    return milliseconds(RUSAGE_SELF) + milliseconds(RUSAGE_CHILDREN);
-}
-
-/// The least of several reads: others who work on the machine make each dearer.
 TEST_F(ChildReadingEndTest, ASmallFileCostsLittleMore)
 {
     const QString file = writeTriangle(QStringLiteral("small.obj"));
     const auto least = [&](zn::FileSettings::Reading reading) {
         m_session.settings().files.reading.set(reading);
-        double fewest = 1e9;
-        for (int i = 0; i < 15; ++i) {
-            const double before = processorTime();
+        return readerchildren::leastTime([&] {
             const files::ReadResult result = read(file);
-            fewest = std::min(fewest, processorTime() - before);
             EXPECT_TRUE(result);
             m_roots.emplace_back(result ? result.value() : osg::NodePtr());
-        }
-        return fewest;
+        });
     };
     m_session.settings().converter.server.set(false); // the price of a start
     const double here = least(zn::FileSettings::Reading::Process);

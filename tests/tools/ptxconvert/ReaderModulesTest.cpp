@@ -40,6 +40,27 @@ TEST(ReaderModules, AReaderThatSeesTheSharedTypesOtherwiseDoesNot)
     EXPECT_TRUE(checkBuild(module));
 }
 
+TEST(ReaderModules, TheSameHoldsForTheReadersForHosts)
+{
+    MeshModule meshes = meshModuleOf(nullptr);
+    EXPECT_FALSE(checkBuild(meshes));
+    ++meshes.bytesOfOptions;
+    EXPECT_TRUE(checkBuild(meshes));
+    meshes = meshModuleOf(nullptr);
+    ++meshes.bytesOfResult;
+    EXPECT_TRUE(checkBuild(meshes));
+    meshes = meshModuleOf(nullptr);
+    meshes.version = "0.0.9";
+    EXPECT_TRUE(checkBuild(meshes));
+
+    DocumentModule documents{ZN_VERSION, sizeof(ptx::conversion::ReadDocument), nullptr};
+    EXPECT_FALSE(checkBuild(documents));
+    ++documents.bytesOfResult;
+    EXPECT_TRUE(checkBuild(documents));
+    documents = {"0.0.9", sizeof(ptx::conversion::ReadDocument), nullptr};
+    EXPECT_TRUE(checkBuild(documents));
+}
+
 TEST(ReaderModules, AMissingReaderIsNamed)
 {
     const auto reader = loadReader("ptxnone");
