@@ -12,8 +12,8 @@ class ZN_HOST_EXPORT znAbstractTimerJob : public znAbstractProcessingJob
     Q_OBJECT
 
 public:
-    /// `interval` is the time from run() to process() in microseconds, of which whole milliseconds count; below one, and
-    /// where it is negative, process() begins at the next turn of the event loop.
+    /// `interval` is the time from run() to process() in microseconds, of which whole milliseconds count; below one,
+    /// and where it is negative, process() begins at the next turn of the event loop.
     znAbstractTimerJob(int interval, QObject* parent);
     ~znAbstractTimerJob() override;
 
