@@ -1,10 +1,9 @@
 #pragma once
 
 #include "host/OSGSystem/Cast.h"
+#include "scene/IdSet.h"
 #include "scene/Mesh.h"
 #include "scene/NodeWalk.h"
-
-#include <unordered_set>
 
 namespace osg
 {
@@ -19,11 +18,11 @@ inline osg::GeometryPtr geometryOf(const osg::NodePtr& node)
 inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
 {
     std::vector<osg::GeometryPtr> found;
-    std::unordered_set<std::uint32_t> known;
-    for (const osg::NodePtr& node : parentsFirst(root))
-        if (const osg::GeometryPtr geometry = geometryOf(node);
-            geometry && known.insert(geometry->getContainerId()).second)
+    IdSet known;
+    (void)visitParentsFirst(root, [&](const osg::NodePtr& node) {
+        if (const osg::GeometryPtr geometry = geometryOf(node); geometry && known.insert(geometry->getContainerId()))
             found.push_back(geometry);
+    });
     return found;
 }
 
