@@ -103,8 +103,7 @@ private:
     static bool mayBePlacedAgain(const Geometry& geometry)
     {
         constexpr long HereAndInGeometry = 2;
-        return geometry.getRefCount() > 1 ||
-               GeometryAccess::sharedMesh(geometry).use_count() > HereAndInGeometry;
+        return geometry.getRefCount() > 1 || GeometryAccess::sharedMesh(geometry).use_count() > HereAndInGeometry;
     }
 
     void addVertices(const Mesh& mesh, const Matrix& matrix, Box& box)
