@@ -26,4 +26,22 @@ inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
     return found;
 }
 
+/// Those of `geometriesBelow` whose meshes have anything in `array`.
+template <class T>
+std::vector<osg::GeometryPtr> geometriesWith(const osg::NodePtr& root, osg::Buffer<T> osg::Mesh::*array)
+{
+    std::vector<osg::GeometryPtr> found = geometriesBelow(root);
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (i + NodeAccess::FarAhead < found.size())
+            __builtin_prefetch(found[i + NodeAccess::FarAhead].get());
+        if (i + NodeAccess::NearAhead < found.size())
+            __builtin_prefetch(&(GeometryAccess::mesh(*found[i + NodeAccess::NearAhead]).*array));
+        if (!(GeometryAccess::mesh(*found[i]).*array).empty())
+            found[kept++] = found[i];
+    }
+    found.resize(kept);
+    return found;
+}
+
 } // namespace osg
