@@ -19,7 +19,7 @@ inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
 {
     std::vector<osg::GeometryPtr> found;
     IdSet known;
-    (void)visitParentsFirst(root, [&](const osg::NodePtr& node) {
+    visitParentsFirst(root, [&](const osg::NodePtr& node) {
         if (const osg::GeometryPtr geometry = geometryOf(node); geometry && known.insert(geometry->getContainerId()))
             found.push_back(geometry);
     });

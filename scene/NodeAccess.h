@@ -25,14 +25,22 @@ struct NodeAccess {
     /// on the node, which has no children then. To be called within an edit of the children of the parent.
     static void replaceByChildren(const NodePtr& node);
 
+    /// Null for a node without children.
+    static const ChildList* children(const Node& node) { return node.m_children.get(); }
+
     ///@{
     /// Has the processor fetch what a walk will ask for soon, so that the walk does not wait for memory at each node: a
-    /// large tree does not fit in the caches. The later ones look at what the earlier ones fetch.
+    /// large tree does not fit in the caches. Each looks at what the ones above it fetch.
     static void fetch(const Node& node) { __builtin_prefetch(&node); }
     static void fetchHeld(const Node& node)
     {
         __builtin_prefetch(node.m_core);
         __builtin_prefetch(node.m_children.get());
+    }
+    static void fetchPlaces(const Node& node)
+    {
+        if (node.m_children)
+            node.m_children->fetchPlaces();
     }
     ///@}
     /// `fetch` and `fetchHeld` for the children of `node` that follow the one at `index`, of which there need be none.

@@ -2,37 +2,72 @@
 
 #include "scene/NodeAccess.h"
 
+#include <deque>
 #include <vector>
 
 namespace osg
 {
 
-/// Calls `visit` for the node and all below it, each parent before its children, as `parentsFirst` gives them, and
-/// returns them. `visit` changes no children.
-template <class Visit>
-std::vector<osg::NodePtr> visitParentsFirst(const osg::NodePtr& root, const Visit& visit)
+/// The nodes of a walk that were visited, while their children were not: in the order of the walk.
+class PendingParents
 {
-    std::vector<osg::NodePtr> nodes;
-    if (root)
-        nodes.push_back(root);
-    for (std::size_t i = 0; i < nodes.size(); ++i) {
-        if (i + NodeAccess::FarAhead < nodes.size())
-            NodeAccess::fetch(*nodes[i + NodeAccess::FarAhead]);
-        if (i + NodeAccess::NearAhead < nodes.size())
-            NodeAccess::fetchHeld(*nodes[i + NodeAccess::NearAhead]);
-        const osg::NodePtr node = nodes[i];
-        visit(node);
-        for (unsigned child = 0, count = node->getNChildren(); child < count; ++child)
-            nodes.push_back(node->getChild(child));
+public:
+    void add(const Node& node)
+    {
+        if (NodeAccess::children(node))
+            m_nodes.push_back(&node);
     }
-    return nodes;
+    bool isEmpty() const { return m_nodes.empty(); }
+    const Node& first() const { return *m_nodes.front(); }
+    void dropFirst() { m_nodes.pop_front(); }
+
+    /// Fetches what lies ahead, step by step, down to the first child: the further ones follow in `fetchChildrenAfter`.
+    void fetchAhead() const
+    {
+        constexpr std::size_t Lists = 16, Places = 12, Children = 8, Held = 4;
+        if (m_nodes.size() > Lists)
+            NodeAccess::fetchHeld(*m_nodes[Lists]);
+        if (m_nodes.size() > Places)
+            NodeAccess::fetchPlaces(*m_nodes[Places]);
+        if (m_nodes.size() > Children)
+            NodeAccess::fetch(*NodeAccess::children(*m_nodes[Children])->at(0));
+        if (m_nodes.size() > Held)
+            NodeAccess::fetchHeld(*NodeAccess::children(*m_nodes[Held])->at(0));
+    }
+
+private:
+    std::deque<const Node*> m_nodes;
+};
+
+/// Calls `visit` for the node and all below it, each parent before its children, in the order of `parentsFirst`. `visit`
+/// changes no children.
+template <class Visit>
+void visitParentsFirst(const osg::NodePtr& root, const Visit& visit)
+{
+    if (!root)
+        return;
+    visit(root);
+    PendingParents parents;
+    for (parents.add(*root); !parents.isEmpty(); parents.dropFirst()) {
+        parents.fetchAhead();
+        const Node& parent = parents.first();
+        const ChildList& children = *NodeAccess::children(parent);
+        for (std::uint32_t i = 0; i < children.size(); ++i) {
+            NodeAccess::fetchChildrenAfter(parent, i);
+            const osg::NodePtr child(children.at(i));
+            visit(child);
+            parents.add(*child);
+        }
+    }
 }
 
 /// The node and all below it, each parent before its children; empty for null. Valid while no node of it is destroyed;
 /// a node that dissolves from the end on never appears again.
 inline std::vector<osg::NodePtr> parentsFirst(const osg::NodePtr& root)
 {
-    return visitParentsFirst(root, [](const osg::NodePtr&) {});
+    std::vector<osg::NodePtr> nodes;
+    visitParentsFirst(root, [&nodes](const osg::NodePtr& node) { nodes.push_back(node); });
+    return nodes;
 }
 
 } // namespace osg

@@ -70,7 +70,7 @@ void tell(const QString& text)
 
 struct znRetessellation::State {
     zn::tessellation::TessellationWish wish;
-    osg::IdSet known; ///< the ids of the geometries that were met
+    osg::IdSet known;                                      ///< the ids of the geometries that were met
     std::vector<osg::RefPtr<osg::GeometryPtr>> geometries; ///< with an exact surface, as the tasks
     std::vector<zn::tessellation::TessellationTask> tasks;
     std::size_t withoutSurface = 0;
