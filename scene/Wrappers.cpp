@@ -9,7 +9,6 @@
 #include "scene/NodeWalk.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 
 namespace osg
@@ -22,9 +21,9 @@ namespace
 struct Content {
     enum : std::uint8_t { None, One, More } count = None;
     bool isWrapper = false; ///< the node itself
-    std::size_t only = 0;   ///< the number of the one
+    std::uint32_t only = 0; ///< the number of the one
 
-    void add(std::size_t child)
+    void add(std::uint32_t child)
     {
         count = count == None ? One : More;
         only = child;
@@ -82,10 +81,12 @@ class Decision
 public:
     explicit Decision(const NodePtr& root) : m_nodes(parentsFirst(root)), m_contents(m_nodes.size())
     {
-        std::size_t end = m_nodes.size();
-        for (std::size_t i = m_nodes.size(); i-- > 0;) {
-            const std::size_t first = end - m_nodes[i]->getNChildren();
-            decide(i, first, end);
+        auto end = static_cast<std::uint32_t>(m_nodes.size());
+        for (std::uint32_t i = end; i-- > 0;) {
+            fetchBefore(i);
+            const std::uint32_t first = end - m_nodes[i]->getNChildren();
+            if (first < end)
+                decide(i, first, end);
             end = first;
         }
     }
@@ -99,10 +100,19 @@ public:
     }
 
 private:
-    void decide(std::size_t number, std::size_t firstChild, std::size_t endOfChildren)
+    void fetchBefore(std::uint32_t number) const
+    {
+        if (number >= NodeAccess::FarAhead)
+            NodeAccess::fetch(*m_nodes[number - NodeAccess::FarAhead]);
+        if (number >= NodeAccess::NearAhead)
+            NodeAccess::fetchHeld(*m_nodes[number - NodeAccess::NearAhead]);
+    }
+
+    /// Of a node with children; one without is no wrapper and has no content.
+    void decide(std::uint32_t number, std::uint32_t firstChild, std::uint32_t endOfChildren)
     {
         Content& content = m_contents[number];
-        for (std::size_t child = firstChild; child < endOfChildren; ++child)
+        for (std::uint32_t child = firstChild; child < endOfChildren; ++child)
             if (m_contents[child].isWrapper)
                 content.add(m_contents[child]);
             else
@@ -126,7 +136,7 @@ Wrappers::Wrappers(const NodePtr& root)
 {
     Decision(root).each([this](const NodePtr& node) {
         m_nodes.push_back(node);
-        m_known.insert(node.get());
+        m_known.insert(node->getContainerId());
     });
 }
 
