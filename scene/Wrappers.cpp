@@ -17,11 +17,12 @@ namespace osg
 namespace
 {
 
-/// What the children of a node are once wrappers are gone: none, one, or more.
+/// A node, and what its children are once wrappers are gone: none, one, or more.
 struct Content {
+    Node* node = nullptr;
+    std::uint32_t only = 0; ///< the number of the one
     enum : std::uint8_t { None, One, More } count = None;
     bool isWrapper = false; ///< the node itself
-    std::uint32_t only = 0; ///< the number of the one
 
     void add(std::uint32_t child)
     {
@@ -79,12 +80,13 @@ const char* nameOf(const NodePtr& node)
 class Decision
 {
 public:
-    explicit Decision(const NodePtr& root) : m_nodes(parentsFirst(root)), m_contents(m_nodes.size())
+    explicit Decision(const NodePtr& root)
     {
-        auto end = static_cast<std::uint32_t>(m_nodes.size());
+        visitParentsFirst(root, [this](const NodePtr& node) { m_contents.push_back({node.get()}); });
+        auto end = static_cast<std::uint32_t>(m_contents.size());
         for (std::uint32_t i = end; i-- > 0;) {
             fetchBefore(i);
-            const std::uint32_t first = end - m_nodes[i]->getNChildren();
+            const std::uint32_t first = end - m_contents[i].node->getNChildren();
             if (first < end)
                 decide(i, first, end);
             end = first;
@@ -94,18 +96,18 @@ public:
     template <class Take>
     void each(Take take) const
     {
-        for (std::size_t i = 0; i < m_nodes.size(); ++i)
-            if (m_contents[i].isWrapper)
-                take(m_nodes[i]);
+        for (const Content& content : m_contents)
+            if (content.isWrapper)
+                take(NodePtr(content.node));
     }
 
 private:
     void fetchBefore(std::uint32_t number) const
     {
         if (number >= NodeAccess::FarAhead)
-            NodeAccess::fetch(*m_nodes[number - NodeAccess::FarAhead]);
+            NodeAccess::fetch(*m_contents[number - NodeAccess::FarAhead].node);
         if (number >= NodeAccess::NearAhead)
-            NodeAccess::fetchHeld(*m_nodes[number - NodeAccess::NearAhead]);
+            NodeAccess::fetchHeld(*m_contents[number - NodeAccess::NearAhead].node);
     }
 
     /// Of a node with children; one without is no wrapper and has no content.
@@ -117,17 +119,16 @@ private:
                 content.add(m_contents[child]);
             else
                 content.add(child);
-        const NodePtr& node = m_nodes[number];
+        const NodePtr node(content.node);
+        const NodePtr only(content.count == Content::One ? m_contents[content.only].node : nullptr);
         const char* name = nameOf(node);
-        const bool holdsItsName =
-            content.count == Content::One && *name && std::strcmp(name, nameOf(m_nodes[content.only])) == 0;
+        const bool holdsItsName = only && *name && std::strcmp(name, nameOf(only)) == 0;
         content.isWrapper = number > 0 && (!*name || holdsItsName) && saysNothing(node);
-        if (!content.isWrapper && holdsItsName && saysNothing(m_nodes[content.only]))
+        if (!content.isWrapper && holdsItsName && saysNothing(only))
             m_contents[content.only].isWrapper = true;
     }
 
-    std::vector<NodePtr> m_nodes;
-    std::vector<Content> m_contents; ///< by the number of the node
+    std::vector<Content> m_contents; ///< parents first
 };
 
 } // namespace
