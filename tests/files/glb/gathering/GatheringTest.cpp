@@ -132,12 +132,13 @@ TEST_F(GatheringTest, SwitchesKeepWhatTheyDrawThemselves)
         file.nodes.push_back({{"name", name}, {"mesh", 0}});
     run({true, 0});
     EXPECT_EQ(names("instances"), (Names{"bolt", "x", "y"}));
-    for (const Json& node : file.nodes)
-        if (node.value("name", "") == "bolt" && node.contains("extras")) {
-            EXPECT_EQ(node["extras"]["product"], 2);
-            EXPECT_EQ(node["children"].size(), 1u);
-            EXPECT_FALSE(node.contains("mesh"));
-        }
+    const Json* node = nodeWith("variants");
+    ASSERT_TRUE(node);
+    EXPECT_EQ(node->value("name", ""), "bolt");
+    EXPECT_EQ((*node)["extras"]["product"], 2);
+    EXPECT_FALSE(node->contains("mesh"));
+    ASSERT_EQ(node->value("children", Json::array()).size(), 1u);
+    EXPECT_TRUE(file.nodes[(*node)["children"][0].get<std::size_t>()]["extras"].contains("instances"));
 }
 
 TEST_F(GatheringTest, SmallMeshesBecomeOneWithPlacesAndNames)
