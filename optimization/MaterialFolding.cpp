@@ -7,7 +7,7 @@
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znMaterials.h"
-#include "scene/MaterialHash.h"
+#include "optimization/MaterialHash.h"
 
 #include <string>
 #include <utility>
@@ -152,7 +152,7 @@ void MaterialFolding::findRepresentatives()
         const osg::MaterialPtr material = materialWithId(id);
         if (!material)
             continue;
-        Bucket& bucket = buckets[{material->getType().getId(), osg::hashOf(material), znMaterials::getName(material)}];
+        Bucket& bucket = buckets[{material->getType().getId(), hashOf(material), znMaterials::getName(material)}];
         m_representatives[id] = representativeIn(bucket, material)->getContainerId();
     }
 }

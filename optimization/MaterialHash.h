@@ -4,12 +4,12 @@
 
 #include <cstdint>
 
-namespace osg
+namespace optimization
 {
 
-/// A number that is the same for all materials that are equal (see `FieldContainer::isEqual`), and mostly another for
+/// A number that is the same for all materials that are equal (see `osg::FieldContainer::isEqual`), and mostly another for
 /// those whose colours or surfaces differ, or those of the materials that they hold. Names and all other attachments
 /// do not count; textures count by how many there are. That of null is a number, too.
-std::uint64_t hashOf(const MaterialPtr& material);
+std::uint64_t hashOf(const osg::MaterialPtr& material);
 
-} // namespace osg
+} // namespace optimization

@@ -1,4 +1,4 @@
-#include "scene/MaterialHash.h"
+#include "optimization/MaterialHash.h"
 
 #include "host/OSGSystem/Names.h"
 #include "host/OSGSystem/SimpleMaterial.h"
@@ -49,10 +49,10 @@ TEST_F(MaterialHashTest, EqualMaterialsHaveOneHashWhateverTheirNames)
     const osg::SimpleMaterialPtr material = simple({-0.0f, 1, 0}), other = simple({0.0f, 1, 0});
     osg::setName(material, "steel");
     ASSERT_TRUE(osg::FieldContainer::isEqual(material, other));
-    EXPECT_EQ(osg::hashOf(material), osg::hashOf(other));
+    EXPECT_EQ(optimization::hashOf(material), optimization::hashOf(other));
     const osg::SwitchMaterialPtr choices = switchOf({simple(), {}}), like = switchOf({simple(), {}});
     ASSERT_TRUE(osg::FieldContainer::isEqual(choices, like));
-    EXPECT_EQ(osg::hashOf(choices), osg::hashOf(like));
+    EXPECT_EQ(optimization::hashOf(choices), optimization::hashOf(like));
 }
 
 TEST_F(MaterialHashTest, EachNumberOfALookCounts)
@@ -82,7 +82,7 @@ TEST_F(MaterialHashTest, EachNumberOfALookCounts)
     for (const Change& change : changes) {
         const osg::SimpleMaterialPtr material = simple();
         change(*material);
-        hashes.insert(osg::hashOf(material));
+        hashes.insert(optimization::hashOf(material));
     }
     EXPECT_EQ(hashes.size(), changes.size());
 }
@@ -109,13 +109,13 @@ TEST_F(MaterialHashTest, EachNumberOfASurfaceCounts)
         },
         [](osg::PhysicalSurface& surface) { surface.textures[osg::TextureSlot::BaseColor]; },
     };
-    std::set<std::uint64_t> hashes = {osg::hashOf(simple())};
+    std::set<std::uint64_t> hashes = {optimization::hashOf(simple())};
     for (const Change& change : changes) {
         osg::PhysicalSurface surface;
         change(surface);
         const osg::SimpleMaterialPtr material = simple();
         osg::setSurface(material, surface);
-        hashes.insert(osg::hashOf(material));
+        hashes.insert(optimization::hashOf(material));
     }
     EXPECT_EQ(hashes.size(), 1 + changes.size());
 }
@@ -124,9 +124,10 @@ TEST_F(MaterialHashTest, WhatAMaterialHoldsCounts)
 {
     const osg::SwitchMaterialPtr chosen = switchOf({simple(), simple({1, 0, 0})});
     chosen->setChoice(1);
-    const std::set<std::uint64_t> hashes = {osg::hashOf(switchOf({})), osg::hashOf(switchOf({simple()})),
-                                            osg::hashOf(switchOf({simple({1, 0, 0})})),
-                                            osg::hashOf(switchOf({simple(), simple({1, 0, 0})})), osg::hashOf(chosen)};
+    const std::set<std::uint64_t> hashes = {
+        optimization::hashOf(switchOf({})), optimization::hashOf(switchOf({simple()})),
+        optimization::hashOf(switchOf({simple({1, 0, 0})})),
+        optimization::hashOf(switchOf({simple(), simple({1, 0, 0})})), optimization::hashOf(chosen)};
     EXPECT_EQ(hashes.size(), 5u);
 }
 
@@ -135,14 +136,14 @@ TEST_F(MaterialHashTest, ARingEnds)
     const osg::SwitchMaterialPtr outer = switchOf({}), inner = switchOf({outer});
     inner.addRef();
     outer->editMaterials().push_back(inner);
-    EXPECT_EQ(osg::hashOf(outer), osg::hashOf(inner));
+    EXPECT_EQ(optimization::hashOf(outer), optimization::hashOf(inner));
     outer->editMaterials().clear();
     inner.subRef();
 }
 
 TEST_F(MaterialHashTest, NullHasOne)
 {
-    EXPECT_NE(osg::hashOf({}), osg::hashOf(simple()));
+    EXPECT_NE(optimization::hashOf({}), optimization::hashOf(simple()));
 }
 
 } // namespace

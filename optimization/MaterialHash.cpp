@@ -1,14 +1,14 @@
-#include "scene/MaterialHash.h"
+#include "optimization/MaterialHash.h"
 
 #include "host/OSGSystem/Cast.h"
 #include "host/OSGSystem/PhysicalSurface.h"
+#include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/SwitchMaterial.h"
 #include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
-#include "scene/MaterialLook.h"
 
 #include <bit>
 
-namespace osg
+namespace optimization
 {
 
 namespace
@@ -24,7 +24,7 @@ public:
     }
     /// Zeros of either sign are equal, so they count alike.
     void add(float value) { add(std::uint64_t(std::bit_cast<std::uint32_t>(value + 0.0f))); }
-    void add(const Color3f& color)
+    void add(const osg::Color3f& color)
     {
         for (const float value : {color.red, color.green, color.blue})
             add(value);
@@ -35,15 +35,15 @@ private:
     std::uint64_t m_value = 1;
 };
 
-void addLook(ValueHash& hash, const SurfaceLook& look)
+void addLook(ValueHash& hash, const osg::SurfaceLook& look)
 {
-    for (const Color3f& color : {look.ambient, look.diffuse, look.emission, look.specular})
+    for (const osg::Color3f& color : {look.ambient, look.diffuse, look.emission, look.specular})
         hash.add(color);
     hash.add(look.shininess);
     hash.add(look.transparency);
 }
 
-void addSurface(ValueHash& hash, const PhysicalSurface& surface)
+void addSurface(ValueHash& hash, const osg::PhysicalSurface& surface)
 {
     for (const float value : {surface.metalness, surface.roughness, surface.opacity, surface.alphaCutoff,
                               surface.emissionStrength, surface.transmission, surface.refraction, surface.clearcoat,
@@ -55,32 +55,37 @@ void addSurface(ValueHash& hash, const PhysicalSurface& surface)
 }
 
 /// What a material says of itself, whatever it holds.
-void addOwn(ValueHash& hash, const MaterialPtr& material)
+void addOwn(ValueHash& hash, const osg::MaterialPtr& material)
 {
-    if (const std::optional<SurfaceLook> look = lookOf(material))
-        addLook(hash, *look);
+    hash.add(std::uint64_t(material ? material->getType().getId() : 0));
+    if (const auto simple = osg::fcCast<osg::SimpleMaterial>(material))
+        addLook(hash, {simple->getAmbient(), simple->getDiffuse(), simple->getEmission(), simple->getSpecular(),
+                       simple->getShininess(), simple->getTransparency()});
+    else if (const auto uber = osg::fcCast<osg::UberMaterial>(material))
+        addLook(hash, uber->getLook());
     if (!material)
         return;
-    const AttachmentPtr surface = material->findAttachment(PhysicalSurfaceAttachmentBase::_type.getGroupId(), 0);
-    if (const auto physical = fcCast<PhysicalSurfaceAttachment>(surface))
+    const osg::AttachmentPtr surface =
+        material->findAttachment(osg::PhysicalSurfaceAttachmentBase::_type.getGroupId(), 0);
+    if (const auto physical = osg::fcCast<osg::PhysicalSurfaceAttachment>(surface))
         addSurface(hash, physical->getSurface());
 }
 
 } // namespace
 
 /// Only one level down: materials may hold each other in rings.
-std::uint64_t hashOf(const MaterialPtr& material)
+std::uint64_t hashOf(const osg::MaterialPtr& material)
 {
     ValueHash hash;
     addOwn(hash, material);
-    if (const auto choices = fcCast<SwitchMaterial>(material)) {
+    if (const auto choices = osg::fcCast<osg::SwitchMaterial>(material)) {
         hash.add(std::uint64_t(choices->getChoice()));
-        for (const MaterialPtr& choice : choices->getMaterials())
+        for (const osg::MaterialPtr& choice : choices->getMaterials())
             addOwn(hash, choice);
     }
-    if (const auto brdf = fcCast<UBRDFMaterial>(material))
+    if (const auto brdf = osg::fcCast<osg::UBRDFMaterial>(material))
         addOwn(hash, brdf->getEnvironment());
     return hash.value();
 }
 
-} // namespace osg
+} // namespace optimization
