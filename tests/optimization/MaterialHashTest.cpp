@@ -40,6 +40,14 @@ protected:
         return material;
     }
 
+    osg::UBRDFMaterialPtr brdf(const osg::MaterialPtr& environment)
+    {
+        const osg::UBRDFMaterialPtr material = osg::UBRDFMaterial::create();
+        m_held.emplace_back(material);
+        material->setEnvironment(environment);
+        return material;
+    }
+
 private:
     std::vector<osg::RefPtr<osg::MaterialPtr>> m_held;
 };
@@ -124,11 +132,19 @@ TEST_F(MaterialHashTest, WhatAMaterialHoldsCounts)
 {
     const osg::SwitchMaterialPtr chosen = switchOf({simple(), simple({1, 0, 0})});
     chosen->setChoice(1);
-    const std::set<std::uint64_t> hashes = {
-        optimization::hashOf(switchOf({})), optimization::hashOf(switchOf({simple()})),
-        optimization::hashOf(switchOf({simple({1, 0, 0})})),
-        optimization::hashOf(switchOf({simple(), simple({1, 0, 0})})), optimization::hashOf(chosen)};
-    EXPECT_EQ(hashes.size(), 5u);
+    const std::vector<osg::MaterialPtr> materials = {switchOf({}),
+                                                     switchOf({{}}),
+                                                     switchOf({simple()}),
+                                                     switchOf({simple({1, 0, 0})}),
+                                                     chosen,
+                                                     switchOf({simple(), simple({1, 0, 0})}),
+                                                     brdf({}),
+                                                     brdf(simple()),
+                                                     brdf(switchOf({}))};
+    std::set<std::uint64_t> hashes;
+    for (const osg::MaterialPtr& material : materials)
+        hashes.insert(optimization::hashOf(material));
+    EXPECT_EQ(hashes.size(), materials.size());
 }
 
 TEST_F(MaterialHashTest, ARingEnds)
