@@ -7,8 +7,9 @@
 namespace osg
 {
 
-/// Finds entries of a list by the hash of their keys. The list is the caller's; this holds no more than a place in it and
-/// a part of the hash for each entry, so that a key which is not there is told from the others without a look at them.
+/// Finds entries of a list by the hash of their keys. The list is the caller's; this holds no more than a place in it
+/// and a part of the hash for each entry, so that a key which is not there is told from the others without a look at
+/// them.
 class HashIndex
 {
 public:

@@ -39,8 +39,8 @@ private:
     std::deque<const Node*> m_nodes;
 };
 
-/// Calls `visit` for the node and all below it, each parent before its children, in the order of `parentsFirst`. `visit`
-/// changes no children.
+/// Calls `visit` for the node and all below it, each parent before its children, in the order of `parentsFirst`.
+/// `visit` changes no children.
 template <class Visit>
 void visitParentsFirst(const osg::NodePtr& root, const Visit& visit)
 {

@@ -1,6 +1,6 @@
-// What each step of the optimisation takes: on generated trees of 200,000 and of 400,000 nodes, with the counter "ratio"
-// to the time on one of half as many, the median of seven rounds that take the sizes in turn; and on imported files: an
-// assembly below the folder that ZN_CORPUS names, or the files named on the command line.
+// What each step of the optimisation takes: on generated trees of 200,000 and of 400,000 nodes, with the counter
+// "ratio" to the time on one of half as many, the median of seven rounds that take the sizes in turn; and on imported
+// files: an assembly below the folder that ZN_CORPUS names, or the files named on the command line.
 
 #include "bench/optimize/OptimizationRun.h"
 #include "bench/support/Ratio.h"
