@@ -8,9 +8,12 @@
 #include "host/OSGSystem/Geometry.h"
 #include "scene/MatrixMath.h"
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -248,16 +251,17 @@ double secondsFor(unsigned side)
     return double(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
+/// Over two doublings, and by the median of runs in turns: what else the machine does may double the time of one run.
 TEST(PackingTime, TwiceTheVerticesTakeTwiceTheTime)
 {
-    double once = 1e9;
-    double twice = 1e9;
-    for (int run = 0; run < 5; ++run) { // in turns: what else the machine does slows both
-        once = std::min(once, secondsFor(400));
-        twice = std::min(twice, secondsFor(566));
+    std::vector<double> ratios;
+    for (int run = 0; run < 5; ++run) {
+        const double once = secondsFor(300);
+        ratios.push_back(secondsFor(600) / once);
     }
-    RecordProperty("megabytesPerSecond", int(400 * 400 * 24 / once / 1e6));
-    EXPECT_LT(twice, once * 2.3);
+    std::sort(ratios.begin(), ratios.end());
+    RecordProperty("ratio", std::to_string(ratios[ratios.size() / 2]));
+    EXPECT_LT(ratios[ratios.size() / 2], 2.3 * 2.3);
 }
 
 } // namespace
