@@ -29,13 +29,20 @@ public:
             NodeAccess::fetchHeld(*m_nodes[Lists]);
         if (m_nodes.size() > Places)
             NodeAccess::fetchPlaces(*m_nodes[Places]);
-        if (m_nodes.size() > Children)
-            NodeAccess::fetch(*NodeAccess::children(*m_nodes[Children])->at(0));
-        if (m_nodes.size() > Held)
-            NodeAccess::fetchHeld(*NodeAccess::children(*m_nodes[Held])->at(0));
+        if (const Node* child = firstChildOf(Children))
+            NodeAccess::fetch(*child);
+        if (const Node* child = firstChildOf(Held))
+            NodeAccess::fetchHeld(*child);
     }
 
 private:
+    /// Null where there is none, or no node at `place`. Where memory was out, a list may be empty.
+    const Node* firstChildOf(std::size_t place) const
+    {
+        const ChildList* children = place < m_nodes.size() ? NodeAccess::children(*m_nodes[place]) : nullptr;
+        return children && children->size() > 0 ? children->at(0) : nullptr;
+    }
+
     std::deque<const Node*> m_nodes;
 };
 
