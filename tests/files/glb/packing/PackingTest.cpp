@@ -198,7 +198,8 @@ TEST_F(PackingTest, LinesAndPointsArePackedWithTheirTriangles)
 TEST_F(PackingTest, EqualVerticesAreWeldedInPlainFiles)
 {
     osg::Mesh mesh;
-    mesh.positions = std::vector<osg::Vec3f>{{1, 2, 3}, {5, 2, 3}, {5, 8, 3}, {1, 2, 3}, {5, 8, 3}, {1, 8, 3}};
+    mesh.positions =
+        std::vector<osg::Vec3f>{{1, 2, 3}, {5, 2, 3}, {5, 8, 3}, {1, 2, 3}, {5, 8, 3}, {1, 8, 3}, {90, 90, 90}};
     mesh.triangles = std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5};
     at("soup", 0, geometry("soup", mesh));
     options.packing = {};
@@ -207,6 +208,9 @@ TEST_F(PackingTest, EqualVerticesAreWeldedInPlainFiles)
     EXPECT_EQ(file.array<float>(0).size(), 12u);
     EXPECT_EQ(file.array<std::uint16_t>(1), (std::vector<std::uint16_t>{0, 1, 2, 0, 2, 3}));
     EXPECT_FALSE(file.json.contains("extensionsUsed"));
+    // Of those that are left: the last one is in no triangle.
+    EXPECT_EQ(file.json["accessors"][0].value("min", nlohmann::json()), nlohmann::json::parse("[1.0, 2.0, 3.0]"));
+    EXPECT_EQ(file.json["accessors"][0].value("max", nlohmann::json()), nlohmann::json::parse("[5.0, 8.0, 3.0]"));
 }
 
 TEST_F(PackingTest, EmptyScenesStayAsTheyAre)
