@@ -116,6 +116,10 @@ TEST_F(MaterialHashTest, EachNumberOfASurfaceCounts)
             surface.specularColor = {0, 0.5f, 0};
         },
         [](osg::PhysicalSurface& surface) { surface.textures[osg::TextureSlot::BaseColor]; },
+        [](osg::PhysicalSurface& surface) {
+            surface.textures[osg::TextureSlot::BaseColor];
+            surface.textures[osg::TextureSlot::Normal];
+        },
     };
     std::set<std::uint64_t> hashes = {optimization::hashOf(simple())};
     for (const Change& change : changes) {

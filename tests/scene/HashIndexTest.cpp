@@ -37,6 +37,8 @@ TEST(HashIndexTest, OfOneHashTheEarliestThatIsWantedIsFound)
         index.add(5, entry);
     EXPECT_EQ(index.find(5, [](std::uint32_t entry) { return entry % 10 == 3; }), 3u);
     EXPECT_EQ(index.find(5, [](std::uint32_t) { return false; }), HashIndex::None);
+    for (std::uint64_t hash = 6; hash < 1000; ++hash)
+        EXPECT_EQ(index.find(hash, [](std::uint32_t) { return true; }), HashIndex::None) << hash;
 }
 
 } // namespace
