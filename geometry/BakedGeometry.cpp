@@ -77,29 +77,44 @@ osg::Mesh transformed(const osg::Mesh& mesh, const osg::Matrix& matrix)
 }
 
 /// Zeros of either sign are equal, so they count alike.
-std::size_t BakedGeometry::KeyHash::operator()(const Key& key) const
+std::uint64_t BakedGeometry::hashOf(const Key& key)
 {
-    std::uint64_t hash = key.first;
-    for (const float value : key.second)
+    std::uint64_t hash = key.sourceId;
+    for (const float value : key.matrix)
         hash = (hash ^ std::bit_cast<std::uint32_t>(value + 0.0f)) * 0x9e3779b97f4a7c15u;
-    return static_cast<std::size_t>(hash ^ (hash >> 32));
+    return hash;
 }
 
-osg::GeometryPtr BakedGeometry::remembered(const osg::GeometryPtr& source, const osg::Matrix& matrix) const
+BakedGeometry::Entry* BakedGeometry::find(const Key& key, std::uint64_t hash)
 {
-    const auto found = m_entries.find({source->getContainerId(), matrix.values});
-    if (found == m_entries.end() || found->second.source.lock() != osg::GeometryAccess::sharedMesh(*source))
+    const std::uint32_t found = m_index.find(hash, [&](std::uint32_t entry) { return m_entries[entry].key == key; });
+    return found == osg::HashIndex::None ? nullptr : &m_entries[found];
+}
+
+BakedGeometry::Entry& BakedGeometry::entryOf(const Key& key, std::uint64_t hash)
+{
+    if (Entry* known = find(key, hash))
+        return *known;
+    m_index.add(hash, static_cast<std::uint32_t>(m_entries.size()));
+    m_entries.push_back({key, 0, {}, {}});
+    return m_entries.back();
+}
+
+osg::GeometryPtr BakedGeometry::remembered(const osg::GeometryPtr& source, const Key& key, std::uint64_t hash)
+{
+    const Entry* found = find(key, hash);
+    if (!found || found->source.lock() != osg::GeometryAccess::sharedMesh(*source))
         return {};
-    const auto result =
-        osg::fcCast<osg::Geometry>(osg::FieldContainerFactory::the()->getContainer(found->second.resultId));
-    return result && osg::GeometryAccess::sharedMesh(*result) == found->second.result.lock() ? result
-                                                                                             : osg::GeometryPtr();
+    const auto result = osg::fcCast<osg::Geometry>(osg::FieldContainerFactory::the()->getContainer(found->resultId));
+    return result && osg::GeometryAccess::sharedMesh(*result) == found->result.lock() ? result : osg::GeometryPtr();
 }
 
 void BakedGeometry::bake(const osg::NodePtr& node, const osg::Matrix& matrix)
 {
     const auto source = osg::fcCast<osg::Geometry>(node->getCore());
-    if (const osg::GeometryPtr known = remembered(source, matrix))
+    const Key key{source->getContainerId(), matrix.values};
+    const std::uint64_t hash = hashOf(key);
+    if (const osg::GeometryPtr known = remembered(source, key, hash))
         return osg::exchangeCore(node, known);
     const std::shared_ptr<const osg::Mesh> original = osg::GeometryAccess::sharedMesh(*source);
     if (!original)
@@ -108,7 +123,10 @@ void BakedGeometry::bake(const osg::NodePtr& node, const osg::Matrix& matrix)
     if (source->getRefCount() == 1)
         return osg::exchangeMesh(source, std::move(mesh));
     const osg::GeometryPtr copy(static_cast<osg::Geometry*>(osg::ContainerAccess::copy(*source).get()));
-    m_entries[{source->getContainerId(), matrix.values}] = {copy->getContainerId(), original, mesh};
+    Entry& entry = entryOf(key, hash);
+    entry.resultId = copy->getContainerId();
+    entry.source = original;
+    entry.result = mesh;
     osg::exchangeMesh(copy, std::move(mesh));
     osg::exchangeCore(node, copy);
 }

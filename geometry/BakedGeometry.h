@@ -2,13 +2,13 @@
 
 #include "host/OSGSystem/Geometry.h"
 #include "host/OSGSystem/Math.h"
+#include "scene/HashIndex.h"
 #include "scene/Mesh.h"
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <memory>
-#include <unordered_map>
-#include <utility>
 
 namespace geometry
 {
@@ -28,20 +28,27 @@ public:
     void bake(const osg::NodePtr& node, const osg::Matrix& matrix);
 
 private:
-    using Key = std::pair<std::uint32_t, std::array<float, 16>>; ///< id of the core and the matrix
+    struct Key {
+        std::uint32_t sourceId = 0;
+        std::array<float, 16> matrix;
+        friend bool operator==(const Key&, const Key&) = default;
+    };
     struct Entry {
+        Key key;
         std::uint32_t resultId = 0;
         std::weak_ptr<const osg::Mesh> source;
         std::weak_ptr<const osg::Mesh> result;
     };
 
-    osg::GeometryPtr remembered(const osg::GeometryPtr& source, const osg::Matrix& matrix) const;
+    static std::uint64_t hashOf(const Key& key);
+    /// What became of `source`, whose id the key has.
+    osg::GeometryPtr remembered(const osg::GeometryPtr& source, const Key& key, std::uint64_t hash);
+    /// The entry of `key`, a new one when there is none.
+    Entry& entryOf(const Key& key, std::uint64_t hash);
+    Entry* find(const Key& key, std::uint64_t hash);
 
-    struct KeyHash {
-        std::size_t operator()(const Key& key) const;
-    };
-
-    std::unordered_map<Key, Entry, KeyHash> m_entries;
+    std::deque<Entry> m_entries; ///< they are many, and stay where they are
+    osg::HashIndex m_index;
 };
 
 } // namespace geometry

@@ -7,12 +7,14 @@
 #include "scene/Attachments.h"
 #include "scene/ContainerRegistry.h"
 #include "scene/GeometryWalk.h"
+#include "scene/IdSet.h"
+#include "scene/NodeAccess.h"
 #include "scene/SceneEdits.h"
 
 #include <algorithm>
-#include <map>
+#include <span>
 #include <tuple>
-#include <unordered_set>
+#include <utility>
 
 namespace geometry
 {
@@ -21,71 +23,140 @@ namespace
 {
 
 /// Children of one node that may become one.
-using Companions = std::vector<osg::NodePtr>;
-/// The ids of the geometries of companions.
-using Signature = std::vector<std::uint32_t>;
+using Companions = std::span<const osg::NodePtr>;
+/// The ids of the geometries of companions, in their order.
+using Signature = std::span<const std::uint32_t>;
 
-Signature signatureOf(const Companions& companions)
+/// All companions of a tree, those of one signature together. They lie in few arrays, since there are many of them.
+class Places
 {
-    Signature ids;
-    for (const osg::NodePtr& node : companions)
-        ids.push_back(node->getCore()->getContainerId());
-    return ids;
-}
+public:
+    explicit Places(const MergingChoice& choice) : m_choice(&choice) {}
 
-/// Cuts `companions` where the next one would be too much, and appends the pieces that are several.
-void appendPieces(const Companions& companions, std::size_t mostVertices, std::vector<Companions>& several)
-{
-    std::vector<Companions> pieces(1);
-    std::size_t vertices = 0;
-    for (const osg::NodePtr& node : companions) {
-        const std::size_t more = osg::GeometryAccess::mesh(*geometryOf(node)).positions.size();
-        if (more > mostVertices - std::min(vertices, mostVertices)) {
-            pieces.emplace_back();
-            vertices = 0;
+    /// Adds the companions among the children of `parent`: of one material and one make, several each, in their order.
+    void addBelow(const osg::NodePtr& parent)
+    {
+        findCandidates(parent);
+        for (auto first = m_candidates.begin(); first != m_candidates.end();) {
+            const auto last = std::find_if(first, m_candidates.end(),
+                                           [&](const Candidate& other) { return other.look != first->look; });
+            addAlike({first, last});
+            first = last;
         }
-        pieces.back().push_back(node);
-        vertices += more;
     }
-    for (Companions& piece : pieces)
-        if (piece.size() > 1)
-            several.push_back(std::move(piece));
-}
 
-/// The children of `parent` of one material and one make, several each, in their order.
-std::vector<Companions> companionsBelow(const osg::NodePtr& parent, const MergingChoice& choice)
-{
-    std::map<std::tuple<osg::Material*, MeshMake>, Companions> byLook;
-    for (unsigned i = 0; i < parent->getNChildren(); ++i) {
-        const osg::NodePtr child = parent->getChild(i);
-        if (!isMergeable(child) || choice.kept.contains(child.get()))
-            continue;
-        const osg::GeometryPtr geometry = geometryOf(child);
-        byLook[{geometry->getMaterial().get(), makeOf(osg::GeometryAccess::mesh(*geometry))}].push_back(child);
+    /// Calls `visit` with each signature and its companions in the order in which they came, by growing signature.
+    template <class Visit>
+    void forEachSignature(const Visit& visit)
+    {
+        const auto byIds = [this](const Piece& a, const Piece& b) {
+            return std::ranges::lexicographical_compare(signatureOf(a), signatureOf(b));
+        };
+        std::stable_sort(m_pieces.begin(), m_pieces.end(), byIds);
+        std::vector<Companions> places;
+        for (auto first = m_pieces.begin(); first != m_pieces.end();) {
+            places.clear();
+            auto step = first;
+            for (; step != m_pieces.end() && std::ranges::equal(signatureOf(*step), signatureOf(*first)); ++step)
+                places.emplace_back(m_nodes.data() + step->first, step->count);
+            visit(signatureOf(*first), places);
+            first = step;
+        }
     }
-    std::vector<Companions> several;
-    for (const auto& [look, companions] : byLook)
-        appendPieces(companions, choice.mostVertices, several);
-    return several;
-}
 
-/// Companions by what they are made of, so that the places of one part lie together.
-using Places = std::map<Signature, std::vector<Companions>>;
+private:
+    /// What geometries have in common that may become one.
+    using Look = std::pair<osg::Material*, MeshMake>;
 
-/// Takes out the nodes whose geometry is used anywhere but in `places`.
-void dropUsedElsewhere(std::vector<Companions>& places)
-{
-    std::map<std::uint32_t, std::size_t> uses;
-    for (const std::uint32_t id : signatureOf(places.front()))
-        ++uses[id];
-    for (Companions& companions : places)
-        std::erase_if(companions, [&](const osg::NodePtr& node) {
-            const std::size_t inEach = uses[node->getCore()->getContainerId()];
-            return inEach > 1 || std::size_t(node->getCore()->getRefCount()) != places.size();
+    struct Candidate {
+        Look look;
+        unsigned child; ///< its index in the parent
+        std::size_t vertices;
+        osg::NodePtr node;
+    };
+
+    /// Of `m_nodes` and `m_ids`.
+    struct Piece {
+        std::size_t first;
+        std::size_t count;
+    };
+
+    Signature signatureOf(const Piece& piece) const { return {m_ids.data() + piece.first, piece.count}; }
+
+    void findCandidates(const osg::NodePtr& parent)
+    {
+        m_candidates.clear();
+        for (unsigned i = 0; i < parent->getNChildren(); ++i) {
+            osg::NodeAccess::fetchChildrenAfter(*parent, i);
+            const osg::NodePtr child = parent->getChild(i);
+            if (!isMergeable(child) || m_choice->kept.contains(child.get()))
+                continue;
+            const osg::GeometryPtr geometry = geometryOf(child);
+            const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
+            m_candidates.push_back({{geometry->getMaterial().get(), makeOf(mesh)}, i, mesh.positions.size(), child});
+        }
+        std::sort(m_candidates.begin(), m_candidates.end(), [](const Candidate& a, const Candidate& b) {
+            return std::tie(a.look, a.child) < std::tie(b.look, b.child);
         });
+    }
+
+    /// Cuts them where the next one would be too much, and keeps the pieces that are several.
+    void addAlike(std::span<const Candidate> alike)
+    {
+        std::size_t begin = 0, vertices = 0;
+        for (std::size_t i = 0; i < alike.size(); ++i) {
+            if (alike[i].vertices > m_choice->mostVertices - std::min(vertices, m_choice->mostVertices)) {
+                addPiece(alike.subspan(begin, i - begin));
+                begin = i;
+                vertices = 0;
+            }
+            vertices += alike[i].vertices;
+        }
+        addPiece(alike.subspan(begin));
+    }
+
+    void addPiece(std::span<const Candidate> several)
+    {
+        if (several.size() < 2)
+            return;
+        m_pieces.push_back({m_nodes.size(), several.size()});
+        for (const Candidate& candidate : several) {
+            m_nodes.push_back(candidate.node);
+            m_ids.push_back(candidate.node->getCore()->getContainerId());
+        }
+    }
+
+    const MergingChoice* m_choice;
+    std::vector<Candidate> m_candidates; ///< of one parent
+    std::vector<osg::NodePtr> m_nodes;
+    std::vector<std::uint32_t> m_ids; ///< of their geometries
+    std::vector<Piece> m_pieces;
+};
+
+/// The indices of those companions whose geometry is used nowhere but in `places`, once in each.
+std::vector<std::size_t> usedHereAlone(Signature signature, const std::vector<Companions>& places)
+{
+    std::vector<std::uint32_t> sorted(signature.begin(), signature.end());
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<std::size_t> result;
+    for (std::size_t i = 0; i < signature.size(); ++i) {
+        const auto [first, last] = std::equal_range(sorted.begin(), sorted.end(), signature[i]);
+        if (last - first == 1 && places.front()[i]->getCore()->getRefCount() == places.size())
+            result.push_back(i);
+    }
+    return result;
 }
 
-osg::GeometryPtr mergedGeometry(const Companions& companions)
+std::vector<osg::NodePtr> chosen(Companions companions, const std::vector<std::size_t>& indices)
+{
+    std::vector<osg::NodePtr> result;
+    result.reserve(indices.size());
+    for (const std::size_t index : indices)
+        result.push_back(companions[index]);
+    return result;
+}
+
+osg::GeometryPtr mergedGeometry(Companions companions)
 {
     std::vector<std::shared_ptr<const osg::Mesh>> meshes;
     for (const osg::NodePtr& node : companions)
@@ -104,12 +175,12 @@ osg::GeometryPtr mergedGeometry(const Companions& companions)
 class Leftovers
 {
 public:
-    void add(const Companions& companions)
+    void add(Companions companions)
     {
-        for (std::size_t i = 1; i < companions.size(); ++i)
-            m_nodes.insert(companions[i].get());
+        for (const osg::NodePtr& node : companions.subspan(1))
+            m_nodes.insert(node->getContainerId());
         const osg::NodePtr parent = companions.front()->getParent();
-        if (m_known.insert(parent.get()).second)
+        if (m_known.insert(parent->getContainerId()))
             m_parents.push_back(parent);
     }
 
@@ -119,15 +190,15 @@ public:
         for (const osg::NodePtr& parent : m_parents) {
             osg::beginEditCP(parent, osg::Node::ChildrenFieldMask, 1);
             for (unsigned i = parent->getNChildren(); i-- > 0;)
-                if (const osg::NodePtr child = parent->getChild(i); m_nodes.contains(child.get()))
+                if (const osg::NodePtr child = parent->getChild(i); m_nodes.contains(child->getContainerId()))
                     parent->subChild(child);
             osg::endEditCP(parent, osg::Node::ChildrenFieldMask, 1);
         }
     }
 
 private:
-    std::unordered_set<const osg::Node*> m_nodes;
-    std::unordered_set<const osg::Node*> m_known;
+    osg::IdSet m_nodes;
+    osg::IdSet m_known;
     std::vector<osg::NodePtr> m_parents;
 };
 
@@ -151,23 +222,23 @@ bool isMergeable(const osg::NodePtr& node)
 
 void mergeGeometry(const osg::NodePtr& root, const MergingChoice& choice)
 {
-    Places all;
+    Places all(choice);
     for (const osg::NodePtr& node : parentsFirst(root))
-        for (Companions& companions : companionsBelow(node, choice))
-            all[signatureOf(companions)].push_back(std::move(companions));
+        all.addBelow(node);
     Leftovers leftovers;
-    for (auto& [signature, places] : all) {
-        dropUsedElsewhere(places);
-        if (places.front().size() < 2)
-            continue;
-        const osg::GeometryPtr merged = mergedGeometry(places.front());
+    all.forEachSignature([&leftovers](Signature signature, const std::vector<Companions>& places) {
+        const std::vector<std::size_t> joining = usedHereAlone(signature, places);
+        if (joining.size() < 2)
+            return;
+        const osg::GeometryPtr merged = mergedGeometry(chosen(places.front(), joining));
         if (!merged)
-            continue;
+            return;
         for (const Companions& companions : places) {
-            osg::exchangeCore(companions.front(), merged);
-            leftovers.add(companions);
+            const std::vector<osg::NodePtr> nodes = chosen(companions, joining);
+            osg::exchangeCore(nodes.front(), merged);
+            leftovers.add(nodes);
         }
-    }
+    });
     leftovers.takeOut();
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace geometry
 {
@@ -13,25 +14,44 @@ namespace
 
 using Meshes = std::span<const std::shared_ptr<const osg::Mesh>>;
 
+/// Room for as many values as the meshes have in `values`.
+template <class T>
+std::vector<T> roomFor(Meshes meshes, osg::Buffer<T> osg::Mesh::*values)
+{
+    std::size_t size = 0;
+    for (const auto& mesh : meshes)
+        size += ((*mesh).*values).size();
+    std::vector<T> room;
+    room.reserve(size);
+    return room;
+}
+
+/// An array that holds nothing owns nothing, either: most meshes have few of their arrays.
+template <class T>
+osg::Buffer<T> filled(std::vector<T> values)
+{
+    return values.empty() ? osg::Buffer<T>() : osg::Buffer<T>(std::move(values));
+}
+
 template <class T>
 osg::Buffer<T> joinedValues(Meshes meshes, osg::Buffer<T> osg::Mesh::*values)
 {
-    std::vector<T> all;
+    std::vector<T> all = roomFor(meshes, values);
     for (const auto& mesh : meshes)
         all.insert(all.end(), ((*mesh).*values).begin(), ((*mesh).*values).end());
-    return all;
+    return filled(std::move(all));
 }
 
 osg::Buffer<std::uint32_t> joinedIndices(Meshes meshes, osg::Buffer<std::uint32_t> osg::Mesh::*indices)
 {
-    std::vector<std::uint32_t> all;
+    std::vector<std::uint32_t> all = roomFor(meshes, indices);
     std::uint32_t base = 0;
     for (const auto& mesh : meshes) {
         for (const std::uint32_t index : (*mesh).*indices)
             all.push_back(base + index);
         base += static_cast<std::uint32_t>(mesh->positions.size());
     }
-    return all;
+    return filled(std::move(all));
 }
 
 osg::Buffer<osg::FaceRange> joinedFaces(Meshes meshes)

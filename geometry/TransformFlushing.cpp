@@ -8,6 +8,7 @@
 #include "host/znOpenSGExt/ExtReference.h"
 #include "scene/ContainerRegistry.h"
 #include "scene/MatrixMath.h"
+#include "scene/NodeAccess.h"
 #include "scene/SceneEdits.h"
 
 #include <algorithm>
@@ -69,6 +70,7 @@ public:
         while (!m_steps.empty()) {
             const Step step = m_steps.back();
             m_steps.pop_back();
+            fetchAhead();
             visit(step);
         }
         // Not before: the walk counts the children of its nodes.
@@ -78,6 +80,15 @@ public:
     }
 
 private:
+    void fetchAhead() const
+    {
+        using osg::NodeAccess;
+        if (m_steps.size() >= NodeAccess::FarAhead)
+            NodeAccess::fetch(*m_steps[m_steps.size() - NodeAccess::FarAhead].node);
+        if (m_steps.size() >= NodeAccess::NearAhead)
+            NodeAccess::fetchHeld(*m_steps[m_steps.size() - NodeAccess::NearAhead].node);
+    }
+
     void visit(const Step& step)
     {
         const osg::NodeCorePtr core = step.node->getCore();

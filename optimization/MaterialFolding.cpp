@@ -7,6 +7,7 @@
 #include "host/OSGSystem/MaterialGroup.h"
 #include "host/OSGSystem/TreeFunctions.h"
 #include "host/znOpenSGUtils/znMaterials.h"
+#include "optimization/MaterialHash.h"
 
 #include <string>
 #include <utility>
@@ -50,12 +51,16 @@ osg::MaterialPtr materialWithId(std::uint32_t id)
 
 struct BucketKey {
     std::uint32_t type;
+    std::uint64_t hash; ///< of what else there is to a material
     std::string name;
     friend bool operator==(const BucketKey&, const BucketKey&) = default;
 };
 
 struct BucketHash {
-    std::size_t operator()(const BucketKey& key) const { return std::hash<std::string>()(key.name) * 31 + key.type; }
+    std::size_t operator()(const BucketKey& key) const
+    {
+        return (std::hash<std::string>()(key.name) * 31 + key.type) * 31 + static_cast<std::size_t>(key.hash);
+    }
 };
 
 /// One material of each kind, the first that came.
@@ -147,7 +152,7 @@ void MaterialFolding::findRepresentatives()
         const osg::MaterialPtr material = materialWithId(id);
         if (!material)
             continue;
-        Bucket& bucket = buckets[{material->getType().getId(), znMaterials::getName(material)}];
+        Bucket& bucket = buckets[{material->getType().getId(), hashOf(material), znMaterials::getName(material)}];
         m_representatives[id] = representativeIn(bucket, material)->getContainerId();
     }
 }

@@ -12,7 +12,8 @@ namespace optimization
 /// Makes one material of the equal materials in a tree: of those with equal fields and the same name, to the letter,
 /// the one with the lowest container id. No material is made, and none is changed.
 ///
-/// Materials are bucketed by class and name, and each is compared with one of every kind in its bucket only.
+/// Materials are bucketed by class, name and hash, and each is compared with one of every kind in its bucket only: the
+/// time is linear in the materials, however many have one name.
 class MaterialFolding
 {
 public:

@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Transform.h"
 #include "scene/MatrixMath.h"
 #include "scene/Mesh.h"
+#include "scene/NodeAccess.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,19 +35,27 @@ void addPoint(Box& box, const Matrix& m, const Vec3f& p)
         box.add(placed[0], placed[1], placed[2]);
 }
 
-template <class Visit>
-void forEachUsed(const Mesh& mesh, const Visit& visit)
+/// The vertices of meshes that something draws, each once.
+class UsedVertices
 {
-    std::vector<bool> seen(mesh.positions.size(), false);
-    for (const Buffer<std::uint32_t>* indices : {&mesh.triangles, &mesh.lines, &mesh.points}) {
-        for (const std::uint32_t index : *indices) {
-            if (index >= seen.size() || seen[index])
-                continue;
-            seen[index] = true;
-            visit(mesh.positions[index]);
+public:
+    template <class Visit>
+    void forEach(const Mesh& mesh, const Visit& visit)
+    {
+        m_seen.assign(mesh.positions.size(), false);
+        for (const Buffer<std::uint32_t>* indices : {&mesh.triangles, &mesh.lines, &mesh.points}) {
+            for (const std::uint32_t index : *indices) {
+                if (index >= m_seen.size() || m_seen[index])
+                    continue;
+                m_seen[index] = true;
+                visit(mesh.positions[index]);
+            }
         }
     }
-}
+
+private:
+    std::vector<bool> m_seen; ///< one for all meshes
+};
 
 /// Room for the rounding of coordinates that are computed in two ways, as a share of the larger one.
 constexpr double rounding = 1e-12;
@@ -77,18 +86,32 @@ bool staysWithin(const Box& inner, const Matrix& matrix, const Box& outer)
 class PlacedBounds
 {
 public:
-    void add(const Mesh& mesh, const Matrix& matrix)
+    void add(const Geometry& geometry, const Matrix& matrix)
     {
+        const Mesh& mesh = GeometryAccess::mesh(geometry);
+        if (!mayBePlacedAgain(geometry))
+            return addVertices(mesh, matrix, m_box);
         const auto [own, isNew] = m_own.try_emplace(&mesh);
         if (isNew)
-            forEachUsed(mesh, [&box = own->second](const Vec3f& p) { addPoint(box, Matrix(), p); });
-        if (own->second.isEmpty() || staysWithin(own->second, matrix, m_box))
-            return;
-        forEachUsed(mesh, [&](const Vec3f& p) { addPoint(m_box, matrix, p); });
+            addVertices(mesh, Matrix(), own->second);
+        if (!own->second.isEmpty() && !staysWithin(own->second, matrix, m_box))
+            addVertices(mesh, matrix, m_box);
     }
     const Box& box() const { return m_box; }
 
 private:
+    static bool mayBePlacedAgain(const Geometry& geometry)
+    {
+        constexpr long HereAndInGeometry = 2;
+        return geometry.getRefCount() > 1 || GeometryAccess::sharedMesh(geometry).use_count() > HereAndInGeometry;
+    }
+
+    void addVertices(const Mesh& mesh, const Matrix& matrix, Box& box)
+    {
+        m_vertices.forEach(mesh, [&](const Vec3f& p) { addPoint(box, matrix, p); });
+    }
+
+    UsedVertices m_vertices;
     std::unordered_map<const Mesh*, Box> m_own; ///< without a place
     Box m_box;
 };
@@ -129,8 +152,9 @@ Box worldBounds(const NodePtr& node)
         const Step step = steps.back();
         steps.pop_back();
         if (const GeometryPtr geometry = fcCast<Geometry>(step.node->getCore()))
-            bounds.add(GeometryAccess::mesh(*geometry), step.matrix);
+            bounds.add(*geometry, step.matrix);
         for (unsigned i = 0; i < step.node->getNChildren(); ++i) {
+            NodeAccess::fetchChildrenAfter(*step.node, i);
             const NodePtr child = step.node->getChild(i);
             steps.push_back({child, below(step.matrix, child)});
         }

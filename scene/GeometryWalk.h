@@ -1,10 +1,9 @@
 #pragma once
 
 #include "host/OSGSystem/Cast.h"
+#include "scene/IdSet.h"
 #include "scene/Mesh.h"
 #include "scene/NodeWalk.h"
-
-#include <unordered_set>
 
 namespace osg
 {
@@ -19,11 +18,29 @@ inline osg::GeometryPtr geometryOf(const osg::NodePtr& node)
 inline std::vector<osg::GeometryPtr> geometriesBelow(const osg::NodePtr& root)
 {
     std::vector<osg::GeometryPtr> found;
-    std::unordered_set<std::uint32_t> known;
-    for (const osg::NodePtr& node : parentsFirst(root))
-        if (const osg::GeometryPtr geometry = geometryOf(node);
-            geometry && known.insert(geometry->getContainerId()).second)
+    IdSet known;
+    visitParentsFirst(root, [&](const osg::NodePtr& node) {
+        if (const osg::GeometryPtr geometry = geometryOf(node); geometry && known.insert(geometry->getContainerId()))
             found.push_back(geometry);
+    });
+    return found;
+}
+
+/// Those of `geometriesBelow` whose meshes have anything in `array`.
+template <class T>
+std::vector<osg::GeometryPtr> geometriesWith(const osg::NodePtr& root, osg::Buffer<T> osg::Mesh::*array)
+{
+    std::vector<osg::GeometryPtr> found = geometriesBelow(root);
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (i + NodeAccess::FarAhead < found.size())
+            __builtin_prefetch(found[i + NodeAccess::FarAhead].get());
+        if (i + NodeAccess::NearAhead < found.size())
+            __builtin_prefetch(&(GeometryAccess::mesh(*found[i + NodeAccess::NearAhead]).*array));
+        if (!(GeometryAccess::mesh(*found[i]).*array).empty())
+            found[kept++] = found[i];
+    }
+    found.resize(kept);
     return found;
 }
 

@@ -61,6 +61,7 @@ Action::ResultE traverse(const NodePtr& node, const std::function<Action::Result
             path.pop_back();
             continue;
         }
+        NodeAccess::fetchChildrenAfter(*step.node, step.nextChild);
         const NodePtr child = step.node->getChild(step.nextChild++);
         const Action::ResultE result = visitor(child);
         if (result == Action::Quit)

@@ -9,7 +9,6 @@
 #include "scene/NodeWalk.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 
 namespace osg
@@ -18,13 +17,14 @@ namespace osg
 namespace
 {
 
-/// What the children of a node are once wrappers are gone: none, one, or more.
+/// A node, and what its children are once wrappers are gone: none, one, or more.
 struct Content {
+    Node* node = nullptr;
+    std::uint32_t only = 0; ///< the number of the one
     enum : std::uint8_t { None, One, More } count = None;
     bool isWrapper = false; ///< the node itself
-    std::size_t only = 0;   ///< the number of the one
 
-    void add(std::size_t child)
+    void add(std::uint32_t child)
     {
         count = count == None ? One : More;
         only = child;
@@ -80,12 +80,15 @@ const char* nameOf(const NodePtr& node)
 class Decision
 {
 public:
-    explicit Decision(const NodePtr& root) : m_nodes(parentsFirst(root)), m_contents(m_nodes.size())
+    explicit Decision(const NodePtr& root)
     {
-        std::size_t end = m_nodes.size();
-        for (std::size_t i = m_nodes.size(); i-- > 0;) {
-            const std::size_t first = end - m_nodes[i]->getNChildren();
-            decide(i, first, end);
+        visitParentsFirst(root, [this](const NodePtr& node) { m_contents.push_back({node.get()}); });
+        auto end = static_cast<std::uint32_t>(m_contents.size());
+        for (std::uint32_t i = end; i-- > 0;) {
+            fetchBefore(i);
+            const std::uint32_t first = end - m_contents[i].node->getNChildren();
+            if (first < end)
+                decide(i, first, end);
             end = first;
         }
     }
@@ -93,31 +96,39 @@ public:
     template <class Take>
     void each(Take take) const
     {
-        for (std::size_t i = 0; i < m_nodes.size(); ++i)
-            if (m_contents[i].isWrapper)
-                take(m_nodes[i]);
+        for (const Content& content : m_contents)
+            if (content.isWrapper)
+                take(NodePtr(content.node));
     }
 
 private:
-    void decide(std::size_t number, std::size_t firstChild, std::size_t endOfChildren)
+    void fetchBefore(std::uint32_t number) const
+    {
+        if (number >= NodeAccess::FarAhead)
+            NodeAccess::fetch(*m_contents[number - NodeAccess::FarAhead].node);
+        if (number >= NodeAccess::NearAhead)
+            NodeAccess::fetchHeld(*m_contents[number - NodeAccess::NearAhead].node);
+    }
+
+    /// Of a node with children; one without is no wrapper and has no content.
+    void decide(std::uint32_t number, std::uint32_t firstChild, std::uint32_t endOfChildren)
     {
         Content& content = m_contents[number];
-        for (std::size_t child = firstChild; child < endOfChildren; ++child)
+        for (std::uint32_t child = firstChild; child < endOfChildren; ++child)
             if (m_contents[child].isWrapper)
                 content.add(m_contents[child]);
             else
                 content.add(child);
-        const NodePtr& node = m_nodes[number];
+        const NodePtr node(content.node);
+        const NodePtr only(content.count == Content::One ? m_contents[content.only].node : nullptr);
         const char* name = nameOf(node);
-        const bool holdsItsName =
-            content.count == Content::One && *name && std::strcmp(name, nameOf(m_nodes[content.only])) == 0;
+        const bool holdsItsName = only && *name && std::strcmp(name, nameOf(only)) == 0;
         content.isWrapper = number > 0 && (!*name || holdsItsName) && saysNothing(node);
-        if (!content.isWrapper && holdsItsName && saysNothing(m_nodes[content.only]))
+        if (!content.isWrapper && holdsItsName && saysNothing(only))
             m_contents[content.only].isWrapper = true;
     }
 
-    std::vector<NodePtr> m_nodes;
-    std::vector<Content> m_contents; ///< by the number of the node
+    std::vector<Content> m_contents; ///< parents first
 };
 
 } // namespace
@@ -126,7 +137,7 @@ Wrappers::Wrappers(const NodePtr& root)
 {
     Decision(root).each([this](const NodePtr& node) {
         m_nodes.push_back(node);
-        m_known.insert(node.get());
+        m_known.insert(node->getContainerId());
     });
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/OSGSystem/Node.h"
+#include "scene/IdSet.h"
 
-#include <unordered_set>
 #include <vector>
 
 namespace osg
@@ -23,13 +23,13 @@ public:
     /// Takes the tree as it is now. The root is none. Linear in the nodes of the tree.
     explicit Wrappers(const NodePtr& root);
 
-    bool contains(const NodePtr& node) const { return m_known.contains(node.get()); }
+    bool contains(const NodePtr& node) const { return node && m_known.contains(node->getContainerId()); }
     /// Each before those below it; valid while none of them is destroyed.
     const std::vector<NodePtr>& nodes() const { return m_nodes; }
 
 private:
     std::vector<NodePtr> m_nodes;
-    std::unordered_set<const Node*> m_known;
+    IdSet m_known;
 };
 
 } // namespace osg

@@ -11,7 +11,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <ctime>
 
 namespace
 {
@@ -42,13 +41,12 @@ class Plate
 public:
     explicit Plate(unsigned side) : m_root(files::makeNode("plate", files::makeGeometry("plate", plate(side), {}))) {}
 
-    /// Of the processor, which other programs beside this one change little.
     double writingSeconds(const files::glb::WriteOptions& options) const
     {
-        const std::clock_t start = std::clock();
-        if (!files::glb::write(m_root.get(), m_folder.filePath(QStringLiteral("out.glb")), options))
-            std::abort();
-        return double(std::clock() - start) / CLOCKS_PER_SEC;
+        return processorSecondsOf([&] {
+            if (!files::glb::write(m_root.get(), m_folder.filePath(QStringLiteral("out.glb")), options))
+                std::abort();
+        });
     }
 
 private:

@@ -78,8 +78,8 @@ void fold(benchmark::State& state, unsigned classSize, bool oneName)
 
 BENCHMARK_CAPTURE(fold, ownNamesClassesOfTwo, 2, false)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK_CAPTURE(fold, ownNamesClassesOfOne, 1, false)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK_CAPTURE(fold, oneNameClassesOfTwo, 2, true)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK_CAPTURE(fold, oneNameClassesOfOne, 1, true)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK_CAPTURE(fold, oneNameClassesOfTwo, 2, true)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK_CAPTURE(fold, oneNameClassesOfOne, 1, true)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 
 } // namespace
 

@@ -1,25 +1,25 @@
-// What each step of the optimisation takes: on a generated tree of 200,000 nodes, with the counter "ratio" to the time
-// on one of half as many in the same run, the least of five times each; and on imported files: an assembly below the
-// folder that ZN_CORPUS names, or the files named on the command line.
+// What each step of the optimisation takes: on generated trees of 200,000 and of 400,000 nodes, with the counter
+// "ratio" to the time on one of half as many, the median of seven rounds that take the sizes in turn; and on imported
+// files: an assembly below the folder that ZN_CORPUS names, or the files named on the command line.
 
 #include "bench/optimize/OptimizationRun.h"
+#include "bench/support/Ratio.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <functional>
-#include <limits>
+#include <iterator>
 #include <map>
 
 namespace
 {
 
-constexpr unsigned fullSize = 200'000;
-constexpr int runs = 5;
+constexpr std::array<unsigned, 3> sizes = {100'000, 200'000, 400'000};
+constexpr int rounds = 7;
 /// Ratios of shorter times say nothing.
 constexpr double leastSeconds = 0.0005;
 
@@ -38,17 +38,8 @@ const Profile profiles[] = {
       {"scene.putOnGround", "on"}}},
 };
 
-/// The least seconds of all runs: what else the machine does only adds.
-struct Growth {
-    double half = std::numeric_limits<double>::infinity();
-    double full = half;
-
-    void add(double halfSeconds, double fullSeconds)
-    {
-        half = std::min(half, halfSeconds);
-        full = std::min(full, fullSeconds);
-    }
-};
+/// The seconds of the rounds, for each of the sizes.
+using Growth = std::array<std::vector<double>, sizes.size()>;
 
 double sum(const StepSeconds& steps)
 {
@@ -64,28 +55,37 @@ const std::map<std::string, Growth>& growthOf(const Profile& profile)
     static std::map<std::string, std::map<std::string, Growth>> known;
     const auto [found, isNew] = known.try_emplace(profile.name);
     std::map<std::string, Growth>& growth = found->second;
-    for (int i = 0; isNew && i < runs; ++i) {
-        const StepSeconds half = optimizeGenerated(fullSize / 2, profile.settings);
-        const StepSeconds full = optimizeGenerated(fullSize, profile.settings);
-        for (std::size_t step = 0; step < full.size(); ++step)
-            growth[full[step].first].add(half[step].second, full[step].second);
-        growth["whole"].add(sum(half), sum(full));
+    for (int i = 0; isNew && i < rounds; ++i) {
+        for (std::size_t size = 0; size < sizes.size(); ++size) {
+            const StepSeconds steps = optimizeGenerated(sizes[size], profile.settings);
+            for (const auto& [step, seconds] : steps)
+                growth[step][size].push_back(seconds);
+            growth["whole"][size].push_back(sum(steps));
+        }
     }
     return growth;
 }
 
-void generated(benchmark::State& state, const Profile& profile, const std::string& step)
+/// Against half the size, in the same rounds.
+double ratioOf(const Growth& growth, std::size_t size)
+{
+    std::vector<double> ratios;
+    std::transform(growth[size].begin(), growth[size].end(), growth[size - 1].begin(), std::back_inserter(ratios),
+                   std::divides<>());
+    return median(std::move(ratios));
+}
+
+void generated(benchmark::State& state, const Profile& profile, std::size_t size, const std::string& step)
 {
     const auto& growth = growthOf(profile);
     const auto found = growth.find(step);
-    if (found == growth.end())
+    if (found == growth.end() || found->second[size].size() != rounds || found->second[size - 1].size() != rounds)
         return state.SkipWithError("the optimisation failed");
-    const auto& [half, full] = found->second;
+    const double seconds = median(found->second[size]);
     for (auto _ : state)
-        state.SetIterationTime(full);
-    state.counters["half_ms"] = 1000 * half;
-    if (full >= leastSeconds)
-        state.counters["ratio"] = full / half;
+        state.SetIterationTime(seconds);
+    if (seconds >= leastSeconds)
+        state.counters["ratio"] = ratioOf(found->second, size);
 }
 
 void imported(benchmark::State& state, const StepSeconds& steps, const std::string& step, std::size_t nodes)
@@ -107,9 +107,12 @@ void registerGenerated()
     for (const Profile& profile : profiles) {
         StepSeconds steps = optimizeGenerated(200, profile.settings);
         steps.emplace_back("whole", 0);
-        for (const auto& step : steps)
-            registerOnce(std::string(profile.name) + "/" + step.first,
-                         [&profile, name = step.first](benchmark::State& state) { generated(state, profile, name); });
+        for (std::size_t size = 1; size < sizes.size(); ++size)
+            for (const auto& step : steps)
+                registerOnce(std::string(profile.name) + "/" + std::to_string(sizes[size]) + "/" + step.first,
+                             [&profile, size, name = step.first](benchmark::State& state) {
+                                 generated(state, profile, size, name);
+                             });
     }
 }
 

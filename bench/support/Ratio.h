@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <vector>
 
 /// Seconds that one call of `work` takes.
@@ -13,6 +14,15 @@ double secondsOf(const Work& work)
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Seconds of the processor that one call of `work` takes, which other programs on the machine change little.
+template <class Work>
+double processorSecondsOf(const Work& work)
+{
+    const std::clock_t start = std::clock();
+    work();
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 inline double median(std::vector<double> values)

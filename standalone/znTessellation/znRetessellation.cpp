@@ -5,6 +5,7 @@
 #include "host/OSGSystem/Names.h"
 #include "host/znUtils/znLog.h"
 #include "scene/GeometryWalk.h"
+#include "scene/IdSet.h"
 #include "scene/NodeWalk.h"
 #include "scene/SceneEdits.h"
 #include "scene/Tags.h"
@@ -17,7 +18,6 @@
 #include <QDir>
 
 #include <algorithm>
-#include <set>
 
 namespace
 {
@@ -49,10 +49,9 @@ public:
     }
 };
 
-/// The ids of the geometries at and below `node` that draw annotations, which never had a surface.
-std::set<std::uint32_t> annotationsBelow(const osg::NodePtr& node)
+/// Notes the geometries at and below `node` that draw annotations, which never had a surface.
+void noteAnnotations(const osg::NodePtr& node, osg::IdSet& ids)
 {
-    std::set<std::uint32_t> ids;
     for (const osg::NodePtr& each : osg::parentsFirst(node)) {
         const std::vector<std::string>& tags = osg::tagsOf(each);
         if (std::find(tags.begin(), tags.end(), osg::scenefile::converted::PmiTag) == tags.end())
@@ -60,7 +59,6 @@ std::set<std::uint32_t> annotationsBelow(const osg::NodePtr& node)
         for (const osg::GeometryPtr& geometry : osg::geometriesBelow(each))
             ids.insert(geometry->getContainerId());
     }
-    return ids;
 }
 
 void tell(const QString& text)
@@ -72,7 +70,7 @@ void tell(const QString& text)
 
 struct znRetessellation::State {
     zn::tessellation::TessellationWish wish;
-    std::set<std::uint32_t> known;
+    osg::IdSet known;                                      ///< the ids of the geometries that were met
     std::vector<osg::RefPtr<osg::GeometryPtr>> geometries; ///< with an exact surface, as the tasks
     std::vector<zn::tessellation::TessellationTask> tasks;
     std::size_t withoutSurface = 0;
@@ -93,10 +91,10 @@ void znRetessellation::addNodes(const std::vector<osg::NodePtr>& nodes)
 {
     const zn::TracedCall call("znRetessellation::addNodes", nodes);
     for (const osg::NodePtr& node : nodes) {
-        m_state->known.merge(annotationsBelow(node));
+        noteAnnotations(node, m_state->known);
         for (const osg::GeometryPtr& geometry : osg::geometriesBelow(node)) {
             const osg::Mesh& mesh = osg::GeometryAccess::mesh(*geometry);
-            if (!m_state->known.insert(geometry->getContainerId()).second)
+            if (!m_state->known.insert(geometry->getContainerId()))
                 continue;
             if (mesh.brep.empty()) {
                 m_state->withoutSurface += !mesh.triangles.empty();

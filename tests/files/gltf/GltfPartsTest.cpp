@@ -42,12 +42,13 @@ TEST(GltfParts, PartsHaveTheVerticesThatTheyNeed)
 class GltfGatheredTest : public GlbTest
 {
 protected:
-    /// A part by the names above it: where its first vertex is, its triangles and its material.
+    /// A part by the names above it: where its first vertex is, its triangles, its material and its colours.
     struct Part {
         osg::Vec3f first;
         std::size_t triangles = 0;
         std::string material;
         std::string product;
+        bool hasColors = false; ///< of vertices
     };
 
     static void look(const osg::NodePtr& node, osg::Matrix above, const std::string& path,
@@ -60,8 +61,9 @@ protected:
             const osg::Mesh& mesh = osg::GeometryAccess::mesh(*core);
             const char* material = core->getMaterial() ? osg::getName(core->getMaterial()) : nullptr;
             const auto facts = osg::attributeAttachment(node->getParent(), osg::AttributeOwner::Product);
-            parts.emplace(path, Part{osg::transformPoint(above, mesh.positions[0]), mesh.triangles.size() / 3,
-                                     material ? material : "", facts ? facts->text("Product") : ""});
+            parts.emplace(path,
+                          Part{osg::transformPoint(above, mesh.positions[0]), mesh.triangles.size() / 3,
+                               material ? material : "", facts ? facts->text("Product") : "", !mesh.colors.empty()});
             return;
         }
         for (unsigned i = 0; i < node->getNChildren(); ++i)
@@ -142,6 +144,7 @@ TEST_F(GltfGatheredTest, InstancesAndMergedPartsAreReadAsTheyWere)
                 EXPECT_EQ(part.triangles, 1u);
                 EXPECT_EQ(part.material, was->second.material);
                 EXPECT_EQ(part.product, was->second.product);
+                EXPECT_FALSE(part.hasColors);
                 ++was;
             }
         }
@@ -263,8 +266,9 @@ TEST_F(GltfGatheredDamageTest, UnknownMaterialsLeaveTheColours)
     options.gathering = {false, 100};
     const auto parts = readChanged(R"({"material":"brass"})", R"({"material":"silly"})");
     EXPECT_EQ(parts.size(), 3u);
-    EXPECT_EQ(std::count_if(parts.begin(), parts.end(), [](const auto& part) { return part.second.material.empty(); }),
-              1);
+    for (const auto& [path, part] : parts)
+        EXPECT_EQ(part.hasColors, part.material.empty()) << path;
+    EXPECT_EQ(std::count_if(parts.begin(), parts.end(), [](const auto& part) { return part.second.hasColors; }), 1);
 }
 
 TEST_F(GltfGatheredDamageTest, PathsThatNobodyHasBecomeGroups)

@@ -132,12 +132,13 @@ TEST_F(GatheringTest, SwitchesKeepWhatTheyDrawThemselves)
         file.nodes.push_back({{"name", name}, {"mesh", 0}});
     run({true, 0});
     EXPECT_EQ(names("instances"), (Names{"bolt", "x", "y"}));
-    for (const Json& node : file.nodes)
-        if (node.value("name", "") == "bolt" && node.contains("extras")) {
-            EXPECT_EQ(node["extras"]["product"], 2);
-            EXPECT_EQ(node["children"].size(), 1u);
-            EXPECT_FALSE(node.contains("mesh"));
-        }
+    const Json* node = nodeWith("variants");
+    ASSERT_TRUE(node);
+    EXPECT_EQ(node->value("name", ""), "bolt");
+    EXPECT_EQ((*node)["extras"]["product"], 2);
+    EXPECT_FALSE(node->contains("mesh"));
+    ASSERT_EQ(node->value("children", Json::array()).size(), 1u);
+    EXPECT_TRUE(file.nodes[(*node)["children"][0].get<std::size_t>()]["extras"].contains("instances"));
 }
 
 TEST_F(GatheringTest, SmallMeshesBecomeOneWithPlacesAndNames)
@@ -291,16 +292,17 @@ double secondsFor(std::size_t assemblies)
     return double(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
+/// Three times twice the parts, since the rest of the machine may double the time of a single run by itself; the median
+/// of runs in turns, since the least time of a short run is a moment alone that a long one hardly finds.
 TEST(GatheringTime, TwiceThePartsTakeTwiceTheTime)
 {
-    double once = 1e9;
-    double twice = 1e9;
-    for (int run = 0; run < 9; ++run) { // in turns: what else the machine does slows both
-        once = std::min(once, secondsFor(200));
-        twice = std::min(twice, secondsFor(400));
+    std::vector<double> ratios;
+    for (int run = 0; run < 5; ++run) {
+        const double once = secondsFor(200);
+        ratios.push_back(secondsFor(1600) / once);
     }
-    RecordProperty("microsecondsPerPart", int(twice * 1e6 / 4000));
-    EXPECT_LT(twice, once * 2.3);
+    std::sort(ratios.begin(), ratios.end());
+    EXPECT_LT(ratios[ratios.size() / 2], 2.3 * 2.3 * 2.3);
 }
 
 } // namespace

@@ -8,9 +8,12 @@
 #include "host/OSGSystem/Geometry.h"
 #include "scene/MatrixMath.h"
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -195,7 +198,8 @@ TEST_F(PackingTest, LinesAndPointsArePackedWithTheirTriangles)
 TEST_F(PackingTest, EqualVerticesAreWeldedInPlainFiles)
 {
     osg::Mesh mesh;
-    mesh.positions = std::vector<osg::Vec3f>{{1, 2, 3}, {5, 2, 3}, {5, 8, 3}, {1, 2, 3}, {5, 8, 3}, {1, 8, 3}};
+    mesh.positions =
+        std::vector<osg::Vec3f>{{1, 2, 3}, {5, 2, 3}, {5, 8, 3}, {1, 2, 3}, {5, 8, 3}, {1, 8, 3}, {90, 90, 90}};
     mesh.triangles = std::vector<std::uint32_t>{0, 1, 2, 3, 4, 5};
     at("soup", 0, geometry("soup", mesh));
     options.packing = {};
@@ -204,6 +208,9 @@ TEST_F(PackingTest, EqualVerticesAreWeldedInPlainFiles)
     EXPECT_EQ(file.array<float>(0).size(), 12u);
     EXPECT_EQ(file.array<std::uint16_t>(1), (std::vector<std::uint16_t>{0, 1, 2, 0, 2, 3}));
     EXPECT_FALSE(file.json.contains("extensionsUsed"));
+    // Of those that are left: the last one is in no triangle.
+    EXPECT_EQ(file.json["accessors"][0].value("min", nlohmann::json()), nlohmann::json::parse("[1.0, 2.0, 3.0]"));
+    EXPECT_EQ(file.json["accessors"][0].value("max", nlohmann::json()), nlohmann::json::parse("[5.0, 8.0, 3.0]"));
 }
 
 TEST_F(PackingTest, EmptyScenesStayAsTheyAre)
@@ -248,16 +255,17 @@ double secondsFor(unsigned side)
     return double(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
+/// Over two doublings, and by the median of runs in turns: what else the machine does may double the time of one run.
 TEST(PackingTime, TwiceTheVerticesTakeTwiceTheTime)
 {
-    double once = 1e9;
-    double twice = 1e9;
-    for (int run = 0; run < 5; ++run) { // in turns: what else the machine does slows both
-        once = std::min(once, secondsFor(400));
-        twice = std::min(twice, secondsFor(566));
+    std::vector<double> ratios;
+    for (int run = 0; run < 5; ++run) {
+        const double once = secondsFor(300);
+        ratios.push_back(secondsFor(600) / once);
     }
-    RecordProperty("megabytesPerSecond", int(400 * 400 * 24 / once / 1e6));
-    EXPECT_LT(twice, once * 2.3);
+    std::sort(ratios.begin(), ratios.end());
+    RecordProperty("ratio", std::to_string(ratios[ratios.size() / 2]));
+    EXPECT_LT(ratios[ratios.size() / 2], 2.3 * 2.3);
 }
 
 } // namespace

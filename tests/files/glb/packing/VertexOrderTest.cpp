@@ -98,15 +98,15 @@ TEST(VertexOrder, ReorderingKeepsTrianglesAndTheirSides)
 
 TEST(VertexOrder, TrianglesStayInTheirPart)
 {
-    // Two strips of which the triangles take turns, so that a single list would be put in another order.
+    // Two strips that have half of their vertices in common, so that a single list would be put in another order.
     std::vector<std::int32_t> vertices;
     Indices indices;
     for (std::uint32_t part = 0; part < 2; ++part)
         for (std::uint32_t i = 0; i < 20; ++i) {
-            const std::uint32_t first = (i * 7 + part * 3) % 20;
+            const std::uint32_t first = part * 10 + (i * 7 + part * 3) % 20;
             indices.insert(indices.end(), {first, first + 1, first + 2});
         }
-    for (std::int32_t i = 0; i < 22; ++i)
+    for (std::int32_t i = 0; i < 32; ++i)
         vertices.push_back(i);
     std::vector<VertexStream> streams = {stream(vertices)};
     std::vector<IndexList> lists = {{true, indices, {60, 60}}};

@@ -1,0 +1,91 @@
+#include "optimization/MaterialHash.h"
+
+#include "host/OSGSystem/Cast.h"
+#include "host/OSGSystem/PhysicalSurface.h"
+#include "host/OSGSystem/SimpleMaterial.h"
+#include "host/OSGSystem/SwitchMaterial.h"
+#include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
+
+#include <bit>
+
+namespace optimization
+{
+
+namespace
+{
+
+class ValueHash
+{
+public:
+    void add(std::uint64_t value)
+    {
+        m_value = (m_value ^ value) * 0x9e3779b97f4a7c15u;
+        m_value ^= m_value >> 32;
+    }
+    /// Zeros of either sign are equal, so they count alike.
+    void add(float value) { add(std::uint64_t(std::bit_cast<std::uint32_t>(value + 0.0f))); }
+    void add(const osg::Color3f& color)
+    {
+        for (const float value : {color.red, color.green, color.blue})
+            add(value);
+    }
+    std::uint64_t value() const { return m_value; }
+
+private:
+    std::uint64_t m_value = 1;
+};
+
+void addLook(ValueHash& hash, const osg::SurfaceLook& look)
+{
+    for (const osg::Color3f& color : {look.ambient, look.diffuse, look.emission, look.specular})
+        hash.add(color);
+    hash.add(look.shininess);
+    hash.add(look.transparency);
+}
+
+void addSurface(ValueHash& hash, const osg::PhysicalSurface& surface)
+{
+    for (const float value : {surface.metalness, surface.roughness, surface.opacity, surface.alphaCutoff,
+                              surface.emissionStrength, surface.transmission, surface.refraction, surface.clearcoat,
+                              surface.clearcoatRoughness, surface.sheenRoughness, surface.specular})
+        hash.add(value);
+    hash.add(surface.sheenColor);
+    hash.add(surface.specularColor);
+    hash.add(std::uint64_t(surface.textures.size()));
+}
+
+/// What a material says of itself, whatever it holds.
+void addOwn(ValueHash& hash, const osg::MaterialPtr& material)
+{
+    hash.add(std::uint64_t(material ? material->getType().getId() : 0));
+    if (const auto simple = osg::fcCast<osg::SimpleMaterial>(material))
+        addLook(hash, {simple->getAmbient(), simple->getDiffuse(), simple->getEmission(), simple->getSpecular(),
+                       simple->getShininess(), simple->getTransparency()});
+    else if (const auto uber = osg::fcCast<osg::UberMaterial>(material))
+        addLook(hash, uber->getLook());
+    if (!material)
+        return;
+    const osg::AttachmentPtr surface =
+        material->findAttachment(osg::PhysicalSurfaceAttachmentBase::_type.getGroupId(), 0);
+    if (const auto physical = osg::fcCast<osg::PhysicalSurfaceAttachment>(surface))
+        addSurface(hash, physical->getSurface());
+}
+
+} // namespace
+
+/// Only one level down: materials may hold each other in rings.
+std::uint64_t hashOf(const osg::MaterialPtr& material)
+{
+    ValueHash hash;
+    addOwn(hash, material);
+    if (const auto choices = osg::fcCast<osg::SwitchMaterial>(material)) {
+        hash.add(std::uint64_t(choices->getChoice()));
+        for (const osg::MaterialPtr& choice : choices->getMaterials())
+            addOwn(hash, choice);
+    }
+    if (const auto brdf = osg::fcCast<osg::UBRDFMaterial>(material))
+        addOwn(hash, brdf->getEnvironment());
+    return hash.value();
+}
+
+} // namespace optimization
