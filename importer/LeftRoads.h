@@ -25,6 +25,7 @@ class LeftRoads : public QObject
 public:
     /// Takes over `road`, the one that is under way in `session`.
     void take(zn::Session& session, std::unique_ptr<ImportRoad> road);
+    /// Whether none is under way any more.
     bool isEmpty() const { return m_roads.empty(); }
 
 Q_SIGNALS:

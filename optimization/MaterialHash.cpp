@@ -1,10 +1,9 @@
 #include "optimization/MaterialHash.h"
 
 #include "host/OSGSystem/Cast.h"
-#include "host/OSGSystem/PhysicalSurface.h"
 #include "host/OSGSystem/SimpleMaterial.h"
 #include "host/OSGSystem/SwitchMaterial.h"
-#include "host/znOpenSGUberMaterial/UBRDFMaterial.h"
+#include "host/znOpenSGUberMaterial/UberMaterial.h"
 
 #include <bit>
 
@@ -43,17 +42,6 @@ void addLook(ValueHash& hash, const osg::SurfaceLook& look)
     hash.add(look.transparency);
 }
 
-void addSurface(ValueHash& hash, const osg::PhysicalSurface& surface)
-{
-    for (const float value : {surface.metalness, surface.roughness, surface.opacity, surface.alphaCutoff,
-                              surface.emissionStrength, surface.transmission, surface.refraction, surface.clearcoat,
-                              surface.clearcoatRoughness, surface.sheenRoughness, surface.specular})
-        hash.add(value);
-    hash.add(surface.sheenColor);
-    hash.add(surface.specularColor);
-    hash.add(std::uint64_t(surface.textures.size()));
-}
-
 /// What a material says of itself, whatever it holds.
 void addOwn(ValueHash& hash, const osg::MaterialPtr& material)
 {
@@ -63,12 +51,6 @@ void addOwn(ValueHash& hash, const osg::MaterialPtr& material)
                        simple->getShininess(), simple->getTransparency()});
     else if (const auto uber = osg::fcCast<osg::UberMaterial>(material))
         addLook(hash, uber->getLook());
-    if (!material)
-        return;
-    const osg::AttachmentPtr surface =
-        material->findAttachment(osg::PhysicalSurfaceAttachmentBase::_type.getGroupId(), 0);
-    if (const auto physical = osg::fcCast<osg::PhysicalSurfaceAttachment>(surface))
-        addSurface(hash, physical->getSurface());
 }
 
 } // namespace
@@ -83,8 +65,6 @@ std::uint64_t hashOf(const osg::MaterialPtr& material)
         for (const osg::MaterialPtr& choice : choices->getMaterials())
             addOwn(hash, choice);
     }
-    if (const auto brdf = osg::fcCast<osg::UBRDFMaterial>(material))
-        addOwn(hash, brdf->getEnvironment());
     return hash.value();
 }
 

@@ -8,8 +8,8 @@ namespace optimization
 {
 
 /// A number that is the same for all materials that are equal (see `osg::FieldContainer::isEqual`), and mostly another
-/// for those whose colours or surfaces differ, or those of the materials that they hold. Names and all other
-/// attachments do not count; textures count by how many there are. That of null is a number, too.
+/// for those whose colours differ, or the materials that they choose among. Names, attachments and environments do not
+/// count: not every host has physical surfaces, and tells environments. That of null is a number, too.
 std::uint64_t hashOf(const osg::MaterialPtr& material);
 
 } // namespace optimization

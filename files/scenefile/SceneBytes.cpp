@@ -72,7 +72,7 @@ files::Expected<SceneBytes> openBytes(const QString& path, const SceneFileReadOp
         return makeError(files::ErrorCode::LimitExceeded, Text::tr("The file is larger than the limit allows"));
     if (size < sizeof(FileHeader))
         return makeError(files::ErrorCode::NotASceneFile, Text::tr("The file is too short for a scene file"));
-    return options.copyIntoMemory ? readWhole(*file, size) : mapped(file, size);
+    return options.copyIntoMemory || size < leastMappedBytes ? readWhole(*file, size) : mapped(file, size);
 }
 
 } // namespace osg::scenefile

@@ -18,11 +18,15 @@ using Files = zn::FileSettings::MappedFiles;
 class SceneFilePolicyTest : public SessionTest
 {
 protected:
-    /// A scene file with the triangle of an OBJ file, read from there.
-    QString writeScene(const QString& scenePath)
+    /// A scene file with so many triangles of an OBJ file, read from there.
+    QString writeScene(const QString& scenePath, int triangles = 1000)
     {
+        QByteArray text;
+        for (int i = 0; i < triangles; ++i)
+            text += "v 0 0 " + QByteArray::number(i) + "\nv 2 0 " + QByteArray::number(i) + "\nv 0 3 " +
+                    QByteArray::number(i) + "\nf -3 -2 -1\n";
         const osg::RefPtr<osg::NodePtr> root(
-            m_session.state<files::SceneReaders>().read(writeTriangle(QStringLiteral("t.obj")), {}).value());
+            m_session.state<files::SceneReaders>().read(write(QStringLiteral("t.obj"), text), {}).value());
         EXPECT_TRUE(osg::scenefile::writeSceneFile(root.get(), scenePath));
         return scenePath;
     }
@@ -78,6 +82,13 @@ TEST_F(SceneFilePolicyTest, FilesInTheFolderOfTheSessionAreMapped)
     znOsbLoaderJob job(writeScene(m_session.temporaryFolder() + QStringLiteral("/job.osb")));
     job.run();
     EXPECT_TRUE(isInMaps(QStringLiteral("/job.osb")));
+}
+
+TEST_F(SceneFilePolicyTest, SmallFilesAreReadWhereverTheyLie)
+{
+    EXPECT_FALSE(isMappedByLoad(writeScene(ownPath(), 1)));
+    m_session.settings().files.map.set(Files::All);
+    EXPECT_FALSE(isMappedByLoad(writeScene(path(QStringLiteral("strange.osb")), 1)));
 }
 
 TEST_F(SceneFilePolicyTest, ALinkInTheFolderOfTheSessionIsTheFileThatItLeadsTo)

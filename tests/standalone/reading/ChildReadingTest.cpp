@@ -132,14 +132,14 @@ TEST_F(ChildReadingTest, MoreThanAHundredWarningsAreCountedOnce)
 
 TEST_F(ChildReadingTest, TheTreeStandsOnAMapAndLeavesNoFile)
 {
-    const files::ReadResult result = read(writeTriangle(QStringLiteral("t.obj")));
+    const files::ReadResult result = read(writeLargeObj(2000));
     ASSERT_TRUE(result);
     const osg::RefPtr<osg::NodePtr> root(result.value());
     EXPECT_EQ(readFolders(), QStringList());
     QFile maps(QStringLiteral("/proc/self/maps"));
     ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
     EXPECT_TRUE(maps.readAll().contains("/scene.osb"));
-    EXPECT_STREQ(osg::getName(root.get()), "t");
+    EXPECT_STREQ(osg::getName(root.get()), "large");
 }
 
 TEST_F(ChildReadingTest, AllMeshFilesOfTheCorpusGiveTheSame)
