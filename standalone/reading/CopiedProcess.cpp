@@ -1,7 +1,7 @@
 #include "standalone/reading/CopiedProcess.h"
 
 #include "protocol/ExitCode.h"
-#include "protocol/launch/LaunchSocket.h"
+#include "standalone/launch/LaunchSocket.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,7 +18,7 @@ namespace zn::reading
 
 std::unique_ptr<CopiedProcess> CopiedProcess::start(const QString& socket, const QStringList& words)
 {
-    const int server = socket.isEmpty() ? -1 : protocol::launch::connectedTo(QFile::encodeName(socket).constData());
+    const int server = socket.isEmpty() ? -1 : zn::launch::connectedTo(QFile::encodeName(socket).constData());
     if (server < 0)
         return nullptr;
     std::unique_ptr<CopiedProcess> process(new CopiedProcess(server));
@@ -30,7 +30,7 @@ std::unique_ptr<CopiedProcess> CopiedProcess::start(const QString& socket, const
     for (char** variable = environ; *variable; ++variable)
         request.environment.emplace_back(*variable);
     const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-    const bool isSent = protocol::launch::send(server, request, {nothing, nothing, nothing});
+    const bool isSent = zn::launch::send(server, request, {nothing, nothing, nothing});
     close(nothing);
     return isSent ? std::move(process) : nullptr;
 }

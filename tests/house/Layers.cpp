@@ -41,7 +41,6 @@ std::vector<Layer> makeLayers()
     const Places all = together(together(host, library), {"importer", "ptx", "tools"});
     return {
         {vocabulary, {vocabulary}, Foreign::Portable},
-        {"protocol/launch", {"protocol"}},
         {"protocol", {"protocol", vocabulary}, Foreign::Portable},
         {platform, library},
         {"host", {"host", vocabulary}, Foreign::Portable},

@@ -5,7 +5,7 @@
 // hands the arguments, the environment, the folder and the standard streams to the server at SOCKET, passes signals on,
 // and ends as the process ends. Where there is no server, or it goes away, PROGRAM is started as usual.
 
-#include "protocol/launch/LaunchSocket.h"
+#include "standalone/launch/LaunchSocket.h"
 
 #include <poll.h>
 #include <sys/resource.h>
@@ -45,7 +45,7 @@ bool request(int server, char** arguments)
         wanted.arguments.emplace_back(*arguments);
     for (char** variable = environ; *variable; ++variable)
         wanted.environment.emplace_back(*variable);
-    return protocol::launch::send(server, wanted, {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO});
+    return zn::launch::send(server, wanted, {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO});
 }
 
 void passOn(int signals, int server)
@@ -101,7 +101,7 @@ int main(int argc, char** argv)
     sigset_t before;
     sigprocmask(SIG_BLOCK, &set, &before);
     int status = 0;
-    if (const int server = protocol::launch::connectedTo(argv[1]);
+    if (const int server = zn::launch::connectedTo(argv[1]);
         server >= 0 && request(server, argv + 3) && awaitEnd(server, status))
         endLike(status);
     sigprocmask(SIG_SETMASK, &before, nullptr);

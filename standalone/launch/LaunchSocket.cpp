@@ -1,4 +1,4 @@
-#include "protocol/launch/LaunchSocket.h"
+#include "standalone/launch/LaunchSocket.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-namespace protocol::launch
+namespace zn::launch
 {
 
 int connectedTo(const char* path)
@@ -23,10 +23,10 @@ int connectedTo(const char* path)
     return -1;
 }
 
-bool send(int server, const LaunchRequest& request, const std::array<int, LaunchedStreams>& streams)
+bool send(int server, const protocol::LaunchRequest& request, const std::array<int, protocol::LaunchedStreams>& streams)
 {
-    std::string bytes = encoded(request);
-    if (bytes.size() > MostBytesOfLaunch)
+    std::string bytes = protocol::encoded(request);
+    if (bytes.size() > protocol::MostBytesOfLaunch)
         return false;
     alignas(cmsghdr) char control[CMSG_SPACE(sizeof streams)] = {};
     iovec content{bytes.data(), bytes.size()};
@@ -43,4 +43,4 @@ bool send(int server, const LaunchRequest& request, const std::array<int, Launch
     return sendmsg(server, &message, MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
 }
 
-} // namespace protocol::launch
+} // namespace zn::launch
