@@ -97,14 +97,13 @@ files::Expected<void> ReaderProcess::run(const Work& work)
 {
     m_work = work;
     const ReadState& state = m_session.state<ReadState>();
-    const files::Error cancelled = error(files::ErrorCode::Cancelled, Texts::tr("the reading was cancelled"));
     if (state.isCancelled)
-        return cancelled;
+        return cancelled();
     if (!m_folder->isValid())
         return error(files::ErrorCode::CannotCreate, m_folder->errorString());
     const files::Expected<int> code = exitCode();
     if (state.isCancelled)
-        return cancelled;
+        return cancelled();
     if (!code)
         return code.error();
     m_code = code.value();
@@ -114,14 +113,12 @@ files::Expected<void> ReaderProcess::run(const Work& work)
 /// The work begins anew where the server of copies goes away.
 files::Expected<int> ReaderProcess::exitCode() const
 {
-    const std::optional<int> code = codeOfCopy();
-    if (code || m_session.state<ReadState>().isCancelled)
-        return code.value_or(0);
-    return codeOfProgram();
+    const std::optional<files::Expected<int>> code = codeOfCopy();
+    return code ? *code : codeOfProgram();
 }
 
 /// Nothing where there is no copy, or none any more.
-std::optional<int> ReaderProcess::codeOfCopy() const
+std::optional<files::Expected<int>> ReaderProcess::codeOfCopy() const
 {
     if (!m_session.settings().converter.server)
         return std::nullopt;
@@ -129,11 +126,24 @@ std::optional<int> ReaderProcess::codeOfCopy() const
     const std::unique_ptr<CopiedProcess> copy = CopiedProcess::start(socket, words());
     if (!copy)
         return std::nullopt;
-    Wait wait(m_session.state<ReadState>());
-    const QSocketNotifier end(copy->descriptor(), QSocketNotifier::Read);
-    QObject::connect(&end, &QSocketNotifier::activated, &wait.loop(), &QEventLoop::quit);
-    wait.untilQuit();
-    return m_session.state<ReadState>().isCancelled ? copy->kill() : copy->exitCode();
+    bool hasEnded = false;
+    {
+        Wait wait(m_session.state<ReadState>());
+        const QSocketNotifier end(copy->descriptor(), QSocketNotifier::Read);
+        QObject::connect(&end, &QSocketNotifier::activated, &wait.loop(), [&] {
+            hasEnded = true;
+            wait.loop().quit();
+        });
+        wait.untilQuit();
+    }
+    // A cancel, or the application quits, which ends all loops.
+    if (!hasEnded) {
+        copy->kill();
+        return cancelled();
+    }
+    if (const std::optional<int> code = copy->exitCode())
+        return *code;
+    return std::nullopt;
 }
 
 files::Expected<int> ReaderProcess::codeOfProgram() const
@@ -154,7 +164,7 @@ files::Expected<int> ReaderProcess::codeOfProgram() const
     const std::optional<int> code = znJobs::readExitCode(child);
     child.endNow();
     if (!code)
-        return error(files::ErrorCode::Cancelled, Texts::tr("the reading was cancelled"));
+        return cancelled();
     return *code;
 }
 
@@ -187,6 +197,11 @@ files::Error ReaderProcess::failure() const
     if (hasSucceeded())
         reason = Texts::tr("what %1 made of it is not whole").arg(m_program);
     return error(files::ErrorCode::ReaderFailed, reason);
+}
+
+files::Error ReaderProcess::cancelled() const
+{
+    return error(files::ErrorCode::Cancelled, Texts::tr("the reading was cancelled"));
 }
 
 files::Error ReaderProcess::error(files::ErrorCode code, const QString& message) const

@@ -66,8 +66,9 @@ public:
 
 private:
     files::Error error(files::ErrorCode code, const QString& message) const;
+    files::Error cancelled() const;
     files::Expected<int> exitCode() const;
-    std::optional<int> codeOfCopy() const;
+    std::optional<files::Expected<int>> codeOfCopy() const;
     files::Expected<int> codeOfProgram() const;
     QStringList words() const;
 

@@ -4,6 +4,7 @@
 #include "tests/standalone/reading/ReadingTest.h"
 #include "tests/standalone/reading/SameTree.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QThread>
 #include <QTimer>
@@ -128,6 +129,28 @@ TEST_F(CopiedProcessTest, ACancelEndsACopy)
     EXPECT_EQ(result.error().code, ErrorCode::Cancelled);
     EXPECT_TRUE(wasReading);
     EXPECT_TRUE(childrenOf(serving).empty()) << "it is gone before the read is over";
+}
+
+TEST_F(CopiedProcessTest, AnApplicationThatQuitsDoesNotWaitForACopy)
+{
+    makeTheFirst();
+    const int serving = server();
+    ASSERT_NE(serving, 0);
+    const QString file = writeLargeObj(1'000'000);
+    QElapsedTimer sinceQuit;
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(300, [&] {
+            sinceQuit.start();
+            QCoreApplication::quit();
+        });
+        const files::ReadResult result = read(file);
+        EXPECT_LT(sinceQuit.elapsed(), 500);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error().code, ErrorCode::Cancelled);
+    });
+    QCoreApplication::exec();
+    EXPECT_TRUE(sinceQuit.isValid());
+    EXPECT_TRUE(childrenOf(serving).empty());
 }
 
 TEST_F(CopiedProcessTest, LimitsEndACopyAndNoOther)
